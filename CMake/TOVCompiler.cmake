@@ -1,0 +1,27 @@
+# What every target of this project is compiled with.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# wchar_t has 16 bits on every target; everything that is linked together must agree on it.
+if(NOT WIN32)
+    add_compile_options(-fshort-wchar)
+endif()
+
+if(TOV_SANITIZE)
+    add_compile_options(-fsanitize=${TOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${TOV_SANITIZE})
+endif()
+
+# Warnings and the naming of source files in checks, for the project's own code.
+function(tov_own_code target)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Woverloaded-virtual -Wundef
+        -Werror
+        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/Source/="
+        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+endfunction()

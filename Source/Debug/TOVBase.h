@@ -1,0 +1,54 @@
+// Base types and the macros that every header of the library shares.
+#pragma once
+
+#include <Debug/TOVCompiler.h>
+
+#include <cstddef>
+#include <cstdint>
+
+typedef unsigned char tByte;   // element of raw buffers
+typedef char tChar;            // element of a narrow string
+typedef unsigned char tUchar;  // a narrow character read as a number
+typedef std::uint32_t tDword;  // a 32-bit word
+
+namespace TOVDebug
+{
+// Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException.
+[[noreturn]] TOV_EXPORT void Assert(const char* szExpression, const char* szFile, int nLine);
+} // namespace TOVDebug
+
+// A precondition. Active in every build: a false expression is reported to all listeners under its literal text, then
+// TOVDebug::CTOVAssertException is thrown, so that code behind the check may rely on it.
+#define TOV_ASSERT(expression)                                                                                         \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (!(expression))                                                                                             \
+            TOVDebug::Assert(#expression, __FILE__, __LINE__);                                                         \
+    } while (false)
+
+// Reverses the four bytes of a 32-bit value. The argument is used four times.
+// clang-format off
+#define TOV_BYTESWAP32(value) \
+    (tDword)(((tDword)value>>24)+(((tDword)value&0xff0000)>>8)+(((tDword)value&0xff00)<<8)+(((tDword)value&0xff)<<24))
+// clang-format on
+
+// Deletes a single object, or an array, and sets the pointer to null. A null pointer is left alone.
+#define TOV_SAFE_DELETE(pointer)                                                                                       \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if ((pointer) != NULL)                                                                                         \
+        {                                                                                                              \
+            delete (pointer);                                                                                          \
+            (pointer) = NULL;                                                                                          \
+        }                                                                                                              \
+    } while (false)
+
+#define TOV_SAFE_DELETE_ARRAY(pointer)                                                                                 \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if ((pointer) != NULL)                                                                                         \
+        {                                                                                                              \
+            delete[] (pointer);                                                                                        \
+            (pointer) = NULL;                                                                                          \
+        }                                                                                                              \
+    } while (false)

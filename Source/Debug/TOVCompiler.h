@@ -1,0 +1,32 @@
+// The one header that asks which compiler and which system this is.
+#pragma once
+
+#if defined(_WIN32)
+#define TOV_SYSTEM_WINDOWS 1
+#if defined(TOVKERNEL_BUILD)
+#define TOV_EXPORT __declspec(dllexport)
+#define TOV_TEMPLATE_DECLARE
+#define TOV_TEMPLATE_DEFINE __declspec(dllexport)
+#else
+#define TOV_EXPORT __declspec(dllimport)
+#define TOV_TEMPLATE_DECLARE __declspec(dllimport)
+#define TOV_TEMPLATE_DEFINE
+#endif
+// Name of a platform source as failed checks report it.
+#define TOV_PLATFORM_SOURCE(szName) "Windows/" szName
+#else
+#define TOV_SYSTEM_WINDOWS 0
+#define TOV_EXPORT __attribute__((visibility("default")))
+#define TOV_TEMPLATE_DECLARE __attribute__((visibility("default")))
+#define TOV_TEMPLATE_DEFINE
+#define TOV_PLATFORM_SOURCE(szName) "Posix/" szName
+#endif
+
+// TOV_EXPORT             exported class or function.
+// TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
+// TOV_TEMPLATE_DEFINE    in the one source that owns it: template class TOV_TEMPLATE_DEFINE CThing<int>;
+//                        so that a template's statics exist once in the process, and not once in each module.
+
+static_assert(sizeof(wchar_t) == 2,
+              "TOVKernel's wchar_t is one UTF-16 code unit: add -fshort-wchar to the compiler's options");
+static_assert(sizeof(int) == 4 && sizeof(char) == 1, "TOVKernel needs 8-bit char and 32-bit int");

@@ -1,0 +1,74 @@
+#include <Debug/TOVDebug.h>
+
+#include <Debug/TOVDebugServer.h>
+#include <TOVPlatform/TOVSystem.h>
+
+#include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+
+namespace TOVDebug
+{
+namespace
+{
+// 88 dashes: the rule above and below the question.
+#define DASHES "----------------------------------------------------------------------------------------"
+
+const char QUESTION[] = "\n" DASHES
+                        "\n\nWould you like to debug the application?\n"
+                        "\n YES:           Debug or try to continue (if no debugger present) "
+                        "\n NO:             Try a clean shutdown (might throw more exceptions)"
+                        "\n CANCEL:     Force the application to exit\n"
+                        "\n" DASHES "\n";
+
+#undef DASHES
+
+// Settled: never cleared, so that each further failed check shows the question once more, as far as it fits.
+char s_szQuestions[1024];
+} // namespace
+
+bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, eTOVDebugSeverity eSeverity,
+          const char* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    CTOVDebugServer::Instance().OnLogV(szFile, ulLine, eSeverity, szFormat, pArguments);
+    va_end(pArguments);
+    return true;
+}
+
+void Assert(const char* szExpression, const char* szFile, int nLine)
+{
+    CTOVDebugServer::Instance().OnAssert(szFile, static_cast<unsigned long>(nLine), szExpression);
+    throw CTOVAssertException();
+}
+
+bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine)
+{
+    CTOVDebugServer::Instance().OnAssert(szFile, static_cast<unsigned long>(nLine), szExpression);
+
+    const std::size_t nUsed = std::strlen(s_szQuestions);
+    std::strncat(s_szQuestions, QUESTION, sizeof(s_szQuestions) - 1 - nUsed);
+
+    switch (TOVPlatform::TOVSystem::AskYesNoCancel(s_szQuestions, "TOV ASSERTION"))
+    {
+    case TOVPlatform::TOVSystem::eAnswerYes:
+        return TOVPlatform::TOVSystem::IsDebuggerAttached();
+    case TOVPlatform::TOVSystem::eAnswerNo:
+        std::exit(0);
+    case TOVPlatform::TOVSystem::eAnswerCancel:
+        TOVPlatform::TOVSystem::EndProcess(0);
+    default:
+        return false;
+    }
+}
+} // namespace TOVDebug
+
+void TOVPanic(const char* szFile, unsigned long ulLine, const char* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    TOVDebug::CTOVDebugServer::Instance().OnPanicV(szFile, ulLine, szFormat, pArguments);
+    va_end(pArguments);
+    std::exit(-1);
+}

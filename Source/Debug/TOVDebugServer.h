@@ -1,0 +1,81 @@
+// The hub through which every diagnostic passes.
+#pragma once
+
+#include <Debug/TOVLogListener.h>
+
+#include <vector>
+
+namespace TOVDebug
+{
+// Hands each event to all registered listeners, in the order of their registration, under one recursive lock. It shapes
+// and filters nothing, and does not own the listeners. It lives until the process ends.
+//
+// Threads: any. A listener that blocks blocks all diagnostics of the process; one that throws leaves the lock taken.
+// Without its lock the server cannot go on: any lock or unlock with handle 0 ends the process with exit(-1).
+class TOV_EXPORT CTOVDebugServer : public ITOVLogListener
+{
+public:
+    // The current server, made on first need (in the library's own start-up, on the loading thread).
+    static CTOVDebugServer& Instance();
+
+    // An empty table, the name "<unknown>" and a lock of its own; exit(-1) if there can be none.
+    CTOVDebugServer();
+
+    // Memberwise: the table by value, the lock shared.
+    CTOVDebugServer(const CTOVDebugServer& oOther);
+    CTOVDebugServer& operator=(const CTOVDebugServer& oOther);
+
+    // Closes down all listeners and leaves them in the table, then destroys the lock; the handle keeps its old value.
+    // A server that closed down is not to be used before it got a fresh lock through OnStartup.
+    void OnClosedown() override;
+
+    // Creates a new lock over the old one, which is not destroyed; exit(-1) if there can be none.
+    void OnStartup() override;
+
+    // One dispatch each. A listener may register and unregister listeners from inside.
+    void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
+                va_list pArguments) override;
+    void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
+    void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
+
+    // Keeps 256 characters of the name, padded with zeros; a longer name leaves no terminator. Null is ignored, and no
+    // listener is told.
+    void SetApplicationName(const char* szName) override;
+
+    // Runs OnClosedown.
+    virtual ~CTOVDebugServer() noexcept(false);
+
+    // Appends the listener and calls its OnStartup. Null is ignored.
+    // A second registration adds nothing and, settled, leaves the lock entered once more by the calling thread: every
+    // other thread that logs then waits until this one has left. Do not register a listener twice.
+    void Register(ITOVLogListener* pListener);
+
+    // Calls the listener's OnClosedown, also if it was never registered, then removes it. Null is ignored.
+    void Unregister(ITOVLogListener* pListener);
+
+protected:
+    // Puts a derived server in the place of the current one: it takes over table, lock handle and name, then the old
+    // server is deleted, which closes down the listeners and destroys that lock. The new server must get a fresh lock
+    // through its OnStartup afterwards. Null is ignored.
+    static void SetDebugServer(CTOVDebugServer* pServer);
+
+    void LockLoggers();
+    void UnlockLoggers();
+
+    // Call OnStartup or OnClosedown of a listener that is not null.
+    void StartupLogger(ITOVLogListener* pListener);
+    void ClosedownLogger(ITOVLogListener* pListener);
+
+private:
+    static constexpr int NAME_SIZE = 256;
+
+    void CreateLock();
+    template<class TCall> void Dispatch(TCall fnCall);
+
+    static CTOVDebugServer* s_pInstance;
+
+    std::vector<ITOVLogListener*> m_oLoggers;
+    unsigned long long m_hLoggerLock;
+    char m_szApplicationName[NAME_SIZE];
+};
+} // namespace TOVDebug

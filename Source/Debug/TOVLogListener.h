@@ -1,0 +1,38 @@
+// Receiver of diagnostics: log lines, failed checks and panics.
+#pragma once
+
+#include <Debug/TOVDebug.h>
+
+#include <cstdarg>
+
+namespace TOVDebug
+{
+// Register an object of a derived class with CTOVDebugServer. The server does not own it, and calls it with its lock
+// held: one call at a time over all threads. A listener must not throw; it may log or fail a check itself (the lock is
+// recursive and all listeners, itself included, hear of it), and may register and unregister listeners in a call.
+class TOV_EXPORT ITOVLogListener
+{
+public:
+    ITOVLogListener();
+    ITOVLogListener(const ITOVLogListener& oOther);
+    ITOVLogListener& operator=(const ITOVLogListener& oOther);
+
+    // Virtual operations; their order is part of the exported design. There is no virtual destructor.
+
+    // Called once when registered, and when unregistered or when the server closes down.
+    virtual void OnStartup() = 0;
+    virtual void OnClosedown() = 0;
+
+    // Start the argument list and call the V form. The severity of a panic falls away there.
+    virtual void OnLog(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
+                       ...);
+    virtual void OnPanic(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
+                         ...);
+
+    virtual void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
+                        va_list pArguments) = 0;
+    virtual void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) = 0;
+    virtual void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) = 0;
+    virtual void SetApplicationName(const char* szName) = 0;
+};
+} // namespace TOVDebug

@@ -1,0 +1,156 @@
+#include <TOVPlatform/TOVSystem.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace TOVPlatform
+{
+namespace TOVSystem
+{
+namespace
+{
+// A file descriptor that is closed at the end of its scope; -1 for none.
+class CDescriptor
+{
+public:
+    explicit CDescriptor(int nDescriptor) : m_nDescriptor(nDescriptor)
+    {
+    }
+
+    ~CDescriptor()
+    {
+        if (m_nDescriptor >= 0)
+            ::close(m_nDescriptor);
+    }
+
+    CDescriptor(const CDescriptor&) = delete;
+    CDescriptor& operator=(const CDescriptor&) = delete;
+
+    operator int() const
+    {
+        return m_nDescriptor;
+    }
+
+private:
+    const int m_nDescriptor;
+};
+
+void Write(int nDescriptor, const char* szText)
+{
+    std::size_t nLeft = std::strlen(szText);
+    while (nLeft > 0)
+    {
+        const ssize_t nWritten = ::write(nDescriptor, szText, nLeft);
+        if (nWritten < 0 && errno == EINTR)
+            continue;
+        if (nWritten <= 0)
+            return;
+        szText += nWritten;
+        nLeft -= static_cast<std::size_t>(nWritten);
+    }
+}
+
+// The next character; 0 at the end of the input.
+char ReadCharacter(int nDescriptor)
+{
+    char cRead = '\0';
+    ssize_t nRead = 0;
+    do
+        nRead = ::read(nDescriptor, &cRead, 1);
+    while (nRead < 0 && errno == EINTR);
+    return nRead == 1 ? cRead : '\0';
+}
+
+// Reads one line and gives its first character, which is a line end for an empty line and 0 at the end of the input.
+char ReadAnswer(int nDescriptor)
+{
+    const char cFirst = ReadCharacter(nDescriptor);
+    for (char cLast = cFirst; cLast != '\n' && cLast != '\0';)
+        cLast = ReadCharacter(nDescriptor);
+    return cFirst;
+}
+
+void Show(int nDescriptor, const char* szText, const char* szCaption)
+{
+    Write(nDescriptor, "\n");
+    Write(nDescriptor, szCaption);
+    Write(nDescriptor, "\n");
+    Write(nDescriptor, szText);
+    Write(nDescriptor, "\n");
+}
+} // namespace
+
+// Without a system-wide channel for debugger text, it goes to standard error while a debugger looks on.
+void OutputDebugText(const char* szText)
+{
+    if (IsDebuggerAttached())
+        Write(STDERR_FILENO, szText);
+}
+
+bool IsDebuggerAttached()
+{
+    const CDescriptor oStatus(::open("/proc/self/status", O_RDONLY | O_CLOEXEC));
+    if (oStatus < 0)
+        return false;
+
+    char szStatus[2048];
+    const ssize_t nRead = ::read(oStatus, szStatus, sizeof(szStatus) - 1);
+    szStatus[nRead > 0 ? nRead : 0] = '\0';
+    const char szKey[] = "TracerPid:";
+    const char* szTracer = std::strstr(szStatus, szKey);
+    return szTracer != nullptr && std::atoi(szTracer + sizeof(szKey) - 1) != 0;
+}
+
+eAnswer AskYesNoCancel(const char* szText, const char* szCaption)
+{
+    const CDescriptor oTerminal(::open("/dev/tty", O_RDWR | O_CLOEXEC));
+    if (oTerminal < 0)
+        return eAnswerNone;
+
+    Show(oTerminal, szText, szCaption);
+    for (;;)
+    {
+        Write(oTerminal, "[y]es, [n]o, [c]ancel? ");
+        switch (ReadAnswer(oTerminal))
+        {
+        case 'y':
+        case 'Y':
+            return eAnswerYes;
+        case 'n':
+        case 'N':
+            return eAnswerNo;
+        case 'c':
+        case 'C':
+            return eAnswerCancel;
+        case '\0':
+            return eAnswerNone;
+        default:
+            break;
+        }
+    }
+}
+
+// Without a terminal the text is shown on standard error, and nobody is waited for.
+void ShowError(const char* szText, const char* szCaption)
+{
+    const CDescriptor oTerminal(::open("/dev/tty", O_RDWR | O_CLOEXEC));
+    if (oTerminal < 0)
+    {
+        Show(STDERR_FILENO, szText, szCaption);
+        return;
+    }
+
+    Show(oTerminal, szText, szCaption);
+    Write(oTerminal, "[Enter] ");
+    ReadAnswer(oTerminal);
+}
+
+void EndProcess(int nExitCode)
+{
+    ::_exit(nExitCode);
+}
+} // namespace TOVSystem
+} // namespace TOVPlatform

@@ -1,0 +1,110 @@
+#include <TOVPlatform/TOVMemory.h>
+
+#include <Debug/TOVCheck.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace TOVPlatform
+{
+namespace TOVMemory
+{
+namespace
+{
+// The runtime's memory functions are the same on both platforms, so this stands once, under the backend's name.
+const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
+} // namespace
+
+void* Alloc(unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    return std::malloc(dwSize);
+}
+
+void* Realloc(void* pMemoryBlock, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pMemoryBlock != NULL);
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    return std::realloc(pMemoryBlock, dwSize);
+}
+
+void Free(void* pMemory)
+{
+    TOV_ASSERT_AT(SOURCE, pMemory != NULL);
+    std::free(pMemory);
+}
+
+void Zero(void* pMemory, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pMemory != NULL);
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    std::memset(pMemory, 0, dwSize);
+}
+
+void Copy(void* pDestination, const void* pSource, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
+    TOV_ASSERT_AT(SOURCE, pSource != NULL);
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    std::memcpy(pDestination, pSource, dwSize);
+}
+
+void Move(void* pDestination, const void* pSource, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
+    TOV_ASSERT_AT(SOURCE, pSource != NULL);
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    std::memmove(pDestination, pSource, dwSize);
+}
+
+void Set(void* pDestination, int nValue, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    std::memset(pDestination, nValue, dwSize);
+}
+
+namespace
+{
+// Number of leading bytes, in whole words, in which two blocks are equal.
+unsigned long EqualWords(const tByte* pFirst, const tByte* pSecond, unsigned long dwSize)
+{
+    unsigned long dwOffset = 0;
+    for (; dwSize - dwOffset >= sizeof(tDword); dwOffset += sizeof(tDword))
+    {
+        tDword dwFirst;
+        tDword dwSecond;
+        std::memcpy(&dwFirst, pFirst + dwOffset, sizeof(tDword)); // the blocks need not be aligned
+        std::memcpy(&dwSecond, pSecond + dwOffset, sizeof(tDword));
+        if (dwFirst != dwSecond)
+            break;
+    }
+    return dwOffset;
+}
+} // namespace
+
+bool FastCompare(const void* pDestination, const void* pSource, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
+    TOV_ASSERT_AT(SOURCE, pSource != NULL);
+    TOV_ASSERT_AT(SOURCE, (dwSize > 0) && ((dwSize % 4) == 0));
+    return EqualWords(static_cast<const tByte*>(pDestination), static_cast<const tByte*>(pSource), dwSize) == dwSize;
+}
+
+int Compare(const void* pDestination, const void* pSource, unsigned long dwSize)
+{
+    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
+    TOV_ASSERT_AT(SOURCE, pSource != NULL);
+    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+
+    const tByte* pFirst = static_cast<const tByte*>(pDestination);
+    const tByte* pSecond = static_cast<const tByte*>(pSource);
+    for (unsigned long i = EqualWords(pFirst, pSecond, dwSize); i < dwSize; ++i)
+    {
+        if (pFirst[i] != pSecond[i])
+            return pFirst[i] < pSecond[i] ? -1 : 1;
+    }
+    return 0;
+}
+} // namespace TOVMemory
+} // namespace TOVPlatform
