@@ -1,0 +1,77 @@
+// What the waits of both platforms have in common: how a result is reduced to what the caller is told.
+#include <TOVPlatform/TOVSynchronization.h>
+
+#include <TOVPlatform/TOVWait.h>
+
+namespace TOVPlatform
+{
+namespace TOVSynchronization
+{
+namespace
+{
+constexpr int MULTIPLE_WAIT_FAILED = -1;
+constexpr int MULTIPLE_WAIT_TIMEOUT = -2;
+
+void WaitForEver(unsigned long long hObject)
+{
+    TOVWait::ForOne(hObject, TOVWait::INFINITE_TIMEOUT);
+}
+
+// Settled: a failed wait counts as a released one.
+bool IsReleasedInTime(unsigned long long hObject, long lMilliseconds)
+{
+    return TOVWait::ForOne(hObject, static_cast<tDword>(lMilliseconds)) != TOVWait::RESULT_TIMEOUT;
+}
+
+int WaitForSeveral(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+{
+    if (pHandles == nullptr || nCount < 1 || nCount > TOVWait::MAXIMUM_OBJECTS)
+        return MULTIPLE_WAIT_FAILED;
+
+    const tDword dwResult = TOVWait::ForMany(pHandles, nCount, bWaitForAll, dwMilliseconds);
+    return dwResult == TOVWait::RESULT_TIMEOUT ? MULTIPLE_WAIT_TIMEOUT : static_cast<int>(dwResult);
+}
+} // namespace
+
+void Event::Wait(unsigned long long hEvent)
+{
+    WaitForEver(hEvent);
+}
+
+bool Event::TimedWait(unsigned long long hEvent, long lMilliseconds)
+{
+    return IsReleasedInTime(hEvent, lMilliseconds);
+}
+
+int Event::MultipleWait(unsigned long long* pHandles, int nCount, bool bWaitForAll)
+{
+    return WaitForSeveral(pHandles, nCount, bWaitForAll, TOVWait::INFINITE_TIMEOUT);
+}
+
+int Event::MultipleTimedWait(unsigned long long* pHandles, int nCount, bool bWaitForAll, long lMilliseconds)
+{
+    return WaitForSeveral(pHandles, nCount, bWaitForAll, static_cast<tDword>(lMilliseconds));
+}
+
+void Mutex::Lock(unsigned long long hMutex)
+{
+    WaitForEver(hMutex);
+}
+
+bool Mutex::IsLocked(unsigned long long hMutex)
+{
+    // Settled: a free mutex is taken by this query.
+    return TOVWait::ForOne(hMutex, 0) != TOVWait::RESULT_SIGNALLED;
+}
+
+void Semaphore::Lock(unsigned long long hSemaphore)
+{
+    WaitForEver(hSemaphore);
+}
+
+bool Semaphore::TryLock(unsigned long long hSemaphore, long lMilliseconds)
+{
+    return IsReleasedInTime(hSemaphore, lMilliseconds);
+}
+} // namespace TOVSynchronization
+} // namespace TOVPlatform

@@ -1,0 +1,59 @@
+// What the threads of both platforms have in common: waits for the end, and the table of priorities.
+#include <TOVPlatform/TOVThread.h>
+
+#include <TOVPlatform/TOVThreadPriority.h>
+#include <TOVPlatform/TOVWait.h>
+
+namespace TOVPlatform
+{
+namespace TOVThread
+{
+namespace
+{
+struct sPriority
+{
+    eThreadPriority ePriority;
+    int nLevel;
+};
+
+constexpr sPriority s_aPriorities[] = {
+    {eThreadPriorityLow, TOVThreadPriority::LEVEL_LOWEST},
+    {eThreadPriorityNormal, TOVThreadPriority::LEVEL_NORMAL},
+    {eThreadPriorityHigh, TOVThreadPriority::LEVEL_HIGHEST},
+    {eThreadPriorityTimeCritical, TOVThreadPriority::LEVEL_TIME_CRITICAL},
+};
+} // namespace
+
+void WaitForExit(unsigned long long hThread, unsigned long ulMilliseconds)
+{
+    TOVWait::ForOne(hThread, static_cast<tDword>(ulMilliseconds));
+}
+
+void WaitForExitInfinite(unsigned long long hThread)
+{
+    TOVWait::ForOne(hThread, TOVWait::INFINITE_TIMEOUT);
+}
+
+eThreadPriority GetPriority(unsigned long long hThread)
+{
+    const int nLevel = TOVThreadPriority::Read(hThread);
+    for (const sPriority& oEntry : s_aPriorities)
+    {
+        if (oEntry.nLevel == nLevel)
+            return oEntry.ePriority;
+    }
+    return static_cast<eThreadPriority>(-1); // Settled: the levels between have no enumerator, nor has this value.
+}
+
+void SetPriority(unsigned long long hThread, eThreadPriority ePriority)
+{
+    int nLevel = TOVThreadPriority::LEVEL_NORMAL;
+    for (const sPriority& oEntry : s_aPriorities)
+    {
+        if (oEntry.ePriority == ePriority)
+            nLevel = oEntry.nLevel;
+    }
+    TOVThreadPriority::Write(hThread, nLevel);
+}
+} // namespace TOVThread
+} // namespace TOVPlatform

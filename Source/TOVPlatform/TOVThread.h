@@ -1,0 +1,46 @@
+// The system's threads: start one, end the calling one, wait for one, priorities.
+#pragma once
+
+#include <Debug/TOVBase.h>
+
+namespace TOVPlatform
+{
+// Free functions over handles, as in TOVSynchronization; a thread's handle can be waited for there as well, and counts
+// as signalled once the thread has ended. Nothing here closes it: it stays open for the rest of the process.
+//
+// Threads: any, for all functions.
+namespace TOVThread
+{
+enum eThreadPriority : int
+{
+    eThreadPriorityLow = 0,
+    eThreadPriorityNormal = 1,
+    eThreadPriorityHigh = 2,
+    eThreadPriorityTimeCritical = 3
+};
+
+// A thread's entry. The parameter arrives in the argument as a pointer's worth of low bits; it is the low half on a
+// 32-bit system, and the high half is then not defined.
+typedef unsigned long (*tThreadEntry)(unsigned long long ullParam);
+
+// Starts a thread, which runs at once. The system's id of the thread stands in *pulThreadId, unless that is null,
+// before the entry function begins. Returns 0 on failure.
+TOV_EXPORT unsigned long long Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId);
+
+// Ends the calling thread. Its stack is not unwound, so no local object is destroyed; its thread-local storage is
+// released.
+[[noreturn]] TOV_EXPORT void Exit(int nExitCode);
+
+// Wait for a thread's end. Whether it ended, or the time ran out, or the handle was bad, is not told.
+// Unsigned 32-bit milliseconds; 0xFFFFFFFF waits for ever.
+TOV_EXPORT void WaitForExit(unsigned long long hThread, unsigned long ulMilliseconds);
+TOV_EXPORT void WaitForExitInfinite(unsigned long long hThread);
+
+// -1, which is no enumerator, for a priority of the system that has none here (above normal, idle) and a bad handle.
+TOV_EXPORT eThreadPriority GetPriority(unsigned long long hThread);
+
+// A value outside the enumerators sets normal priority. On Linux the levels are nice values of the thread; one that the
+// system refuses to this user reads back as set all the same.
+TOV_EXPORT void SetPriority(unsigned long long hThread, eThreadPriority ePriority);
+} // namespace TOVThread
+} // namespace TOVPlatform

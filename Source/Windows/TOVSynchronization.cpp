@@ -1,0 +1,132 @@
+#include <TOVPlatform/TOVSynchronization.h>
+#include <TOVPlatform/TOVWait.h>
+
+#include <Windows/TOVNativeHandle.h>
+
+#include <new>
+
+#undef InterlockedIncrement // <windows.h> would rename our function
+
+namespace TOVPlatform
+{
+namespace TOVSynchronization
+{
+namespace
+{
+unsigned long long FromRecord(CRITICAL_SECTION* pRecord)
+{
+    return static_cast<unsigned long long>(static_cast<long long>(reinterpret_cast<LONG_PTR>(pRecord)));
+}
+
+CRITICAL_SECTION* ToRecord(unsigned long long hCriticalSection)
+{
+    return reinterpret_cast<CRITICAL_SECTION*>(static_cast<ULONG_PTR>(hCriticalSection));
+}
+} // namespace
+
+unsigned long long CriticalSection::Create(unsigned long)
+{
+    CRITICAL_SECTION* const pRecord = new (std::nothrow) CRITICAL_SECTION;
+    if (pRecord != nullptr)
+        ::InitializeCriticalSection(pRecord);
+    return FromRecord(pRecord);
+}
+
+void CriticalSection::Enter(unsigned long long hCriticalSection)
+{
+    if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
+        ::EnterCriticalSection(pRecord);
+}
+
+void CriticalSection::Leave(unsigned long long hCriticalSection)
+{
+    if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
+        ::LeaveCriticalSection(pRecord);
+}
+
+void CriticalSection::Destroy(unsigned long long hCriticalSection)
+{
+    if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
+    {
+        ::DeleteCriticalSection(pRecord);
+        delete pRecord;
+    }
+}
+
+unsigned long long Event::Create(bool bManualReset, bool bInitiallySignalled, const char* szName)
+{
+    return FromNative(::CreateEventA(NULL, bManualReset, bInitiallySignalled, szName));
+}
+
+bool Event::Destroy(unsigned long long hEvent)
+{
+    return ::CloseHandle(ToNative(hEvent)) != FALSE;
+}
+
+void Event::Signal(unsigned long long hEvent)
+{
+    ::SetEvent(ToNative(hEvent));
+}
+
+void Event::Reset(unsigned long long hEvent)
+{
+    ::ResetEvent(ToNative(hEvent));
+}
+
+unsigned long long Mutex::Create(bool bInitiallyOwned, const char* szName)
+{
+    return FromNative(::CreateMutexA(NULL, bInitiallyOwned, szName));
+}
+
+bool Mutex::Destroy(unsigned long long hMutex)
+{
+    return ::CloseHandle(ToNative(hMutex)) != FALSE;
+}
+
+void Mutex::Unlock(unsigned long long hMutex)
+{
+    ::ReleaseMutex(ToNative(hMutex));
+}
+
+unsigned long long Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
+{
+    return FromNative(::CreateSemaphoreA(NULL, lInitialCount, lMaximumCount, szName));
+}
+
+bool Semaphore::Destroy(unsigned long long hSemaphore)
+{
+    return ::CloseHandle(ToNative(hSemaphore)) != FALSE;
+}
+
+long Semaphore::Unlock(unsigned long long hSemaphore, long lReleaseCount)
+{
+    LONG lPreviousCount = 0;
+    if (!::ReleaseSemaphore(ToNative(hSemaphore), lReleaseCount, &lPreviousCount))
+        return 0;
+    return lPreviousCount;
+}
+
+long Variable::InterlockedIncrement(long& lVariable)
+{
+    return ::_InterlockedIncrement(&lVariable);
+}
+} // namespace TOVSynchronization
+
+static_assert(TOVWait::MAXIMUM_OBJECTS == MAXIMUM_WAIT_OBJECTS && TOVWait::INFINITE_TIMEOUT == INFINITE &&
+                  TOVWait::RESULT_SIGNALLED == WAIT_OBJECT_0 && TOVWait::RESULT_ABANDONED == WAIT_ABANDONED_0 &&
+                  TOVWait::RESULT_TIMEOUT == WAIT_TIMEOUT && TOVWait::RESULT_FAILED == WAIT_FAILED,
+              "the waits' results are passed on as they stand");
+
+tDword TOVWait::ForOne(unsigned long long hObject, tDword dwMilliseconds)
+{
+    return ::WaitForSingleObject(ToNative(hObject), dwMilliseconds);
+}
+
+tDword TOVWait::ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+{
+    HANDLE ahObjects[MAXIMUM_OBJECTS];
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+        ahObjects[nIndex] = ToNative(pHandles[nIndex]);
+    return ::WaitForMultipleObjects(static_cast<DWORD>(nCount), ahObjects, bWaitForAll, dwMilliseconds);
+}
+} // namespace TOVPlatform

@@ -1,0 +1,64 @@
+#include <TOVPlatform/TOVThread.h>
+#include <TOVPlatform/TOVThreadPriority.h>
+
+#include <Windows/TOVNativeHandle.h>
+
+#include <new>
+
+namespace TOVPlatform
+{
+namespace TOVThread
+{
+namespace
+{
+// The system's entry function has another calling convention and another parameter than ours.
+struct sStart
+{
+    tThreadEntry pEntry;
+    void* pParam;
+};
+
+DWORD WINAPI EnterThread(void* pParam)
+{
+    sStart* const pStart = static_cast<sStart*>(pParam);
+    const sStart oStart = *pStart;
+    delete pStart; // before the entry function: it need not return
+    return oStart.pEntry(reinterpret_cast<ULONG_PTR>(oStart.pParam));
+}
+} // namespace
+
+unsigned long long Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
+{
+    sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam};
+    if (pStart == nullptr)
+        return 0;
+
+    const HANDLE hThread = ::CreateThread(NULL, 0, EnterThread, pStart, 0, pulThreadId);
+    if (hThread == NULL)
+        delete pStart;
+    return FromNative(hThread);
+}
+
+void Exit(int nExitCode)
+{
+    ::ExitThread(static_cast<DWORD>(nExitCode));
+}
+} // namespace TOVThread
+
+static_assert(TOVThreadPriority::LEVEL_LOWEST == THREAD_PRIORITY_LOWEST &&
+                  TOVThreadPriority::LEVEL_NORMAL == THREAD_PRIORITY_NORMAL &&
+                  TOVThreadPriority::LEVEL_HIGHEST == THREAD_PRIORITY_HIGHEST &&
+                  TOVThreadPriority::LEVEL_TIME_CRITICAL == THREAD_PRIORITY_TIME_CRITICAL &&
+                  TOVThreadPriority::LEVEL_NONE == THREAD_PRIORITY_ERROR_RETURN,
+              "levels are passed on as they stand");
+
+int TOVThreadPriority::Read(unsigned long long hThread)
+{
+    return ::GetThreadPriority(ToNative(hThread));
+}
+
+void TOVThreadPriority::Write(unsigned long long hThread, int nLevel)
+{
+    ::SetThreadPriority(ToNative(hThread), nLevel);
+}
+} // namespace TOVPlatform
