@@ -1,0 +1,37 @@
+// Computes checksums of many files in worker threads.
+#pragma once
+
+#include <Debug/TOVBase.h>
+#include <TOVContainers/TOVArray.h>
+#include <TOVString/TOVStringA.h>
+
+#include <atomic>
+#include <functional>
+
+// One file to read. The name and the expected size are input, the rest is the result.
+struct sChecksumJob
+{
+    CTOVStringA oName;
+    unsigned long long ullExpectedSize = 0;
+
+    unsigned long long ullSize = 0;
+    tDword dwCrc = 0;
+    bool bOpened = false;
+
+    // A read says nothing of errors; a file that ends too early tells of one.
+    bool IsWhole() const
+    {
+        return bOpened && ullSize >= ullExpectedSize;
+    }
+};
+
+struct sChecksumProgress
+{
+    long lFilesDone = 0;
+    unsigned long long ullBytesDone = 0;
+};
+
+// Reads all files with nThreads threads. fnProgress is called about five times a second on the calling thread. Returns
+// false, with jobs left undone, when bStop became true.
+bool RunChecksums(CTOVArray<sChecksumJob>& aJobs, int nThreads, const std::atomic<bool>& bStop,
+                  const std::function<void(const sChecksumProgress&)>& fnProgress);

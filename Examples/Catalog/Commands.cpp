@@ -1,0 +1,227 @@
+#include "Commands.h"
+
+#include "CatalogFile.h"
+#include "Checksummer.h"
+#include "Console.h"
+#include "TreeWalker.h"
+
+#include <Path/TOVPath.h>
+
+#include <cstdio>
+
+namespace
+{
+typedef std::chrono::steady_clock tClock;
+
+// The files that stand in the directories now, sorted, without checksums.
+CTOVArray<sFileRecord> FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, tUnreadable& aUnreadable)
+{
+    CTOVArray<sFileRecord> aFiles;
+    CTreeWalker oWalker(oCatalog.aPatterns, aFiles, aUnreadable);
+    CTOVStringA oTemporary(~oCatalogName);
+    oTemporary += ".new";
+    oWalker.Exclude(oCatalogName);
+    oWalker.Exclude(oTemporary);
+    for (long i = 0; i < oCatalog.aDirectories.GetSize(); ++i)
+        oWalker.Walk(i, oCatalog.aDirectories[i]);
+    aFiles.Sort(&CompareRecords);
+    return aFiles;
+}
+
+CTOVArray<sChecksumJob> MakeJobs(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFiles)
+{
+    CTOVArray<sChecksumJob> aJobs;
+    aJobs.Resize(aFiles.GetSize());
+    for (long i = 0; i < aFiles.GetSize(); ++i)
+    {
+        aJobs[i].oName = FullName(oCatalog, aFiles[i]);
+        aJobs[i].ullExpectedSize = aFiles[i].ullSize;
+    }
+    return aJobs;
+}
+
+unsigned long long TotalSize(const CTOVArray<sFileRecord>& aFiles)
+{
+    unsigned long long ullSize = 0;
+    for (long i = 0; i < aFiles.GetSize(); ++i)
+        ullSize += aFiles[i].ullSize;
+    return ullSize;
+}
+
+// Reads all files, with a progress line. Throws when interrupted.
+CTOVArray<sChecksumJob> ReadFiles(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFiles, int nThreads,
+                                  const std::atomic<bool>& bStop)
+{
+    CTOVArray<sChecksumJob> aJobs = MakeJobs(oCatalog, aFiles);
+    CProgressLine oLine(aFiles.GetSize(), TotalSize(aFiles));
+    if (!RunChecksums(aJobs, nThreads, bStop, [&](const sChecksumProgress& oProgress) { oLine.Show(oProgress); }))
+        throw CCatalogError(bStop ? "interrupted" : "no thread could be started");
+    return aJobs;
+}
+
+void Report(std::FILE* pOutput, const char* szWhat, const CTOVStringA& oName)
+{
+    std::fprintf(pOutput, "%-10s %s\n", szWhat, ~Printable(oName));
+}
+
+// Counts of a verification.
+struct sDifferences
+{
+    long lChanged = 0;
+    long lMissing = 0;
+    long lNew = 0;
+    long lUnreadable = 0;
+
+    bool Any() const
+    {
+        return lChanged + lMissing + lNew + lUnreadable > 0;
+    }
+};
+
+// What stands in the catalogue and in its directories: the record of then and the one of now, same index.
+struct sCommonFiles
+{
+    CTOVArray<sFileRecord> aThen;
+    CTOVArray<sFileRecord> aNow;
+};
+
+// Reports what stands on one side alone.
+void CompareLists(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFound, sCommonFiles& oCommon,
+                  sDifferences& oDifferences)
+{
+    long lOld = 0;
+    long lNow = 0;
+    while (lOld < oCatalog.aFiles.GetSize() || lNow < aFound.GetSize())
+    {
+        int nOrder = lOld == oCatalog.aFiles.GetSize() ? 1 : -1;
+        if (lOld < oCatalog.aFiles.GetSize() && lNow < aFound.GetSize())
+            nOrder = CompareRecords(oCatalog.aFiles[lOld], aFound[lNow]);
+
+        if (nOrder < 0)
+        {
+            Report(stdout, "missing", FullName(oCatalog, oCatalog.aFiles[lOld++]));
+            ++oDifferences.lMissing;
+        }
+        else if (nOrder > 0)
+        {
+            Report(stdout, "new", FullName(oCatalog, aFound[lNow++]));
+            ++oDifferences.lNew;
+        }
+        else
+        {
+            oCommon.aThen.Add(oCatalog.aFiles[lOld++]);
+            oCommon.aNow.Add(aFound[lNow++]);
+        }
+    }
+}
+
+void CompareContents(const CTOVArray<sFileRecord>& aThen, const CTOVArray<sChecksumJob>& aJobs,
+                     sDifferences& oDifferences)
+{
+    for (long i = 0; i < aThen.GetSize(); ++i)
+    {
+        if (!aJobs[i].IsWhole())
+        {
+            Report(stdout, "unreadable", aJobs[i].oName);
+            ++oDifferences.lUnreadable;
+        }
+        else if (aJobs[i].ullSize != aThen[i].ullSize || aJobs[i].dwCrc != aThen[i].dwCrc)
+        {
+            Report(stdout, "changed", aJobs[i].oName);
+            ++oDifferences.lChanged;
+        }
+    }
+}
+
+unsigned long long TotalRead(const CTOVArray<sChecksumJob>& aJobs)
+{
+    unsigned long long ullSize = 0;
+    for (long i = 0; i < aJobs.GetSize(); ++i)
+        ullSize += aJobs[i].ullSize;
+    return ullSize;
+}
+} // namespace
+
+int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop)
+{
+    const tClock::time_point oStart = tClock::now();
+    sCatalog oCatalog;
+    oCatalog.aDirectories = oOptions.aDirectories;
+    oCatalog.aPatterns = oOptions.aPatterns;
+    for (long i = 0; i < oCatalog.aDirectories.GetSize(); ++i)
+    {
+        const CTOVPath oDirectory(oCatalog.aDirectories[i]);
+        if (oDirectory.IsEmpty() || !oDirectory.DoesExist() || !oDirectory.IsDirectory())
+            throw CCatalogError(std::string(~Printable(oCatalog.aDirectories[i])) + " is no directory");
+    }
+
+    tUnreadable aUnreadable;
+    const CTOVArray<sFileRecord> aFound = FindFiles(oCatalog, oOptions.oCatalog, aUnreadable);
+    const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, aFound, oOptions.nThreads, bStop);
+    for (long i = 0; i < aFound.GetSize(); ++i)
+    {
+        if (!aJobs[i].IsWhole())
+        {
+            aUnreadable.Add(aJobs[i].oName);
+            continue;
+        }
+        sFileRecord oRecord = aFound[i];
+        oRecord.ullSize = aJobs[i].ullSize;
+        oRecord.dwCrc = aJobs[i].dwCrc;
+        oCatalog.aFiles.Add(oRecord);
+    }
+    SaveCatalog(oOptions.oCatalog, oCatalog);
+
+    for (long i = 0; i < aUnreadable.GetSize(); ++i)
+        Report(stderr, "unreadable", aUnreadable[i]);
+    std::printf("%s catalogued", ~DescribeWork(oCatalog.aFiles.GetSize(), TotalRead(aJobs), tClock::now() - oStart));
+    if (!aUnreadable.IsEmpty())
+        std::printf(", %d unreadable", static_cast<int>(aUnreadable.GetSize()));
+    std::printf("\n");
+    return aUnreadable.IsEmpty() ? eExitSame : eExitDifferences;
+}
+
+int VerifyCatalog(const CTOVStringA& oName, int nThreads, const std::atomic<bool>& bStop)
+{
+    const tClock::time_point oStart = tClock::now();
+    sCatalog oCatalog = LoadCatalog(oName);
+    oCatalog.aFiles.Sort(&CompareRecords);
+
+    tUnreadable aUnreadable;
+    const CTOVArray<sFileRecord> aFound = FindFiles(oCatalog, oName, aUnreadable);
+    sDifferences oDifferences;
+    for (long i = 0; i < aUnreadable.GetSize(); ++i)
+        Report(stdout, "unreadable", aUnreadable[i]);
+    oDifferences.lUnreadable = aUnreadable.GetSize();
+
+    sCommonFiles oCommon;
+    CompareLists(oCatalog, aFound, oCommon, oDifferences);
+    const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, oCommon.aNow, nThreads, bStop);
+    CompareContents(oCommon.aThen, aJobs, oDifferences);
+
+    std::printf("%s verified: ", ~DescribeWork(aJobs.GetSize(), TotalRead(aJobs), tClock::now() - oStart));
+    if (!oDifferences.Any())
+    {
+        std::printf("all unchanged\n");
+        return eExitSame;
+    }
+    std::printf("%d changed, %d missing, %d new, %d unreadable\n", static_cast<int>(oDifferences.lChanged),
+                static_cast<int>(oDifferences.lMissing), static_cast<int>(oDifferences.lNew),
+                static_cast<int>(oDifferences.lUnreadable));
+    return eExitDifferences;
+}
+
+int ListCatalog(const CTOVStringA& oName)
+{
+    const sCatalog oCatalog = LoadCatalog(oName);
+    for (long i = 0; i < oCatalog.aFiles.GetSize(); ++i)
+    {
+        const sFileRecord& oRecord = oCatalog.aFiles[i];
+        CTOVStringA oLine;
+        oLine.Format("%08x %14I64u  %s", oRecord.dwCrc, oRecord.ullSize, ~Printable(FullName(oCatalog, oRecord)));
+        std::printf("%s\n", ~oLine);
+    }
+    std::printf("%d files, %s bytes\n", static_cast<int>(oCatalog.aFiles.GetSize()),
+                std::to_string(TotalSize(oCatalog.aFiles)).c_str());
+    return eExitSame;
+}

@@ -1,0 +1,94 @@
+#include "Console.h"
+
+#include <cstdio>
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace
+{
+bool IsTerminal(std::FILE* pFile)
+{
+#if defined(_WIN32)
+    return ::_isatty(::_fileno(pFile)) != 0;
+#else
+    return ::isatty(::fileno(pFile)) != 0;
+#endif
+}
+
+const double BYTES_PER_MEGABYTE = 1000000.0;
+
+double Seconds(std::chrono::steady_clock::duration oTime)
+{
+    return std::chrono::duration<double>(oTime).count();
+}
+} // namespace
+
+CTOVStringA Printable(const CTOVStringA& oName)
+{
+    CTOVStringA oShown;
+    for (long i = 0; i < oName.GetLength(); ++i)
+    {
+        const int nCharacter = oName.GetAt(i);
+        if (nCharacter < 0x20 || nCharacter == 0x7f)
+        {
+            CTOVStringA oEscape;
+            oEscape.Format("\\x%02x", nCharacter);
+            oShown += oEscape;
+        }
+        else
+        {
+            oShown += static_cast<char>(nCharacter);
+        }
+    }
+    return oShown;
+}
+
+CProgressLine::CProgressLine(long lFiles, unsigned long long ullBytes)
+    : m_bTerminal(IsTerminal(stderr)), m_lFiles(lFiles), m_ullBytes(ullBytes), m_oStart(std::chrono::steady_clock::now())
+{
+}
+
+CProgressLine::~CProgressLine()
+{
+    if (m_nWidth > 0)
+    {
+        Print("");
+        std::fprintf(stderr, "\r");
+    }
+}
+
+void CProgressLine::Show(const sChecksumProgress& oProgress)
+{
+    const double dSeconds = Seconds(std::chrono::steady_clock::now() - m_oStart);
+    if (!m_bTerminal || dSeconds < 0.5)
+        return;
+
+    const double dPercent =
+        m_ullBytes > 0 ? 100.0 * static_cast<double>(oProgress.ullBytesDone) / static_cast<double>(m_ullBytes) : 100.0;
+    CTOVStringA oText;
+    oText.Format("%d of %d files, %.0f of %.0f MB, %.0f%%, %.1f MB/s", static_cast<int>(oProgress.lFilesDone),
+                 static_cast<int>(m_lFiles), static_cast<double>(oProgress.ullBytesDone) / BYTES_PER_MEGABYTE,
+                 static_cast<double>(m_ullBytes) / BYTES_PER_MEGABYTE, dPercent,
+                 static_cast<double>(oProgress.ullBytesDone) / BYTES_PER_MEGABYTE / dSeconds);
+    Print(~oText);
+}
+
+void CProgressLine::Print(const char* szText)
+{
+    m_nWidth = std::fprintf(stderr, "\r%-*s", m_nWidth, szText) - 1;
+    std::fflush(stderr);
+}
+
+CTOVStringA DescribeWork(long lFiles, unsigned long long ullBytes, std::chrono::steady_clock::duration oTime)
+{
+    const double dSeconds = Seconds(oTime);
+    const double dRate = dSeconds > 0 ? static_cast<double>(ullBytes) / BYTES_PER_MEGABYTE / dSeconds : 0;
+    CTOVStringA oText;
+    oText.Format("%d file%s, %I64u bytes in %.2f s (%.1f MB/s)", static_cast<int>(lFiles), lFiles == 1 ? "" : "s",
+                 ullBytes, dSeconds, dRate);
+    return oText;
+}

@@ -1,0 +1,100 @@
+// tovcatalog: proves that files are unchanged, by a catalogue of their sizes and checksums.
+
+#include "Commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <thread>
+
+namespace
+{
+std::atomic<bool> g_bStop(false);
+
+void StopWork(int /*nSignal*/)
+{
+    g_bStop = true;
+}
+
+CTOVStringA ToString(const std::string& sText)
+{
+    return CTOVStringA(sText.c_str());
+}
+
+CTOVArray<CTOVStringA> ToArray(const std::vector<std::string>& aTexts)
+{
+    CTOVArray<CTOVStringA> aResult;
+    for (const std::string& sText : aTexts)
+        aResult.Add(ToString(sText));
+    return aResult;
+}
+
+int DefaultThreads()
+{
+    const unsigned nCores = std::thread::hardware_concurrency();
+    return nCores > 0 ? static_cast<int>(nCores) : 2;
+}
+} // namespace
+
+int main(int nArguments, char** aszArguments)
+{
+    CLI::App oProgram("Proves that files are unchanged, by a catalogue of their sizes and CRC-32 checksums.\n"
+                      "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
+                      "tovcatalog");
+    oProgram.require_subcommand(1);
+    std::string sCatalog;
+    std::vector<std::string> aDirectories;
+    std::vector<std::string> aPatterns;
+    int nThreads = DefaultThreads();
+
+    CLI::App* pCreate = oProgram.add_subcommand("create", "Write the catalogue of all files below directories");
+    pCreate->add_option("CATALOG", sCatalog, "File to write; replaced only when all went well")->required();
+    pCreate->add_option("DIRECTORY", aDirectories, "Directories, each with all its subdirectories")->required();
+    pCreate->add_option("--pattern", aPatterns, "Only files of such names, with * and ?; may be given again")
+        ->allow_extra_args(false);
+    pCreate->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
+
+    CLI::App* pVerify = oProgram.add_subcommand("verify", "Report changed, missing and new files");
+    pVerify->add_option("CATALOG", sCatalog, "File that create has written")->required();
+    pVerify->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
+
+    CLI::App* pList = oProgram.add_subcommand("list", "Print a catalogue");
+    pList->add_option("CATALOG", sCatalog, "File that create has written")->required();
+
+    try
+    {
+        oProgram.parse(nArguments, aszArguments);
+    }
+    catch (const CLI::ParseError& oError)
+    {
+        return oProgram.exit(oError) == 0 ? eExitSame : eExitFailure;
+    }
+
+    std::signal(SIGINT, &StopWork);
+    std::signal(SIGTERM, &StopWork);
+    try
+    {
+        if (pList->parsed())
+            return ListCatalog(ToString(sCatalog));
+        if (pVerify->parsed())
+            return VerifyCatalog(ToString(sCatalog), nThreads, g_bStop);
+
+        sCreateOptions oOptions;
+        oOptions.oCatalog = ToString(sCatalog);
+        oOptions.aDirectories = ToArray(aDirectories);
+        oOptions.aPatterns = ToArray(aPatterns);
+        oOptions.nThreads = nThreads;
+        return CreateCatalog(oOptions, g_bStop);
+    }
+    catch (const std::exception& oError)
+    {
+        std::fprintf(stderr, "tovcatalog: %s\n", oError.what());
+    }
+    catch (CTOVException& oError)
+    {
+        std::fprintf(stderr, "tovcatalog: unexpected failure, class %d, code %lu\n", oError.GetClass(),
+                     oError.GetCode());
+    }
+    return eExitFailure;
+}

@@ -1,0 +1,53 @@
+// The whole library, for applications.
+#pragma once
+
+#include <Debug/TOVBase.h>
+#include <Debug/TOVDebug.h>
+#include <Debug/TOVDebugServer.h>
+#include <Debug/TOVException.h>
+#include <Debug/TOVLogListener.h>
+#include <Debug/TOVMSDevLogger.h>
+
+#include <TOVPlatform/TOVFile.h>
+#include <TOVPlatform/TOVMemory.h>
+#include <TOVPlatform/TOVString.h>
+#include <TOVPlatform/TOVSynchronization.h>
+#include <TOVPlatform/TOVThread.h>
+
+#include <TOVDesignPatterns/TOVDynamicSingleton.h>
+#include <TOVDesignPatterns/TOVRefCount.h>
+#include <TOVDesignPatterns/TOVSmartPointer.h>
+
+#include <TOVContainers/TOVArray.h>
+#include <TOVContainers/TOVBuffer.h>
+#include <TOVContainers/TOVQueue.h>
+#include <TOVContainers/TOVSafeQueue.h>
+#include <TOVContainers/TOVSorter.h>
+#include <TOVContainers/TOVStack.h>
+
+#include <TOVString/TOVCrc.h>
+#include <TOVString/TOVResourceLoader.h>
+#include <TOVString/TOVStringA.h>
+#include <TOVString/TOVStringW.h>
+
+#include <TOVRtti/TOVClass.h>
+#include <TOVRtti/TOVClassServer.h>
+
+#include <Path/TOVPath.h>
+
+#include <TOVProcess/TOVCriticalSection.h>
+#include <TOVProcess/TOVEvent.h>
+#include <TOVProcess/TOVMutex.h>
+#include <TOVProcess/TOVSemaphore.h>
+#include <TOVProcess/TOVThread.h>
+
+#include <File/TOVFile.h>
+#include <File/TOVFileInterface.h>
+#include <File/TOVFileScanner.h>
+#include <File/TOVVirtualFileSystem.h>
+
+#include <TOVStream/TOVFileStream.h>
+#include <TOVStream/TOVReadFileStream.h>
+#include <TOVStream/TOVStream.h>
+#include <TOVStream/TOVStreamTraits.h>
+#include <TOVStream/TOVWriteFileStream.h>

@@ -1,0 +1,75 @@
+// What one thread takes from the heap and gives back, in the test program and in the library alike.
+//
+//     CAllocationCounter oCounter;
+//     TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s", "text");
+//     EXPECT_EQ(0u, oCounter.Taken());
+//
+// It sees new, malloc, calloc and realloc however they are called; what the system's own libraries take for themselves
+// may count as well on Linux, and does not on Windows. Nothing of googletest may stand between construction and query.
+#pragma once
+
+#include <cstddef>
+
+// Sanitizers bring a heap of their own that never fails.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define TOV_CAN_FAIL_ALLOCATIONS 0
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define TOV_CAN_FAIL_ALLOCATIONS 0
+#endif
+#endif
+#ifndef TOV_CAN_FAIL_ALLOCATIONS
+#define TOV_CAN_FAIL_ALLOCATIONS 1
+#endif
+
+struct sAllocationCounts
+{
+    unsigned long ulTaken;
+    unsigned long ulReleased;
+    std::size_t nBytesTaken;
+    std::size_t nLastSize;
+    bool bFailing;
+    unsigned long ulSuccessesLeft;
+};
+
+// Counts what the constructing thread does from then on. Use it on that thread alone; counters may overlap.
+class CAllocationCounter
+{
+public:
+    CAllocationCounter();
+
+    // Blocks. A realloc takes one and, given a block, releases one.
+    unsigned long Taken() const;
+    unsigned long Released() const;
+
+    // Blocks taken and not released: negative when older blocks were released.
+    long Kept() const;
+
+    // Bytes asked for in all, and with the thread's latest allocation.
+    std::size_t BytesTaken() const;
+    std::size_t LastSize() const;
+
+private:
+    sAllocationCounts m_oStart;
+};
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+// While it lives, the heap is exhausted for the constructing thread after a number of further allocations: malloc gives
+// null, new throws std::bad_alloc.
+class CAllocationFailure
+{
+public:
+    explicit CAllocationFailure(unsigned long ulSuccesses = 0);
+    ~CAllocationFailure();
+
+    CAllocationFailure(const CAllocationFailure&) = delete;
+    CAllocationFailure& operator=(const CAllocationFailure&) = delete;
+};
+#endif
+
+// The part that differs between the systems: the counts of the calling thread, counting once this has been called.
+sAllocationCounts& AllocationCountsOfThisThread();
+
+// For the hooks: notes a wish for a block and tells whether it is to be granted, and notes a block that was released.
+bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize);
+void NoteRelease(sAllocationCounts& oCounts);
