@@ -1,0 +1,221 @@
+// Narrow text: CTOVStringA, a value type on a shared block.
+#pragma once
+
+#include <TOVContainers/TOVArray.h>
+#include <TOVContainers/TOVBuffer.h>
+#include <TOVDesignPatterns/TOVDynamicSingleton.h>
+
+#include <cstdarg>
+
+class CTOVStringA;
+class CTOVStringW;
+template<class TString> class CTOVStringStore;
+template<class TString> class CTOVStringText;
+
+// 8-bit text: a shared block of characters and a length of its own. Copies are cheap, as they share the block; it looks
+// like copy on write and is not: what writes in place is seen by every string that shares the block.
+//
+//    oA  m_nStringLength 3 --+      +---+---+---+---+---+---+
+//                            +----> | a | b | c | 0 | e | 0 |     GetData()->GetSize() 6, the capacity
+//    oB  m_nStringLength 3 --+      +---+---+---+---+---+---+     with the place of the terminator
+//
+//   shares the block      copy constructor, operator=(const CTOVStringA&), Left, Right and Mid of the whole string
+//   takes a private copy  AllocBuffer above 0, AssignCopy, Copy, ConcatCopy, Empty; ConcatInPlace, FormatV, GetBuffer
+//                         and Replace(text, text) when they must grow
+//   writes where it is    SetAt, GetString(), ReleaseBuffer, MakeLower, MakeUpper, Reverse, Replace(char, char);
+//                         ConcatInPlace, FormatV, GetBuffer and Replace(text, text) when they need not grow
+//
+// A new string has no block at all: GetString() is NULL. Where there is a block, the character at m_nStringLength is 0.
+// Every allocation is exactly the length plus 1: appending in a loop costs one allocation and copy a call, so size with
+// GetBuffer first. Nothing gives capacity back.
+//
+// Text arguments below 0x10000 are string ids where operator=(const char*) is told to load them. A source that lies
+// inside the string's own block is read before it is overwritten or freed.
+//
+// Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was. Exhausted memory surfaces as
+// std::bad_alloc. No lock: one thread at a time, for all strings that share a block together.
+class TOV_EXPORT CTOVStringA
+{
+public:
+    // Virtual operation. Frees the block if no other string shares it.
+    virtual ~CTOVStringA() noexcept(false);
+
+    // Construction. No allocation of a block for empty text or for nCount <= 0.
+    CTOVStringA();
+    CTOVStringA(const char* szString);          // as operator=(const char*), string ids included
+    CTOVStringA(const CTOVStringA& oOther);     // shares oOther's block
+    CTOVStringA(const CTOVStringW& oOther);     // the low 8 bits of each character, no code page
+    CTOVStringA(char cChar, int nCount);        // nCount times cChar
+
+    // The process's shared empty string, for functions that return a reference and have no text. Created on demand.
+    // Writable, and nothing protects it: who changes it changes it for all.
+    static CTOVStringA& Null();
+
+    // Shares oOther's block. Two strings on one block already: nothing happens, their lengths stay apart.
+    const CTOVStringA& operator=(const CTOVStringA& oOther);
+    // Copies the text; NULL and "" empty the string. A value below 0x10000 is a string id: the string is emptied and
+    // the resource loader asked to fill it; a successful load is logged. Throws "m_pInstance != NULL" without a loader.
+    const CTOVStringA& operator=(const char* szString);
+    // One character; 0 empties the string. A negative character gives a text of that one character.
+    const CTOVStringA& operator=(char cChar);
+
+    // Append by ConcatInPlace. A string is appended with its whole length, zeros inside it included.
+    const CTOVStringA& operator+=(const CTOVStringA& oOther);
+    const CTOVStringA& operator+=(const char* szString); // throws unless szString != NULL
+    const CTOVStringA& operator+=(char cChar);
+
+    // Assigns exactly nStringLength characters, a terminator among them included.
+    // Throws unless szSrcString != NULL and nStringLength > 0.
+    void Copy(const char* szSrcString, int nStringLength);
+    // Zero-fills the whole capacity and sets the length to 0; nothing for a length of 0. Keeps the capacity.
+    void Empty();
+    // Asks the resource loader to fill this string, which is not emptied first. The loader's result.
+    bool LoadStringResource(long lStringId);
+
+    long GetLength() const { return m_nStringLength; }
+    bool IsEmpty() const { return m_nStringLength == 0; }
+    // The text, NULL without a block. The writable form takes no private copy.
+    const char* GetString() const { return m_oData.GetBuffer(); }
+    char* GetString() { return m_oData.GetBuffer(); }
+    operator const tChar*() const { return GetString(); }
+    const char* operator~() const { return GetString(); }
+    const CTOVBuffer<char>* GetData() const { return &m_oData; }
+
+    // The character as 0 to 255; SetAt stores the low 8 bits into the block as it is, shared or not.
+    // Throw unless 0 <= lIndex < GetLength().
+    int GetAt(long lIndex) const;
+    void SetAt(long lIndex, int nChar);
+    int operator[](int nIndex) const { return GetAt(nIndex); }
+    int operator[](long lIndex) const { return GetAt(lIndex); }
+
+    // The raw store, from which the rest is built.
+
+    // A private block for nLength characters, undefined but for the terminator; 0 sets the length alone.
+    // Throws unless 0 <= nLength <= INT_MAX-1.
+    void AllocBuffer(int nLength);
+    // nLength characters into a new block; 0 ends the text in the block as it stands.
+    void AssignCopy(int nLength, const char* szString);
+    // Two parts, one behind the other, into a new block; nothing if both are empty.
+    void ConcatCopy(int nLength1, const char* sz1, int nLength2, const char* sz2);
+    // Appends nLength characters, in place where the capacity allows it. Cost: at most one allocation.
+    void ConcatInPlace(int nLength, const char* szString);
+    // The block with room for nLength characters and the terminator, to be written to until ReleaseBuffer. Growing
+    // loses the text; the length is not changed.
+    char* GetBuffer(int nLength);
+    // Ends the text at nNewLength, or at its first 0 for -1. Throws unless nNewLength <= the capacity.
+    void ReleaseBuffer(int nNewLength);
+
+    // Search: the index of the first or last hit, -1 for none. In a multi-byte code page the start of a search for text
+    // or for a set counts characters, not bytes. Find throws for a negative start, for a character of 0 and for NULL.
+    int Find(char cCharToSearch, int nStartPos = 0) const;
+    int Find(const char* szSubStringToSearch, int nStartPos = 0) const;
+    int ReverseFind(char cCharToSearch) const; // 0 finds the terminator
+    // Throw unless szCharSet != NULL, and on a string without a block or a negative start.
+    int FindOneOf(const char* szCharSet, int nStartPos = 0) const;
+    int FindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
+    // Never look at index 0. Throw unless szCharSet != NULL and nStartPos == 0.
+    int ReverseFindOneOf(const char* szCharSet, int nStartPos = 0) const;
+    int ReverseFindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
+
+    // Replace every hit; the number of hits. The first throws unless cNewChar > 0, which refuses 0x80 and above too. In
+    // the second a NULL szNew deletes; a NULL or empty szOld finds nothing. Grows to the exact size if it must.
+    int Replace(char cOldChar, char cNewChar);
+    int Replace(const char* szOld, const char* szNew);
+
+    // Cutting, measured against the capacity with its terminator, not against the length: Right, and a Mid that reaches
+    // the end, take the terminator with them. Right(5) of "Das ist ein test" is "test" with a length of 5, Mid(4) is
+    // "ist ein test" with a length of 13. Mid at or beyond the capacity with nCount > 0 throws.
+    CTOVStringA Left(int nCount) const;
+    CTOVStringA Right(int nCount) const;
+    CTOVStringA Mid(int nFirst, int nCount) const;
+    CTOVStringA Mid(int nFirst) const;
+
+    // Prefix and suffix tests by search: linear in the string. Throw for an oOther without a block; the forms without
+    // case also for an emptied one. A suffix exactly one character longer than the string counts as found.
+    bool BeginsWith(const CTOVStringA& oOther) const;
+    bool BeginsWithNoCase(const CTOVStringA& oOther) const;
+    bool EndsWith(const CTOVStringA& oOther) const;
+    bool EndsWithNoCase(const CTOVStringA& oOther) const;
+
+    // Order: -1, 0 or 1. Compare and CompareNoCase read NULL and a missing block as "", the others throw for them.
+    int Compare(const char* szString) const;
+    int CompareNoCase(const char* szString) const;
+    int Collate(const char* szString) const;
+    int CollateNoCase(const char* szString) const;
+
+    // In place, up to the first 0; every string that shares the block sees it.
+    void MakeLower();
+    void MakeUpper();
+    void Reverse();
+
+    // Replaces oResult by the parts between the separators, empty ones included; the number of parts. An empty string
+    // has none. Throws for a separator of 0.
+    int Split(CTOVArray<CTOVStringA>& oResult, char cSeparator) const;
+
+    // Numbers at 32 bits, saturating; 0 for text that begins with none. Base 0 lets a prefix decide. AsUint parses with
+    // a sign and hands the bits on. AsBool knows "1" and "TRUE" in any case, and nothing else.
+    int AsInt(int nBase = 10) const;
+    long AsLong(int nBase = 10) const;
+    unsigned int AsUint(int nBase = 10) const;
+    unsigned long AsUlong(int nBase = 10) const;
+    float AsFloat() const;
+    double AsDouble() const;
+    bool AsBool() const;
+
+    // Formatted text; the number of characters. The capacity is the platform's generous estimate plus 1. Throws
+    // "nCount > 0" for a format that can yield no character.
+    int Format(const char* szFormat, ...);
+    int FormatV(const char* szFormat, va_list pArguments);
+
+private:
+    friend class CTOVStringStore<CTOVStringA>;
+    friend class CTOVStringText<CTOVStringA>;
+
+    void Init() { m_nStringLength = 0; }
+    static int GetSafeStringLength(const char* szString); // 0 for NULL
+
+    CTOVBuffer<char> m_oData; // the store; its size is the capacity, terminator included
+    int m_nStringLength;      // characters that count as the text
+};
+
+inline const CTOVStringA& CTOVStringA::operator+=(const char* szString)
+{
+    TOV_ASSERT(szString != NULL);
+    ConcatInPlace(GetSafeStringLength(szString), szString);
+    return *this;
+}
+
+inline int CTOVStringA::GetAt(long lIndex) const
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
+    return static_cast<tUchar>(m_oData.GetBuffer()[lIndex]);
+}
+
+inline void CTOVStringA::SetAt(long lIndex, int nChar)
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
+    m_oData.GetBuffer()[lIndex] = static_cast<char>(nChar);
+}
+
+// Comparison of the text, as Compare gives it; without these the conversion to const char* would compare addresses.
+inline bool operator==(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
+{
+    return oFirst.Compare(oSecond.GetString()) == 0;
+}
+inline bool operator!=(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return !(oFirst == oSecond); }
+inline bool operator==(const CTOVStringA& oFirst, const char* szSecond) { return oFirst.Compare(szSecond) == 0; }
+inline bool operator!=(const CTOVStringA& oFirst, const char* szSecond) { return !(oFirst == szSecond); }
+inline bool operator==(const char* szFirst, const CTOVStringA& oSecond) { return oSecond == szFirst; }
+inline bool operator!=(const char* szFirst, const CTOVStringA& oSecond) { return !(oSecond == szFirst); }
+
+// The order of the library's ordered tables: unsigned bytes, a missing block as the empty text.
+inline bool operator<(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
+{
+    return oFirst.Compare(oSecond.GetString()) < 0;
+}
+inline bool operator>(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return oSecond < oFirst; }
+inline bool operator<=(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return !(oSecond < oFirst); }
+inline bool operator>=(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return !(oFirst < oSecond); }
+
+extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVStringA>;
+extern template class TOV_TEMPLATE_DECLARE CTOVArray<CTOVStringA>;

@@ -1,0 +1,181 @@
+// Wide text: CTOVStringW, the twin of CTOVStringA for UTF-16 code units.
+#pragma once
+
+#include <TOVContainers/TOVBuffer.h>
+#include <TOVDesignPatterns/TOVDynamicSingleton.h>
+
+#include <cstdarg>
+
+class CTOVStringA;
+class CTOVStringW;
+template<class T> class CTOVArray;
+template<class TString> class CTOVStringStore;
+template<class TString> class CTOVStringText;
+
+// 16-bit text with the operations of CTOVStringA under the same names: the same sharing and growth, the same checks,
+// the same cutting. <TOVString/TOVStringA.h> is the contract; lengths, capacities and positions count 16-bit units.
+// What is different:
+//
+//   string ids               there are none: every value but NULL is a pointer to text, LoadStringResource does nothing
+//   CTOVStringW(wchar_t, n)  fills n bytes, not n characters
+//   search positions         plain arithmetic, one unit a character; a start inside the capacity but behind the text
+//                            searches what lies there
+//   Replace(wchar_t, ...)    refuses a new character of 0 only
+//   Split                    the separator is a char, extended with its sign
+//   GetAt, SetAt             16 bits
+//   CompareNoCase and
+//   CollateNoCase            promise the sign alone
+//
+// No lock: one thread at a time, for all strings that share a block together.
+class TOV_EXPORT CTOVStringW
+{
+public:
+    // Virtual operation. Frees the block if no other string shares it.
+    virtual ~CTOVStringW() noexcept(false);
+
+    // Construction. No allocation of a block for empty text or for nCount <= 0.
+    CTOVStringW();
+    CTOVStringW(const wchar_t* szString);
+    CTOVStringW(const CTOVStringW& oOther); // shares oOther's block
+    CTOVStringW(const CTOVStringA& oOther); // each byte zero-extended, no code page
+    // Settled: room for nCount characters, of which nCount bytes are set to the low byte of cChar. The first half of
+    // the characters holds that byte twice each, the rest is undefined.
+    CTOVStringW(wchar_t cChar, int nCount);
+
+    // The process's shared empty wide string. Created on demand. Writable, and nothing protects it.
+    static CTOVStringW& Null();
+
+    // Shares oOther's block. Two strings on one block already: nothing happens, their lengths stay apart.
+    const CTOVStringW& operator=(const CTOVStringW& oOther);
+    const CTOVStringW& operator=(const wchar_t* szString); // copies the text; NULL and L"" empty the string
+    const CTOVStringW& operator=(wchar_t cChar);           // one character; 0 empties the string
+
+    const CTOVStringW& operator+=(const CTOVStringW& oOther);
+    const CTOVStringW& operator+=(const wchar_t* szString); // throws unless szString != NULL
+    const CTOVStringW& operator+=(wchar_t cChar);
+
+    // Throws unless szSrcString != NULL and nStringLength > 0.
+    void Copy(const wchar_t* szSrcString, int nStringLength);
+    void Empty();
+    // Always false: wide strings never ask the resource loader.
+    bool LoadStringResource(long lStringId);
+
+    long GetLength() const { return m_nStringLength; }
+    bool IsEmpty() const { return m_nStringLength == 0; }
+    const wchar_t* GetString() const { return m_oData.GetBuffer(); }
+    wchar_t* GetString() { return m_oData.GetBuffer(); }
+    operator const wchar_t*() const { return GetString(); }
+    const wchar_t* operator~() const { return GetString(); }
+    const CTOVBuffer<wchar_t>* GetData() const { return &m_oData; }
+
+    // Throw unless 0 <= lIndex < GetLength().
+    int GetAt(long lIndex) const;
+    void SetAt(long lIndex, int nChar);
+    int operator[](int nIndex) const { return GetAt(nIndex); }
+    int operator[](long lIndex) const { return GetAt(lIndex); }
+
+    // The raw store. Throws unless 0 <= nLength <= INT_MAX-1.
+    void AllocBuffer(int nLength);
+    void AssignCopy(int nLength, const wchar_t* szString);
+    void ConcatCopy(int nLength1, const wchar_t* sz1, int nLength2, const wchar_t* sz2);
+    void ConcatInPlace(int nLength, const wchar_t* szString);
+    wchar_t* GetBuffer(int nLength);
+    void ReleaseBuffer(int nNewLength); // throws unless nNewLength <= the capacity
+
+    // Search: the index of the first or last hit, -1 for none.
+    int Find(wchar_t cCharToSearch, int nStartPos = 0) const;
+    int Find(const wchar_t* szSubStringToSearch, int nStartPos = 0) const;
+    int ReverseFind(wchar_t cCharToSearch) const;
+    int FindOneOf(const wchar_t* szCharSet, int nStartPos = 0) const;
+    int FindNotOneOf(const wchar_t* szCharSet, int nStartPos = 0) const;
+    int ReverseFindOneOf(const wchar_t* szCharSet, int nStartPos = 0) const;
+    int ReverseFindNotOneOf(const wchar_t* szCharSet, int nStartPos = 0) const;
+
+    int Replace(wchar_t cOldChar, wchar_t cNewChar);
+    int Replace(const wchar_t* szOld, const wchar_t* szNew);
+
+    // Cutting, measured against the capacity with its terminator, not against the length.
+    CTOVStringW Left(int nCount) const;
+    CTOVStringW Right(int nCount) const;
+    CTOVStringW Mid(int nFirst, int nCount) const;
+    CTOVStringW Mid(int nFirst) const;
+
+    bool BeginsWith(const CTOVStringW& oOther) const;
+    bool BeginsWithNoCase(const CTOVStringW& oOther) const;
+    bool EndsWith(const CTOVStringW& oOther) const;
+    bool EndsWithNoCase(const CTOVStringW& oOther) const;
+
+    int Compare(const wchar_t* szString) const;
+    int CompareNoCase(const wchar_t* szString) const;
+    int Collate(const wchar_t* szString) const;
+    int CollateNoCase(const wchar_t* szString) const;
+
+    void MakeLower();
+    void MakeUpper();
+    void Reverse();
+
+    // A separator from 0x80 up searches for U+FF80 and above. Throws for a separator of 0.
+    int Split(CTOVArray<CTOVStringW>& oResult, char cSeparator) const;
+
+    int AsInt(int nBase = 10) const;
+    long AsLong(int nBase = 10) const;
+    unsigned int AsUint(int nBase = 10) const;
+    unsigned long AsUlong(int nBase = 10) const;
+    float AsFloat() const;
+    double AsDouble() const;
+    bool AsBool() const;
+
+    int Format(const wchar_t* szFormat, ...);
+    int FormatV(const wchar_t* szFormat, va_list pArguments);
+
+private:
+    friend class CTOVStringStore<CTOVStringW>;
+    friend class CTOVStringText<CTOVStringW>;
+
+    void Init() { m_nStringLength = 0; }
+    static int GetSafeStringLength(const wchar_t* szString); // 0 for NULL
+
+    CTOVBuffer<wchar_t> m_oData; // the store; its size is the capacity, terminator included
+    int m_nStringLength;         // characters that count as the text
+};
+
+inline const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szString)
+{
+    TOV_ASSERT(szString != NULL);
+    ConcatInPlace(GetSafeStringLength(szString), szString);
+    return *this;
+}
+
+inline int CTOVStringW::GetAt(long lIndex) const
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
+    return m_oData.GetBuffer()[lIndex];
+}
+
+inline void CTOVStringW::SetAt(long lIndex, int nChar)
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
+    m_oData.GetBuffer()[lIndex] = static_cast<wchar_t>(nChar);
+}
+
+// Comparison of the text, as Compare gives it; without these the conversion to const wchar_t* would compare addresses.
+inline bool operator==(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
+{
+    return oFirst.Compare(oSecond.GetString()) == 0;
+}
+inline bool operator!=(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return !(oFirst == oSecond); }
+inline bool operator==(const CTOVStringW& oFirst, const wchar_t* szSecond) { return oFirst.Compare(szSecond) == 0; }
+inline bool operator!=(const CTOVStringW& oFirst, const wchar_t* szSecond) { return !(oFirst == szSecond); }
+inline bool operator==(const wchar_t* szFirst, const CTOVStringW& oSecond) { return oSecond == szFirst; }
+inline bool operator!=(const wchar_t* szFirst, const CTOVStringW& oSecond) { return !(oSecond == szFirst); }
+
+// Order by unsigned 16-bit units, a missing block as the empty text.
+inline bool operator<(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
+{
+    return oFirst.Compare(oSecond.GetString()) < 0;
+}
+inline bool operator>(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return oSecond < oFirst; }
+inline bool operator<=(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return !(oSecond < oFirst); }
+inline bool operator>=(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return !(oFirst < oSecond); }
+
+extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVStringW>;
