@@ -1,0 +1,118 @@
+#include <TOVStream/TOVReadFileStream.h>
+
+#include <new>
+
+namespace
+{
+const unsigned short s_usNotOpened = 0;
+const unsigned short s_usNoStream = 2;
+const unsigned short s_usWrongDirection = 4;
+} // namespace
+
+CTOVReadFileStream::ReadFileStreamException::ReadFileStreamException(unsigned short usErrorCode)
+    : CTOVException(eClassStream, usErrorCode)
+{
+}
+
+CTOVReadFileStream::ReadFileStreamException::ReadFileStreamException(const ReadFileStreamException& oOther) = default;
+CTOVReadFileStream::ReadFileStreamException&
+CTOVReadFileStream::ReadFileStreamException::operator=(const ReadFileStreamException& oOther) = default;
+
+CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long long ullOption)
+    : m_pStream(NULL), m_nMode(0)
+{
+    const int nOpenFlags = ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary;
+    try
+    {
+        m_oFile.Open(szFileName, nOpenFlags);
+    }
+    catch (const CTOVFile::FileException&)
+    {
+        throw ReadFileStreamException(s_usNotOpened);
+    }
+    m_nMode = nOpenFlags;
+
+    m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeLoading, ullOption);
+    TOV_ASSERT(m_pStream != NULL);
+    if (m_pStream == NULL)
+        throw ReadFileStreamException(s_usNoStream);
+}
+
+CTOVReadFileStream::CTOVReadFileStream(const CTOVReadFileStream& oOther) = default;
+CTOVReadFileStream& CTOVReadFileStream::operator=(const CTOVReadFileStream& oOther) = default;
+
+CTOVReadFileStream::~CTOVReadFileStream()
+{
+    TOV_SAFE_DELETE(m_pStream);
+    if (m_oFile.IsOpen())
+        m_oFile.Close();
+}
+
+void CTOVReadFileStream::Read(void* pBuffer, unsigned long long ullSize)
+{
+    m_pStream->Read(pBuffer, ullSize);
+}
+
+void CTOVReadFileStream::Write(const void* /*pBuffer*/, unsigned long long /*ullSize*/)
+{
+    throw ReadFileStreamException(s_usWrongDirection);
+}
+
+void CTOVReadFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSeekOrigin /*eOrigin*/)
+{
+    throw ReadFileStreamException(s_usWrongDirection);
+}
+
+void CTOVReadFileStream::SerializeBegin(int nDataFormatVersion)
+{
+    if (m_pStream->IsStoring())
+        throw ReadFileStreamException(s_usWrongDirection);
+    m_pStream->SerializeBegin(nDataFormatVersion);
+}
+
+void CTOVReadFileStream::SerializeEnd()
+{
+    if (m_pStream->IsStoring())
+        throw ReadFileStreamException(s_usWrongDirection);
+    m_pStream->SerializeEnd();
+}
+
+int CTOVReadFileStream::GetMode() const
+{
+    return m_nMode;
+}
+
+unsigned long long CTOVReadFileStream::Tell() const
+{
+    return m_pStream->Tell();
+}
+
+bool CTOVReadFileStream::SupportsRead() const
+{
+    return true;
+}
+
+bool CTOVReadFileStream::SupportsWrite() const
+{
+    return false;
+}
+
+bool CTOVReadFileStream::SupportsSeek() const
+{
+    return false;
+}
+
+bool CTOVReadFileStream::SupportsVersioning() const
+{
+    return true;
+}
+
+unsigned long long CTOVReadFileStream::GetSize() const
+{
+    return 0;
+}
+
+int CTOVReadFileStream::GetVersion() const
+{
+    return m_pStream->GetVersion();
+}

@@ -1,0 +1,122 @@
+#include <TOVStream/TOVWriteFileStream.h>
+
+#include <new>
+
+namespace
+{
+const unsigned short s_usNotOpened = 0;
+const unsigned short s_usNoStream = 2;
+const unsigned short s_usSeek = 3;
+const unsigned short s_usWrongDirection = 4;
+} // namespace
+
+CTOVWriteFileStream::WriteFileStreamException::WriteFileStreamException(unsigned short usErrorCode)
+    : CTOVException(eClassStream, usErrorCode)
+{
+}
+
+CTOVWriteFileStream::WriteFileStreamException::WriteFileStreamException(const WriteFileStreamException& oOther) =
+    default;
+CTOVWriteFileStream::WriteFileStreamException&
+CTOVWriteFileStream::WriteFileStreamException::operator=(const WriteFileStreamException& oOther) = default;
+
+CTOVWriteFileStream::CTOVWriteFileStream(const char* szFileName, bool bAppend, unsigned long long ullOption)
+    : m_pStream(NULL),
+      m_nMode(ITOVFile::eFileOpenBinary | (bAppend ? ITOVFile::eFileOpenAppend : ITOVFile::eFileOpenWrite))
+{
+    try
+    {
+        m_oFile.Open(szFileName, m_nMode);
+    }
+    catch (const CTOVFile::FileException&)
+    {
+        throw WriteFileStreamException(s_usNotOpened);
+    }
+
+    m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeSaving, ullOption);
+    TOV_ASSERT(m_pStream != NULL);
+    if (m_pStream == NULL)
+        throw WriteFileStreamException(s_usNoStream);
+}
+
+CTOVWriteFileStream::CTOVWriteFileStream(const CTOVWriteFileStream& oOther) = default;
+CTOVWriteFileStream& CTOVWriteFileStream::operator=(const CTOVWriteFileStream& oOther) = default;
+
+CTOVWriteFileStream::~CTOVWriteFileStream()
+{
+    TOV_SAFE_DELETE(m_pStream);
+    if (m_oFile.IsOpen())
+    {
+        m_oFile.Flush();
+        m_oFile.Close();
+    }
+}
+
+void CTOVWriteFileStream::Read(void* /*pBuffer*/, unsigned long long /*ullSize*/)
+{
+    throw WriteFileStreamException(s_usWrongDirection);
+}
+
+void CTOVWriteFileStream::Write(const void* pBuffer, unsigned long long ullSize)
+{
+    m_pStream->Write(pBuffer, ullSize);
+}
+
+void CTOVWriteFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSeekOrigin /*eOrigin*/)
+{
+    throw WriteFileStreamException(s_usSeek);
+}
+
+void CTOVWriteFileStream::SerializeBegin(int nDataFormatVersion)
+{
+    if (!m_pStream->IsStoring())
+        throw WriteFileStreamException(s_usWrongDirection);
+    m_pStream->SerializeBegin(nDataFormatVersion);
+}
+
+void CTOVWriteFileStream::SerializeEnd()
+{
+    if (!m_pStream->IsStoring())
+        throw WriteFileStreamException(s_usWrongDirection);
+    m_pStream->SerializeEnd();
+}
+
+int CTOVWriteFileStream::GetMode() const
+{
+    return m_nMode;
+}
+
+unsigned long long CTOVWriteFileStream::Tell() const
+{
+    return m_pStream->Tell();
+}
+
+bool CTOVWriteFileStream::SupportsRead() const
+{
+    return false;
+}
+
+bool CTOVWriteFileStream::SupportsWrite() const
+{
+    return true;
+}
+
+bool CTOVWriteFileStream::SupportsSeek() const
+{
+    return false;
+}
+
+bool CTOVWriteFileStream::SupportsVersioning() const
+{
+    return true;
+}
+
+unsigned long long CTOVWriteFileStream::GetSize() const
+{
+    return 0;
+}
+
+int CTOVWriteFileStream::GetVersion() const
+{
+    return m_pStream->GetVersion();
+}
