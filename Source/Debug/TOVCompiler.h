@@ -5,8 +5,14 @@
 #define TOV_SYSTEM_WINDOWS 1
 #if defined(TOVKERNEL_BUILD)
 #define TOV_EXPORT __declspec(dllexport)
+#if defined(__GNUC__)
+// GCC takes the attribute from an instantiation's first declaration, others from its definition.
+#define TOV_TEMPLATE_DECLARE __declspec(dllexport)
+#define TOV_TEMPLATE_DEFINE
+#else
 #define TOV_TEMPLATE_DECLARE
 #define TOV_TEMPLATE_DEFINE __declspec(dllexport)
+#endif
 #else
 #define TOV_EXPORT __declspec(dllimport)
 #define TOV_TEMPLATE_DECLARE __declspec(dllimport)
