@@ -1,0 +1,360 @@
+// Growable indexed container: CTOVArray.
+#pragma once
+
+#include <Debug/TOVBase.h>
+#include <TOVContainers/TOVSorter.h>
+#include <TOVDesignPatterns/TOVSmartPointer.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <type_traits>
+#include <vector>
+
+// A vector behind virtual operations. Owns its elements, which are copied by T's own copy and assignment. The capacity
+// grows by one half, or to what is needed if that is more, and never shrinks: 1, 2, 3, 4, 6, 9, 13, 19, 28, 42 for one
+// Add after the other. No lock: one thread at a time.
+//
+//   operation                            cost                             when a copy or an allocation throws
+//   GetAt, ElementAt, [], GetSize        constant                         -
+//   Add                                  constant on average              unchanged
+//   InsertAt                             linear                           unchanged if it has to grow, else valid
+//   RemoveAt                             linear                           valid
+//   Append of an array                   linear in what is appended, on   unchanged
+//                                        average
+//   Append of plain elements, Resize     linear                           valid
+//   copy, =                              linear                           unchanged if it has to grow, else valid
+//   Sort                                 n log n, one element of storage  valid; an element may stand there twice
+//   RemoveAll, destruction               linear                           -
+//
+// "Valid" is an array of intact elements, though not those of before. An argument may be an element of the array
+// itself. More than the largest size, or a negative one, is a std::length_error "vector<T> too long". Element types
+// have a default constructor.
+template<class T> class CTOVArray
+{
+public:
+    // Virtual operations; their order is part of the exported design.
+    virtual ~CTOVArray();
+
+    // Adds a copy at the end. Returns its index.
+    virtual long Add(const T& oElement);
+
+    // Inserts a copy before lIndex; at the size it is added. Returns true. Throws std::out_of_range unless
+    // 0 <= lIndex <= GetSize().
+    virtual bool InsertAt(long lIndex, const T& oElement);
+
+    // Settled: resizes the array to lNumElements and then adds the elements one by one, so that it ends with twice as
+    // many, of which the first half is what Resize left. Returns true. Throws unless pElements != NULL, then
+    // lNumElements >= 0.
+    virtual bool Append(const T* pElements, long lNumElements);
+
+    // Assigns to an element. Returns true. This and the other access by index throw unless
+    // "(0 <= lIndex) && (lIndex < GetSize())".
+    virtual bool SetAt(long lIndex, const T& oElement);
+
+    // Removes an element; later ones move down by one.
+    virtual void RemoveAt(long lIndex);
+
+    // Removes all elements and keeps the capacity.
+    virtual void RemoveAll();
+
+    // Cuts the tail off, or adds value-initialised elements.
+    virtual void Resize(long lNumElements);
+
+    virtual const T& GetAt(long lIndex) const;
+    virtual T& ElementAt(long lIndex);
+
+    // The number of elements. GetCount forwards to GetSize.
+    virtual long GetSize() const;
+    virtual long GetCount() const;
+    virtual bool IsEmpty() const;
+
+    // Adds copies of lCount elements of oArray from lStart on; of all from there for -1. Throws std::out_of_range when
+    // these are not all in oArray.
+    virtual void Append(const CTOVArray& oArray, long lStart = 0, long lCount = -1);
+
+    // As GetAt and ElementAt, which they call.
+    virtual const T& operator[](long lIndex) const;
+    virtual T& operator[](long lIndex);
+
+    // Swaps two elements through SetAt, the second first. Throws unless "(0 <= lIndex1) && (lIndex1 < GetSize())", then
+    // the same for lIndex2.
+    virtual void Swap(long lIndex1, long lIndex2);
+
+    CTOVArray();
+    // Copies of all elements. An array that is assigned to itself stays as it is.
+    CTOVArray(const CTOVArray& oArray);
+    CTOVArray& operator=(const CTOVArray& oArray);
+
+    // Sorts in ascending order of pfCompare (see ISorter) by heap sort. Not stable. Elements are read and written by the
+    // virtual operations, so that it works on derived arrays too.
+    template<class TCompare> void Sort(TCompare pfCompare);
+
+    // Heap sort (Floyd's bottom-up construction, Williams' sift-down) of one array, which it does not own.
+    template<class TCompare> class CHeapSort : public ISorter<TCompare>
+    {
+    public:
+        void Sort(TCompare pfCompare) override;
+
+        explicit CHeapSort(CTOVArray* pArray);
+
+    private:
+        // Moves the element at a position of the heap of lHeapSize elements down to where it belongs. Positions count
+        // from 1, and position k is element k - 1: the sons of k stand at 2k and 2k + 1.
+        void SiftDown(long lPosition, long lHeapSize, TCompare& pfCompare);
+
+        CTOVArray* m_pArray;
+    };
+
+private:
+    // Inserts elements before nIndex in a vector built aside, so that they may be this array's own.
+    void InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount);
+
+    // The capacity to have for nNeeded elements, by the rule of growth.
+    std::size_t GetCapacityFor(std::size_t nNeeded) const;
+
+    std::vector<T> m_aArray;
+};
+
+template<class T> CTOVArray<T>::CTOVArray()
+{
+}
+
+template<class T> CTOVArray<T>::CTOVArray(const CTOVArray& oArray) : m_aArray(oArray.m_aArray)
+{
+}
+
+template<class T> CTOVArray<T>::~CTOVArray()
+{
+}
+
+template<class T> CTOVArray<T>& CTOVArray<T>::operator=(const CTOVArray& oArray)
+{
+    if (this != &oArray)
+    {
+        m_aArray.clear();
+        m_aArray.reserve(GetCapacityFor(oArray.m_aArray.size()));
+        m_aArray.insert(m_aArray.end(), oArray.m_aArray.begin(), oArray.m_aArray.end());
+    }
+    return *this;
+}
+
+template<class T> long CTOVArray<T>::Add(const T& oElement)
+{
+    const std::size_t nOldSize = m_aArray.size();
+    if (nOldSize < m_aArray.capacity())
+        m_aArray.push_back(oElement);
+    else
+        InsertAside(nOldSize, std::addressof(oElement), 1);
+
+    return static_cast<long>(nOldSize);
+}
+
+template<class T> bool CTOVArray<T>::InsertAt(long lIndex, const T& oElement)
+{
+    const std::size_t nIndex = static_cast<std::size_t>(lIndex);
+    if (nIndex > m_aArray.size())
+        throw std::out_of_range("CTOVArray<T>::InsertAt: index beyond the size");
+
+    if (m_aArray.size() < m_aArray.capacity())
+        m_aArray.insert(m_aArray.begin() + lIndex, oElement);
+    else
+        InsertAside(nIndex, std::addressof(oElement), 1);
+
+    return true;
+}
+
+template<class T> bool CTOVArray<T>::Append(const T* pElements, long lNumElements)
+{
+    TOV_ASSERT(pElements != NULL);
+    TOV_ASSERT(lNumElements >= 0);
+
+    // Elements of this array are taken out before Resize moves them.
+    std::vector<T> aOwn;
+    const std::less<const T*> oBefore;
+    if (!oBefore(pElements, m_aArray.data()) && oBefore(pElements, m_aArray.data() + m_aArray.size()))
+    {
+        aOwn.assign(pElements, pElements + lNumElements);
+        pElements = aOwn.data();
+    }
+
+    // Settled: this is not a plain append.
+    Resize(lNumElements);
+    for (long lIndex = 0; lIndex < lNumElements; ++lIndex)
+        Add(pElements[lIndex]);
+
+    return true;
+}
+
+template<class T> bool CTOVArray<T>::SetAt(long lIndex, const T& oElement)
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    m_aArray[static_cast<std::size_t>(lIndex)] = oElement;
+    return true;
+}
+
+template<class T> void CTOVArray<T>::RemoveAt(long lIndex)
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    m_aArray.erase(m_aArray.begin() + lIndex);
+}
+
+template<class T> void CTOVArray<T>::RemoveAll()
+{
+    m_aArray.clear();
+}
+
+template<class T> void CTOVArray<T>::Resize(long lNumElements)
+{
+    // A negative number is past the largest size.
+    const std::size_t nNumElements = static_cast<std::size_t>(lNumElements);
+    if (nNumElements > m_aArray.size())
+        m_aArray.reserve(GetCapacityFor(nNumElements));
+    m_aArray.resize(nNumElements);
+}
+
+template<class T> const T& CTOVArray<T>::GetAt(long lIndex) const
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    return m_aArray[static_cast<std::size_t>(lIndex)];
+}
+
+template<class T> T& CTOVArray<T>::ElementAt(long lIndex)
+{
+    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    return m_aArray[static_cast<std::size_t>(lIndex)];
+}
+
+template<class T> long CTOVArray<T>::GetSize() const
+{
+    return static_cast<long>(m_aArray.size());
+}
+
+template<class T> long CTOVArray<T>::GetCount() const
+{
+    return GetSize();
+}
+
+template<class T> bool CTOVArray<T>::IsEmpty() const
+{
+    return GetCount() == 0;
+}
+
+template<class T> void CTOVArray<T>::Append(const CTOVArray& oArray, long lStart, long lCount)
+{
+    const std::size_t nAvailable = oArray.m_aArray.size();
+    const std::size_t nStart = static_cast<std::size_t>(lStart);
+    if (nStart > nAvailable)
+        throw std::out_of_range("CTOVArray<T>::Append: start beyond the size");
+
+    const std::size_t nCount = lCount == -1 ? nAvailable - nStart : static_cast<std::size_t>(lCount);
+    if (nCount > nAvailable - nStart)
+        throw std::out_of_range("CTOVArray<T>::Append: count beyond the size");
+
+    const T* const pElements = oArray.m_aArray.data() + nStart;
+    if (this == &oArray || nCount > m_aArray.capacity() - m_aArray.size())
+        InsertAside(m_aArray.size(), pElements, nCount);
+    else
+        m_aArray.insert(m_aArray.end(), pElements, pElements + nCount);
+}
+
+template<class T> const T& CTOVArray<T>::operator[](long lIndex) const
+{
+    return GetAt(lIndex);
+}
+
+template<class T> T& CTOVArray<T>::operator[](long lIndex)
+{
+    return ElementAt(lIndex);
+}
+
+template<class T> void CTOVArray<T>::Swap(long lIndex1, long lIndex2)
+{
+    TOV_ASSERT((0 <= lIndex1) && (lIndex1 < GetSize()));
+    TOV_ASSERT((0 <= lIndex2) && (lIndex2 < GetSize()));
+
+    const T oElement(GetAt(lIndex2));
+    SetAt(lIndex2, GetAt(lIndex1));
+    SetAt(lIndex1, oElement);
+}
+
+template<class T> template<class TCompare> void CTOVArray<T>::Sort(TCompare pfCompare)
+{
+    static_assert(std::is_trivially_destructible_v<CHeapSort<TCompare>>,
+                  "the sorter is freed through its interface, which has no virtual destructor");
+
+    CTOVSmartPointer<ISorter<TCompare>> pSorter;
+    pSorter = new CHeapSort<TCompare>(this);
+    pSorter->Sort(pfCompare);
+}
+
+template<class T> void CTOVArray<T>::InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount)
+{
+    const T* const pOld = m_aArray.data();
+    const std::size_t nOldSize = m_aArray.size();
+
+    std::vector<T> aNew;
+    aNew.reserve(GetCapacityFor(nOldSize + nCount));
+    aNew.insert(aNew.end(), pOld, pOld + nIndex);
+    aNew.insert(aNew.end(), pElements, pElements + nCount);
+    aNew.insert(aNew.end(), pOld + nIndex, pOld + nOldSize);
+    m_aArray.swap(aNew);
+}
+
+template<class T> std::size_t CTOVArray<T>::GetCapacityFor(std::size_t nNeeded) const
+{
+    // The largest size is that of a 32-bit target, on all of them.
+    constexpr std::size_t nLargest = 0x7FFFFFFF / sizeof(T);
+    if (nNeeded > nLargest)
+        throw std::length_error("vector<T> too long");
+
+    const std::size_t nCapacity = m_aArray.capacity();
+    if (nNeeded <= nCapacity)
+        return nCapacity;
+
+    const std::size_t nGrown = nCapacity + nCapacity / 2;
+    return nGrown < nNeeded || nGrown > nLargest ? nNeeded : nGrown;
+}
+
+template<class T>
+template<class TCompare>
+CTOVArray<T>::CHeapSort<TCompare>::CHeapSort(CTOVArray* pArray) : m_pArray(pArray)
+{
+}
+
+template<class T> template<class TCompare> void CTOVArray<T>::CHeapSort<TCompare>::Sort(TCompare pfCompare)
+{
+    long lHeapSize = m_pArray->GetSize();
+    if (lHeapSize <= 0)
+        return;
+
+    for (long lPosition = lHeapSize / 2; lPosition >= 1; --lPosition)
+        SiftDown(lPosition, lHeapSize, pfCompare);
+
+    do
+    {
+        --lHeapSize;
+        m_pArray->Swap(0, lHeapSize);
+        SiftDown(1, lHeapSize, pfCompare);
+    } while (lHeapSize > 1);
+}
+
+template<class T>
+template<class TCompare>
+void CTOVArray<T>::CHeapSort<TCompare>::SiftDown(long lPosition, long lHeapSize, TCompare& pfCompare)
+{
+    const T oElement(m_pArray->GetAt(lPosition - 1));
+    while (lPosition <= lHeapSize / 2)
+    {
+        long lSon = 2 * lPosition;
+        if (lSon < lHeapSize && pfCompare(m_pArray->GetAt(lSon - 1), m_pArray->GetAt(lSon)) < 0)
+            ++lSon;
+        // Settled: equal elements go on moving down.
+        if (pfCompare(oElement, m_pArray->GetAt(lSon - 1)) > 0)
+            break;
+
+        m_pArray->SetAt(lPosition - 1, m_pArray->GetAt(lSon - 1));
+        lPosition = lSon;
+    }
+    m_pArray->SetAt(lPosition - 1, oElement);
+}
