@@ -1,0 +1,181 @@
+#include <TOVRtti/TOVClass.h>
+
+#include <TOVRtti/TOVClassServer.h>
+
+#include <cstring>
+#include <new>
+
+namespace
+{
+const unsigned long s_dwNoClassId = 0xFFFFFFFFul; // -1 in 32 bits
+
+// The number of owners in front of a name.
+long& OwnersOf(char* szName)
+{
+    return *reinterpret_cast<long*>(szName - sizeof(long));
+}
+} // namespace
+
+CTOVClass::CTOVClass(const char* szClassName, const CTOVClass* pSuper1, const CTOVClass* pSuper2,
+                     const CTOVClass* pSuper3, const CTOVClass* pSuper4)
+    : m_szName(NULL), m_dwClassId(s_dwNoClassId), m_bRegistered(false)
+{
+    TOV_ASSERT(szClassName != NULL);
+
+    m_szName = NewName(szClassName);
+    try
+    {
+        for (const CTOVClass* pSuper : {pSuper1, pSuper2, pSuper3, pSuper4})
+        {
+            if (pSuper != NULL)
+                m_aSuperClasses.push_back(pSuper);
+        }
+        Register();
+    }
+    catch (...)
+    {
+        ReleaseName(m_szName);
+        throw;
+    }
+}
+
+CTOVClass::CTOVClass(const CTOVClass& oOther)
+    : m_szName(NULL), m_dwClassId(oOther.m_dwClassId), m_bRegistered(oOther.m_bRegistered),
+      m_aSuperClasses(oOther.m_aSuperClasses)
+{
+    m_szName = ShareName(oOther.m_szName);
+}
+
+CTOVClass::~CTOVClass() noexcept(false)
+{
+    if (m_dwClassId != s_dwNoClassId)
+    {
+        Unregister();
+        CTOVClassServer::Instance().ForgetClass(this);
+    }
+
+    ReleaseName(m_szName);
+    m_szName = NULL;
+}
+
+CTOVClass& CTOVClass::operator=(const CTOVClass& oOther)
+{
+    m_aSuperClasses = oOther.m_aSuperClasses;
+    char* const szOldName = m_szName;
+    m_szName = ShareName(oOther.m_szName);
+    ReleaseName(szOldName);
+    m_dwClassId = oOther.m_dwClassId;
+    m_bRegistered = oOther.m_bRegistered;
+    return *this;
+}
+
+const char* CTOVClass::GetName() const
+{
+    return m_szName;
+}
+
+CTOVClass::operator const char*() const
+{
+    return m_szName;
+}
+
+unsigned long CTOVClass::GetClassId() const
+{
+    return m_dwClassId;
+}
+
+int CTOVClass::GetNumSuperClasses() const
+{
+    return static_cast<int>(m_aSuperClasses.size());
+}
+
+bool CTOVClass::HasSuperClasses() const
+{
+    return !m_aSuperClasses.empty();
+}
+
+const CTOVClass& CTOVClass::GetSuperClass(int nSuperClass) const
+{
+    TOV_ASSERT((0 <= nSuperClass) && (nSuperClass < GetNumSuperClasses()));
+    return *m_aSuperClasses[static_cast<std::size_t>(nSuperClass)];
+}
+
+bool CTOVClass::operator==(const CTOVClass& oOther) const
+{
+    return m_dwClassId == oOther.m_dwClassId;
+}
+
+bool CTOVClass::operator!=(const CTOVClass& oOther) const
+{
+    return m_dwClassId != oOther.m_dwClassId;
+}
+
+bool CTOVClass::IsInstanceOf(const CTOVClass& oOther) const
+{
+    return *this == oOther;
+}
+
+bool CTOVClass::IsKindOf(const CTOVClass& oOther) const
+{
+    if (*this == oOther)
+        return true;
+
+    for (int nSuperClass = 0; nSuperClass < GetNumSuperClasses(); ++nSuperClass)
+    {
+        if (GetSuperClass(nSuperClass).IsKindOf(oOther))
+            return true;
+    }
+    return false;
+}
+
+const CTOVClass& CTOVClass::Invalid()
+{
+    return _s_oInvalid;
+}
+
+void CTOVClass::Register()
+{
+    m_dwClassId = CTOVClassServer::Instance().AddClass(CTOVStringA(m_szName), this);
+}
+
+void CTOVClass::Unregister()
+{
+    if (m_dwClassId != s_dwNoClassId)
+        CTOVClassServer::Instance().RemoveClass(CTOVStringA(m_szName));
+}
+
+void CTOVClass::AddSuperClass(const CTOVClass& oClass)
+{
+    m_aSuperClasses.push_back(&oClass);
+}
+
+void CTOVClass::RemoveSuperClass(const CTOVClass& oClass)
+{
+    // Settled: after a removal the index moves on, past the entry that has just moved down.
+    for (std::size_t nIndex = 0; nIndex < m_aSuperClasses.size(); ++nIndex)
+    {
+        if (m_aSuperClasses[nIndex] == &oClass)
+            m_aSuperClasses.erase(m_aSuperClasses.begin() + static_cast<std::ptrdiff_t>(nIndex));
+    }
+}
+
+char* CTOVClass::NewName(const char* szName)
+{
+    const std::size_t nSize = std::strlen(szName) + 1;
+    char* const pBlock = new char[sizeof(long) + nSize];
+    new (pBlock) long(1);
+    std::memcpy(pBlock + sizeof(long), szName, nSize);
+    return pBlock + sizeof(long);
+}
+
+char* CTOVClass::ShareName(char* szName)
+{
+    ++OwnersOf(szName);
+    return szName;
+}
+
+void CTOVClass::ReleaseName(char* szName)
+{
+    if (--OwnersOf(szName) == 0)
+        delete[] (szName - sizeof(long));
+}

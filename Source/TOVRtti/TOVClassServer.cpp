@@ -1,0 +1,131 @@
+#include <TOVRtti/TOVClassServer.h>
+
+#include <Debug/TOVCheck.h>
+#include <Debug/TOVDebug.h>
+#include <TOVRtti/TOVClass.h>
+
+template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVClassServer>;
+
+CTOVClassServer::CTOVClassServer() : m_dwNextClassId(0)
+{
+}
+
+CTOVClassServer::CTOVClassServer(const CTOVClassServer& oOther) = default;
+
+CTOVClassServer& CTOVClassServer::operator=(const CTOVClassServer& oOther) = default;
+
+CTOVClassServer::~CTOVClassServer() noexcept(false)
+{
+    // Descriptors leave the process's server: what a copy holds is not for them to remove.
+    if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance != this)
+        return;
+
+    while (!m_oClasses.empty())
+    {
+        const std::size_t nNumClasses = m_oClasses.size();
+        m_oClasses.begin()->second.pClass->Unregister();
+        // A descriptor under another name than its own has not removed this entry.
+        if (m_oClasses.size() == nNumClasses)
+            m_oClasses.erase(m_oClasses.begin());
+    }
+}
+
+CTOVClassServer& CTOVClassServer::Instance()
+{
+    return CTOVDynamicSingleton<CTOVClassServer>::GetInstance();
+}
+
+unsigned long CTOVClassServer::AddClass(const CTOVStringA& oName, CTOVClass* pClass)
+{
+    TOV_ASSERT(pClass != NULL);
+
+    if (const CTOVClass* pHeldClass = FindClass(oName))
+    {
+        TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning,
+                       "CTOVClassServer::AddClass() : Class %s already registered!", oName.GetString());
+        return pHeldClass->GetClassId();
+    }
+
+    const unsigned long dwClassId = NextClassId();
+    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo,
+                   "CTOVClassServer::AddClass() : Adding class %s(%d) using map %x.", oName.GetString(),
+                   static_cast<int>(dwClassId), GetMapNumber());
+    m_oClasses[oName] = {pClass, dwClassId};
+    return dwClassId;
+}
+
+void CTOVClassServer::RemoveClass(const CTOVStringA& oName)
+{
+    const auto oEntry = m_oClasses.find(oName);
+    if (oEntry == m_oClasses.end())
+        return;
+
+    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo,
+                   "CTOVClassServer::RemoveClass() : Removing class %s using map %x.", oName.GetString(),
+                   GetMapNumber());
+    m_oClasses.erase(oEntry);
+}
+
+bool CTOVClassServer::HasClass(const CTOVStringA& oName) const
+{
+    return FindClass(oName) != NULL;
+}
+
+long CTOVClassServer::GetNumClasses() const
+{
+    return static_cast<long>(m_oClasses.size());
+}
+
+bool CTOVClassServer::GetFirstClass(CTOVStringA& oName) const
+{
+    if (m_oClasses.empty())
+        return false;
+
+    oName = m_oClasses.begin()->first;
+    return true;
+}
+
+bool CTOVClassServer::GetNextClass(const CTOVStringA& oName, CTOVStringA& oNext) const
+{
+    auto oEntry = m_oClasses.find(oName);
+    if (oEntry == m_oClasses.end() || ++oEntry == m_oClasses.end())
+        return false;
+
+    oNext = oEntry->first;
+    return true;
+}
+
+CTOVClass* CTOVClassServer::FindClass(const CTOVStringA& oName) const
+{
+    const auto oEntry = m_oClasses.find(oName);
+    return oEntry != m_oClasses.end() ? oEntry->second.pClass : NULL;
+}
+
+unsigned long CTOVClassServer::NextClassId()
+{
+    // -1 in 32 bits, which is the mark of a descriptor without an id.
+    TOV_ASSERT_TEXT(m_dwNextClassId != 0xFFFFFFFFul, "m_dwNextClassId != -1");
+    return m_dwNextClassId++;
+}
+
+void CTOVClassServer::ForgetClass(const CTOVClass* pClass)
+{
+    for (auto oEntry = m_oClasses.begin(); oEntry != m_oClasses.end();)
+    {
+        if (oEntry->second.pClass == pClass)
+            oEntry = m_oClasses.erase(oEntry);
+        else
+            ++oEntry;
+    }
+}
+
+unsigned int CTOVClassServer::GetMapNumber() const
+{
+    return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(&m_oClasses));
+}
+
+const CTOVClass& TOVRuntimeClass(const CTOVStringA& oName)
+{
+    const CTOVClass* const pClass = CTOVClassServer::Instance().FindClass(oName);
+    return pClass != NULL ? *pClass : CTOVClass::Invalid();
+}
