@@ -3,6 +3,7 @@
 
 #if defined(_WIN32)
 #define TOV_SYSTEM_WINDOWS 1
+#define TOV_TEMPLATE
 #if defined(TOVKERNEL_BUILD)
 #define TOV_EXPORT __declspec(dllexport)
 #if defined(__GNUC__)
@@ -22,6 +23,7 @@
 #define TOV_PLATFORM_SOURCE(szName) "Windows/" szName
 #else
 #define TOV_SYSTEM_WINDOWS 0
+#define TOV_TEMPLATE __attribute__((visibility("default")))
 #define TOV_EXPORT __attribute__((visibility("default")))
 #define TOV_TEMPLATE_DECLARE __attribute__((visibility("default")))
 #define TOV_TEMPLATE_DEFINE
@@ -32,6 +34,9 @@
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
 // TOV_TEMPLATE_DEFINE    in the one source that owns it: template class TOV_TEMPLATE_DEFINE CThing<int>;
 //                        so that a template's statics exist once in the process, and not once in each module.
+// TOV_TEMPLATE           class template without statics whose instances in the library are exported; each module may
+//                        still make its own, and inline them. The owning source of an instance has
+//                        template class TOV_EXPORT CThing<int>; before anything else there uses it.
 
 static_assert(sizeof(wchar_t) == 2,
               "TOVKernel's wchar_t is one UTF-16 code unit: add -fshort-wchar to the compiler's options");

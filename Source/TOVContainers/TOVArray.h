@@ -30,7 +30,7 @@
 // "Valid" is an array of intact elements, though not those of before. An argument may be an element of the array
 // itself. More than the largest size, or a negative one, is a std::length_error "vector<T> too long". Element types
 // have a default constructor.
-template<class T> class CTOVArray
+template<class T> class TOV_TEMPLATE CTOVArray
 {
 public:
     // Virtual operations; their order is part of the exported design.

@@ -33,7 +33,7 @@
 // Settled: only Resize and Zero, and what goes through them, take a private block first. GetBuffer, SetElements and Swap
 // write into a shared block, and all sharers see it. Sizes are 32-bit counts; a block of 2 GB or more is std::bad_alloc.
 // No lock: one thread at a time, for all buffers that share a block together.
-template<class T> class CTOVBuffer
+template<class T> class TOV_TEMPLATE CTOVBuffer
 {
 public:
     // Virtual operations; their order is part of the exported design.

@@ -12,7 +12,7 @@
 //   Enqueue                            constant, 1 copy    unchanged
 //   Dequeue                            constant, 1 copy    unchanged
 //   GetSize, GetCount, IsEmpty         constant            -
-template<class T> class CTOVQueue
+template<class T> class TOV_TEMPLATE CTOVQueue
 {
 public:
     // Virtual operation.

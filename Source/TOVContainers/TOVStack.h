@@ -12,7 +12,7 @@
 //   Pop, GetTop                        constant           -
 //   GetSize, GetCount, IsEmpty         constant           -
 //   Clear, destruction                 linear             -
-template<class T> class CTOVStack
+template<class T> class TOV_TEMPLATE CTOVStack
 {
 public:
     // Virtual operation.

@@ -123,7 +123,7 @@ public:
 // The T is freed with the single-object delete, also when it is the first of an array: an array held this way must be
 // of a type without destructors. Its memory is best taken with operator new, as CTOVBuffer does, since delete of what
 // new[] made is undefined in the language.
-template<class T> class CTOVRefCountObject : public ITOVRefCount
+template<class T> class TOV_TEMPLATE CTOVRefCountObject : public ITOVRefCount
 {
 public:
     // Virtual operations, as in ITOVRefCount.

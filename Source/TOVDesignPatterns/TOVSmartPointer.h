@@ -15,7 +15,7 @@
 //   assign a T*                     0 or 1      a sole owner keeps its block
 //
 // When an allocation fails, std::bad_alloc goes through, the handle is as it was, and the T is still the caller's.
-template<class T> class CTOVSmartPointer
+template<class T> class TOV_TEMPLATE CTOVSmartPointer
 {
 public:
     // A new control block with count 1 around pObject, which it takes over.

@@ -1,0 +1,3 @@
+#include <TOVContainers/TOVArray.h>
+
+template class TOV_EXPORT CTOVArray<int>;

@@ -1,0 +1,3 @@
+#include <TOVContainers/TOVQueue.h>
+
+template class TOV_EXPORT CTOVQueue<int>;

@@ -1,0 +1,3 @@
+#include <TOVContainers/TOVStack.h>
+
+template class TOV_EXPORT CTOVStack<int>;
