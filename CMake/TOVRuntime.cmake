@@ -1,0 +1,17 @@
+# The compiler's own DLLs that TOVKernel.dll and every program beside it need, on Windows.
+#
+# Exceptions cross the library's boundary, so library and programs share one compiler runtime. The DLLs are put beside
+# them in the build tree and in the package. TOV_RUNTIME_LIBRARIES holds their full names.
+
+set(TOV_RUNTIME_LIBRARIES "")
+if(MINGW)
+    foreach(name libgcc_s_dw2-1.dll libstdc++-6.dll libwinpthread-1.dll)
+        execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=${name}
+                        OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
+        if(NOT IS_ABSOLUTE "${file}")
+            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where its ${name} is")
+        endif()
+        list(APPEND TOV_RUNTIME_LIBRARIES "${file}")
+        configure_file("${file}" "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}" COPYONLY)
+    endforeach()
+endif()

@@ -1,0 +1,42 @@
+# How the project's tests are built and registered.
+
+# GoogleTest comes as sources, built here with each target's compiler and flags: a library built elsewhere would differ
+# in the size of wchar_t on Linux and in the thread model on Windows.
+find_path(TOV_GOOGLETEST_SOURCES src/gtest-all.cc
+          PATHS /usr/src/googletest/googletest NO_CMAKE_FIND_ROOT_PATH REQUIRED
+          DOC "The googletest folder of GoogleTest's sources")
+find_package(Threads REQUIRED)
+
+add_library(gtest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
+target_include_directories(gtest SYSTEM PUBLIC "${TOV_GOOGLETEST_SOURCES}/include")
+target_include_directories(gtest PRIVATE "${TOV_GOOGLETEST_SOURCES}")
+target_compile_options(gtest PRIVATE -w)
+target_link_libraries(gtest PUBLIC Threads::Threads)
+
+include(GoogleTest)
+
+# tov_add_tests(<Folder> <file>...): builds the test program Test<Folder> of the listed files and makes each of its
+# cases a case of CTest. The build fails when a source file of the folder is not listed, and a program without a case
+# is a failed test.
+function(tov_add_tests folder)
+    set(program "Test${folder}")
+    add_executable(${program} ${ARGN})
+    target_link_libraries(${program} PRIVATE TOVTestSupport)
+    tov_own_code(${program})
+
+    string(REPLACE ";" "|" listed "${ARGN}")
+    add_custom_target(${program}IsComplete
+        COMMAND "${CMAKE_COMMAND}" "-DFOLDER=${CMAKE_CURRENT_SOURCE_DIR}" "-DLISTED=${listed}"
+                -P "${PROJECT_SOURCE_DIR}/CMake/TOVCheckListed.cmake"
+        VERBATIM)
+    add_dependencies(${program} ${program}IsComplete)
+
+    # The cases are asked for when the tests start, not in the build: a build needs no Wine.
+    gtest_discover_tests(${program}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 120
+        PROPERTIES TIMEOUT 300 LABELS ${folder})
+    add_test(NAME ${program}.HoldsCases COMMAND ${program} --gtest_list_tests)
+    set_tests_properties(${program}.HoldsCases PROPERTIES
+        PASS_REGULAR_EXPRESSION "\n  [A-Za-z]" TIMEOUT 120 LABELS ${folder})
+endfunction()
