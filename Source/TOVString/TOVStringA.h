@@ -85,8 +85,8 @@ public:
     // Throw unless 0 <= lIndex < GetLength().
     int GetAt(long lIndex) const;
     void SetAt(long lIndex, int nChar);
-    int operator[](int nIndex) const { return GetAt(nIndex); }
-    int operator[](long lIndex) const { return GetAt(lIndex); }
+    int operator[](int nIndex) const;
+    int operator[](long lIndex) const;
 
     // The raw store, from which the rest is built.
 
@@ -189,6 +189,16 @@ inline int CTOVStringA::GetAt(long lIndex) const
 {
     TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
     return static_cast<tUchar>(m_oData.GetBuffer()[lIndex]);
+}
+
+inline int CTOVStringA::operator[](int nIndex) const
+{
+    return GetAt(nIndex);
+}
+
+inline int CTOVStringA::operator[](long lIndex) const
+{
+    return GetAt(lIndex);
 }
 
 inline void CTOVStringA::SetAt(long lIndex, int nChar)

@@ -278,7 +278,7 @@ public:
 
     static int FormatV(TString& oString, const tUnit* szFormat, va_list pArguments)
     {
-        const int nNumExpectedCharacters = CountFormatted(szFormat, pArguments);
+        const int nNumExpectedCharacters = TOVStringPlatform::VSCPrintf(szFormat, pArguments);
         TOV_ASSERT_AT(SOURCE, nNumExpectedCharacters != -1);
 
         std::optional<tBuffer> oOldText; // arguments may point into it until the print is done
@@ -416,15 +416,5 @@ private:
     {
         if (nCount > 0)
             TOVPlatform::TOVMemory::Move(pDestination, pSource, nCount * sizeof(tUnit));
-    }
-
-    // The list is read twice, and reading uses it up.
-    static int CountFormatted(const tUnit* szFormat, va_list pArguments)
-    {
-        va_list pCounted;
-        va_copy(pCounted, pArguments);
-        const int nCount = TOVStringPlatform::VSCPrintf(szFormat, pCounted);
-        va_end(pCounted);
-        return nCount;
     }
 };

@@ -71,8 +71,8 @@ public:
     // Throw unless 0 <= lIndex < GetLength().
     int GetAt(long lIndex) const;
     void SetAt(long lIndex, int nChar);
-    int operator[](int nIndex) const { return GetAt(nIndex); }
-    int operator[](long lIndex) const { return GetAt(lIndex); }
+    int operator[](int nIndex) const;
+    int operator[](long lIndex) const;
 
     // The raw store. Throws unless 0 <= nLength <= INT_MAX-1.
     void AllocBuffer(int nLength);
@@ -150,6 +150,16 @@ inline int CTOVStringW::GetAt(long lIndex) const
 {
     TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
     return m_oData.GetBuffer()[lIndex];
+}
+
+inline int CTOVStringW::operator[](int nIndex) const
+{
+    return GetAt(nIndex);
+}
+
+inline int CTOVStringW::operator[](long lIndex) const
+{
+    return GetAt(lIndex);
 }
 
 inline void CTOVStringW::SetAt(long lIndex, int nChar)
