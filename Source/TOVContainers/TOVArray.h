@@ -86,8 +86,8 @@ public:
     CTOVArray(const CTOVArray& oArray);
     CTOVArray& operator=(const CTOVArray& oArray);
 
-    // Sorts in ascending order of pfCompare (see ISorter) by heap sort. Not stable. Elements are read and written by the
-    // virtual operations, so that it works on derived arrays too.
+    // Sorts in ascending order of pfCompare (see ISorter) by heap sort. Not stable. Elements are read and written by
+    // the virtual operations, so that it works on derived arrays too.
     template<class TCompare> void Sort(TCompare pfCompare);
 
     // Heap sort (Floyd's bottom-up construction, Williams' sift-down) of one array, which it does not own.
@@ -336,7 +336,8 @@ template<class T> template<class TCompare> void CTOVArray<T>::CHeapSort<TCompare
         --lHeapSize;
         m_pArray->Swap(0, lHeapSize);
         SiftDown(1, lHeapSize, pfCompare);
-    } while (lHeapSize > 1);
+    }
+    while (lHeapSize > 1);
 }
 
 template<class T>

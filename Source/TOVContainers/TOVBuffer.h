@@ -30,9 +30,9 @@
 //   Free                                1 allocation if shared, else none       unchanged
 //   GetSize, GetBuffer, Swap, IsValid   constant                                cannot
 //
-// Settled: only Resize and Zero, and what goes through them, take a private block first. GetBuffer, SetElements and Swap
-// write into a shared block, and all sharers see it. Sizes are 32-bit counts; a block of 2 GB or more is std::bad_alloc.
-// No lock: one thread at a time, for all buffers that share a block together.
+// Settled: only Resize and Zero, and what goes through them, take a private block first. GetBuffer, SetElements and
+// Swap write into a shared block, and all sharers see it. Sizes are 32-bit counts; a block of 2 GB or more is
+// std::bad_alloc. No lock: one thread at a time, for all buffers that share a block together.
 template<class T> class TOV_TEMPLATE CTOVBuffer
 {
 public:
@@ -100,7 +100,7 @@ private:
     // Makes this buffer the only owner of such a block. Its size is left to the caller.
     void MakeUnique(long lNumElements, long lNumKept);
 
-    // Whether pElements points into the block, and so would not outlive it.
+    // Whether pElements points into the block, its hidden element included, and so would not outlive it.
     bool IsInside(const T* pElements) const;
 
     static unsigned long GetByteCount(long lNumElements);
@@ -113,7 +113,8 @@ template<class T> CTOVBuffer<T>::CTOVBuffer() : m_lSize(0)
 {
 }
 
-template<class T> CTOVBuffer<T>::CTOVBuffer(const CTOVBuffer& oBuffer) : m_pArray(oBuffer.m_pArray), m_lSize(oBuffer.m_lSize)
+template<class T>
+CTOVBuffer<T>::CTOVBuffer(const CTOVBuffer& oBuffer) : m_pArray(oBuffer.m_pArray), m_lSize(oBuffer.m_lSize)
 {
 }
 
@@ -134,8 +135,7 @@ template<class T> void CTOVBuffer<T>::SetElements(long lIndex, const T* pElement
 {
     TOV_ASSERT(m_pArray.IsValid());
     // The sum of the text, written so that it cannot overflow.
-    TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex),
-                    "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
+    TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex), "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
 
     if (lSize > 0)
         TOVPlatform::TOVMemory::Move(m_pArray.Get() + lIndex, pElements, GetByteCount(lSize));
@@ -144,8 +144,7 @@ template<class T> void CTOVBuffer<T>::SetElements(long lIndex, const T* pElement
 template<class T> void CTOVBuffer<T>::GetElements(long lIndex, T* pElements, long lSize) const
 {
     TOV_ASSERT(m_pArray.IsValid());
-    TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex),
-                    "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
+    TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex), "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
 
     if (lSize > 0)
         TOVPlatform::TOVMemory::Move(pElements, m_pArray.Get() + lIndex, GetByteCount(lSize));
@@ -273,7 +272,7 @@ template<class T> bool CTOVBuffer<T>::operator==(const CTOVBuffer& oBuffer) cons
 
 template<class T> T* CTOVBuffer<T>::NewBlock(long lNumElements, long lNumKept) const
 {
-    static_assert(std::is_trivially_copyable_v<T> && TOVOwnedObject<T>::IsPlainStorage(),
+    static_assert(std::is_trivially_copyable_v<T> && CTOVOwnedObject<T>::IsPlainStorage(),
                   "the elements of a buffer are copied and freed as plain memory");
 
     // What no 32-bit target can hold fails on all of them.
@@ -281,7 +280,7 @@ template<class T> T* CTOVBuffer<T>::NewBlock(long lNumElements, long lNumKept) c
     if (lNumElements > lMaxElements)
         throw std::bad_alloc();
 
-    T* const pBlock = static_cast<T*>(TOVOwnedObject<T>::Allocate(GetByteCount(lNumElements + 1)));
+    T* const pBlock = static_cast<T*>(CTOVOwnedObject<T>::Allocate(GetByteCount(lNumElements + 1)));
     std::memset(static_cast<void*>(pBlock + lNumElements), 0, sizeof(T));
     if (lNumKept > 0)
         TOVPlatform::TOVMemory::Copy(pBlock, m_pArray.Get(), GetByteCount(lNumKept));
@@ -306,7 +305,7 @@ template<class T> bool CTOVBuffer<T>::IsInside(const T* pElements) const
 {
     const std::less<const T*> oBefore;
     const T* const pBlock = m_pArray.Get();
-    return pBlock != NULL && !oBefore(pElements, pBlock) && oBefore(pElements, pBlock + m_lSize);
+    return pBlock != NULL && !oBefore(pElements, pBlock) && !oBefore(pBlock + m_lSize, pElements);
 }
 
 template<class T> unsigned long CTOVBuffer<T>::GetByteCount(long lNumElements)

@@ -18,9 +18,10 @@
 //   Dequeue                         blocks; 1 copy under the lock   unchanged
 //   IsEmpty, GetCount, GetSize      the lock                        -
 //
-// A consumer on an empty queue stays blocked until the next Enqueue: there is no time-out and no cancel. Nothing releases
-// it when the queue is destroyed, so the owner stops consumers first. There is no virtual destructor: a queue is not
-// deleted through a base class. Each operation also throws what CTOVMutex throws for a mutex that was not created.
+// A consumer on an empty queue stays blocked until the next Enqueue: there is no time-out and no cancel. Nothing
+// releases it when the queue is destroyed, so the owner stops consumers first. There is no virtual destructor: a queue
+// is not deleted through a base class. Each operation also throws what CTOVMutex throws for a mutex that was not
+// created.
 template<class T> class TOV_TEMPLATE CTOVSafeQueue
 {
 public:

@@ -73,15 +73,14 @@ protected:
 // How a control block frees what it owns. Storage of a type that needs no destructor goes back to where "operator new"
 // took it, whatever its size: so a block of many elements, and an object behind an interface without a virtual
 // destructor, are freed rightly by the single-object form. Everything else is deleted.
-template<class T> class TOVOwnedObject
+template<class T> class CTOVOwnedObject
 {
     template<class TVoid, class TObject, class... TSize> struct sOwnDelete : std::false_type
     {
     };
     template<class TObject, class... TSize>
-    struct sOwnDelete<
-        std::void_t<decltype(TObject::operator delete(std::declval<void*>(), std::declval<TSize>()...))>, TObject, TSize...>
-        : std::true_type
+    struct sOwnDelete<std::void_t<decltype(TObject::operator delete(std::declval<void*>(), std::declval<TSize>()...))>,
+                      TObject, TSize...> : std::true_type
     {
     };
 
@@ -158,7 +157,7 @@ template<class T> CTOVRefCountObject<T>::CTOVRefCountObject(T* pObject) : m_lRef
 template<class T> CTOVRefCountObject<T>::~CTOVRefCountObject() noexcept(false)
 {
     if (m_pObject != NULL)
-        TOVOwnedObject<T>::Free(m_pObject);
+        CTOVOwnedObject<T>::Free(m_pObject);
 }
 
 template<class T> long CTOVRefCountObject<T>::AddRef()
@@ -194,5 +193,5 @@ template<class T> void CTOVRefCountObject<T>::Replace(T* pObject)
     m_pObject = pObject;
 
     if (pOld != NULL)
-        TOVOwnedObject<T>::Free(pOld);
+        CTOVOwnedObject<T>::Free(pOld);
 }

@@ -6,15 +6,16 @@
 // Value handle on a control block that owns a T (CTOVRefCountObject). The T dies with the last handle. There is always
 // a control block: a null smart pointer is one on a block without a T.
 //
-// What it holds is freed with the single-object delete; see CTOVRefCountObject for arrays. No lock: one thread at a time
-// for all handles of one block together.
+// What it holds is freed with the single-object delete; see CTOVRefCountObject for arrays. No lock: one thread at a
+// time for all handles of one block together.
 //
 //   operation                       allocates   remarks
 //   construct from T*               1 block     also for a null pointer
 //   copy, assign a smart pointer    nothing     one count
 //   assign a T*                     0 or 1      a sole owner keeps its block
 //
-// When an allocation fails, std::bad_alloc goes through, the handle is as it was, and the T is still the caller's.
+// When an allocation fails, std::bad_alloc goes through, the handle is as it was, and the T is still the caller's. What
+// a T's destructor throws goes through too, except from the handle's own destructor, where it ends the process.
 template<class T> class TOV_TEMPLATE CTOVSmartPointer
 {
 public:
@@ -54,8 +55,7 @@ private:
     CTOVRefCountObject<T>* m_pObject;
 };
 
-template<class T>
-CTOVSmartPointer<T>::CTOVSmartPointer(T* pObject) : m_pObject(new CTOVRefCountObject<T>(pObject))
+template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(T* pObject) : m_pObject(new CTOVRefCountObject<T>(pObject))
 {
 }
 
@@ -162,5 +162,5 @@ template<class T> bool CTOVSmartPointer<T>::IsValid() const
 
 template<class T> long CTOVSmartPointer<T>::GetRefCount() const
 {
-    return m_pObject != NULL ? m_pObject->GetRefCount() : 0;
+    return m_pObject != NULL ? m_pObject->m_lRefCount : 0;
 }

@@ -177,5 +177,5 @@ char* CTOVClass::ShareName(char* szName)
 void CTOVClass::ReleaseName(char* szName)
 {
     if (--OwnersOf(szName) == 0)
-        delete[] (szName - sizeof(long));
+        delete[](szName - sizeof(long));
 }

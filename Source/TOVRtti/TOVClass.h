@@ -7,8 +7,8 @@
 
 // Descriptor of a class: name, id, up to four direct super classes. It registers itself in the class server when it is
 // constructed. Identity of classes is identity of ids: descriptors with the same id are the same class, and a second
-// descriptor of a name gets the id of the first. Ids are dense, begin at 0 in the order of construction, differ from run
-// to run and may not be stored.
+// descriptor of a name gets the id of the first. Ids are dense, begin at 0 in the order of construction, differ from
+// run to run and may not be stored.
 //
 // A class takes part by carrying these members. Each body is one line; a class without interfaces needs no
 // QueryInterface.
@@ -57,7 +57,8 @@ public:
     // Whether the other is this class or one of its super classes, near or far: depth first, in list order.
     bool IsKindOf(const CTOVClass& oOther) const;
 
-    // The descriptor named "<invalid class>", which stands where there is no class. Alive from the library's start-up on.
+    // The descriptor named "<invalid class>", which stands where there is no class. Alive from the library's start-up
+    // on.
     static const CTOVClass& Invalid();
 
 protected:
