@@ -26,15 +26,9 @@ template<class T> class TOVStreamTraitsMemoryImage
 public:
     static_assert(std::is_trivially_copyable<T>::value, "only a trivially copyable type is its own memory image");
 
-    static void Write(ITOVStream& oStream, const T& oValue)
-    {
-        oStream.Write(&oValue, sizeof oValue);
-    }
+    static void Write(ITOVStream& oStream, const T& oValue) { oStream.Write(&oValue, sizeof oValue); }
 
-    static void Read(ITOVStream& oStream, T& oValue)
-    {
-        oStream.Read(&oValue, sizeof oValue);
-    }
+    static void Read(ITOVStream& oStream, T& oValue) { oStream.Read(&oValue, sizeof oValue); }
 };
 
 // Binary rendering. Raw bytes of an arbitrary type would tie a file to one compiler, so there is none by default.
