@@ -42,10 +42,10 @@ public:
 
     // Construction. No allocation of a block for empty text or for nCount <= 0.
     CTOVStringA();
-    CTOVStringA(const char* szString);          // as operator=(const char*), string ids included
-    CTOVStringA(const CTOVStringA& oOther);     // shares oOther's block
-    CTOVStringA(const CTOVStringW& oOther);     // the low 8 bits of each character, no code page
-    CTOVStringA(char cChar, int nCount);        // nCount times cChar
+    CTOVStringA(const char* szString);      // as operator=(const char*), string ids included
+    CTOVStringA(const CTOVStringA& oOther); // shares oOther's block
+    CTOVStringA(const CTOVStringW& oOther); // the low 8 bits of each character, no code page
+    CTOVStringA(char cChar, int nCount);    // nCount times cChar
 
     // The process's shared empty string, for functions that return a reference and have no text. Created on demand.
     // Writable, and nothing protects it: who changes it changes it for all.
@@ -212,20 +212,44 @@ inline bool operator==(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) == 0;
 }
-inline bool operator!=(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return !(oFirst == oSecond); }
-inline bool operator==(const CTOVStringA& oFirst, const char* szSecond) { return oFirst.Compare(szSecond) == 0; }
-inline bool operator!=(const CTOVStringA& oFirst, const char* szSecond) { return !(oFirst == szSecond); }
-inline bool operator==(const char* szFirst, const CTOVStringA& oSecond) { return oSecond == szFirst; }
-inline bool operator!=(const char* szFirst, const CTOVStringA& oSecond) { return !(oSecond == szFirst); }
+inline bool operator!=(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
+{
+    return !(oFirst == oSecond);
+}
+inline bool operator==(const CTOVStringA& oFirst, const char* szSecond)
+{
+    return oFirst.Compare(szSecond) == 0;
+}
+inline bool operator!=(const CTOVStringA& oFirst, const char* szSecond)
+{
+    return !(oFirst == szSecond);
+}
+inline bool operator==(const char* szFirst, const CTOVStringA& oSecond)
+{
+    return oSecond == szFirst;
+}
+inline bool operator!=(const char* szFirst, const CTOVStringA& oSecond)
+{
+    return !(oSecond == szFirst);
+}
 
 // The order of the library's ordered tables: unsigned bytes, a missing block as the empty text.
 inline bool operator<(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) < 0;
 }
-inline bool operator>(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return oSecond < oFirst; }
-inline bool operator<=(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return !(oSecond < oFirst); }
-inline bool operator>=(const CTOVStringA& oFirst, const CTOVStringA& oSecond) { return !(oFirst < oSecond); }
+inline bool operator>(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
+{
+    return oSecond < oFirst;
+}
+inline bool operator<=(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
+{
+    return !(oSecond < oFirst);
+}
+inline bool operator>=(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
+{
+    return !(oFirst < oSecond);
+}
 
 extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVStringA>;
 extern template class TOV_TEMPLATE_DECLARE CTOVArray<CTOVStringA>;

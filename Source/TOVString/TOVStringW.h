@@ -173,19 +173,43 @@ inline bool operator==(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) == 0;
 }
-inline bool operator!=(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return !(oFirst == oSecond); }
-inline bool operator==(const CTOVStringW& oFirst, const wchar_t* szSecond) { return oFirst.Compare(szSecond) == 0; }
-inline bool operator!=(const CTOVStringW& oFirst, const wchar_t* szSecond) { return !(oFirst == szSecond); }
-inline bool operator==(const wchar_t* szFirst, const CTOVStringW& oSecond) { return oSecond == szFirst; }
-inline bool operator!=(const wchar_t* szFirst, const CTOVStringW& oSecond) { return !(oSecond == szFirst); }
+inline bool operator!=(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
+{
+    return !(oFirst == oSecond);
+}
+inline bool operator==(const CTOVStringW& oFirst, const wchar_t* szSecond)
+{
+    return oFirst.Compare(szSecond) == 0;
+}
+inline bool operator!=(const CTOVStringW& oFirst, const wchar_t* szSecond)
+{
+    return !(oFirst == szSecond);
+}
+inline bool operator==(const wchar_t* szFirst, const CTOVStringW& oSecond)
+{
+    return oSecond == szFirst;
+}
+inline bool operator!=(const wchar_t* szFirst, const CTOVStringW& oSecond)
+{
+    return !(oSecond == szFirst);
+}
 
 // Order by unsigned 16-bit units, a missing block as the empty text.
 inline bool operator<(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) < 0;
 }
-inline bool operator>(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return oSecond < oFirst; }
-inline bool operator<=(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return !(oSecond < oFirst); }
-inline bool operator>=(const CTOVStringW& oFirst, const CTOVStringW& oSecond) { return !(oFirst < oSecond); }
+inline bool operator>(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
+{
+    return oSecond < oFirst;
+}
+inline bool operator<=(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
+{
+    return !(oSecond < oFirst);
+}
+inline bool operator>=(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
+{
+    return !(oFirst < oSecond);
+}
 
 extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVStringW>;
