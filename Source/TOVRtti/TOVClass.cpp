@@ -79,6 +79,11 @@ CTOVClass::operator const char*() const
     return m_szName;
 }
 
+CTOVClass::operator CTOVStringA() const
+{
+    return m_szName;
+}
+
 unsigned long CTOVClass::GetClassId() const
 {
     return m_dwClassId;

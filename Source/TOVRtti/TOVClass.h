@@ -1,7 +1,7 @@
 // The library's own runtime type information: CTOVClass describes one class.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <TOVString/TOVStringA.h>
 
 #include <vector>
 
@@ -41,8 +41,11 @@ public:
     CTOVClass(const CTOVClass& oOther);
     CTOVClass& operator=(const CTOVClass& oOther);
 
+    // The name, and a string of it. Where a text and a string will both do, as in an assignment to a string, say
+    // GetName.
     const char* GetName() const;
     operator const char*() const;
+    operator CTOVStringA() const;
     unsigned long GetClassId() const;
 
     int GetNumSuperClasses() const;
