@@ -22,6 +22,19 @@ bool ITOVRefCount::IsKindOf(const CTOVClass& oClass) const
     return GetClass().IsKindOf(oClass);
 }
 
+ITOVRefCount::ITOVRefCount()
+{
+}
+
+ITOVRefCount::ITOVRefCount(const ITOVRefCount& /*oOther*/)
+{
+}
+
+ITOVRefCount& ITOVRefCount::operator=(const ITOVRefCount& /*oOther*/)
+{
+    return *this;
+}
+
 const CTOVClass& ITOVRefCount::GetClass()
 {
     static const CTOVClass _s_oClass("ITOVRefCount");

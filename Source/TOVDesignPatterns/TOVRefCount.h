@@ -34,9 +34,9 @@ public:
     virtual long Release() = 0;
     virtual long GetRefCount() const = 0;
 
-    ITOVRefCount() = default;
-    ITOVRefCount(const ITOVRefCount&) = default;
-    ITOVRefCount& operator=(const ITOVRefCount&) = default;
+    ITOVRefCount();
+    ITOVRefCount(const ITOVRefCount& oOther);
+    ITOVRefCount& operator=(const ITOVRefCount& oOther);
 
     // The descriptor of this interface, made and registered at the first call.
     static const CTOVClass& GetClass();
