@@ -117,13 +117,16 @@ static void HookModule(HMODULE hModule)
     }
 }
 
-static bool IsSystemModule(HMODULE hModule)
+// The system's modules, and what throwing needs: the locks and the thread-local storage of the compiler's runtime. Their
+// memory must not fail.
+static bool IsLeftAlone(HMODULE hModule)
 {
     char szSystem[MAX_PATH];
     char szModule[MAX_PATH];
     UINT nLength = GetSystemDirectoryA(szSystem, MAX_PATH);
     GetModuleFileNameA(hModule, szModule, MAX_PATH);
-    return _strnicmp(szSystem, szModule, nLength) == 0;
+    return _strnicmp(szSystem, szModule, nLength) == 0 || std::strstr(szModule, "libwinpthread") != nullptr ||
+           std::strstr(szModule, "libgcc") != nullptr;
 }
 
 template<class T> static void FindOriginal(T& fnOriginal, const char* szName)
@@ -144,7 +147,7 @@ static bool Install()
     EnumProcessModules(GetCurrentProcess(), aModules, sizeof(aModules), &dwSize);
     for (DWORD dwModule = 0; dwModule < dwSize / sizeof(HMODULE); ++dwModule)
     {
-        if (!IsSystemModule(aModules[dwModule]))
+        if (!IsLeftAlone(aModules[dwModule]))
             HookModule(aModules[dwModule]);
     }
     return true;

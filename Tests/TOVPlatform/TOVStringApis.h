@@ -1,0 +1,195 @@
+// The narrow and the wide text functions as types, so that one test covers both, and texts for them.
+#pragma once
+
+#include "Support/TOVTestSupport.h"
+
+#include <TOVPlatform/TOVString.h>
+
+#include <cstdarg>
+#include <string>
+#include <vector>
+
+#define TOV_STRING_API(Name, tUnitOfApi, Functions, bIsNarrow)                                                         \
+    struct Name                                                                                                        \
+    {                                                                                                                  \
+        typedef tUnitOfApi tUnit;                                                                                      \
+        static constexpr bool IS_NARROW = bIsNarrow;                                                                   \
+                                                                                                                       \
+        static constexpr auto Compare = &Functions::Compare;                                                           \
+        static constexpr auto CompareNoCase = &Functions::CompareNoCase;                                               \
+        static constexpr auto Collate = &Functions::Collate;                                                           \
+        static constexpr auto CollateNoCase = &Functions::CollateNoCase;                                               \
+        static constexpr auto Length = &Functions::Length;                                                             \
+        static constexpr auto ToLower = &Functions::ToLower;                                                           \
+        static constexpr auto ToUpper = &Functions::ToUpper;                                                           \
+        static constexpr auto Reverse = &Functions::Reverse;                                                           \
+        static constexpr auto FindCharacter = &Functions::FindCharacter;                                               \
+        static constexpr auto FindLastCharacter = &Functions::FindLastCharacter;                                       \
+        static constexpr auto FindString = &Functions::FindString;                                                     \
+        static constexpr auto FindOneOf = &Functions::FindOneOf;                                                       \
+        static constexpr auto FindNotOneOf = &Functions::FindNotOneOf;                                                 \
+        static constexpr auto ReverseFindOneOf = &Functions::ReverseFindOneOf;                                         \
+        static constexpr auto ReverseFindNotOneOf = &Functions::ReverseFindNotOneOf;                                   \
+        static constexpr auto SPrintf = &Functions::SPrintf;                                                           \
+        static constexpr auto SNPrintf = &Functions::SNPrintf;                                                         \
+        static constexpr auto VSPrintf = &Functions::VSPrintf;                                                         \
+        static constexpr auto VSNPrintf = &Functions::VSNPrintf;                                                       \
+        static constexpr auto VSCPrintf = &Functions::VSCPrintf;                                                       \
+        static constexpr auto Copy = &Functions::Copy;                                                                 \
+        static constexpr auto NCopy = &Functions::NCopy;                                                               \
+        static constexpr auto Concat = &Functions::Concat;                                                             \
+        static constexpr auto NConcat = &Functions::NConcat;                                                           \
+        static constexpr auto Inc = &Functions::Inc;                                                                   \
+        static constexpr auto NInc = &Functions::NInc;                                                                 \
+        static constexpr auto Dec = &Functions::Dec;                                                                   \
+        static constexpr auto ToLong = &Functions::ToLong;                                                             \
+        static constexpr auto ToUlong = &Functions::ToUlong;                                                           \
+        static constexpr auto ToDouble = &Functions::ToDouble;                                                         \
+    }
+
+TOV_STRING_API(sNarrowApi, char, TOVPlatform::TOVStringA, true);
+TOV_STRING_API(sWideApi, wchar_t, TOVPlatform::TOVStringW, false);
+
+typedef testing::Types<sNarrowApi, sWideApi> tStringApis;
+
+// The source that checks report.
+const char STRING_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+
+// Text in units of either width, each from one byte.
+template<class T> class CText
+{
+public:
+    CText(const char* szText) : CText(std::string(szText))
+    {
+    }
+
+    CText(const std::string& sText)
+    {
+        for (const char cCharacter : sText)
+            m_aUnits.push_back(static_cast<T>(static_cast<unsigned char>(cCharacter)));
+        m_aUnits.push_back(0);
+    }
+
+    operator T*()
+    {
+        return m_aUnits.data();
+    }
+
+    T* Get()
+    {
+        return m_aUnits.data();
+    }
+
+private:
+    std::vector<T> m_aUnits;
+};
+
+// Room for a result: '#' wherever nothing was written.
+template<class T> class CRoom
+{
+public:
+    explicit CRoom(std::size_t nUnits) : m_aUnits(nUnits, static_cast<T>('#'))
+    {
+    }
+
+    operator T*()
+    {
+        return m_aUnits.data();
+    }
+
+    T* Get()
+    {
+        return m_aUnits.data();
+    }
+
+    // All of it as bytes, with '0' for a zero and '?' for what is wider than a byte.
+    std::string Shown() const
+    {
+        std::string sShown;
+        for (const T nUnit : m_aUnits)
+            sShown += nUnit == 0 ? '0' : (nUnit & ~0xFF) != 0 && sizeof(T) > 1 ? '?' : static_cast<char>(nUnit);
+        return sShown;
+    }
+
+    // What stands in front of the first zero, as bytes.
+    std::string Text() const
+    {
+        std::string sText;
+        for (const T nUnit : m_aUnits)
+        {
+            if (nUnit == 0)
+                return sText;
+            sText += static_cast<char>(nUnit);
+        }
+        return sText + "<no terminator>";
+    }
+
+private:
+    std::vector<T> m_aUnits;
+};
+
+// Distance of a found position from the start, or -1 for null.
+template<class T> long OffsetOf(const T* pFound, const T* pStart)
+{
+    return pFound == nullptr ? -1 : static_cast<long>(pFound - pStart);
+}
+
+inline int SignOf(int nNumber)
+{
+    return (nNumber > 0) - (nNumber < 0);
+}
+
+// Prints into a room of 4096 units and gives the text; the returned count must agree with it.
+template<class TApi, class... TArguments> std::string Print(const char* szFormat, TArguments... oArguments)
+{
+    CRoom<typename TApi::tUnit> oRoom(4096);
+    CText<typename TApi::tUnit> oFormat(szFormat);
+    const int nCount = TApi::SPrintf(oRoom.Get(), oFormat.Get(), oArguments...);
+    const std::string sText = oRoom.Text();
+    EXPECT_EQ(static_cast<int>(sText.size()), nCount) << szFormat;
+    return sText;
+}
+
+// Ends an argument list also when a check throws.
+struct sListEnd
+{
+    va_list& pList;
+
+    ~sListEnd()
+    {
+        va_end(pList);
+    }
+};
+
+// Call the functions that take an argument list.
+template<class TApi> int VSPrintf(typename TApi::tUnit* szBuffer, const typename TApi::tUnit* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const sListEnd oEnd = {pArguments};
+    return TApi::VSPrintf(szBuffer, szFormat, pArguments);
+}
+
+template<class TApi>
+int VSNPrintf(typename TApi::tUnit* szBuffer, int nCount, const typename TApi::tUnit* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const sListEnd oEnd = {pArguments};
+    return TApi::VSNPrintf(szBuffer, nCount, szFormat, pArguments);
+}
+
+template<class TApi> int VSCPrintf(const typename TApi::tUnit* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const sListEnd oEnd = {pArguments};
+    return TApi::VSCPrintf(szFormat, pArguments);
+}
+
+// The bound that VSCPrintf gives for a format written in bytes.
+template<class TApi, class... TArguments> int BoundOf(const std::string& sFormat, TArguments... oArguments)
+{
+    CText<typename TApi::tUnit> oFormat(sFormat);
+    return VSCPrintf<TApi>(oFormat.Get(), oArguments...);
+}

@@ -1,0 +1,546 @@
+#include "TOVPlatform/TOVStringApis.h"
+
+#include <cmath>
+
+namespace
+{
+const char NO_STRING1[] = "szString1 != NULL";
+const char NO_STRING2[] = "szString2 != NULL";
+const char NO_STRING[] = "szString != NULL";
+const char NO_SET[] = "szCharSet != NULL";
+const char NO_DESTINATION[] = "szStringDest != NULL";
+const char NO_SOURCE[] = "szStringSrc != NULL";
+const char NO_COUNT[] = "nCount > 0";
+const char NO_START[] = "szStart != NULL";
+
+struct sOrder
+{
+    const char* szFirst;
+    const char* szSecond;
+    int nOrder;
+};
+
+struct sFind
+{
+    const char* szText;
+    const char* szWanted;
+    long lOffset;
+};
+
+struct sChange
+{
+    const char* szBefore;
+    const char* szAfter;
+};
+
+template<class TNumber> struct sNumber
+{
+    const char* szText;
+    int nBase;
+    TNumber nValue;
+    long lStop;
+};
+
+template<class TApi> class TOVPlatformStringTest : public testing::Test
+{
+};
+TYPED_TEST_SUITE(TOVPlatformStringTest, tStringApis, );
+
+// Runs a table of finds through a function of two texts.
+template<class TApi, class TFunction, std::size_t nFinds>
+void ExpectFinds(TFunction fnFind, const sFind (&aFinds)[nFinds])
+{
+    for (const sFind& oFind : aFinds)
+    {
+        CText<typename TApi::tUnit> oText(oFind.szText);
+        CText<typename TApi::tUnit> oWanted(oFind.szWanted);
+        EXPECT_EQ(oFind.lOffset, OffsetOf<typename TApi::tUnit>(fnFind(oText.Get(), oWanted.Get()), oText))
+            << '"' << oFind.szWanted << "\" in \"" << oFind.szText << '"';
+    }
+}
+} // namespace
+
+TYPED_TEST(TOVPlatformStringTest, ComparesByUnsignedUnits)
+{
+    const sOrder aOrders[] = {
+        {"", "", 0},         {"abc", "abc", 0},  {"", "a", -1},         {"abc", "abd", -1},      {"abc", "abcd", -1},
+        {"B", "a", -1},      {"Test", "test", -1}, {"\x7F", "\x80", -1}, {"a\x01", "a\xFF", -1}, {"a", "aa", -1},
+    };
+    for (const sOrder& oOrder : aOrders)
+    {
+        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
+        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
+        EXPECT_EQ(oOrder.nOrder, TypeParam::Compare(oFirst, oSecond)) << oOrder.szFirst << ", " << oOrder.szSecond;
+        EXPECT_EQ(-oOrder.nOrder, TypeParam::Compare(oSecond, oFirst)) << oOrder.szFirst << ", " << oOrder.szSecond;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, ComparesATextWithItself)
+{
+    CText<typename TypeParam::tUnit> oText("This is a test");
+    EXPECT_EQ(0, TypeParam::Compare(oText, oText));
+    EXPECT_EQ(0, TypeParam::CompareNoCase(oText, oText));
+    EXPECT_EQ(0, TypeParam::Collate(oText, oText));
+    EXPECT_EQ(0, TypeParam::CollateNoCase(oText, oText));
+}
+
+TYPED_TEST(TOVPlatformStringTest, ComparesWithoutCaseByLowerCaseLetters)
+{
+    const sOrder aOrders[] = {
+        {"", "", 0},     {"AbC", "aBc", 0},   {"This is a Test", "THIS IS A tEST", 0}, {"abc", "ABD", -1}, {"ABC", "abd", -1},
+        {"", "A", -1},   {"ab", "ABC", -1},   {"_", "A", -1},                          {"[", "a", -1},     {"@", "a", -1},
+        {"Z", "{", -1},
+    };
+    for (const sOrder& oOrder : aOrders)
+    {
+        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
+        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
+        EXPECT_EQ(oOrder.nOrder, SignOf(TypeParam::CompareNoCase(oFirst, oSecond))) << oOrder.szFirst;
+        EXPECT_EQ(-oOrder.nOrder, SignOf(TypeParam::CompareNoCase(oSecond, oFirst))) << oOrder.szFirst;
+        EXPECT_EQ(oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oFirst, oSecond))) << oOrder.szFirst;
+        EXPECT_EQ(-oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oSecond, oFirst))) << oOrder.szFirst;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, CollatesToMinusOneZeroOrOne)
+{
+    const sOrder aOrders[] = {{"", "", 0}, {"abc", "abc", 0}, {"", "zz", -1}, {"abc", "xyz", -1}, {"a", "abcdef", -1}};
+    for (const sOrder& oOrder : aOrders)
+    {
+        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
+        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
+        EXPECT_EQ(oOrder.nOrder, TypeParam::Collate(oFirst, oSecond)) << oOrder.szFirst << ", " << oOrder.szSecond;
+        EXPECT_EQ(-oOrder.nOrder, TypeParam::Collate(oSecond, oFirst)) << oOrder.szFirst << ", " << oOrder.szSecond;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, ComparisonsRefuseNull)
+{
+    CText<typename TypeParam::tUnit> oText("a");
+    for (const auto fnCompare :
+         {TypeParam::Compare, TypeParam::CompareNoCase, TypeParam::Collate, TypeParam::CollateNoCase})
+    {
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(NULL, oText));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING2, fnCompare(oText, NULL));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(NULL, NULL));
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, CountsTheUnitsInFrontOfTheTerminator)
+{
+    EXPECT_EQ(0, TypeParam::Length(CText<typename TypeParam::tUnit>("")));
+    EXPECT_EQ(1, TypeParam::Length(CText<typename TypeParam::tUnit>("a")));
+    EXPECT_EQ(14, TypeParam::Length(CText<typename TypeParam::tUnit>("This is a test")));
+    EXPECT_EQ(5000, TypeParam::Length(CText<typename TypeParam::tUnit>(std::string(5000, 'x'))));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Length(NULL));
+}
+
+TYPED_TEST(TOVPlatformStringTest, LowersInPlace)
+{
+    CText<typename TypeParam::tUnit> oText("This Is A @[`{ TEST 123");
+
+    EXPECT_EQ(oText.Get(), TypeParam::ToLower(oText));
+
+    EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>("this is a @[`{ test 123")));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::ToLower(NULL));
+}
+
+TYPED_TEST(TOVPlatformStringTest, RaisesInPlace)
+{
+    CText<typename TypeParam::tUnit> oText("This Is A @[`{ test 123");
+
+    EXPECT_EQ(oText.Get(), TypeParam::ToUpper(oText));
+
+    EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>("THIS IS A @[`{ TEST 123")));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::ToUpper(NULL));
+}
+
+TYPED_TEST(TOVPlatformStringTest, ReversesInPlace)
+{
+    const sChange aChanges[] = {{"", ""}, {"a", "a"}, {"ab", "ba"}, {"abc", "cba"}, {"This is", "si sihT"}};
+    for (const sChange& oChange : aChanges)
+    {
+        CText<typename TypeParam::tUnit> oText(oChange.szBefore);
+        EXPECT_EQ(oText.Get(), TypeParam::Reverse(oText));
+        EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>(oChange.szAfter))) << oChange.szBefore;
+    }
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Reverse(NULL));
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheFirstCharacter)
+{
+    CText<typename TypeParam::tUnit> oText("This is a test");
+    const typename TypeParam::tUnit* szText = oText;
+
+    EXPECT_EQ(szText, TypeParam::FindCharacter(szText, 'T'));
+    EXPECT_EQ(szText + 3, TypeParam::FindCharacter(szText, 's'));
+    EXPECT_EQ(nullptr, TypeParam::FindCharacter(szText, 'z'));
+    EXPECT_EQ(nullptr, TypeParam::FindCharacter(szText, 0xFF));
+    EXPECT_EQ(szText + 14, TypeParam::FindCharacter(szText, 0));
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheLastCharacter)
+{
+    CText<typename TypeParam::tUnit> oText("This is a test");
+    const typename TypeParam::tUnit* szText = oText;
+
+    EXPECT_EQ(szText, TypeParam::FindLastCharacter(szText, 'T'));
+    EXPECT_EQ(szText + 12, TypeParam::FindLastCharacter(szText, 's'));
+    EXPECT_EQ(nullptr, TypeParam::FindLastCharacter(szText, 'z'));
+    EXPECT_EQ(nullptr, TypeParam::FindLastCharacter(szText, 0xFF));
+    EXPECT_EQ(szText + 14, TypeParam::FindLastCharacter(szText, 0));
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsCharactersAbove127)
+{
+    CText<typename TypeParam::tUnit> oText("a\xFF\x80\xFF");
+    const typename TypeParam::tUnit* szText = oText;
+
+    EXPECT_EQ(szText + 1, TypeParam::FindCharacter(szText, 0xFF));
+    EXPECT_EQ(szText + 3, TypeParam::FindLastCharacter(szText, 0xFF));
+}
+
+TYPED_TEST(TOVPlatformStringTest, CutsTheWantedCharacterToAUnit)
+{
+    CText<typename TypeParam::tUnit> oText("abca");
+    const typename TypeParam::tUnit* szText = oText;
+    const int nWider = 1 << (8 * sizeof(typename TypeParam::tUnit));
+
+    EXPECT_EQ(szText, TypeParam::FindCharacter(szText, nWider | 'a'));
+    EXPECT_EQ(szText + 3, TypeParam::FindLastCharacter(szText, nWider | 'a'));
+}
+
+TYPED_TEST(TOVPlatformStringTest, CharacterSearchesFindOnlyTheTerminatorInAnEmptyText)
+{
+    CText<typename TypeParam::tUnit> oText("");
+
+    EXPECT_EQ(nullptr, TypeParam::FindCharacter(oText, 'a'));
+    EXPECT_EQ(nullptr, TypeParam::FindLastCharacter(oText, 'a'));
+    EXPECT_EQ(oText.Get(), TypeParam::FindCharacter(oText, 0));
+    EXPECT_EQ(oText.Get(), TypeParam::FindLastCharacter(oText, 0));
+}
+
+TYPED_TEST(TOVPlatformStringTest, CharacterSearchesRefuseNull)
+{
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindCharacter(NULL, 'a'));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindLastCharacter(NULL, 'a'));
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheFirstOccurrenceOfAText)
+{
+    const sFind aFinds[] = {
+        {"This is a find test", "find", 10}, {"This is a find test", "is", 2},    {"This is a find test", "Bla", -1},
+        {"This is a find test", "", 0},      {"This is a find test", "test", 15}, {"This is a find test", "tests", -1},
+        {"aaab", "aab", 1},                  {"", "a", -1},                       {"", "", 0},
+        {"abc", "abc", 0},                   {"abc", "ABC", -1},
+    };
+    ExpectFinds<TypeParam>(TypeParam::FindString, aFinds);
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheFirstUnitOfASet)
+{
+    const sFind aFinds[] = {
+        {"This is a test", "sa", 3}, {"This is a test", "T", 0},   {"This is a test", "zq", -1},
+        {"This is a test", "", -1},  {"", "abc", -1},              {"This is a test", "et", 10},
+        {"abc", "c", 2},             {"a\xFF", "\xFF", 1},
+    };
+    ExpectFinds<TypeParam>(TypeParam::FindOneOf, aFinds);
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheFirstUnitOutsideASet)
+{
+    const sFind aFinds[] = {
+        {"This is a test", "Th", 2}, {"This is a test", "x", 0}, {"test", "tse", -1}, {"This", "", 0},
+        {"", "abc", -1},             {"", "", -1},               {"aab", "a", 2},
+    };
+    ExpectFinds<TypeParam>(TypeParam::FindNotOneOf, aFinds);
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheLastUnitOfASet)
+{
+    const sFind aFinds[] = {
+        {"This is a test", "s", 12}, {"This is a test", "hi", 5}, {"This is a test", "t", 13},
+        {"This is a test", "z", -1}, {"This is a test", "", -1},  {"TT", "T", 1},
+    };
+    ExpectFinds<TypeParam>(TypeParam::ReverseFindOneOf, aFinds);
+}
+
+TYPED_TEST(TOVPlatformStringTest, FindsTheLastUnitOutsideASet)
+{
+    const sFind aFinds[] = {
+        {"This is a test", "tse", 9}, {"This is a test", "x", 13}, {"test", "st", 1},
+        {"ttest", "tse", -1},         {"Test", "", 3},             {"xyz", "yz", -1},
+    };
+    ExpectFinds<TypeParam>(TypeParam::ReverseFindNotOneOf, aFinds);
+}
+
+// Settled: the walk ends where it becomes equal to the start.
+TYPED_TEST(TOVPlatformStringTest, ReverseSearchesNeverExamineTheFirstUnit)
+{
+    const sFind aInSet[] = {{"This", "T", -1}, {"T", "T", -1}, {"This is", "TX", -1}};
+    const sFind aOutsideSet[] = {{"This", "his", -1}, {"T", "his", -1}, {"T", "", -1}};
+
+    ExpectFinds<TypeParam>(TypeParam::ReverseFindOneOf, aInSet);
+    ExpectFinds<TypeParam>(TypeParam::ReverseFindNotOneOf, aOutsideSet);
+}
+
+TYPED_TEST(TOVPlatformStringTest, ReverseSearchesFindNothingInAnEmptyText)
+{
+    // The unit in front of the text would be a match.
+    CText<typename TypeParam::tUnit> oText("a");
+    typename TypeParam::tUnit* szEmpty = oText + 1;
+
+    EXPECT_EQ(nullptr, TypeParam::ReverseFindOneOf(szEmpty, CText<typename TypeParam::tUnit>("a")));
+    EXPECT_EQ(nullptr, TypeParam::ReverseFindNotOneOf(szEmpty, CText<typename TypeParam::tUnit>("b")));
+}
+
+TYPED_TEST(TOVPlatformStringTest, SetSearchesRefuseNull)
+{
+    CText<typename TypeParam::tUnit> oText("a");
+    for (const auto fnFind : {TypeParam::FindOneOf, TypeParam::FindNotOneOf, TypeParam::ReverseFindOneOf,
+                              TypeParam::ReverseFindNotOneOf})
+    {
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(NULL, oText));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, fnFind(oText, NULL));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(NULL, NULL));
+    }
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindString(NULL, oText));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, TypeParam::FindString(oText, NULL));
+}
+
+TYPED_TEST(TOVPlatformStringTest, CopiesWithTheTerminator)
+{
+    CRoom<typename TypeParam::tUnit> oRoom(6);
+
+    EXPECT_EQ(oRoom.Get(), TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("abcd")));
+    EXPECT_EQ("abcd0#", oRoom.Shown());
+
+    EXPECT_EQ(oRoom.Get(), TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("")));
+    EXPECT_EQ("0bcd0#", oRoom.Shown());
+}
+
+TYPED_TEST(TOVPlatformStringTest, CopiesACountAndPadsWithZeros)
+{
+    struct
+    {
+        int nCount;
+        const char* szShown;
+    } const aCopies[] = {{1, "a######"}, {2, "ab#####"}, {3, "abc####"}, {4, "abc0###"}, {6, "abc000#"}};
+    for (const auto& oCopy : aCopies)
+    {
+        CRoom<typename TypeParam::tUnit> oRoom(7);
+        EXPECT_EQ(oRoom.Get(), TypeParam::NCopy(oRoom, CText<typename TypeParam::tUnit>("abc"), oCopy.nCount));
+        EXPECT_EQ(oCopy.szShown, oRoom.Shown()) << oCopy.nCount;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, Appends)
+{
+    CRoom<typename TypeParam::tUnit> oRoom(8);
+    TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("ab"));
+
+    EXPECT_EQ(oRoom.Get(), TypeParam::Concat(oRoom, CText<typename TypeParam::tUnit>("cde")));
+    EXPECT_EQ("abcde0##", oRoom.Shown());
+
+    TypeParam::Concat(oRoom, CText<typename TypeParam::tUnit>(""));
+    EXPECT_EQ("abcde0##", oRoom.Shown());
+}
+
+TYPED_TEST(TOVPlatformStringTest, AppendsACountAndAlwaysTerminates)
+{
+    struct
+    {
+        int nCount;
+        const char* szShown;
+    } const aAppends[] = {{1, "abc0###"}, {2, "abcd0##"}, {3, "abcde0#"}, {4, "abcde0#"}, {100, "abcde0#"}};
+    for (const auto& oAppend : aAppends)
+    {
+        CRoom<typename TypeParam::tUnit> oRoom(7);
+        TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("ab"));
+        EXPECT_EQ(oRoom.Get(), TypeParam::NConcat(oRoom, CText<typename TypeParam::tUnit>("cde"), oAppend.nCount));
+        EXPECT_EQ(oAppend.szShown, oRoom.Shown()) << oAppend.nCount;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, CopiesRefuseNull)
+{
+    CText<typename TypeParam::tUnit> oText("a");
+    for (const auto fnCopy : {TypeParam::Copy, TypeParam::Concat})
+    {
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(NULL, oText));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, NULL));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(NULL, NULL));
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, CountedCopiesRefuseNullAndNothing)
+{
+    CText<typename TypeParam::tUnit> oText("a");
+    CText<typename TypeParam::tUnit> oSource("b");
+    for (const auto fnCopy : {TypeParam::NCopy, TypeParam::NConcat})
+    {
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(NULL, oSource, 1));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, NULL, 1));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_COUNT, fnCopy(oText, oSource, 0));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_COUNT, fnCopy(oText, oSource, -1));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, NULL, 0));
+    }
+    EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>("a")));
+}
+
+TYPED_TEST(TOVPlatformStringTest, StepsForwardAndBack)
+{
+    CText<typename TypeParam::tUnit> oText("This is a test");
+    typename TypeParam::tUnit* szText = oText;
+
+    EXPECT_EQ(szText + 1, TypeParam::Inc(szText));
+    EXPECT_EQ(szText + 2, TypeParam::NInc(szText, 2));
+    EXPECT_EQ('i', *TypeParam::NInc(szText, 2));
+    EXPECT_EQ(szText, TypeParam::NInc(szText, 0));
+    EXPECT_EQ(szText + 3, TypeParam::Dec(szText, szText + 4));
+    EXPECT_EQ(szText, TypeParam::Dec(szText, szText + 1));
+}
+
+TYPED_TEST(TOVPlatformStringTest, StepsBackToNothingAtTheStartAndInFrontOfIt)
+{
+    CText<typename TypeParam::tUnit> oText("This is a test");
+    typename TypeParam::tUnit* szText = oText;
+
+    EXPECT_EQ(nullptr, TypeParam::Dec(szText, szText));
+    EXPECT_EQ(nullptr, TypeParam::Dec(szText + 4, szText + 3));
+}
+
+TYPED_TEST(TOVPlatformStringTest, StepsRefuseNullAndNegativeCounts)
+{
+    CText<typename TypeParam::tUnit> oText("a");
+
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Inc(NULL));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(NULL, 1));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(NULL, -1));
+    EXPECT_CHECK_AT(STRING_SOURCE, "nCount >= 0", TypeParam::NInc(oText, -1));
+    EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(NULL, oText));
+    EXPECT_CHECK_AT(STRING_SOURCE, "szStringCurrent != NULL", TypeParam::Dec(oText, NULL));
+    EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(NULL, NULL));
+}
+
+TYPED_TEST(TOVPlatformStringTest, ReadsSignedNumbers)
+{
+    const long lMost = 2147483647;
+    const sNumber<long> aNumbers[] = {
+        {"123456This stopped it", 10, 123456, 6},
+        {"-123456This stopped it", 10, -123456, 7},
+        {"+7", 10, 7, 2},
+        {" \t\n42 ", 10, 42, 5},
+        {"", 10, 0, 0},
+        {"This", 10, 0, 0},
+        {"   x", 10, 0, 0},
+        {"-", 10, 0, 0},
+        {"- 1", 10, 0, 0},
+        {"12-", 10, 12, 2},
+        {"102", 2, 2, 2},
+        {"0x1Fg", 16, 31, 4},
+        {"1fG", 16, 31, 2},
+        {"0x1F", 0, 31, 4},
+        {"-0X1F", 0, -31, 5},
+        {"0178", 0, 15, 3},
+        {"19", 0, 19, 2},
+        {"zZ", 36, 1295, 2},
+        {"2147483647", 10, lMost, 10},
+        {"2147483648", 10, lMost, 10},
+        {"-2147483648", 10, -lMost - 1, 11},
+        {"-2147483649", 10, -lMost - 1, 11},
+        {"99999999999999999999x", 10, lMost, 20},
+        {"-99999999999999999999x", 10, -lMost - 1, 21},
+        {"80000000", 16, lMost, 8},
+    };
+    for (const sNumber<long>& oNumber : aNumbers)
+    {
+        CText<typename TypeParam::tUnit> oText(oNumber.szText);
+        typename TypeParam::tUnit* pStop = nullptr;
+        EXPECT_EQ(oNumber.nValue, TypeParam::ToLong(oText, &pStop, oNumber.nBase)) << oNumber.szText;
+        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
+        EXPECT_EQ(oNumber.nValue, TypeParam::ToLong(oText, NULL, oNumber.nBase)) << oNumber.szText;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, ReadsUnsignedNumbers)
+{
+    const unsigned long ulMost = 4294967295ul;
+    const sNumber<unsigned long> aNumbers[] = {
+        {"123456This stopped it", 10, 123456, 6},
+        {" +8", 10, 8, 3},
+        {"", 10, 0, 0},
+        {"x", 10, 0, 0},
+        {"ffFFffFFg", 16, ulMost, 8},
+        {"0xFF", 0, 255, 4},
+        {"4294967295", 10, ulMost, 10},
+        {"4294967296", 10, ulMost, 10},
+        {"99999999999999999999x", 10, ulMost, 20},
+        {"-1", 10, ulMost, 2},
+        {"-5", 10, ulMost - 4, 2},
+        {"-4294967295", 10, 1, 11},
+    };
+    for (const sNumber<unsigned long>& oNumber : aNumbers)
+    {
+        CText<typename TypeParam::tUnit> oText(oNumber.szText);
+        typename TypeParam::tUnit* pStop = nullptr;
+        EXPECT_EQ(oNumber.nValue, TypeParam::ToUlong(oText, &pStop, oNumber.nBase)) << oNumber.szText;
+        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
+        EXPECT_EQ(oNumber.nValue, TypeParam::ToUlong(oText, NULL, oNumber.nBase)) << oNumber.szText;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, ReadsFractions)
+{
+    const sNumber<double> aNumbers[] = {
+        {"3.1415926This stopped it", 0, 3.1415926, 9},
+        {"-3.1415926This stopped it", 0, -3.1415926, 10},
+        {"  2.5", 0, 2.5, 5},
+        {"+.5", 0, 0.5, 3},
+        {"5.", 0, 5.0, 2},
+        {"1e3x", 0, 1000.0, 3},
+        {"1.5E-2", 0, 0.015, 6},
+        {"1ex", 0, 1.0, 1},
+        {"1e+", 0, 1.0, 1},
+        {"42", 0, 42.0, 2},
+        {"", 0, 0.0, 0},
+        {"This", 0, 0.0, 0},
+        {".", 0, 0.0, 0},
+        {"-", 0, 0.0, 0},
+        {"1e400", 0, HUGE_VAL, 5},
+        {"-1e400", 0, -HUGE_VAL, 6},
+        {"0.1", 0, 0.1, 3},
+        {"1.7976931348623157e308", 0, 1.7976931348623157e308, 22},
+        {"123456789012345678901234567890", 0, 123456789012345678901234567890.0, 30},
+    };
+    for (const sNumber<double>& oNumber : aNumbers)
+    {
+        CText<typename TypeParam::tUnit> oText(oNumber.szText);
+        typename TypeParam::tUnit* pStop = nullptr;
+        EXPECT_EQ(oNumber.nValue, TypeParam::ToDouble(oText, &pStop)) << oNumber.szText;
+        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
+        EXPECT_EQ(oNumber.nValue, TypeParam::ToDouble(oText, NULL)) << oNumber.szText;
+    }
+}
+
+TYPED_TEST(TOVPlatformStringTest, ConversionsRefuseNull)
+{
+    typename TypeParam::tUnit* pStop = nullptr;
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToLong(NULL, &pStop, 10));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToUlong(NULL, &pStop, 10));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToDouble(NULL, &pStop));
+    EXPECT_EQ(nullptr, pStop);
+}
+
+TYPED_TEST(TOVPlatformStringTest, LogsNothing)
+{
+    CLogRecorder oLog;
+    CText<typename TypeParam::tUnit> oText("This is no number");
+
+    TypeParam::ToLong(oText, NULL, 10);
+    TypeParam::FindCharacter(oText, 0xFF);
+    TypeParam::NInc(oText, 0);
+
+    EXPECT_TRUE(oLog.Lines().empty());
+    EXPECT_TRUE(oLog.Checks().empty());
+}
