@@ -54,8 +54,7 @@ public:
     long AddRef() override;
     long Release() override;
     long GetRefCount() const override;
-    // A derived class may have members whose destructors raise a check.
-    virtual ~CTOVRefCount() noexcept(false);
+    virtual ~CTOVRefCount();
 
     // Count 1.
     CTOVRefCount();
