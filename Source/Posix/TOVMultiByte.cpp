@@ -1,0 +1,155 @@
+#include <Posix/TOVMultiByte.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+#include <langinfo.h>
+#include <uchar.h>
+
+namespace TOVPlatform
+{
+namespace TOVMultiByte
+{
+namespace
+{
+const char32_t FIRST_HIGH_SURROGATE = 0xD800;
+const char32_t FIRST_LOW_SURROGATE = 0xDC00;
+const char32_t LAST_SURROGATE = 0xDFFF;
+const char32_t FIRST_SUPPLEMENTARY = 0x10000;
+
+bool IsAscii(char cByte)
+{
+    return static_cast<unsigned char>(cByte) < 0x80;
+}
+
+bool HasCharacterSet(const char* szName)
+{
+    return std::strcmp(nl_langinfo(CODESET), szName) == 0;
+}
+
+// The "C" locale's name for its characters.
+bool HasPlainBytes()
+{
+    return HasCharacterSet("ANSI_X3.4-1968");
+}
+
+bool IsUtf8Continuation(char cByte)
+{
+    return (static_cast<unsigned char>(cByte) & 0xC0) == 0x80;
+}
+
+// Bytes that a character at the text can have: never past the terminator.
+std::size_t AvailableBytes(const char* szText)
+{
+    return strnlen(szText, MB_CUR_MAX);
+}
+
+const char* PreviousUtf8Character(const char* szStart, const char* szCurrent)
+{
+    const char* szPrevious = szCurrent - 1;
+    for (int nStep = 1; (nStep < 4) && (szPrevious > szStart) && IsUtf8Continuation(*szPrevious); ++nStep)
+        --szPrevious;
+    return (szPrevious + CharacterSize(szPrevious) == szCurrent) ? szPrevious : szCurrent - 1;
+}
+
+// Character sets whose second bytes look like first bytes are read from the start.
+const char* PreviousCharacterFromStart(const char* szStart, const char* szCurrent)
+{
+    const char* szPrevious = szStart;
+    for (const char* szNext = szStart; szNext < szCurrent; szNext += CharacterSize(szNext))
+        szPrevious = szNext;
+    return szPrevious;
+}
+} // namespace
+
+int CharacterSize(const char* szText)
+{
+    if (IsAscii(*szText) || (MB_CUR_MAX == 1))
+        return 1;
+
+    std::mbstate_t oState = {};
+    const std::size_t nAvailable = AvailableBytes(szText);
+    const std::size_t nSize = std::mbrlen(szText, nAvailable, &oState);
+    return ((1 <= nSize) && (nSize <= nAvailable)) ? static_cast<int>(nSize) : 1;
+}
+
+const char* PreviousCharacter(const char* szStart, const char* szCurrent)
+{
+    if (MB_CUR_MAX == 1)
+        return szCurrent - 1;
+    return HasCharacterSet("UTF-8") ? PreviousUtf8Character(szStart, szCurrent)
+                                    : PreviousCharacterFromStart(szStart, szCurrent);
+}
+
+int Convert(const char* szText, sCharacter<wchar_t>& oResult)
+{
+    oResult.nUnits = 1;
+    if (IsAscii(*szText) || HasPlainBytes())
+    {
+        oResult.szUnits[0] = static_cast<unsigned char>(*szText);
+        return 1;
+    }
+
+    char32_t cCharacter = 0;
+    std::mbstate_t oState = {};
+    const std::size_t nAvailable = AvailableBytes(szText);
+    const std::size_t nSize = mbrtoc32(&cCharacter, szText, nAvailable, &oState);
+    if ((nSize < 1) || (nSize > nAvailable))
+        return 0;
+
+    if (cCharacter < FIRST_SUPPLEMENTARY)
+    {
+        oResult.szUnits[0] = static_cast<wchar_t>(cCharacter);
+    }
+    else
+    {
+        oResult.szUnits[0] = static_cast<wchar_t>(FIRST_HIGH_SURROGATE + ((cCharacter - FIRST_SUPPLEMENTARY) >> 10));
+        oResult.szUnits[1] = static_cast<wchar_t>(FIRST_LOW_SURROGATE + (cCharacter & 0x3FF));
+        oResult.nUnits = 2;
+    }
+    return static_cast<int>(nSize);
+}
+
+int Convert(const wchar_t* szText, sCharacter<char>& oResult)
+{
+    oResult.nUnits = 1;
+    char32_t cCharacter = szText[0];
+    if ((cCharacter < 0x80) || ((cCharacter <= UCHAR_MAX) && HasPlainBytes()))
+    {
+        oResult.szUnits[0] = static_cast<char>(cCharacter);
+        return 1;
+    }
+
+    int nUnits = 1;
+    if ((FIRST_HIGH_SURROGATE <= cCharacter) && (cCharacter < FIRST_LOW_SURROGATE) &&
+        (FIRST_LOW_SURROGATE <= szText[1]) && (szText[1] <= LAST_SURROGATE))
+    {
+        cCharacter =
+            FIRST_SUPPLEMENTARY + ((cCharacter - FIRST_HIGH_SURROGATE) << 10) + (szText[1] - FIRST_LOW_SURROGATE);
+        nUnits = 2;
+    }
+
+    std::mbstate_t oState = {};
+    const std::size_t nSize = c32rtomb(oResult.szUnits, cCharacter, &oState);
+    if (nSize > sizeof(oResult.szUnits))
+        return 0;
+    oResult.nUnits = static_cast<int>(nSize);
+    return nUnits;
+}
+
+void GetDecimalPoint(sCharacter<char>& oResult)
+{
+    const char* szPoint = std::localeconv()->decimal_point;
+    oResult.nUnits = static_cast<int>(strnlen(szPoint, sizeof(oResult.szUnits)));
+    std::copy_n(szPoint, oResult.nUnits, oResult.szUnits);
+}
+
+void GetDecimalPoint(sCharacter<wchar_t>& oResult)
+{
+    if (Convert(std::localeconv()->decimal_point, oResult) == 0)
+        oResult = {{L'.'}, 1};
+}
+} // namespace TOVMultiByte
+} // namespace TOVPlatform

@@ -1,0 +1,224 @@
+#include <Posix/TOVTextNumber.h>
+
+#include <Posix/TOVMultiByte.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <wctype.h>
+
+namespace TOVPlatform
+{
+namespace TOVTextNumber
+{
+namespace
+{
+const std::uint64_t MAXIMUM_MAGNITUDE = UINT32_MAX;
+
+bool IsWhiteSpace(char cUnit)
+{
+    return std::isspace(static_cast<unsigned char>(cUnit)) != 0;
+}
+
+bool IsWhiteSpace(wchar_t cUnit)
+{
+    return iswspace(cUnit) != 0;
+}
+
+template<class T> bool IsDecimalDigit(T cUnit)
+{
+    return ('0' <= cUnit) && (cUnit <= '9');
+}
+
+// 36 for what is no digit in any base.
+template<class T> int DigitValue(T cUnit)
+{
+    if (IsDecimalDigit(cUnit))
+        return cUnit - '0';
+    if (('a' <= cUnit) && (cUnit <= 'z'))
+        return cUnit - 'a' + 10;
+    if (('A' <= cUnit) && (cUnit <= 'Z'))
+        return cUnit - 'A' + 10;
+    return 36;
+}
+
+template<class T> const T* SkipWhiteSpace(const T* szText)
+{
+    while (IsWhiteSpace(*szText))
+        ++szText;
+    return szText;
+}
+
+// Passes a sign; true for a minus.
+template<class T> bool ReadSign(const T*& szText)
+{
+    const bool bNegative = *szText == '-';
+    if (bNegative || (*szText == '+'))
+        ++szText;
+    return bNegative;
+}
+
+struct sInteger
+{
+    bool bNegative = false;
+    std::uint64_t ullMagnitude = 0; // anything above 32 bits stays above
+};
+
+template<class T> sInteger ReadInteger(const T* szStart, T** pszEnd, int nBase)
+{
+    sInteger oResult;
+    *pszEnd = const_cast<T*>(szStart);
+
+    const T* szText = SkipWhiteSpace(szStart);
+    oResult.bNegative = ReadSign(szText);
+    if (((nBase == 0) || (nBase == 16)) && (szText[0] == '0') && ((szText[1] == 'x') || (szText[1] == 'X')))
+    {
+        szText += 2;
+        nBase = 16;
+    }
+    else if (nBase == 0)
+    {
+        nBase = (*szText == '0') ? 8 : 10;
+    }
+
+    for (; DigitValue(*szText) < nBase; ++szText)
+    {
+        const std::uint64_t ullValue = oResult.ullMagnitude * static_cast<std::uint64_t>(nBase) + DigitValue(*szText);
+        oResult.ullMagnitude = std::min(ullValue, MAXIMUM_MAGNITUDE + 1);
+        *pszEnd = const_cast<T*>(szText + 1);
+    }
+    return oResult;
+}
+
+// The units of a decimal number without its sign: mantissa and exponent.
+template<class T> class CDecimalScanner
+{
+public:
+    explicit CDecimalScanner(const T* szNumber) : m_szBegin(szNumber), m_szEnd(szNumber) { Scan(); }
+
+    bool HasNumber() const { return m_bHasNumber; }
+    const T* GetEnd() const { return m_szEnd; }
+
+    // The number as the C library's strtod reads it: with the exponent letter e.
+    double GetValue() const;
+
+private:
+    void Scan();
+    const T* ScanDigits(const T* szText);
+    void ScanExponent();
+
+    const T* m_szBegin;
+    const T* m_szEnd;
+    const T* m_szPoint = NULL;
+    const T* m_szBehindPoint = NULL;
+    const T* m_szExponent = NULL;
+    bool m_bHasNumber = false;
+};
+
+// Length of the locale's decimal point if the text begins with it; 0 otherwise.
+template<class T> int PointLength(const T* szText)
+{
+    TOVMultiByte::sCharacter<T> oPoint;
+    TOVMultiByte::GetDecimalPoint(oPoint);
+    return std::equal(oPoint.szUnits, oPoint.szUnits + oPoint.nUnits, szText) ? oPoint.nUnits : 0;
+}
+
+template<class T> const T* CDecimalScanner<T>::ScanDigits(const T* szText)
+{
+    for (; IsDecimalDigit(*szText); ++szText)
+        m_bHasNumber = true;
+    return szText;
+}
+
+template<class T> void CDecimalScanner<T>::ScanExponent()
+{
+    const T* szText = m_szEnd;
+    if ((*szText != 'e') && (*szText != 'E') && (*szText != 'd') && (*szText != 'D'))
+        return;
+    ++szText;
+    ReadSign(szText);
+    if (!IsDecimalDigit(*szText))
+        return;
+    m_szExponent = m_szEnd;
+    m_szEnd = ScanDigits(szText);
+}
+
+template<class T> void CDecimalScanner<T>::Scan()
+{
+    m_szEnd = ScanDigits(m_szBegin);
+    m_szPoint = m_szEnd;
+    m_szBehindPoint = m_szEnd + PointLength(m_szEnd);
+    m_szEnd = ScanDigits(m_szBehindPoint);
+    if (m_bHasNumber)
+        ScanExponent();
+}
+
+template<class T> double CDecimalScanner<T>::GetValue() const
+{
+    TOVMultiByte::sCharacter<char> oPoint;
+    TOVMultiByte::GetDecimalPoint(oPoint);
+
+    char szShort[64];
+    std::string sLong;
+    char* szNumber = szShort;
+    const std::size_t nNeeded = static_cast<std::size_t>(m_szEnd - m_szBegin) + sizeof(oPoint.szUnits) + 1;
+    if (nNeeded > sizeof(szShort))
+    {
+        sLong.resize(nNeeded);
+        szNumber = sLong.data();
+    }
+
+    const auto ToAscii = [](T cUnit) { return static_cast<char>(cUnit); };
+    char* szOut = std::transform(m_szBegin, m_szPoint, szNumber, ToAscii);
+    if (m_szBehindPoint != m_szPoint)
+        szOut = std::copy_n(oPoint.szUnits, oPoint.nUnits, szOut);
+    szOut = std::transform(m_szBehindPoint, m_szExponent != NULL ? m_szExponent : m_szEnd, szOut, ToAscii);
+    if (m_szExponent != NULL)
+    {
+        *szOut++ = 'e';
+        szOut = std::transform(m_szExponent + 1, m_szEnd, szOut, ToAscii);
+    }
+    *szOut = '\0';
+    return std::strtod(szNumber, NULL);
+}
+} // namespace
+
+template<class T> long ToLong(const T* szStart, T** pszEnd, int nBase)
+{
+    const sInteger oInteger = ReadInteger(szStart, pszEnd, nBase);
+    if (oInteger.bNegative)
+        return -static_cast<long>(std::min<std::uint64_t>(oInteger.ullMagnitude, std::uint64_t(INT32_MAX) + 1));
+    return static_cast<long>(std::min<std::uint64_t>(oInteger.ullMagnitude, INT32_MAX));
+}
+
+// A minus sign negates what has been cut to 32 bits, so a text below the range gives 1.
+template<class T> unsigned long ToUlong(const T* szStart, T** pszEnd, int nBase)
+{
+    const sInteger oInteger = ReadInteger(szStart, pszEnd, nBase);
+    const std::uint32_t dwMagnitude = static_cast<std::uint32_t>(std::min(oInteger.ullMagnitude, MAXIMUM_MAGNITUDE));
+    return oInteger.bNegative ? 0u - dwMagnitude : dwMagnitude;
+}
+
+template<class T> double ToDouble(const T* szStart, T** pszEnd)
+{
+    *pszEnd = const_cast<T*>(szStart);
+
+    const T* szText = SkipWhiteSpace(szStart);
+    const bool bNegative = ReadSign(szText);
+    const CDecimalScanner<T> oNumber(szText);
+    if (!oNumber.HasNumber())
+        return 0.0;
+    *pszEnd = const_cast<T*>(oNumber.GetEnd());
+    return bNegative ? -oNumber.GetValue() : oNumber.GetValue();
+}
+
+template long ToLong(const char*, char**, int);
+template long ToLong(const wchar_t*, wchar_t**, int);
+template unsigned long ToUlong(const char*, char**, int);
+template unsigned long ToUlong(const wchar_t*, wchar_t**, int);
+template double ToDouble(const char*, char**);
+template double ToDouble(const wchar_t*, wchar_t**);
+} // namespace TOVTextNumber
+} // namespace TOVPlatform

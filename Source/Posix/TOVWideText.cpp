@@ -1,0 +1,194 @@
+#include <Posix/TOVWideText.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstring>
+#include <string>
+#include <wchar.h>
+#include <wctype.h>
+
+namespace TOVPlatform
+{
+namespace TOVWideText
+{
+namespace
+{
+wchar_t Unchanged(wchar_t cUnit)
+{
+    return cUnit;
+}
+
+// A unit whose counterpart needs two units keeps its case.
+wchar_t LowerCase(wchar_t cUnit)
+{
+    const wint_t cLower = towlower(cUnit);
+    return (cLower <= 0xFFFF) ? static_cast<wchar_t>(cLower) : cUnit;
+}
+
+wchar_t UpperCase(wchar_t cUnit)
+{
+    const wint_t cUpper = towupper(cUnit);
+    return (cUpper <= 0xFFFF) ? static_cast<wchar_t>(cUpper) : cUnit;
+}
+
+template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar_t* szString2, tMapping Map)
+{
+    for (;; ++szString1, ++szString2)
+    {
+        const int nOrder = Map(*szString1) - Map(*szString2);
+        if ((nOrder != 0) || (*szString1 == 0))
+            return nOrder;
+    }
+}
+
+// The order of the "C" locale is that of the units.
+bool CollatesByUnits()
+{
+    const char* szLocale = std::setlocale(LC_COLLATE, NULL);
+    return (std::strcmp(szLocale, "C") == 0) || (std::strcmp(szLocale, "POSIX") == 0);
+}
+
+template<class tMapping> std::u32string ToCodePoints(const wchar_t* szString, tMapping Map)
+{
+    std::u32string sResult;
+    for (; *szString != 0; ++szString)
+    {
+        const char32_t cUnit = Map(*szString);
+        const bool bLow = (0xDC00 <= cUnit) && (cUnit <= 0xDFFF);
+        if (bLow && !sResult.empty() && (0xD800 <= sResult.back()) && (sResult.back() <= 0xDBFF))
+            sResult.back() = 0x10000 + ((sResult.back() - 0xD800) << 10) + (cUnit - 0xDC00);
+        else
+            sResult.push_back(cUnit);
+    }
+    return sResult;
+}
+
+// The C library's units are 32 bits wide, whatever this compiler calls wchar_t.
+const wchar_t* ToLibraryText(const std::u32string& sText)
+{
+    return reinterpret_cast<const wchar_t*>(sText.c_str());
+}
+
+template<class tMapping> int CollateMapped(const wchar_t* szString1, const wchar_t* szString2, tMapping Map)
+{
+    if (CollatesByUnits())
+        return CompareMapped(szString1, szString2, Map);
+    return wcscoll(ToLibraryText(ToCodePoints(szString1, Map)), ToLibraryText(ToCodePoints(szString2, Map)));
+}
+
+int LengthAtMost(const wchar_t* szString, int nCount)
+{
+    int nLength = 0;
+    while ((nLength < nCount) && (szString[nLength] != 0))
+        ++nLength;
+    return nLength;
+}
+} // namespace
+
+int Compare(const wchar_t* szString1, const wchar_t* szString2)
+{
+    return CompareMapped(szString1, szString2, Unchanged);
+}
+
+int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2)
+{
+    return CompareMapped(szString1, szString2, LowerCase);
+}
+
+int Collate(const wchar_t* szString1, const wchar_t* szString2)
+{
+    return CollateMapped(szString1, szString2, Unchanged);
+}
+
+int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2)
+{
+    return CollateMapped(szString1, szString2, LowerCase);
+}
+
+int Length(const wchar_t* szString)
+{
+    return static_cast<int>(FindCharacter(szString, 0) - szString);
+}
+
+void ToLower(wchar_t* szString)
+{
+    std::transform(szString, szString + Length(szString), szString, LowerCase);
+}
+
+void ToUpper(wchar_t* szString)
+{
+    std::transform(szString, szString + Length(szString), szString, UpperCase);
+}
+
+const wchar_t* FindCharacter(const wchar_t* szString, wchar_t cUnit)
+{
+    for (; *szString != cUnit; ++szString)
+    {
+        if (*szString == 0)
+            return NULL;
+    }
+    return szString;
+}
+
+const wchar_t* FindLastCharacter(const wchar_t* szString, wchar_t cUnit)
+{
+    const wchar_t* szLast = NULL;
+    for (;; ++szString)
+    {
+        if (*szString == cUnit)
+            szLast = szString;
+        if (*szString == 0)
+            return szLast;
+    }
+}
+
+wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
+{
+    wchar_t* const szEnd = szString + Length(szString);
+    wchar_t* const szFound = std::search(szString, szEnd, szSubString, szSubString + Length(szSubString));
+    return ((szFound == szEnd) && (*szSubString != 0)) ? NULL : szFound;
+}
+
+const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)
+{
+    for (; *szString != 0; ++szString)
+    {
+        if (FindCharacter(szCharSet, *szString) != NULL)
+            return szString;
+    }
+    return NULL;
+}
+
+bool BeginsWith(const wchar_t* szString, const wchar_t* szPrefix, int nCount)
+{
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+    {
+        if (szString[nIndex] != szPrefix[nIndex])
+            return false;
+        if (szString[nIndex] == 0)
+            break;
+    }
+    return true;
+}
+
+void Copy(wchar_t* szDestination, const wchar_t* szSource)
+{
+    std::copy_n(szSource, Length(szSource) + 1, szDestination);
+}
+
+void CopyPadded(wchar_t* szDestination, const wchar_t* szSource, int nCount)
+{
+    const int nLength = LengthAtMost(szSource, nCount);
+    std::copy_n(szSource, nLength, szDestination);
+    std::fill_n(szDestination + nLength, nCount - nLength, L'\0');
+}
+
+void AppendAtMost(wchar_t* szDestination, const wchar_t* szSource, int nCount)
+{
+    const int nLength = LengthAtMost(szSource, nCount);
+    wchar_t* const szEnd = szDestination + Length(szDestination);
+    std::copy_n(szSource, nLength, szEnd);
+    szEnd[nLength] = 0;
+}
+} // namespace TOVWideText
+} // namespace TOVPlatform

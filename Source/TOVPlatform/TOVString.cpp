@@ -1,0 +1,59 @@
+#include <TOVPlatform/TOVString.h>
+
+#include <Debug/TOVCheck.h>
+#include <TOVPlatform/TOVStringBackend.h>
+#include <TOVPlatform/TOVStringMeasure.h>
+
+#include <climits>
+
+namespace TOVPlatform
+{
+namespace
+{
+// Checks report the platform's source for both widths.
+const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+
+// Exactly -1, 0 or 1.
+int Sign(int nOrder)
+{
+    return (nOrder > 0) - (nOrder < 0);
+}
+
+bool IsNumberBase(int nBase)
+{
+    return (nBase == 0) || ((2 <= nBase) && (nBase <= 36));
+}
+
+template<class T> bool IsInSet(T cUnit, const T* szCharSet)
+{
+    return TOVStringBackend::FindCharacter(szCharSet, cUnit) != NULL;
+}
+
+// Settled: the walk ends when it reaches the start, so the unit at index 0 is never examined. An empty text, where the
+// walk would begin in front of the text, has no match.
+template<class T> const T* ReverseFind(const T* szString, const T* szCharSet, bool bWantedInSet)
+{
+    const T* szPosition = szString + TOVStringBackend::Length(szString);
+    while (szPosition > szString)
+    {
+        szPosition = TOVStringBackend::Dec(szString, szPosition);
+        if ((szPosition > szString) && (IsInSet(*szPosition, szCharSet) == bWantedInSet))
+            return szPosition;
+    }
+    return NULL;
+}
+} // namespace
+
+// The functions have one text for both widths, which T tells apart.
+namespace TOVStringA
+{
+typedef char T;
+#include "TOVStringFunctions.inl"
+} // namespace TOVStringA
+
+namespace TOVStringW
+{
+typedef wchar_t T;
+#include "TOVStringFunctions.inl"
+} // namespace TOVStringW
+} // namespace TOVPlatform

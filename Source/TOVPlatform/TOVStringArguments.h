@@ -1,0 +1,29 @@
+// A variable argument list, read one value after the other. Internal to the text functions.
+#pragma once
+
+#include <cstdarg>
+#include <cstdint>
+
+namespace TOVPlatform
+{
+// Reads from a copy, so that the caller's list stands where it stood. Every value is taken by the type that a caller
+// passes it with; integers come out with the width that they have in formats, also where long has 64 bits.
+class CTOVArgumentList
+{
+public:
+    explicit CTOVArgumentList(va_list pArguments) { va_copy(m_pArguments, pArguments); }
+    ~CTOVArgumentList() { va_end(m_pArguments); }
+
+    CTOVArgumentList(const CTOVArgumentList&) = delete;
+    CTOVArgumentList& operator=(const CTOVArgumentList&) = delete;
+
+    std::int32_t NextInt() { return va_arg(m_pArguments, int); }
+    std::int32_t NextLong() { return static_cast<std::int32_t>(va_arg(m_pArguments, long)); }
+    std::int64_t NextInt64() { return va_arg(m_pArguments, long long); }
+    double NextDouble() { return va_arg(m_pArguments, double); }
+    void* NextPointer() { return va_arg(m_pArguments, void*); }
+
+private:
+    va_list m_pArguments;
+};
+} // namespace TOVPlatform

@@ -1,0 +1,45 @@
+#include <TOVPlatform/TOVString.h>
+
+#include <cctype>
+#include <climits>
+#include <cstring>
+
+namespace
+{
+// The runtime's classification is defined for these values alone.
+bool IsUnsignedCharacter(int nCharacter)
+{
+    return (0 <= nCharacter) && (nCharacter <= UCHAR_MAX);
+}
+} // namespace
+
+extern "C"
+{
+char* TOVString_CopyN(char* szDestination, const char* szSource, tUchar ucCount)
+{
+    if ((szDestination == NULL) || (szSource == NULL))
+        return NULL;
+
+    unsigned int nLength = 0;
+    while ((nLength < ucCount) && (szSource[nLength] != '\0'))
+    {
+        szDestination[nLength] = szSource[nLength];
+        ++nLength;
+    }
+
+    // Settled: the terminator is not counted, so a shorter source is cleared through the byte at index ucCount.
+    if (nLength < ucCount)
+        std::memset(szDestination + nLength, 0, ucCount - nLength + 1);
+    return szDestination;
+}
+
+bool IsAlphanumeric(int nCharacter)
+{
+    return IsUnsignedCharacter(nCharacter) && (std::isalnum(nCharacter) != 0);
+}
+
+bool IsSpace(int nCharacter)
+{
+    return IsUnsignedCharacter(nCharacter) && (std::isspace(nCharacter) != 0);
+}
+}
