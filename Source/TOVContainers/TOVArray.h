@@ -336,8 +336,7 @@ template<class T> template<class TCompare> void CTOVArray<T>::CHeapSort<TCompare
         --lHeapSize;
         m_pArray->Swap(0, lHeapSize);
         SiftDown(1, lHeapSize, pfCompare);
-    }
-    while (lHeapSize > 1);
+    } while (lHeapSize > 1);
 }
 
 template<class T>
