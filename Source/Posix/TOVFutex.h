@@ -1,0 +1,129 @@
+// Sleeping and waking on a 32-bit word in memory, on which all locks and waits of this backend stand.
+#pragma once
+
+#include <Debug/TOVBase.h>
+
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <ctime>
+#include <linux/futex.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+typedef std::atomic<tDword> tFutex;
+static_assert(sizeof(tFutex) == sizeof(tDword) && tFutex::is_always_lock_free,
+              "the kernel reads the word as it stands");
+
+enum eFutexScope
+{
+    eFutexPrivate = FUTEX_PRIVATE_FLAG, // the word is used by this process alone
+    eFutexShared = 0                    // the word stands in memory that processes share
+};
+
+enum eSleepResult
+{
+    eSleepWoken, // or the word had changed already, or for no reason: the sleeper looks again
+    eSleepTimeout,
+    eSleepFailed // the kernel cannot
+};
+
+// A point in time on the monotonic clock, or never.
+class CDeadline
+{
+public:
+    // Unsigned 32-bit milliseconds from now; 0xFFFFFFFF is never.
+    explicit CDeadline(tDword dwMilliseconds) : m_bNever(dwMilliseconds == 0xFFFFFFFF), m_oTime()
+    {
+        if (m_bNever || dwMilliseconds == 0)
+            return;
+        ::clock_gettime(CLOCK_MONOTONIC, &m_oTime);
+        m_oTime.tv_sec += static_cast<time_t>(dwMilliseconds / 1000);
+        m_oTime.tv_nsec += static_cast<long>(dwMilliseconds % 1000) * 1000000;
+        if (m_oTime.tv_nsec >= 1000000000)
+        {
+            m_oTime.tv_nsec -= 1000000000;
+            ++m_oTime.tv_sec;
+        }
+    }
+
+    static CDeadline Never() { return CDeadline(0xFFFFFFFF); }
+
+    // As the kernel takes it.
+    const timespec* Get() const { return m_bNever ? nullptr : &m_oTime; }
+
+private:
+    bool m_bNever;
+    timespec m_oTime;
+};
+
+inline eSleepResult ToSleepResult(long lSystemResult)
+{
+    if (lSystemResult >= 0 || errno == EAGAIN || errno == EINTR)
+        return eSleepWoken;
+    return errno == ETIMEDOUT ? eSleepTimeout : eSleepFailed;
+}
+
+// Sleeps as long as the word holds the value.
+inline eSleepResult FutexSleep(const void* pWord, tDword nValue, eFutexScope eScope, const CDeadline& oDeadline)
+{
+    return ToSleepResult(::syscall(SYS_futex, pWord, FUTEX_WAIT_BITSET | static_cast<int>(eScope), nValue,
+                                   oDeadline.Get(), nullptr, FUTEX_BITSET_MATCH_ANY));
+}
+
+// The word is only an address here: it may have gone, when the sleeper has seen the new value and left. Then nobody is
+// woken, or somebody who looks again.
+inline void FutexWake(const void* pWord, int nSleepers, eFutexScope eScope)
+{
+    ::syscall(SYS_futex, pWord, FUTEX_WAKE | static_cast<int>(eScope), nSleepers, nullptr, nullptr, 0);
+}
+
+// The lock of this backend's own structures: held for some steps, never while its owner sleeps. Not recursive.
+class CShortLock
+{
+public:
+    constexpr CShortLock() : m_nState(FREE) {}
+
+    void Lock()
+    {
+        tDword nState = FREE;
+        if (m_nState.compare_exchange_strong(nState, TAKEN, std::memory_order_acquire, std::memory_order_relaxed))
+            return;
+        while (m_nState.exchange(CONTENDED, std::memory_order_acquire) != FREE)
+            FutexSleep(&m_nState, CONTENDED, eFutexPrivate, CDeadline::Never());
+    }
+
+    void Unlock()
+    {
+        if (m_nState.exchange(FREE, std::memory_order_release) == CONTENDED)
+            FutexWake(&m_nState, 1, eFutexPrivate);
+    }
+
+private:
+    static constexpr tDword FREE = 0;
+    static constexpr tDword TAKEN = 1;
+    static constexpr tDword CONTENDED = 2;
+
+    tFutex m_nState;
+};
+
+// Holds a short lock for a scope.
+class CShortLockScope
+{
+public:
+    explicit CShortLockScope(CShortLock& oLock) : m_oLock(oLock) { m_oLock.Lock(); }
+
+    ~CShortLockScope() { m_oLock.Unlock(); }
+
+    CShortLockScope(const CShortLockScope&) = delete;
+    CShortLockScope& operator=(const CShortLockScope&) = delete;
+
+private:
+    CShortLock& m_oLock;
+};
+} // namespace TOVPosix
+} // namespace TOVPlatform

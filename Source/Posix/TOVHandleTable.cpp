@@ -1,0 +1,79 @@
+#include <Posix/TOVHandleTable.h>
+
+#include <new>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+CShortLock CHandleTable::s_oLock;
+tDword CHandleTable::s_nChunks = 0;
+CWaitable* CHandleTable::s_pFirstFree = nullptr;
+std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT];
+
+CWaitable* CHandleTable::Allocate()
+{
+    CShortLockScope oScope(s_oLock);
+    if (s_pFirstFree == nullptr && !AddChunk())
+        return nullptr;
+
+    CWaitable* const pObject = s_pFirstFree;
+    s_pFirstFree = pObject->m_pNextFree;
+    return pObject;
+}
+
+unsigned long long CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDword nValue)
+{
+    const tDword nUses = (pObject->GetTag() >> TAG_KIND_BITS) + 1;
+    const tDword nTag = nUses << TAG_KIND_BITS | eObject;
+    pObject->m_nWord.store(CWaitable::MakeWord(nTag, nValue), std::memory_order_release);
+    return static_cast<unsigned long long>(nTag) << 32 | pObject->m_nPlace;
+}
+
+CWaitable* CHandleTable::Find(unsigned long long hObject)
+{
+    const tDword nPlace = static_cast<tDword>(hObject);
+    if (KindOf(TagOf(hObject)) == eKindNone || nPlace >= CHUNK_COUNT * CHUNK_SIZE)
+        return nullptr;
+
+    CWaitable* const pChunk = s_apChunks[nPlace >> CHUNK_BITS].load(std::memory_order_acquire);
+    if (pChunk == nullptr)
+        return nullptr;
+    CWaitable* const pObject = pChunk + (nPlace & (CHUNK_SIZE - 1));
+    return pObject->GetTag() == TagOf(hObject) ? pObject : nullptr;
+}
+
+void CHandleTable::Recycle(CWaitable* pObject)
+{
+    CShortLockScope oScope(s_oLock);
+    pObject->m_pNextFree = s_pFirstFree;
+    s_pFirstFree = pObject;
+}
+
+void CHandleTable::Lock()
+{
+    s_oLock.Lock();
+}
+
+void CHandleTable::Unlock()
+{
+    s_oLock.Unlock();
+}
+
+bool CHandleTable::AddChunk()
+{
+    CWaitable* const pRecords = s_nChunks < CHUNK_COUNT ? new (std::nothrow) CWaitable[CHUNK_SIZE]() : nullptr;
+    if (pRecords == nullptr)
+        return false;
+
+    for (tDword nIndex = CHUNK_SIZE; nIndex-- > 0;) // the first place is used first
+    {
+        pRecords[nIndex].m_nPlace = s_nChunks * CHUNK_SIZE + nIndex;
+        pRecords[nIndex].m_pNextFree = s_pFirstFree;
+        s_pFirstFree = &pRecords[nIndex];
+    }
+    s_apChunks[s_nChunks++].store(pRecords, std::memory_order_release);
+    return true;
+}
+} // namespace TOVPosix
+} // namespace TOVPlatform

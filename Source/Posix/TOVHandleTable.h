@@ -1,0 +1,63 @@
+// All records of this backend, and the way from a handle to its record.
+#pragma once
+
+#include <Posix/TOVWaitable.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+// A handle is a record's tag in the high half and its place in the table in the low half. No tag of a living object is
+// 0, so no handle is. Up to 1,048,576 objects; memory grows in chunks and is never given back. Usable before any static
+// has been constructed. Threads: any.
+class CHandleTable
+{
+public:
+    // A free record, or null if there is no memory or no place. Nobody finds it before Publish, which gives it a new
+    // tag and its first value, and returns the handle.
+    static CWaitable* Allocate();
+    static unsigned long long Publish(CWaitable* pObject, eKind eObject, tDword nValue);
+
+    // The record behind the handle, or null. It can become another object's at any time, so what follows compares tags.
+    static CWaitable* Find(unsigned long long hObject);
+    static CWaitable* Find(unsigned long long hObject, eKind eObject)
+    {
+        return KindOf(TagOf(hObject)) == eObject ? Find(hObject) : nullptr;
+    }
+
+    static tDword TagOf(unsigned long long hObject) { return static_cast<tDword>(hObject >> 32); }
+
+    // Gives a record back that nobody can find.
+    static void Recycle(CWaitable* pObject);
+
+    // Calls fnVisit(CWaitable&) for every record, free ones included.
+    template<class TVisit> static void ForEach(TVisit fnVisit);
+
+    // For the time of a fork.
+    static void Lock();
+    static void Unlock();
+
+private:
+    static constexpr tDword CHUNK_BITS = 8;
+    static constexpr tDword CHUNK_SIZE = 1u << CHUNK_BITS;
+    static constexpr tDword CHUNK_COUNT = 4096;
+
+    static bool AddChunk();
+
+    static CShortLock s_oLock; // guards the two below and the chunks' growth
+    static tDword s_nChunks;
+    static CWaitable* s_pFirstFree;
+    static std::atomic<CWaitable*> s_apChunks[CHUNK_COUNT];
+};
+
+template<class TVisit> void CHandleTable::ForEach(TVisit fnVisit)
+{
+    for (std::atomic<CWaitable*>& pChunk : s_apChunks)
+    {
+        CWaitable* const pRecords = pChunk.load(std::memory_order_acquire);
+        for (tDword nIndex = 0; pRecords != nullptr && nIndex < CHUNK_SIZE; ++nIndex)
+            fnVisit(pRecords[nIndex]);
+    }
+}
+} // namespace TOVPosix
+} // namespace TOVPlatform

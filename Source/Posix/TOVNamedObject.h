@@ -1,0 +1,89 @@
+// Events, mutexes and semaphores with a name, shared between the processes of one user.
+#pragma once
+
+#include <Posix/TOVSharedSegment.h>
+#include <Posix/TOVThreadRecord.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+struct sSharedState;
+
+enum eNamedKind : tDword
+{
+    eNamedEvent = 1,
+    eNamedMutex,
+    eNamedSemaphore
+};
+
+// This process's way to one named object, whatever the number of its handles here.
+//
+// Ownership of a mutex is a robust mutex of the C library: the kernel marks and wakes it when its owner dies, and the
+// waiters sleep on its word. Events and semaphores have a word of their own, which counts what could release a wait.
+class CNamedObject
+{
+public:
+    struct sInitial
+    {
+        eNamedKind eObject;
+        tDword nValue;     // event: signalled; mutex: owned by the calling thread; semaphore: count
+        tDword nMaximum;   // semaphore
+        bool bManualReset; // event
+    };
+
+    // Opens the object of that name, made with these values if there is none. Null if the name is too long (260
+    // characters) or has a backslash, if another kind of object has it, or if the system has no room.
+    static CNamedObject* Open(const char* szName, const sInitial& oInitial);
+
+    // The object behind a handle of this kind, kept open until Release; null if there is none.
+    static CNamedObject* FromHandle(unsigned long long hObject);
+    static bool CloseHandle(unsigned long long hObject);
+    void Release();
+
+    eNamedKind GetKind() const;
+
+    // Single steps, each complete.
+    void Signal();
+    void Reset();
+    void LeaveMutex(sThreadRecord& oThread);
+    bool ReleaseSemaphore(tDword nCount, tDword& nPrevious);
+
+    // Steps of a wait. Several objects are locked in rising order; CanTake to Disarm need the lock.
+    bool IsLockedBefore(const CNamedObject& oOther) const;
+    void Lock();
+    void Unlock();
+    bool CanTake(const sThreadRecord& oThread) const;
+    bool Take(sThreadRecord& oThread); // true: a mutex whose owner died
+
+    // Registers a sleeper and returns the value on which it is to sleep at GetWord(). HasPulsed tells afterwards
+    // whether a manual event has been signalled since, though it may have been reset again.
+    tDword Arm();
+    void Disarm();
+    const void* GetWord() const;
+    bool HasPulsed(tDword nSeen) const;
+
+    // What a thread's end does: the next wait for what it owns is told.
+    static void AbandonMutexes(sThreadRecord& oThread);
+
+    // For the time of a fork.
+    static void LockRegistry();
+    static void UnlockRegistry();
+
+private:
+    explicit CNamedObject(const CSharedSegment& oSegment);
+
+    static CNamedObject* FindOpen(const char* szName);
+    static CNamedObject* OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread);
+    bool TakeMutex(sThreadRecord& oThread);
+    void FreeMutex(sThreadRecord& oThread);
+    void WakeSleepers();
+
+    CSharedSegment m_oSegment;
+    sSharedState& m_oState;
+    std::atomic<tDword> m_nReferences; // handles, waits, an ownership; the last goes under the registry's lock
+    CNamedObject* m_pNext;             // in the registry
+    CNamedObject* m_pNextOwned;        // in the owning thread's list
+};
+} // namespace TOVPosix
+} // namespace TOVPlatform

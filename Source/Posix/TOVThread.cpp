@@ -1,0 +1,206 @@
+#include <TOVPlatform/TOVThread.h>
+#include <TOVPlatform/TOVThreadPriority.h>
+
+#include <Posix/TOVWaiter.h>
+
+#include <algorithm>
+#include <csetjmp>
+#include <cstdlib>
+#include <new>
+#include <pthread.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <ucontext.h>
+
+namespace TOVPlatform
+{
+using namespace TOVPosix;
+using TOVThread::tThreadEntry;
+
+namespace
+{
+// Steps of a start, in the thread's m_nLock; any other value is the id that the new thread has told.
+constexpr tDword START_BEGUN = 0;
+constexpr tDword START_DONE = 0xFFFFFFFF;
+
+// Stands on the creator's stack until the new thread has told its id.
+struct sStart
+{
+    tThreadEntry pEntry;
+    void* pParam;
+    CWaitable* pThread;
+    unsigned long long hThread;
+};
+
+tDword SleepWhile(tFutex& nStep, tDword nValue)
+{
+    tDword nNow = nStep.load(std::memory_order_acquire);
+    for (; nNow == nValue; nNow = nStep.load(std::memory_order_acquire))
+        FutexSleep(&nStep, nValue, eFutexPrivate, CDeadline::Never());
+    return nNow;
+}
+
+void Advance(tFutex& nStep, tDword nValue)
+{
+    nStep.store(nValue, std::memory_order_release);
+    FutexWake(&nStep, 1, eFutexPrivate);
+}
+
+void CallEntry(const sStart& oStart)
+{
+    sThreadRecord& oThread = ThisThread();
+    std::jmp_buf oExit;
+    oThread.pExit = &oExit;
+    if (_setjmp(oExit) == 0)
+        oStart.pEntry(reinterpret_cast<std::uintptr_t>(oStart.pParam));
+    ThisThread().pExit = nullptr;
+}
+
+void* EnterThread(void* pParam)
+{
+    const sStart oStart = *static_cast<sStart*>(pParam);
+    sThreadRecord& oThread = ThisThread();
+    oThread.hThread = oStart.hThread;
+
+    // The creator stores the id before the entry function can see, or release, the place for it.
+    Advance(oStart.pThread->m_nLock, oThread.nKernelId);
+    SleepWhile(oStart.pThread->m_nLock, oThread.nKernelId);
+
+    CallEntry(oStart);
+    return nullptr;
+}
+
+bool StartDetached(sStart& oStart)
+{
+    pthread_attr_t oAttributes;
+    if (::pthread_attr_init(&oAttributes) != 0)
+        return false;
+    pthread_t oThread;
+    const bool bStarted = ::pthread_attr_setdetachstate(&oAttributes, PTHREAD_CREATE_DETACHED) == 0 &&
+                          ::pthread_create(&oThread, &oAttributes, EnterThread, &oStart) == 0;
+    ::pthread_attr_destroy(&oAttributes);
+    return bStarted;
+}
+
+// pthread_exit unwinds the stack that it is called on, so a thread whose root frame is not ours calls it on an empty
+// one. The C library then goes back to the thread's own root and releases its storage there.
+[[noreturn]] void ExitForeignThread(sThreadRecord& oThread)
+{
+    void* const pMemory = ::mmap(nullptr, EXIT_STACK_SIZE, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (pMemory == MAP_FAILED)
+        ::pthread_exit(nullptr); // better with destructors than not at all
+
+    oThread.pExitStack = pMemory;
+    ucontext_t& oContext = *new (pMemory) ucontext_t();
+    ::getcontext(&oContext);
+    oContext.uc_stack.ss_sp = &oContext + 1;
+    oContext.uc_stack.ss_size = EXIT_STACK_SIZE - sizeof oContext;
+    oContext.uc_link = nullptr;
+    ::makecontext(
+        &oContext, [] { ::pthread_exit(nullptr); }, 0);
+    ::setcontext(&oContext);
+    std::abort(); // a context that was just made can be entered
+}
+
+// A level of priority is a nice value, counted from that of the process.
+struct sNiceLevel
+{
+    int nLevel;
+    int nOffset;
+};
+
+constexpr sNiceLevel s_aNiceLevels[] = {
+    {TOVThreadPriority::LEVEL_LOWEST, 10},
+    {TOVThreadPriority::LEVEL_NORMAL, 0},
+    {TOVThreadPriority::LEVEL_HIGHEST, -10},
+    {TOVThreadPriority::LEVEL_TIME_CRITICAL, -20},
+};
+
+int ToNice(const sNiceLevel& oLevel)
+{
+    const int nBase = ::getpriority(PRIO_PROCESS, static_cast<id_t>(::getpid()));
+    return std::clamp(nBase + oLevel.nOffset, -20, 19);
+}
+
+int ReadNice(const CWaitable& oThread)
+{
+    return ::getpriority(PRIO_PROCESS, oThread.m_nSystemId.load(std::memory_order_relaxed));
+}
+} // namespace
+
+unsigned long long TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
+{
+    CWaitable* const pThread = CHandleTable::Allocate();
+    if (pThread == nullptr)
+        return 0;
+    pThread->m_nLock.store(START_BEGUN, std::memory_order_relaxed);
+    pThread->m_nPriorityLevel.store(TOVThreadPriority::LEVEL_NORMAL, std::memory_order_relaxed);
+
+    const unsigned long long hThread = CHandleTable::Publish(pThread, eKindThread, 0);
+    sStart oStart = {pEntry, pParam, pThread, hThread};
+    if (!StartDetached(oStart))
+    {
+        CloseObject(hThread);
+        return 0;
+    }
+
+    const tDword nId = SleepWhile(pThread->m_nLock, START_BEGUN);
+    pThread->m_nSystemId.store(nId, std::memory_order_relaxed);
+    pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed);
+    if (pulThreadId != nullptr)
+        __atomic_store_n(pulThreadId, nId, __ATOMIC_RELAXED); // another thread of the same object may write there too
+    Advance(pThread->m_nLock, START_DONE);
+    return hThread;
+}
+
+// A jump back to the thread's first frame, which returns: no destructor in between runs, and the C library releases the
+// thread's storage as at any other end. Unwinding, as pthread_exit does it, would run them and stop at a noexcept
+// frame.
+void TOVThread::Exit(int)
+{
+    sThreadRecord& oThread = ThisThread();
+    if (oThread.pExit != nullptr)
+        std::longjmp(*oThread.pExit, 1);
+    ExitForeignThread(oThread);
+}
+
+// The lock of the waits keeps the thread from ending here, so that its id cannot become another thread's meanwhile.
+int TOVThreadPriority::Read(unsigned long long hThread)
+{
+    const CWaitScope oScope;
+    CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);
+    if (pThread == nullptr)
+        return LEVEL_NONE;
+
+    const int nSetLevel = pThread->m_nPriorityLevel.load(std::memory_order_relaxed);
+    if (pThread->IsSignalled())
+        return nSetLevel;
+    const int nNice = ReadNice(*pThread);
+    if (nNice == pThread->m_nNice.load(std::memory_order_relaxed))
+        return nSetLevel;
+    for (const sNiceLevel& oLevel : s_aNiceLevels) // somebody else has set it
+    {
+        if (ToNice(oLevel) == nNice)
+            return oLevel.nLevel;
+    }
+    return LEVEL_NONE;
+}
+
+void TOVThreadPriority::Write(unsigned long long hThread, int nLevel)
+{
+    const CWaitScope oScope;
+    CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);
+    if (pThread == nullptr)
+        return;
+
+    pThread->m_nPriorityLevel.store(nLevel, std::memory_order_relaxed);
+    if (pThread->IsSignalled())
+        return;
+    for (const sNiceLevel& oLevel : s_aNiceLevels)
+    {
+        if (oLevel.nLevel == nLevel)
+            ::setpriority(PRIO_PROCESS, pThread->m_nSystemId.load(std::memory_order_relaxed), ToNice(oLevel));
+    }
+    pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed); // which may have been refused
+}
+} // namespace TOVPlatform

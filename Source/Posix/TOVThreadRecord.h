@@ -1,0 +1,35 @@
+// What this backend knows of each thread that uses it, whoever started the thread.
+#pragma once
+
+#include <Posix/TOVFutex.h>
+
+#include <csetjmp>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+class CNamedObject;
+
+// Stands in the thread's own storage, so that it costs no allocation. Its address may be woken after the thread's end,
+// which is harmless (see FutexWake).
+struct sThreadRecord
+{
+    tFutex nWake;               // what the thread sleeps on in a wait: 0 asleep, 1 woken
+    tDword nId;                 // the owner's mark in locks of this process; 0 until the thread is first seen
+    tDword nKernelId;           // the kernel's id, which differs from nId in the child of a fork
+    tDword nOwnedMutexes;       // mutexes without name that the thread owns
+    CNamedObject* pOwnedNamed;  // list of mutexes with name that the thread owns
+    unsigned long long hThread; // the thread's handle if TOVThread::Create started it, else 0
+    std::jmp_buf* pExit;        // the frame to which TOVThread::Exit goes back; null in threads that others started
+    void* pExitStack;           // memory to release at the thread's end; see TOVThread::Exit
+    bool bEndDeferred;
+};
+
+// The calling thread's record. From the first call on, the thread's end is noticed: its mutexes are then abandoned and
+// its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
+sThreadRecord& ThisThread();
+
+constexpr std::size_t EXIT_STACK_SIZE = 256 * 1024;
+} // namespace TOVPosix
+} // namespace TOVPlatform

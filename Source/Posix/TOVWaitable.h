@@ -1,0 +1,189 @@
+// The record behind a handle of this backend: event, mutex, semaphore, thread, critical section, or the way to a named
+// one.
+#pragma once
+
+#include <Posix/TOVThreadRecord.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+class CNamedObject;
+struct sWaitNode;
+
+enum eKind : tDword
+{
+    eKindNone, // a free record
+    eKindAutoEvent,
+    eKindManualEvent,
+    eKindMutex,
+    eKindSemaphore,
+    eKindThread,
+    eKindCriticalSection,
+    eKindNamed // an event, mutex or semaphore in memory that processes share
+};
+
+// A tag says which use of a record a handle means: its kind, and how often the record has been used before. It stands
+// in the handle and in the record, so that a stale or invented handle finds no match.
+constexpr tDword TAG_KIND_BITS = 3;
+constexpr tDword TAG_KIND_MASK = (1u << TAG_KIND_BITS) - 1;
+
+inline eKind KindOf(tDword nTag)
+{
+    return static_cast<eKind>(nTag & TAG_KIND_MASK);
+}
+
+// An object's value, by kind:
+//
+//   event, thread    SIGNALLED or 0
+//   semaphore        the count
+//   mutex            the owner's id or 0, with MUTEX_ABANDONED if the last one ended as its owner
+//
+// VALUE_HELD is set while threads wait for the object, or are about to. A value without it changes by compare and swap
+// alone, so that what nobody waits for costs no system call; a value with it changes only under the lock of the waits
+// (see TOVWaiter.h), so that a wait for several objects sees and takes them at one point in time.
+constexpr tDword VALUE_HELD = 0x80000000;
+constexpr tDword VALUE_SIGNALLED = 1;
+constexpr tDword MUTEX_ABANDONED = 0x40000000;
+constexpr tDword MUTEX_OWNER = 0x3FFFFFFF;
+
+enum eTry
+{
+    eTryDone,
+    eTryRefused, // the value does not allow it
+    eTryHeld,    // only under the lock of the waits
+    eTryStale    // the handle means no object any more
+};
+
+// Takes from a value what a released wait takes; false if the value does not release a wait of this thread.
+inline bool TakeFromValue(eKind eObject, tDword nThreadId, tDword& nValue)
+{
+    switch (eObject)
+    {
+    case eKindAutoEvent:
+        if (nValue != VALUE_SIGNALLED)
+            return false;
+        nValue = 0;
+        return true;
+    case eKindManualEvent:
+    case eKindThread:
+        return nValue == VALUE_SIGNALLED;
+    case eKindSemaphore:
+        if (nValue == 0)
+            return false;
+        --nValue;
+        return true;
+    case eKindMutex:
+        if ((nValue & MUTEX_OWNER) == nThreadId)
+            return true;
+        if ((nValue & MUTEX_OWNER) != 0)
+            return false;
+        nValue = nThreadId;
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Records are never given back to the system, only used again: whoever follows a stale handle meets a record with
+// another tag, not released memory. Tag and value stand in one word and change together.
+class alignas(64) CWaitable
+{
+public:
+    // No lock needed.
+
+    tDword GetTag() const { return static_cast<tDword>(m_nWord.load(std::memory_order_acquire) >> 32); }
+
+    // Applies bool fnChange(tDword& nValue), which may be called again for a newer value. Always a full write, so that
+    // an event that is signalled already still publishes what its signaller did before.
+    template<class TChange> eTry TryChange(tDword nTag, TChange fnChange)
+    {
+        std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
+        for (;;)
+        {
+            tDword nValue = static_cast<tDword>(nWord);
+            if (static_cast<tDword>(nWord >> 32) != nTag)
+                return eTryStale;
+            if ((nValue & VALUE_HELD) != 0)
+                return eTryHeld;
+            if (!fnChange(nValue))
+                return eTryRefused;
+            if (m_nWord.compare_exchange_weak(nWord, MakeWord(nTag, nValue), std::memory_order_acq_rel,
+                                              std::memory_order_acquire))
+                return eTryDone;
+        }
+    }
+
+    // One wait's taking. bAbandoned: the object is a mutex whose last owner ended as such.
+    eTry TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
+
+    // The calling thread's use of a mutex that it owns. False if it owns it not.
+    bool EnterAgain(tDword nTag, tDword nThreadId);
+
+    bool IsSignalled() const { return (m_nWord.load(std::memory_order_acquire) & VALUE_SIGNALLED) != 0; }
+
+    bool IsOwnedBy(tDword nThreadId) const
+    {
+        return (static_cast<tDword>(m_nWord.load(std::memory_order_acquire)) & MUTEX_OWNER) == nThreadId;
+    }
+
+    // Count one level of ownership down, which is true if it was the last and the lock has to be freed; and a first
+    // one.
+    bool LeaveLevel();
+    void CountOwnership(sThreadRecord& oThread);
+
+    // Under the lock of the waits.
+
+    // Keeps all changes to the holders of that lock; false if the tag does not match. Release undoes it, unless a wait
+    // is still linked.
+    bool Hold(tDword nTag);
+    void Release();
+
+    // Makes the handle of a held object stale, for good.
+    void Retire();
+
+    tDword GetHeldValue() const { return static_cast<tDword>(m_nWord.load(std::memory_order_relaxed)) & ~VALUE_HELD; }
+
+    template<class TChange> bool ChangeHeld(TChange fnChange)
+    {
+        tDword nValue = GetHeldValue();
+        if (!fnChange(nValue))
+            return false;
+        m_nWord.store(MakeWord(GetTag(), nValue | VALUE_HELD), std::memory_order_release);
+        return true;
+    }
+
+    // Whether a wait of that thread could take the held object now, and the taking, which says if it was abandoned.
+    bool CanTakeHeld(tDword nThreadId) const;
+    bool TakeHeld(sThreadRecord& oThread);
+
+    sWaitNode* m_pFirstWait = nullptr; // waits for this object, oldest first
+    sWaitNode* m_pLastWait = nullptr;
+
+    // By kind; set by the creator before the handle is known to anybody.
+
+    tFutex m_nLock;    // critical section: its state; thread: steps of the start
+    tFutex m_nLevels;  // mutex, critical section: levels of ownership, used by the owner alone
+    tFutex m_nMaximum; // semaphore
+    std::atomic<CNamedObject*> m_pNamed;
+    std::atomic<tDword> m_nSystemId;   // thread
+    std::atomic<int> m_nPriorityLevel; // thread: as last set
+    std::atomic<int> m_nNice;          // thread: what the system made of it
+
+private:
+    friend class CHandleTable;
+
+    static std::uint64_t MakeWord(tDword nTag, tDword nValue)
+    {
+        return static_cast<std::uint64_t>(nTag) << 32 | nValue;
+    }
+
+    // A wait that takes nothing need not write either.
+    eTry TryRead(tDword nTag) const;
+
+    std::atomic<std::uint64_t> m_nWord; // tag, value
+    tDword m_nPlace;                    // in the handle table
+    CWaitable* m_pNextFree;
+};
+} // namespace TOVPosix
+} // namespace TOVPlatform

@@ -1,0 +1,498 @@
+#include <Posix/TOVWaiter.h>
+
+#include <Posix/TOVNamedObject.h>
+#include <TOVPlatform/TOVWait.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+namespace
+{
+using TOVWait::RESULT_ABANDONED;
+using TOVWait::RESULT_FAILED;
+using TOVWait::RESULT_SIGNALLED;
+using TOVWait::RESULT_TIMEOUT;
+
+CShortLock s_oWaitLock;
+
+constexpr tDword ASLEEP = 0;
+constexpr tDword WOKEN = 1;
+constexpr tDword NO_THREAD = 0; // can have what is free for anybody
+
+// futex_waitv, Linux 5.16, as the kernel defines it; older system headers do not have it.
+constexpr long FUTEX_WAITV_NUMBER = 449;
+constexpr std::uint32_t FUTEX_WORD_32 = 2;
+
+struct sFutexWait
+{
+    std::uint64_t nValue;
+    std::uint64_t nAddress;
+    std::uint32_t nFlags;
+    std::uint32_t nReserved;
+};
+
+sFutexWait MakeFutexWait(const void* pWord, tDword nValue, eFutexScope eScope)
+{
+    return {nValue, reinterpret_cast<std::uintptr_t>(pWord), FUTEX_WORD_32 | static_cast<std::uint32_t>(eScope), 0};
+}
+
+eSleepResult FutexSleepOnAny(const sFutexWait* pWaits, int nCount, const CDeadline& oDeadline)
+{
+    return ToSleepResult(::syscall(FUTEX_WAITV_NUMBER, pWaits, nCount, 0, oDeadline.Get(), CLOCK_MONOTONIC));
+}
+} // namespace
+
+void LockWaits()
+{
+    s_oWaitLock.Lock();
+}
+
+void UnlockWaits()
+{
+    s_oWaitLock.Unlock();
+}
+
+CWaitScope::CWaitScope() : m_pFirst(nullptr), m_pLast(nullptr)
+{
+    LockWaits();
+}
+
+CWaitScope::~CWaitScope()
+{
+    UnlockWaits();
+
+    for (CWaiter* pWaiter = m_pFirst; pWaiter != nullptr;)
+    {
+        // The waiter stands on the stack of its thread and is gone once the word tells that thread to go on.
+        CWaiter* const pNext = pWaiter->m_pNextToWake;
+        tFutex& nWake = pWaiter->m_oThread.nWake;
+        nWake.store(WOKEN, std::memory_order_release);
+        FutexWake(&nWake, 1, eFutexPrivate);
+        pWaiter = pNext;
+    }
+}
+
+void CWaitScope::Serve(CWaitable& oObject)
+{
+    for (sWaitNode* pNode = oObject.m_pFirstWait; pNode != nullptr && oObject.CanTakeHeld(NO_THREAD);)
+    {
+        CWaiter& oWaiter = *pNode->pWaiter;
+        do // past all nodes of this waiter, which may be unlinked below
+            pNode = pNode->pNext;
+        while (pNode != nullptr && pNode->pWaiter == &oWaiter);
+
+        // A wait for all that includes a named object needs that one's lock as well, so it looks for itself.
+        const bool bLooksItself = oWaiter.m_bAll && oWaiter.m_nNamed > 0;
+        const tDword dwResult = bLooksItself ? RESULT_TIMEOUT : oWaiter.TakeNow(false);
+        if (dwResult != RESULT_TIMEOUT)
+        {
+            oWaiter.m_dwResult = dwResult;
+            oWaiter.m_bDone = true;
+            oWaiter.Unlink();
+        }
+        if (dwResult != RESULT_TIMEOUT || bLooksItself)
+            Append(oWaiter);
+    }
+}
+
+void CWaitScope::Fail(CWaitable& oObject)
+{
+    while (oObject.m_pFirstWait != nullptr)
+    {
+        CWaiter& oWaiter = *oObject.m_pFirstWait->pWaiter;
+        oWaiter.m_dwResult = RESULT_FAILED;
+        oWaiter.m_bDone = true;
+        oWaiter.Unlink();
+        Append(oWaiter);
+    }
+}
+
+void CWaitScope::Append(CWaiter& oWaiter)
+{
+    if (oWaiter.m_bWakeComing)
+        return;
+    oWaiter.m_bWakeComing = true;
+    oWaiter.m_pNextToWake = nullptr;
+    (m_pLast != nullptr ? m_pLast->m_pNextToWake : m_pFirst) = &oWaiter;
+    m_pLast = &oWaiter;
+}
+
+CWaiter::CWaiter(sThreadRecord& oThread, bool bAll)
+    : m_oThread(oThread), m_bAll(bAll), m_nCount(0), m_nUnnamed(0), m_nNamed(0), m_bDone(false), m_bWakeComing(false),
+      m_dwResult(RESULT_TIMEOUT), m_pNextToWake(nullptr)
+{
+}
+
+CWaiter::~CWaiter()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        if (m_aNodes[nIndex].pNamed != nullptr)
+            m_aNodes[nIndex].pNamed->Release();
+    }
+}
+
+bool CWaiter::Add(unsigned long long hObject)
+{
+    const tDword nTag = CHandleTable::TagOf(hObject);
+    sWaitNode oNode = {this, nullptr, nullptr, nTag, false, 0, nullptr, nullptr};
+    if (KindOf(nTag) == eKindNamed)
+        oNode.pNamed = CNamedObject::FromHandle(hObject);
+    else if (KindOf(nTag) != eKindCriticalSection)
+        oNode.pObject = CHandleTable::Find(hObject);
+    if (oNode.pNamed == nullptr && oNode.pObject == nullptr)
+        return false;
+
+    m_aNodes[m_nCount++] = oNode;
+    if (oNode.pNamed != nullptr)
+        AddNamed(*oNode.pNamed);
+    else
+        ++m_nUnnamed;
+    return true;
+}
+
+void CWaiter::AddNamed(CNamedObject& oNamed)
+{
+    int nPlace = m_nNamed;
+    while (nPlace > 0 && oNamed.IsLockedBefore(*m_apNamed[nPlace - 1]))
+        --nPlace;
+    if (nPlace > 0 && m_apNamed[nPlace - 1] == &oNamed)
+        return;
+    for (int nMoved = m_nNamed++; nMoved > nPlace; --nMoved)
+        m_apNamed[nMoved] = m_apNamed[nMoved - 1];
+    m_apNamed[nPlace] = &oNamed;
+}
+
+tDword CWaiter::Wait(tDword dwMilliseconds)
+{
+    const CDeadline oDeadline(dwMilliseconds);
+    if (m_bAll && HasTwins())
+        return RESULT_FAILED;
+
+    LockObjects();
+    if (!HoldObjects())
+    {
+        UnlockObjects();
+        return RESULT_FAILED;
+    }
+
+    const tDword dwResult = TakeNow(true);
+    if (dwResult == RESULT_TIMEOUT && dwMilliseconds != 0)
+        return SleepAndTake(oDeadline);
+
+    ReleaseObjects(m_nCount);
+    UnlockObjects();
+    return dwResult;
+}
+
+// Called with the objects locked and held; they are neither on return.
+tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
+{
+    m_oThread.nWake.store(ASLEEP, std::memory_order_relaxed);
+    Link();
+
+    tDword dwResult = RESULT_TIMEOUT;
+    eSleepResult eSleep = eSleepWoken;
+    while (dwResult == RESULT_TIMEOUT && eSleep == eSleepWoken)
+    {
+        Arm();
+        UnlockObjects();
+        eSleep = Sleep(oDeadline);
+        if (m_nNamed == 0 && m_oThread.nWake.load(std::memory_order_acquire) == WOKEN)
+            return m_dwResult; // handed over, and unlinked by whoever did so
+
+        LockObjects();
+        Disarm();
+        ForgetWake();
+        if (m_bDone)
+            dwResult = m_dwResult;
+        else if (eSleep == eSleepFailed)
+            dwResult = RESULT_FAILED;
+        else
+            dwResult = TakeNow(true);
+    }
+
+    if (!m_bDone)
+        Unlink();
+    const bool bWakeComing = m_bWakeComing;
+    UnlockObjects();
+
+    // This object must not go before the last access of the thread that is about to wake it.
+    if (bWakeComing)
+        SleepOnOwnWord(CDeadline::Never());
+    return dwResult;
+}
+
+// The same object twice can never be had all at once.
+bool CWaiter::HasTwins() const
+{
+    for (int nIndex = 1; nIndex < m_nCount; ++nIndex)
+    {
+        for (int nOther = 0; nOther < nIndex; ++nOther)
+        {
+            if (m_aNodes[nIndex].pObject == m_aNodes[nOther].pObject &&
+                m_aNodes[nIndex].pNamed == m_aNodes[nOther].pNamed)
+                return true;
+        }
+    }
+    return false;
+}
+
+// A wait for named objects alone does not touch the lock that all others share.
+void CWaiter::LockObjects()
+{
+    if (m_nUnnamed > 0)
+        LockWaits();
+    for (int nIndex = 0; nIndex < m_nNamed; ++nIndex)
+        m_apNamed[nIndex]->Lock();
+}
+
+void CWaiter::UnlockObjects()
+{
+    for (int nIndex = m_nNamed; nIndex-- > 0;)
+        m_apNamed[nIndex]->Unlock();
+    if (m_nUnnamed > 0)
+        UnlockWaits();
+}
+
+bool CWaiter::HoldObjects()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        const sWaitNode& oNode = m_aNodes[nIndex];
+        if (oNode.pObject != nullptr && !oNode.pObject->Hold(oNode.nTag))
+        {
+            ReleaseObjects(nIndex);
+            return false;
+        }
+    }
+    return true;
+}
+
+void CWaiter::ReleaseObjects(int nHeld)
+{
+    for (int nIndex = 0; nIndex < nHeld; ++nIndex)
+    {
+        if (m_aNodes[nIndex].pObject != nullptr)
+            m_aNodes[nIndex].pObject->Release();
+    }
+}
+
+void CWaiter::Link()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        sWaitNode& oNode = m_aNodes[nIndex];
+        if (oNode.pObject == nullptr)
+            continue;
+        CWaitable& oObject = *oNode.pObject;
+        oNode.pPrevious = oObject.m_pLastWait;
+        oNode.pNext = nullptr;
+        (oNode.pPrevious != nullptr ? oNode.pPrevious->pNext : oObject.m_pFirstWait) = &oNode;
+        oObject.m_pLastWait = &oNode;
+    }
+}
+
+void CWaiter::Unlink()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        sWaitNode& oNode = m_aNodes[nIndex];
+        if (oNode.pObject == nullptr)
+            continue;
+        CWaitable& oObject = *oNode.pObject;
+        (oNode.pPrevious != nullptr ? oNode.pPrevious->pNext : oObject.m_pFirstWait) = oNode.pNext;
+        (oNode.pNext != nullptr ? oNode.pNext->pPrevious : oObject.m_pLastWait) = oNode.pPrevious;
+    }
+    ReleaseObjects(m_nCount);
+}
+
+// RESULT_TIMEOUT stands for "not yet".
+tDword CWaiter::TakeNow(bool bNamedToo)
+{
+    if (m_bAll)
+        return TakeAll();
+
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        const sWaitNode& oNode = m_aNodes[nIndex];
+        if ((oNode.pNamed == nullptr || bNamedToo) && CanTake(oNode))
+            return static_cast<tDword>(nIndex) + (Take(oNode) ? RESULT_ABANDONED : RESULT_SIGNALLED);
+    }
+    return RESULT_TIMEOUT;
+}
+
+tDword CWaiter::TakeAll()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        if (!CanTake(m_aNodes[nIndex]))
+            return RESULT_TIMEOUT;
+    }
+
+    bool bAbandoned = false;
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+        bAbandoned |= Take(m_aNodes[nIndex]);
+    return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
+}
+
+bool CWaiter::CanTake(const sWaitNode& oNode) const
+{
+    if (oNode.pObject != nullptr)
+        return oNode.pObject->CanTakeHeld(m_oThread.nId);
+
+    // Signalling a manual event releases who waits at that moment, however soon it is reset.
+    const bool bPulsed = !m_bAll && oNode.bSlept && oNode.pNamed->HasPulsed(oNode.nSeen);
+    return bPulsed || oNode.pNamed->CanTake(m_oThread);
+}
+
+bool CWaiter::Take(const sWaitNode& oNode)
+{
+    return oNode.pObject != nullptr ? oNode.pObject->TakeHeld(m_oThread) : oNode.pNamed->Take(m_oThread);
+}
+
+eSleepResult CWaiter::Sleep(const CDeadline& oDeadline)
+{
+    if (m_nNamed == 0)
+        return SleepOnOwnWord(oDeadline);
+    if (m_nCount == 1)
+        return FutexSleep(m_aNodes[0].pNamed->GetWord(), m_aNodes[0].nSeen, eFutexShared, oDeadline);
+
+    sFutexWait aWaits[MAXIMUM_OBJECTS + 1];
+    int nWaits = 0;
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        const sWaitNode& oNode = m_aNodes[nIndex];
+        if (oNode.pNamed != nullptr)
+            aWaits[nWaits++] = MakeFutexWait(oNode.pNamed->GetWord(), oNode.nSeen, eFutexShared);
+    }
+    if (m_nUnnamed > 0)
+        aWaits[nWaits++] = MakeFutexWait(&m_oThread.nWake, ASLEEP, eFutexPrivate);
+    return FutexSleepOnAny(aWaits, nWaits, oDeadline);
+}
+
+eSleepResult CWaiter::SleepOnOwnWord(const CDeadline& oDeadline)
+{
+    eSleepResult eResult = eSleepWoken;
+    while (eResult == eSleepWoken && m_oThread.nWake.load(std::memory_order_acquire) == ASLEEP)
+        eResult = FutexSleep(&m_oThread.nWake, ASLEEP, eFutexPrivate, oDeadline);
+    return eResult;
+}
+
+// The last step before a sleep; from here on every change of a named object changes the word as well.
+void CWaiter::Arm()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        sWaitNode& oNode = m_aNodes[nIndex];
+        if (oNode.pNamed != nullptr)
+        {
+            oNode.nSeen = oNode.pNamed->Arm();
+            oNode.bSlept = true;
+        }
+    }
+}
+
+void CWaiter::Disarm()
+{
+    for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
+    {
+        if (m_aNodes[nIndex].pNamed != nullptr)
+            m_aNodes[nIndex].pNamed->Disarm();
+    }
+}
+
+// A wake that has arrived and did not end the wait; one that is still to come stays so.
+void CWaiter::ForgetWake()
+{
+    if (m_oThread.nWake.load(std::memory_order_acquire) == WOKEN && !m_bDone)
+    {
+        m_oThread.nWake.store(ASLEEP, std::memory_order_relaxed);
+        m_bWakeComing = false;
+    }
+}
+
+tDword WaitForOne(unsigned long long hObject, tDword dwMilliseconds)
+{
+    sThreadRecord& oThread = ThisThread();
+    CWaitable* const pObject = CHandleTable::Find(hObject);
+    const tDword nTag = CHandleTable::TagOf(hObject);
+    if (pObject == nullptr || KindOf(nTag) == eKindCriticalSection)
+        return RESULT_FAILED;
+
+    if (KindOf(nTag) != eKindNamed)
+    {
+        bool bAbandoned = false;
+        const eTry eResult = pObject->TryTake(nTag, oThread, bAbandoned);
+        if (eResult == eTryDone)
+            return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
+        if (eResult == eTryStale)
+            return RESULT_FAILED;
+        if (eResult == eTryRefused && dwMilliseconds == 0)
+            return RESULT_TIMEOUT;
+    }
+    return WaitForMany(&hObject, 1, false, dwMilliseconds);
+}
+
+tDword WaitForMany(const unsigned long long* pHandles, int nCount, bool bAll, tDword dwMilliseconds)
+{
+    CWaiter oWaiter(ThisThread(), bAll);
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+    {
+        if (!oWaiter.Add(pHandles[nIndex]))
+            return RESULT_FAILED;
+    }
+    return oWaiter.Wait(dwMilliseconds);
+}
+
+bool CloseObject(unsigned long long hObject)
+{
+    const tDword nTag = CHandleTable::TagOf(hObject);
+    if (KindOf(nTag) == eKindNamed)
+        return CNamedObject::CloseHandle(hObject);
+
+    CWaitable* const pObject = CHandleTable::Find(hObject);
+    if (pObject == nullptr)
+        return false;
+    {
+        CWaitScope oScope;
+        if (!pObject->Hold(nTag))
+            return false;
+        oScope.Fail(*pObject);
+        pObject->Retire();
+    }
+    CHandleTable::Recycle(pObject);
+    return true;
+}
+
+void AbandonMutexes(tDword nThreadId)
+{
+    CHandleTable::ForEach([nThreadId](CWaitable& oObject) {
+        const tDword nTag = oObject.GetTag();
+        if (KindOf(nTag) != eKindMutex)
+            return;
+        Change(oObject, nTag, [nThreadId](tDword& nValue) {
+            if ((nValue & MUTEX_OWNER) != nThreadId)
+                return false;
+            nValue = MUTEX_ABANDONED;
+            return true;
+        });
+    });
+}
+
+void EndThread(unsigned long long hThread)
+{
+    CWaitScope oScope; // in any case: whoever uses the thread's id holds this lock
+    CWaitable* const pThread = CHandleTable::Find(hThread);
+    if (pThread == nullptr || !pThread->Hold(CHandleTable::TagOf(hThread)))
+        return;
+    pThread->ChangeHeld([](tDword& nValue) {
+        nValue = VALUE_SIGNALLED;
+        return true;
+    });
+    oScope.Serve(*pThread);
+    pThread->Release();
+}
+} // namespace TOVPosix
+} // namespace TOVPlatform

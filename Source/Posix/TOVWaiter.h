@@ -1,0 +1,143 @@
+// Waiting for one or several objects, and handing them to those who wait.
+#pragma once
+
+#include <Posix/TOVHandleTable.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+// How a wait works. An object that can be had is taken by compare and swap, and the wait has not happened. Otherwise
+// the waiter links itself to all its objects, under the one lock of the waits, and sleeps on its own thread's word.
+// Whoever changes an object that has waits linked takes that lock too, gives the object to the oldest wait that it
+// satisfies, as a single step with all other objects of that wait, and wakes only threads whose wait is over.
+//
+// Objects in shared memory cannot give themselves to waiters of other processes: they wake all who sleep on them, and
+// these look again (TOVNamedObject.h). A wait that mixes both sleeps on its own word and on theirs.
+class CWaiter;
+
+// One object of a wait.
+struct sWaitNode
+{
+    CWaiter* pWaiter;
+    CWaitable* pObject;   // null for a named object
+    CNamedObject* pNamed; // null for an object without name
+    tDword nTag;
+    bool bSlept;          // named: whether nSeen counts
+    tDword nSeen;         // named: the word's value that the thread sleeps on
+    sWaitNode* pPrevious; // in the list of the object
+    sWaitNode* pNext;
+};
+
+// Holds the lock of the waits. At its end it unlocks, then wakes the threads whose waits ended meanwhile.
+class CWaitScope
+{
+public:
+    CWaitScope();
+    ~CWaitScope();
+
+    CWaitScope(const CWaitScope&) = delete;
+    CWaitScope& operator=(const CWaitScope&) = delete;
+
+    // Gives a held object that has changed to the waits that it satisfies, oldest first.
+    void Serve(CWaitable& oObject);
+
+    // Ends all waits for an object that goes away.
+    void Fail(CWaitable& oObject);
+
+private:
+    void Append(CWaiter& oWaiter);
+
+    CWaiter* m_pFirst;
+    CWaiter* m_pLast;
+};
+
+// Applies bool fnChange(tDword& nValue) to the object and serves the waits for it. False if the object is gone or the
+// function refused.
+template<class TChange> bool Change(CWaitable& oObject, tDword nTag, TChange fnChange)
+{
+    const eTry eResult = oObject.TryChange(nTag, fnChange);
+    if (eResult != eTryHeld)
+        return eResult == eTryDone;
+
+    CWaitScope oScope;
+    if (!oObject.Hold(nTag))
+        return false;
+    const bool bChanged = oObject.ChangeHeld(fnChange);
+    if (bChanged)
+        oScope.Serve(oObject);
+    oObject.Release();
+    return bChanged;
+}
+
+// A thread's wait. It stands on the thread's stack and is used once.
+class CWaiter
+{
+public:
+    CWaiter(sThreadRecord& oThread, bool bAll);
+    ~CWaiter();
+
+    CWaiter(const CWaiter&) = delete;
+    CWaiter& operator=(const CWaiter&) = delete;
+
+    // False if the handle cannot be waited for.
+    bool Add(unsigned long long hObject);
+
+    // The result as TOVWait tells it.
+    tDword Wait(tDword dwMilliseconds);
+
+private:
+    friend class CWaitScope;
+
+    static constexpr int MAXIMUM_OBJECTS = 64;
+
+    void AddNamed(CNamedObject& oNamed);
+    bool HasTwins() const;
+    void LockObjects();
+    void UnlockObjects();
+    bool HoldObjects();
+    void ReleaseObjects(int nHeld);
+    void Link();
+    void Unlink();
+
+    tDword TakeNow(bool bNamedToo);
+    tDword TakeAll();
+    bool CanTake(const sWaitNode& oNode) const;
+    bool Take(const sWaitNode& oNode);
+
+    tDword SleepAndTake(const CDeadline& oDeadline);
+    eSleepResult Sleep(const CDeadline& oDeadline);
+    eSleepResult SleepOnOwnWord(const CDeadline& oDeadline);
+    void Arm();
+    void Disarm();
+    void ForgetWake();
+
+    sThreadRecord& m_oThread;
+    const bool m_bAll;
+    int m_nCount;       // of m_aNodes
+    int m_nUnnamed;     // among them
+    int m_nNamed;       // of m_apNamed
+    bool m_bDone;       // the wait is over, with m_dwResult; set by whoever ended it
+    bool m_bWakeComing; // somebody is about to set the thread's word to 1
+    tDword m_dwResult;
+    CWaiter* m_pNextToWake;
+    sWaitNode m_aNodes[MAXIMUM_OBJECTS];
+    CNamedObject* m_apNamed[MAXIMUM_OBJECTS]; // each once, in the order in which they are locked
+};
+
+// Waits for one object, with the short way for one that can be had.
+tDword WaitForOne(unsigned long long hObject, tDword dwMilliseconds);
+tDword WaitForMany(const unsigned long long* pHandles, int nCount, bool bAll, tDword dwMilliseconds);
+
+// Closes the handle of anything that can be waited for, and fails the waits for it. False if there is none.
+bool CloseObject(unsigned long long hObject);
+
+// What a thread's end does: its mutexes without name go to the next waits as abandoned, its handle is signalled.
+void AbandonMutexes(tDword nThreadId);
+void EndThread(unsigned long long hThread);
+
+// For the time of a fork.
+void LockWaits();
+void UnlockWaits();
+} // namespace TOVPosix
+} // namespace TOVPlatform
