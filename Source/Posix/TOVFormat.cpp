@@ -228,11 +228,12 @@ template<class T>
 void CFormatter<T>::PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64_t ullValue, unsigned int nBase,
                                  bool bCapitals)
 {
+    const char* const szDigitOf = bCapitals ? "0123456789ABCDEF" : "0123456789abcdef";
     char szDigits[24];
     char* const szEnd = szDigits + sizeof(szDigits);
     char* szFirst = szEnd;
     for (; ullValue != 0; ullValue /= nBase)
-        *--szFirst = (bCapitals ? "0123456789ABCDEF" : "0123456789abcdef")[ullValue % nBase];
+        *--szFirst = szDigitOf[ullValue % nBase];
 
     // Zero is nothing but the zeros that are asked for.
     const long long llDigits = szEnd - szFirst;
