@@ -28,8 +28,10 @@ namespace TOVDebug
 
 // Reverses the four bytes of a 32-bit value. The argument is used four times.
 // clang-format off
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define TOV_BYTESWAP32(value) \
     (tDword)(((tDword)value>>24)+(((tDword)value&0xff0000)>>8)+(((tDword)value&0xff00)<<8)+(((tDword)value&0xff)<<24))
+// NOLINTEND(bugprone-macro-parentheses)
 // clang-format on
 
 // Deletes a single object, or an array, and sets the pointer to null. A null pointer is left alone.
