@@ -1,6 +1,8 @@
 # Installs the umbrella header and every header of the library that it reaches, each in its folder.
 # SOURCE: the library's source folder. DESTINATION: the full name of the include folder.
 
+cmake_policy(VERSION 3.25)
+
 set(waiting TOVKernel.h)
 set(reached "")
 while(waiting)
