@@ -1,0 +1,217 @@
+#include <TOVPlatform/TOVFileBackend.h>
+
+#include <Posix/TOVFileName.h>
+#include <Posix/TOVFileSearch.h>
+#include <Posix/TOVFileStatus.h>
+#include <Posix/TOVFormat.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include <stdio.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace Backend
+{
+namespace
+{
+// Sizes of the outputs of SplitPath, terminators included.
+const std::size_t MAX_DRIVE = 3;
+const std::size_t MAX_PART = 256;
+
+// Printed texts up to here need no block from the heap.
+const int SHORT_TEXT = 512;
+
+bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t ulSize)
+{
+    if (szOutput == NULL)
+        return true;
+    if (static_cast<std::size_t>(pEnd - pBegin) >= ulSize)
+        return false;
+
+    *std::copy(pBegin, pEnd, szOutput) = 0;
+    return true;
+}
+} // namespace
+
+void RaiseStreamLimit(unsigned long ulStreams)
+{
+    // As many descriptors again are left to the rest of the process.
+    const rlim_t ulNeeded = static_cast<rlim_t>(ulStreams) * 2;
+
+    struct rlimit oLimit;
+    if (::getrlimit(RLIMIT_NOFILE, &oLimit) == 0 && oLimit.rlim_cur < ulNeeded && oLimit.rlim_cur < oLimit.rlim_max)
+    {
+        oLimit.rlim_cur = oLimit.rlim_max;
+        ::setrlimit(RLIMIT_NOFILE, &oLimit);
+    }
+}
+
+FILE* OpenStream(const char* szName, const char* szMode)
+{
+    const CFileName oName(szName);
+    const bool bUpdate = std::strchr(szMode, '+') != NULL;
+    const char szPlainMode[] = {*szMode, bUpdate ? '+' : '\0', '\0'};
+
+    struct stat oStat;
+    const bool bWrites = bUpdate || *szMode != 'r';
+    if (bWrites && ::stat(oName, &oStat) == 0 && IsReadOnlyFile(oStat.st_mode))
+        return NULL;
+
+    FILE* pFile = ::fopen(oName, szPlainMode);
+    if (pFile != NULL && ::fstat(::fileno(pFile), &oStat) == 0 && S_ISDIR(oStat.st_mode))
+    {
+        ::fclose(pFile);
+        return NULL;
+    }
+    return pFile;
+}
+
+int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
+{
+    char szShort[SHORT_TEXT];
+    va_list pAgain;
+    va_copy(pAgain, pArguments);
+    int nLength = TOVFormat::Print(szShort, SHORT_TEXT, szFormat, pAgain);
+    va_end(pAgain);
+
+    std::unique_ptr<char[]> pLong;
+    if (nLength < 0) // it does not fit, or has no form
+    {
+        va_copy(pAgain, pArguments);
+        nLength = TOVFormat::PrintedLength(szFormat, pAgain);
+        va_end(pAgain);
+        if (nLength < 0)
+            return -1;
+
+        pLong.reset(new char[static_cast<std::size_t>(nLength)]);
+        TOVFormat::Print(pLong.get(), nLength, szFormat, pArguments);
+    }
+
+    const std::size_t ulLength = static_cast<std::size_t>(nLength);
+    return ::fwrite(pLong != NULL ? pLong.get() : szShort, 1, ulLength, pFile) == ulLength ? nLength : -1;
+}
+
+long long GetPosition(FILE* pFile)
+{
+    return ::ftello(pFile);
+}
+
+bool Seek(FILE* pFile, int nOffset, int nOrigin)
+{
+    return ::fseeko(pFile, nOffset, nOrigin) == 0;
+}
+
+bool Delete(const char* szName)
+{
+    const CFileName oName(szName);
+
+    struct stat oStat;
+    return ::lstat(oName, &oStat) == 0 && !IsReadOnlyFile(oStat.st_mode) && ::unlink(oName) == 0;
+}
+
+bool DoesExist(const char* szName)
+{
+    return ::access(CFileName(szName), F_OK) == 0;
+}
+
+void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension)
+{
+    const char* pEnd = szPath + std::strlen(szPath);
+    const char* pDirectory = szPath[0] != 0 && szPath[1] == ':' ? szPath + 2 : szPath;
+
+    const char* pFileName = pDirectory;
+    const char* pExtension = pEnd;
+    for (const char* p = pDirectory; p != pEnd; ++p)
+    {
+        if (*p == '\\' || *p == '/')
+        {
+            pFileName = p + 1;
+            pExtension = pEnd;
+        }
+        else if (*p == '.')
+            pExtension = p;
+    }
+
+    if (CopyPart(szDrive, szPath, pDirectory, MAX_DRIVE) && CopyPart(szDirectory, pDirectory, pFileName, MAX_PART) &&
+        CopyPart(szFileName, pFileName, pExtension, MAX_PART) && CopyPart(szExtension, pExtension, pEnd, MAX_PART))
+        return;
+
+    for (char* szOutput : {szDrive, szDirectory, szFileName, szExtension})
+    {
+        if (szOutput != NULL)
+            *szOutput = 0;
+    }
+}
+
+unsigned long GetAttributes(const char* szName)
+{
+    struct stat oStat;
+    return ::stat(CFileName(szName), &oStat) == 0 ? ToAttributes(oStat.st_mode) : 0xFFFFFFFF;
+}
+
+bool SetAttributes(const char* szName, unsigned long ulAttributes)
+{
+    const CFileName oName(szName);
+
+    struct stat oStat;
+    if (::stat(oName, &oStat) != 0)
+        return false;
+
+    const mode_t ulMode = ApplyAttributes(oStat.st_mode, ulAttributes);
+    return ulMode == oStat.st_mode || ::chmod(oName, ulMode & ALL_PERMISSIONS) == 0;
+}
+
+unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
+{
+    return CFileSearch::Begin(szPattern, *pFindData);
+}
+
+bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+{
+    const std::shared_ptr<CFileSearch> pSearch = CFileSearch::Find(hFind);
+    return pSearch != NULL && pSearch->Next(*pFindData);
+}
+
+void FindClose(unsigned long long hFind)
+{
+    CFileSearch::End(hFind);
+}
+} // namespace Backend
+} // namespace TOVFile
+
+namespace TOVDirectory
+{
+namespace Backend
+{
+using TOVFile::Backend::CFileName;
+
+bool Create(const char* szPath)
+{
+    return ::mkdir(CFileName(szPath), S_IRWXU | S_IRWXG | S_IRWXO) == 0;
+}
+
+bool Remove(const char* szPath)
+{
+    return ::rmdir(CFileName(szPath)) == 0;
+}
+
+bool Change(const char* szPath)
+{
+    return ::chdir(CFileName(szPath)) == 0;
+}
+
+bool GetWorkingDirectory(char* szBuffer, int nSize)
+{
+    return ::getcwd(szBuffer, static_cast<std::size_t>(nSize)) != NULL;
+}
+} // namespace Backend
+} // namespace TOVDirectory
+} // namespace TOVPlatform

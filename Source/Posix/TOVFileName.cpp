@@ -1,0 +1,26 @@
+#include <Posix/TOVFileName.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include <sys/stat.h>
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace Backend
+{
+CFileName::CFileName(const char* szName) : m_szName(szName)
+{
+    struct stat oStat;
+    if (std::strchr(szName, '\\') == NULL || ::lstat(szName, &oStat) == 0)
+        return;
+
+    m_oTranslated = szName;
+    std::replace(m_oTranslated.begin(), m_oTranslated.end(), '\\', '/');
+    m_szName = m_oTranslated.c_str();
+}
+} // namespace Backend
+} // namespace TOVFile
+} // namespace TOVPlatform

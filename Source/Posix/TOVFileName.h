@@ -1,0 +1,30 @@
+// How this backend reads a name that may have been written for the other system.
+#pragma once
+
+#include <string>
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace Backend
+{
+// A name that exists as it stands is used as it stands, otherwise its backslashes are read as slashes. A name without a
+// backslash costs nothing: no copy, and no look at the file system.
+class CFileName
+{
+public:
+    explicit CFileName(const char* szName);
+
+    CFileName(const CFileName&) = delete;
+    CFileName& operator=(const CFileName&) = delete;
+
+    operator const char*() const { return m_szName; }
+
+private:
+    std::string m_oTranslated;
+    const char* m_szName; // the caller's text or the translated one
+};
+} // namespace Backend
+} // namespace TOVFile
+} // namespace TOVPlatform

@@ -1,0 +1,53 @@
+#include <Posix/TOVFileStatus.h>
+
+#include <algorithm>
+
+#include <fcntl.h>
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace Backend
+{
+namespace
+{
+const long long SECONDS_FROM_1601_TO_1970 = 11644473600;
+const long long TICKS_PER_SECOND = 10000000;
+const int NANOSECONDS_PER_TICK = 100;
+
+unsigned long long ToTicks(const struct statx_timestamp& oTime)
+{
+    const long long llSeconds = oTime.tv_sec + SECONDS_FROM_1601_TO_1970;
+    if (llSeconds < 0)
+        return 0;
+
+    return static_cast<unsigned long long>(llSeconds) * TICKS_PER_SECOND + oTime.tv_nsec / NANOSECONDS_PER_TICK;
+}
+} // namespace
+
+bool FillStatus(sTOVFindData& oFindData, int nFolder, const char* szName)
+{
+    const unsigned int WANTED = STATX_BASIC_STATS | STATX_BTIME;
+
+    struct statx oStatus;
+    if (::statx(nFolder, szName, 0, WANTED, &oStatus) != 0 &&
+        ::statx(nFolder, szName, AT_SYMLINK_NOFOLLOW, WANTED, &oStatus) != 0)
+        return false;
+
+    oFindData.ulAttributes = ToAttributes(oStatus.stx_mode);
+    oFindData.ullLastAccessTime = ToTicks(oStatus.stx_atime);
+    oFindData.ullLastWriteTime = ToTicks(oStatus.stx_mtime);
+
+    // Not every file system knows when a file came into being; it was there at the earliest time that is known of it.
+    oFindData.ullCreationTime =
+        (oStatus.stx_mask & STATX_BTIME) != 0
+            ? ToTicks(oStatus.stx_btime)
+            : std::min({oFindData.ullLastAccessTime, oFindData.ullLastWriteTime, ToTicks(oStatus.stx_ctime)});
+
+    oFindData.ullSize = S_ISDIR(oStatus.stx_mode) ? 0 : oStatus.stx_size;
+    return true;
+}
+} // namespace Backend
+} // namespace TOVFile
+} // namespace TOVPlatform

@@ -1,0 +1,50 @@
+// What a file's status means in the terms of TOVPlatform::TOVFile.
+#pragma once
+
+#include <TOVPlatform/TOVFile.h>
+
+#include <sys/stat.h>
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace Backend
+{
+const mode_t WRITE_PERMISSIONS = S_IWUSR | S_IWGRP | S_IWOTH;
+const mode_t ALL_PERMISSIONS = 07777;
+
+// Read-only is what nobody may write by its permission bits, whoever asks: a user above permissions gets the same
+// answer.
+inline bool IsReadOnly(mode_t ulMode)
+{
+    return (ulMode & WRITE_PERMISSIONS) == 0;
+}
+
+inline bool IsReadOnlyFile(mode_t ulMode)
+{
+    return S_ISREG(ulMode) && IsReadOnly(ulMode);
+}
+
+inline unsigned long ToAttributes(mode_t ulMode)
+{
+    const unsigned long ulAttributes = (S_ISDIR(ulMode) ? static_cast<unsigned long>(eFileAttributeDirectory) : 0) |
+                                       (IsReadOnly(ulMode) ? static_cast<unsigned long>(eFileAttributeReadOnly) : 0);
+    return ulAttributes != 0 ? ulAttributes : static_cast<unsigned long>(eFileAttributeNormal);
+}
+
+inline mode_t ApplyAttributes(mode_t ulMode, unsigned long ulAttributes)
+{
+    if ((ulAttributes & eFileAttributeReadOnly) != 0)
+        return ulMode & ~WRITE_PERMISSIONS;
+
+    return IsReadOnly(ulMode) ? ulMode | S_IWUSR : ulMode;
+}
+
+// Fills all of a record but its name. The name counts from the directory nFolder, or from the working directory for
+// AT_FDCWD. A link tells of what it leads to, and of itself if that is nothing. False, with the record unchanged, if
+// there is no such file.
+bool FillStatus(sTOVFindData& oFindData, int nFolder, const char* szName);
+} // namespace Backend
+} // namespace TOVFile
+} // namespace TOVPlatform

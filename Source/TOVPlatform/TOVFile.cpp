@@ -1,0 +1,323 @@
+#include <TOVPlatform/TOVFile.h>
+
+#include <Debug/TOVCheck.h>
+#include <TOVPlatform/TOVFileBackend.h>
+
+#include <algorithm>
+#include <cstring>
+
+template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager>;
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace
+{
+const unsigned long MAX_HANDLES = 1024;
+const long MAX_POSITION = 0x7FFFFFFF;
+
+// The handle table is the same on both platforms and reports the backend's name.
+const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
+
+FILE* GetFile(unsigned long long hFile)
+{
+    return CTOVHandleManager::Instance().GetFile(hFile);
+}
+
+// Counts are 32-bit numbers on both platforms.
+std::size_t ToCount(long lCount)
+{
+    return static_cast<tDword>(lCount);
+}
+
+eFileErrorCode ToErrorCode(bool bSuccess)
+{
+    return bSuccess ? eFileSuccess : eFileFailure;
+}
+
+// Whether the text is one of the modes that TOVFile.h tells. Runtimes differ in what they make of any other: some end
+// the process.
+bool IsMode(const char* szMode)
+{
+    if (szMode == NULL || *szMode == 0 || std::strchr("rwa", *szMode) == NULL)
+        return false;
+
+    bool bUpdate = false;
+    bool bKind = false;
+    bool bCommit = false;
+    for (const char* pLetter = szMode + 1; *pLetter != 0; ++pLetter)
+    {
+        bool& bSeen = *pLetter == '+' ? bUpdate : std::strchr("tb", *pLetter) != NULL ? bKind : bCommit;
+        if (std::strchr("+tbcn", *pLetter) == NULL || bSeen || bCommit)
+            return false;
+        bSeen = true;
+    }
+    return true;
+}
+} // namespace
+
+unsigned long long Open(const char* szName, const char* szMode)
+{
+    CTOVHandleManager& oManager = CTOVHandleManager::Instance();
+
+    if (oManager.FindFreeHandle() == FILE_INVALID_HANDLE) // before the file system is touched
+        return FILE_INVALID_HANDLE;
+
+    FILE* pFile = szName != NULL && IsMode(szMode) ? Backend::OpenStream(szName, szMode) : NULL;
+    if (pFile == NULL)
+        return FILE_INVALID_HANDLE;
+
+    const unsigned long long hFile = oManager.AddFile(pFile);
+    if (hFile == FILE_INVALID_HANDLE) // other threads have taken the last slots in the meantime
+        std::fclose(pFile);
+    return hFile;
+}
+
+eFileErrorCode Close(unsigned long long hFile)
+{
+    FILE* pFile = GetFile(hFile);
+
+    // The flush is what can fail and be tried again: fclose frees the stream whatever comes of it.
+    if (pFile == NULL || std::fflush(pFile) != 0)
+        return eFileFailure;
+
+    std::clearerr(pFile); // to some versions of the runtime an earlier error is a failure to close
+    const bool bClosed = std::fclose(pFile) == 0;
+    CTOVHandleManager::Instance().ClearHandle(hFile);
+    return ToErrorCode(bClosed);
+}
+
+unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL)
+        return 0;
+
+    return static_cast<unsigned long>(std::fread(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
+}
+
+unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL)
+        return 0;
+
+    return static_cast<unsigned long>(std::fwrite(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
+}
+
+eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL || nSize <= 0)
+        return eFileFailure;
+
+    return ToErrorCode(std::fgets(szBuffer, nSize, pFile) != NULL);
+}
+
+eFileErrorCode Puts(unsigned long long hFile, const char* szText)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL)
+        return eFileFailure;
+
+    // Settled: the result of fputs is reduced like the pointer of fgets, and so turned around. Runtimes differ in which
+    // value above zero a written text gives, so that all of them count as the zero that it is told to be.
+    return ToErrorCode(std::fputs(szText, pFile) < 0);
+}
+
+long Printf(unsigned long long hFile, const char* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const long lCount = Vprintf(hFile, szFormat, pArguments);
+    va_end(pArguments);
+    return lCount;
+}
+
+long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL || szFormat == NULL)
+        return -1;
+
+    return Backend::PrintStream(pFile, szFormat, pArguments);
+}
+
+long Tell(unsigned long long hFile)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL)
+        return -1;
+
+    const long long llPosition = Backend::GetPosition(pFile);
+    return llPosition <= MAX_POSITION ? static_cast<long>(llPosition) : -1;
+}
+
+eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == NULL)
+        return eFileFailure;
+
+    const int nOrigin = eOrigin == eSeekOriginCurrent ? SEEK_CUR : eOrigin == eSeekOriginEnd ? SEEK_END : SEEK_SET;
+    return ToErrorCode(Backend::Seek(pFile, static_cast<int>(lOffset), nOrigin));
+}
+
+eFileErrorCode Flush(unsigned long long hFile)
+{
+    FILE* pFile = GetFile(hFile);
+    return ToErrorCode(pFile != NULL && std::fflush(pFile) == 0);
+}
+
+eFileErrorCode Delete(const char* szName)
+{
+    return ToErrorCode(szName != NULL && Backend::Delete(szName));
+}
+
+bool DoesExist(const char* szName)
+{
+    return szName != NULL && Backend::DoesExist(szName);
+}
+
+void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension)
+{
+    Backend::SplitPath(szPath != NULL ? szPath : "", szDrive, szDirectory, szFileName, szExtension);
+}
+
+unsigned long GetAttributes(const char* szName)
+{
+    return szName != NULL ? Backend::GetAttributes(szName) : 0xFFFFFFFF;
+}
+
+bool SetAttributes(const char* szName, unsigned long ulAttributes)
+{
+    return szName != NULL && Backend::SetAttributes(szName, ulAttributes);
+}
+
+unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
+{
+    return szPattern != NULL ? Backend::FindFirst(szPattern, pFindData) : FILE_INVALID_HANDLE;
+}
+
+bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+{
+    return hFind != 0 && hFind != FILE_INVALID_HANDLE && Backend::FindNext(hFind, pFindData);
+}
+
+void FindClose(unsigned long long hFind)
+{
+    if (hFind != 0 && hFind != FILE_INVALID_HANDLE)
+        Backend::FindClose(hFind);
+}
+
+CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(NULL), m_oLock(2000), m_ulMaxHandles(0)
+{
+    m_pFiles = new FILE*[ulMaxHandles]();
+    m_ulMaxHandles = ulMaxHandles;
+    Backend::RaiseStreamLimit(ulMaxHandles);
+}
+
+CTOVHandleManager::~CTOVHandleManager()
+{
+    delete[] m_pFiles;
+}
+
+CTOVHandleManager& CTOVHandleManager::Instance()
+{
+    return CTOVDynamicSingleton<CTOVHandleManager>::GetInstance();
+}
+
+CTOVHandleManager* CTOVHandleManager::CreateInstance()
+{
+    return new CTOVHandleManager(MAX_HANDLES);
+}
+
+unsigned long long CTOVHandleManager::FindFreeHandle()
+{
+    m_oLock.Enter();
+    const unsigned long long hFree = FindFreeSlot();
+    m_oLock.Leave();
+    return hFree;
+}
+
+unsigned long long CTOVHandleManager::AddFile(FILE* pFile)
+{
+    m_oLock.Enter();
+    const unsigned long long hFree = FindFreeSlot();
+    if (hFree != FILE_INVALID_HANDLE)
+        m_pFiles[hFree] = pFile;
+    m_oLock.Leave();
+    return hFree;
+}
+
+unsigned long long CTOVHandleManager::FindFreeSlot() const
+{
+    FILE** pEnd = m_pFiles + m_ulMaxHandles;
+    FILE** pFree = std::find(m_pFiles, pEnd, static_cast<FILE*>(NULL));
+    return pFree != pEnd ? static_cast<unsigned long long>(pFree - m_pFiles) : FILE_INVALID_HANDLE;
+}
+
+void CTOVHandleManager::CheckHandle(unsigned long long hHandle) const
+{
+    TOV_ASSERT_AT(SOURCE, hHandle != FILE_INVALID_HANDLE);
+    TOV_ASSERT_TEXT_AT(SOURCE, hHandle < m_ulMaxHandles, "(0 <= hHandle) && (hHandle < m_ulMaxHandles)");
+}
+
+void CTOVHandleManager::SetFile(unsigned long long hHandle, FILE* pFile)
+{
+    m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
+    CheckHandle(hHandle);
+    m_pFiles[hHandle] = pFile;
+    m_oLock.Leave();
+}
+
+FILE* CTOVHandleManager::GetFile(unsigned long long hHandle)
+{
+    m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
+    CheckHandle(hHandle);
+    FILE* pFile = m_pFiles[hHandle];
+    m_oLock.Leave();
+    return pFile;
+}
+
+void CTOVHandleManager::ClearHandle(unsigned long long hHandle)
+{
+    m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
+    CheckHandle(hHandle);
+    m_pFiles[hHandle] = NULL;
+    m_oLock.Leave();
+}
+} // namespace TOVFile
+
+namespace TOVDirectory
+{
+namespace
+{
+eDirectoryErrorCode ToErrorCode(bool bSuccess)
+{
+    return bSuccess ? eDirectorySuccess : eDirectoryFailure;
+}
+} // namespace
+
+eDirectoryErrorCode Create(const char* szPath)
+{
+    return ToErrorCode(szPath != NULL && Backend::Create(szPath));
+}
+
+eDirectoryErrorCode Remove(const char* szPath)
+{
+    return ToErrorCode(szPath != NULL && Backend::Remove(szPath));
+}
+
+eDirectoryErrorCode Change(const char* szPath)
+{
+    return ToErrorCode(szPath != NULL && Backend::Change(szPath));
+}
+
+eDirectoryErrorCode GetWorkingDirectory(char* szBuffer, int nSize)
+{
+    return ToErrorCode(szBuffer != NULL && nSize > 0 && Backend::GetWorkingDirectory(szBuffer, nSize));
+}
+} // namespace TOVDirectory
+} // namespace TOVPlatform

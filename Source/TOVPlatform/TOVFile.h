@@ -1,0 +1,195 @@
+// Files as the runtime's buffered streams behind handles; directories, attributes and searches of the system.
+//
+// A file handle is an index into one table of 1024 open streams, so 0 is a good handle. All functions report by their
+// result alone: nothing is logged or raised, apart from the checks on a handle in CTOVHandleManager. A null name fails
+// like the name of a missing file.
+//
+// Any thread may use any function. One file belongs to one thread at a time: the table's lock covers the look-up of a
+// handle, not the work on its stream.
+//
+// Names on the Posix side: a name that exists as it stands is used as it stands, otherwise its backslashes are read as
+// slashes.
+#pragma once
+
+#include <Debug/TOVBase.h>
+#include <TOVDesignPatterns/TOVDynamicSingleton.h>
+#include <TOVProcess/TOVCriticalSection.h>
+
+#include <cstdarg>
+#include <cstdio>
+
+// No file, no search: all 64 bits set.
+#define FILE_INVALID_HANDLE 0xFFFFFFFFFFFFFFFFULL
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+// Success is positive and there is no zero value: a test for zero is always wrong.
+enum eFileErrorCode
+{
+    eFileSuccess = 1,
+    eFileFailure = -1
+};
+
+// Any other value counts as the start.
+enum eSeekOrigin : int
+{
+    eSeekOriginStart = 0,
+    eSeekOriginCurrent = 1,
+    eSeekOriginEnd = 2
+};
+
+// Attributes of a file, a bit set. Windows has all of them. Posix has directory, read-only and, for whatever has
+// neither, normal; the others are dropped on reading and ignored on writing, and a leading full stop hides nothing.
+enum eFileAttribute
+{
+    eFileAttributeArchive = 0x01,
+    eFileAttributeCompressed = 0x02,
+    eFileAttributeDirectory = 0x04,
+    eFileAttributeHidden = 0x08,
+    eFileAttributeNormal = 0x10,
+    eFileAttributeReadOnly = 0x20,
+    eFileAttributeSystem = 0x40,
+    eFileAttributeTemporary = 0x80
+};
+
+// One entry of a directory search. Times are ticks of 100 nanoseconds since the start of 1601.
+struct sTOVFindData
+{
+    unsigned long ulAttributes; // eFileAttribute bits
+    unsigned long long ullCreationTime;
+    unsigned long long ullLastAccessTime;
+    unsigned long long ullLastWriteTime;
+    unsigned long long ullSize; // bytes; 0 for a directory
+    char szName[260];           // padded with zeros; a name of 260 bytes or more fills it without a terminator
+    char cGuard;                // always 0, set with the name: stops who reads such a name to its terminator
+};
+
+// Opens a file by the runtime's mode text: "r", "w", "a", "r+", "w+" or "a+", then "t" or "b", then "c" (commit on
+// flush) or "n" (no commit); the "+" may also follow "t" or "b". Posix has one kind of file and no commit: there these
+// four letters change nothing. The result is the lowest free handle, or FILE_INVALID_HANDLE when the table is full, the
+// mode is another one, or the system refuses: also a directory, and a read-only file that is to be written.
+TOV_EXPORT unsigned long long Open(const char* szName, const char* szMode);
+
+// Flushes and closes. A failed flush leaves the file open and its handle valid.
+TOV_EXPORT eFileErrorCode Close(unsigned long long hFile);
+
+// Number of whole elements moved, 0 for an empty slot. Sizes count as 32-bit numbers. Between reading and writing one
+// file a Seek or a Flush has to stand.
+TOV_EXPORT unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount);
+TOV_EXPORT unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount);
+
+// Reads a line with its line feed, at most nSize - 1 characters. Failure at the end of the file and on error.
+TOV_EXPORT eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize);
+
+// Writes a text. Settled: the result is the opposite of what happened, eFileFailure for a text that was written.
+TOV_EXPORT eFileErrorCode Puts(unsigned long long hFile, const char* szText);
+
+// Formats as TOVPlatform::TOVStringA does and writes. The count of characters, before any translation of line ends;
+// negative on error, -1 for an empty slot.
+TOV_EXPORT long Printf(unsigned long long hFile, const char* szFormat, ...);
+TOV_EXPORT long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments);
+
+// Position in bytes, 32 bits only: -1 beyond 0x7FFFFFFF, on error and for an empty slot.
+TOV_EXPORT long Tell(unsigned long long hFile);
+
+// Moves by an offset of 32 bits from the origin; the place reached may lie beyond them, and beyond the file's end. A
+// failed one leaves the position as it was.
+TOV_EXPORT eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin);
+
+TOV_EXPORT eFileErrorCode Flush(unsigned long long hFile);
+
+// Removes a file; refuses a directory and a read-only file.
+TOV_EXPORT eFileErrorCode Delete(const char* szName);
+
+// Whether a file or a directory has this name.
+TOV_EXPORT bool DoesExist(const char* szName);
+
+// Splits into a drive with its colon, a directory with its last separator, a name, and an extension with its full
+// stop. An output may be null; the others hold 3, 256, 256 and 256 characters. What does not fit makes all empty.
+TOV_EXPORT void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension);
+
+// The eFileAttribute bits of a name, or 0xFFFFFFFF if there is no such file.
+TOV_EXPORT unsigned long GetAttributes(const char* szName);
+
+// Posix knows read-only alone: it takes every write permission away, and its absence gives the owner's back if nobody
+// has one.
+TOV_EXPORT bool SetAttributes(const char* szName, unsigned long ulAttributes);
+
+// Starts a search and fills the record with the first entry: the one of that very name, where case counts if it does so
+// to the system, or, with `*` and `?` in the last component, all that match, where it does not, and `*.*` is everything.
+// FILE_INVALID_HANDLE, and the record as it was, if there is none or a wildcard stands before the last component. A
+// handle has to be given to FindClose.
+TOV_EXPORT unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData);
+
+// Fills the record with the next entry; false at the end, and for a handle that is none.
+TOV_EXPORT bool FindNext(unsigned long long hFind, sTOVFindData* pFindData);
+
+TOV_EXPORT void FindClose(unsigned long long hFind);
+
+// The table of open streams. A slot is null or holds a stream that Open made, and its index is the stream's handle.
+// The library's own has 1024 slots; the first file operation makes it, or at the latest its holder at start-up.
+//
+// Settled: the checks run with the lock taken. A handle that fails them leaves it taken for good; the thread that
+// raised works on, and every other waits at its next file operation.
+class TOV_EXPORT CTOVHandleManager
+{
+public:
+    // Also sees to it that the system lets the process open so many streams.
+    explicit CTOVHandleManager(unsigned long ulMaxHandles);
+    CTOVHandleManager(const CTOVHandleManager&) = delete;
+    CTOVHandleManager& operator=(const CTOVHandleManager&) = delete;
+
+    // Virtual operation. Releases the slots; streams that are still open stay open.
+    virtual ~CTOVHandleManager();
+
+    // The table behind the file functions, made with 1024 slots if there is none.
+    static CTOVHandleManager& Instance();
+    static CTOVHandleManager* CreateInstance();
+
+    // The lowest free slot, or FILE_INVALID_HANDLE if there is none. It is not reserved.
+    unsigned long long FindFreeHandle();
+
+    // Finds and takes the lowest free slot in one access, so that threads that open at the same moment do not meet.
+    unsigned long long AddFile(FILE* pFile);
+
+    // Each throws unless hHandle != FILE_INVALID_HANDLE and (0 <= hHandle) && (hHandle < m_ulMaxHandles).
+    void SetFile(unsigned long long hHandle, FILE* pFile);
+    FILE* GetFile(unsigned long long hHandle);
+    void ClearHandle(unsigned long long hHandle);
+
+private:
+    unsigned long long FindFreeSlot() const;
+    void CheckHandle(unsigned long long hHandle) const;
+
+    FILE** m_pFiles;
+    CTOVCriticalSection m_oLock;
+    unsigned long m_ulMaxHandles;
+};
+} // namespace TOVFile
+
+namespace TOVDirectory
+{
+// Success is positive and there is no zero value, as with eFileErrorCode.
+enum eDirectoryErrorCode
+{
+    eDirectorySuccess = 1,
+    eDirectoryFailure = -1
+};
+
+// Creates one level.
+TOV_EXPORT eDirectoryErrorCode Create(const char* szPath);
+
+// Removes an empty directory.
+TOV_EXPORT eDirectoryErrorCode Remove(const char* szPath);
+
+// Changes the working directory of the process.
+TOV_EXPORT eDirectoryErrorCode Change(const char* szPath);
+
+// Fails if the text with its terminator needs more than nSize characters.
+TOV_EXPORT eDirectoryErrorCode GetWorkingDirectory(char* szBuffer, int nSize);
+} // namespace TOVDirectory
+} // namespace TOVPlatform
+
+extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager>;

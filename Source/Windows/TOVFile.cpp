@@ -1,0 +1,218 @@
+// The compiler has printing of its own, which would take the place of the system runtime's; this chooses the latter.
+// It has to stand before the first header that includes <stdio.h>.
+#define __USE_MINGW_ANSI_STDIO 0
+#include <stdio.h>
+
+#include <TOVPlatform/TOVFileBackend.h>
+
+#include <cstdint>
+#include <cstring>
+
+#include <direct.h>
+#include <io.h>
+#include <stdlib.h>
+
+#include <windows.h>
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+namespace Backend
+{
+namespace
+{
+struct sAttribute
+{
+    unsigned long ulOwn;
+    DWORD dwNative;
+};
+
+const sAttribute ATTRIBUTES[] = {
+    {eFileAttributeArchive, FILE_ATTRIBUTE_ARCHIVE},     {eFileAttributeCompressed, FILE_ATTRIBUTE_COMPRESSED},
+    {eFileAttributeDirectory, FILE_ATTRIBUTE_DIRECTORY}, {eFileAttributeHidden, FILE_ATTRIBUTE_HIDDEN},
+    {eFileAttributeNormal, FILE_ATTRIBUTE_NORMAL},       {eFileAttributeReadOnly, FILE_ATTRIBUTE_READONLY},
+    {eFileAttributeSystem, FILE_ATTRIBUTE_SYSTEM},       {eFileAttributeTemporary, FILE_ATTRIBUTE_TEMPORARY},
+};
+
+unsigned long FromNativeAttributes(DWORD dwNative)
+{
+    if (dwNative == INVALID_FILE_ATTRIBUTES)
+        return dwNative;
+
+    unsigned long ulOwn = 0;
+    for (const sAttribute& oAttribute : ATTRIBUTES)
+    {
+        if ((dwNative & oAttribute.dwNative) != 0)
+            ulOwn |= oAttribute.ulOwn;
+    }
+    return ulOwn;
+}
+
+DWORD ToNativeAttributes(unsigned long ulOwn)
+{
+    if (ulOwn == INVALID_FILE_ATTRIBUTES)
+        return ulOwn;
+
+    DWORD dwNative = 0;
+    for (const sAttribute& oAttribute : ATTRIBUTES)
+    {
+        if ((ulOwn & oAttribute.ulOwn) != 0)
+            dwNative |= oAttribute.dwNative;
+    }
+    return dwNative;
+}
+
+// The handle of a search is an address, widened with sign extension.
+unsigned long long FromNativeSearch(HANDLE hNative)
+{
+    return static_cast<unsigned long long>(static_cast<long long>(reinterpret_cast<std::intptr_t>(hNative)));
+}
+
+HANDLE ToNativeSearch(unsigned long long hFind)
+{
+    return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(hFind));
+}
+
+unsigned long long Join(DWORD dwHigh, DWORD dwLow)
+{
+    return static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
+}
+
+void Fill(sTOVFindData& oFindData, const WIN32_FIND_DATAA& oNative)
+{
+    oFindData.ulAttributes = FromNativeAttributes(oNative.dwFileAttributes);
+    oFindData.ullCreationTime = Join(oNative.ftCreationTime.dwHighDateTime, oNative.ftCreationTime.dwLowDateTime);
+    oFindData.ullLastAccessTime = Join(oNative.ftLastAccessTime.dwHighDateTime, oNative.ftLastAccessTime.dwLowDateTime);
+    oFindData.ullLastWriteTime = Join(oNative.ftLastWriteTime.dwHighDateTime, oNative.ftLastWriteTime.dwLowDateTime);
+    oFindData.ullSize = Join(oNative.nFileSizeHigh, oNative.nFileSizeLow);
+    SetName(oFindData, oNative.cFileName);
+}
+} // namespace
+
+void RaiseStreamLimit(unsigned long ulStreams)
+{
+    // As many streams again are left to the rest of the process, up to the most that every version of the runtime
+    // knows.
+    const unsigned long MAX_STREAMS = 2048;
+    const int nNeeded = static_cast<int>(ulStreams < MAX_STREAMS / 2 ? ulStreams * 2 : MAX_STREAMS);
+
+    if (_getmaxstdio() < nNeeded)
+        _setmaxstdio(nNeeded);
+}
+
+FILE* OpenStream(const char* szName, const char* szMode)
+{
+    // A commit of a stream that only reads is refused by the system, so that each of its flushes would fail.
+    const bool bReadsOnly = *szMode == 'r' && std::strchr(szMode, '+') == NULL;
+    const bool bText = std::strchr(szMode, 't') != NULL;
+    const bool bBinary = std::strchr(szMode, 'b') != NULL;
+    return fopen(szName, !bReadsOnly ? szMode : bText ? "rt" : bBinary ? "rb" : "r");
+}
+
+int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
+{
+    // Some versions of the runtime return the count of what got through, and no failure.
+    if (ferror(pFile))
+        clearerr(pFile);
+    const int nCount = vfprintf(pFile, szFormat, pArguments);
+    return ferror(pFile) ? -1 : nCount;
+}
+
+long long GetPosition(FILE* pFile)
+{
+    // Not ftell: some versions of the runtime cut what does not fit its 32 bits.
+    fpos_t llPosition;
+    return fgetpos(pFile, &llPosition) == 0 ? llPosition : -1;
+}
+
+bool Seek(FILE* pFile, int nOffset, int nOrigin)
+{
+    fpos_t llPosition;
+    const bool bKnown = fgetpos(pFile, &llPosition) == 0;
+    if (fseek(pFile, nOffset, nOrigin) == 0)
+        return true;
+
+    // The runtime drops what it has read ahead before it finds out that it cannot move.
+    if (bKnown)
+        fsetpos(pFile, &llPosition);
+    return false;
+}
+
+bool Delete(const char* szName)
+{
+    return _unlink(szName) == 0;
+}
+
+bool DoesExist(const char* szName)
+{
+    return _access(szName, 0) == 0;
+}
+
+void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension)
+{
+    _splitpath(szPath, szDrive, szDirectory, szFileName, szExtension);
+}
+
+unsigned long GetAttributes(const char* szName)
+{
+    return FromNativeAttributes(::GetFileAttributesA(szName));
+}
+
+bool SetAttributes(const char* szName, unsigned long ulAttributes)
+{
+    return ::SetFileAttributesA(szName, ToNativeAttributes(ulAttributes)) != FALSE;
+}
+
+unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
+{
+    WIN32_FIND_DATAA oNative;
+    const HANDLE hNative = ::FindFirstFileA(szPattern, &oNative);
+    if (hNative != INVALID_HANDLE_VALUE)
+        Fill(*pFindData, oNative);
+    return FromNativeSearch(hNative);
+}
+
+bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+{
+    WIN32_FIND_DATAA oNative;
+    if (::FindNextFileA(ToNativeSearch(hFind), &oNative) == FALSE)
+        return false;
+
+    Fill(*pFindData, oNative);
+    return true;
+}
+
+void FindClose(unsigned long long hFind)
+{
+    ::FindClose(ToNativeSearch(hFind));
+}
+} // namespace Backend
+} // namespace TOVFile
+
+namespace TOVDirectory
+{
+namespace Backend
+{
+bool Create(const char* szPath)
+{
+    return _mkdir(szPath) == 0;
+}
+
+bool Remove(const char* szPath)
+{
+    return _rmdir(szPath) == 0;
+}
+
+bool Change(const char* szPath)
+{
+    return _chdir(szPath) == 0;
+}
+
+bool GetWorkingDirectory(char* szBuffer, int nSize)
+{
+    return _getcwd(szBuffer, nSize) != NULL;
+}
+} // namespace Backend
+} // namespace TOVDirectory
+} // namespace TOVPlatform
