@@ -1,0 +1,170 @@
+#include <File/TOVFile.h>
+
+#include <Debug/TOVDebug.h>
+#include <File/TOVVirtualFileSystem.h>
+#include <Path/TOVPath.h>
+
+namespace
+{
+const unsigned short CODE_OPEN = 0;
+const unsigned short CODE_SEEK = 5;
+
+const char OPEN_FAILED[] =
+    "CTOVFile::Open() : Enhance the exception throwing. Should be more detailed, what exactly failed.";
+
+// The longest mode is "a+bc".
+const int MAX_MODE = 8;
+
+bool Has(int nFlags, ITOVFile::eFileOpenFlags eFlag)
+{
+    return (nFlags & eFlag) != 0;
+}
+
+// The runtime's mode text for open flags. The text is empty or has no access letter for flags without access, and is
+// handed on as it is.
+void BuildMode(char (&szMode)[MAX_MODE], int nFlags)
+{
+    const bool bRead = Has(nFlags, ITOVFile::eFileOpenRead);
+    const bool bWrite = Has(nFlags, ITOVFile::eFileOpenWrite);
+    char* pMode = szMode;
+
+    if (Has(nFlags, ITOVFile::eFileOpenAppend))
+        *pMode++ = 'a';
+    else if (bRead)
+        *pMode++ = 'r';
+    else if (bWrite)
+        *pMode++ = 'w';
+
+    if (bRead && (bWrite || Has(nFlags, ITOVFile::eFileOpenAppend)))
+        *pMode++ = '+';
+
+    if (Has(nFlags, ITOVFile::eFileOpenText))
+        *pMode++ = 't';
+    else if (Has(nFlags, ITOVFile::eFileOpenBinary))
+        *pMode++ = 'b';
+
+    if (Has(nFlags, ITOVFile::eFileOpenCommit))
+        *pMode++ = 'c';
+    else if (Has(nFlags, ITOVFile::eFileOpenNoCommit))
+        *pMode++ = 'n';
+
+    *pMode = 0;
+}
+
+// Block sizes and offsets are cut to their low 32 bits, in the form in which the platform layer takes them.
+long ToLong(unsigned long long ullValue)
+{
+    return static_cast<int>(static_cast<tDword>(ullValue));
+}
+
+// Positions keep their sign, so that a failure is all bits set.
+unsigned long long ToPosition(long lPosition)
+{
+    return static_cast<unsigned long long>(static_cast<long long>(lPosition));
+}
+} // namespace
+
+CTOVFile::FileException::FileException(unsigned short usErrorCode) : ITOVFile::Exception(usErrorCode)
+{
+}
+
+CTOVFile::FileException::FileException(const FileException& oOther) = default;
+
+CTOVFile::FileException& CTOVFile::FileException::operator=(const FileException& oOther) = default;
+
+CTOVFile::CTOVFile() : m_hFile(FILE_INVALID_HANDLE)
+{
+}
+
+CTOVFile::CTOVFile(const CTOVFile& oOther) = default;
+
+CTOVFile& CTOVFile::operator=(const CTOVFile& oOther) = default;
+
+CTOVFile::~CTOVFile()
+{
+    CTOVFile::Close();
+}
+
+void CTOVFile::Open(const char* szFileName, int nFlags)
+{
+    const CTOVPath oPath = CTOVVirtualFileSystem::Instance().ResolvePath(CTOVPath(szFileName));
+    char szMode[MAX_MODE];
+    BuildMode(szMode, nFlags);
+
+    // Settled: a handle already held is overwritten, not closed.
+    m_hFile = TOVPlatform::TOVFile::Open(~oPath, szMode);
+    if (m_hFile == FILE_INVALID_HANDLE)
+    {
+        TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityTrace, "%s", OPEN_FAILED);
+        throw FileException(CODE_OPEN);
+    }
+}
+
+void CTOVFile::Close()
+{
+    if (m_hFile == FILE_INVALID_HANDLE)
+        return;
+
+    TOVPlatform::TOVFile::Close(m_hFile);
+    m_hFile = FILE_INVALID_HANDLE;
+}
+
+unsigned long long CTOVFile::Read(void* pBuffer, unsigned long long ullSize)
+{
+    if (m_hFile == FILE_INVALID_HANDLE)
+        return 0;
+
+    // Settled: the block is one element, so that the result is no count of bytes.
+    return TOVPlatform::TOVFile::Read(m_hFile, pBuffer, ToLong(ullSize), 1);
+}
+
+unsigned long long CTOVFile::Write(const void* pBuffer, unsigned long long ullSize)
+{
+    if (m_hFile == FILE_INVALID_HANDLE)
+        return 0;
+
+    // Settled: the block is one element, so that the result is no count of bytes.
+    return TOVPlatform::TOVFile::Write(m_hFile, pBuffer, ToLong(ullSize), 1);
+}
+
+void CTOVFile::Seek(long long llOffset, TOVPlatform::TOVFile::eSeekOrigin eOrigin)
+{
+    // Settled: the results are 1 and -1 and never 0, so that no failure is ever reported.
+    const int nResult = TOVPlatform::TOVFile::Seek(m_hFile, ToLong(static_cast<unsigned long long>(llOffset)), eOrigin);
+    if (nResult == 0)
+        throw FileException(CODE_SEEK);
+}
+
+void CTOVFile::Flush()
+{
+    if (m_hFile != FILE_INVALID_HANDLE)
+        TOVPlatform::TOVFile::Flush(m_hFile);
+}
+
+unsigned long long CTOVFile::Tell() const
+{
+    return ToPosition(TOVPlatform::TOVFile::Tell(m_hFile));
+}
+
+bool CTOVFile::IsOpen() const
+{
+    return m_hFile != FILE_INVALID_HANDLE;
+}
+
+bool CTOVFile::IsEof() const
+{
+    const unsigned long long ullSize = GetSize();
+    return ullSize == Tell();
+}
+
+unsigned long long CTOVFile::GetSize() const
+{
+    using namespace TOVPlatform;
+
+    // Settled: where there is no way back, beyond what Tell can tell, the position stays at the end.
+    const long lPosition = TOVFile::Tell(m_hFile);
+    TOVFile::Seek(m_hFile, 0, TOVFile::eSeekOriginEnd);
+    const long lSize = TOVFile::Tell(m_hFile);
+    TOVFile::Seek(m_hFile, lPosition, TOVFile::eSeekOriginStart);
+    return ToPosition(lSize);
+}
