@@ -3,14 +3,29 @@
 // them from bottom to top at the end. The debug server, made on first need, is never destroyed.
 
 #include <Debug/TOVMSDevLogger.h>
+#include <File/TOVVirtualFileSystem.h>
+#include <Path/TOVPath.h>
+#include <TOVPlatform/TOVFile.h>
+#include <TOVRtti/TOVClass.h>
+#include <TOVRtti/TOVClassServer.h>
+#include <TOVString/TOVStringA.h>
+#include <TOVString/TOVStringW.h>
 
 // 1. Diagnostics from the first moment on. The constructor makes the debug server.
 const TOVDebug::CTOVMSDevLogger TOVDebug::CTOVMSDevLogger::_m_this;
 
-// 2. The invalid class, then the class server.
+// 2. The invalid class, then the holder of the class server, which the invalid class has made.
+const CTOVClass CTOVClass::_s_oInvalid("<invalid class>");
+static const CTOVDynamicSingleton<CTOVClassServer> s_oClassServerHolder;
 
-// 3. The shared empty values: narrow string, wide string, path.
+// 3. The shared empty values.
+static const CTOVDynamicSingleton<CTOVStringA> s_oNullStringAHolder;
+static const CTOVDynamicSingleton<CTOVStringW> s_oNullStringWHolder;
+static const CTOVDynamicSingleton<CTOVPath> s_oNullPathHolder;
 
-// 4. The virtual file system: its class, then the object.
+// 4. The virtual file system: its class, which makes the interface's first, then the object.
+CTOVClass CTOVVirtualFileSystem::_s_oClass("CTOVVirtualFileSystem", &ITOVVirtualFileSystem::GetClass());
+static const CTOVDynamicSingleton<CTOVVirtualFileSystem> s_oVirtualFileSystemHolder;
 
 // 5. Last, the file handle table. Nothing above may open a file.
+static const CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager> s_oHandleManagerHolder;

@@ -2,6 +2,8 @@
 
 #include "Commands.h"
 
+#include <Debug/TOVException.h>
+
 #include <CLI/CLI.hpp>
 
 #include <csignal>
