@@ -2,7 +2,6 @@
 
 #include <TOVContainers/TOVSafeQueue.h>
 #include <TOVPlatform/TOVFile.h>
-#include <TOVProcess/TOVCriticalSection.h>
 #include <TOVProcess/TOVEvent.h>
 #include <TOVProcess/TOVThread.h>
 #include <TOVString/TOVCrc.h>
@@ -26,7 +25,6 @@ struct sShared
     CTOVArray<sChecksumJob>& aJobs;
     const std::atomic<bool>& bStop;
     CTOVSafeQueue<long> oQueue;
-    CTOVCriticalSection oOpenLock; // two files opened at the same moment could get one handle
     CTOVEvent oAllDone{true};
     std::atomic<long> lFilesDone{0};
     std::atomic<unsigned long long> ullBytesDone{0};
@@ -46,9 +44,7 @@ struct sShared
 class CWorker : public CTOVThread
 {
 public:
-    explicit CWorker(sShared& oShared) : m_oShared(oShared), m_aBuffer(READ_SIZE)
-    {
-    }
+    explicit CWorker(sShared& oShared) : m_oShared(oShared), m_aBuffer(READ_SIZE) {}
 
 protected:
     unsigned long Run() override
@@ -63,17 +59,9 @@ protected:
     }
 
 private:
-    unsigned long long Open(const char* szName)
-    {
-        m_oShared.oOpenLock.Enter();
-        const unsigned long long hFile = TOVFile::Open(szName, "rb");
-        m_oShared.oOpenLock.Leave();
-        return hFile;
-    }
-
     void Read(sChecksumJob& oJob)
     {
-        const unsigned long long hFile = Open(~oJob.oName);
+        const unsigned long long hFile = TOVFile::Open(~oJob.oName, "rb");
         if (hFile == FILE_INVALID_HANDLE)
             return;
 

@@ -19,10 +19,7 @@ struct sChecksumJob
     bool bOpened = false;
 
     // A read says nothing of errors; a file that ends too early tells of one.
-    bool IsWhole() const
-    {
-        return bOpened && ullSize >= ullExpectedSize;
-    }
+    bool IsWhole() const { return bOpened && ullSize >= ullExpectedSize; }
 };
 
 struct sChecksumProgress

@@ -72,10 +72,7 @@ struct sDifferences
     long lNew = 0;
     long lUnreadable = 0;
 
-    bool Any() const
-    {
-        return lChanged + lMissing + lNew + lUnreadable > 0;
-    }
+    bool Any() const { return lChanged + lMissing + lNew + lUnreadable > 0; }
 };
 
 // What stands in the catalogue and in its directories: the record of then and the one of now, same index.

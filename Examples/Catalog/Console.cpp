@@ -48,7 +48,8 @@ CTOVStringA Printable(const CTOVStringA& oName)
 }
 
 CProgressLine::CProgressLine(long lFiles, unsigned long long ullBytes)
-    : m_bTerminal(IsTerminal(stderr)), m_lFiles(lFiles), m_ullBytes(ullBytes), m_oStart(std::chrono::steady_clock::now())
+    : m_bTerminal(IsTerminal(stderr)), m_lFiles(lFiles), m_ullBytes(ullBytes),
+      m_oStart(std::chrono::steady_clock::now())
 {
 }
 

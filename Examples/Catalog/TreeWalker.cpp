@@ -4,13 +4,15 @@
 #include <TOVPlatform/TOVFile.h>
 
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 namespace TOVFile = TOVPlatform::TOVFile;
 namespace TOVDirectory = TOVPlatform::TOVDirectory;
 
 namespace
 {
-// Links can lead back up: deeper than this nobody keeps files.
+// A mount can lead back up: deeper than this nobody keeps files.
 const int DEEPEST_LEVEL = 200;
 
 const unsigned long long NOTHING_FOUND = static_cast<unsigned long long>(-1);
@@ -34,15 +36,9 @@ public:
     CSearch& operator=(const CSearch&) = delete;
 
     // True while an entry stands; Next moves on.
-    bool HasEntry() const
-    {
-        return m_bFound;
-    }
+    bool HasEntry() const { return m_bFound; }
 
-    void Next()
-    {
-        m_bFound = TOVFile::FindNext(m_hSearch, &m_oFound);
-    }
+    void Next() { m_bFound = TOVFile::FindNext(m_hSearch, &m_oFound); }
 
     CTOVStringA GetName() const
     {
@@ -56,21 +52,12 @@ public:
         return oName;
     }
 
-    unsigned long long GetSize() const
-    {
-        return m_oFound.ullSize;
-    }
+    unsigned long long GetSize() const { return m_oFound.ullSize; }
 
-    bool IsDirectory() const
-    {
-        return (m_oFound.ulAttributes & TOVFile::eFileAttributeDirectory) != 0;
-    }
+    bool IsDirectory() const { return (m_oFound.ulAttributes & TOVFile::eFileAttributeDirectory) != 0; }
 
     // Devices, pipes and dead links come without any attribute.
-    bool IsFile() const
-    {
-        return m_oFound.ulAttributes != 0 && !IsDirectory();
-    }
+    bool IsFile() const { return m_oFound.ulAttributes != 0 && !IsDirectory(); }
 
 private:
     TOVFile::sTOVFindData m_oFound;
@@ -108,15 +95,19 @@ public:
     CSearchPlace(const CSearchPlace&) = delete;
     CSearchPlace& operator=(const CSearchPlace&) = delete;
 
-    const CTOVStringA& GetName() const
-    {
-        return m_oName;
-    }
+    const CTOVStringA& GetName() const { return m_oName; }
 
 private:
     CTOVStringA m_oName;
     CTOVStringA m_oReturnTo;
 };
+
+// A link to a directory can lead back up, and what it leads to is found at its own place.
+bool IsLink(const CTOVStringA& oName)
+{
+    std::error_code oIgnored;
+    return std::filesystem::is_symlink(std::filesystem::path(~oName), oIgnored);
+}
 
 bool IsNavigation(const CTOVStringA& oName)
 {
@@ -184,7 +175,11 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
     }
 
     for (long i = 0; i < aSubdirectories.GetSize(); ++i)
-        WalkBelow(oRelative.IsEmpty() ? aSubdirectories[i] : JoinPath(oRelative, aSubdirectories[i]), nDepth + 1);
+    {
+        const CTOVStringA oBelow = oRelative.IsEmpty() ? aSubdirectories[i] : JoinPath(oRelative, aSubdirectories[i]);
+        if (!IsLink(JoinPath(m_oRoot, oBelow)))
+            WalkBelow(oBelow, nDepth + 1);
+    }
 }
 
 bool CTreeWalker::IsWanted(const CTOVStringA& oName, const CTOVArray<CTOVStringA>& aMatching) const

@@ -8,7 +8,8 @@ typedef CTOVArray<CTOVStringA> tUnreadable;
 
 // Walks one directory with all its subdirectories. Collects a record with path and size, and no checksum yet, for each
 // file that matches one of the patterns (none: every file), in no particular order. What is neither file nor directory
-// is passed over. A directory that cannot be listed goes to the unreadable ones, and the walk goes on.
+// is passed over, and so is a link to a directory. A directory that cannot be listed goes to the unreadable ones, and
+// the walk goes on.
 class CTreeWalker
 {
 public:

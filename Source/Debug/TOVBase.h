@@ -6,10 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 
-typedef unsigned char tByte;   // element of raw buffers
-typedef char tChar;            // element of a narrow string
-typedef unsigned char tUchar;  // a narrow character read as a number
-typedef std::uint32_t tDword;  // a 32-bit word
+typedef unsigned char tByte;  // element of raw buffers
+typedef char tChar;           // element of a narrow string
+typedef unsigned char tUchar; // a narrow character read as a number
+typedef std::uint32_t tDword; // a 32-bit word
 
 namespace TOVDebug
 {
@@ -50,7 +50,7 @@ namespace TOVDebug
     {                                                                                                                  \
         if ((pointer) != NULL)                                                                                         \
         {                                                                                                              \
-            delete[] (pointer);                                                                                        \
+            delete[](pointer);                                                                                         \
             (pointer) = NULL;                                                                                          \
         }                                                                                                              \
     } while (false)

@@ -6,8 +6,8 @@ ITOVLogListener::ITOVLogListener() = default;
 ITOVLogListener::ITOVLogListener(const ITOVLogListener&) = default;
 ITOVLogListener& ITOVLogListener::operator=(const ITOVLogListener&) = default;
 
-void ITOVLogListener::OnLog(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity,
-                            const char* szFormat, ...)
+void ITOVLogListener::OnLog(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
+                            ...)
 {
     va_list pArguments;
     va_start(pArguments, szFormat);

@@ -26,8 +26,13 @@ inline bool IsReadOnlyFile(mode_t ulMode)
     return S_ISREG(ulMode) && IsReadOnly(ulMode);
 }
 
+// What is neither file nor directory (device, pipe, socket, a link to nothing) has no attribute at all, not even the
+// normal one, so that who walks a directory can pass it over.
 inline unsigned long ToAttributes(mode_t ulMode)
 {
+    if (!S_ISREG(ulMode) && !S_ISDIR(ulMode))
+        return 0;
+
     const unsigned long ulAttributes = (S_ISDIR(ulMode) ? static_cast<unsigned long>(eFileAttributeDirectory) : 0) |
                                        (IsReadOnly(ulMode) ? static_cast<unsigned long>(eFileAttributeReadOnly) : 0);
     return ulAttributes != 0 ? ulAttributes : static_cast<unsigned long>(eFileAttributeNormal);

@@ -16,9 +16,7 @@ namespace
 class CDescriptor
 {
 public:
-    explicit CDescriptor(int nDescriptor) : m_nDescriptor(nDescriptor)
-    {
-    }
+    explicit CDescriptor(int nDescriptor) : m_nDescriptor(nDescriptor) {}
 
     ~CDescriptor()
     {
@@ -29,10 +27,7 @@ public:
     CDescriptor(const CDescriptor&) = delete;
     CDescriptor& operator=(const CDescriptor&) = delete;
 
-    operator int() const
-    {
-        return m_nDescriptor;
-    }
+    operator int() const { return m_nDescriptor; }
 
 private:
     const int m_nDescriptor;

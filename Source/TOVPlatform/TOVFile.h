@@ -40,8 +40,9 @@ enum eSeekOrigin : int
     eSeekOriginEnd = 2
 };
 
-// Attributes of a file, a bit set. Windows has all of them. Posix has directory, read-only and, for whatever has
+// Attributes of a file, a bit set. Windows has all of them. Posix has directory, read-only and, for a file that has
 // neither, normal; the others are dropped on reading and ignored on writing, and a leading full stop hides nothing.
+// What is neither file nor directory there (a device, a pipe, a link to nothing) has none.
 enum eFileAttribute
 {
     eFileAttributeArchive = 0x01,

@@ -33,9 +33,8 @@ bool ReadAll(int nDescriptor, std::string& sOutput)
     const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
     for (;;)
     {
-        const auto nLeft = std::chrono::duration_cast<std::chrono::milliseconds>(
-                               oDeadline - std::chrono::steady_clock::now())
-                               .count();
+        const auto nLeft =
+            std::chrono::duration_cast<std::chrono::milliseconds>(oDeadline - std::chrono::steady_clock::now()).count();
         pollfd oPoll = {nDescriptor, POLLIN, 0};
         const int nReady = nLeft > 0 ? ::poll(&oPoll, 1, static_cast<int>(nLeft)) : 0;
         if (nReady < 0 && errno == EINTR)
