@@ -37,7 +37,9 @@ template<class T> class TOV_TEMPLATE CTOVBuffer
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVBuffer();
+
+    // Cannot throw, as the elements need no destructors.
+    virtual ~CTOVBuffer() noexcept;
 
     // Copies lSize elements into the block at lIndex, or out of it. pElements may lie in the block itself; lSize <= 0
     // copies nothing. Throw unless "m_pArray.IsValid()", then "(0 <= lIndex) && (lIndex+lSize <= GetSize())".
@@ -127,7 +129,7 @@ template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : m_
     SetElements(0, pElements, lSize);
 }
 
-template<class T> CTOVBuffer<T>::~CTOVBuffer()
+template<class T> CTOVBuffer<T>::~CTOVBuffer() noexcept
 {
 }
 

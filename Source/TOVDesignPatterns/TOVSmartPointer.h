@@ -15,7 +15,7 @@
 //   assign a T*                     0 or 1      a sole owner keeps its block
 //
 // When an allocation fails, std::bad_alloc goes through, the handle is as it was, and the T is still the caller's. What
-// a T's destructor throws goes through too, except from the handle's own destructor, where it ends the process.
+// a T's destructor throws goes through too, also from the handle's own destructor.
 template<class T> class TOV_TEMPLATE CTOVSmartPointer
 {
 public:
@@ -23,7 +23,7 @@ public:
     CTOVSmartPointer(T* pObject = 0);
     // Shares oOther's control block.
     CTOVSmartPointer(const CTOVSmartPointer& oOther);
-    ~CTOVSmartPointer();
+    ~CTOVSmartPointer() noexcept(false);
 
     // Lets go of the old control block and shares oOther's.
     // Settled: a sole owner that is assigned to itself loses its T, and is a null smart pointer then.
@@ -64,7 +64,7 @@ template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(const CTOVSmartPointer& 
     m_pObject->AddRef();
 }
 
-template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer()
+template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer() noexcept(false)
 {
     if (m_pObject != NULL)
         m_pObject->Release();
