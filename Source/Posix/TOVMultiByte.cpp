@@ -18,6 +18,7 @@ const char32_t FIRST_HIGH_SURROGATE = 0xD800;
 const char32_t FIRST_LOW_SURROGATE = 0xDC00;
 const char32_t LAST_SURROGATE = 0xDFFF;
 const char32_t FIRST_SUPPLEMENTARY = 0x10000;
+const char32_t LAST_CHARACTER = 0x10FFFF;
 
 bool IsAscii(char cByte)
 {
@@ -49,7 +50,8 @@ std::size_t AvailableBytes(const char* szText)
 const char* PreviousUtf8Character(const char* szStart, const char* szCurrent)
 {
     const char* szPrevious = szCurrent - 1;
-    for (int nStep = 1; (nStep < 4) && (szPrevious > szStart) && IsUtf8Continuation(*szPrevious); ++nStep)
+    for (std::size_t nStep = 1; (nStep < MB_CUR_MAX) && (szPrevious > szStart) && IsUtf8Continuation(*szPrevious);
+         ++nStep)
         --szPrevious;
     return (szPrevious + CharacterSize(szPrevious) == szCurrent) ? szPrevious : szCurrent - 1;
 }
@@ -96,7 +98,7 @@ int Convert(const char* szText, sCharacter<wchar_t>& oResult)
     std::mbstate_t oState = {};
     const std::size_t nAvailable = AvailableBytes(szText);
     const std::size_t nSize = mbrtoc32(&cCharacter, szText, nAvailable, &oState);
-    if ((nSize < 1) || (nSize > nAvailable))
+    if ((nSize < 1) || (nSize > nAvailable) || (cCharacter > LAST_CHARACTER))
         return 0;
 
     if (cCharacter < FIRST_SUPPLEMENTARY)

@@ -146,7 +146,7 @@ wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
     wchar_t* const szEnd = szString + Length(szString);
     wchar_t* const szFound = std::search(szString, szEnd, szSubString, szSubString + Length(szSubString));
-    return ((szFound == szEnd) && (*szSubString != 0)) ? NULL : szFound;
+    return (szFound != szEnd) ? szFound : NULL;
 }
 
 const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)

@@ -33,7 +33,7 @@ void ToUpper(wchar_t* szString);
 void Reverse(char* szString);
 void Reverse(wchar_t* szString);
 
-// First or last occurrence, or null; the terminator can be found.
+// First or last occurrence, or null; the terminator can be found, and the text to find is not empty.
 const char* FindCharacter(const char* szString, int nCharacter);
 const wchar_t* FindCharacter(const wchar_t* szString, int nCharacter);
 const char* FindLastCharacter(const char* szString, int nCharacter);

@@ -71,6 +71,8 @@ T* FindString(T* szString, const T* szCharSet)
 {
     TOV_ASSERT_AT(SOURCE, szString != NULL);
     TOV_ASSERT_AT(SOURCE, szCharSet != NULL);
+    if (*szCharSet == 0) // runtimes differ on whether an empty text has an empty part
+        return szString;
     return TOVStringBackend::FindString(szString, szCharSet);
 }
 
