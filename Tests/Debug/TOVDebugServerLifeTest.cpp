@@ -1,0 +1,531 @@
+// The lock, the name, copies and the end of the debug server, and its replacement by another.
+#include "Debug/TOVDebugInstruments.h"
+#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVBlockableThread.h"
+
+#include <Debug/TOVMSDevLogger.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <type_traits>
+
+using TOVDebug::CTOVDebugServer;
+namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
+
+namespace
+{
+const int FAILED_EXIT = 255; // exit(-1)
+
+std::string Padded(const std::string& sName)
+{
+    return sName + std::string(256 - sName.size(), '\0');
+}
+
+// Whether a thread other than this one gets the server's lock.
+bool OthersGetTheLock(CTOVDebugServer& oServer)
+{
+    CBlockableThread oOther([&oServer] {
+        CriticalSection::Enter(LockOf(oServer));
+        CriticalSection::Leave(LockOf(oServer));
+    });
+    return oOther.Finishes();
+}
+} // namespace
+
+TEST(CTOVDebugServerLifeTest, HoldsTableLockAndNameInThisOrder)
+{
+    COpenServer oServer;
+    const char* pServer = reinterpret_cast<const char*>(&oServer);
+    struct sLayout
+    {
+        void* pVirtualTable;
+        std::vector<TOVDebug::ITOVLogListener*> oLoggers;
+        unsigned long long hLoggerLock;
+        char szApplicationName[256];
+    };
+
+    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVDebugServer));
+    EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&TableOf(oServer)) - pServer);
+    EXPECT_LT(reinterpret_cast<const char*>(&TableOf(oServer)), reinterpret_cast<const char*>(&LockOf(oServer)));
+    EXPECT_EQ(sizeof(unsigned long long), reinterpret_cast<const char*>(&(oServer.*GetMember(sNameTag()))) -
+                                              reinterpret_cast<const char*>(&LockOf(oServer)));
+}
+
+TEST(CTOVDebugServerLifeTest, BeginsWithAnEmptyTableALockAndAnUnknownName)
+{
+    COpenServer oServer;
+
+    EXPECT_TRUE(TableOf(oServer).empty());
+    EXPECT_NE(0ull, LockOf(oServer));
+    EXPECT_EQ("<unknown>", std::string(NameOf(oServer).c_str()));
+    EXPECT_TRUE(OthersGetTheLock(oServer));
+}
+
+TEST(CTOVDebugServerLifeTest, HasOneInstance)
+{
+    EXPECT_EQ(&CTOVDebugServer::Instance(), &CTOVDebugServer::Instance());
+    EXPECT_NE(0ull, LockOf(CTOVDebugServer::Instance()));
+}
+
+TEST(CTOVDebugServerLifeTest, EntersItsLockRepeatedly)
+{
+    COpenServer oServer;
+    oServer.LockLoggers();
+    oServer.LockLoggers();
+    CBlockableThread oOther([&] {
+        oServer.LockLoggers();
+        oServer.UnlockLoggers();
+    });
+
+    oServer.UnlockLoggers();
+    EXPECT_TRUE(oOther.IsBlocked());
+
+    oServer.UnlockLoggers();
+    EXPECT_TRUE(oOther.Finishes());
+}
+
+TEST(CTOVDebugServerLifeTest, StartsAndClosesDownOneListenerUnlessItIsNull)
+{
+    tRecord aRecord;
+    CRecordingListener oListener("A", aRecord);
+    COpenServer oServer;
+
+    oServer.StartupLogger(&oListener);
+    oServer.ClosedownLogger(&oListener);
+    oServer.StartupLogger(NULL);
+    oServer.ClosedownLogger(NULL);
+
+    EXPECT_EQ((tRecord{"A startup", "A closedown"}), aRecord);
+    EXPECT_TRUE(TableOf(oServer).empty());
+}
+
+// Settled: listeners stay in the table of a server that closed down, and its handle keeps the old value.
+TEST(CTOVDebugServerLifeTest, ClosesDownItsListenersAndLeavesThemInTheTable)
+{
+    tRecord aRecord;
+    CRecordingListener oA("A", aRecord);
+    CRecordingListener oB("B", aRecord);
+    COpenServer oServer;
+    oServer.Register(&oA);
+    oServer.Register(&oB);
+    TableOf(oServer).insert(TableOf(oServer).begin(), nullptr);
+    const unsigned long long hLock = LockOf(oServer);
+    aRecord.clear();
+
+    oServer.OnClosedown();
+
+    EXPECT_EQ((tRecord{"A closedown", "B closedown"}), aRecord);
+    EXPECT_EQ(3u, TableOf(oServer).size());
+    EXPECT_EQ(hLock, LockOf(oServer));
+    TableOf(oServer).clear();
+    oServer.OnStartup();
+}
+
+TEST(CTOVDebugServerLifeTest, HoldsItsLockWhileItClosesDownAListener)
+{
+    tRecord aRecord;
+    CRecordingListener oListener("A", aRecord);
+    COpenServer oServer;
+    oServer.Register(&oListener);
+    bool bLocked = false;
+    oListener.fnOnClosedown = [&] {
+        CBlockableThread oOther([&] {
+            oServer.LockLoggers();
+            oServer.UnlockLoggers();
+        });
+        bLocked = oOther.IsBlocked();
+        // The other thread must be through before the lock is destroyed.
+        oServer.UnlockLoggers();
+        oOther.Finishes();
+        oServer.LockLoggers();
+    };
+
+    oServer.OnClosedown();
+
+    EXPECT_TRUE(bLocked);
+    TableOf(oServer).clear();
+    oServer.OnStartup();
+}
+
+TEST(CTOVDebugServerLifeTest, AClosedownReleasesTheLockAndAStartupMakesANewOne)
+{
+    COpenServer oServer;
+    CAllocationCounter oCounter;
+
+    for (int nRound = 0; nRound < 1000; ++nRound)
+    {
+        oServer.OnClosedown();
+        oServer.OnStartup();
+    }
+    const long lKept = oCounter.Kept();
+
+    EXPECT_EQ(0, lKept);
+    EXPECT_NE(0ull, LockOf(oServer));
+    EXPECT_TRUE(OthersGetTheLock(oServer));
+}
+
+TEST(CTOVDebugServerLifeTest, AStartupOverwritesTheLockWithoutDestroyingTheOldOne)
+{
+    tRecord aRecord;
+    CRecordingListener oListener("A", aRecord);
+    COpenServer oServer;
+    oServer.Register(&oListener);
+    const unsigned long long hOld = LockOf(oServer);
+    CriticalSection::Enter(hOld);
+    aRecord.clear();
+
+    oServer.OnStartup();
+
+    EXPECT_NE(hOld, LockOf(oServer));
+    EXPECT_NE(0ull, LockOf(oServer));
+    EXPECT_TRUE(OthersGetTheLock(oServer));
+    EXPECT_TRUE(aRecord.empty());
+    CriticalSection::Leave(hOld);
+    CriticalSection::Destroy(hOld);
+}
+
+TEST(CTOVDebugServerLifeTest, ItsDestructorClosesDownTheListenersAndReleasesEverything)
+{
+    tRecord aRecord;
+    aRecord.reserve(16);
+    CRecordingListener oA("A", aRecord);
+    CRecordingListener oB("B", aRecord);
+    long lKept = 1;
+    {
+        CAllocationCounter oCounter;
+        {
+            COpenServer oServer;
+            oServer.Register(&oA);
+            oServer.Register(&oB);
+        }
+        lKept = oCounter.Kept();
+    }
+    EXPECT_EQ((tRecord{"A startup", "B startup", "A closedown", "B closedown"}), aRecord);
+    EXPECT_EQ(0, lKept);
+}
+
+TEST(CTOVDebugServerLifeTest, ACopyHasTheTableByValueTheSameLockAndTheWholeName)
+{
+    tRecord aRecord;
+    CRecordingListener oA("A", aRecord);
+    CRecordingListener oB("B", aRecord);
+    COpenServer oServer;
+    oServer.Register(&oA);
+    oServer.SetApplicationName(std::string(256, 'n').c_str());
+    aRecord.clear();
+
+    COpenServer oCopy(oServer);
+    EXPECT_EQ(TableOf(oServer), TableOf(oCopy));
+    EXPECT_EQ(LockOf(oServer), LockOf(oCopy));
+    EXPECT_EQ(std::string(256, 'n'), NameOf(oCopy));
+    EXPECT_TRUE(aRecord.empty());
+
+    oCopy.OnStartup(); // a lock of its own, since each of the two destroys one
+    oCopy.Register(&oB);
+    EXPECT_EQ(1u, TableOf(oServer).size());
+}
+
+TEST(CTOVDebugServerLifeTest, AnAssignmentTakesTableLockAndName)
+{
+    tRecord aRecord;
+    CRecordingListener oA("A", aRecord);
+    COpenServer oServer;
+    oServer.Register(&oA);
+    oServer.SetApplicationName("Application");
+    COpenServer oTarget;
+    const unsigned long long hOldLock = LockOf(oTarget);
+    aRecord.clear();
+
+    EXPECT_EQ(&oTarget, &(oTarget = oServer));
+
+    EXPECT_EQ(TableOf(oServer), TableOf(oTarget));
+    EXPECT_EQ(LockOf(oServer), LockOf(oTarget));
+    EXPECT_EQ(Padded("Application"), NameOf(oTarget));
+    EXPECT_TRUE(aRecord.empty());
+    LockOf(oTarget) = hOldLock;
+}
+
+TEST(CTOVDebugServerLifeTest, PadsItsNameWithZeros)
+{
+    COpenServer oServer;
+    oServer.SetApplicationName(std::string(300, 'x').c_str());
+
+    oServer.SetApplicationName("Application");
+
+    EXPECT_EQ(Padded("Application"), NameOf(oServer));
+}
+
+TEST(CTOVDebugServerLifeTest, KeepsExactly256CharactersOfItsName)
+{
+    COpenServer oServer;
+    for (const std::size_t nLength : {std::size_t(254), std::size_t(255), std::size_t(256)})
+    {
+        oServer.SetApplicationName(std::string(nLength, 'x').c_str());
+        EXPECT_EQ(Padded(std::string(nLength, 'x')), NameOf(oServer)) << nLength;
+    }
+    oServer.SetApplicationName((std::string(256, 'y') + "beyond").c_str());
+    EXPECT_EQ(std::string(256, 'y'), NameOf(oServer));
+}
+
+TEST(CTOVDebugServerLifeTest, TakesAnEmptyNameAndIgnoresANullOne)
+{
+    COpenServer oServer;
+
+    oServer.SetApplicationName("");
+    EXPECT_EQ(std::string(256, '\0'), NameOf(oServer));
+
+    oServer.SetApplicationName("Application");
+    EXPECT_NO_CHECK(oServer.SetApplicationName(NULL));
+    EXPECT_EQ(Padded("Application"), NameOf(oServer));
+}
+
+TEST(CTOVDebugServerLifeTest, TellsNoListenerItsName)
+{
+    tRecord aRecord;
+    CRecordingListener oListener("A", aRecord);
+    COpenServer oServer;
+    oServer.Register(&oListener);
+    aRecord.clear();
+
+    oServer.SetApplicationName("Application");
+
+    EXPECT_TRUE(aRecord.empty());
+}
+
+// Runs one operation of a server that has lost its lock.
+TOV_CHILD(UsesAServerWithoutItsLock)
+{
+    tRecord& aRecord = MakeImmortal<tRecord>();
+    CRecordingListener& oListener = MakeImmortal<CRecordingListener>("A", aRecord);
+    std::atexit([] { std::printf("clean-up\n"); });
+
+    COpenServer* pServer = new COpenServer;
+    pServer->Register(&oListener);
+    LockOf(*pServer) = 0;
+    const std::string& sOperation = aArguments[0];
+    if (sOperation == "LockLoggers")
+        pServer->LockLoggers();
+    else if (sOperation == "UnlockLoggers")
+        pServer->UnlockLoggers();
+    else if (sOperation == "Register")
+        pServer->Register(&oListener);
+    else if (sOperation == "Unregister")
+        pServer->Unregister(&oListener);
+    else if (sOperation == "OnLogV")
+        pServer->OnLog("File", 1, eSeverityInfo, "text");
+    else if (sOperation == "OnAssert")
+        pServer->OnAssert("File", 1, "false");
+    else if (sOperation == "OnPanicV")
+        pServer->OnPanic("File", 1, eSeverityFatal, "text");
+    else if (sOperation == "OnClosedown")
+        pServer->OnClosedown();
+    else if (sOperation == "destructor")
+        delete pServer;
+    std::printf("survived\n");
+}
+
+TEST(CTOVDebugServerLifeTest, EndsTheProcessWhenItsLockIsMissing)
+{
+    for (const char* szOperation : {"LockLoggers", "UnlockLoggers", "Register", "Unregister", "OnLogV", "OnAssert",
+                                    "OnPanicV", "OnClosedown", "destructor"})
+    {
+        const sChildResult oResult = RunChild("UsesAServerWithoutItsLock", {szOperation});
+        EXPECT_EQ(FAILED_EXIT, oResult.nExitCode) << szOperation << ": " << oResult.sOutput;
+        EXPECT_EQ(std::string::npos, oResult.sOutput.find("survived")) << szOperation;
+        EXPECT_NE(std::string::npos, oResult.sOutput.find("clean-up")) << szOperation;
+    }
+}
+
+TEST(CTOVDebugServerLifeTest, IgnoresNullListenersAlsoWithoutItsLock)
+{
+    COpenServer oServer;
+    const unsigned long long hLock = LockOf(oServer);
+    LockOf(oServer) = 0;
+
+    oServer.Register(NULL);
+    oServer.Unregister(NULL);
+
+    LockOf(oServer) = hLock;
+    EXPECT_TRUE(TableOf(oServer).empty());
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TOV_CHILD(MakesAServerWithoutMemoryForItsLock)
+{
+    alignas(COpenServer) static char s_aRoom[sizeof(COpenServer)];
+    COpenServer* pServer = nullptr;
+    if (aArguments[0] == "OnStartup")
+        pServer = new COpenServer;
+
+    // The clean-up of a process that ends has its memory back.
+    std::atexit([] { AllocationCountsOfThisThread().bFailing = false; });
+    CAllocationFailure oFailure;
+    while (CriticalSection::Create(2000) != 0)
+    {
+        // A platform may keep some records in store.
+    }
+    if (pServer != nullptr)
+        pServer->OnStartup();
+    else
+        new (s_aRoom) COpenServer;
+    std::puts("survived");
+}
+
+TEST(CTOVDebugServerLifeTest, EndsTheProcessWhenThereCanBeNoLock)
+{
+    for (const char* szOperation : {"constructor", "OnStartup"})
+    {
+        const sChildResult oResult = RunChild("MakesAServerWithoutMemoryForItsLock", {szOperation});
+        EXPECT_EQ(FAILED_EXIT, oResult.nExitCode) << szOperation << ": " << oResult.sOutput;
+        EXPECT_EQ(std::string::npos, oResult.sOutput.find("survived")) << szOperation;
+    }
+}
+#endif
+
+namespace
+{
+// A server that tells its end.
+class CTellingServer : public COpenServer
+{
+public:
+    explicit CTellingServer(tRecord& aRecord) : m_aRecord(aRecord)
+    {
+    }
+
+    ~CTellingServer() noexcept(false) override
+    {
+        m_aRecord.push_back("server deleted");
+    }
+
+private:
+    tRecord& m_aRecord;
+};
+
+void Tell(const std::string& sWhat, bool bTrue)
+{
+    std::printf("%s: %s\n", sWhat.c_str(), bTrue ? "yes" : "no");
+}
+
+void Tell(const tRecord& aRecord)
+{
+    for (const std::string& sEntry : aRecord)
+        std::printf("%s\n", sEntry.c_str());
+}
+
+std::string WithoutReturns(std::string sText)
+{
+    sText.erase(std::remove(sText.begin(), sText.end(), '\r'), sText.end());
+    return sText;
+}
+} // namespace
+
+TOV_CHILD(ReplacesTheServer)
+{
+    tRecord& aRecord = MakeImmortal<tRecord>();
+    CRecordingListener& oA = MakeImmortal<CRecordingListener>("A", aRecord);
+    CRecordingListener& oOwn = MakeImmortal<CRecordingListener>("own", aRecord);
+    CTOVDebugServer& oOld = CTOVDebugServer::Instance();
+    oOld.Register(&oA);
+    oOld.SetApplicationName("Application");
+    const unsigned long long hLock = LockOf(oOld);
+    const std::vector<TOVDebug::ITOVLogListener*> aTable = TableOf(oOld);
+    COpenServer* pNew = new COpenServer;
+    pNew->Register(&oOwn);
+    const unsigned long long hOwnLock = LockOf(*pNew);
+    aRecord.clear();
+
+    COpenServer::SetDebugServer(pNew);
+    Tell(aRecord);
+    Tell("new instance", &CTOVDebugServer::Instance() == pNew);
+    Tell("same table", TableOf(*pNew) == aTable);
+    Tell("same lock", LockOf(*pNew) == hLock);
+    Tell("same name", NameOf(*pNew) == Padded("Application"));
+
+    CriticalSection::Destroy(hOwnLock);
+    pNew->OnStartup();
+    aRecord.clear();
+    Tell("logged", TOVDebug::_Log("File", 3, 0x1, eSeverityInfo, "%s", "text"));
+    Tell(aRecord);
+}
+
+TEST(CTOVDebugServerLifeTest, AnotherServerTakesOverTableLockAndName)
+{
+    const sChildResult oResult = RunChild("ReplacesTheServer");
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ("A closedown\nnew instance: yes\nsame table: yes\nsame lock: yes\nsame name: yes\nlogged: yes\n"
+              "A log File(3) 200: text\n",
+              WithoutReturns(oResult.sOutput));
+}
+
+TOV_CHILD(ReplacesTheServerTwice)
+{
+    tRecord& aRecord = MakeImmortal<tRecord>();
+    CRecordingListener& oA = MakeImmortal<CRecordingListener>("A", aRecord);
+    COpenServer* pFirst = new CTellingServer(aRecord);
+    const unsigned long long hFirstOwn = LockOf(*pFirst);
+    COpenServer::SetDebugServer(pFirst);
+    CriticalSection::Destroy(hFirstOwn);
+    pFirst->OnStartup();
+    CTOVDebugServer::Instance().Register(&oA);
+
+    COpenServer* pSecond = new COpenServer;
+    const unsigned long long hSecondOwn = LockOf(*pSecond);
+    COpenServer::SetDebugServer(pSecond);
+    Tell(aRecord);
+    CriticalSection::Destroy(hSecondOwn);
+    pSecond->OnStartup();
+}
+
+TEST(CTOVDebugServerLifeTest, TheOldServerIsDeletedThroughItsVirtualDestructor)
+{
+    const sChildResult oResult = RunChild("ReplacesTheServerTwice");
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ("A startup\nserver deleted\nA closedown\n", WithoutReturns(oResult.sOutput));
+}
+
+TEST(CTOVDebugServerLifeTest, ANullServerReplacesNothing)
+{
+    tRecord aRecord;
+    CRecordingListener oListener("A", aRecord);
+    CTOVDebugServer& oServer = CTOVDebugServer::Instance();
+    oServer.Register(&oListener);
+
+    COpenServer::SetDebugServer(NULL);
+
+    EXPECT_EQ(&oServer, &CTOVDebugServer::Instance());
+    EXPECT_EQ(tRecord{"A startup"}, aRecord);
+    oServer.Unregister(&oListener);
+}
+
+// Registers a listener twice with the library's own server.
+TOV_CHILD(RegistersTwice)
+{
+    tRecord& aRecord = MakeImmortal<tRecord>();
+    CRecordingListener& oListener = MakeImmortal<CRecordingListener>("A", aRecord);
+    CTOVDebugServer& oServer = CTOVDebugServer::Instance();
+    oServer.Register(&oListener);
+    oServer.Register(&oListener);
+    Tell(aRecord);
+
+    Tell("this thread logs", TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "text"));
+    {
+        CBlockableThread oOther([] { TOVDebug::_Log("File", 2, 0x1, eSeverityInfo, "text"); });
+        Tell("others wait", oOther.IsBlocked());
+        LeaveLockOf(oServer);
+        Tell("others go on", oOther.Finishes());
+    }
+    oServer.Unregister(&oListener);
+}
+
+TEST(CTOVDebugServerLifeTest, ASecondRegistrationMakesAllOtherThreadsWait)
+{
+    const sChildResult oResult = RunChild("RegistersTwice");
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ("A startup\nthis thread logs: yes\nothers wait: yes\nothers go on: yes\n",
+              WithoutReturns(oResult.sOutput));
+}

@@ -1,0 +1,45 @@
+// A child process with a user and a debugger at its side: both are really played.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// What the user does with a box. Other is an answer that is none of the three of a question.
+enum eUserAnswer
+{
+    eUserOk,
+    eUserYes,
+    eUserNo,
+    eUserCancel,
+    eUserOther
+};
+
+// A box that was shown. On Windows it is a real message box, found and answered from another process; on Posix the user
+// sits at the child's controlling terminal, a pseudo-terminal.
+struct sShownBox
+{
+    std::string sCaption;
+    std::string sText;
+    std::string sButtons; // "Yes No Cancel" or "OK"
+    bool bOnTop;          // above all other windows; terminals have none
+};
+
+struct sObservation
+{
+    bool bDebugger = false;             // a debugger is attached from the start
+    std::vector<eUserAnswer> aAnswers;  // to the boxes, in their order; with none, there is no user
+    std::vector<std::string> aArguments; // for the scenario
+};
+
+struct sObservedChild
+{
+    int nExitCode;                           // as of sChildResult
+    std::string sOutput;                     // standard output
+    std::vector<std::string> aDebuggerTexts; // each piece that the debugger was given, and on Posix without a debugger
+                                             // each piece that came out of standard error
+    std::vector<sShownBox> aBoxes;
+};
+
+// Runs a scenario, defined with TOV_CHILD, and waits for its end under a deadline. Boxes beyond the answers are closed as
+// eUserOther closes them.
+sObservedChild RunObserved(const std::string& sScenario, const sObservation& oHow);
