@@ -48,12 +48,12 @@ template<class T> const T* ReverseFind(const T* szString, const T* szCharSet, bo
 namespace TOVStringA
 {
 typedef char T;
-#include "TOVStringFunctions.inl"
+#include <TOVPlatform/TOVStringFunctions.inl>
 } // namespace TOVStringA
 
 namespace TOVStringW
 {
 typedef wchar_t T;
-#include "TOVStringFunctions.inl"
+#include <TOVPlatform/TOVStringFunctions.inl>
 } // namespace TOVStringW
 } // namespace TOVPlatform

@@ -47,7 +47,7 @@ TOV_EXPORT const char* ReverseFindNotOneOf(const char* szString, const char* szC
 // Formatted print, with the rules of the Windows runtime on every system: I64 and I32 before an integer, S and C for
 // text of the other width, h, l and w for narrow and wide text, "(null)" for a null text, %p as eight hexadecimal
 // digits (low 32 bits), integers without I64 at 32 bits. Exponents have at least two digits; the Windows runtime writes
-// three. The result is the count of units without terminator.
+// three. The result is the count of units without terminator, or -1 where a text has no form in the other width.
 //
 // The two without a count have no bound: the buffer must be large enough for text and terminator.
 //
@@ -66,7 +66,7 @@ TOV_EXPORT int VSNPrintf(char* szBuffer, int nCount, const char* szFormat, va_li
 // Where the sum is too large for an int, each literal unit counts once; -1 if that is too large as well.
 // Throws for a negative width or precision from the list ("nWidth >= 0", "nPrecision >= 0") and, with "FALSE", for
 // anything but the flags -+0#space*, the modifiers I64 h l F L N (one of them) and the conversions cCsSdiuoxXpegGfn.
-// Cost: linear, no allocation; f is formatted, and what exceeds its usual size or has the other width is too.
+// Cost: linear. An f is formatted, and so is what may exceed its usual size; no block is taken for it.
 TOV_EXPORT int VSCPrintf(const char* szFormat, va_list pArguments);
 
 // Copy up to and including the terminator, or append; return the destination.
