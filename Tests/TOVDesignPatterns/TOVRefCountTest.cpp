@@ -1,0 +1,397 @@
+#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVPrivateMember.h"
+#include "Support/TOVTestSupport.h"
+
+#include <TOVDesignPatterns/TOVRefCount.h>
+#include <TOVRtti/TOVClass.h>
+
+#include <cstring>
+#include <type_traits>
+
+namespace
+{
+// Counts its own references, and tells when it dies.
+class CCounted : public CTOVRefCount
+{
+public:
+    explicit CCounted(int* pDeaths = NULL) : m_pDeaths(pDeaths) {}
+    ~CCounted() override
+    {
+        if (m_pDeaths != NULL)
+            ++*m_pDeaths;
+    }
+    CCounted(const CCounted&) = default;
+    CCounted& operator=(const CCounted&) = default;
+
+    void SetRefCount(long lRefCount) { m_lRefCount = lRefCount; }
+
+private:
+    int* m_pDeaths;
+};
+
+// Leaves the runtime identity as the interface has it.
+class CPlainCounted : public ITOVRefCount
+{
+public:
+    long AddRef() override { return ++m_lCount; }
+    long Release() override { return --m_lCount; }
+    long GetRefCount() const override { return m_lCount; }
+
+private:
+    long m_lCount = 1;
+};
+
+// Tells when it dies.
+struct sMortal
+{
+    explicit sMortal(int& nDeaths) : m_nDeaths(nDeaths) {}
+    ~sMortal() { ++m_nDeaths; }
+
+    int& m_nDeaths;
+};
+
+// Takes exception to dying.
+struct sReluctant
+{
+    ~sReluctant() noexcept(false) { TOV_ASSERT(bMayDie); }
+
+    bool bMayDie = false;
+};
+
+typedef CTOVRefCountObject<sMortal> tMortalBlock;
+TOV_PRIVATE_MEMBER(BlockRefCount, tMortalBlock, long, m_lRefCount)
+
+const CTOVClass& UnrelatedClass()
+{
+    static const CTOVClass s_oClass("RefCountTest unrelated");
+    return s_oClass;
+}
+} // namespace
+
+TEST(CTOVRefCountTest, StartsWithOneReference)
+{
+    const CCounted oCounted;
+
+    EXPECT_EQ(1, oCounted.GetRefCount());
+}
+
+TEST(CTOVRefCountTest, AddRefGivesTheNewCount)
+{
+    CCounted oCounted;
+
+    EXPECT_EQ(2, oCounted.AddRef());
+    EXPECT_EQ(3, oCounted.AddRef());
+    EXPECT_EQ(3, oCounted.GetRefCount());
+}
+
+TEST(CTOVRefCountTest, ReleaseGivesTheNewCount)
+{
+    int nDeaths = 0;
+    CCounted oCounted(&nDeaths);
+    oCounted.AddRef();
+    oCounted.AddRef();
+
+    EXPECT_EQ(2, oCounted.Release());
+    EXPECT_EQ(1, oCounted.Release());
+    EXPECT_EQ(1, oCounted.GetRefCount());
+    EXPECT_EQ(0, nDeaths);
+}
+
+TEST(CTOVRefCountTest, DiesAsWhatItIsWithItsLastReference)
+{
+    int nDeaths = 0;
+    ITOVRefCount* pCounted = new CCounted(&nDeaths);
+    pCounted->AddRef();
+    pCounted->Release();
+    EXPECT_EQ(0, nDeaths);
+
+    EXPECT_EQ(0, pCounted->Release());
+    EXPECT_EQ(1, nDeaths);
+}
+
+TEST(CTOVRefCountTest, FreesItselfWithItsLastReference)
+{
+    CAllocationCounter oCounter;
+    CTOVRefCount* pCounted = new CTOVRefCount;
+    pCounted->Release();
+
+    EXPECT_EQ(0, oCounter.Kept());
+}
+
+TEST(CTOVRefCountTest, CountsWithoutAllocations)
+{
+    CCounted oCounted;
+    CAllocationCounter oCounter;
+    oCounted.AddRef();
+    oCounted.Release();
+    const unsigned long ulTaken = oCounter.Taken();
+
+    EXPECT_EQ(0u, ulTaken);
+}
+
+TEST(CTOVRefCountTest, CopyStartsWithTheCountOfItsSource)
+{
+    CCounted oSource;
+    oSource.AddRef();
+    oSource.AddRef();
+
+    CCounted oCopy(oSource);
+
+    EXPECT_EQ(3, oCopy.GetRefCount());
+    EXPECT_EQ(2, oCopy.Release());
+    EXPECT_EQ(3, oSource.GetRefCount());
+}
+
+TEST(CTOVRefCountTest, AssignmentOverwritesTheCount)
+{
+    CCounted oSource;
+    oSource.AddRef();
+    CCounted oTarget;
+    for (int nIndex = 0; nIndex < 4; ++nIndex)
+        oTarget.AddRef();
+
+    oTarget = oSource;
+
+    EXPECT_EQ(2, oTarget.GetRefCount());
+    EXPECT_EQ(2, oSource.GetRefCount());
+}
+
+TEST(CTOVRefCountTest, OverReleaseIsReportedAndDestroysNothing)
+{
+    int nDeaths = 0;
+    CCounted oCounted(&nDeaths);
+    oCounted.SetRefCount(0);
+
+    EXPECT_CHECK_AT("TOVDesignPatterns/TOVRefCount", "lRefCount >= 0", oCounted.Release());
+    EXPECT_EQ(0, nDeaths);
+}
+
+TEST(CTOVRefCountTest, OverReleaseCountsOnBelowZero)
+{
+    CCounted oCounted;
+    oCounted.SetRefCount(0);
+
+    EXPECT_CHECK("lRefCount >= 0", oCounted.Release());
+    EXPECT_EQ(-1, oCounted.GetRefCount());
+    EXPECT_CHECK("lRefCount >= 0", oCounted.Release());
+    EXPECT_EQ(-2, oCounted.GetRefCount());
+}
+
+TEST(CTOVRefCountTest, CountThatComesBackToZeroFromBelowDestroysNothing)
+{
+    int nDeaths = 0;
+    CCounted oCounted(&nDeaths);
+    oCounted.SetRefCount(-1);
+
+    EXPECT_EQ(0, oCounted.AddRef());
+    EXPECT_EQ(0, nDeaths);
+}
+
+TEST(CTOVRefCountTest, HoldsItsCountAlone)
+{
+    struct sLayout
+    {
+        void* pVirtualTable;
+        long lRefCount;
+    };
+
+    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVRefCount));
+    EXPECT_TRUE(std::has_virtual_destructor_v<CTOVRefCount>);
+}
+
+TEST(CTOVRefCountTest, HasADescriptorWithTheInterfaceAsItsSuperClass)
+{
+    const CTOVClass& oClass = CTOVRefCount::GetClass();
+
+    EXPECT_STREQ("CTOVRefCount", oClass.GetName());
+    ASSERT_EQ(1, oClass.GetNumSuperClasses());
+    EXPECT_EQ(&ITOVRefCount::GetClass(), &oClass.GetSuperClass(0));
+    EXPECT_EQ(&oClass, &CTOVRefCount::GetClass());
+}
+
+TEST(CTOVRefCountTest, RegistersAfterTheInterface)
+{
+    EXPECT_GT(CTOVRefCount::GetClass().GetClassId(), ITOVRefCount::GetClass().GetClassId());
+}
+
+TEST(CTOVRefCountTest, AnswersForItsOwnClassThroughTheInterface)
+{
+    const CTOVRefCount oCounted;
+    const ITOVRefCount& oInterface = oCounted;
+
+    EXPECT_EQ(&CTOVRefCount::GetClass(), &oInterface.GetRuntimeClass());
+    EXPECT_TRUE(oInterface.IsInstanceOf(CTOVRefCount::GetClass()));
+    EXPECT_FALSE(oInterface.IsInstanceOf(ITOVRefCount::GetClass()));
+    EXPECT_FALSE(oInterface.IsInstanceOf(UnrelatedClass()));
+    EXPECT_TRUE(oInterface.IsKindOf(CTOVRefCount::GetClass()));
+    EXPECT_TRUE(oInterface.IsKindOf(ITOVRefCount::GetClass()));
+    EXPECT_FALSE(oInterface.IsKindOf(UnrelatedClass()));
+}
+
+TEST(CTOVRefCountTest, HandsOutItselfAndTheInterface)
+{
+    CTOVRefCount oCounted;
+
+    EXPECT_EQ(&oCounted, oCounted.QueryInterface(CTOVRefCount::GetClass()));
+    EXPECT_EQ(static_cast<ITOVRefCount*>(&oCounted), oCounted.QueryInterface(ITOVRefCount::GetClass()));
+    EXPECT_EQ(NULL, oCounted.QueryInterface(UnrelatedClass()));
+}
+
+TEST(ITOVRefCountTest, HasADescriptorWithoutSuperClasses)
+{
+    const CTOVClass& oClass = ITOVRefCount::GetClass();
+
+    EXPECT_STREQ("ITOVRefCount", oClass.GetName());
+    EXPECT_FALSE(oClass.HasSuperClasses());
+    EXPECT_EQ(&oClass, &ITOVRefCount::GetClass());
+}
+
+TEST(ITOVRefCountTest, AnswersForTheInterface)
+{
+    CPlainCounted oPlain;
+
+    EXPECT_EQ(&ITOVRefCount::GetClass(), &oPlain.GetRuntimeClass());
+    EXPECT_TRUE(oPlain.IsInstanceOf(ITOVRefCount::GetClass()));
+    EXPECT_FALSE(oPlain.IsInstanceOf(CTOVRefCount::GetClass()));
+    EXPECT_TRUE(oPlain.IsKindOf(ITOVRefCount::GetClass()));
+    EXPECT_FALSE(oPlain.IsKindOf(CTOVRefCount::GetClass()));
+    EXPECT_EQ(static_cast<ITOVRefCount*>(&oPlain), oPlain.QueryInterface(ITOVRefCount::GetClass()));
+    EXPECT_EQ(NULL, oPlain.QueryInterface(CTOVRefCount::GetClass()));
+}
+
+TEST(ITOVRefCountTest, CopiesNothing)
+{
+    CPlainCounted oSource;
+    CPlainCounted oTarget;
+
+    ITOVRefCount& oResult = static_cast<ITOVRefCount&>(oTarget).operator=(oSource);
+
+    EXPECT_EQ(&oTarget, &oResult);
+    EXPECT_EQ(sizeof(void*), sizeof(ITOVRefCount));
+    EXPECT_FALSE(std::has_virtual_destructor_v<ITOVRefCount>);
+}
+
+TEST(CTOVRefCountObjectTest, StartsWithOneReference)
+{
+    CTOVRefCountObject<int>* pBlock = new CTOVRefCountObject<int>(new int(7));
+
+    EXPECT_EQ(1, pBlock->GetRefCount());
+    EXPECT_TRUE(pBlock->IsValid());
+
+    EXPECT_EQ(0, pBlock->Release());
+}
+
+TEST(CTOVRefCountObjectTest, ExistsWithoutAnObject)
+{
+    CTOVRefCountObject<int>* pBlock = new CTOVRefCountObject<int>;
+
+    EXPECT_EQ(1, pBlock->GetRefCount());
+    EXPECT_FALSE(pBlock->IsValid());
+
+    EXPECT_EQ(0, pBlock->Release());
+}
+
+TEST(CTOVRefCountObjectTest, CountsUpAndDown)
+{
+    CTOVRefCountObject<int> oBlock;
+
+    EXPECT_EQ(2, oBlock.AddRef());
+    EXPECT_EQ(3, oBlock.AddRef());
+    EXPECT_EQ(2, oBlock.Release());
+    EXPECT_EQ(2, oBlock.GetRefCount());
+}
+
+TEST(CTOVRefCountObjectTest, DestroysItsObjectWithTheLastReference)
+{
+    int nDeaths = 0;
+    ITOVRefCount* pBlock = new tMortalBlock(new sMortal(nDeaths));
+    pBlock->AddRef();
+    pBlock->Release();
+    EXPECT_EQ(0, nDeaths);
+
+    EXPECT_EQ(0, pBlock->Release());
+    EXPECT_EQ(1, nDeaths);
+}
+
+TEST(CTOVRefCountObjectTest, DestroysItsObjectAtItsOwnEnd)
+{
+    int nDeaths = 0;
+    {
+        const tMortalBlock oBlock(new sMortal(nDeaths));
+    }
+
+    EXPECT_EQ(1, nDeaths);
+}
+
+TEST(CTOVRefCountObjectTest, FreesObjectAndBlock)
+{
+    int nDeaths = 0;
+    CAllocationCounter oCounter;
+    tMortalBlock* pBlock = new tMortalBlock(new sMortal(nDeaths));
+    pBlock->Release();
+
+    EXPECT_EQ(0, oCounter.Kept());
+}
+
+TEST(CTOVRefCountObjectTest, FreesAnArrayOfPlainElements)
+{
+    CAllocationCounter oCounter;
+    wchar_t* pText = static_cast<wchar_t*>(::operator new(100 * sizeof(wchar_t)));
+    std::memset(pText, 0, 100 * sizeof(wchar_t));
+    CTOVRefCountObject<wchar_t>* pBlock = new CTOVRefCountObject<wchar_t>(pText);
+    pBlock->Release();
+
+    EXPECT_EQ(0, oCounter.Kept());
+}
+
+TEST(CTOVRefCountObjectTest, OverReleaseIsReportedAndDestroysNothing)
+{
+    int nDeaths = 0;
+    tMortalBlock oBlock(new sMortal(nDeaths));
+    BlockRefCount(oBlock) = 0;
+
+    EXPECT_CHECK_AT("TOVDesignPatterns/TOVRefCount", "lRefCount >= 0", oBlock.Release());
+    EXPECT_EQ(-1, oBlock.GetRefCount());
+    EXPECT_TRUE(oBlock.IsValid());
+    EXPECT_EQ(0, nDeaths);
+}
+
+TEST(CTOVRefCountObjectTest, LetsACheckOfItsObjectThrough)
+{
+    CTOVRefCountObject<sReluctant>* pBlock = new CTOVRefCountObject<sReluctant>(new sReluctant);
+    CAllocationCounter oCounter;
+    EXPECT_CHECK("bMayDie", pBlock->Release());
+
+    // Both blocks are gone all the same.
+    EXPECT_EQ(-2, oCounter.Kept());
+}
+
+TEST(CTOVRefCountObjectTest, HasTheClassOfTheInterfaceForEveryType)
+{
+    CTOVRefCountObject<tByte> oBytes;
+    CTOVRefCountObject<char> oText;
+    CTOVRefCountObject<wchar_t> oWideText;
+    CTOVRefCountObject<sReluctant> oOther;
+
+    for (ITOVRefCount* pBlock : {static_cast<ITOVRefCount*>(&oBytes), static_cast<ITOVRefCount*>(&oText),
+                                 static_cast<ITOVRefCount*>(&oWideText), static_cast<ITOVRefCount*>(&oOther)})
+    {
+        EXPECT_EQ(&ITOVRefCount::GetClass(), &pBlock->GetRuntimeClass());
+        EXPECT_TRUE(pBlock->IsInstanceOf(ITOVRefCount::GetClass()));
+        EXPECT_FALSE(pBlock->IsKindOf(CTOVRefCount::GetClass()));
+        EXPECT_EQ(pBlock, pBlock->QueryInterface(ITOVRefCount::GetClass()));
+    }
+}
+
+TEST(CTOVRefCountObjectTest, HoldsCountAndPointer)
+{
+    struct sLayout
+    {
+        void* pVirtualTable;
+        long lRefCount;
+        int* pObject;
+    };
+
+    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVRefCountObject<int>));
+    EXPECT_TRUE(std::has_virtual_destructor_v<CTOVRefCountObject<int>>);
+}
