@@ -1,6 +1,7 @@
 // The entrances that end an operation or the process: Assert, Alternate_Assert and TOVPanic.
 #include "Debug/TOVDebugInstruments.h"
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVBoxCalls.h"
 #include "Support/TOVObservedChild.h"
 
 #include <Debug/TOVDebug.h>
@@ -223,7 +224,7 @@ sObservedChild AskAlternately(const std::vector<eUserAnswer>& aAnswers, int nTim
 }
 } // namespace
 
-TEST(TOVAlternateAssertTest, ShowsTheQuestionInABoxOfThreeButtonsAboveAllOthers)
+TEST(TOVAlternateAssertTest, ShowsTheQuestionInABoxOfThreeButtons)
 {
     const sObservedChild oChild = AskAlternately({eUserYes}, 1);
 
@@ -231,8 +232,34 @@ TEST(TOVAlternateAssertTest, ShowsTheQuestionInABoxOfThreeButtonsAboveAllOthers)
     EXPECT_EQ("TOV ASSERTION", oChild.aBoxes[0].sCaption);
     EXPECT_EQ(Question(), oChild.aBoxes[0].sText);
     EXPECT_EQ("Yes No Cancel", oChild.aBoxes[0].sButtons);
-    EXPECT_EQ(TOV_SYSTEM_WINDOWS != 0, oChild.aBoxes[0].bOnTop);
 }
+
+#if TOV_SYSTEM_WINDOWS
+TOV_CHILD(TellsHowItAsks)
+{
+    TellBoxCalls();
+    if (aArguments[0] == "panic")
+        TOVPanic("File", 1, "text");
+    else
+        TOVDebug::Alternate_Assert("false", "File", 1);
+}
+
+TEST(TOVAlternateAssertTest, BringsTheDesktopToTheForegroundAndShowsItsBoxAboveAllOthers)
+{
+    sObservation oHow = WithAnswers({eUserYes});
+    oHow.aArguments = {"question"};
+
+    EXPECT_EQ("foreground desktop; box flags 40003, owner desktop; ", RunObserved("TellsHowItAsks", oHow).sOutput);
+}
+
+TEST(TOVPanicTest, ShowsItsBoxWithoutAnOwner)
+{
+    sObservation oHow = WithAnswers({eUserOk});
+    oHow.aArguments = {"panic"};
+
+    EXPECT_EQ("box flags 10, owner none; ", RunObserved("TellsHowItAsks", oHow).sOutput);
+}
+#endif
 
 TEST(TOVAlternateAssertTest, YesIsFalseWithoutADebugger)
 {

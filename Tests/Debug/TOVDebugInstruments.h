@@ -2,6 +2,7 @@
 // protected side is open.
 #pragma once
 
+#include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
 
 #include <Debug/TOVDebugServer.h>
@@ -89,42 +90,16 @@ template<class T, class... TArguments> T& MakeImmortal(TArguments&&... oArgument
     return *new T(std::forward<TArguments>(oArguments)...);
 }
 
-// Gives tests a member that a class keeps to itself: an explicit instantiation may name it.
-template<class TTag, typename TTag::tMember pMember> struct sOpenMember
-{
-    friend typename TTag::tMember GetMember(TTag)
-    {
-        return pMember;
-    }
-};
-
-#define TOV_OPEN_MEMBER(Tag, tType, Class, Member)                                                                     \
-    struct Tag                                                                                                         \
-    {                                                                                                                  \
-        typedef tType Class::*tMember;                                                                                 \
-        friend tMember GetMember(Tag);                                                                                 \
-    };                                                                                                                 \
-    template struct sOpenMember<Tag, &Class::Member>
-
+// The members of a server, in their order.
 typedef char tApplicationName[256];
-TOV_OPEN_MEMBER(sTableTag, std::vector<TOVDebug::ITOVLogListener*>, TOVDebug::CTOVDebugServer, m_oLoggers);
-TOV_OPEN_MEMBER(sLockTag, unsigned long long, TOVDebug::CTOVDebugServer, m_hLoggerLock);
-TOV_OPEN_MEMBER(sNameTag, tApplicationName, TOVDebug::CTOVDebugServer, m_szApplicationName);
-
-inline std::vector<TOVDebug::ITOVLogListener*>& TableOf(TOVDebug::CTOVDebugServer& oServer)
-{
-    return oServer.*GetMember(sTableTag());
-}
-
-inline unsigned long long& LockOf(TOVDebug::CTOVDebugServer& oServer)
-{
-    return oServer.*GetMember(sLockTag());
-}
+TOV_PRIVATE_MEMBER(TableOf, TOVDebug::CTOVDebugServer, std::vector<TOVDebug::ITOVLogListener*>, m_oLoggers)
+TOV_PRIVATE_MEMBER(LockOf, TOVDebug::CTOVDebugServer, unsigned long long, m_hLoggerLock)
+TOV_PRIVATE_MEMBER(NameMemberOf, TOVDebug::CTOVDebugServer, tApplicationName, m_szApplicationName)
 
 // All 256 characters.
 inline std::string NameOf(TOVDebug::CTOVDebugServer& oServer)
 {
-    return std::string(oServer.*GetMember(sNameTag()), sizeof(tApplicationName));
+    return std::string(NameMemberOf(oServer), sizeof(tApplicationName));
 }
 
 class COpenServer : public TOVDebug::CTOVDebugServer

@@ -49,7 +49,7 @@ TEST(CTOVDebugServerLifeTest, HoldsTableLockAndNameInThisOrder)
     EXPECT_EQ(sizeof(sLayout), sizeof(CTOVDebugServer));
     EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&TableOf(oServer)) - pServer);
     EXPECT_LT(reinterpret_cast<const char*>(&TableOf(oServer)), reinterpret_cast<const char*>(&LockOf(oServer)));
-    EXPECT_EQ(sizeof(unsigned long long), reinterpret_cast<const char*>(&(oServer.*GetMember(sNameTag()))) -
+    EXPECT_EQ(sizeof(unsigned long long), reinterpret_cast<const char*>(&NameMemberOf(oServer)) -
                                               reinterpret_cast<const char*>(&LockOf(oServer)));
 }
 

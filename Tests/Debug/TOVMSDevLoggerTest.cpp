@@ -12,15 +12,15 @@
 using TOVDebug::CTOVDebugServer;
 using TOVDebug::CTOVMSDevLogger;
 
-TOV_OPEN_MEMBER(sLoggerNameTag, CTOVStringA, CTOVMSDevLogger, m_oApplicationName);
-
 namespace
 {
 const int FAILED_EXIT = 255; // exit(-1)
 
+TOV_PRIVATE_MEMBER(ApplicationNameOf, CTOVMSDevLogger, CTOVStringA, m_oApplicationName)
+
 std::string NameKeptBy(CTOVMSDevLogger& oLogger)
 {
-    const char* szName = (oLogger.*GetMember(sLoggerNameTag())).GetString();
+    const char* szName = ApplicationNameOf(oLogger).GetString();
     return szName != nullptr ? szName : "";
 }
 

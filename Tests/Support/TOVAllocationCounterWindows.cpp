@@ -1,6 +1,5 @@
 #include "Support/TOVAllocationCounter.h"
-
-#include <windows.h>
+#include "Support/TOVReplaceImportWindows.h"
 
 #include <psapi.h>
 
@@ -67,56 +66,6 @@ static void HookedFree(void* pBlock)
     s_fnFree(pBlock);
 }
 
-static void* HookOf(const char* szName)
-{
-    if (std::strcmp(szName, "malloc") == 0)
-        return reinterpret_cast<void*>(&HookedMalloc);
-    if (std::strcmp(szName, "calloc") == 0)
-        return reinterpret_cast<void*>(&HookedCalloc);
-    if (std::strcmp(szName, "realloc") == 0)
-        return reinterpret_cast<void*>(&HookedRealloc);
-    if (std::strcmp(szName, "free") == 0)
-        return reinterpret_cast<void*>(&HookedFree);
-    return nullptr;
-}
-
-static void Replace(IMAGE_THUNK_DATA* pEntry, void* pHook)
-{
-    DWORD dwProtection = 0;
-    VirtualProtect(pEntry, sizeof(*pEntry), PAGE_READWRITE, &dwProtection);
-    pEntry->u1.Function = reinterpret_cast<ULONG_PTR>(pHook);
-    VirtualProtect(pEntry, sizeof(*pEntry), dwProtection, &dwProtection);
-}
-
-// Redirects what a module imports from the runtime's heap.
-static void HookModule(HMODULE hModule)
-{
-    char* pBase = reinterpret_cast<char*>(hModule);
-    IMAGE_NT_HEADERS* pHeaders =
-        reinterpret_cast<IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
-    const IMAGE_DATA_DIRECTORY& oImports = pHeaders->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    if (oImports.VirtualAddress == 0)
-        return;
-
-    IMAGE_IMPORT_DESCRIPTOR* pImport = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(pBase + oImports.VirtualAddress);
-    for (; pImport->Name != 0; ++pImport)
-    {
-        if (_stricmp(pBase + pImport->Name, "msvcrt.dll") != 0)
-            continue;
-        IMAGE_THUNK_DATA* pName = reinterpret_cast<IMAGE_THUNK_DATA*>(pBase + pImport->OriginalFirstThunk);
-        IMAGE_THUNK_DATA* pEntry = reinterpret_cast<IMAGE_THUNK_DATA*>(pBase + pImport->FirstThunk);
-        for (; pName->u1.AddressOfData != 0; ++pName, ++pEntry)
-        {
-            if (IMAGE_SNAP_BY_ORDINAL(pName->u1.Ordinal))
-                continue;
-            IMAGE_IMPORT_BY_NAME* pFunction =
-                reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(pBase + pName->u1.AddressOfData);
-            if (void* pHook = HookOf(reinterpret_cast<const char*>(pFunction->Name)))
-                Replace(pEntry, pHook);
-        }
-    }
-}
-
 // The system's modules, and what throwing needs: the locks and the thread-local storage of the compiler's runtime. Their
 // memory must not fail.
 static bool IsLeftAlone(HMODULE hModule)
@@ -132,6 +81,14 @@ static bool IsLeftAlone(HMODULE hModule)
 template<class T> static void FindOriginal(T& fnOriginal, const char* szName)
 {
     fnOriginal = reinterpret_cast<T>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("msvcrt.dll"), szName)));
+}
+
+static void HookModule(HMODULE hModule)
+{
+    ReplaceImport(hModule, "malloc", reinterpret_cast<void*>(&HookedMalloc));
+    ReplaceImport(hModule, "calloc", reinterpret_cast<void*>(&HookedCalloc));
+    ReplaceImport(hModule, "realloc", reinterpret_cast<void*>(&HookedRealloc));
+    ReplaceImport(hModule, "free", reinterpret_cast<void*>(&HookedFree));
 }
 
 static bool Install()

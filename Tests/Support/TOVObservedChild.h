@@ -21,7 +21,6 @@ struct sShownBox
     std::string sCaption;
     std::string sText;
     std::string sButtons; // "Yes No Cancel" or "OK"
-    bool bOnTop;          // above all other windows; terminals have none
 };
 
 struct sObservation

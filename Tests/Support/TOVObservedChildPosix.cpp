@@ -235,7 +235,7 @@ private:
         const std::size_t nText = m_sShown.find('\n', nCaption) + 1;
         const std::size_t nEnd = m_sShown.size() - sEnd.size();
         m_oResult.aBoxes.push_back({m_sShown.substr(nCaption, nText - 1 - nCaption),
-                                    nEnd > nText ? m_sShown.substr(nText, nEnd - nText) : "", szButtons, false});
+                                    nEnd > nText ? m_sShown.substr(nText, nEnd - nText) : "", szButtons});
         m_sShown.clear();
         Type(m_nAnswers < m_oHow.aAnswers.size() ? m_oHow.aAnswers[m_nAnswers] : eUserOther);
         ++m_nAnswers;

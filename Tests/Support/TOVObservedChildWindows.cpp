@@ -84,8 +84,7 @@ sShownBox Describe(HWND hBox)
 {
     sParts oParts;
     ::EnumChildWindows(hBox, &CollectPart, reinterpret_cast<LPARAM>(&oParts));
-    return {TextOf(hBox), oParts.sText, NameButtons(oParts.aButtons),
-            (::GetWindowLongA(hBox, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0};
+    return {TextOf(hBox), oParts.sText, NameButtons(oParts.aButtons)};
 }
 
 WPARAM ButtonOf(eUserAnswer eAnswer, const sShownBox& oBox)

@@ -34,21 +34,30 @@ template<class TApi> class TOVPlatformBoundTest : public testing::Test
 TYPED_TEST_SUITE(TOVPlatformBoundTest, tStringApis, );
 
 // The bound of a format must cover what is printed with the same arguments.
-template<class TApi, class... TArguments> void ExpectCovers(const std::string& sFormat, TArguments... oArguments)
+template<class TApi, class TPrinter = TApi, class... TArguments>
+void ExpectCovers(const std::string& sFormat, TArguments... oArguments)
 {
-    CRoom<typename TApi::tUnit> oRoom(4096);
-    const int nPrinted = TApi::SPrintf(oRoom.Get(), CText<typename TApi::tUnit>(sFormat).Get(), oArguments...);
+    CRoom<typename TPrinter::tUnit> oRoom(4096);
+    const int nPrinted = TPrinter::SPrintf(oRoom.Get(), CText<typename TPrinter::tUnit>(sFormat).Get(), oArguments...);
     EXPECT_GE(nPrinted, 0) << sFormat;
     EXPECT_LE(nPrinted, BoundOf<TApi>(sFormat, oArguments...)) << sFormat << ": " << oRoom.Text();
 }
 
 // All flags, widths and precisions in front of a conversion.
-template<class TApi, class TValue> void ExpectCoversAllForms(const std::string& sConversion, TValue oValue)
+template<class TApi, class TPrinter = TApi, class TValue>
+void ExpectCoversAllForms(const std::string& sConversion, TValue oValue)
 {
     for (const char* szFlags : {"", "-", "+", "0", " ", "#", "+#", "-+ #0"})
         for (const char* szWidth : {"", "1", "33", "400"})
             for (const char* szPrecision : {"", ".", ".0", ".3", ".33", ".140", ".350"})
-                ExpectCovers<TApi>(std::string("%") + szFlags + szWidth + szPrecision + sConversion, oValue);
+                ExpectCovers<TApi, TPrinter>(std::string("%") + szFlags + szWidth + szPrecision + sConversion, oValue);
+}
+
+// The same for an integer, which takes as many units in wide text as in narrow text. It is printed narrow: Wine 8 writes
+// behind its own buffer when it prints a wide integer with a precision above 20.
+template<class TApi, class TValue> void ExpectCoversIntegerForms(const std::string& sConversion, TValue oValue)
+{
+    ExpectCoversAllForms<TApi, sNarrowApi>(sConversion, oValue);
 }
 } // namespace
 
@@ -249,14 +258,14 @@ TYPED_TEST(TOVPlatformBoundTest, CoversIntegersInAllForms)
 {
     for (const char* szConversion : {"d", "i", "u", "o", "x", "X", "hd", "ld"})
     {
-        ExpectCoversAllForms<TypeParam>(szConversion, 0);
-        ExpectCoversAllForms<TypeParam>(szConversion, -1);
-        ExpectCoversAllForms<TypeParam>(szConversion, -2147483647 - 1);
+        ExpectCoversIntegerForms<TypeParam>(szConversion, 0);
+        ExpectCoversIntegerForms<TypeParam>(szConversion, -1);
+        ExpectCoversIntegerForms<TypeParam>(szConversion, -2147483647 - 1);
     }
     for (const char* szConversion : {"I64d", "I64u", "I64o", "I64x"})
     {
-        ExpectCoversAllForms<TypeParam>(szConversion, -1ll);
-        ExpectCoversAllForms<TypeParam>(szConversion, -9223372036854775807ll);
+        ExpectCoversIntegerForms<TypeParam>(szConversion, -1ll);
+        ExpectCoversIntegerForms<TypeParam>(szConversion, -9223372036854775807ll);
     }
 }
 
