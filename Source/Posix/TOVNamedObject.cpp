@@ -2,6 +2,7 @@
 
 #include <Posix/TOVHandleTable.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <pthread.h>
@@ -81,7 +82,7 @@ bool MakeState(sSharedState& oState, const char* szName, const CNamedObject::sIn
     return true;
 }
 
-// The two name spaces of Windows: "Local\" is the one without a prefix. Null for another backslash.
+// The two name spaces of Windows: "Local\" is the one without a prefix. Null for another backslash and for no name.
 const char* WithoutScope(const char* szName)
 {
     constexpr char LOCAL[] = "Local\\";
@@ -89,7 +90,8 @@ const char* WithoutScope(const char* szName)
     if (std::strncmp(szName, LOCAL, sizeof LOCAL - 1) == 0)
         szName += sizeof LOCAL - 1;
     const bool bGlobal = std::strncmp(szName, GLOBAL, sizeof GLOBAL - 1) == 0;
-    return std::strchr(bGlobal ? szName + sizeof GLOBAL - 1 : szName, '\\') == nullptr ? szName : nullptr;
+    const char* const szRest = bGlobal ? szName + sizeof GLOBAL - 1 : szName;
+    return *szRest != '\0' && std::strchr(szRest, '\\') == nullptr ? szName : nullptr;
 }
 } // namespace
 
@@ -127,6 +129,9 @@ CNamedObject* CNamedObject::FindOpen(const char* szName)
 
 CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread)
 {
+    static pthread_once_t s_oOnce = PTHREAD_ONCE_INIT;
+    ::pthread_once(&s_oOnce, [] { std::atexit(RemoveNames); });
+
     const CSegmentLock oLock;
     CSharedSegment oSegment;
     if (!oSegment.Open(oLock, szName, sizeof(sSharedState)))
@@ -361,6 +366,17 @@ void CNamedObject::WakeSleepers()
 {
     if (m_oState.nSleepers != 0)
         FutexWake(GetWord(), INT_MAX, eFutexShared);
+}
+
+// Who ends without closing leaves no names behind. Nothing is closed, because later clean-up may still use it.
+void CNamedObject::RemoveNames()
+{
+    CShortLockScope oScope(s_oRegistryLock);
+    if (s_pFirstObject == nullptr)
+        return;
+    const CSegmentLock oLock;
+    for (CNamedObject* pObject = s_pFirstObject; pObject != nullptr; pObject = pObject->m_pNext)
+        pObject->m_oSegment.RemoveName(oLock);
 }
 
 void CNamedObject::LockRegistry()

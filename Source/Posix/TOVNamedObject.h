@@ -32,7 +32,7 @@ public:
         bool bManualReset; // event
     };
 
-    // Opens the object of that name, made with these values if there is none. Null if the name is too long (260
+    // Opens the object of that name, made with these values if there is none. Null if the name is too long (259
     // characters) or has a backslash, if another kind of object has it, or if the system has no room.
     static CNamedObject* Open(const char* szName, const sInitial& oInitial);
 
@@ -73,6 +73,7 @@ public:
 private:
     explicit CNamedObject(const CSharedSegment& oSegment);
 
+    static void RemoveNames();
     static CNamedObject* FindOpen(const char* szName);
     static CNamedObject* OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread);
     bool TakeMutex(sThreadRecord& oThread);

@@ -90,7 +90,8 @@ CSegmentLock::~CSegmentLock()
         ::close(m_nFile);
 }
 
-CSharedSegment::CSharedSegment() : m_nFile(-1), m_pMemory(nullptr), m_nSize(0), m_nNumber(0), m_bNew(false), m_szPath()
+CSharedSegment::CSharedSegment()
+    : m_nFile(-1), m_nProcess(::getpid()), m_pMemory(nullptr), m_nSize(0), m_nNumber(0), m_bNew(false), m_szPath()
 {
 }
 
@@ -133,13 +134,25 @@ bool CSharedSegment::Attach(std::size_t nSize)
 
 void CSharedSegment::Close(const CSegmentLock& oLock)
 {
-    if (oLock.IsHeld() && LockFile(m_nFile, LOCK_EX | LOCK_NB))
-        ::shm_unlink(m_szPath);
+    RemoveName(oLock);
     if (m_pMemory != nullptr)
         ::munmap(m_pMemory, m_nSize);
     ::close(m_nFile);
     m_pMemory = nullptr;
     m_nFile = -1;
+}
+
+void CSharedSegment::RemoveName(const CSegmentLock& oLock)
+{
+    if (!oLock.IsHeld() || m_nProcess != ::getpid())
+        return;
+    if (LockFile(m_nFile, LOCK_EX | LOCK_NB))
+    {
+        ::shm_unlink(m_szPath);
+        m_nProcess = 0; // the name may soon be another segment's
+    }
+    else
+        LockFile(m_nFile, LOCK_SH | LOCK_NB); // the attempt has cost the lock
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

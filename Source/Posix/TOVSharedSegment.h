@@ -26,11 +26,12 @@ private:
 
 // A mapped segment. It lives as long as a process has it open: each keeps a shared lock on its file, which the kernel
 // drops when the process dies. Who closes a segment that nobody else has open removes it. A segment whose users all
-// died without closing it keeps its file, and is made new by the next who opens it.
+// died without closing it keeps its file, and is made new by the next who opens it. The child of a fork closes what it
+// has inherited and removes nothing.
 class CSharedSegment
 {
 public:
-    static constexpr std::size_t MAXIMUM_NAME = 260; // as on Windows
+    static constexpr std::size_t MAXIMUM_NAME = 259; // as on Windows
 
     CSharedSegment();
 
@@ -42,6 +43,9 @@ public:
     // in it and compares. False if the system has no room or does not allow it.
     bool Open(const CSegmentLock& oLock, const char* szName, std::size_t nSize);
     void Close(const CSegmentLock& oLock);
+
+    // What Close does to the name, if nobody else has the segment open; the memory stays mapped.
+    void RemoveName(const CSegmentLock& oLock);
 
     void* GetMemory() const { return m_pMemory; }
 
@@ -56,6 +60,7 @@ private:
     bool Attach(std::size_t nSize);
 
     int m_nFile;
+    int m_nProcess; // that may remove the name; 0 when it is done
     void* m_pMemory;
     std::size_t m_nSize;
     std::uint64_t m_nNumber;

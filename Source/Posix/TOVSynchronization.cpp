@@ -2,6 +2,7 @@
 #include <TOVPlatform/TOVWait.h>
 
 #include <Posix/TOVNamedObject.h>
+#include <Posix/TOVObjectEnd.h>
 #include <Posix/TOVWaiter.h>
 
 namespace TOVPlatform
@@ -120,7 +121,7 @@ void CriticalSection::Leave(unsigned long long hCriticalSection)
 void CriticalSection::Destroy(unsigned long long hCriticalSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hCriticalSection, eKindCriticalSection);
-    if (pSection == nullptr || !CloseObject(hCriticalSection))
+    if (pSection == nullptr || !CloseRecord(*pSection, CHandleTable::TagOf(hCriticalSection)))
         return;
     FutexWake(&pSection->m_nLock, INT_MAX, eFutexPrivate);
 }
@@ -263,11 +264,35 @@ long Variable::InterlockedIncrement(long& lVariable)
 
 tDword TOVWait::ForOne(unsigned long long hObject, tDword dwMilliseconds)
 {
-    return TOVPosix::WaitForOne(hObject, dwMilliseconds);
+    using namespace TOVPosix;
+
+    const tDword nTag = CHandleTable::TagOf(hObject);
+    CWaitable* const pObject = CHandleTable::Find(hObject);
+    if (pObject == nullptr || KindOf(nTag) == eKindCriticalSection)
+        return RESULT_FAILED;
+
+    if (KindOf(nTag) != eKindNamed)
+    {
+        bool bAbandoned = false;
+        const eTry eResult = pObject->TryTake(nTag, ThisThread(), bAbandoned);
+        if (eResult == eTryDone)
+            return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
+        if (eResult == eTryStale)
+            return RESULT_FAILED;
+        if (eResult == eTryRefused && dwMilliseconds == 0)
+            return RESULT_TIMEOUT;
+    }
+    return ForMany(&hObject, 1, false, dwMilliseconds);
 }
 
 tDword TOVWait::ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
-    return TOVPosix::WaitForMany(pHandles, nCount, bWaitForAll, dwMilliseconds);
+    TOVPosix::CWaiter oWaiter(TOVPosix::ThisThread(), bWaitForAll);
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+    {
+        if (!oWaiter.Add(pHandles[nIndex]))
+            return RESULT_FAILED;
+    }
+    return oWaiter.Wait(dwMilliseconds);
 }
 } // namespace TOVPlatform

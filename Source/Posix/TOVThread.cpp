@@ -1,6 +1,7 @@
 #include <TOVPlatform/TOVThread.h>
 #include <TOVPlatform/TOVThreadPriority.h>
 
+#include <Posix/TOVObjectEnd.h>
 #include <Posix/TOVWaiter.h>
 
 #include <algorithm>
@@ -19,67 +20,65 @@ using TOVThread::tThreadEntry;
 
 namespace
 {
-// Steps of a start, in the thread's m_nLock; any other value is the id that the new thread has told.
 constexpr tDword START_BEGUN = 0;
-constexpr tDword START_DONE = 0xFFFFFFFF;
+constexpr tDword START_DONE = 1;
 
-// Stands on the creator's stack until the new thread has told its id.
+// From the creator to the new thread, which releases it.
 struct sStart
 {
     tThreadEntry pEntry;
     void* pParam;
-    CWaitable* pThread;
     unsigned long long hThread;
+    tFutex nStep;
 };
 
-tDword SleepWhile(tFutex& nStep, tDword nValue)
-{
-    tDword nNow = nStep.load(std::memory_order_acquire);
-    for (; nNow == nValue; nNow = nStep.load(std::memory_order_acquire))
-        FutexSleep(&nStep, nValue, eFutexPrivate, CDeadline::Never());
-    return nNow;
-}
-
-void Advance(tFutex& nStep, tDword nValue)
-{
-    nStep.store(nValue, std::memory_order_release);
-    FutexWake(&nStep, 1, eFutexPrivate);
-}
-
-void CallEntry(const sStart& oStart)
+void CallEntry(tThreadEntry pEntry, void* pParam)
 {
     sThreadRecord& oThread = ThisThread();
     std::jmp_buf oExit;
     oThread.pExit = &oExit;
     if (_setjmp(oExit) == 0)
-        oStart.pEntry(reinterpret_cast<std::uintptr_t>(oStart.pParam));
+        pEntry(reinterpret_cast<std::uintptr_t>(pParam));
     ThisThread().pExit = nullptr;
 }
 
 void* EnterThread(void* pParam)
 {
-    const sStart oStart = *static_cast<sStart*>(pParam);
-    sThreadRecord& oThread = ThisThread();
-    oThread.hThread = oStart.hThread;
+    sStart* const pStart = static_cast<sStart*>(pParam);
 
     // The creator stores the id before the entry function can see, or release, the place for it.
-    Advance(oStart.pThread->m_nLock, oThread.nKernelId);
-    SleepWhile(oStart.pThread->m_nLock, oThread.nKernelId);
+    while (pStart->nStep.load(std::memory_order_acquire) == START_BEGUN)
+        FutexSleep(&pStart->nStep, START_BEGUN, eFutexPrivate, CDeadline::Never());
 
-    CallEntry(oStart);
+    ThisThread().hThread = pStart->hThread;
+    const tThreadEntry pEntry = pStart->pEntry;
+    void* const pEntryParam = pStart->pParam;
+    delete pStart; // before the entry function: it need not return
+    CallEntry(pEntry, pEntryParam);
     return nullptr;
 }
 
-bool StartDetached(sStart& oStart)
+// Not to be joined: an end is known by the handle.
+bool StartThread(sStart& oStart, pthread_t& oThread)
 {
-    pthread_attr_t oAttributes;
-    if (::pthread_attr_init(&oAttributes) != 0)
+    if (::pthread_create(&oThread, nullptr, EnterThread, &oStart) != 0)
         return false;
-    pthread_t oThread;
-    const bool bStarted = ::pthread_attr_setdetachstate(&oAttributes, PTHREAD_CREATE_DETACHED) == 0 &&
-                          ::pthread_create(&oThread, &oAttributes, EnterThread, &oStart) == 0;
-    ::pthread_attr_destroy(&oAttributes);
-    return bStarted;
+    ::pthread_detach(oThread);
+    return true;
+}
+
+// The kernel names a thread's clock after the thread: the inverted id, with three bits for the kind of clock. So the
+// creator learns the id without waiting for the thread, which has not even begun.
+tDword IdOf(pthread_t oThread)
+{
+    clockid_t nClock = 0;
+    ::pthread_getcpuclockid(oThread, &nClock);
+    return static_cast<tDword>(~(nClock >> 3));
+}
+
+void EndOnThisStack()
+{
+    ::pthread_exit(nullptr);
 }
 
 // pthread_exit unwinds the stack that it is called on, so a thread whose root frame is not ours calls it on an empty
@@ -96,8 +95,7 @@ bool StartDetached(sStart& oStart)
     oContext.uc_stack.ss_sp = &oContext + 1;
     oContext.uc_stack.ss_size = EXIT_STACK_SIZE - sizeof oContext;
     oContext.uc_link = nullptr;
-    ::makecontext(
-        &oContext, [] { ::pthread_exit(nullptr); }, 0);
+    ::makecontext(&oContext, EndOnThisStack, 0);
     ::setcontext(&oContext);
     std::abort(); // a context that was just made can be entered
 }
@@ -133,23 +131,26 @@ unsigned long long TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned
     CWaitable* const pThread = CHandleTable::Allocate();
     if (pThread == nullptr)
         return 0;
-    pThread->m_nLock.store(START_BEGUN, std::memory_order_relaxed);
-    pThread->m_nPriorityLevel.store(TOVThreadPriority::LEVEL_NORMAL, std::memory_order_relaxed);
 
     const unsigned long long hThread = CHandleTable::Publish(pThread, eKindThread, 0);
-    sStart oStart = {pEntry, pParam, pThread, hThread};
-    if (!StartDetached(oStart))
+    sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam, hThread, {START_BEGUN}};
+    pthread_t oThread;
+    if (pStart == nullptr || !StartThread(*pStart, oThread))
     {
+        delete pStart;
         CloseObject(hThread);
         return 0;
     }
 
-    const tDword nId = SleepWhile(pThread->m_nLock, START_BEGUN);
+    const tDword nId = IdOf(oThread);
     pThread->m_nSystemId.store(nId, std::memory_order_relaxed);
+    pThread->m_nPriorityLevel.store(TOVThreadPriority::LEVEL_NORMAL, std::memory_order_relaxed);
     pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed);
     if (pulThreadId != nullptr)
         __atomic_store_n(pulThreadId, nId, __ATOMIC_RELAXED); // another thread of the same object may write there too
-    Advance(pThread->m_nLock, START_DONE);
+
+    pStart->nStep.store(START_DONE, std::memory_order_release); // the new thread releases the start from here on
+    FutexWake(&pStart->nStep, 1, eFutexPrivate);
     return hThread;
 }
 

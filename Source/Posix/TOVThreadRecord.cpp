@@ -2,6 +2,7 @@
 
 #include <Posix/TOVHandleTable.h>
 #include <Posix/TOVNamedObject.h>
+#include <Posix/TOVObjectEnd.h>
 #include <Posix/TOVWaiter.h>
 
 #include <pthread.h>

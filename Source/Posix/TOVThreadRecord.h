@@ -30,6 +30,6 @@ struct sThreadRecord
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
 sThreadRecord& ThisThread();
 
-constexpr std::size_t EXIT_STACK_SIZE = 256 * 1024;
+constexpr std::size_t EXIT_STACK_SIZE = 0x40000;
 } // namespace TOVPosix
 } // namespace TOVPlatform

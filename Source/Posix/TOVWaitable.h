@@ -1,5 +1,4 @@
-// The record behind a handle of this backend: event, mutex, semaphore, thread, critical section, or the way to a named
-// one.
+// The record behind a handle: event, mutex, semaphore, thread, critical section, or the way to a named object.
 #pragma once
 
 #include <Posix/TOVThreadRecord.h>
@@ -117,7 +116,7 @@ public:
     // One wait's taking. bAbandoned: the object is a mutex whose last owner ended as such.
     eTry TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
 
-    // The calling thread's use of a mutex that it owns. False if it owns it not.
+    // The calling thread's use of a mutex that it owns. False if it is not the owner.
     bool EnterAgain(tDword nTag, tDword nThreadId);
 
     bool IsSignalled() const { return (m_nWord.load(std::memory_order_acquire) & VALUE_SIGNALLED) != 0; }
@@ -127,8 +126,7 @@ public:
         return (static_cast<tDword>(m_nWord.load(std::memory_order_acquire)) & MUTEX_OWNER) == nThreadId;
     }
 
-    // Count one level of ownership down, which is true if it was the last and the lock has to be freed; and a first
-    // one.
+    // Count a level of ownership down, true if it was the last and the lock has to be freed; and count the first.
     bool LeaveLevel();
     void CountOwnership(sThreadRecord& oThread);
 
@@ -162,7 +160,7 @@ public:
 
     // By kind; set by the creator before the handle is known to anybody.
 
-    tFutex m_nLock;    // critical section: its state; thread: steps of the start
+    tFutex m_nLock;    // critical section: its state
     tFutex m_nLevels;  // mutex, critical section: levels of ownership, used by the owner alone
     tFutex m_nMaximum; // semaphore
     std::atomic<CNamedObject*> m_pNamed;

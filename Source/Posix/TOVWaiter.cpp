@@ -224,19 +224,10 @@ tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
     return dwResult;
 }
 
-// The same object twice can never be had all at once.
+// Two handles of one named object. The same handle twice does not come here.
 bool CWaiter::HasTwins() const
 {
-    for (int nIndex = 1; nIndex < m_nCount; ++nIndex)
-    {
-        for (int nOther = 0; nOther < nIndex; ++nOther)
-        {
-            if (m_aNodes[nIndex].pObject == m_aNodes[nOther].pObject &&
-                m_aNodes[nIndex].pNamed == m_aNodes[nOther].pNamed)
-                return true;
-        }
-    }
-    return false;
+    return m_nNamed != m_nCount - m_nUnnamed;
 }
 
 // A wait for named objects alone does not touch the lock that all others share.
@@ -261,7 +252,7 @@ bool CWaiter::HoldObjects()
     for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
     {
         const sWaitNode& oNode = m_aNodes[nIndex];
-        if (oNode.pObject != nullptr && !oNode.pObject->Hold(oNode.nTag))
+        if (oNode.pNamed == nullptr && !oNode.pObject->Hold(oNode.nTag))
         {
             ReleaseObjects(nIndex);
             return false;
@@ -274,7 +265,7 @@ void CWaiter::ReleaseObjects(int nHeld)
 {
     for (int nIndex = 0; nIndex < nHeld; ++nIndex)
     {
-        if (m_aNodes[nIndex].pObject != nullptr)
+        if (m_aNodes[nIndex].pNamed == nullptr)
             m_aNodes[nIndex].pObject->Release();
     }
 }
@@ -284,7 +275,7 @@ void CWaiter::Link()
     for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
     {
         sWaitNode& oNode = m_aNodes[nIndex];
-        if (oNode.pObject == nullptr)
+        if (oNode.pNamed != nullptr)
             continue;
         CWaitable& oObject = *oNode.pObject;
         oNode.pPrevious = oObject.m_pLastWait;
@@ -299,7 +290,7 @@ void CWaiter::Unlink()
     for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
     {
         sWaitNode& oNode = m_aNodes[nIndex];
-        if (oNode.pObject == nullptr)
+        if (oNode.pNamed != nullptr)
             continue;
         CWaitable& oObject = *oNode.pObject;
         (oNode.pPrevious != nullptr ? oNode.pPrevious->pNext : oObject.m_pFirstWait) = oNode.pNext;
@@ -339,7 +330,7 @@ tDword CWaiter::TakeAll()
 
 bool CWaiter::CanTake(const sWaitNode& oNode) const
 {
-    if (oNode.pObject != nullptr)
+    if (oNode.pNamed == nullptr)
         return oNode.pObject->CanTakeHeld(m_oThread.nId);
 
     // Signalling a manual event releases who waits at that moment, however soon it is reset.
@@ -349,7 +340,7 @@ bool CWaiter::CanTake(const sWaitNode& oNode) const
 
 bool CWaiter::Take(const sWaitNode& oNode)
 {
-    return oNode.pObject != nullptr ? oNode.pObject->TakeHeld(m_oThread) : oNode.pNamed->Take(m_oThread);
+    return oNode.pNamed == nullptr ? oNode.pObject->TakeHeld(m_oThread) : oNode.pNamed->Take(m_oThread);
 }
 
 eSleepResult CWaiter::Sleep(const CDeadline& oDeadline)
@@ -411,88 +402,6 @@ void CWaiter::ForgetWake()
         m_oThread.nWake.store(ASLEEP, std::memory_order_relaxed);
         m_bWakeComing = false;
     }
-}
-
-tDword WaitForOne(unsigned long long hObject, tDword dwMilliseconds)
-{
-    sThreadRecord& oThread = ThisThread();
-    CWaitable* const pObject = CHandleTable::Find(hObject);
-    const tDword nTag = CHandleTable::TagOf(hObject);
-    if (pObject == nullptr || KindOf(nTag) == eKindCriticalSection)
-        return RESULT_FAILED;
-
-    if (KindOf(nTag) != eKindNamed)
-    {
-        bool bAbandoned = false;
-        const eTry eResult = pObject->TryTake(nTag, oThread, bAbandoned);
-        if (eResult == eTryDone)
-            return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
-        if (eResult == eTryStale)
-            return RESULT_FAILED;
-        if (eResult == eTryRefused && dwMilliseconds == 0)
-            return RESULT_TIMEOUT;
-    }
-    return WaitForMany(&hObject, 1, false, dwMilliseconds);
-}
-
-tDword WaitForMany(const unsigned long long* pHandles, int nCount, bool bAll, tDword dwMilliseconds)
-{
-    CWaiter oWaiter(ThisThread(), bAll);
-    for (int nIndex = 0; nIndex < nCount; ++nIndex)
-    {
-        if (!oWaiter.Add(pHandles[nIndex]))
-            return RESULT_FAILED;
-    }
-    return oWaiter.Wait(dwMilliseconds);
-}
-
-bool CloseObject(unsigned long long hObject)
-{
-    const tDword nTag = CHandleTable::TagOf(hObject);
-    if (KindOf(nTag) == eKindNamed)
-        return CNamedObject::CloseHandle(hObject);
-
-    CWaitable* const pObject = CHandleTable::Find(hObject);
-    if (pObject == nullptr)
-        return false;
-    {
-        CWaitScope oScope;
-        if (!pObject->Hold(nTag))
-            return false;
-        oScope.Fail(*pObject);
-        pObject->Retire();
-    }
-    CHandleTable::Recycle(pObject);
-    return true;
-}
-
-void AbandonMutexes(tDword nThreadId)
-{
-    CHandleTable::ForEach([nThreadId](CWaitable& oObject) {
-        const tDword nTag = oObject.GetTag();
-        if (KindOf(nTag) != eKindMutex)
-            return;
-        Change(oObject, nTag, [nThreadId](tDword& nValue) {
-            if ((nValue & MUTEX_OWNER) != nThreadId)
-                return false;
-            nValue = MUTEX_ABANDONED;
-            return true;
-        });
-    });
-}
-
-void EndThread(unsigned long long hThread)
-{
-    CWaitScope oScope; // in any case: whoever uses the thread's id holds this lock
-    CWaitable* const pThread = CHandleTable::Find(hThread);
-    if (pThread == nullptr || !pThread->Hold(CHandleTable::TagOf(hThread)))
-        return;
-    pThread->ChangeHeld([](tDword& nValue) {
-        nValue = VALUE_SIGNALLED;
-        return true;
-    });
-    oScope.Serve(*pThread);
-    pThread->Release();
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

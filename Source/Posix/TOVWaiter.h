@@ -125,17 +125,6 @@ private:
     CNamedObject* m_apNamed[MAXIMUM_OBJECTS]; // each once, in the order in which they are locked
 };
 
-// Waits for one object, with the short way for one that can be had.
-tDword WaitForOne(unsigned long long hObject, tDword dwMilliseconds);
-tDword WaitForMany(const unsigned long long* pHandles, int nCount, bool bAll, tDword dwMilliseconds);
-
-// Closes the handle of anything that can be waited for, and fails the waits for it. False if there is none.
-bool CloseObject(unsigned long long hObject);
-
-// What a thread's end does: its mutexes without name go to the next waits as abandoned, its handle is signalled.
-void AbandonMutexes(tDword nThreadId);
-void EndThread(unsigned long long hThread);
-
 // For the time of a fork.
 void LockWaits();
 void UnlockWaits();

@@ -3,6 +3,8 @@
 
 #include <TOVPlatform/TOVWait.h>
 
+#include <algorithm>
+
 namespace TOVPlatform
 {
 namespace TOVSynchronization
@@ -23,9 +25,22 @@ bool IsReleasedInTime(unsigned long long hObject, long lMilliseconds)
     return TOVWait::ForOne(hObject, static_cast<tDword>(lMilliseconds)) != TOVWait::RESULT_TIMEOUT;
 }
 
+// One object cannot be had twice at once; not every version of the systems says so.
+bool HasTwins(const unsigned long long* pHandles, int nCount)
+{
+    for (int nIndex = 1; nIndex < nCount; ++nIndex)
+    {
+        if (std::find(pHandles, pHandles + nIndex, pHandles[nIndex]) != pHandles + nIndex)
+            return true;
+    }
+    return false;
+}
+
 int WaitForSeveral(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     if (pHandles == nullptr || nCount < 1 || nCount > TOVWait::MAXIMUM_OBJECTS)
+        return MULTIPLE_WAIT_FAILED;
+    if (bWaitForAll && HasTwins(pHandles, nCount))
         return MULTIPLE_WAIT_FAILED;
 
     const tDword dwResult = TOVWait::ForMany(pHandles, nCount, bWaitForAll, dwMilliseconds);

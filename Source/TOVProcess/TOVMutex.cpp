@@ -20,9 +20,16 @@ CTOVMutex::CTOVMutex() : m_hMutex(Mutex::Create(false, nullptr)), m_bMutexState(
                        "CTOVMutex::CTOVMutex(): TOVPlatform::TOVSynchronization::Mutex_Create() failed!");
 }
 
-CTOVMutex::CTOVMutex(const CTOVMutex& oOther) = default;
+CTOVMutex::CTOVMutex(const CTOVMutex& oOther) : m_hMutex(oOther.m_hMutex), m_bMutexState(oOther.m_bMutexState)
+{
+}
 
-CTOVMutex& CTOVMutex::operator=(const CTOVMutex& oOther) = default;
+CTOVMutex& CTOVMutex::operator=(const CTOVMutex& oOther)
+{
+    m_hMutex = oOther.m_hMutex;
+    m_bMutexState = oOther.m_bMutexState;
+    return *this;
+}
 
 void CTOVMutex::Lock() const
 {

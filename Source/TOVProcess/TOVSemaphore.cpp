@@ -16,9 +16,17 @@ CTOVSemaphore::CTOVSemaphore(long lInitialCount, long lMaximumCount, const char*
     TOV_ASSERT_TEXT(m_hSemaphore != 0, "m_hSemaphore != NULL");
 }
 
-CTOVSemaphore::CTOVSemaphore(const CTOVSemaphore& oOther) = default;
+CTOVSemaphore::CTOVSemaphore(const CTOVSemaphore& oOther)
+    : m_lSemaphoreState(oOther.m_lSemaphoreState), m_hSemaphore(oOther.m_hSemaphore)
+{
+}
 
-CTOVSemaphore& CTOVSemaphore::operator=(const CTOVSemaphore& oOther) = default;
+CTOVSemaphore& CTOVSemaphore::operator=(const CTOVSemaphore& oOther)
+{
+    m_lSemaphoreState = oOther.m_lSemaphoreState;
+    m_hSemaphore = oOther.m_hSemaphore;
+    return *this;
+}
 
 void CTOVSemaphore::Lock() const
 {

@@ -75,7 +75,11 @@ bool CTOVThread::Start(unsigned long ulUserParam, Thread::eThreadPriority ePrior
     // Settled: whether the old thread has stopped in that time is not looked at.
     if (IsRunning())
         Stop(true, OLD_THREAD_TIMEOUT);
+    return StartNew(ulUserParam, ePriority);
+}
 
+bool CTOVThread::StartNew(unsigned long ulUserParam, Thread::eThreadPriority ePriority)
+{
     m_ulThreadId.store(0, std::memory_order_relaxed);
     m_bStopPending.store(false, std::memory_order_relaxed);
     m_ulUserParam.store(static_cast<tDword>(ulUserParam), std::memory_order_relaxed);
@@ -127,7 +131,7 @@ CTOVThread::CTOVThread(bool bAutoDelete, bool bStart)
     : m_ulThreadId(0), m_hThread(0), m_ulUserParam(0), m_bStopPending(false), m_bAutoDelete(bAutoDelete)
 {
     if (bStart)
-        Start(0, Thread::eThreadPriorityNormal);
+        StartNew(0, Thread::eThreadPriorityNormal); // as Start, for nothing runs yet
 }
 
 CTOVThread::CTOVThread(const CTOVThread& oOther)

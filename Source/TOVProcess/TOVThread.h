@@ -53,7 +53,8 @@ public:
     virtual bool IsRunning() const;
 
     // bAutoDelete: the thread deletes the object, which stands on the heap then, as its last act. bStart: starts it
-    // from this constructor, before the subclass is built, so that the new thread may find only the base operations.
+    // from this constructor, before the subclass is built, so that the new thread may find the base operations only;
+    // since Run is pure among them, which ends the process, a subclass rather starts its thread when it is complete.
     CTOVThread(bool bAutoDelete = false, bool bStart = false);
     CTOVThread(const CTOVThread& oOther);
     CTOVThread& operator=(const CTOVThread& oOther);
@@ -74,6 +75,7 @@ protected:
     std::atomic<bool> m_bAutoDelete;
 
 private:
+    bool StartNew(unsigned long ulUserParam, TOVPlatform::TOVThread::eThreadPriority ePriority);
     void CopyMembers(const CTOVThread& oOther);
 
     static unsigned long ThreadProcess(unsigned long long ullParam);

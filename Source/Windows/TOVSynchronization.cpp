@@ -101,7 +101,8 @@ bool Semaphore::Destroy(unsigned long long hSemaphore)
 long Semaphore::Unlock(unsigned long long hSemaphore, long lReleaseCount)
 {
     LONG lPreviousCount = 0;
-    if (!::ReleaseSemaphore(ToNative(hSemaphore), lReleaseCount, &lPreviousCount))
+    if (lReleaseCount < 1 || !::ReleaseSemaphore( // not every version of the system refuses 0
+                                 ToNative(hSemaphore), lReleaseCount, &lPreviousCount))
         return 0;
     return lPreviousCount;
 }

@@ -1,0 +1,63 @@
+#include <Posix/TOVObjectEnd.h>
+
+#include <Posix/TOVNamedObject.h>
+#include <Posix/TOVWaiter.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+bool CloseObject(unsigned long long hObject)
+{
+    const tDword nTag = CHandleTable::TagOf(hObject);
+    if (KindOf(nTag) == eKindNamed)
+        return CNamedObject::CloseHandle(hObject);
+    if (KindOf(nTag) == eKindCriticalSection)
+        return false;
+    CWaitable* const pRecord = CHandleTable::Find(hObject);
+    return pRecord != nullptr && CloseRecord(*pRecord, nTag);
+}
+
+bool CloseRecord(CWaitable& oRecord, tDword nTag)
+{
+    {
+        CWaitScope oScope;
+        if (!oRecord.Hold(nTag))
+            return false;
+        oScope.Fail(oRecord);
+        oRecord.Retire();
+    }
+    CHandleTable::Recycle(&oRecord);
+    return true;
+}
+
+void AbandonMutexes(tDword nThreadId)
+{
+    CHandleTable::ForEach([nThreadId](CWaitable& oObject) {
+        const tDword nTag = oObject.GetTag();
+        if (KindOf(nTag) != eKindMutex)
+            return;
+        Change(oObject, nTag, [nThreadId](tDword& nValue) {
+            if ((nValue & MUTEX_OWNER) != nThreadId)
+                return false;
+            nValue = MUTEX_ABANDONED;
+            return true;
+        });
+    });
+}
+
+void EndThread(unsigned long long hThread)
+{
+    CWaitScope oScope; // in any case: whoever uses the thread's id holds this lock
+    CWaitable* const pThread = CHandleTable::Find(hThread);
+    if (pThread == nullptr || !pThread->Hold(CHandleTable::TagOf(hThread)))
+        return;
+    pThread->ChangeHeld([](tDword& nValue) {
+        nValue = VALUE_SIGNALLED;
+        return true;
+    });
+    oScope.Serve(*pThread);
+    pThread->Release();
+}
+} // namespace TOVPosix
+} // namespace TOVPlatform
