@@ -45,6 +45,7 @@ int main(int nArguments, char** aszArguments)
                       "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
                       "tovcatalog");
     oProgram.require_subcommand(1);
+    oProgram.allow_windows_style_options(false); // "/data" is a directory on every system
     std::string sCatalog;
     std::vector<std::string> aDirectories;
     std::vector<std::string> aPatterns;

@@ -3,6 +3,8 @@
 #include <File/TOVOwnPath.h>
 #include <TOVPlatform/TOVFile.h>
 
+template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVPath>;
+
 namespace
 {
 const char EVERYTHING[] = "*.*";

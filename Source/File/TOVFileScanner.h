@@ -10,6 +10,8 @@
 #include <TOVContainers/TOVArray.h>
 #include <TOVString/TOVStringA.h>
 
+extern template class TOV_TEMPLATE_DECLARE CTOVArray<CTOVPath>;
+
 class TOV_EXPORT CTOVFileScanner
 {
 public:

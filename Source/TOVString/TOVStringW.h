@@ -1,6 +1,7 @@
 // Wide text: CTOVStringW, the twin of CTOVStringA for UTF-16 code units.
 #pragma once
 
+#include <TOVContainers/TOVArray.h>
 #include <TOVContainers/TOVBuffer.h>
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
 
@@ -8,7 +9,6 @@
 
 class CTOVStringA;
 class CTOVStringW;
-template<class T> class CTOVArray;
 template<class TString> class CTOVStringStore;
 template<class TString> class CTOVStringText;
 
@@ -213,3 +213,4 @@ inline bool operator>=(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
 }
 
 extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVStringW>;
+extern template class TOV_TEMPLATE_DECLARE CTOVArray<CTOVStringW>;

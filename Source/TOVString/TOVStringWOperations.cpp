@@ -2,6 +2,8 @@
 
 #include <TOVString/TOVStringText.h>
 
+template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringW>;
+
 typedef CTOVStringText<CTOVStringW> tText;
 
 int CTOVStringW::Find(wchar_t cCharToSearch, int nStartPos) const

@@ -1,0 +1,21 @@
+// What a loaded module shows of its exported design: the names, and what stands in its virtual tables.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+// The library that this program has loaded, or the program itself.
+enum eModule
+{
+    eModuleLibrary,
+    eModuleProgram
+};
+
+// Names as the linker knows them, without the target's decoration of C names.
+std::set<std::string> ExportedNames(eModule eModule);
+
+// The functions that stand in the slots of a virtual table, in order, each with all exported names that it has:
+// functions with equal bodies can be one. No name for a slot that no exported function fills, which is how a pure one
+// shows. The table is named as the linker knows it. Where a table does not tell its size, nMost slots are given.
+std::vector<std::set<std::string>> TableSlots(eModule eModule, const std::string& sTable, std::size_t nMost);

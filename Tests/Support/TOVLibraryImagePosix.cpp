@@ -1,0 +1,99 @@
+#include "Support/TOVLibraryImage.h"
+
+#include <TOVPlatform/TOVMemory.h>
+
+#include <dlfcn.h>
+#include <elf.h>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <stdexcept>
+
+namespace
+{
+struct sSymbol
+{
+    const char* szName;
+    std::size_t ulSize;
+};
+
+// The dynamic symbols of a module that the system has loaded, read from its file.
+class CModule
+{
+public:
+    explicit CModule(eModule eWhich)
+    {
+        const void* pInside = eWhich == eModuleLibrary ? reinterpret_cast<const void*>(&TOVMemory_Cmp)
+                                                       : reinterpret_cast<const void*>(&ExportedNames);
+        Dl_info oInfo;
+        if (::dladdr(pInside, &oInfo) == 0)
+            throw std::runtime_error("module not found");
+        std::ifstream oFile(oInfo.dli_fname, std::ios::binary);
+        m_aBytes.assign(std::istreambuf_iterator<char>(oFile), std::istreambuf_iterator<char>());
+        ReadSymbols();
+    }
+
+    const std::vector<sSymbol>& Symbols() const { return m_aSymbols; }
+
+private:
+    template<class T> const T* At(std::size_t ulOffset) const
+    {
+        if (ulOffset + sizeof(T) > m_aBytes.size())
+            throw std::runtime_error("module's file is not what it should be");
+        return reinterpret_cast<const T*>(m_aBytes.data() + ulOffset);
+    }
+
+    void ReadSymbols()
+    {
+        const Elf64_Ehdr& oHeader = *At<Elf64_Ehdr>(0);
+        for (int i = 0; i < oHeader.e_shnum; ++i)
+        {
+            const Elf64_Shdr& oSection = *At<Elf64_Shdr>(oHeader.e_shoff + i * sizeof(Elf64_Shdr));
+            if (oSection.sh_type != SHT_DYNSYM)
+                continue;
+            const Elf64_Shdr& oStrings = *At<Elf64_Shdr>(oHeader.e_shoff + oSection.sh_link * sizeof(Elf64_Shdr));
+            for (std::size_t ulOffset = 0; ulOffset < oSection.sh_size; ulOffset += sizeof(Elf64_Sym))
+            {
+                const Elf64_Sym& oSymbol = *At<Elf64_Sym>(oSection.sh_offset + ulOffset);
+                if (oSymbol.st_shndx != SHN_UNDEF)
+                    m_aSymbols.push_back({At<char>(oStrings.sh_offset + oSymbol.st_name), oSymbol.st_size});
+            }
+        }
+    }
+
+    std::vector<char> m_aBytes;
+    std::vector<sSymbol> m_aSymbols;
+};
+} // namespace
+
+std::set<std::string> ExportedNames(eModule eWhich)
+{
+    std::set<std::string> aNames;
+    const CModule oModule(eWhich);
+    for (const sSymbol& oSymbol : oModule.Symbols())
+        aNames.insert(oSymbol.szName);
+    return aNames;
+}
+
+std::vector<std::set<std::string>> TableSlots(eModule eWhich, const std::string& sTable, std::size_t nMost)
+{
+    std::size_t ulSize = 0;
+    std::map<const void*, std::set<std::string>> aFunctions;
+    const CModule oModule(eWhich);
+    for (const sSymbol& oSymbol : oModule.Symbols())
+    {
+        // A symbol of this name in another module may have come first: the one that counts is the one in use.
+        aFunctions[::dlsym(RTLD_DEFAULT, oSymbol.szName)].insert(oSymbol.szName);
+        if (sTable == oSymbol.szName)
+            ulSize = oSymbol.ulSize;
+    }
+    if (ulSize == 0)
+        throw std::runtime_error("no virtual table " + sTable);
+
+    std::vector<std::set<std::string>> aSlots;
+    // In front of the slots stand the offset to the whole object and the type's information.
+    void* const* const ppTable = static_cast<void* const*>(::dlsym(RTLD_DEFAULT, sTable.c_str()));
+    for (std::size_t i = 2; i < ulSize / sizeof(void*) && i <= nMost + 2; ++i)
+        aSlots.push_back(aFunctions[ppTable[i]]);
+    return aSlots;
+}
