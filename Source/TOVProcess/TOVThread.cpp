@@ -86,7 +86,7 @@ bool CTOVThread::StartNew(unsigned long ulUserParam, Thread::eThreadPriority ePr
 
     unsigned long long hThread = 0;
     {
-        const CStartGate oGate(m_bAutoDelete.load(std::memory_order_relaxed));
+        const CStartGate oGate(m_bAutoDelete);
         static_assert(sizeof m_ulThreadId == sizeof(unsigned long),
                       "the system stores the id in the atomic's own word");
         hThread = Thread::Create(&CTOVThread::ThreadProcess, this, reinterpret_cast<unsigned long*>(&m_ulThreadId));
@@ -167,7 +167,7 @@ void CTOVThread::CopyMembers(const CTOVThread& oOther)
     m_hThread.store(oOther.m_hThread.load(eOrder), eOrder);
     m_ulUserParam.store(oOther.m_ulUserParam.load(eOrder), eOrder);
     m_bStopPending.store(oOther.m_bStopPending.load(eOrder), eOrder);
-    m_bAutoDelete.store(oOther.m_bAutoDelete.load(eOrder), eOrder);
+    m_bAutoDelete = oOther.m_bAutoDelete;
 }
 
 unsigned long CTOVThread::ThreadProcess(unsigned long long ullParam)
@@ -189,7 +189,7 @@ unsigned long CTOVThread::ThreadProcess(unsigned long long ullParam)
     pThread->Run();
     pThread->ExitInstance();
     pThread->m_ulThreadId.store(0, std::memory_order_relaxed);
-    if (pThread->m_bAutoDelete.load(std::memory_order_relaxed))
+    if (pThread->m_bAutoDelete)
     {
         {
             const CStartGate oGate(true);

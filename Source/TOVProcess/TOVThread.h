@@ -67,12 +67,12 @@ public:
     unsigned long GetUserParam() const;
 
 protected:
-    // Atomic, because both threads use them; no access orders anything else.
+    // Atomic where both threads use them; no access orders anything else.
     std::atomic<unsigned long> m_ulThreadId;   // the system's id; 0 before a start and after the work
     std::atomic<unsigned long long> m_hThread; // 0 until the first start
     std::atomic<unsigned long> m_ulUserParam;
     std::atomic<bool> m_bStopPending;
-    std::atomic<bool> m_bAutoDelete;
+    bool m_bAutoDelete;
 
 private:
     bool StartNew(unsigned long ulUserParam, TOVPlatform::TOVThread::eThreadPriority ePriority);
