@@ -31,6 +31,7 @@ function(tov_own_code target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Woverloaded-virtual -Wundef
         -Werror
-        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/Source/="
-        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+        # The last one that fits counts.
+        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
+        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/Source/=")
 endfunction()
