@@ -102,10 +102,12 @@ unsigned long long CFileSearch::Begin(const char* szPattern, sTOVFindData& oFind
     if (*szMask == 0 || CFilePattern::HasWildcard(szPattern, ulFolderLength))
         return FILE_INVALID_HANDLE;
 
-    if (!CFilePattern::HasWildcard(szMask, std::strlen(szMask)))
-        return FillExact(oFindData, szPattern)
-                   ? Register(std::make_shared<CFileSearch>(static_cast<DIR*>(NULL), szMask))
-                   : FILE_INVALID_HANDLE;
+    // The very name goes before one that differs in case alone. A place has no such other.
+    const bool bWildcard = CFilePattern::HasWildcard(szMask, std::strlen(szMask));
+    if (!bWildcard && FillExact(oFindData, szPattern))
+        return Register(std::make_shared<CFileSearch>(static_cast<DIR*>(NULL), szMask));
+    if (!bWildcard && IsNavigationEntry(szMask))
+        return FILE_INVALID_HANDLE;
 
     // The separator before the mask belongs to the directory only where it is all that there is.
     const std::string oFolder = ulFolderLength == 0   ? "."

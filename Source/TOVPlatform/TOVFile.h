@@ -118,9 +118,9 @@ TOV_EXPORT unsigned long GetAttributes(const char* szName);
 // has one.
 TOV_EXPORT bool SetAttributes(const char* szName, unsigned long ulAttributes);
 
-// Starts a search and fills the record with the first entry: the one of that very name, where case counts if it does so
-// to the system, or, with `*` and `?` in the last component, all that match, where it does not, and `*.*` is
-// everything. FILE_INVALID_HANDLE, and the record as it was, if there is none or a wildcard stands before the last
+// Starts a search and fills the record with the first entry that matches; case does not count, and with `*` and `?` in
+// the last component `*.*` is everything. Where case counts to the system, an entry of that very name goes before
+// others. FILE_INVALID_HANDLE, and the record as it was, if there is none or a wildcard stands before the last
 // component. A handle has to be given to FindClose.
 TOV_EXPORT unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData);
 
