@@ -1,0 +1,195 @@
+// What a path asks the file system.
+#include "Path/TOVPathInstruments.h"
+
+#include <TOVPlatform/TOVFile.h>
+
+#include <filesystem>
+
+namespace
+{
+// Brings the process back to where it was.
+class CWorkingDirectoryGuard
+{
+public:
+    CWorkingDirectoryGuard() : m_oBefore(std::filesystem::current_path()) {}
+
+    ~CWorkingDirectoryGuard() { std::filesystem::current_path(m_oBefore); }
+
+private:
+    const std::filesystem::path m_oBefore;
+};
+
+bool ChangeInto(const std::string& sFolder)
+{
+    return TOVPlatform::TOVDirectory::Change(sFolder.c_str()) == TOVPlatform::TOVDirectory::eDirectorySuccess;
+}
+
+std::string WorkingDirectory()
+{
+    return std::filesystem::current_path().string();
+}
+
+// A way down through new folders, which it leaves and removes step by step at its end: whole names get too long for
+// that.
+class CDescent
+{
+public:
+    ~CDescent()
+    {
+        while (!m_aNames.empty())
+            GoUp();
+    }
+
+    // Goes on until the working directory has this many characters. False where the system refuses so deep a one.
+    bool GoDownTo(std::size_t nLength)
+    {
+        while (WorkingDirectory().size() < nLength)
+        {
+            // A step is a separator and at least one character: never leave a single one to go.
+            const std::size_t nMissing = nLength - WorkingDirectory().size();
+            const std::string sName((nMissing <= 41 ? nMissing : 40) - 1, 'x');
+            if (TOVPlatform::TOVDirectory::Create(sName.c_str()) != TOVPlatform::TOVDirectory::eDirectorySuccess)
+                return false;
+            if (!ChangeInto(sName))
+            {
+                TOVPlatform::TOVDirectory::Remove(sName.c_str());
+                return false;
+            }
+            m_aNames.push_back(sName);
+        }
+        return true;
+    }
+
+    void GoUp()
+    {
+        ChangeInto("..");
+        TOVPlatform::TOVDirectory::Remove(m_aNames.back().c_str());
+        m_aNames.pop_back();
+    }
+
+private:
+    std::vector<std::string> m_aNames;
+};
+} // namespace
+
+TEST(CTOVPathFileSystemTest, KnowsAFile)
+{
+    CTempFolder oFolder;
+    WriteWholeFile(oFolder.File("file.txt"), "text");
+    const CTOVPath oPath(oFolder.File("file.txt").c_str());
+
+    EXPECT_TRUE(oPath.DoesExist());
+    EXPECT_TRUE(oPath.IsFile());
+    EXPECT_FALSE(oPath.IsDirectory());
+}
+
+TEST(CTOVPathFileSystemTest, KnowsADirectory)
+{
+    CTempFolder oFolder;
+    const CTOVPath oPath(oFolder.Path().c_str());
+
+    EXPECT_TRUE(oPath.DoesExist());
+    EXPECT_FALSE(oPath.IsFile());
+    EXPECT_TRUE(oPath.IsDirectory());
+}
+
+TEST(CTOVPathFileSystemTest, TakesAMissingFileForADirectory)
+{
+    CTempFolder oFolder;
+    const CTOVPath oPath(oFolder.File("missing").c_str());
+
+    EXPECT_FALSE(oPath.DoesExist());
+    EXPECT_TRUE(oPath.IsDirectory());
+    EXPECT_FALSE(oPath.IsFile());
+}
+
+TEST(CTOVPathFileSystemTest, TakesAnEmptyPathForAMissingFile)
+{
+    EXPECT_FALSE(CTOVPath().DoesExist());
+    EXPECT_TRUE(CTOVPath().IsDirectory());
+    EXPECT_FALSE(CTOVPath().IsFile());
+}
+
+TEST(CTOVPathFileSystemTest, FindsAFileByAJoinedPath)
+{
+    CTempFolder oFolder;
+    WriteWholeFile(oFolder.File("file.txt"), "text");
+
+    const CTOVPath oPath = CTOVPath(oFolder.Path().c_str()).Concat("file.txt");
+
+    EXPECT_EQ(oFolder.Path() + "\\file.txt", Text(oPath));
+    EXPECT_TRUE(oPath.DoesExist());
+    EXPECT_TRUE(oPath.IsFile());
+}
+
+TEST(CTOVPathFileSystemTest, AsksAgainEachTime)
+{
+    CTempFolder oFolder;
+    const CTOVPath oPath(oFolder.File("file.txt").c_str());
+    const bool bBefore = oPath.DoesExist();
+    WriteWholeFile(oFolder.File("file.txt"), "text");
+
+    EXPECT_FALSE(bBefore);
+    EXPECT_TRUE(oPath.DoesExist());
+}
+
+TEST(CTOVPathFileSystemTest, GivesTheWorkingDirectory)
+{
+    CTempFolder oFolder;
+    CWorkingDirectoryGuard oGuard;
+    EXPECT_EQ(WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+
+    ASSERT_TRUE(ChangeInto(oFolder.Path()));
+
+    EXPECT_EQ(WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+    EXPECT_TRUE(CTOVPath::GetWorkingDirectory().IsDirectory());
+}
+
+TEST(CTOVPathFileSystemTest, GivesAWorkingDirectoryThatStaysWhenTheProcessMovesOn)
+{
+    CTempFolder oFolder;
+    CWorkingDirectoryGuard oGuard;
+    const std::string sBefore = WorkingDirectory();
+    const CTOVPath oBefore = CTOVPath::GetWorkingDirectory();
+
+    ASSERT_TRUE(ChangeInto(oFolder.Path()));
+    const CTOVPath oAfter = CTOVPath::GetWorkingDirectory();
+
+    EXPECT_EQ(sBefore, Text(oBefore));
+    EXPECT_NE(sBefore, Text(oAfter));
+}
+
+TEST(CTOVPathFileSystemTest, GivesAWorkingDirectoryOf259CharactersAtMost)
+{
+    CTempFolder oFolder;
+    CWorkingDirectoryGuard oGuard;
+    ASSERT_TRUE(ChangeInto(oFolder.Path()));
+    CDescent oDescent;
+
+    ASSERT_TRUE(oDescent.GoDownTo(257));
+    EXPECT_EQ(WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+    oDescent.GoUp();
+    const bool bAtTheLimit = oDescent.GoDownTo(259);
+    EXPECT_EQ(WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+    if (bAtTheLimit)
+        oDescent.GoUp();
+
+    // Windows itself has no longer one.
+    const bool bBeyond = oDescent.GoDownTo(260);
+    EXPECT_EQ(bBeyond ? std::string() : WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+}
+
+TEST(CTOVPathFileSystemTest, GivesACopyOfTheSharedEmptyPathForAWorkingDirectoryTooLong)
+{
+    CTempFolder oFolder;
+    CWorkingDirectoryGuard oGuard;
+    ASSERT_TRUE(ChangeInto(oFolder.Path()));
+    CDescent oDescent;
+    const std::string sExpected = oDescent.GoDownTo(300) ? "changed" : WorkingDirectory();
+
+    CTOVPath::Null() = "changed";
+    const std::string sResult = Text(CTOVPath::GetWorkingDirectory());
+    CTOVPath::Null() = CTOVPath();
+
+    EXPECT_EQ(sExpected, sResult);
+}

@@ -1,0 +1,425 @@
+// Joining paths and taking them apart.
+#include "Path/TOVPathInstruments.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace
+{
+struct sCase
+{
+    const char* szPath;
+    const char* szExpected;
+};
+
+template<class TFunction> void ExpectResults(const std::vector<sCase>& aCases, const TFunction& fnResult)
+{
+    for (const sCase& oCase : aCases)
+    {
+        CTOVPath oPath(oCase.szPath);
+        const std::string sResult = Text(fnResult(oPath));
+
+        EXPECT_EQ(oCase.szExpected, sResult) << "of " << oCase.szPath;
+    }
+}
+
+// For functions that change the path itself.
+template<class TFunction> void ExpectChanges(const std::vector<sCase>& aCases, const TFunction& fnChange)
+{
+    ExpectResults(aCases, [&fnChange](CTOVPath& oPath) {
+        fnChange(oPath);
+        return oPath;
+    });
+}
+
+struct sJoin
+{
+    const char* szLeft;
+    const char* szRight;
+    const char* szExpected;
+};
+
+const sJoin JOINS[] = {{"C:\\dir", "file", "C:\\dir\\file"},
+                       {"a/b", "c", "a/b\\c"},
+                       {"a/", "b", "a/b"},
+                       {"a\\", "b", "a\\b"},
+                       {"a", "/b", "a/b"},
+                       {"a", "\\b", "a\\b"},
+                       {"a/", "/b", "a//b"},
+                       {"a\\", "/b", "a\\/b"},
+                       {"/", "b", "/b"},
+                       {"a", "b/c/", "a\\b/c/"},
+                       {"a", "..", "a\\.."},
+                       {"a/", "", "a/"},
+                       {"\\", "", "\\"}};
+} // namespace
+
+TEST(CTOVPathOperationsTest, JoinsTwoPaths)
+{
+    for (const sJoin& oJoin : JOINS)
+    {
+        CTOVPath oPath(oJoin.szLeft);
+
+        EXPECT_NO_CHECK(oPath.Append(CTOVPath(oJoin.szRight)));
+
+        EXPECT_EQ(oJoin.szExpected, Text(oPath)) << oJoin.szLeft << " and " << oJoin.szRight;
+    }
+}
+
+TEST(CTOVPathOperationsTest, JoinsWithEachFormOfPlusEquals)
+{
+    for (const sJoin& oJoin : JOINS)
+    {
+        CTOVPath oPath(oJoin.szLeft);
+        CTOVPath oPathOfString(oJoin.szLeft);
+        CTOVPath oPathOfText(oJoin.szLeft);
+
+        oPath += CTOVPath(oJoin.szRight);
+        oPathOfString += CTOVStringA(oJoin.szRight);
+        oPathOfText += oJoin.szRight;
+
+        EXPECT_EQ(oJoin.szExpected, Text(oPath));
+        EXPECT_EQ(oJoin.szExpected, Text(oPathOfString));
+        EXPECT_EQ(oJoin.szExpected, Text(oPathOfText));
+    }
+}
+
+TEST(CTOVPathOperationsTest, GivesItselfForAddingAPathAndItsTextForAddingAText)
+{
+    CTOVPath oPath("a");
+
+    EXPECT_EQ(&oPath, &(oPath += CTOVPath("b")));
+    EXPECT_EQ(&oPath.AsString(), &(oPath += CTOVStringA("c")));
+    EXPECT_EQ(&oPath.AsString(), &(oPath += "d"));
+    EXPECT_EQ("a\\b\\c\\d", Text(oPath));
+    EXPECT_TRUE((std::is_same<const CTOVPath&, decltype(oPath += std::declval<const CTOVPath&>())>::value));
+    EXPECT_TRUE((std::is_same<const CTOVStringA&, decltype(oPath += std::declval<const CTOVStringA&>())>::value));
+    EXPECT_TRUE((std::is_same<const CTOVStringA&, decltype(oPath += std::declval<const char*>())>::value));
+}
+
+TEST(CTOVPathOperationsTest, JoinsIntoACopy)
+{
+    for (const sJoin& oJoin : JOINS)
+    {
+        const CTOVPath oLeft(oJoin.szLeft);
+        const CTOVPath oRight(oJoin.szRight);
+
+        EXPECT_EQ(oJoin.szExpected, Text(oLeft.Concat(oRight)));
+        EXPECT_EQ(oJoin.szLeft, Text(oLeft));
+        EXPECT_EQ(oJoin.szRight, Text(oRight));
+    }
+}
+
+TEST(CTOVPathOperationsTest, RefusesToAppendToAnEmptyPath)
+{
+    CTOVPath oPath;
+
+    EXPECT_CHARACTER_CHECK(oPath.Append("a"));
+    EXPECT_CHARACTER_CHECK(oPath.Append("/a"));
+    EXPECT_CHARACTER_CHECK(oPath.Append(CTOVPath()));
+    EXPECT_CHARACTER_CHECK(oPath += CTOVPath("a"));
+    EXPECT_CHARACTER_CHECK(oPath += CTOVStringA("a"));
+    EXPECT_CHARACTER_CHECK(oPath += "a");
+    EXPECT_CHARACTER_CHECK(oPath.Concat("a"));
+    EXPECT_TRUE(oPath.IsEmpty());
+}
+
+TEST(CTOVPathOperationsTest, RefusesAnEmptyRightSideWhereTheLeftHasNoSeparator)
+{
+    const char* const szNull = NULL;
+    CTOVPath oPath("a");
+
+    EXPECT_CHARACTER_CHECK(oPath.Append(CTOVPath()));
+    EXPECT_CHARACTER_CHECK(oPath += CTOVPath());
+    EXPECT_CHARACTER_CHECK(oPath += CTOVStringA());
+    EXPECT_CHARACTER_CHECK(oPath += "");
+    EXPECT_CHARACTER_CHECK(oPath += szNull);
+    EXPECT_CHARACTER_CHECK(oPath.Concat(CTOVPath()));
+    EXPECT_EQ("a", Text(oPath));
+}
+
+TEST(CTOVPathOperationsTest, AppendsThePathToItself)
+{
+    CTOVPath oPath("a/");
+
+    oPath.Append(oPath);
+
+    EXPECT_EQ("a/a/", Text(oPath));
+}
+
+TEST(CTOVPathOperationsTest, AppendsTheFullLengthOfTheOtherPath)
+{
+    CTOVPath oPath("a");
+    CTOVPath oOther("\\bc");
+    oOther.RemoveLeadingBackslash();
+
+    oPath.Append(oOther);
+
+    EXPECT_EQ(std::string("a\\bc\0", 5), Text(oPath));
+}
+
+TEST(CTOVPathOperationsTest, AppendsBehindATerminatorThatCounts)
+{
+    CTOVPath oPath("\\bc");
+    oPath.RemoveLeadingBackslash();
+
+    oPath.Append("d");
+
+    EXPECT_EQ(std::string("bc\0\\d", 5), Text(oPath));
+    EXPECT_STREQ("bc", ~oPath);
+}
+
+TEST(CTOVPathOperationsTest, JoinsInPlaceWhereTheSharedBlockHasRoom)
+{
+    const CTOVStringA oText = RoomyText("a/");
+    const CTOVPath oPath(oText);
+
+    const CTOVPath oJoined = oPath.Concat("b");
+
+    EXPECT_EQ("a/b", Text(oJoined));
+    EXPECT_EQ("a/", Text(oPath));
+    EXPECT_STREQ("a/b", ~oPath); // its length is its own, the characters are shared
+}
+
+TEST(CTOVPathOperationsTest, FindsTheParent)
+{
+    ExpectResults({{"a/b/c", "a/b"},
+                   {"a/b/", "a"},
+                   {"a", ""},
+                   {"/a", ""},
+                   {"C:\\x", "C:"},
+                   {"C:\\", ""},
+                   {"a\\b/c", "a\\b"},
+                   {"a//b", "a/"},
+                   {"a//", "a"},
+                   {"/a/b", "/a"},
+                   {"/", ""},
+                   {"//", ""},
+                   {"a/.", "a"},
+                   {"\\\\server\\share", "\\\\server"}},
+                  [](const CTOVPath& oPath) { return oPath.Parent(); });
+}
+
+TEST(CTOVPathOperationsTest, RefusesTheParentOfAnEmptyPath)
+{
+    EXPECT_CHARACTER_CHECK(CTOVPath().Parent());
+}
+
+TEST(CTOVPathOperationsTest, GivesThePathBeforeTheLastSeparator)
+{
+    ExpectResults({{"dir/name.txt", "dir"},
+                   {"a/b/", "a/b"},
+                   {"a/b/c", "a/b"},
+                   {"a", "a"},
+                   {"name.txt", "name.txt"},
+                   {"a//b", "a/"},
+                   {"/a", ""},
+                   {"/", ""},
+                   {"C:\\x", "C:"},
+                   {"a/b\\c", "a/b"},
+                   {"", ""}},
+                  [](const CTOVPath& oPath) { return oPath.GetPath(); });
+}
+
+TEST(CTOVPathOperationsTest, TellsParentAndPathApart)
+{
+    EXPECT_EQ("a", Text(CTOVPath("a/b/").Parent()));
+    EXPECT_EQ("a/b", Text(CTOVPath("a/b/").GetPath()));
+    EXPECT_EQ("", Text(CTOVPath("a").Parent()));
+    EXPECT_EQ("a", Text(CTOVPath("a").GetPath()));
+}
+
+TEST(CTOVPathOperationsTest, GivesACopyForThePathOfABareName)
+{
+    const CTOVPath oPath("name");
+
+    EXPECT_EQ(~oPath, ~oPath.GetPath());
+}
+
+TEST(CTOVPathOperationsTest, GivesTheFileNameWithItsExtension)
+{
+    ExpectResults({{"dir/name.txt", "name.txt"},
+                   {"name.txt", "name.txt"},
+                   {"a/b/", "b"},
+                   {"a/b\\", "b"},
+                   {"a/", "a"},
+                   {"a", "a"},
+                   {"/a", "a"},
+                   {"dir.d/name", "name"},
+                   {".txt", ".txt"},
+                   {"a//", ""},
+                   {"C:\\", "C:"}},
+                  [](const CTOVPath& oPath) { return oPath.GetFileName(true); });
+}
+
+TEST(CTOVPathOperationsTest, GivesTheFileNameWithoutItsExtension)
+{
+    ExpectResults({{"dir/name.txt", "name"},
+                   {"name.tar.gz", "name.tar"},
+                   {"dir.d/name", "name"},
+                   {"a.b/", "a"},
+                   {"name.", "name"},
+                   {"name", "name"},
+                   {".txt", ""},
+                   {"dir/.txt", ""},
+                   {"..", "."},
+                   {".a.b", ".a"}},
+                  [](const CTOVPath& oPath) { return oPath.GetFileName(false); });
+}
+
+TEST(CTOVPathOperationsTest, RefusesTheFileNameWhereTheLastComponentIsEmpty)
+{
+    for (const char* szPath : {"", "/", "\\", "//"})
+    {
+        SCOPED_TRACE(szPath);
+        EXPECT_CHARACTER_CHECK(CTOVPath(szPath).GetFileName(true));
+        EXPECT_CHARACTER_CHECK(CTOVPath(szPath).GetFileName(false));
+    }
+}
+
+TEST(CTOVPathOperationsTest, StripsThePathInFrontOfTheName)
+{
+    ExpectChanges({{"a/b/c", "c"},
+                   {"dir\\name.txt", "name.txt"},
+                   {"C:\\x", "x"},
+                   {"/a", "a"},
+                   {"name", "name"},
+                   {"a/b/", ""},
+                   {"/", ""},
+                   {"", ""}},
+                  [](CTOVPath& oPath) { oPath.StripPath(); });
+}
+
+TEST(CTOVPathOperationsTest, LeavesASharerItsPathWhenStripped)
+{
+    const CTOVPath oPath("a/b");
+    CTOVPath oStripped(oPath);
+
+    oStripped.StripPath();
+
+    EXPECT_EQ("a/b", Text(oPath));
+}
+
+TEST(CTOVPathOperationsTest, FindsTheExtensionOfTheLastComponent)
+{
+    const struct
+    {
+        const char* szPath;
+        int nPosition;
+    } CASES[] = {{"dir/name.txt", 8}, {"dir.d/name", -1}, {"name.tar.gz", 8}, {".hidden", -1}, {"dir/.hidden", -1},
+                 {".hidden.txt", 7},  {"a.b/", 1},        {"a.b//", -1},      {"name.", 4},    {"a.b/c.d", 5},
+                 {"a.b\\c", -1},      {"/.x", -1},        {"/a.x", 2},        {".", -1},       {"..", 1},
+                 {"a/..", 3},         {"name", -1},       {"", -1},           {"/", -1}};
+
+    for (const auto& oCase : CASES)
+    {
+        const CTOVPath oPath(oCase.szPath);
+
+        EXPECT_EQ(oCase.nPosition, oPath.FindExtension()) << oCase.szPath;
+        EXPECT_EQ(oCase.nPosition != -1, oPath.HasExtension()) << oCase.szPath;
+    }
+}
+
+TEST(CTOVPathOperationsTest, GivesTheExtensionWithItsDot)
+{
+    ExpectResults({{"dir/name.txt", ".txt"},
+                   {"name.tar.gz", ".gz"},
+                   {"a.b/", ".b/"},
+                   {"name.", "."},
+                   {"dir.d/name", ""},
+                   {".hidden", ""},
+                   {"name", ""},
+                   {"", ""}},
+                  [](const CTOVPath& oPath) { return oPath.GetExtension(); });
+}
+
+TEST(CTOVPathOperationsTest, AddsAnExtensionWithItsDotToAPathWithoutOne)
+{
+    ExpectChanges({{"name", "name.txt"},
+                   {"dir.d/name", "dir.d/name.txt"},
+                   {".hidden", ".hidden.txt"},
+                   {"a/", "a/.txt"},
+                   {"", ".txt"},
+                   {"name.gz", "name.gz"},
+                   {"name.", "name."},
+                   {"a.b/", "a.b/"}},
+                  [](CTOVPath& oPath) { oPath.AddExtension(".txt"); });
+}
+
+TEST(CTOVPathOperationsTest, IgnoresAnExtensionWithoutItsDot)
+{
+    EXPECT_NO_CHECK(ExpectChanges({{"name", "name"}, {"dir/name", "dir/name"}, {"", ""}},
+                                  [](CTOVPath& oPath) { oPath.AddExtension("txt"); }));
+}
+
+TEST(CTOVPathOperationsTest, RefusesAnEmptyExtensionWhereThereIsNone)
+{
+    CTOVPath oPath("name");
+
+    EXPECT_CHARACTER_CHECK(oPath.AddExtension(""));
+    EXPECT_CHARACTER_CHECK(oPath.AddExtension(CTOVStringA()));
+    EXPECT_EQ("name", Text(oPath));
+}
+
+TEST(CTOVPathOperationsTest, DoesNotLookAtAnEmptyExtensionWhereThereIsOne)
+{
+    CTOVPath oPath("name.txt");
+
+    EXPECT_NO_CHECK(oPath.AddExtension(""));
+    EXPECT_EQ("name.txt", Text(oPath));
+}
+
+TEST(CTOVPathOperationsTest, RemovesTheExtension)
+{
+    ExpectChanges({{"name.tar.gz", "name.tar"},
+                   {"dir/name.txt", "dir/name"},
+                   {"a.b/", "a"},
+                   {"name.", "name"},
+                   {"dir.d/name", "dir.d/name"},
+                   {".hidden", ".hidden"},
+                   {"name", "name"},
+                   {"", ""}},
+                  [](CTOVPath& oPath) { oPath.RemoveExtension(); });
+}
+
+TEST(CTOVPathOperationsTest, ChangesItsCase)
+{
+    ExpectChanges({{"C:\\Dir/File.TXT", "c:\\dir/file.txt"}, {"", ""}}, [](CTOVPath& oPath) { oPath.MakeLower(); });
+    ExpectChanges({{"C:\\Dir/File.TXT", "c:\\dir/file.txt"}, {"", ""}}, [](CTOVPath& oPath) { oPath.MakePretty(); });
+    ExpectChanges({{"c:\\Dir/File.txt", "C:\\DIR/FILE.TXT"}, {"", ""}}, [](CTOVPath& oPath) { oPath.MakeUpper(); });
+}
+
+TEST(CTOVPathOperationsTest, ChangesTheCaseOfAllSharers)
+{
+    const CTOVStringA oText("Name");
+    const CTOVPath oFirst(oText);
+    CTOVPath oSecond(oFirst);
+
+    oSecond.MakeLower();
+    EXPECT_EQ("name", Text(oFirst));
+    EXPECT_EQ("name", Text(oText));
+
+    oSecond.MakeUpper();
+    EXPECT_EQ("NAME", Text(oFirst));
+
+    oSecond.MakePretty();
+    EXPECT_EQ("name", Text(oText));
+}
+
+TEST(CTOVPathOperationsTest, LeavesEveryPathUnchangedWhenCompacted)
+{
+    for (const char* szPath : {"", "a", "C:\\a\\very\\long\\path\\with\\many\\components\\file.txt"})
+    {
+        for (const unsigned int nMaxLength : {0u, 1u, 5u, 0xFFFFFFFFu})
+        {
+            CTOVPath oPath(szPath);
+            CTOVPath oOther("Other\\path");
+
+            EXPECT_NO_CHECK(oPath.CompactPath(oOther, nMaxLength));
+            EXPECT_NO_CHECK(oPath.CompactPath(CTOVPath(), nMaxLength));
+
+            EXPECT_EQ(szPath, Text(oPath));
+            EXPECT_EQ("Other\\path", Text(oOther));
+        }
+    }
+}

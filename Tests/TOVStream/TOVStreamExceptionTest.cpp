@@ -1,0 +1,145 @@
+// The exceptions of the streams: what they carry, and which handler gets what the library throws.
+#include "TOVStream/TOVStreamInstruments.h"
+
+#include <TOVStream/TOVReadFileStream.h>
+#include <TOVStream/TOVWriteFileStream.h>
+
+#include <functional>
+#include <type_traits>
+#include <typeinfo>
+
+namespace
+{
+typedef ITOVStream::StreamException StreamException;
+typedef CTOVFileStream::FileStreamException FileStreamException;
+typedef CTOVReadFileStream::ReadFileStreamException ReadFileStreamException;
+typedef CTOVWriteFileStream::WriteFileStreamException WriteFileStreamException;
+
+template<class TException> class CTOVStreamExceptionTest : public testing::Test
+{
+};
+
+typedef testing::Types<StreamException, FileStreamException, ReadFileStreamException, WriteFileStreamException>
+    tExceptions;
+TYPED_TEST_SUITE(CTOVStreamExceptionTest, tExceptions);
+
+// Which handlers get it, in this order: the interface's, the file stream's, the reader's, the writer's.
+std::vector<bool> HandlersOf(const std::function<void()>& fnStatement)
+{
+    return {IsCaughtAs<StreamException>(fnStatement), IsCaughtAs<FileStreamException>(fnStatement),
+            IsCaughtAs<ReadFileStreamException>(fnStatement), IsCaughtAs<WriteFileStreamException>(fnStatement)};
+}
+} // namespace
+
+TYPED_TEST(CTOVStreamExceptionTest, CarriesTheStreamClassAndItsCode)
+{
+    for (const unsigned long ulCode : {0ul, 7ul, 0x8000ul, 0xFFFFul})
+    {
+        TypeParam oException(static_cast<unsigned short>(ulCode));
+
+        EXPECT_EQ(CTOVException::eClassStream, oException.GetClass());
+        EXPECT_EQ(ulCode, oException.GetCode()); // widened without a sign
+    }
+}
+
+TYPED_TEST(CTOVStreamExceptionTest, CopiesClassAndCode)
+{
+    const TypeParam oException(7);
+    TypeParam oCopy(oException);
+    TypeParam oAssigned(1);
+
+    EXPECT_EQ(&oAssigned, &(oAssigned = oException));
+
+    EXPECT_EQ(7u, oCopy.GetCode());
+    EXPECT_EQ(CTOVException::eClassStream, oCopy.GetClass());
+    EXPECT_EQ(7u, oAssigned.GetCode());
+}
+
+TYPED_TEST(CTOVStreamExceptionTest, TakesClassAndCodeOfAnotherTypeAndStaysWhatItIs)
+{
+    TypeParam oException(7);
+    CTOVException& oBase = oException;
+
+    oBase = TOVDebug::CTOVAssertException();
+
+    EXPECT_EQ(CTOVException::eClassSystem, oException.GetClass());
+    EXPECT_EQ(0xFFFFu, oException.GetCode());
+    EXPECT_TRUE(typeid(TypeParam) == typeid(oBase));
+}
+
+TYPED_TEST(CTOVStreamExceptionTest, AddsNothingButItsType)
+{
+    EXPECT_TRUE((std::is_base_of<CTOVException, TypeParam>::value));
+    EXPECT_EQ(sizeof(CTOVException), sizeof(TypeParam));
+    EXPECT_FALSE(std::has_virtual_destructor<TypeParam>::value);
+}
+
+TEST(CTOVStreamExceptionHandlerTest, GetsAFileStreamsExceptionByItsOwnTypeAlone)
+{
+    CTempFolder oFolder;
+    WriteWholeFile(oFolder.File("stream.bin"), "ab");
+    CTOVFile oFile;
+    oFile.Open(oFolder.File("stream.bin").c_str(), ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary);
+    CTOVFileStream oStream(&oFile, MODE_LOADING, 0);
+    const auto fnWrite = [&oStream] { oStream.Write("x", 1); };
+
+    EXPECT_EQ((std::vector<bool>{false, true, false, false}), HandlersOf(fnWrite));
+    EXPECT_TRUE(IsCaughtAs<CTOVException>(fnWrite));
+}
+
+TEST(CTOVStreamExceptionHandlerTest, GetsAReadersExceptionByItsOwnTypeAlone)
+{
+    CTempFolder oFolder;
+    const std::string sMissing = oFolder.File("missing");
+    const auto fnOpen = [&sMissing] { CTOVReadFileStream oStream(sMissing.c_str(), 0); };
+
+    EXPECT_EQ((std::vector<bool>{false, false, true, false}), HandlersOf(fnOpen));
+    EXPECT_FALSE(IsCaughtAs<ITOVFile::Exception>(fnOpen));
+    EXPECT_TRUE(IsCaughtAs<CTOVException>(fnOpen));
+}
+
+TEST(CTOVStreamExceptionHandlerTest, GetsAWritersExceptionByItsOwnTypeAlone)
+{
+    CTempFolder oFolder;
+    CTOVWriteFileStream oStream(oFolder.File("stream.bin").c_str(), false, 0);
+    const auto fnSeek = [&oStream] { oStream.Seek(0, TOVPlatform::TOVFile::eSeekOriginStart); };
+
+    EXPECT_EQ((std::vector<bool>{false, false, false, true}), HandlersOf(fnSeek));
+    EXPECT_FALSE(IsCaughtAs<ITOVFile::Exception>(fnSeek));
+    EXPECT_TRUE(IsCaughtAs<CTOVException>(fnSeek));
+}
+
+TEST(CTOVStreamExceptionHandlerTest, GetsAnApplicationsStreamException)
+{
+    const auto fnThrow = [] { throw StreamException(7); };
+
+    EXPECT_EQ((std::vector<bool>{true, false, false, false}), HandlersOf(fnThrow));
+    EXPECT_TRUE(IsCaughtAs<CTOVException>(fnThrow));
+}
+
+TEST(CTOVStreamExceptionHandlerTest, GetsAFailedCheckByItsOwnTypeAndByTheRoot)
+{
+    const auto fnConstruct = [] { CTOVFileStream oStream(NULL, MODE_LOADING, 0); };
+
+    EXPECT_EQ((std::vector<bool>{false, false, false, false}), HandlersOf(fnConstruct));
+    EXPECT_TRUE(IsCaughtAs<TOVDebug::CTOVAssertException>(fnConstruct));
+    EXPECT_TRUE(IsCaughtAs<CTOVException>(fnConstruct));
+}
+
+TEST(CTOVStreamExceptionHandlerTest, KnowsTheThrownTypeBehindTheRoot)
+{
+    CTempFolder oFolder;
+    bool bCaught = false;
+    try
+    {
+        CTOVReadFileStream oStream(oFolder.File("missing").c_str(), 0);
+    }
+    catch (CTOVException& oException)
+    {
+        bCaught = true;
+        EXPECT_TRUE(typeid(ReadFileStreamException) == typeid(oException));
+        EXPECT_EQ(CTOVException::eClassStream, oException.GetClass());
+        EXPECT_EQ(0u, oException.GetCode());
+    }
+    EXPECT_TRUE(bCaught);
+}
