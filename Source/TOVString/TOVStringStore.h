@@ -124,7 +124,9 @@ public:
         {
             const tKeptBlock oKept = KeepOwnText(oString, szString);
             oString.m_oData.Resize(nLength + 1, false);
-            oString.Init(); // no length beyond the new block, should the source be refused
+            // An empty text, should the source be refused.
+            oString.Init();
+            Terminate(oString, 0);
             oString.m_oData.SetElements(0, szString, nLength);
         }
         oString.m_nStringLength = nLength;

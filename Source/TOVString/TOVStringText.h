@@ -352,8 +352,7 @@ private:
         return nPosition;
     }
 
-    // The next hit that ends inside the text, NULL for none in this segment. Where a sharer of the block has written a
-    // longer text into it, the search sees more than this string's length covers.
+    // The next hit that ends inside the text, NULL for none in this segment: behind it there is nothing to move.
     static tUnit* NextHit(tUnit* szSegment, const tUnit* pEnd, const tUnit* szOld, int nOldLength)
     {
         tUnit* szHit = TOVStringPlatform::FindString(szSegment, szOld);
@@ -363,6 +362,8 @@ private:
     // Zeros inside the text split it into segments; each is searched.
     static tUnit* NextSegment(tUnit* szSegment) { return szSegment + TOVStringPlatform::Length(szSegment) + 1; }
 
+    // Settled: where a sharer of the block has written a longer text into it, hits that this string's length does not
+    // cover are counted too. The check of the new length raises for them.
     static int CountHits(TString& oString, const tUnit* szOld)
     {
         const int nOldLength = TOVStringPlatform::Length(szOld);
@@ -370,7 +371,7 @@ private:
         int nHits = 0;
         for (tUnit* szSegment = oString.GetString(); szSegment < pEnd; szSegment = NextSegment(szSegment))
         {
-            while (tUnit* szHit = NextHit(szSegment, pEnd, szOld, nOldLength))
+            while (tUnit* szHit = TOVStringPlatform::FindString(szSegment, szOld))
             {
                 szSegment = szHit + nOldLength;
                 ++nHits;
