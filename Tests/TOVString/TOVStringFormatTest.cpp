@@ -1,0 +1,176 @@
+// Formatting of both strings.
+#include "TOVString/TOVStringKinds.h"
+
+#include <cstdarg>
+
+namespace
+{
+const char PLATFORM_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+
+template<class TString> class CTOVStringFormatTest : public testing::Test
+{
+protected:
+    typedef tUnitOf<TString> tUnit;
+
+    static int FormatByList(TString& oText, const tUnit* szFormat, ...)
+    {
+        va_list pArguments;
+        va_start(pArguments, szFormat);
+        const int nCount = oText.FormatV(szFormat, pArguments);
+        va_end(pArguments);
+        return nCount;
+    }
+};
+TYPED_TEST_SUITE(CTOVStringFormatTest, tStrings, sStringName);
+} // namespace
+
+TYPED_TEST(CTOVStringFormatTest, GivesTheTextAndItsLength)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(16, oText.Format(TXT("%d, %s and %c%x"), 42, TXT("text"), 'z', 0xAB));
+
+    EXPECT_EQ("42, text and zab", VisibleOf(oText));
+    EXPECT_EQ(16, oText.GetLength());
+}
+
+TYPED_TEST(CTOVStringFormatTest, TakesAnArgumentList)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(7, TestFixture::FormatByList(oText, TXT("<%5d>"), -12));
+
+    EXPECT_EQ("<  -12>", VisibleOf(oText));
+    EXPECT_EQ(7, oText.GetLength());
+}
+
+TYPED_TEST(CTOVStringFormatTest, TakesTheEstimatedSizeAndOneMore)
+{
+    TypeParam oLiteral;
+    EXPECT_EQ(4, oLiteral.Format(TXT("Test")));
+    EXPECT_EQ(Holds("Test", 11), StateOf(oLiteral));
+
+    TypeParam oNumber;
+    EXPECT_EQ(1, oNumber.Format(TXT("%d"), 1));
+    EXPECT_EQ(Holds("1", 33), StateOf(oNumber));
+
+    TypeParam oCharacter;
+    EXPECT_EQ(1, oCharacter.Format(TXT("%c"), 'x'));
+    EXPECT_EQ(Holds("x", 3), StateOf(oCharacter));
+
+    TypeParam oPercent;
+    EXPECT_EQ(1, oPercent.Format(TXT("%%")));
+    EXPECT_EQ(Holds("%", 2), StateOf(oPercent));
+}
+
+TYPED_TEST(CTOVStringFormatTest, ATextThatFillsTheEstimateIsTerminated)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(6, oText.Format(TXT("%s"), TXT("abcdef")));
+
+    EXPECT_EQ(Holds("abcdef", 7), StateOf(oText));
+}
+
+TYPED_TEST(CTOVStringFormatTest, AnEmptyArgumentGivesAnEmptyText)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(0, oText.Format(TXT("%s"), TXT("")));
+
+    EXPECT_EQ(Holds("", 2), StateOf(oText));
+}
+
+TYPED_TEST(CTOVStringFormatTest, ALongTextIsWhole)
+{
+    const TypeParam oLong = TypeParam(TXT("0123456789")) += TXT("0123456789");
+    TypeParam oText;
+    TypeParam oExpected;
+    for (int nTimes = 0; nTimes < 300; ++nTimes)
+        oExpected += oLong;
+
+    EXPECT_EQ(6000, oText.Format(TXT("%s"), oExpected.GetString()));
+
+    EXPECT_EQ(0, oText.Compare(oExpected));
+    EXPECT_EQ(6001, CapacityOf(oText));
+}
+
+TYPED_TEST(CTOVStringFormatTest, WidthsThatAreLargerThanTheTextFit)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(50, oText.Format(TXT("%50d"), 1));
+    EXPECT_EQ((sHeld{std::string(49, ' ') + "1", 51}), StateOf(oText));
+
+    EXPECT_EQ(40, oText.Format(TXT("%.40d"), 1));
+    EXPECT_EQ((sHeld{std::string(39, '0') + "1", 51}), StateOf(oText));
+}
+
+TYPED_TEST(CTOVStringFormatTest, RealNumbersFit)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(8, oText.Format(TXT("%f"), 3.25));
+    EXPECT_EQ("3.250000", VisibleOf(oText));
+
+    EXPECT_EQ(9, oText.Format(TXT("%+f"), 3.25));
+    EXPECT_EQ("+3.250000", VisibleOf(oText));
+
+    EXPECT_EQ(101 + 1 + 6, oText.Format(TXT("%f"), 1e100));
+}
+
+TYPED_TEST(CTOVStringFormatTest, AHeldCapacityIsUsedInPlace)
+{
+    TypeParam oText(TXT("a text of some length, long enough for a number"));
+    const auto* const pBlock = oText.GetString();
+    const long lCapacity = CapacityOf(oText);
+
+    EXPECT_EQ(2, oText.Format(TXT("%d"), 42));
+
+    EXPECT_EQ((sHeld{"42", lCapacity}), StateOf(oText));
+    EXPECT_EQ(pBlock, oText.GetString());
+}
+
+TYPED_TEST(CTOVStringFormatTest, TheEstimateDecidesWhatFits)
+{
+    TypeParam oText(TXT("0123456789012345678901234567890")); // capacity 32, one too small for a number
+
+    oText.Format(TXT("%d"), 7);
+
+    EXPECT_EQ(Holds("7", 33), StateOf(oText));
+}
+
+TYPED_TEST(CTOVStringFormatTest, RefusesAFormatThatYieldsNothing)
+{
+    TypeParam oText(TXT("abc"));
+    TypeParam oNew;
+
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "nCount > 0", oText.Format(TXT("")));
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "nCount > 0", oNew.Format(TXT("")));
+
+    EXPECT_EQ(Holds("abc", 4), StateOf(oText));
+    EXPECT_EQ(Holds("", 1), StateOf(oNew));
+}
+
+TYPED_TEST(CTOVStringFormatTest, RefusesNullAndUnknownConversions)
+{
+    const tUnitOf<TypeParam>* const szNull = NULL;
+    TypeParam oText(TXT("abc"));
+
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szFormat != NULL", oText.Format(szNull));
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "FALSE", oText.Format(TXT("%y"), 1));
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "FALSE", oText.Format(TXT("100%")));
+
+    EXPECT_EQ(Holds("abc", 4), StateOf(oText));
+}
+
+TYPED_TEST(CTOVStringFormatTest, ATextWithAZeroFromACharacterEndsBehindIt)
+{
+    TypeParam oText;
+
+    EXPECT_EQ(3, oText.Format(TXT("a%cb"), 0));
+
+    EXPECT_EQ(3, oText.GetLength());
+    EXPECT_EQ("a", VisibleOf(oText));
+    EXPECT_EQ('b', oText.GetAt(2));
+}
