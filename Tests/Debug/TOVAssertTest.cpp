@@ -40,10 +40,7 @@ void Say(const std::string& sText)
 class CWitness : public CRecordingListener
 {
 public:
-    CWitness() : CRecordingListener("heard", m_aRecord)
-    {
-        TOVDebug::CTOVDebugServer::Instance().Register(this);
-    }
+    CWitness() : CRecordingListener("heard", m_aRecord) { TOVDebug::CTOVDebugServer::Instance().Register(this); }
 
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override
     {
@@ -62,10 +59,7 @@ private:
 // A static object whose clean-up can be heard.
 struct sTellsItsCleanUp
 {
-    ~sTellsItsCleanUp()
-    {
-        Say("clean-up");
-    }
+    ~sTellsItsCleanUp() { Say("clean-up"); }
 };
 
 void TellCleanUp()
@@ -93,7 +87,8 @@ TEST(TOVAssertTest, TellsTheListenersFileFirstAndExpressionLast)
 
     EXPECT_THROW(TOVDebug::Assert("nCount > 0", "Folder/File.cpp", 148), TOVDebug::CTOVAssertException);
 
-    EXPECT_EQ((tRecord{"A assert Folder/File.cpp(148): nCount > 0", "B assert Folder/File.cpp(148): nCount > 0"}), aRecord);
+    EXPECT_EQ((tRecord{"A assert Folder/File.cpp(148): nCount > 0", "B assert Folder/File.cpp(148): nCount > 0"}),
+              aRecord);
     TOVDebug::CTOVDebugServer::Instance().Unregister(&oB);
     TOVDebug::CTOVDebugServer::Instance().Unregister(&oA);
 }
@@ -140,10 +135,7 @@ TEST(TOVAssertTest, TellsTheListenersBeforeItUnwinds)
     struct sUnwinding
     {
         tRecord& aRecord;
-        ~sUnwinding()
-        {
-            aRecord.push_back("unwound");
-        }
+        ~sUnwinding() { aRecord.push_back("unwound"); }
     };
 
     try

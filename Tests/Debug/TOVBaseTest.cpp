@@ -19,10 +19,7 @@ struct sMortal
 {
     static int s_nDeaths;
 
-    ~sMortal()
-    {
-        ++s_nDeaths;
-    }
+    ~sMortal() { ++s_nDeaths; }
 };
 int sMortal::s_nDeaths = 0;
 
@@ -93,7 +90,6 @@ TEST(TOVAssertMacroTest, ReportsFileAndLineOfTheCheck)
     EXPECT_EQ(ulLine, oLog.Checks()[0].ulLine);
 }
 
-
 TEST(TOVAssertMacroTest, DoesNoWorkBehindAFailedCheck)
 {
     int nWork = 0;
@@ -127,8 +123,9 @@ TEST(TOVAssertMacroTest, IsOneStatement)
 TEST(TOVByteSwapTest, ReversesFourBytes)
 {
     const sSwap aSwaps[] = {
-        {0xABCD, 0xCDAB0000},     {0x12345678, 0x78563412}, {0, 0},          {0xFFFFFFFF, 0xFFFFFFFF},
-        {0xFF000000, 0x000000FF}, {0x000000FF, 0xFF000000}, {0x80, 0x80000000}, {0x00FF0000, 0x0000FF00},
+        {0xABCD, 0xCDAB0000},     {0x12345678, 0x78563412}, {0, 0},
+        {0xFFFFFFFF, 0xFFFFFFFF}, {0xFF000000, 0x000000FF}, {0x000000FF, 0xFF000000},
+        {0x80, 0x80000000},       {0x00FF0000, 0x0000FF00},
     };
     for (const sSwap& oSwap : aSwaps)
         EXPECT_EQ(oSwap.dwReversed, TOV_BYTESWAP32(oSwap.dwValue)) << oSwap.dwValue;

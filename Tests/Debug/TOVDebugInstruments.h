@@ -28,9 +28,7 @@ inline std::string FormatPlainly(const char* szFormat, va_list pArguments)
 class CRecordingListener : public TOVDebug::ITOVLogListener
 {
 public:
-    CRecordingListener(const std::string& sName, tRecord& aRecord) : m_sName(sName), m_aRecord(aRecord)
-    {
-    }
+    CRecordingListener(const std::string& sName, tRecord& aRecord) : m_sName(sName), m_aRecord(aRecord) {}
 
     void OnStartup() override
     {
@@ -68,10 +66,7 @@ public:
                             "): " + FormatPlainly(szFormat, pArguments));
     }
 
-    void SetApplicationName(const char* szName) override
-    {
-        m_aRecord.push_back(m_sName + " name " + szName);
-    }
+    void SetApplicationName(const char* szName) override { m_aRecord.push_back(m_sName + " name " + szName); }
 
     std::function<void()> fnOnStartup;
     std::function<void()> fnOnClosedown;
@@ -83,8 +78,8 @@ private:
     tRecord& m_aRecord;
 };
 
-// Makes an object that is never destroyed, for children that end with a listener in the table: the library's own clean-up
-// still logs after theirs.
+// Makes an object that is never destroyed, for children that end with a listener in the table: the library's own
+// clean-up still logs after theirs.
 template<class T, class... TArguments> T& MakeImmortal(TArguments&&... oArguments)
 {
     return *new T(std::forward<TArguments>(oArguments)...);

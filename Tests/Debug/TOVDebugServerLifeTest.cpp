@@ -49,8 +49,8 @@ TEST(CTOVDebugServerLifeTest, HoldsTableLockAndNameInThisOrder)
     EXPECT_EQ(sizeof(sLayout), sizeof(CTOVDebugServer));
     EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&TableOf(oServer)) - pServer);
     EXPECT_LT(reinterpret_cast<const char*>(&TableOf(oServer)), reinterpret_cast<const char*>(&LockOf(oServer)));
-    EXPECT_EQ(sizeof(unsigned long long), reinterpret_cast<const char*>(&NameMemberOf(oServer)) -
-                                              reinterpret_cast<const char*>(&LockOf(oServer)));
+    EXPECT_EQ(sizeof(unsigned long long),
+              reinterpret_cast<const char*>(&NameMemberOf(oServer)) - reinterpret_cast<const char*>(&LockOf(oServer)));
 }
 
 TEST(CTOVDebugServerLifeTest, BeginsWithAnEmptyTableALockAndAnUnknownName)
@@ -390,14 +390,9 @@ namespace
 class CTellingServer : public COpenServer
 {
 public:
-    explicit CTellingServer(tRecord& aRecord) : m_aRecord(aRecord)
-    {
-    }
+    explicit CTellingServer(tRecord& aRecord) : m_aRecord(aRecord) {}
 
-    ~CTellingServer() noexcept(false) override
-    {
-        m_aRecord.push_back("server deleted");
-    }
+    ~CTellingServer() noexcept(false) override { m_aRecord.push_back("server deleted"); }
 
 private:
     tRecord& m_aRecord;

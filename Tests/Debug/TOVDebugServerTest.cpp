@@ -29,10 +29,7 @@ protected:
         m_aRecord.clear();
     }
 
-    void Log()
-    {
-        m_oServer.OnLog("File", 1, eSeverityInfo, "%s", "text");
-    }
+    void Log() { m_oServer.OnLog("File", 1, eSeverityInfo, "%s", "text"); }
 
     // What Log makes the named listeners write.
     static tRecord Logged(const std::string& sNames)
@@ -269,9 +266,10 @@ TEST_F(CTOVDebugServerTest, HandsALineToAllListenersInOrder)
 
     m_oServer.OnLog("Folder/File.cpp", 0xFFFFFFFFul, eSeverityWarning, "%d of %s", 7, "nine");
 
-    EXPECT_EQ((tRecord{"A log Folder/File.cpp(4294967295) 400: 7 of nine", "B log Folder/File.cpp(4294967295) 400: 7 of nine",
-                       "C log Folder/File.cpp(4294967295) 400: 7 of nine"}),
-              m_aRecord);
+    EXPECT_EQ(
+        (tRecord{"A log Folder/File.cpp(4294967295) 400: 7 of nine", "B log Folder/File.cpp(4294967295) 400: 7 of nine",
+                 "C log Folder/File.cpp(4294967295) 400: 7 of nine"}),
+        m_aRecord);
 }
 
 TEST_F(CTOVDebugServerTest, HandsAFailedCheckToAllListenersInOrder)
@@ -280,8 +278,9 @@ TEST_F(CTOVDebugServerTest, HandsAFailedCheckToAllListenersInOrder)
 
     m_oServer.OnAssert("File", 12, "nCount > 0");
 
-    EXPECT_EQ((tRecord{"A assert File(12): nCount > 0", "B assert File(12): nCount > 0", "C assert File(12): nCount > 0"}),
-              m_aRecord);
+    EXPECT_EQ(
+        (tRecord{"A assert File(12): nCount > 0", "B assert File(12): nCount > 0", "C assert File(12): nCount > 0"}),
+        m_aRecord);
 }
 
 TEST_F(CTOVDebugServerTest, HandsAPanicToAllListenersInOrderAndGoesOn)
@@ -290,7 +289,8 @@ TEST_F(CTOVDebugServerTest, HandsAPanicToAllListenersInOrderAndGoesOn)
 
     m_oServer.OnPanic("File", 12, eSeverityFatal, "%s %d", "out of", 5);
 
-    EXPECT_EQ((tRecord{"A panic File(12): out of 5", "B panic File(12): out of 5", "C panic File(12): out of 5"}), m_aRecord);
+    EXPECT_EQ((tRecord{"A panic File(12): out of 5", "B panic File(12): out of 5", "C panic File(12): out of 5"}),
+              m_aRecord);
 }
 
 TEST_F(CTOVDebugServerTest, HandsOverTheVeryPointersThatItIsGiven)
@@ -318,7 +318,8 @@ TEST_F(CTOVDebugServerTest, GivesEveryListenerTheArgumentsFromTheFirstOn)
 {
     RegisterAll();
 
-    m_oServer.OnLog("File", 1, eSeverityInfo, "%d %s %.1f %d %d %d %d %.2f %s", 1, "two", 3.5, 4, 5, 6, 7, 8.25, "nine");
+    m_oServer.OnLog("File", 1, eSeverityInfo, "%d %s %.1f %d %d %d %d %.2f %s", 1, "two", 3.5, 4, 5, 6, 7, 8.25,
+                    "nine");
 
     const std::string sText = " log File(1) 200: 1 two 3.5 4 5 6 7 8.25 nine";
     EXPECT_EQ((tRecord{"A" + sText, "B" + sText, "C" + sText}), m_aRecord);
@@ -353,8 +354,8 @@ TEST_F(CTOVDebugServerTest, PassesOverNullEntries)
     m_oServer.OnAssert("File", 1, "x");
     m_oServer.OnPanic("File", 1, eSeverityFatal, "y");
 
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "C log File(1) 200: text", "A assert File(1): x", "C assert File(1): x",
-                       "A panic File(1): y", "C panic File(1): y"}),
+    EXPECT_EQ((tRecord{"A log File(1) 200: text", "C log File(1) 200: text", "A assert File(1): x",
+                       "C assert File(1): x", "A panic File(1): y", "C panic File(1): y"}),
               m_aRecord);
 }
 

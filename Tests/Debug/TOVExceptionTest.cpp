@@ -45,7 +45,8 @@ TYPED_TEST_SUITE(CTOVExceptionFamilyTest, tFamily, );
 template<class T, class = void> struct sHasConstGetClass : std::false_type
 {
 };
-template<class T> struct sHasConstGetClass<T, std::void_t<decltype(std::declval<const T&>().GetClass())>> : std::true_type
+template<class T>
+struct sHasConstGetClass<T, std::void_t<decltype(std::declval<const T&>().GetClass())>> : std::true_type
 {
 };
 template<class T, class = void> struct sHasConstGetCode : std::false_type
@@ -59,19 +60,11 @@ template<class T> struct sHasConstGetCode<T, std::void_t<decltype(std::declval<c
 class CAnsweringException : public CTOVException
 {
 public:
-    CAnsweringException() : CTOVException(eClassFile, 1)
-    {
-    }
+    CAnsweringException() : CTOVException(eClassFile, 1) {}
 
-    eErrorClass GetClass() override
-    {
-        return eClassStream;
-    }
+    eErrorClass GetClass() override { return eClassStream; }
 
-    unsigned long GetCode() const override
-    {
-        return 99;
-    }
+    unsigned long GetCode() const override { return 99; }
 };
 } // namespace
 

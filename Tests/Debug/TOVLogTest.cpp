@@ -18,10 +18,7 @@ protected:
         m_aRecord.clear();
     }
 
-    ~TOVLogTest() override
-    {
-        TOVDebug::CTOVDebugServer::Instance().Unregister(&m_oListener);
-    }
+    ~TOVLogTest() override { TOVDebug::CTOVDebugServer::Instance().Unregister(&m_oListener); }
 
     tRecord m_aRecord;
     CRecordingListener m_oListener;
@@ -33,10 +30,7 @@ class CCountingListener : public CRecordingListener
 public:
     using CRecordingListener::CRecordingListener;
 
-    void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override
-    {
-        ++nLines;
-    }
+    void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override { ++nLines; }
 
     int nLines = 0;
 };

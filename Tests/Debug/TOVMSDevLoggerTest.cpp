@@ -276,7 +276,8 @@ TOV_CHILD(LogsANullFormat)
     {
         std::printf("raised; ");
     }
-    std::printf("%s; ", aRecord.size() == 1 && aRecord[0].find("szFormat != NULL") != std::string::npos ? "heard" : "not heard");
+    std::printf("%s; ", aRecord.size() == 1 && aRecord[0].find("szFormat != NULL") != std::string::npos ? "heard"
+                                                                                                        : "not heard");
 
     CBlockableThread oOther([] { LogPlainly("File", "text"); });
     std::printf("%s; ", oOther.IsBlocked() ? "locked" : "free");
@@ -347,7 +348,8 @@ TEST(CTOVMSDevLoggerTest, APanicWithoutPercentSignsIsOnePieceAsItStands)
 {
     const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"lost all"});
 
-    EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : lost all"))
+    EXPECT_EQ(1,
+              std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : lost all"))
         << Joined(oChild.aDebuggerTexts);
     ASSERT_EQ(1u, oChild.aBoxes.size());
     EXPECT_EQ("Critical Application Error", oChild.aBoxes[0].sCaption);
@@ -358,7 +360,8 @@ TEST(CTOVMSDevLoggerTest, ALongPanicComesOutWhole)
     const std::string sLong(3000, 'p');
     const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sLong});
 
-    EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : " + sLong));
+    EXPECT_EQ(
+        1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : " + sLong));
     ASSERT_EQ(1u, oChild.aBoxes.size());
     EXPECT_EQ("Folder/File.cpp(148) : " + sLong, oChild.aBoxes[0].sText);
 }

@@ -100,7 +100,8 @@ TEST_F(TOVStartupTest, TheLoggerListensBeforeTheClassesAreMade)
         return std::find(aAdded.begin(), aAdded.end(), szClass) - aAdded.begin();
     };
 
-    ASSERT_LT(fnPlaceOf("CTOVVirtualFileSystem"), static_cast<std::ptrdiff_t>(aAdded.size())) << Joined(Texts().aBefore);
+    ASSERT_LT(fnPlaceOf("CTOVVirtualFileSystem"), static_cast<std::ptrdiff_t>(aAdded.size()))
+        << Joined(Texts().aBefore);
     EXPECT_LT(fnPlaceOf("<invalid class>"), fnPlaceOf("ITOVVirtualFileSystem"));
     EXPECT_LT(fnPlaceOf("ITOVVirtualFileSystem"), fnPlaceOf("CTOVVirtualFileSystem"));
 }
@@ -169,10 +170,7 @@ class CLastListener : public CRecordingListener
 public:
     using CRecordingListener::CRecordingListener;
 
-    void OnClosedown() override
-    {
-        Say("closedown");
-    }
+    void OnClosedown() override { Say("closedown"); }
 
     void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char* szFormat, va_list pArguments) override
     {
@@ -200,8 +198,7 @@ struct sLateUser
 TOV_CHILD(EndsWithAListener)
 {
     static const sLateUser s_oLate;
-    TOVDebug::CTOVDebugServer::Instance().Register(
-        &MakeImmortal<CLastListener>("last", MakeImmortal<tRecord>()));
+    TOVDebug::CTOVDebugServer::Instance().Register(&MakeImmortal<CLastListener>("last", MakeImmortal<tRecord>()));
     Say("main ends");
 }
 

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
-// The counts hang on a slot of the system's thread-local storage: the compiler's own would call malloc, and so the hooks,
-// at its first use in a thread.
+// The counts hang on a slot of the system's thread-local storage: the compiler's own would call malloc, and so the
+// hooks, at its first use in a thread.
 static DWORD s_dwSlot = TLS_OUT_OF_INDEXES;
 
 // A query must not disturb the error code that the hooked caller is about to read.
@@ -66,8 +66,8 @@ static void HookedFree(void* pBlock)
     s_fnFree(pBlock);
 }
 
-// The system's modules, and what throwing needs: the locks and the thread-local storage of the compiler's runtime. Their
-// memory must not fail.
+// The system's modules, and what throwing needs: the locks and the thread-local storage of the compiler's runtime.
+// Their memory must not fail.
 static bool IsLeftAlone(HMODULE hModule)
 {
     char szSystem[MAX_PATH];
@@ -118,8 +118,8 @@ sAllocationCounts& AllocationCountsOfThisThread()
     sAllocationCounts* pCounts = FindCounts();
     if (pCounts == nullptr)
     {
-        pCounts = static_cast<sAllocationCounts*>(
-            HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(sAllocationCounts)));
+        pCounts =
+            static_cast<sAllocationCounts*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(sAllocationCounts)));
         TlsSetValue(s_dwSlot, pCounts);
     }
     return *pCounts;

@@ -24,10 +24,7 @@ public:
     }
 
     // Waits for the end of the action.
-    ~CBlockableThread()
-    {
-        m_oThread.join();
-    }
+    ~CBlockableThread() { m_oThread.join(); }
 
     CBlockableThread(const CBlockableThread&) = delete;
     CBlockableThread& operator=(const CBlockableThread&) = delete;
@@ -39,10 +36,7 @@ public:
     }
 
     // Whether the action comes to its end before a generous deadline.
-    bool Finishes()
-    {
-        return Await(m_bFinished, std::chrono::seconds(60));
-    }
+    bool Finishes() { return Await(m_bFinished, std::chrono::seconds(60)); }
 
 private:
     void Set(bool& bFlag)

@@ -12,6 +12,7 @@ public:
     CMultiByteCodePage(const CMultiByteCodePage&) = delete;
     CMultiByteCodePage& operator=(const CMultiByteCodePage&) = delete;
 
-    // One character of two bytes in that code page. None of the two stands for a character of its own in the tests' texts.
+    // One character of two bytes in that code page. None of the two stands for a character of its own in the tests'
+    // texts.
     const char* Character() const;
 };

@@ -25,8 +25,8 @@ struct sShownBox
 
 struct sObservation
 {
-    bool bDebugger = false;             // a debugger is attached from the start
-    std::vector<eUserAnswer> aAnswers;  // to the boxes, in their order; with none, there is no user
+    bool bDebugger = false;              // a debugger is attached from the start
+    std::vector<eUserAnswer> aAnswers;   // to the boxes, in their order; with none, there is no user
     std::vector<std::string> aArguments; // for the scenario
 };
 
@@ -39,6 +39,6 @@ struct sObservedChild
     std::vector<sShownBox> aBoxes;
 };
 
-// Runs a scenario, defined with TOV_CHILD, and waits for its end under a deadline. Boxes beyond the answers are closed as
-// eUserOther closes them.
+// Runs a scenario, defined with TOV_CHILD, and waits for its end under a deadline. Boxes beyond the answers are closed
+// as eUserOther closes them.
 sObservedChild RunObserved(const std::string& sScenario, const sObservation& oHow);

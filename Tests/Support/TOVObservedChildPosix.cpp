@@ -24,22 +24,14 @@ const char ERROR_PROMPT[] = "[Enter] ";
 class CDescriptor
 {
 public:
-    explicit CDescriptor(int nDescriptor = -1) : m_nDescriptor(nDescriptor)
-    {
-    }
+    explicit CDescriptor(int nDescriptor = -1) : m_nDescriptor(nDescriptor) {}
 
-    ~CDescriptor()
-    {
-        Close();
-    }
+    ~CDescriptor() { Close(); }
 
     CDescriptor(const CDescriptor&) = delete;
     CDescriptor& operator=(const CDescriptor&) = delete;
 
-    void Set(int nDescriptor)
-    {
-        m_nDescriptor = nDescriptor;
-    }
+    void Set(int nDescriptor) { m_nDescriptor = nDescriptor; }
 
     void Close()
     {
@@ -48,10 +40,7 @@ public:
         m_nDescriptor = -1;
     }
 
-    int Get() const
-    {
-        return m_nDescriptor;
-    }
+    int Get() const { return m_nDescriptor; }
 
 private:
     int m_nDescriptor;

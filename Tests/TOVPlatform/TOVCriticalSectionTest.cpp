@@ -16,14 +16,9 @@ const unsigned long SPIN_COUNT = 2000;
 class TOVPlatformCriticalSectionTest : public testing::Test
 {
 protected:
-    TOVPlatformCriticalSectionTest() : m_hLock(CriticalSection::Create(SPIN_COUNT))
-    {
-    }
+    TOVPlatformCriticalSectionTest() : m_hLock(CriticalSection::Create(SPIN_COUNT)) {}
 
-    ~TOVPlatformCriticalSectionTest() override
-    {
-        CriticalSection::Destroy(m_hLock);
-    }
+    ~TOVPlatformCriticalSectionTest() override { CriticalSection::Destroy(m_hLock); }
 
     void EnterAndLeave()
     {
@@ -49,17 +44,22 @@ TEST_F(TOVPlatformCriticalSectionTest, HasAHandleOfItsOwn)
     CriticalSection::Destroy(hOther);
 }
 
-TEST_F(TOVPlatformCriticalSectionTest, WidensANativeHandleWithItsSign)
+#if TOV_SYSTEM_WINDOWS
+TEST_F(TOVPlatformCriticalSectionTest, WidensTheRecordsAddressWithItsSign)
 {
-    if (sizeof(void*) == 4)
-    {
-        EXPECT_EQ(static_cast<unsigned long long>(static_cast<std::int32_t>(m_hLock)), m_hLock);
-    }
-    else
-    {
-        EXPECT_NE(0ull, m_hLock);
-    }
+    EXPECT_EQ(static_cast<unsigned long long>(static_cast<std::int32_t>(m_hLock)), m_hLock);
 }
+
+TEST_F(TOVPlatformCriticalSectionTest, KnowsItsRecordByTheLowHalfOfTheHandle)
+{
+    CriticalSection::Enter(m_hLock ^ 0xFFFFFFFF00000000ull);
+    CBlockableThread oOther([this] { EnterAndLeave(); });
+    EXPECT_TRUE(oOther.IsBlocked());
+
+    CriticalSection::Leave(m_hLock ^ 0xFFFFFFFF00000000ull);
+    EXPECT_TRUE(oOther.Finishes());
+}
+#endif
 
 TEST(TOVPlatformCriticalSectionCreateTest, TakesAnySpinCount)
 {

@@ -30,9 +30,9 @@ const char WHITE_SPACE[] = " \t\n\v\f\r";
 TEST(TOVStringCopyNTest, WritesTheCountOrOneByteMore)
 {
     const sCopyN aCopies[] = {
-        {"ab", 5, "ab0000##"},     {"", 5, "000000##"},      {"", 1, "00######"},      {"abcd", 5, "abcd00##"},
-        {"abcde", 5, "abcde###"},  {"abcdefg", 5, "abcde###"}, {"a", 1, "a#######"},   {"ab", 1, "a#######"},
-        {"a", 2, "a00#####"},      {"abc", 0, "########"},   {"", 0, "########"},
+        {"ab", 5, "ab0000##"},    {"", 5, "000000##"},        {"", 1, "00######"},  {"abcd", 5, "abcd00##"},
+        {"abcde", 5, "abcde###"}, {"abcdefg", 5, "abcde###"}, {"a", 1, "a#######"}, {"ab", 1, "a#######"},
+        {"a", 2, "a00#####"},     {"abc", 0, "########"},     {"", 0, "########"},
     };
     for (const sCopyN& oCopy : aCopies)
     {

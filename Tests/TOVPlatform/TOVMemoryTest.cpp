@@ -23,8 +23,9 @@ const char BAD_WORD_SIZE[] = "(dwSize > 0) && ((dwSize % 4) == 0)";
 // Blocks to compare: equal but for one byte, at any distance from an aligned address.
 struct sBlocks
 {
-    sBlocks(std::size_t nSize, std::size_t nOffset) : aFirst(nSize + nOffset, 0x55), aSecond(nSize + nOffset, 0x55),
-                                                      pFirst(aFirst.data() + nOffset), pSecond(aSecond.data() + nOffset)
+    sBlocks(std::size_t nSize, std::size_t nOffset)
+        : aFirst(nSize + nOffset, 0x55), aSecond(nSize + nOffset, 0x55), pFirst(aFirst.data() + nOffset),
+          pSecond(aSecond.data() + nOffset)
     {
     }
 

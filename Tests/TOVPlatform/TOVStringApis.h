@@ -59,9 +59,7 @@ const char STRING_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
 template<class T> class CText
 {
 public:
-    CText(const char* szText) : CText(std::string(szText))
-    {
-    }
+    CText(const char* szText) : CText(std::string(szText)) {}
 
     CText(const std::string& sText)
     {
@@ -70,15 +68,9 @@ public:
         m_aUnits.push_back(0);
     }
 
-    operator T*()
-    {
-        return m_aUnits.data();
-    }
+    operator T*() { return m_aUnits.data(); }
 
-    T* Get()
-    {
-        return m_aUnits.data();
-    }
+    T* Get() { return m_aUnits.data(); }
 
 private:
     std::vector<T> m_aUnits;
@@ -88,19 +80,11 @@ private:
 template<class T> class CRoom
 {
 public:
-    explicit CRoom(std::size_t nUnits) : m_aUnits(nUnits, static_cast<T>('#'))
-    {
-    }
+    explicit CRoom(std::size_t nUnits) : m_aUnits(nUnits, static_cast<T>('#')) {}
 
-    operator T*()
-    {
-        return m_aUnits.data();
-    }
+    operator T*() { return m_aUnits.data(); }
 
-    T* Get()
-    {
-        return m_aUnits.data();
-    }
+    T* Get() { return m_aUnits.data(); }
 
     // All of it as bytes, with '0' for a zero and '?' for what is wider than a byte.
     std::string Shown() const
@@ -155,10 +139,7 @@ struct sListEnd
 {
     va_list& pList;
 
-    ~sListEnd()
-    {
-        va_end(pList);
-    }
+    ~sListEnd() { va_end(pList); }
 };
 
 // Call the functions that take an argument list.

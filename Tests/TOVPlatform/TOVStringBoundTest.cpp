@@ -53,8 +53,8 @@ void ExpectCoversAllForms(const std::string& sConversion, TValue oValue)
                 ExpectCovers<TApi, TPrinter>(std::string("%") + szFlags + szWidth + szPrecision + sConversion, oValue);
 }
 
-// The same for an integer, which takes as many units in wide text as in narrow text. It is printed narrow: Wine 8 writes
-// behind its own buffer when it prints a wide integer with a precision above 20.
+// The same for an integer, which takes as many units in wide text as in narrow text. It is printed narrow: Wine 8
+// writes behind its own buffer when it prints a wide integer with a precision above 20.
 template<class TApi, class TValue> void ExpectCoversIntegerForms(const std::string& sConversion, TValue oValue)
 {
     ExpectCoversAllForms<TApi, sNarrowApi>(sConversion, oValue);
@@ -63,9 +63,8 @@ template<class TApi, class TValue> void ExpectCoversIntegerForms(const std::stri
 
 TYPED_TEST(TOVPlatformBoundTest, CountsTheWholeRemainderForEveryLiteralUnit)
 {
-    const sBound aBounds[] = {{"", 0},    {"a", 1},    {"ab", 3},     {"Test", 10},
-                              {"%%", 1},  {"%%%%", 4}, {"a%%", 4},    {"%%a", 3},
-                              {"a%%b", 7}, {"1234567890", 55}};
+    const sBound aBounds[] = {{"", 0},     {"a", 1},   {"ab", 3},  {"Test", 10}, {"%%", 1},
+                              {"%%%%", 4}, {"a%%", 4}, {"%%a", 3}, {"a%%b", 7},  {"1234567890", 55}};
     for (const sBound& oBound : aBounds)
         EXPECT_EQ(oBound.nBound, BoundOf<TypeParam>(oBound.szFormat)) << oBound.szFormat;
 }
@@ -79,15 +78,16 @@ TYPED_TEST(TOVPlatformBoundTest, CountsLiteralUnitsAroundConversions)
 
 TYPED_TEST(TOVPlatformBoundTest, CountsAtLeast32ForIntegers)
 {
-    for (const char* szFormat : {"%d", "%i", "%u", "%o", "%x", "%X", "%5d", "%32d", "%-5d", "%+d", "% d", "%0d", "%05d",
-                                 "%.5d", "%10.20d", "%16.16u", "%hd", "%ld", "%Fd", "%Ld", "%Nd", "%.d", "%-+ 05d"})
+    for (const char* szFormat :
+         {"%d",   "%i",   "%u",      "%o",      "%x",  "%X",  "%5d", "%32d", "%-5d", "%+d", "% d",    "%0d",
+          "%05d", "%.5d", "%10.20d", "%16.16u", "%hd", "%ld", "%Fd", "%Ld",  "%Nd",  "%.d", "%-+ 05d"})
         EXPECT_EQ(32, BoundOf<TypeParam>(szFormat, 7)) << szFormat;
 }
 
 TYPED_TEST(TOVPlatformBoundTest, AddsWidthAndPrecisionOfIntegers)
 {
-    const sBound aBounds[] = {{"%33d", 33},    {"%50d", 50},    {"%.40d", 40}, {"%20.20d", 40}, {"%50.20x", 70},
-                              {"%-100d", 100}, {"%0100d", 100}, {"%1.32u", 33}};
+    const sBound aBounds[] = {{"%33d", 33},    {"%50d", 50},    {"%.40d", 40},   {"%20.20d", 40},
+                              {"%50.20x", 70}, {"%-100d", 100}, {"%0100d", 100}, {"%1.32u", 33}};
     for (const sBound& oBound : aBounds)
         EXPECT_EQ(oBound.nBound, BoundOf<TypeParam>(oBound.szFormat, 7)) << oBound.szFormat;
 }
@@ -126,10 +126,10 @@ TYPED_TEST(TOVPlatformBoundTest, CountsAtLeast128ForExponents)
 TYPED_TEST(TOVPlatformBoundTest, MeasuresFractionsWithSixMoreDigits)
 {
     const sFractionBound aBounds[] = {
-        {"%f", 1.5, 8},         {"%f", -1.5, 9},       {"%.2f", 1.5, 10},     {"%f", 123456.0, 13},
-        {"%20f", 1.5, 20},      {"%.0f", 1.5, 8},      {"%10.0f", 1.5, 10},   {"%5.1f", 1.5, 9},
-        {"%f", DBL_MAX, 316},   {"%f", -DBL_MAX, 317}, {"%.10f", 0.0, 18},    {"%lf", 1.5, 8},
-        {"%Lf", 1.5, 8},        {"a%fb", 1.5, 4 + 8 + 1}, {"%400f", 1.5, 400}, {"%f", 1e-300, 8},
+        {"%f", 1.5, 8},       {"%f", -1.5, 9},          {"%.2f", 1.5, 10},   {"%f", 123456.0, 13},
+        {"%20f", 1.5, 20},    {"%.0f", 1.5, 8},         {"%10.0f", 1.5, 10}, {"%5.1f", 1.5, 9},
+        {"%f", DBL_MAX, 316}, {"%f", -DBL_MAX, 317},    {"%.10f", 0.0, 18},  {"%lf", 1.5, 8},
+        {"%Lf", 1.5, 8},      {"a%fb", 1.5, 4 + 8 + 1}, {"%400f", 1.5, 400}, {"%f", 1e-300, 8},
     };
     for (const sFractionBound& oBound : aBounds)
         EXPECT_EQ(oBound.nBound, BoundOf<TypeParam>(oBound.szFormat, oBound.dValue)) << oBound.szFormat;
@@ -137,8 +137,8 @@ TYPED_TEST(TOVPlatformBoundTest, MeasuresFractionsWithSixMoreDigits)
 
 TYPED_TEST(TOVPlatformBoundTest, CountsTwoForACharacter)
 {
-    const sBound aBounds[] = {{"%c", 2},   {"%C", 2},   {"%1c", 2},  {"%5c", 5},   {"%.1c", 1},
-                              {"%.2c", 2}, {"%.3c", 2}, {"%3.1c", 3}, {"%hc", 2},  {"%lc", 2}};
+    const sBound aBounds[] = {{"%c", 2},   {"%C", 2},   {"%1c", 2},   {"%5c", 5}, {"%.1c", 1},
+                              {"%.2c", 2}, {"%.3c", 2}, {"%3.1c", 3}, {"%hc", 2}, {"%lc", 2}};
     for (const sBound& oBound : aBounds)
         EXPECT_EQ(oBound.nBound, BoundOf<TypeParam>(oBound.szFormat, 'A')) << oBound.szFormat;
 }
@@ -146,9 +146,9 @@ TYPED_TEST(TOVPlatformBoundTest, CountsTwoForACharacter)
 TYPED_TEST(TOVPlatformBoundTest, CountsTheLengthOfATextOfItsOwnWidth)
 {
     const sTextBound aBounds[] = {
-        {"%s", "hello", 5},   {"%s", "h", 1},         {"%s", "", 1},          {"%3s", "hello", 5}, {"%9s", "hello", 9},
-        {"%.3s", "hello", 3}, {"%.5s", "hello", 5},   {"%.9s", "hello", 5},   {"%.0s", "hello", 5}, {"%9.3s", "hello", 9},
-        {"%2.3s", "hello", 3}, {"a%sb", "hello", 10}, {"%-9s", "hello", 9},   {"%Fs", "hello", 5}, {"%5s", "", 5},
+        {"%s", "hello", 5},    {"%s", "h", 1},        {"%s", "", 1},        {"%3s", "hello", 5},  {"%9s", "hello", 9},
+        {"%.3s", "hello", 3},  {"%.5s", "hello", 5},  {"%.9s", "hello", 5}, {"%.0s", "hello", 5}, {"%9.3s", "hello", 9},
+        {"%2.3s", "hello", 3}, {"a%sb", "hello", 10}, {"%-9s", "hello", 9}, {"%Fs", "hello", 5},  {"%5s", "", 5},
     };
     for (const sTextBound& oBound : aBounds)
     {
@@ -199,8 +199,9 @@ TYPED_TEST(TOVPlatformBoundTest, ReadsEveryArgumentInItsPlace)
     EXPECT_EQ(2 + 5, BoundOf<TypeParam>("%c%s", 'A', oText.Get()));
     EXPECT_EQ(32 + 5, BoundOf<TypeParam>("%p%s", static_cast<void*>(nullptr), oText.Get()));
     EXPECT_EQ(32 + 32 + 32 + 8 + 5, BoundOf<TypeParam>("%d%i%u%f%s", 1, 2, 3, 4.5, oText.Get()));
-    EXPECT_EQ(5 + 5 + 5 + 32 + 5 + 5 + 128 + 5, BoundOf<TypeParam>("%s%s%s%d%s%s%g%s", oText.Get(), oText.Get(), oText.Get(), 1,
-                                                                  oText.Get(), oText.Get(), 1.5, oText.Get()));
+    EXPECT_EQ(5 + 5 + 5 + 32 + 5 + 5 + 128 + 5,
+              BoundOf<TypeParam>("%s%s%s%d%s%s%g%s", oText.Get(), oText.Get(), oText.Get(), 1, oText.Get(), oText.Get(),
+                                 1.5, oText.Get()));
 }
 
 TEST(TOVPlatformNarrowBoundTest, ReadsTheArgumentBehindA64BitInteger)

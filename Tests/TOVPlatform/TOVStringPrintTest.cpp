@@ -58,17 +58,37 @@ TYPED_TEST_SUITE(TOVPlatformPrintTest, tStringApis, );
 TYPED_TEST(TOVPlatformPrintTest, PrintsIntegers)
 {
     const sIntegerPrint aPrints[] = {
-        {"%d", 42, "42"},           {"%i", -42, "-42"},       {"%d", 0, "0"},
+        {"%d", 42, "42"},
+        {"%i", -42, "-42"},
+        {"%d", 0, "0"},
         {"%d", -2147483647 - 1, "-2147483648"},
-        {"%5d|", 42, "   42|"},     {"%-5d|", 42, "42   |"},  {"%05d", 42, "00042"},
-        {"%05d", -42, "-0042"},     {"%+d", 42, "+42"},       {"%+d", -42, "-42"},
-        {"% d", 42, " 42"},         {"%.4d", 42, "0042"},     {"%8.4d|", -42, "   -0042|"},
-        {"%-8.4d|", 42, "0042    |"}, {"%2d", 12345, "12345"}, {"%u", -1, "4294967295"},
-        {"%x", 0xBEEF, "beef"},     {"%X", 0xBEEF, "BEEF"},   {"%#x", 0xBEEF, "0xbeef"},
-        {"%#X", 0xBEEF, "0XBEEF"},  {"%#x", 0, "0"},          {"%o", 8, "10"},
-        {"%#o", 8, "010"},          {"%08x", 0xBEEF, "0000beef"}, {"%x", -1, "ffffffff"},
-        {"%hd", 0x12345, "9029"},   {"%hd", 0xFFFF, "-1"},    {"%hu", -1, "65535"},
-        {"%hx", 0x1ABCD, "abcd"},   {"a%db", 1, "a1b"},       {"%%%d%%", 7, "%7%"},
+        {"%5d|", 42, "   42|"},
+        {"%-5d|", 42, "42   |"},
+        {"%05d", 42, "00042"},
+        {"%05d", -42, "-0042"},
+        {"%+d", 42, "+42"},
+        {"%+d", -42, "-42"},
+        {"% d", 42, " 42"},
+        {"%.4d", 42, "0042"},
+        {"%8.4d|", -42, "   -0042|"},
+        {"%-8.4d|", 42, "0042    |"},
+        {"%2d", 12345, "12345"},
+        {"%u", -1, "4294967295"},
+        {"%x", 0xBEEF, "beef"},
+        {"%X", 0xBEEF, "BEEF"},
+        {"%#x", 0xBEEF, "0xbeef"},
+        {"%#X", 0xBEEF, "0XBEEF"},
+        {"%#x", 0, "0"},
+        {"%o", 8, "10"},
+        {"%#o", 8, "010"},
+        {"%08x", 0xBEEF, "0000beef"},
+        {"%x", -1, "ffffffff"},
+        {"%hd", 0x12345, "9029"},
+        {"%hd", 0xFFFF, "-1"},
+        {"%hu", -1, "65535"},
+        {"%hx", 0x1ABCD, "abcd"},
+        {"a%db", 1, "a1b"},
+        {"%%%d%%", 7, "%7%"},
     };
     for (const sIntegerPrint& oPrint : aPrints)
         EXPECT_EQ(oPrint.szText, Print<TypeParam>(oPrint.szFormat, oPrint.nValue)) << oPrint.szFormat;
@@ -95,13 +115,27 @@ TYPED_TEST(TOVPlatformPrintTest, Prints64BitIntegers)
 TYPED_TEST(TOVPlatformPrintTest, PrintsFractions)
 {
     const sFractionPrint aPrints[] = {
-        {"%f", 1.5, "1.500000"},        {"%f", -0.25, "-0.250000"},  {"%.2f", 3.14159, "3.14"},
-        {"%8.3f|", 3.14159, "   3.142|"}, {"%-8.1f|", 2.26, "2.3     |"}, {"%+.1f", 1.5, "+1.5"},
-        {"%08.2f", -1.5, "-0001.50"},   {"%.0f", 7.0, "7"},          {"%#.0f", 7.0, "7."},
-        {"%f", 0.0, "0.000000"},        {"%e", 12345.678, "1.234568e+04"}, {"%E", 0.00012, "1.200000E-04"},
-        {"%.2e", 1.0, "1.00e+00"},      {"%g", 0.0001, "0.0001"},    {"%g", 100000.0, "100000"},
-        {"%g", 1e10, "1e+10"},          {"%G", 1e-10, "1E-10"},      {"%g", 1.5, "1.5"},
-        {"%#g", 1.5, "1.50000"},        {"%.3g", 1234.0, "1.23e+03"}, {"%e", 1e300, "1.000000e+300"},
+        {"%f", 1.5, "1.500000"},
+        {"%f", -0.25, "-0.250000"},
+        {"%.2f", 3.14159, "3.14"},
+        {"%8.3f|", 3.14159, "   3.142|"},
+        {"%-8.1f|", 2.26, "2.3     |"},
+        {"%+.1f", 1.5, "+1.5"},
+        {"%08.2f", -1.5, "-0001.50"},
+        {"%.0f", 7.0, "7"},
+        {"%#.0f", 7.0, "7."},
+        {"%f", 0.0, "0.000000"},
+        {"%e", 12345.678, "1.234568e+04"},
+        {"%E", 0.00012, "1.200000E-04"},
+        {"%.2e", 1.0, "1.00e+00"},
+        {"%g", 0.0001, "0.0001"},
+        {"%g", 100000.0, "100000"},
+        {"%g", 1e10, "1e+10"},
+        {"%G", 1e-10, "1E-10"},
+        {"%g", 1.5, "1.5"},
+        {"%#g", 1.5, "1.50000"},
+        {"%.3g", 1234.0, "1.23e+03"},
+        {"%e", 1e300, "1.000000e+300"},
     };
     for (const sFractionPrint& oPrint : aPrints)
         EXPECT_EQ(oPrint.szText, WithShortExponent(Print<TypeParam>(oPrint.szFormat, oPrint.dValue)))
@@ -121,10 +155,11 @@ TYPED_TEST(TOVPlatformPrintTest, PrintsCharacters)
 TYPED_TEST(TOVPlatformPrintTest, PrintsTextOfItsOwnWidth)
 {
     const sTextPrint aPrints[] = {
-        {"%s", "hello", "hello"},     {"%s", "", ""},           {"%8s|", "hello", "   hello|"},
-        {"%-8s|", "hello", "hello   |"}, {"%.2s", "hello", "he"}, {"%.9s", "hello", "hello"},
-        {"%4.1s|", "hello", "   h|"}, {"<%s>", "%d%s", "<%d%s>"}, {"%2s", "hello", "hello"},
-        {"%.0s|", "hello", "|"},
+        {"%s", "hello", "hello"},       {"%s", "", ""},
+        {"%8s|", "hello", "   hello|"}, {"%-8s|", "hello", "hello   |"},
+        {"%.2s", "hello", "he"},        {"%.9s", "hello", "hello"},
+        {"%4.1s|", "hello", "   h|"},   {"<%s>", "%d%s", "<%d%s>"},
+        {"%2s", "hello", "hello"},      {"%.0s|", "hello", "|"},
     };
     for (const sTextPrint& oPrint : aPrints)
     {
@@ -136,8 +171,11 @@ TYPED_TEST(TOVPlatformPrintTest, PrintsTextOfItsOwnWidth)
 TYPED_TEST(TOVPlatformPrintTest, PrintsTextOfTheOtherWidth)
 {
     typedef std::conditional_t<TypeParam::IS_NARROW, wchar_t, char> tOther;
-    const sTextPrint aPrints[] = {{"%S", "hello", "hello"}, {"%S", "", ""},         {"%8S|", "hello", "   hello|"},
-                                  {"%.2S", "hello", "he"},  {"%-7S|", "hi", "hi     |"}};
+    const sTextPrint aPrints[] = {{"%S", "hello", "hello"},
+                                  {"%S", "", ""},
+                                  {"%8S|", "hello", "   hello|"},
+                                  {"%.2S", "hello", "he"},
+                                  {"%-7S|", "hi", "hi     |"}};
     for (const sTextPrint& oPrint : aPrints)
     {
         CText<tOther> oValue(oPrint.szValue);
@@ -151,7 +189,8 @@ TYPED_TEST(TOVPlatformPrintTest, PrintsTextOfTheWidthThatTheModifierNames)
     EXPECT_EQ("narrow", Print<TypeParam>("%hS", CText<char>("narrow").Get()));
     EXPECT_EQ("wide", Print<TypeParam>("%ls", CText<wchar_t>("wide").Get()));
     EXPECT_EQ("wide", Print<TypeParam>("%lS", CText<wchar_t>("wide").Get()));
-    EXPECT_EQ("   narrow wi", Print<TypeParam>("%9hs %.2ls", CText<char>("narrow").Get(), CText<wchar_t>("wide").Get()));
+    EXPECT_EQ("   narrow wi",
+              Print<TypeParam>("%9hs %.2ls", CText<char>("narrow").Get(), CText<wchar_t>("wide").Get()));
 }
 
 TYPED_TEST(TOVPlatformPrintTest, PrintsANullText)
@@ -184,9 +223,9 @@ TYPED_TEST(TOVPlatformPrintTest, TakesWidthAndPrecisionFromTheArguments)
 
 TYPED_TEST(TOVPlatformPrintTest, PrintsManyArgumentsOfAllKinds)
 {
-    const std::string sText =
-        Print<TypeParam>("%d %f %s %I64d %c %f %d %d %d %d %s %f", 1, 2.5, CText<typename TypeParam::tUnit>("three").Get(),
-                         4000000000000ll, '5', 6.5, 7, 8, 9, 10, CText<typename TypeParam::tUnit>("eleven").Get(), 12.5);
+    const std::string sText = Print<TypeParam>(
+        "%d %f %s %I64d %c %f %d %d %d %d %s %f", 1, 2.5, CText<typename TypeParam::tUnit>("three").Get(),
+        4000000000000ll, '5', 6.5, 7, 8, 9, 10, CText<typename TypeParam::tUnit>("eleven").Get(), 12.5);
     EXPECT_EQ("1 2.500000 three 4000000000000 5 6.500000 7 8 9 10 eleven 12.500000", sText);
 }
 
@@ -230,8 +269,8 @@ TYPED_TEST(TOVPlatformPrintTest, PrintsFromAnArgumentList)
 TYPED_TEST(TOVPlatformPrintTest, TerminatesACountedPrintOnlyIfThereIsRoom)
 {
     const sFit aFits[] = {
-        {"hello", 1, -1, "h#######"}, {"hello", 4, -1, "hell####"}, {"hello", 5, 5, "hello###"},
-        {"hello", 6, 5, "hello0##"},  {"hello", 8, 5, "hello0##"},  {"", 1, 0, "0#######"},
+        {"hello", 1, -1, "h#######"}, {"hello", 4, -1, "hell####"},        {"hello", 5, 5, "hello###"},
+        {"hello", 6, 5, "hello0##"},  {"hello", 8, 5, "hello0##"},         {"", 1, 0, "0#######"},
         {"h", 1, 1, "h#######"},      {"hello, world", 7, -1, "hello, #"},
     };
     for (const sFit& oFit : aFits)
@@ -255,7 +294,8 @@ TYPED_TEST(TOVPlatformPrintTest, ACountedPrintOfNumbersStopsAnywhere)
     for (int nCount = 1; nCount <= 9; ++nCount)
     {
         CRoom<typename TypeParam::tUnit> oRoom(12);
-        const int nResult = TypeParam::SNPrintf(oRoom.Get(), nCount, CText<typename TypeParam::tUnit>("%5d%.2f").Get(), 42, 1.25);
+        const int nResult =
+            TypeParam::SNPrintf(oRoom.Get(), nCount, CText<typename TypeParam::tUnit>("%5d%.2f").Get(), 42, 1.25);
         const std::string sWhole = "   421.25";
         EXPECT_EQ(nCount < 9, nResult < 0) << nCount;
         EXPECT_EQ(sWhole.substr(0, static_cast<std::size_t>(nCount)) +

@@ -63,8 +63,8 @@ void ExpectFinds(TFunction fnFind, const sFind (&aFinds)[nFinds])
 TYPED_TEST(TOVPlatformStringTest, ComparesByUnsignedUnits)
 {
     const sOrder aOrders[] = {
-        {"", "", 0},         {"abc", "abc", 0},  {"", "a", -1},         {"abc", "abd", -1},      {"abc", "abcd", -1},
-        {"B", "a", -1},      {"Test", "test", -1}, {"\x7F", "\x80", -1}, {"a\x01", "a\xFF", -1}, {"a", "aa", -1},
+        {"", "", 0},    {"abc", "abc", 0},    {"", "a", -1},        {"abc", "abd", -1},     {"abc", "abcd", -1},
+        {"B", "a", -1}, {"Test", "test", -1}, {"\x7F", "\x80", -1}, {"a\x01", "a\xFF", -1}, {"a", "aa", -1},
     };
     for (const sOrder& oOrder : aOrders)
     {
@@ -87,9 +87,10 @@ TYPED_TEST(TOVPlatformStringTest, ComparesATextWithItself)
 TYPED_TEST(TOVPlatformStringTest, ComparesWithoutCaseByLowerCaseLetters)
 {
     const sOrder aOrders[] = {
-        {"", "", 0},     {"AbC", "aBc", 0},   {"This is a Test", "THIS IS A tEST", 0}, {"abc", "ABD", -1}, {"ABC", "abd", -1},
-        {"", "A", -1},   {"ab", "ABC", -1},   {"_", "A", -1},                          {"[", "a", -1},     {"@", "a", -1},
-        {"Z", "{", -1},
+        {"", "", 0},        {"AbC", "aBc", 0},  {"This is a Test", "THIS IS A tEST", 0},
+        {"abc", "ABD", -1}, {"ABC", "abd", -1}, {"", "A", -1},
+        {"ab", "ABC", -1},  {"_", "A", -1},     {"[", "a", -1},
+        {"@", "a", -1},     {"Z", "{", -1},
     };
     for (const sOrder& oOrder : aOrders)
     {
@@ -229,10 +230,17 @@ TYPED_TEST(TOVPlatformStringTest, CharacterSearchesRefuseNull)
 TYPED_TEST(TOVPlatformStringTest, FindsTheFirstOccurrenceOfAText)
 {
     const sFind aFinds[] = {
-        {"This is a find test", "find", 10}, {"This is a find test", "is", 2},    {"This is a find test", "Bla", -1},
-        {"This is a find test", "", 0},      {"This is a find test", "test", 15}, {"This is a find test", "tests", -1},
-        {"aaab", "aab", 1},                  {"", "a", -1},                       {"", "", 0},
-        {"abc", "abc", 0},                   {"abc", "ABC", -1},
+        {"This is a find test", "find", 10},
+        {"This is a find test", "is", 2},
+        {"This is a find test", "Bla", -1},
+        {"This is a find test", "", 0},
+        {"This is a find test", "test", 15},
+        {"This is a find test", "tests", -1},
+        {"aaab", "aab", 1},
+        {"", "a", -1},
+        {"", "", 0},
+        {"abc", "abc", 0},
+        {"abc", "ABC", -1},
     };
     ExpectFinds<TypeParam>(TypeParam::FindString, aFinds);
 }
@@ -240,9 +248,14 @@ TYPED_TEST(TOVPlatformStringTest, FindsTheFirstOccurrenceOfAText)
 TYPED_TEST(TOVPlatformStringTest, FindsTheFirstUnitOfASet)
 {
     const sFind aFinds[] = {
-        {"This is a test", "sa", 3}, {"This is a test", "T", 0},   {"This is a test", "zq", -1},
-        {"This is a test", "", -1},  {"", "abc", -1},              {"This is a test", "et", 10},
-        {"abc", "c", 2},             {"a\xFF", "\xFF", 1},
+        {"This is a test", "sa", 3},
+        {"This is a test", "T", 0},
+        {"This is a test", "zq", -1},
+        {"This is a test", "", -1},
+        {"", "abc", -1},
+        {"This is a test", "et", 10},
+        {"abc", "c", 2},
+        {"a\xFF", "\xFF", 1},
     };
     ExpectFinds<TypeParam>(TypeParam::FindOneOf, aFinds);
 }
@@ -250,8 +263,13 @@ TYPED_TEST(TOVPlatformStringTest, FindsTheFirstUnitOfASet)
 TYPED_TEST(TOVPlatformStringTest, FindsTheFirstUnitOutsideASet)
 {
     const sFind aFinds[] = {
-        {"This is a test", "Th", 2}, {"This is a test", "x", 0}, {"test", "tse", -1}, {"This", "", 0},
-        {"", "abc", -1},             {"", "", -1},               {"aab", "a", 2},
+        {"This is a test", "Th", 2},
+        {"This is a test", "x", 0},
+        {"test", "tse", -1},
+        {"This", "", 0},
+        {"", "abc", -1},
+        {"", "", -1},
+        {"aab", "a", 2},
     };
     ExpectFinds<TypeParam>(TypeParam::FindNotOneOf, aFinds);
 }
@@ -268,8 +286,12 @@ TYPED_TEST(TOVPlatformStringTest, FindsTheLastUnitOfASet)
 TYPED_TEST(TOVPlatformStringTest, FindsTheLastUnitOutsideASet)
 {
     const sFind aFinds[] = {
-        {"This is a test", "tse", 9}, {"This is a test", "x", 13}, {"test", "st", 1},
-        {"ttest", "tse", -1},         {"Test", "", 3},             {"xyz", "yz", -1},
+        {"This is a test", "tse", 9},
+        {"This is a test", "x", 13},
+        {"test", "st", 1},
+        {"ttest", "tse", -1},
+        {"Test", "", 3},
+        {"xyz", "yz", -1},
     };
     ExpectFinds<TypeParam>(TypeParam::ReverseFindNotOneOf, aFinds);
 }
@@ -297,8 +319,8 @@ TYPED_TEST(TOVPlatformStringTest, ReverseSearchesFindNothingInAnEmptyText)
 TYPED_TEST(TOVPlatformStringTest, SetSearchesRefuseNull)
 {
     CText<typename TypeParam::tUnit> oText("a");
-    for (const auto fnFind : {TypeParam::FindOneOf, TypeParam::FindNotOneOf, TypeParam::ReverseFindOneOf,
-                              TypeParam::ReverseFindNotOneOf})
+    for (const auto fnFind :
+         {TypeParam::FindOneOf, TypeParam::FindNotOneOf, TypeParam::ReverseFindOneOf, TypeParam::ReverseFindNotOneOf})
     {
         EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(NULL, oText));
         EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, fnFind(oText, NULL));
