@@ -127,7 +127,7 @@ bool HaveSameStart(const CTOVStringA& oText1, const CTOVStringA& oText2, int nCo
 
 CTOVPath::CTOVPath() = default;
 CTOVPath::CTOVPath(const CTOVPath& oOther) = default;
-CTOVPath::~CTOVPath() noexcept(false) = default;
+CTOVPath::~CTOVPath() = default;
 
 CTOVPath::CTOVPath(const char* szPath)
 {

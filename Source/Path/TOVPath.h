@@ -20,7 +20,7 @@ class TOV_EXPORT CTOVPath
 {
 public:
     // The only virtual operation.
-    virtual ~CTOVPath() noexcept(false);
+    virtual ~CTOVPath();
 
     CTOVPath();
 

@@ -42,7 +42,7 @@ CTOVStringA::CTOVStringA(char cChar, int nCount)
     tStore::Fill(*this, cChar, nCount);
 }
 
-CTOVStringA::~CTOVStringA() noexcept(false) = default;
+CTOVStringA::~CTOVStringA() = default;
 
 CTOVStringA& CTOVStringA::Null()
 {

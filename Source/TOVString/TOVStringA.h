@@ -38,7 +38,7 @@ class TOV_EXPORT CTOVStringA
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
-    virtual ~CTOVStringA() noexcept(false);
+    virtual ~CTOVStringA();
 
     // Construction. No allocation of a block for empty text or for nCount <= 0.
     CTOVStringA();

@@ -34,7 +34,7 @@ CTOVStringW::CTOVStringW(wchar_t cChar, int nCount)
     tStore::Fill(*this, cChar, nCount);
 }
 
-CTOVStringW::~CTOVStringW() noexcept(false) = default;
+CTOVStringW::~CTOVStringW() = default;
 
 CTOVStringW& CTOVStringW::Null()
 {

@@ -31,7 +31,7 @@ class TOV_EXPORT CTOVStringW
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
-    virtual ~CTOVStringW() noexcept(false);
+    virtual ~CTOVStringW();
 
     // Construction. No allocation of a block for empty text or for nCount <= 0.
     CTOVStringW();
