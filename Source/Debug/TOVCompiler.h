@@ -38,6 +38,13 @@
 //                        still make its own, and inline them. The owning source of an instance has
 //                        template class TOV_EXPORT CThing<int>; before anything else there uses it.
 
+// A function that is never merged into its callers.
+#if defined(_MSC_VER)
+#define TOV_NOINLINE __declspec(noinline)
+#else
+#define TOV_NOINLINE __attribute__((noinline))
+#endif
+
 static_assert(sizeof(wchar_t) == 2,
               "TOVKernel's wchar_t is one UTF-16 code unit: add -fshort-wchar to the compiler's options");
 static_assert(sizeof(int) == 4 && sizeof(char) == 1, "TOVKernel needs 8-bit char and 32-bit int");

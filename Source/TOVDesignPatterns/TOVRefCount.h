@@ -145,6 +145,10 @@ private:
     // Takes over pObject and frees the T held so far: what a sole owner does instead of making a new control block.
     void Replace(T* pObject);
 
+    // Ends this block. A compiler that merges it into a function with several handles warns of uses after the delete,
+    // as it does not know that only the last handle comes here.
+    TOV_NOINLINE void Destroy();
+
     long m_lRefCount;
     T* m_pObject;
 };
@@ -170,9 +174,14 @@ template<class T> long CTOVRefCountObject<T>::Release()
     TOV_ASSERT(lRefCount >= 0);
 
     if (lRefCount == 0)
-        delete this;
+        Destroy();
 
     return lRefCount;
+}
+
+template<class T> void CTOVRefCountObject<T>::Destroy()
+{
+    delete this;
 }
 
 template<class T> long CTOVRefCountObject<T>::GetRefCount() const
