@@ -1,5 +1,5 @@
-// Reaches a private data member of a class, for the states that no caller can bring about: an exhausted counter, say, or
-// a count below 0.
+// Reaches a private data member of a class, for the states that no caller can bring about: an exhausted counter, say,
+// or a count below 0.
 //
 //     TOV_PRIVATE_MEMBER(NextClassId, CTOVClassServer, unsigned long, m_dwNextClassId)
 //     ...
@@ -19,4 +19,7 @@
         friend s##fnReach::tPointer ReachMember(s##fnReach) { return pMember; }                                        \
     };                                                                                                                 \
     template struct s##fnReach##Opener<&TOwner::mMember>;                                                              \
-    inline TMember& fnReach(TOwner& oOwner) { return oOwner.*ReachMember(s##fnReach()); }
+    inline TMember& fnReach(TOwner& oOwner)                                                                            \
+    {                                                                                                                  \
+        return oOwner.*ReachMember(s##fnReach());                                                                      \
+    }
