@@ -9,7 +9,7 @@ namespace TOVPosix
 CShortLock CHandleTable::s_oLock;
 tDword CHandleTable::s_nChunks = 0;
 CWaitable* CHandleTable::s_pFirstFree = nullptr;
-std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT];
+std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT] = {};
 
 CWaitable* CHandleTable::Allocate()
 {
