@@ -343,14 +343,22 @@ TEST(CTOVStringATest, FormatsWideTextAnd64Bits)
     EXPECT_EQ("-5000000000", VisibleOf(oText));
 }
 
+TEST(CTOVStringATest, FormatsWithPrecisionsBeyondTheEstimateOfANumber)
+{
+    CTOVStringA oText;
+
+    EXPECT_EQ(40, oText.Format("%.40d", 1));
+    EXPECT_EQ((sHeld{std::string(39, '0') + "1", 41}), StateOf(oText));
+
+    EXPECT_EQ(101, oText.Format("%.100d", -1));
+    EXPECT_EQ("-" + std::string(99, '0') + "1", VisibleOf(oText));
+}
+
 // "a", a character of two bytes, "b".
 class CTOVStringAMultiByteTest : public testing::Test
 {
 protected:
     CTOVStringAMultiByteTest() : m_sCharacter(m_oCodePage.Character()), m_oText(("a" + m_sCharacter + "b").c_str()) {}
-
-    // The strings' own destructors are open to exceptions, the framework's are not.
-    ~CTOVStringAMultiByteTest() noexcept override {}
 
     const CMultiByteCodePage m_oCodePage;
     const std::string m_sCharacter;

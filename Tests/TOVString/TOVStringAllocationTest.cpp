@@ -23,9 +23,6 @@ protected:
 
     CTOVStringAllocationTest() : m_oText(TXT("abcdef")), m_oOther(TXT("xyz")) {}
 
-    // The strings' own destructors are open to exceptions, the framework's are not.
-    ~CTOVStringAllocationTest() noexcept override {}
-
     TString m_oText;
     TString m_oOther;
     const TString m_oNew;

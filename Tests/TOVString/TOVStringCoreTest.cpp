@@ -35,6 +35,8 @@ TYPED_TEST(CTOVStringCoreTest, HasOneVirtualOperationAndTwoMembers)
         int m_nStringLength;
     };
     static_assert(std::is_polymorphic_v<TypeParam> && std::has_virtual_destructor_v<TypeParam>);
+    // So that it can be a member of classes derived from the standard's exceptions.
+    static_assert(std::is_nothrow_destructible_v<TypeParam>);
     const TypeParam oText;
 
     EXPECT_EQ(sizeof(sLayout), sizeof(TypeParam));

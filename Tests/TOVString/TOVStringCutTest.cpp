@@ -12,9 +12,6 @@ protected:
 
     CTOVStringCutTest() : m_oText(TXT("Das ist ein test")), m_oSpare(TXT("abcdef")) { m_oSpare.ReleaseBuffer(2); }
 
-    // The strings' own destructors are open to exceptions, the framework's are not.
-    ~CTOVStringCutTest() noexcept override {}
-
     // A part that is not the whole has a block of its own.
     void ExpectPart(const sHeld& oExpected, const TString& oPart) const
     {

@@ -19,9 +19,6 @@ protected:
         m_oEmptied.Empty();
     }
 
-    // The strings' own destructors are open to exceptions, the framework's are not.
-    ~CTOVStringSearchTest() noexcept override {}
-
     const TString m_oText;
     const TString m_oTitle;
     const TString m_oNew;

@@ -25,9 +25,6 @@ protected:
 
     CTOVStringSharingTest() { Begin(); }
 
-    // The strings' own destructors are open to exceptions, the framework's are not.
-    ~CTOVStringSharingTest() noexcept override {}
-
     void Begin()
     {
         m_oText = TXT("abcdef");
