@@ -13,7 +13,8 @@ if(NOT WIN32)
 endif()
 
 if(TOV_SANITIZE)
-    add_compile_options(-fsanitize=${TOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    # A report needs lines, not variables.
+    add_compile_options(-fsanitize=${TOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1)
     add_link_options(-fsanitize=${TOV_SANITIZE})
 
     # ThreadSanitizer has fixed places for its own data and gives up where a newer kernel loads a program into one of
