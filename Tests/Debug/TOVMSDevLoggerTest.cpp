@@ -355,6 +355,25 @@ TEST(CTOVMSDevLoggerTest, APanicWithoutPercentSignsIsOnePieceAsItStands)
     EXPECT_EQ("Critical Application Error", oChild.aBoxes[0].sCaption);
 }
 
+// There are no arguments for the conversions that a message happens to hold: none of them may reach for one.
+TEST(CTOVMSDevLoggerTest, APanicSurvivesEveryConversionInItsMessage)
+{
+    std::string sMany;
+    for (int nConversion = 0; nConversion < 500; ++nConversion)
+        sMany += "%s%f%I64d";
+    for (const std::string& sMessage : {std::string("%n%hn%ln"), std::string("%*.*d %-*s"), std::string("100%"), sMany})
+    {
+        const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sMessage});
+        EXPECT_EQ(FAILED_EXIT, oChild.nExitCode) << sMessage;
+        ASSERT_EQ(1u, oChild.aBoxes.size()) << sMessage;
+        EXPECT_EQ("Folder/File.cpp(148) : " + sMessage, oChild.aBoxes[0].sText);
+        EXPECT_EQ(1, std::count_if(
+                         oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
+                         [](const std::string& sText) { return sText.compare(0, 23, "Folder/File.cpp(148) : ") == 0; }))
+            << sMessage;
+    }
+}
+
 TEST(CTOVMSDevLoggerTest, ALongPanicComesOutWhole)
 {
     const std::string sLong(3000, 'p');
