@@ -274,6 +274,14 @@ TEST_F(CTOVReadFileStreamTest, ClosesItsFileWhenDestroyedThroughItsVirtualDestru
     EXPECT_EQ(hBefore, FreeSlot());
 }
 
+TEST_F(CTOVReadFileStreamTest, IsDestroyedInSilenceBehindAClosedFile)
+{
+    auto pStream = std::make_unique<CTOVReadFileStream>(Containing("ab"), 0);
+    FileOf(*pStream).Close();
+
+    EXPECT_NO_CHECK(pStream.reset());
+}
+
 TEST_F(CTOVReadFileStreamTest, LeavesNothingBehindWhenItCannotBeOpened)
 {
     const unsigned long long hBefore = FreeSlot();

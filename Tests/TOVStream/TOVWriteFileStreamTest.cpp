@@ -290,6 +290,14 @@ TEST_F(CTOVWriteFileStreamTest, HoldsOneFileFromItsConstructionToItsEnd)
     EXPECT_EQ(hBefore, FreeSlot());
 }
 
+TEST_F(CTOVWriteFileStreamTest, IsDestroyedInSilenceBehindAClosedFile)
+{
+    auto pStream = std::make_unique<CTOVWriteFileStream>(Name(), false, 0);
+    FileOf(*pStream).Close();
+
+    EXPECT_NO_CHECK(pStream.reset());
+}
+
 TEST_F(CTOVWriteFileStreamTest, LeavesNothingBehindWhenItCannotBeOpened)
 {
     const unsigned long long hBefore = FreeSlot();
