@@ -23,7 +23,8 @@
 //   Append of an array                   linear in what is appended, on   unchanged
 //                                        average
 //   Append of plain elements, Resize     linear                           valid
-//   copy, =                              linear                           unchanged if it has to grow, else valid
+//   copy                                 linear                           nothing is made
+//   =                                    linear                           valid
 //   Sort                                 n log n, one element of storage  valid; an element may stand there twice
 //   RemoveAll, destruction               linear                           -
 //

@@ -319,7 +319,7 @@ TEST(CTOVArrayTest, ResizeToTheSameSizeDoesNothing)
 TEST(CTOVArrayTest, RefusesMoreThanTheLargestSize)
 {
     tIntArray oArray = MakeArray({100, 200});
-    for (const long lSize : {std::numeric_limits<long>::max(), -1L})
+    for (const long lSize : {std::numeric_limits<long>::max(), 0x7FFFFFFFL, 0x20000000L, -1L})
     {
         try
         {
@@ -719,6 +719,22 @@ TEST(CTOVArrayTest, FailedCopyLeavesTheArrayAsItWas)
     ASSERT_EQ(2, oArray.GetSize());
     EXPECT_EQ(1, oArray[0].nValue);
     EXPECT_EQ(2, oArray[1].nValue);
+}
+
+TEST(CTOVArrayTest, FailedCopyOfAnArrayLeavesItsTargetUsable)
+{
+    CTOVArray<sCopied> oSource;
+    oSource.Resize(5);
+    CTOVArray<sCopied> oTarget;
+    oTarget.Resize(2);
+    sCopied::s_bRefuses = true;
+
+    EXPECT_THROW(oTarget = oSource, std::runtime_error);
+    EXPECT_THROW(CTOVArray<sCopied> oCopy(oSource), std::runtime_error);
+
+    sCopied::s_bRefuses = false;
+    const long lSize = oTarget.GetSize();
+    EXPECT_EQ(lSize, oTarget.Add(sCopied(7)));
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS

@@ -455,6 +455,14 @@ TYPED_TEST(CTOVBufferTest, AppendRefusesANegativeSizeInAll)
     EXPECT_FALSE(oBuffer.IsValid());
 }
 
+TYPED_TEST(CTOVBufferTest, AppendRefusesASizePastTheLargest)
+{
+    CTOVBuffer<TypeParam> oBuffer(this->m_aThree, 3);
+
+    EXPECT_CHECK(SIZE_CHECK, oBuffer.Append(this->m_aTwo, 0x7FFFFFFF));
+    EXPECT_EQ((std::vector<TypeParam>{5, 6, 7}), Elements(oBuffer));
+}
+
 TYPED_TEST(CTOVBufferTest, ZeroClearsEveryElement)
 {
     CTOVBuffer<TypeParam> oBuffer(this->m_aThree, 3);
