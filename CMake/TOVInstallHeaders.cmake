@@ -21,5 +21,5 @@ endwhile()
 
 foreach(header IN LISTS reached)
     get_filename_component(folder "${header}" DIRECTORY)
-    file(INSTALL "${SOURCE}/${header}" DESTINATION "$ENV{DESTDIR}${DESTINATION}/${folder}")
+    file(INSTALL "${SOURCE}/${header}" DESTINATION "${DESTINATION}/${folder}")
 endforeach()

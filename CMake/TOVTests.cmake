@@ -7,17 +7,10 @@ find_path(TOV_GOOGLETEST_SOURCES src/gtest-all.cc
           DOC "The googletest folder of GoogleTest's sources")
 find_package(Threads REQUIRED)
 
-add_library(gtest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
-target_include_directories(gtest SYSTEM PUBLIC "${TOV_GOOGLETEST_SOURCES}/include")
-target_include_directories(gtest PRIVATE "${TOV_GOOGLETEST_SOURCES}")
-target_compile_options(gtest PRIVATE -w)
-target_link_libraries(gtest PUBLIC Threads::Threads)
-
 # Test code is large and runs once, so that its compilation is what costs: an optimised build optimises the library and
 # not its tests, and the four undefined-behaviour checks that guard each single member access are left to the library.
 # AddressSanitizer sees the same mistakes in the tests.
-function(tov_test_code target)
-    tov_own_code(${target})
+function(tov_compile_quickly target)
     if(CMAKE_BUILD_TYPE STREQUAL "Release")
         target_compile_options(${target} PRIVATE -O0)
     endif()
@@ -25,6 +18,18 @@ function(tov_test_code target)
         target_compile_options(${target} PRIVATE -fno-sanitize=alignment,null,object-size,vptr)
     endif()
 endfunction()
+
+function(tov_test_code target)
+    tov_own_code(${target})
+    tov_compile_quickly(${target})
+endfunction()
+
+add_library(gtest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
+target_include_directories(gtest SYSTEM PUBLIC "${TOV_GOOGLETEST_SOURCES}/include")
+target_include_directories(gtest PRIVATE "${TOV_GOOGLETEST_SOURCES}")
+target_compile_options(gtest PRIVATE -w)
+target_link_libraries(gtest PUBLIC Threads::Threads)
+tov_compile_quickly(gtest)
 
 # tov_add_tests(<Folder> <file>...): builds the test program Test<Folder> of the listed files and makes each of its
 # cases a case of CTest. The build fails when a source file of the folder is not listed, and a program without a case
