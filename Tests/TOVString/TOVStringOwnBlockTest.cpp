@@ -92,6 +92,17 @@ TYPED_TEST(CTOVStringOwnBlockTest, PartsOfEqualSizeAreJoined)
     EXPECT_EQ(Holds("defabc", 7), StateOf(oText));
 }
 
+TYPED_TEST(CTOVStringOwnBlockTest, APartIsJoinedWithAnotherText)
+{
+    TypeParam oText(TXT("abcdef"));
+
+    oText.ConcatCopy(2, oText.GetString() + 4, 3, TXT("xyz"));
+    EXPECT_EQ(Holds("efxyz", 6), StateOf(oText));
+
+    oText.ConcatCopy(1, TXT("<"), 3, oText.GetString() + 2);
+    EXPECT_EQ(Holds("<xyz", 5), StateOf(oText));
+}
+
 TYPED_TEST(CTOVStringOwnBlockTest, TheWholeTextReplacesAPartThatMakesItGrow)
 {
     TypeParam oText(TXT("a.b.c"));

@@ -3,6 +3,8 @@
 
 namespace
 {
+const char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
+
 template<class TString> class CTOVStringReplaceTest : public testing::Test
 {
 protected:
@@ -226,6 +228,37 @@ TYPED_TEST(CTOVStringReplaceTest, EverySegmentBetweenZerosIsSearched)
     EXPECT_EQ(Holds("der\0der", 8), StateOf(oSame));
 }
 
+TYPED_TEST(CTOVStringReplaceTest, SegmentsMovedBehindTheOldLengthAreReachedInAGrownBlock)
+{
+    TypeParam oText;
+    oText.Copy(TXT("a\0a"), 3);
+
+    EXPECT_EQ(2, oText.Replace(TXT("a"), TXT("12345")));
+
+    EXPECT_EQ(Holds("12345\00012345", 12), StateOf(oText));
+}
+
+TYPED_TEST(CTOVStringReplaceTest, SegmentsMovedBehindTheOldLengthAreNotReachedInPlace)
+{
+    TypeParam oText(TXT("0123456789ABCDEFGHI"));
+    oText.Empty();
+    oText.ConcatInPlace(3, TXT("a\0a"));
+
+    EXPECT_EQ(2, oText.Replace(TXT("a"), TXT("12345")));
+
+    EXPECT_EQ(Holds("12345\0a\0\0\0\0", 20), StateOf(oText));
+}
+
+// As before, but what the block held behind the text stands where the new end should be.
+TYPED_TEST(CTOVStringReplaceTest, RefusesToEndInWhatTheBlockHeldBehindTheText)
+{
+    TypeParam oText(TXT("0123456789ABCDEFGHI"));
+    oText.ReleaseBuffer(0);
+    oText.ConcatInPlace(3, TXT("a\0a"));
+
+    EXPECT_SOURCE_CHECK(NO_END, oText.Replace(TXT("a"), TXT("12345")));
+}
+
 TYPED_TEST(CTOVStringReplaceTest, ATextCutShorterIsSearchedToItsEndOnly)
 {
     TypeParam oText(TXT("a.b.c.d"));
@@ -245,7 +278,7 @@ TYPED_TEST(CTOVStringReplaceTest, RefusesAResultWithoutATerminatorAtItsEnd)
     TypeParam oLong(oShort);
     oLong += TXT("xa");
 
-    EXPECT_SOURCE_CHECK("GetData()->GetBuffer()[nNewLength] == '\\0'", oShort.Replace(TXT("a"), TXT("")));
+    EXPECT_SOURCE_CHECK(NO_END, oShort.Replace(TXT("a"), TXT("")));
 }
 
 TYPED_TEST(CTOVStringReplaceTest, LowersAndRaises)

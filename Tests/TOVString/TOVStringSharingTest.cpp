@@ -226,6 +226,8 @@ TYPED_TEST(CTOVStringSharingTest, AppendingInPlaceIsSeenByAllBehindTheirLengths)
     EXPECT_EQ(0, this->m_oSharer.Compare(TXT("abcxyz")));
     EXPECT_EQ(4, this->m_oSharer.Find(CHR('y')));
     EXPECT_EQ(-1, this->m_oSharer.Find(CHR('y'), 3));
+    EXPECT_EQ(4, this->m_oSharer.Find(TXT("yz"), 3));
+    EXPECT_EQ(-1, this->m_oSharer.Find(TXT("yz"), 4));
 }
 
 TYPED_TEST(CTOVStringSharingTest, AllocBufferOfZeroLeavesTheBlockShared)
