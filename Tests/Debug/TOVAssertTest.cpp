@@ -253,6 +253,14 @@ TEST(TOVPanicTest, ShowsItsBoxWithoutAnOwner)
 }
 #endif
 
+TEST(TOVAlternateAssertTest, TellsTheListenersBeforeItAsksAndWaitsForTheAnswer)
+{
+    const sObservedChild oChild = AskAlternately({eUserYes}, 1);
+
+    ASSERT_EQ(1u, oChild.aBoxes.size());
+    EXPECT_EQ("heard nCount > 0 at File 148; ", oChild.aBoxes[0].sSaid);
+}
+
 TEST(TOVAlternateAssertTest, YesIsFalseWithoutADebugger)
 {
     const sObservedChild oChild = AskAlternately({eUserYes}, 1);
@@ -355,6 +363,16 @@ TEST(TOVPanicTest, ShowsTheMessageInABoxWithOneButton)
     EXPECT_EQ("Critical Application Error", oChild.aBoxes[0].sCaption);
     EXPECT_EQ("Folder/File.cpp(148) : lost after 7 of 9.5", oChild.aBoxes[0].sText);
     EXPECT_EQ("OK", oChild.aBoxes[0].sButtons);
+}
+
+// The logger is the first listener, so that the others hear of it when the box has been closed.
+TEST(TOVPanicTest, WaitsForTheUser)
+{
+    const sObservedChild oChild = RunObserved("Panics", WithAnswers({eUserOk}));
+
+    ASSERT_EQ(1u, oChild.aBoxes.size());
+    EXPECT_EQ("", oChild.aBoxes[0].sSaid);
+    EXPECT_NE("", oChild.sOutput);
 }
 
 TEST(TOVPanicTest, EndsTheProcessAlsoWithNobodyToTell)

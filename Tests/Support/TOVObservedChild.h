@@ -21,6 +21,7 @@ struct sShownBox
     std::string sCaption;
     std::string sText;
     std::string sButtons; // "Yes No Cancel" or "OK"
+    std::string sSaid;    // standard output until the answer, which comes a while after the box
 };
 
 struct sObservation

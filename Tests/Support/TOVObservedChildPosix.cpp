@@ -70,6 +70,7 @@ public:
         while (!HasEnded())
         {
             Hear(20);
+            AnswerIfItIsTime();
             if (std::chrono::steady_clock::now() > oDeadline)
             {
                 m_oResult.sOutput += "\n<deadline passed>";
@@ -79,6 +80,8 @@ public:
         while (Hear(0))
         {
         }
+        if (m_nAnswers < m_oResult.aBoxes.size())
+            m_oResult.aBoxes.back().sSaid = m_oResult.sOutput + "<ended without an answer>";
         return m_oResult;
     }
 
@@ -208,13 +211,13 @@ private:
         else
         {
             m_sShown += sPart;
-            AnswerIfAsked(QUESTION_PROMPT, "Yes No Cancel");
-            AnswerIfAsked(ERROR_PROMPT, "OK");
+            NoteIfAsked(QUESTION_PROMPT, "Yes No Cancel");
+            NoteIfAsked(ERROR_PROMPT, "OK");
         }
     }
 
     // What has been shown since the last answer is an empty line, the caption, the text and the prompt.
-    void AnswerIfAsked(const std::string& sPrompt, const char* szButtons)
+    void NoteIfAsked(const std::string& sPrompt, const char* szButtons)
     {
         const std::string sEnd = "\n" + sPrompt;
         if (m_sShown.size() < sEnd.size() || m_sShown.compare(m_sShown.size() - sEnd.size(), sEnd.size(), sEnd) != 0)
@@ -224,8 +227,17 @@ private:
         const std::size_t nText = m_sShown.find('\n', nCaption) + 1;
         const std::size_t nEnd = m_sShown.size() - sEnd.size();
         m_oResult.aBoxes.push_back({m_sShown.substr(nCaption, nText - 1 - nCaption),
-                                    nEnd > nText ? m_sShown.substr(nText, nEnd - nText) : "", szButtons});
+                                    nEnd > nText ? m_sShown.substr(nText, nEnd - nText) : "", szButtons, ""});
         m_sShown.clear();
+        m_oTimeToAnswer = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    }
+
+    // A child that does not wait has the time to show it.
+    void AnswerIfItIsTime()
+    {
+        if (m_nAnswers == m_oResult.aBoxes.size() || std::chrono::steady_clock::now() < m_oTimeToAnswer)
+            return;
+        m_oResult.aBoxes.back().sSaid = m_oResult.sOutput;
         Type(m_nAnswers < m_oHow.aAnswers.size() ? m_oHow.aAnswers[m_nAnswers] : eUserOther);
         ++m_nAnswers;
     }
@@ -248,7 +260,8 @@ private:
     const sObservation m_oHow;
     sObservedChild m_oResult;
     pid_t m_nChild;
-    std::size_t m_nAnswers;
+    std::size_t m_nAnswers; // given so far; a box beyond them is to be answered when it is time
+    std::chrono::steady_clock::time_point m_oTimeToAnswer;
     std::string m_sTerminal;
     std::string m_sShown;
     sEnds m_oTerminal;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 #include <windows.h>
@@ -84,7 +85,7 @@ sShownBox Describe(HWND hBox)
 {
     sParts oParts;
     ::EnumChildWindows(hBox, &CollectPart, reinterpret_cast<LPARAM>(&oParts));
-    return {TextOf(hBox), oParts.sText, NameButtons(oParts.aButtons)};
+    return {TextOf(hBox), oParts.sText, NameButtons(oParts.aButtons), ""};
 }
 
 WPARAM ButtonOf(eUserAnswer eAnswer, const sShownBox& oBox)
@@ -98,12 +99,53 @@ WPARAM ButtonOf(eUserAnswer eAnswer, const sShownBox& oBox)
     return eAnswer == eUserCancel ? IDCANCEL : IDRETRY;
 }
 
+// What comes out of a pipe, read on a thread of its own until its other end is closed.
+class COutput
+{
+public:
+    explicit COutput(HANDLE hRead) : m_hRead(hRead), m_oThread([this] { Read(); }) {}
+
+    // All of it, once the process has ended.
+    std::string Finish()
+    {
+        m_oThread.join();
+        return SoFar();
+    }
+
+    // Text files end their lines in their own way here.
+    std::string SoFar()
+    {
+        const std::lock_guard<std::mutex> oGuard(m_oMutex);
+        std::string sText = m_sText;
+        sText.erase(std::remove(sText.begin(), sText.end(), '\r'), sText.end());
+        return sText;
+    }
+
+private:
+    void Read()
+    {
+        char szPart[4096];
+        DWORD dwRead = 0;
+        while (::ReadFile(m_hRead, szPart, sizeof(szPart), &dwRead, NULL) && dwRead > 0)
+        {
+            const std::lock_guard<std::mutex> oGuard(m_oMutex);
+            m_sText.append(szPart, dwRead);
+        }
+    }
+
+    const HANDLE m_hRead;
+    std::mutex m_oMutex;
+    std::string m_sText;
+    std::thread m_oThread; // last, since it uses the others at once
+};
+
 // Watches for the boxes of a process on a thread of its own and answers them.
 class CUser
 {
 public:
-    CUser(DWORD dwProcess, const std::vector<eUserAnswer>& aAnswers)
-        : m_dwProcess(dwProcess), m_aAnswers(aAnswers), m_bEnd(false), m_oThread([this] { Watch(); })
+    CUser(DWORD dwProcess, const std::vector<eUserAnswer>& aAnswers, COutput& oOutput)
+        : m_dwProcess(dwProcess), m_aAnswers(aAnswers), m_oOutput(oOutput), m_bEnd(false),
+          m_oThread([this] { Watch(); })
     {
     }
 
@@ -128,7 +170,10 @@ private:
 
     void Answer(HWND hBox)
     {
-        const sShownBox oBox = Describe(hBox);
+        sShownBox oBox = Describe(hBox);
+        // A process that does not wait has the time to show it.
+        ::Sleep(100);
+        oBox.sSaid = m_oOutput.SoFar();
         const eUserAnswer eAnswer = m_aBoxes.size() < m_aAnswers.size() ? m_aAnswers[m_aBoxes.size()] : eUserOther;
         m_aBoxes.push_back(oBox);
         ::PostMessageA(hBox, WM_COMMAND, ButtonOf(eAnswer, oBox), 0);
@@ -138,6 +183,7 @@ private:
 
     const DWORD m_dwProcess;
     const std::vector<eUserAnswer> m_aAnswers;
+    COutput& m_oOutput;
     std::vector<sShownBox> m_aBoxes;
     std::atomic<bool> m_bEnd;
     std::thread m_oThread; // last, since it uses the others at once
@@ -223,21 +269,14 @@ sObservedChild RunObserved(const std::string& sScenario, const sObservation& oHo
     ::CloseHandle(hWrite);
 
     sObservedChild oResult = {-1, "", {}, {}};
-    std::thread oReader([&] {
-        char szPart[4096];
-        DWORD dwRead = 0;
-        while (::ReadFile(hRead, szPart, sizeof(szPart), &dwRead, NULL) && dwRead > 0)
-            oResult.sOutput.append(szPart, dwRead);
-    });
-    CUser oUser(oProcess.dwProcessId, oHow.aAnswers);
+    COutput oOutput(hRead);
+    CUser oUser(oProcess.dwProcessId, oHow.aAnswers, oOutput);
     const DWORD dwExitCode = oHow.bDebugger ? Debug(oProcess, oResult.aDebuggerTexts) : WaitForEnd(oProcess);
     oResult.aBoxes = oUser.Leave();
-    oReader.join();
+    oResult.sOutput = oOutput.Finish();
     if (dwExitCode != FAILED)
         oResult.nExitCode = static_cast<int>(dwExitCode & 0xff);
 
-    // Text files end their lines in their own way here.
-    oResult.sOutput.erase(std::remove(oResult.sOutput.begin(), oResult.sOutput.end(), '\r'), oResult.sOutput.end());
     ::CloseHandle(hRead);
     ::CloseHandle(oProcess.hThread);
     ::CloseHandle(oProcess.hProcess);
