@@ -136,7 +136,7 @@ private:
 
     [[noreturn]] void BecomeChild(char** aszArguments)
     {
-        // A session of its own has no terminal, and the first one opened becomes its controlling terminal.
+        // Cut off from our terminal, the child takes the first one that it opens for its controlling terminal.
         ::setsid();
         if (!m_sTerminal.empty())
             static_cast<void>(::open(m_sTerminal.c_str(), O_RDWR | O_CLOEXEC));
