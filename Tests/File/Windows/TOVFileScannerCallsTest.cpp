@@ -218,6 +218,23 @@ TEST_F(CTOVFileScannerCallsTest, LeavesTheSearchOpenWhenTheCallbackThrows)
     EXPECT_EQ(tNames({"search D\\*.*", "close 1", "search D\\*.t", "file throw.t"}), s_aCalls);
 }
 
+// The flag counts for a directory of the list as it is when the directory's turn comes.
+TEST_F(CTOVFileScannerCallsTest, FinishesADirectoryByTheFlagThatItBeganWith)
+{
+    s_aSearches["D\\*.*"] = {"./", "one/"};
+    s_aSearches["D\\*.t"] = {"a.t"};
+    s_aSearches["E\\*.*"] = {"./", "two/"};
+    m_oScanner.AddScanDirectory("E", "*.t");
+    m_oRecord.fnOnFile = [this](CTOVFileScanner::sTOVFileDescriptor&) {
+        m_oScanner.SetIncludeSubDirs(false);
+        return 0;
+    };
+
+    m_oRecord.Run(m_oScanner);
+
+    EXPECT_EQ(tNames({"D\\*.*", "D\\*.t", "D\\*.*\\one\\*.*", "D\\*.*\\one\\*.t", "E\\*.*", "E\\*.t"}), Searches());
+}
+
 TEST_F(CTOVFileScannerCallsTest, KnowsADirectoryWhateverElseItIs)
 {
     s_aSearches["D\\*.t"] = {"a.t/"};
