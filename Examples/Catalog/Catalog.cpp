@@ -1,7 +1,5 @@
 #include "Catalog.h"
 
-#include <Path/TOVPath.h>
-
 int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond)
 {
     if (oFirst.lDirectory != oSecond.lDirectory)
@@ -17,7 +15,8 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord)
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
 {
     CTOVStringA oJoined(~oDirectory); // a block of its own: appending must not reach the directory's
-    if (!CTOVPath(oDirectory).HasTrailingSlash())
+    // A backslash at the end is part of the name on some systems; a second separator does no harm on the others.
+    if (oJoined.IsEmpty() || oJoined.GetAt(oJoined.GetLength() - 1) != '/')
         oJoined += '/';
     oJoined += oName;
     return oJoined;

@@ -35,5 +35,5 @@ int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond);
 // The name under which a record's file is opened.
 CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 
-// Joins with '/', which both systems take, unless the directory already ends in a separator.
+// Joins with '/', which both systems take, unless the directory already ends in it.
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);

@@ -180,6 +180,9 @@ sCatalog LoadCatalog(const CTOVStringA& oName)
         throw About(oName, "does not exist");
     if (CTOVPath(oName).IsDirectory())
         throw About(oName, "is a directory, not a catalogue");
+    // A pipe would be waited for; what has no attribute is no file.
+    if (TOVPlatform::TOVFile::GetAttributes(~oName) == 0)
+        throw About(oName, "is no catalogue");
     try
     {
         return Load(AssignDirectoryOf(oName));
