@@ -1,0 +1,23 @@
+// What the system itself knows of threads, for tests that look at the library's from outside.
+#pragma once
+
+#include <vector>
+
+// A thread as the library names it: its handle, and the system's id.
+struct sNativeThread
+{
+    unsigned long long hThread;
+    unsigned long ulId;
+};
+
+// The system's id of the calling thread.
+unsigned long NativeThreadId();
+
+// On the system's own scale, the more urgent the higher: GetThreadPriority on Windows, the negated nice value on Linux.
+int NativePriority(const sNativeThread& oThread);
+
+// False if the system refuses it to this user.
+bool SetNativePriority(const sNativeThread& oThread, int nPriority);
+
+// Values of that scale. The one above normal comes first on Windows.
+std::vector<int> NativePriorities();

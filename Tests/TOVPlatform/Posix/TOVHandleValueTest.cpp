@@ -1,0 +1,98 @@
+// Handles are values of 64 bits here, all of which count: none names an object by chance.
+#include "Support/TOVWaitInstruments.h"
+
+#include <TOVPlatform/TOVThread.h>
+
+#include <random>
+#include <set>
+
+namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
+namespace Event = TOVPlatform::TOVSynchronization::Event;
+namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
+namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
+namespace Thread = TOVPlatform::TOVThread;
+
+namespace
+{
+// Every function, with a handle that names nothing.
+void ExpectFailures(unsigned long long hObject)
+{
+    EXPECT_EQ(-1, WaitForAny({hObject}, -1));
+    EXPECT_EQ(-1, WaitForAll({hObject}, -1));
+    EXPECT_TRUE(Event::TimedWait(hObject, -1));
+    EXPECT_TRUE(Mutex::IsLocked(hObject));
+    EXPECT_TRUE(Semaphore::TryLock(hObject, -1));
+    EXPECT_EQ(0, Semaphore::Unlock(hObject, 1));
+    EXPECT_EQ(-1, Thread::GetPriority(hObject));
+    Event::Signal(hObject);
+    Event::Reset(hObject);
+    Event::Wait(hObject);
+    Mutex::Lock(hObject);
+    Mutex::Unlock(hObject);
+    Semaphore::Lock(hObject);
+    Thread::WaitForExit(hObject, 0xFFFFFFFF);
+    Thread::WaitForExitInfinite(hObject);
+    Thread::SetPriority(hObject, Thread::eThreadPriorityLow);
+    CriticalSection::Enter(hObject);
+    CriticalSection::Leave(hObject);
+    EXPECT_FALSE(Event::Destroy(hObject));
+    EXPECT_FALSE(Mutex::Destroy(hObject));
+    EXPECT_FALSE(Semaphore::Destroy(hObject));
+    CriticalSection::Destroy(hObject);
+}
+} // namespace
+
+TEST(TOVHandleValueTest, IsNotReachedByAHandleThatHadItsPlaceBefore)
+{
+    tHandles aStale;
+    for (int nTurn = 0; nTurn < 1000; ++nTurn)
+    {
+        aStale.push_back(Event::Create(true, true, nullptr));
+        EXPECT_TRUE(Event::Destroy(aStale.back()));
+    }
+    const COwnHandle hLive(Event::Create(true, true, nullptr));
+
+    for (const unsigned long long hStale : aStale)
+        ExpectFailures(hStale);
+
+    EXPECT_TRUE(TakesNow(hLive));
+}
+
+TEST(TOVHandleValueTest, IsNotReachedByAHandleThatDiffersInOneBit)
+{
+    const COwnHandle hLive(Event::Create(true, true, nullptr));
+
+    for (int nBit = 0; nBit < 64; ++nBit)
+    {
+        SCOPED_TRACE(nBit);
+        ExpectFailures(hLive ^ 1ull << nBit);
+    }
+
+    EXPECT_TRUE(TakesNow(hLive));
+}
+
+TEST(TOVHandleValueTest, IsNotReachedByInventedHandles)
+{
+    std::mt19937_64 oRandom(20021);
+    for (int nTurn = 0; nTurn < 20000; ++nTurn)
+        ExpectFailures(oRandom() >> (nTurn % 64));
+    for (const unsigned long long hEdge : {~0ull, ~0ull - 1, 1ull << 63, 0x100000000ull, 0xFFFFFFFFull})
+        ExpectFailures(hEdge);
+}
+
+TEST(TOVHandleValueTest, FailsForAStaleCriticalSection)
+{
+    const unsigned long long hSection = CriticalSection::Create(2000);
+    CriticalSection::Destroy(hSection);
+
+    ExpectFailures(hSection);
+}
+
+TEST(TOVHandleValueTest, IsNoCriticalSectionUnlessItWasMadeAsOne)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+    CriticalSection::Enter(hMutex);
+    CriticalSection::Destroy(hMutex);
+
+    EXPECT_FALSE(IsLockedForOthers(hMutex));
+}

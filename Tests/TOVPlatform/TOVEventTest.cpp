@@ -1,0 +1,356 @@
+#include "Support/TOVBlockableThread.h"
+#include "Support/TOVExhaustedSystem.h"
+#include "Support/TOVWaitInstruments.h"
+
+#include <TOVPlatform/TOVThread.h>
+
+#include <memory>
+
+namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
+namespace Event = TOVPlatform::TOVSynchronization::Event;
+namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
+namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
+
+namespace
+{
+unsigned long long CreateAuto()
+{
+    return Event::Create(false, false, nullptr);
+}
+
+unsigned long long CreateManual()
+{
+    return Event::Create(true, false, nullptr);
+}
+
+// A value that the compiler does not see through: narrowing it is the library's affair where long is wider.
+long ToLong(unsigned long long ullValue)
+{
+    volatile unsigned long long ullHidden = ullValue;
+    return static_cast<long>(ullHidden);
+}
+} // namespace
+
+TEST(TOVEventTest, StartsAsAsked)
+{
+    for (const bool bManualReset : {false, true})
+    {
+        for (const bool bSignalled : {false, true})
+        {
+            const COwnHandle hEvent(Event::Create(bManualReset, bSignalled, nullptr));
+            EXPECT_NE(0ull, hEvent);
+            EXPECT_EQ(bSignalled, Event::TimedWait(hEvent, 0)) << bManualReset;
+            EXPECT_EQ(bSignalled && bManualReset, Event::TimedWait(hEvent, 0)) << bManualReset;
+        }
+    }
+}
+
+TEST(TOVEventTest, HasAHandleOfItsOwn)
+{
+    const COwnHandle hFirst(CreateAuto());
+    const COwnHandle hSecond(CreateAuto());
+
+    EXPECT_NE(static_cast<unsigned long long>(hFirst), static_cast<unsigned long long>(hSecond));
+}
+
+TEST(TOVEventTest, IsIndependentOfOthers)
+{
+    const COwnHandle hFirst(CreateManual());
+    const COwnHandle hSecond(CreateManual());
+
+    Event::Signal(hFirst);
+
+    EXPECT_FALSE(Event::TimedWait(hSecond, 0));
+    EXPECT_TRUE(Event::TimedWait(hFirst, 0));
+}
+
+TEST(TOVEventTest, WithAutomaticResetIsClearedByTheFirstReleasedWait)
+{
+    const COwnHandle hEvent(CreateAuto());
+    const std::function<void()> aWaits[] = {
+        [&] { Event::Wait(hEvent); },
+        [&] { EXPECT_TRUE(Event::TimedWait(hEvent, DEADLINE)); },
+        [&] { EXPECT_EQ(0, WaitForAny({hEvent})); },
+        [&] { EXPECT_EQ(0, WaitForAll({hEvent})); },
+    };
+    for (const std::function<void()>& fnWait : aWaits)
+    {
+        Event::Signal(hEvent);
+        fnWait();
+        EXPECT_FALSE(Event::TimedWait(hEvent, 0)) << "wait " << (&fnWait - aWaits);
+    }
+}
+
+TEST(TOVEventTest, WithAutomaticResetRemembersOneSignalOnly)
+{
+    const COwnHandle hEvent(CreateAuto());
+
+    Event::Signal(hEvent);
+    Event::Signal(hEvent);
+    Event::Signal(hEvent);
+
+    EXPECT_TRUE(Event::TimedWait(hEvent, 0));
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0));
+}
+
+TEST(TOVEventTest, WithManualResetStaysSignalledUntilReset)
+{
+    const COwnHandle hEvent(CreateManual());
+
+    Event::Signal(hEvent);
+    Event::Wait(hEvent);
+    EXPECT_TRUE(Event::TimedWait(hEvent, 0));
+    EXPECT_EQ(0, WaitForAny({hEvent}));
+    EXPECT_EQ(0, WaitForAll({hEvent}));
+
+    Event::Reset(hEvent);
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0));
+}
+
+TEST(TOVEventTest, WithAutomaticResetForgetsItsSignalWhenReset)
+{
+    const COwnHandle hEvent(Event::Create(false, true, nullptr));
+
+    Event::Reset(hEvent);
+
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0));
+}
+
+TEST(TOVEventTest, CanBeSignalledAgainAfterAReset)
+{
+    for (const bool bManualReset : {false, true})
+    {
+        const COwnHandle hEvent(Event::Create(bManualReset, false, nullptr));
+        Event::Reset(hEvent);
+        Event::Reset(hEvent);
+        EXPECT_FALSE(Event::TimedWait(hEvent, 0)) << bManualReset;
+
+        Event::Signal(hEvent);
+        EXPECT_TRUE(Event::TimedWait(hEvent, 0)) << bManualReset;
+    }
+}
+
+TEST(TOVEventTest, WaitBlocksUntilTheSignal)
+{
+    for (const bool bManualReset : {false, true})
+    {
+        const COwnHandle hEvent(Event::Create(bManualReset, false, nullptr));
+        CBlockableThread oWaiter([&] { Event::Wait(hEvent); });
+        EXPECT_TRUE(oWaiter.IsBlocked()) << bManualReset;
+
+        Event::Signal(hEvent);
+
+        EXPECT_TRUE(oWaiter.Finishes()) << bManualReset;
+    }
+}
+
+TEST(TOVEventTest, WithAutomaticResetReleasesExactlyOneWaiterASignal)
+{
+    const int nWaiters = 4;
+    const COwnHandle hEvent(CreateAuto());
+    CTally oReleased;
+    CThreadGroup oWaiters;
+    oWaiters.Start(nWaiters, [&](int) {
+        Event::Wait(hEvent);
+        oReleased.Add();
+    });
+
+    for (int nSignal = 1; nSignal <= nWaiters; ++nSignal)
+    {
+        EXPECT_TRUE(oReleased.Stays(nSignal - 1));
+        Event::Signal(hEvent);
+        EXPECT_TRUE(oReleased.Reaches(nSignal));
+    }
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0)) << "no signal is left over";
+}
+
+TEST(TOVEventTest, WithManualResetReleasesEveryWaiter)
+{
+    const int nWaiters = 8;
+    const COwnHandle hEvent(CreateManual());
+    CTally oReleased;
+    CThreadGroup oWaiters;
+    oWaiters.Start(nWaiters, [&](int) {
+        Event::Wait(hEvent);
+        oReleased.Add();
+    });
+    EXPECT_TRUE(oReleased.Stays(0));
+
+    Event::Signal(hEvent);
+
+    EXPECT_TRUE(oReleased.Reaches(nWaiters));
+    EXPECT_TRUE(Event::TimedWait(hEvent, 0));
+}
+
+TEST(TOVEventTest, TimedWaitRunsOutAndLeavesTheEventUsable)
+{
+    for (const bool bManualReset : {false, true})
+    {
+        const COwnHandle hEvent(Event::Create(bManualReset, false, nullptr));
+        EXPECT_FALSE(Event::TimedWait(hEvent, 20)) << bManualReset;
+        EXPECT_FALSE(Event::TimedWait(hEvent, 1)) << bManualReset;
+
+        Event::Signal(hEvent);
+        EXPECT_TRUE(Event::TimedWait(hEvent, 20)) << bManualReset;
+    }
+}
+
+TEST(TOVEventTest, TimedWaitTakesUnsignedMilliseconds)
+{
+    const COwnHandle hEvent(CreateAuto());
+    for (const unsigned long long ullTime : {60000ull, 0x7FFFFFFFull, 0x80000000ull, 0xFFFFFFFEull, 0xFFFFFFFFull})
+    {
+        bool bSignalled = false;
+        CBlockableThread oWaiter([&] { bSignalled = Event::TimedWait(hEvent, ToLong(ullTime)); });
+        EXPECT_TRUE(oWaiter.IsBlocked()) << ullTime;
+
+        Event::Signal(hEvent);
+
+        ASSERT_TRUE(oWaiter.Finishes()) << ullTime;
+        EXPECT_TRUE(bSignalled) << ullTime;
+    }
+}
+
+TEST(TOVEventTest, TimedWaitOfMinusOneIsInfinite)
+{
+    const COwnHandle hEvent(CreateAuto());
+    bool bSignalled = false;
+    CBlockableThread oWaiter([&] { bSignalled = Event::TimedWait(hEvent, -1); });
+    EXPECT_TRUE(oWaiter.IsBlocked());
+
+    Event::Signal(hEvent);
+
+    ASSERT_TRUE(oWaiter.Finishes());
+    EXPECT_TRUE(bSignalled);
+}
+
+TEST(TOVEventTest, TimedWaitKeepsTheLow32BitsOfTheTime)
+{
+    const COwnHandle hEvent(CreateAuto());
+
+    EXPECT_FALSE(Event::TimedWait(hEvent, ToLong(0x100000000)));
+    EXPECT_FALSE(Event::TimedWait(hEvent, ToLong(0x7FFFFFFF00000001)));
+}
+
+TEST(TOVEventTest, AWaitWhoseTimeRanOutDoesNotTakeALaterSignal)
+{
+    const COwnHandle hEvent(CreateAuto());
+    OnAnotherThread([&] { EXPECT_FALSE(Event::TimedWait(hEvent, 5)); });
+
+    Event::Signal(hEvent);
+
+    EXPECT_TRUE(Event::TimedWait(hEvent, 0));
+}
+
+TEST(TOVEventTest, WaitsTakeAnyKindOfObject)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+    Event::Wait(hMutex);
+    EXPECT_TRUE(Event::TimedWait(hMutex, 0));
+    EXPECT_TRUE(IsLockedForOthers(hMutex));
+    Mutex::Unlock(hMutex);
+    Mutex::Unlock(hMutex);
+    EXPECT_FALSE(IsLockedForOthers(hMutex));
+
+    const COwnHandle hSemaphore(Semaphore::Create(2, 2, nullptr));
+    Event::Wait(hSemaphore);
+    EXPECT_TRUE(Event::TimedWait(hSemaphore, 0));
+    EXPECT_FALSE(Event::TimedWait(hSemaphore, 0));
+}
+
+TEST(TOVEventTest, IsWaitedForByTheWaitsOfOtherKinds)
+{
+    const COwnHandle hEvent(CreateAuto());
+    EXPECT_FALSE(Semaphore::TryLock(hEvent, 0));
+    EXPECT_TRUE(Mutex::IsLocked(hEvent)) << "anything but signalled";
+
+    Event::Signal(hEvent);
+    Mutex::Lock(hEvent);
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0));
+    Event::Signal(hEvent);
+    Semaphore::Lock(hEvent);
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0));
+    Event::Signal(hEvent);
+    EXPECT_FALSE(Mutex::IsLocked(hEvent));
+    EXPECT_FALSE(Event::TimedWait(hEvent, 0));
+}
+
+TEST(TOVEventTest, IsDestroyedOnce)
+{
+    const unsigned long long hEvent = CreateAuto();
+
+    EXPECT_TRUE(Event::Destroy(hEvent));
+    EXPECT_FALSE(Event::Destroy(hEvent));
+}
+
+TEST(TOVEventTest, LeavesOthersAloneWhenDestroyed)
+{
+    const COwnHandle hFirst(Event::Create(true, true, nullptr));
+    const unsigned long long hSecond = Event::Create(true, true, nullptr);
+    const COwnHandle hThird(Event::Create(true, true, nullptr));
+
+    Event::Destroy(hSecond);
+
+    EXPECT_EQ(0, WaitForAll({hFirst}, 0));
+    EXPECT_EQ(0, WaitForAll({hThird}, 0));
+}
+
+TEST(TOVEventTest, ManyCanLiveAtATime)
+{
+    std::vector<std::unique_ptr<COwnHandle>> aEvents;
+    for (int nEvent = 0; nEvent < 5000; ++nEvent)
+        aEvents.push_back(std::make_unique<COwnHandle>(Event::Create(true, nEvent % 3 == 0, nullptr)));
+
+    for (int nEvent = 0; nEvent < 5000; ++nEvent)
+        ASSERT_EQ(nEvent % 3 == 0, Event::TimedWait(*aEvents[static_cast<std::size_t>(nEvent)], 0)) << nEvent;
+}
+
+TEST(TOVEventTest, KeepsNoMemoryWhenDestroyed)
+{
+    Event::Destroy(CreateAuto());
+    CAllocationCounter oCounter;
+
+    for (int nEvent = 0; nEvent < 1000; ++nEvent)
+        Event::Destroy(CreateAuto());
+
+    EXPECT_GE(0, oCounter.Kept());
+}
+
+TEST(TOVEventTest, WidensANativeHandleWithItsSign)
+{
+    const COwnHandle hEvent(CreateAuto());
+    const unsigned long long hValue = hEvent;
+
+    if (sizeof(void*) == 4)
+    {
+        EXPECT_EQ(static_cast<unsigned long long>(static_cast<std::int32_t>(hValue)), hValue);
+    }
+    else
+    {
+        EXPECT_NE(0ull, hValue);
+    }
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST(TOVEventTest, IsZeroWhenTheSystemHasNoMore)
+{
+    unsigned long long hEvent = 1;
+    {
+        CExhaustedSystem oNoMore;
+        hEvent = CreateAuto();
+    }
+    EXPECT_EQ(0ull, hEvent);
+}
+#endif
+
+TEST(TOVEventTest, LogsNothing)
+{
+    CLogRecorder oLog;
+
+    Event::Destroy(CreateAuto());
+    Event::Signal(0);
+    Event::Destroy(0);
+
+    EXPECT_TRUE(oLog.Lines().empty());
+    EXPECT_TRUE(oLog.Checks().empty());
+}
