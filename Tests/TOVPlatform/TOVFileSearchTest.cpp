@@ -189,10 +189,12 @@ TEST_F(TOVPlatformFileSearchTest, TellsTheSize)
     WriteWholeFile(Path("empty"), "");
     WriteWholeFile(Path("small"), "0123456789");
     MakeBigFile(Path("big"), 0x123456789);
+    std::filesystem::create_directory(Path("folder"));
 
     EXPECT_EQ(0u, FindOne("empty").ullSize);
     EXPECT_EQ(10u, FindOne("small").ullSize);
     EXPECT_EQ(0x123456789u, FindOne("big").ullSize);
+    EXPECT_EQ(0u, FindOne("folder").ullSize);
 }
 
 TEST_F(TOVPlatformFileSearchTest, TellsTheAttributes)

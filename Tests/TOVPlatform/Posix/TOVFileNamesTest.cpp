@@ -1,8 +1,11 @@
-// Names, permissions and search handles as Posix has them.
+// Names, permissions, times and search handles as Posix has them.
 #include "TOVPlatform/TOVFileInstruments.h"
 
 #include <algorithm>
 #include <iterator>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace File = TOVPlatform::TOVFile;
 namespace Directory = TOVPlatform::TOVDirectory;
@@ -168,6 +171,19 @@ TEST_F(TOVPosixFileTest, UsesADirectoryWithABackslashAsItStandsIfItExists)
     EXPECT_EQ(Directory::eDirectorySuccess, Directory::Remove(Path("one\\two").c_str()));
     EXPECT_FALSE(std::filesystem::exists(Path("one/two")));
     EXPECT_EQ(Directory::eDirectoryFailure, Directory::Remove(Path("one\\two").c_str()));
+}
+
+TEST_F(TOVPosixFileTest, CountsTimesInTicksOf100Nanoseconds)
+{
+    WriteWholeFile(Path("file"), "");
+    const timespec aTimes[] = {{0, 1}, {-1, 123456789}};
+    ASSERT_EQ(0, ::utimensat(AT_FDCWD, Path("file").c_str(), aTimes, 0));
+    File::sTOVFindData oRecord;
+
+    File::FindClose(File::FindFirst(Path("file").c_str(), &oRecord));
+
+    EXPECT_EQ(116444736000000000u, oRecord.ullLastAccessTime);
+    EXPECT_EQ(116444735990000000u + 1234567, oRecord.ullLastWriteTime);
 }
 
 TEST_F(TOVPosixFileTest, FindsNamesThatDifferInCaseAlone)
