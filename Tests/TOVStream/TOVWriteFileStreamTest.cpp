@@ -1,5 +1,5 @@
 // The stream that writes a file, opened by name.
-#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVStream/TOVStreamInstruments.h"
 
@@ -311,7 +311,9 @@ TEST_F(CTOVWriteFileStreamTest, LeavesNothingBehindWhenItCannotBeOpened)
 TEST_F(CTOVWriteFileStreamTest, LeavesNothingBehindWhereverTheMemoryEnds)
 {
     const unsigned long long hBefore = FreeSlot();
+    CQuietRecorder oLog;
     bool bOpened = false;
+    std::string sFileOfCheck;
 
     for (unsigned long ulSuccesses = 0; !bOpened && ulSuccesses < 1000; ++ulSuccesses)
     {
@@ -324,13 +326,16 @@ TEST_F(CTOVWriteFileStreamTest, LeavesNothingBehindWhereverTheMemoryEnds)
         catch (const std::bad_alloc&)
         {
         }
-        catch (const CTOVException&) // the check on a string's holder, or no file
+        catch (const CTOVException&) // a check, or no file
         {
         }
         EXPECT_EQ(hBefore, FreeSlot()) << ulSuccesses;
+        if (std::string(oLog.Text()) == "m_pStream != NULL")
+            sFileOfCheck = oLog.File();
     }
 
     EXPECT_TRUE(bOpened);
+    EXPECT_EQ("TOVStream/TOVWriteFileStream.cpp", sFileOfCheck);
 }
 #endif
 
