@@ -4,6 +4,7 @@
 #include <TOVPlatform/TOVFile.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <type_traits>
@@ -72,6 +73,27 @@ CTOVFileScanner::eScannerControl RememberUserValue(CTOVFileScanner::eScannerMode
     return CTOVFileScanner::eScannerContinue;
 }
 } // namespace
+
+TOV_CHILD(ThrowsInsideTheCallback)
+{
+    CTOVFileScanner oScanner;
+    oScanner.AddScanDirectory(aArguments[0].c_str(), "*.txt");
+    oScanner.AddScanDirectory(aArguments[0].c_str(), "*.txt");
+    CScanRecord oRecord;
+    oRecord.fnOnFile = [](CTOVFileScanner::sTOVFileDescriptor&) -> int { throw std::runtime_error("enough"); };
+    try
+    {
+        oRecord.Run(oScanner);
+    }
+    catch (const std::runtime_error& oError)
+    {
+        std::printf("%s after %d, ", oError.what(), static_cast<int>(oRecord.aFiles.size()));
+    }
+
+    CScanRecord oAgain;
+    oAgain.Run(oScanner);
+    std::printf("then %d", static_cast<int>(oAgain.aFiles.size()));
+}
 
 TEST_F(CTOVFileScannerTest, NamesWhatItsCallbackGetsAndGives)
 {
@@ -363,18 +385,12 @@ TEST_F(CTOVFileScannerTest, RaisesForAnEmptyPatternBehindADirectoryWithoutASepar
     EXPECT_CHECK_AT("TOVString/TOVStringA", LENGTH_CHECK, Scan());
 }
 
+// In a process of its own: the search stays open, and with it on some systems the folder.
 TEST_F(CTOVFileScannerTest, LetsThroughWhatTheCallbackThrows)
 {
     MakeFiles({"a.txt", "b.txt"});
-    CScanRecord oRecord;
-    oRecord.fnOnFile = [](CTOVFileScanner::sTOVFileDescriptor&) -> int { throw std::runtime_error("enough"); };
-    Add("*.txt");
-    Add("*.txt");
 
-    EXPECT_THROW(oRecord.Run(m_oScanner), std::runtime_error);
-
-    EXPECT_EQ(1u, oRecord.aFiles.size());
-    EXPECT_EQ(tNames({"a.txt", "a.txt", "b.txt", "b.txt"}), Scan());
+    EXPECT_EQ("enough after 1, then 4", RunChild("ThrowsInsideTheCallback", {m_oFolder.Path()}).sOutput);
 }
 
 TEST_F(CTOVFileScannerTest, LeavesItsListsAloneWhateverTheCallbackDoesToTheDescriptor)
