@@ -97,7 +97,7 @@ const char* WithoutScope(const char* szName)
 
 CNamedObject::CNamedObject(const CSharedSegment& oSegment)
     : m_oSegment(oSegment), m_oState(*static_cast<sSharedState*>(oSegment.GetMemory())), m_nReferences(1),
-      m_pNext(s_pFirstObject), m_pNextOwned(nullptr)
+      m_nHandles(1), m_pNext(s_pFirstObject), m_pNextOwned(nullptr)
 {
     s_pFirstObject = this;
 }
@@ -116,6 +116,7 @@ CNamedObject* CNamedObject::Open(const char* szName, const sInitial& oInitial)
     if (pObject->m_oState.nKind != oInitial.eObject)
         return nullptr;
     ++pObject->m_nReferences;
+    ++pObject->m_nHandles;
     return pObject;
 }
 
@@ -174,6 +175,8 @@ bool CNamedObject::CloseHandle(unsigned long long hObject)
         pObject = pRecord->m_pNamed.load(std::memory_order_relaxed);
         pRecord->Retire();
         CHandleTable::Recycle(pRecord);
+        if (--pObject->m_nHandles == 0 && pObject->m_nReferences != 1)
+            pObject->LoseName();
     }
     pObject->Release();
     return true;
@@ -185,12 +188,25 @@ void CNamedObject::Release()
     if (--m_nReferences != 0)
         return;
 
-    CNamedObject** ppLink = &s_pFirstObject;
-    while (*ppLink != this)
-        ppLink = &(*ppLink)->m_pNext;
-    *ppLink = m_pNext;
+    Unlist();
     m_oSegment.Close(CSegmentLock());
     delete this;
+}
+
+// An owner or a wait may keep the object after its last handle, but nobody finds it any more.
+void CNamedObject::LoseName()
+{
+    if (m_oSegment.RemoveName(CSegmentLock()))
+        Unlist();
+}
+
+void CNamedObject::Unlist()
+{
+    CNamedObject** ppLink = &s_pFirstObject;
+    while (*ppLink != nullptr && *ppLink != this)
+        ppLink = &(*ppLink)->m_pNext;
+    if (*ppLink == this)
+        *ppLink = m_pNext;
 }
 
 eNamedKind CNamedObject::GetKind() const

@@ -79,10 +79,13 @@ private:
     bool TakeMutex(sThreadRecord& oThread);
     void FreeMutex(sThreadRecord& oThread);
     void WakeSleepers();
+    void LoseName();
+    void Unlist();
 
     CSharedSegment m_oSegment;
     sSharedState& m_oState;
     std::atomic<tDword> m_nReferences; // handles, waits, an ownership; the last goes under the registry's lock
+    tDword m_nHandles;                 // under the registry's lock
     CNamedObject* m_pNext;             // in the registry
     CNamedObject* m_pNextOwned;        // in the owning thread's list
 };

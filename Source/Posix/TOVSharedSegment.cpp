@@ -142,17 +142,18 @@ void CSharedSegment::Close(const CSegmentLock& oLock)
     m_nFile = -1;
 }
 
-void CSharedSegment::RemoveName(const CSegmentLock& oLock)
+bool CSharedSegment::RemoveName(const CSegmentLock& oLock)
 {
     if (!oLock.IsHeld() || m_nProcess != ::getpid())
-        return;
-    if (LockFile(m_nFile, LOCK_EX | LOCK_NB))
+        return false;
+    if (!LockFile(m_nFile, LOCK_EX | LOCK_NB))
     {
-        ::shm_unlink(m_szPath);
-        m_nProcess = 0; // the name may soon be another segment's
-    }
-    else
         LockFile(m_nFile, LOCK_SH | LOCK_NB); // the attempt has cost the lock
+        return false;
+    }
+    ::shm_unlink(m_szPath);
+    m_nProcess = 0; // the name may soon be another segment's
+    return true;
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

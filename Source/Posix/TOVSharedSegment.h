@@ -44,8 +44,8 @@ public:
     bool Open(const CSegmentLock& oLock, const char* szName, std::size_t nSize);
     void Close(const CSegmentLock& oLock);
 
-    // What Close does to the name, if nobody else has the segment open; the memory stays mapped.
-    void RemoveName(const CSegmentLock& oLock);
+    // What Close does to the name, if nobody else has the segment open; the memory stays mapped. True if it is removed.
+    bool RemoveName(const CSegmentLock& oLock);
 
     void* GetMemory() const { return m_pMemory; }
 
