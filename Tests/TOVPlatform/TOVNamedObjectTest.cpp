@@ -287,6 +287,22 @@ TEST(TOVNamedMutexTest, StaysOwnedWhenOneOfItsHandlesIsDestroyed)
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
+TEST(TOVNamedMutexTest, IsGoneWithItsLastHandleThoughAThreadOwnsIt)
+{
+    const std::string sName = UniqueName();
+    const unsigned long long hOld = Mutex::Create(false, sName.c_str());
+    CWorker oOwner;
+    oOwner.Do([&] { Mutex::Lock(hOld); });
+
+    EXPECT_TRUE(Mutex::Destroy(hOld));
+    const COwnHandle hNew(Mutex::Create(false, sName.c_str()));
+    EXPECT_FALSE(IsLockedForOthers(hNew));
+    oOwner.End();
+
+    EXPECT_EQ(0, WaitForAny({hNew}, 0)) << "not abandoned with the old one";
+    Mutex::Unlock(hNew);
+}
+
 TEST(TOVNamedSemaphoreTest, KeepsTheCountsThatItWasMadeWith)
 {
     const std::string sName = UniqueName();

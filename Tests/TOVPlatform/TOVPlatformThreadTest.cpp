@@ -72,6 +72,14 @@ private:
     const unsigned long long m_hThread;
 };
 
+// What the system has for a level. A thread for each: not every user may raise what has been lowered.
+int NativeLevel(int nPriority)
+{
+    CHeldThread oThread;
+    Thread::SetPriority(oThread.Handle(), static_cast<Thread::eThreadPriority>(nPriority));
+    return NativePriority({oThread.Handle(), oThread.Id()});
+}
+
 struct sCountsItsEnd
 {
     explicit sCountsItsEnd(std::atomic<int>& nSetEnds) : nEnds(nSetEnds) {}
@@ -469,32 +477,15 @@ TEST(TOVThreadPriorityTest, BelongsToOneThread)
 
 TEST(TOVThreadPriorityTest, ReachesTheSystemInTheOrderOfUrgency)
 {
-    CHeldThread oThread;
-    const sNativeThread oNative = {oThread.Handle(), oThread.Id()};
-    int aNative[4];
-    for (int nPriority = 0; nPriority < 4; ++nPriority)
-    {
-        Thread::SetPriority(oThread.Handle(), static_cast<Thread::eThreadPriority>(nPriority));
-        aNative[nPriority] = NativePriority(oNative);
-    }
-
-    EXPECT_LT(aNative[0], aNative[1]);
+    EXPECT_LT(NativeLevel(0), NativeLevel(1));
     // Not every user may ask for more than normal.
-    EXPECT_LE(aNative[1], aNative[2]);
-    EXPECT_LE(aNative[2], aNative[3]);
+    EXPECT_LE(NativeLevel(1), NativeLevel(2));
+    EXPECT_LE(NativeLevel(2), NativeLevel(3));
 }
 
 TEST(TOVThreadPriorityTest, IsMinusOneForAPriorityOfTheSystemThatHasNoEnumerator)
 {
-    std::set<int> aKnown;
-    {
-        CHeldThread oThread;
-        for (int nPriority = 0; nPriority < 4; ++nPriority)
-        {
-            Thread::SetPriority(oThread.Handle(), static_cast<Thread::eThreadPriority>(nPriority));
-            aKnown.insert(NativePriority({oThread.Handle(), oThread.Id()}));
-        }
-    }
+    const std::set<int> aKnown = {NativeLevel(0), NativeLevel(1), NativeLevel(2), NativeLevel(3)};
     int nForeign = 0;
     for (const int nPriority : NativePriorities())
     {
@@ -511,12 +502,8 @@ TEST(TOVThreadPriorityTest, IsMinusOneForAPriorityOfTheSystemThatHasNoEnumerator
 TEST(TOVThreadPriorityTest, IsReadFromTheSystem)
 {
     CHeldThread oThread;
-    const sNativeThread oNative = {oThread.Handle(), oThread.Id()};
-    Thread::SetPriority(oThread.Handle(), Thread::eThreadPriorityLow);
-    const int nLow = NativePriority(oNative);
-    CHeldThread oOther;
 
-    ASSERT_TRUE(SetNativePriority({oOther.Handle(), oOther.Id()}, nLow));
+    ASSERT_TRUE(SetNativePriority({oThread.Handle(), oThread.Id()}, NativeLevel(0)));
 
-    EXPECT_EQ(Thread::eThreadPriorityLow, Thread::GetPriority(oOther.Handle()));
+    EXPECT_EQ(Thread::eThreadPriorityLow, Thread::GetPriority(oThread.Handle()));
 }

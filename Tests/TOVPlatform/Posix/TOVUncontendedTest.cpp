@@ -51,6 +51,16 @@ struct sObjects
     {
     }
 
+    ~sObjects()
+    {
+        CriticalSection::Destroy(hSection);
+        for (const unsigned long long hObject : {hMutex, hSemaphore, hAuto, hManual})
+            Event::Destroy(hObject);
+    }
+
+    sObjects(const sObjects&) = delete;
+    sObjects& operator=(const sObjects&) = delete;
+
     static std::string Name(const std::string& sName, const char* szKind)
     {
         return sName.empty() ? sName : sName + szKind;
@@ -144,9 +154,12 @@ TEST_P(TOVUncontendedTest, MakesNoSystemCall)
 
 TEST_P(TOVUncontendedTest, MakesNoSystemCallWithAName)
 {
-    const sChildResult oResult = RunChild("RepeatsWithoutSystemCalls", {GetParam(), UniqueName()});
+    const std::string sName = UniqueName();
+
+    const sChildResult oResult = RunChild("RepeatsWithoutSystemCalls", {GetParam(), sName});
 
     EXPECT_EQ(DONE, oResult.nExitCode) << oResult.sOutput;
+    const sObjects oLeftByTheChild(sName);
 }
 
 TEST(TOVUncontendedInstrumentTest, EndsAProcessThatMakesASystemCall)
