@@ -8,6 +8,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -176,10 +177,16 @@ public:
     CThreadGroup(const CThreadGroup&) = delete;
     CThreadGroup& operator=(const CThreadGroup&) = delete;
 
+    // None of them acts before all exist.
     void Start(int nThreads, const std::function<void(int nThread)>& fnAction)
     {
+        const auto pAllExist = std::make_shared<CGate>();
         for (int nThread = 0; nThread < nThreads; ++nThread)
-            m_aThreads.emplace_back(fnAction, nThread);
+            m_aThreads.emplace_back([=] {
+                pAllExist->Wait();
+                fnAction(nThread);
+            });
+        pAllExist->Open();
     }
 
     void Join()

@@ -15,7 +15,7 @@ namespace Thread = TOVPlatform::TOVThread;
 namespace
 {
 const int THREADS = 8;
-const int TURNS = 400; // of each thread
+const int TURNS = 1000; // of each thread
 
 // Locks a mutex in the way of the turn.
 void LockSomehow(unsigned long long hMutex, int nTurn)
@@ -64,7 +64,10 @@ TEST(TOVContentionTest, AMutexProtectsAPlainNumber)
         for (int nTurn = 0; nTurn < TURNS; ++nTurn)
         {
             LockSomehow(hMutex, nTurn + nThread);
-            ++nCount;
+            const int nBefore = nCount;
+            if (nTurn % 8 == 0)
+                std::this_thread::yield();
+            nCount = nBefore + 1;
             Mutex::Unlock(hMutex);
         }
     });
@@ -110,7 +113,10 @@ TEST(TOVContentionTest, AnAutomaticEventServesAsALock)
         for (int nTurn = 0; nTurn < TURNS; ++nTurn)
         {
             Event::Wait(hEvent);
-            ++nCount;
+            const int nBefore = nCount;
+            if (nTurn % 8 == 0)
+                std::this_thread::yield();
+            nCount = nBefore + 1;
             Event::Signal(hEvent);
         }
     });
@@ -140,6 +146,8 @@ TEST(TOVContentionTest, ASemaphoreAdmitsNoMoreThanItsCount)
             while (nNow > nSeen && !nMost.compare_exchange_weak(nSeen, nNow))
             {
             }
+            if (nTurn % 4 == 0)
+                std::this_thread::yield();
             --nInside;
             const long lBefore = Semaphore::Unlock(hSemaphore, 1);
             EXPECT_LE(0, lBefore);
@@ -236,7 +244,7 @@ TEST(TOVContentionTest, EachSignalOfManyEventsIsTakenOnce)
             EXPECT_EQ(0, --*aOutstanding[static_cast<std::size_t>(nIndex)]) << nIndex;
         }
     });
-    for (int nTurn = 0; nTurn < TURNS * 8; ++nTurn)
+    for (int nTurn = 0; nTurn < TURNS * 4; ++nTurn)
     {
         const std::size_t nEvent = static_cast<std::size_t>(nTurn * 37 % nEvents);
         int nFree = 0;
@@ -284,38 +292,101 @@ TEST(TOVContentionTest, AManualEventLetsEveryWaiterOfARoundGo)
     oThreads.Join();
 }
 
-TEST(TOVContentionTest, PhilosophersWhoTakeBothForksAtOnceAllEat)
+namespace
 {
-    tHandles aForks;
-    std::vector<int> aUses(THREADS, 0); // each under its fork
-    for (int nFork = 0; nFork < THREADS; ++nFork)
-        aForks.push_back(nFork % 2 == 0 ? Mutex::Create(false, nullptr) : Semaphore::Create(1, 1, nullptr));
-    CThreadGroup oPhilosophers;
-    oPhilosophers.Start(THREADS, [&](int nPhilosopher) {
+// Forks between philosophers: mutexes and semaphores in turn. Each philosopher takes the two beside him at once.
+class CTable
+{
+public:
+    // Without a name the forks have none; with one they are shared by all tables of that name.
+    explicit CTable(const std::string& sName)
+    {
+        for (int nFork = 0; nFork < THREADS; ++nFork)
+        {
+            const std::string sFork = sName.empty() ? sName : sName + std::to_string(nFork);
+            m_aForks.push_back(nFork % 2 == 0 ? Mutex::Create(false, sFork.c_str())
+                                              : Semaphore::Create(1, 1, sFork.c_str()));
+        }
+    }
+
+    ~CTable()
+    {
+        for (const unsigned long long hFork : m_aForks)
+            Event::Destroy(hFork);
+    }
+
+    CTable(const CTable&) = delete;
+    CTable& operator=(const CTable&) = delete;
+
+    // Either fork may be named first.
+    void Eat(int nPhilosopher, int nMeals, std::vector<int>& aUses)
+    {
         const std::size_t nLeft = static_cast<std::size_t>(nPhilosopher);
         const std::size_t nRight = static_cast<std::size_t>((nPhilosopher + 1) % THREADS);
-        for (int nMeal = 0; nMeal < TURNS / 4; ++nMeal)
+        for (int nMeal = 0; nMeal < nMeals; ++nMeal)
         {
-            while (WaitForAll({aForks[nLeft], aForks[nRight]}, nMeal % 2 == 0 ? -1 : 1) == -2)
-            {
-            }
+            const bool bLeftFirst = nMeal % 4 < 2;
+            const tHandles aBoth = {m_aForks[bLeftFirst ? nLeft : nRight], m_aForks[bLeftFirst ? nRight : nLeft]};
+            int nResult = -2;
+            while (nResult == -2)
+                nResult = WaitForAll(aBoth, nMeal % 2 == 0 ? -1 : 1);
+            EXPECT_LE(0, nResult);
             ++aUses[nLeft];
+            std::this_thread::yield();
             ++aUses[nRight];
-            for (const std::size_t nFork : {nLeft, nRight})
-            {
-                if (nFork % 2 == 0)
-                    Mutex::Unlock(aForks[nFork]);
-                else
-                    EXPECT_EQ(0, Semaphore::Unlock(aForks[nFork], 1));
-            }
+            PutBack(nLeft);
+            PutBack(nRight);
         }
-    });
-    oPhilosophers.Join();
+    }
 
-    EXPECT_EQ(std::vector<int>(THREADS, 2 * (TURNS / 4)), aUses);
-    EXPECT_LE(0, WaitForAll(aForks, 0)) << "every fork is back";
-    for (const unsigned long long hFork : aForks)
-        Event::Destroy(hFork);
+    bool IsComplete() const { return WaitForAll(m_aForks, 0) >= 0; }
+
+private:
+    void PutBack(std::size_t nFork)
+    {
+        if (nFork % 2 == 0)
+            Mutex::Unlock(m_aForks[nFork]);
+        else
+            EXPECT_EQ(0, Semaphore::Unlock(m_aForks[nFork], 1));
+    }
+
+    tHandles m_aForks;
+};
+} // namespace
+
+TEST(TOVContentionTest, PhilosophersWhoTakeBothForksAtOnceAllEat)
+{
+    const int nMeals = TURNS / 5;
+    for (const std::string& sName : {std::string(), UniqueName()})
+    {
+        CTable oTable(sName);
+        std::vector<int> aUses(THREADS, 0); // each under its fork
+        CThreadGroup oPhilosophers;
+        oPhilosophers.Start(THREADS, [&](int nPhilosopher) { oTable.Eat(nPhilosopher, nMeals, aUses); });
+        oPhilosophers.Join();
+
+        EXPECT_EQ(std::vector<int>(THREADS, 2 * nMeals), aUses) << sName;
+        EXPECT_TRUE(oTable.IsComplete()) << sName;
+    }
+}
+
+TOV_CHILD(EatsAtNamedTable)
+{
+    CTable oTable(aArguments[0]);
+    std::vector<int> aUses(THREADS, 0);
+    CThreadGroup oPhilosophers;
+    oPhilosophers.Start(THREADS, [&](int nPhilosopher) { oTable.Eat(nPhilosopher, TURNS / 20, aUses); });
+}
+
+TEST(TOVContentionTest, PhilosophersOfSeveralProcessesAllEat)
+{
+    const std::string sName = UniqueName();
+    const CTable oTable(sName);
+    CThreadGroup oThreads;
+    oThreads.Start(3, [&](int) { EXPECT_EQ(0, RunChild("EatsAtNamedTable", {sName}).nExitCode); });
+    oThreads.Join();
+
+    EXPECT_TRUE(oTable.IsComplete());
 }
 
 TEST(TOVContentionTest, WaitsForAllAndForAnyShareTheirObjectsFairlyInSum)
