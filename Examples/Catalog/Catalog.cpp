@@ -1,5 +1,9 @@
 #include "Catalog.h"
 
+#include <Path/TOVPath.h>
+
+#include <system_error>
+
 int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond)
 {
     if (oFirst.lDirectory != oSecond.lDirectory)
@@ -20,4 +24,15 @@ CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
         oJoined += '/';
     oJoined += oName;
     return oJoined;
+}
+
+std::filesystem::path SystemPath(const CTOVStringA& oName)
+{
+    const std::filesystem::path oAsItStands(~oName);
+    std::error_code oIgnored;
+    if (std::filesystem::exists(oAsItStands, oIgnored))
+        return oAsItStands;
+    CTOVPath oPath(~oName);
+    oPath.MakeForwardslashes();
+    return std::filesystem::path(~oPath);
 }

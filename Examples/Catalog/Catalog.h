@@ -4,6 +4,7 @@
 #include <TOVContainers/TOVArray.h>
 #include <TOVString/TOVStringA.h>
 
+#include <filesystem>
 #include <stdexcept>
 
 // An error that ends a command; its text is one line for the user.
@@ -37,3 +38,7 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 
 // Joins with '/', which both systems take, unless the directory already ends in it.
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);
+
+// A name for the system's own functions. The library reads a backslash as a separator where nothing bears the name as
+// it stands; the system does not.
+std::filesystem::path SystemPath(const CTOVStringA& oName);

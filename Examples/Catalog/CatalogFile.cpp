@@ -11,7 +11,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <system_error>
 
 // The file, all numbers with 4 bytes in the host's order, a text as its length and its bytes:
 //
@@ -144,6 +143,13 @@ CCatalogError About(const CTOVStringA& oName, const char* szWhat)
     return CCatalogError(std::string(~oName) + " " + szWhat);
 }
 
+// Of something that is there. Pipes and devices have no attribute.
+bool IsFile(const CTOVStringA& oName)
+{
+    const unsigned long ulAttributes = TOVPlatform::TOVFile::GetAttributes(~oName);
+    return ulAttributes != 0 && (ulAttributes & TOVPlatform::TOVFile::eFileAttributeDirectory) == 0;
+}
+
 unsigned long long SizeOf(const CTOVStringA& oAssigned)
 {
     CTOVFile oFile;
@@ -160,28 +166,16 @@ sCatalog Load(const CTOVStringA& oAssigned)
     Serialize(oArchive, oCatalog);
     return oCatalog;
 }
-
-// The library reads a backslash as a separator where no file bears the name as it stands; the system does not.
-std::filesystem::path SystemPath(const CTOVStringA& oName)
-{
-    const std::filesystem::path oAsItStands(~oName);
-    std::error_code oIgnored;
-    if (std::filesystem::exists(oAsItStands, oIgnored))
-        return oAsItStands;
-    CTOVPath oPath(~oName);
-    oPath.MakeForwardslashes();
-    return std::filesystem::path(~oPath);
-}
 } // namespace
 
 sCatalog LoadCatalog(const CTOVStringA& oName)
 {
-    if (oName.IsEmpty() || !CTOVPath(oName).DoesExist())
+    if (!CTOVPath(oName).DoesExist())
         throw About(oName, "does not exist");
     if (CTOVPath(oName).IsDirectory())
         throw About(oName, "is a directory, not a catalogue");
-    // A pipe would be waited for; what has no attribute is no file.
-    if (TOVPlatform::TOVFile::GetAttributes(~oName) == 0)
+    // A pipe would be waited for.
+    if (!IsFile(oName))
         throw About(oName, "is no catalogue");
     try
     {
@@ -199,8 +193,9 @@ sCatalog LoadCatalog(const CTOVStringA& oName)
 
 void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
 {
-    if (oName.IsEmpty() || (CTOVPath(oName).DoesExist() && CTOVPath(oName).IsDirectory()))
-        throw About(oName, "cannot be written: it is no file name");
+    // Else a device would be gone afterwards, and a file in its place.
+    if (CTOVPath(oName).DoesExist() && !IsFile(oName))
+        throw About(oName, "cannot be written: it is no file");
 
     CTOVStringA oTemporary(~oName);
     oTemporary += ".new";

@@ -148,7 +148,7 @@ int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop
     for (long i = 0; i < oCatalog.aDirectories.GetSize(); ++i)
     {
         const CTOVPath oDirectory(oCatalog.aDirectories[i]);
-        if (oDirectory.IsEmpty() || !oDirectory.DoesExist() || !oDirectory.IsDirectory())
+        if (!oDirectory.DoesExist() || !oDirectory.IsDirectory())
             throw CCatalogError(std::string(~Printable(oCatalog.aDirectories[i])) + " is no directory");
     }
 
@@ -218,7 +218,6 @@ int ListCatalog(const CTOVStringA& oName)
         oLine.Format("%08x %14I64u  %s", oRecord.dwCrc, oRecord.ullSize, ~Printable(FullName(oCatalog, oRecord)));
         std::printf("%s\n", ~oLine);
     }
-    std::printf("%d files, %s bytes\n", static_cast<int>(oCatalog.aFiles.GetSize()),
-                std::to_string(TotalSize(oCatalog.aFiles)).c_str());
+    std::printf("%s\n", ~DescribeFiles(oCatalog.aFiles.GetSize(), TotalSize(oCatalog.aFiles)));
     return eExitSame;
 }

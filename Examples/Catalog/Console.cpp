@@ -84,12 +84,18 @@ void CProgressLine::Print(const char* szText)
     std::fflush(stderr);
 }
 
+CTOVStringA DescribeFiles(long lFiles, unsigned long long ullBytes)
+{
+    CTOVStringA oText;
+    oText.Format("%d file%s, %I64u bytes", static_cast<int>(lFiles), lFiles == 1 ? "" : "s", ullBytes);
+    return oText;
+}
+
 CTOVStringA DescribeWork(long lFiles, unsigned long long ullBytes, std::chrono::steady_clock::duration oTime)
 {
     const double dSeconds = Seconds(oTime);
     const double dRate = dSeconds > 0 ? static_cast<double>(ullBytes) / BYTES_PER_MEGABYTE / dSeconds : 0;
     CTOVStringA oText;
-    oText.Format("%d file%s, %I64u bytes in %.2f s (%.1f MB/s)", static_cast<int>(lFiles), lFiles == 1 ? "" : "s",
-                 ullBytes, dSeconds, dRate);
+    oText.Format("%s in %.2f s (%.1f MB/s)", ~DescribeFiles(lFiles, ullBytes), dSeconds, dRate);
     return oText;
 }

@@ -30,5 +30,8 @@ private:
     int m_nWidth = 0;
 };
 
+// "12 files, 3456 bytes"
+CTOVStringA DescribeFiles(long lFiles, unsigned long long ullBytes);
+
 // "12 files, 3456 bytes in 0.12 s (28.8 MB/s)"
 CTOVStringA DescribeWork(long lFiles, unsigned long long ullBytes, std::chrono::steady_clock::duration oTime);

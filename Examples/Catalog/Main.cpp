@@ -46,24 +46,30 @@ int main(int nArguments, char** aszArguments)
                       "tovcatalog");
     oProgram.require_subcommand(1);
     oProgram.allow_windows_style_options(false); // "/data" is a directory on every system
+    const CLI::Validator oNotEmpty([](const std::string& sText) { return sText.empty() ? "is empty" : ""; }, "");
     std::string sCatalog;
     std::vector<std::string> aDirectories;
     std::vector<std::string> aPatterns;
     int nThreads = DefaultThreads();
 
     CLI::App* pCreate = oProgram.add_subcommand("create", "Write the catalogue of all files below directories");
-    pCreate->add_option("CATALOG", sCatalog, "File to write; replaced only when all went well")->required();
-    pCreate->add_option("DIRECTORY", aDirectories, "Directories, each with all its subdirectories")->required();
+    pCreate->add_option("CATALOG", sCatalog, "File to write; replaced only when all went well")
+        ->required()
+        ->check(oNotEmpty);
+    pCreate->add_option("DIRECTORY", aDirectories, "Directories, each with all its subdirectories")
+        ->required()
+        ->check(oNotEmpty);
     pCreate->add_option("--pattern", aPatterns, "Only files of such names, with * and ?; may be given again")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->check(oNotEmpty);
     pCreate->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
 
     CLI::App* pVerify = oProgram.add_subcommand("verify", "Report changed, missing and new files");
-    pVerify->add_option("CATALOG", sCatalog, "File that create has written")->required();
+    pVerify->add_option("CATALOG", sCatalog, "File that create has written")->required()->check(oNotEmpty);
     pVerify->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
 
     CLI::App* pList = oProgram.add_subcommand("list", "Print a catalogue");
-    pList->add_option("CATALOG", sCatalog, "File that create has written")->required();
+    pList->add_option("CATALOG", sCatalog, "File that create has written")->required()->check(oNotEmpty);
 
     try
     {

@@ -106,7 +106,13 @@ private:
 bool IsLink(const CTOVStringA& oName)
 {
     std::error_code oIgnored;
-    return std::filesystem::is_symlink(std::filesystem::path(~oName), oIgnored);
+    return std::filesystem::is_symlink(SystemPath(oName), oIgnored);
+}
+
+bool EndsWith(const CTOVStringA& oName, const CTOVStringA& oEnd)
+{
+    const long lStart = oName.GetLength() - oEnd.GetLength();
+    return lStart >= 0 && CTOVStringA(~oName + lStart).CompareNoCase(~oEnd) == 0;
 }
 
 bool IsNavigation(const CTOVStringA& oName)
@@ -133,7 +139,7 @@ CTreeWalker::CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFil
 
 void CTreeWalker::Exclude(const CTOVStringA& oName)
 {
-    m_aExcluded.Add(AbsoluteName(oName));
+    m_aExcluded.Add(oName);
 }
 
 void CTreeWalker::Walk(long lDirectory, const CTOVStringA& oDirectory)
@@ -147,6 +153,7 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
 {
     const CTOVStringA oDirectory = oRelative.IsEmpty() ? m_oRoot : JoinPath(m_oRoot, oRelative);
     CTOVArray<CTOVStringA> aSubdirectories;
+    const long lFirstFile = m_aFiles.GetSize();
     {
         const CSearchPlace oPlace(oDirectory);
         CSearch oSearch(JoinPath(oPlace.GetName(), "*.*"));
@@ -168,10 +175,16 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
                 oRecord.lDirectory = m_lDirectory;
                 oRecord.oPath = oRelative.IsEmpty() ? oName : JoinPath(oRelative, oName);
                 oRecord.ullSize = oSearch.GetSize();
-                if (m_aExcluded.IsEmpty() || !Contains(m_aExcluded, AbsoluteName(JoinPath(m_oRoot, oRecord.oPath))))
-                    m_aFiles.Add(oRecord);
+                m_aFiles.Add(oRecord);
             }
         }
+    }
+
+    // Only now: names count from the working directory, and the search may have been inside another.
+    for (long i = m_aFiles.GetSize() - 1; i >= lFirstFile; --i)
+    {
+        if (IsExcluded(JoinPath(m_oRoot, m_aFiles[i].oPath)))
+            m_aFiles.RemoveAt(i);
     }
 
     for (long i = 0; i < aSubdirectories.GetSize(); ++i)
@@ -187,6 +200,19 @@ bool CTreeWalker::IsWanted(const CTOVStringA& oName, const CTOVArray<CTOVStringA
     return m_aPatterns.IsEmpty() || Contains(aMatching, oName);
 }
 
+bool CTreeWalker::IsExcluded(const CTOVStringA& oName) const
+{
+    for (long i = 0; i < m_aExcluded.GetSize(); ++i)
+    {
+        // The name is only the quick part: one file has many spellings, and names that are alike can be two files.
+        std::error_code oIgnored;
+        if (EndsWith(oName, CTOVPath(m_aExcluded[i]).GetFileName(true)) &&
+            std::filesystem::equivalent(SystemPath(oName), SystemPath(m_aExcluded[i]), oIgnored))
+            return true;
+    }
+    return false;
+}
+
 CTOVArray<CTOVStringA> CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory) const
 {
     CTOVArray<CTOVStringA> aMatching;
@@ -196,35 +222,4 @@ CTOVArray<CTOVStringA> CTreeWalker::FindMatching(const CTOVStringA& oSearchDirec
             aMatching.Add(oSearch.GetName());
     }
     return aMatching;
-}
-
-CTOVStringA AbsoluteName(const CTOVStringA& oName)
-{
-    CTOVPath oPath(~oName);
-    const bool bAbsolute =
-        !oPath.IsEmpty() && (oPath.HasLeadingSlash() || (oPath.GetLength() > 1 && oName.GetAt(1) == ':'));
-    if (!bAbsolute)
-        oPath = JoinPath(WorkingDirectory(), oName);
-
-    CTOVArray<CTOVStringA> aComponents;
-    CTOVStringA oComponent;
-    long lPosition = 0;
-    for (bool bMore = oPath.GetFirstComponent(oComponent, lPosition); bMore;
-         bMore = oPath.GetNextComponent(oComponent, lPosition))
-    {
-        if (oComponent.IsEmpty() || oComponent.Compare(".") == 0)
-            continue;
-        if (oComponent.Compare("..") != 0)
-            aComponents.Add(oComponent);
-        else if (!aComponents.IsEmpty())
-            aComponents.RemoveAt(aComponents.GetSize() - 1);
-    }
-
-    CTOVStringA oAbsolute;
-    for (long i = 0; i < aComponents.GetSize(); ++i)
-    {
-        oAbsolute += '/';
-        oAbsolute += aComponents[i];
-    }
-    return oAbsolute;
 }

@@ -15,7 +15,7 @@ class CTreeWalker
 public:
     CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable);
 
-    // Full names that the walk is to pass over: the catalogue itself.
+    // Names a file that the walk is to pass over: the catalogue itself.
     void Exclude(const CTOVStringA& oName);
 
     void Walk(long lDirectory, const CTOVStringA& oDirectory);
@@ -23,6 +23,7 @@ public:
 private:
     void WalkBelow(const CTOVStringA& oRelative, int nDepth);
     bool IsWanted(const CTOVStringA& oName, const CTOVArray<CTOVStringA>& aMatching) const;
+    bool IsExcluded(const CTOVStringA& oName) const;
     CTOVArray<CTOVStringA> FindMatching(const CTOVStringA& oSearchDirectory) const;
 
     const CTOVArray<CTOVStringA>& m_aPatterns;
@@ -32,7 +33,3 @@ private:
     CTOVStringA m_oRoot;
     long m_lDirectory = 0;
 };
-
-// The name from the working directory on, without "." and ".." components, so that two names of one file are equal
-// as long as no link is in the way.
-CTOVStringA AbsoluteName(const CTOVStringA& oName);

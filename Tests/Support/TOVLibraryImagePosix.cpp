@@ -5,7 +5,6 @@
 #include <dlfcn.h>
 #include <elf.h>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <stdexcept>
 
@@ -14,6 +13,7 @@ namespace
 struct sSymbol
 {
     const char* szName;
+    Elf64_Addr ulValue;
     std::size_t ulSize;
 };
 
@@ -28,12 +28,17 @@ public:
         Dl_info oInfo;
         if (::dladdr(pInside, &oInfo) == 0)
             throw std::runtime_error("module not found");
-        std::ifstream oFile(oInfo.dli_fname, std::ios::binary);
-        m_aBytes.assign(std::istreambuf_iterator<char>(oFile), std::istreambuf_iterator<char>());
+        m_pBase = static_cast<const char*>(oInfo.dli_fbase);
+        std::ifstream oFile(oInfo.dli_fname, std::ios::binary | std::ios::ate);
+        m_aBytes.resize(static_cast<std::size_t>(oFile.tellg()));
+        oFile.seekg(0);
+        oFile.read(m_aBytes.data(), static_cast<std::streamsize>(m_aBytes.size()));
         ReadSymbols();
     }
 
     const std::vector<sSymbol>& Symbols() const { return m_aSymbols; }
+
+    const char* Base() const { return m_pBase; }
 
 private:
     template<class T> const T* At(std::size_t ulOffset) const
@@ -56,11 +61,13 @@ private:
             {
                 const Elf64_Sym& oSymbol = *At<Elf64_Sym>(oSection.sh_offset + ulOffset);
                 if (oSymbol.st_shndx != SHN_UNDEF)
-                    m_aSymbols.push_back({At<char>(oStrings.sh_offset + oSymbol.st_name), oSymbol.st_size});
+                    m_aSymbols.push_back(
+                        {At<char>(oStrings.sh_offset + oSymbol.st_name), oSymbol.st_value, oSymbol.st_size});
             }
         }
     }
 
+    const char* m_pBase;
     std::vector<char> m_aBytes;
     std::vector<sSymbol> m_aSymbols;
 };
@@ -77,13 +84,12 @@ std::set<std::string> ExportedNames(eModule eWhich)
 
 std::vector<std::set<std::string>> TableSlots(eModule eWhich, const std::string& sTable, std::size_t nMost)
 {
+    const CModule oModule(eWhich);
     std::size_t ulSize = 0;
     std::map<const void*, std::set<std::string>> aFunctions;
-    const CModule oModule(eWhich);
     for (const sSymbol& oSymbol : oModule.Symbols())
     {
-        // A symbol of this name in another module may have come first: the one that counts is the one in use.
-        aFunctions[::dlsym(RTLD_DEFAULT, oSymbol.szName)].insert(oSymbol.szName);
+        aFunctions[oModule.Base() + oSymbol.ulValue].insert(oSymbol.szName);
         if (sTable == oSymbol.szName)
             ulSize = oSymbol.ulSize;
     }
@@ -94,6 +100,13 @@ std::vector<std::set<std::string>> TableSlots(eModule eWhich, const std::string&
     // In front of the slots stand the offset to the whole object and the type's information.
     void* const* const ppTable = static_cast<void* const*>(::dlsym(RTLD_DEFAULT, sTable.c_str()));
     for (std::size_t i = 2; i < ulSize / sizeof(void*) && i <= nMost + 2; ++i)
+    {
+        // A function of the same name in another module may have come first.
+        Dl_info oInfo = {};
+        if (aFunctions.count(ppTable[i]) == 0 && ::dladdr(ppTable[i], &oInfo) != 0 && oInfo.dli_saddr == ppTable[i] &&
+            std::string(oInfo.dli_sname) != "__cxa_pure_virtual")
+            aFunctions[ppTable[i]].insert(oInfo.dli_sname);
         aSlots.push_back(aFunctions[ppTable[i]]);
+    }
     return aSlots;
 }

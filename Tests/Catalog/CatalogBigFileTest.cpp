@@ -1,0 +1,31 @@
+// A file of more than two gigabytes.
+#include "Catalog/CatalogFiles.h"
+#include "Catalog/CatalogInstruments.h"
+
+namespace
+{
+class CCatalogBigFileTest : public CCatalogTest
+{
+};
+} // namespace
+
+TEST_F(CCatalogBigFileTest, IsReadToItsEndWithoutAWordOfProgress)
+{
+    const unsigned long long ullZeros = 2147483648;
+    ASSERT_EQ(Crc(std::string(100000, '\0') + "tail"), CReferenceCrc().AddZeros(100000).Add("tail").Value());
+    MakeDirectory("tree");
+    WriteSparseFile(Path("tree/big"), ullZeros, "the tail");
+
+    const sRun oRun = Run({"create", "c.cat", "tree"});
+
+    EXPECT_EQ(0, oRun.nExitCode);
+    EXPECT_EQ(CatalogVersion2({"tree"}, {},
+                              {{0, "big", ullZeros + 8, CReferenceCrc().AddZeros(ullZeros).Add("the tail").Value()}}),
+              Read("c.cat"));
+    EXPECT_EQ("1 file, 2147483656 bytes: catalogued", Summary(oRun));
+
+    // This took long, but nobody sits in front of a pipe.
+    EXPECT_EQ("", oRun.sErrors);
+    EXPECT_EQ(1u, Lines(oRun.sOutput).size());
+    EXPECT_EQ(std::string::npos, oRun.sOutput.find('\r'));
+}

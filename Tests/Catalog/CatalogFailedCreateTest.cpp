@@ -1,0 +1,72 @@
+// A create that fails or is interrupted leaves an existing catalogue as it was.
+#include "Catalog/CatalogFiles.h"
+#include "Catalog/CatalogInstruments.h"
+#include "Catalog/CatalogTerminal.h"
+
+namespace
+{
+const char EXISTING[] = "an existing catalogue\n";
+
+class CCatalogFailedCreateTest : public CCatalogTest
+{
+protected:
+    CCatalogFailedCreateTest()
+    {
+        Write("tree/a", "x");
+        Write("c.cat", EXISTING);
+    }
+
+    // Enough to read for far longer than any test takes.
+    void WriteBigFile() { WriteSparseFile(Path("tree/big"), 30000000000, ""); }
+
+    void ExpectThatTheNextOneSucceeds()
+    {
+        Remove("tree/big");
+        Create({"c.cat", "tree"});
+        EXPECT_EQ(CatalogVersion2({"tree"}, {}, {{0, "a", 1, 0x8cdc1683}}), Read("c.cat"));
+        EXPECT_FALSE(Exists("c.cat.new"));
+    }
+};
+} // namespace
+
+TEST_F(CCatalogFailedCreateTest, LeavesItWhenADirectoryIsWrong)
+{
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree", "nowhere"}), "nowhere"));
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+}
+
+TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheNewOneHasNoPlace)
+{
+    MakeDirectory("c.cat.new");
+    Write("c.cat.new/file", "stays");
+
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat"));
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+    EXPECT_EQ("stays", Read("c.cat.new/file"));
+}
+
+TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)
+{
+    WriteBigFile();
+    CCatalogTerminal oTerminal({"create", "c.cat", "tree"}, Folder());
+    ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
+
+    oTerminal.PressInterruptKeys();
+
+    EXPECT_NE(0, oTerminal.WaitForEnd());
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+    ExpectThatTheNextOneSucceeds();
+}
+
+TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheProcessIsKilled)
+{
+    WriteBigFile();
+    CCatalogTerminal oTerminal({"create", "c.cat", "tree"}, Folder());
+    ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
+
+    oTerminal.Kill();
+
+    EXPECT_EQ(-1, oTerminal.WaitForEnd());
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+    ExpectThatTheNextOneSucceeds();
+}

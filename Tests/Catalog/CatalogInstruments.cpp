@@ -1,0 +1,264 @@
+#include "Catalog/CatalogInstruments.h"
+#include "Catalog/CatalogFiles.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+
+namespace
+{
+const std::uint32_t POLYNOMIAL = 0xEDB88320;
+
+// Polynomials over two elements, the lowest power in the highest bit.
+std::uint32_t MultiplyPolynomials(std::uint32_t nLeft, std::uint32_t nRight)
+{
+    std::uint32_t nProduct = 0;
+    for (std::uint32_t nBit = 0x80000000; nBit != 0; nBit >>= 1)
+    {
+        if ((nLeft & nBit) != 0)
+            nProduct ^= nRight;
+        nRight = (nRight >> 1) ^ ((nRight & 1) != 0 ? POLYNOMIAL : 0);
+    }
+    return nProduct;
+}
+
+std::uint32_t PowerOfX(unsigned long long ullExponent)
+{
+    std::uint32_t nPower = 0x80000000;
+    std::uint32_t nSquare = 0x40000000;
+    for (; ullExponent != 0; ullExponent >>= 1)
+    {
+        if ((ullExponent & 1) != 0)
+            nPower = MultiplyPolynomials(nPower, nSquare);
+        nSquare = MultiplyPolynomials(nSquare, nSquare);
+    }
+    return nPower;
+}
+
+std::string FileSections(std::uint32_t nVersion, const std::vector<sCatalogFile>& aFiles)
+{
+    std::string sBytes = CatalogNumber(static_cast<std::uint32_t>(aFiles.size()));
+    for (const sCatalogFile& oFile : aFiles)
+    {
+        sBytes += CatalogNumber(nVersion);
+        if (nVersion == 2)
+            sBytes += CatalogNumber(oFile.nDirectory);
+        sBytes += CatalogText(oFile.sPath) + CatalogNumber(static_cast<std::uint32_t>(oFile.nSize));
+        if (nVersion == 2)
+            sBytes += CatalogNumber(static_cast<std::uint32_t>(oFile.nSize >> 32));
+        sBytes += CatalogNumber(oFile.nCrc);
+    }
+    return sBytes;
+}
+
+std::string TextList(const std::vector<std::string>& aTexts)
+{
+    std::string sBytes = CatalogNumber(static_cast<std::uint32_t>(aTexts.size()));
+    for (const std::string& sText : aTexts)
+        sBytes += CatalogText(sText);
+    return sBytes;
+}
+
+testing::AssertionResult Unexpected(const sRun& oRun)
+{
+    return testing::AssertionFailure() << "exit code " << oRun.nExitCode << "\n--- output\n"
+                                       << oRun.sOutput << "--- errors\n"
+                                       << oRun.sErrors;
+}
+} // namespace
+
+CReferenceCrc& CReferenceCrc::Add(const std::string& sBytes)
+{
+    for (const char cByte : sBytes)
+    {
+        m_nRegister ^= static_cast<unsigned char>(cByte);
+        for (int nBit = 0; nBit < 8; ++nBit)
+            m_nRegister = (m_nRegister >> 1) ^ ((m_nRegister & 1) != 0 ? POLYNOMIAL : 0);
+    }
+    return *this;
+}
+
+CReferenceCrc& CReferenceCrc::AddZeros(unsigned long long ullCount)
+{
+    m_nRegister = MultiplyPolynomials(m_nRegister, PowerOfX(8 * ullCount));
+    return *this;
+}
+
+std::uint32_t CReferenceCrc::Value() const
+{
+    return ~m_nRegister;
+}
+
+std::uint32_t Crc(const std::string& sBytes)
+{
+    return CReferenceCrc().Add(sBytes).Value();
+}
+
+std::string CatalogNumber(std::uint32_t nNumber)
+{
+    std::string sBytes;
+    for (int nShift = 0; nShift < 32; nShift += 8)
+        sBytes += static_cast<char>(nNumber >> nShift);
+    return sBytes;
+}
+
+std::string CatalogText(const std::string& sText)
+{
+    return CatalogNumber(static_cast<std::uint32_t>(sText.size())) + sText;
+}
+
+std::string Sealed(const std::string& sBytes)
+{
+    return sBytes + CatalogNumber(Crc(sBytes));
+}
+
+std::string CatalogVersion2(const std::vector<std::string>& aDirectories, const std::vector<std::string>& aPatterns,
+                            const std::vector<sCatalogFile>& aFiles)
+{
+    return Sealed("TOVCATLG" + CatalogNumber(2) + CatalogNumber(1) + TextList(aDirectories) + TextList(aPatterns) +
+                  FileSections(2, aFiles));
+}
+
+std::string CatalogVersion1(const std::string& sDirectory, const std::vector<sCatalogFile>& aFiles)
+{
+    return "TOVCATLG" + CatalogNumber(1) + CatalogText(sDirectory) + FileSections(1, aFiles);
+}
+
+std::vector<std::string> Lines(const std::string& sText)
+{
+    std::vector<std::string> aLines;
+    for (std::size_t nStart = 0; nStart < sText.size();)
+    {
+        const std::size_t nEnd = std::min(sText.find('\n', nStart), sText.size());
+        aLines.push_back(sText.substr(nStart, nEnd - nStart));
+        nStart = nEnd + 1;
+    }
+    return aLines;
+}
+
+testing::AssertionResult IsRefused(const sRun& oRun, const std::string& sPart)
+{
+    const bool bRefused = oRun.nExitCode == 2 && oRun.sOutput.empty() && Lines(oRun.sErrors).size() == 1 &&
+                          oRun.sErrors.back() == '\n' && oRun.sErrors.rfind("tovcatalog: ", 0) == 0 &&
+                          oRun.sErrors.find(sPart) != std::string::npos &&
+                          std::count_if(oRun.sErrors.begin(), oRun.sErrors.end(),
+                                        [](char c) { return static_cast<unsigned char>(c) < ' '; }) == 1;
+    return bRefused ? testing::AssertionSuccess() : Unexpected(oRun);
+}
+
+testing::AssertionResult IsWrongUsage(const sRun& oRun)
+{
+    const bool bRefused = oRun.nExitCode == 2 && oRun.sOutput.empty() && !oRun.sErrors.empty();
+    return bRefused ? testing::AssertionSuccess() : Unexpected(oRun);
+}
+
+std::vector<std::string> Reports(const sRun& oRun)
+{
+    std::vector<std::string> aReports;
+    const std::regex oReport("(changed|missing|new|unreadable) +(.*)");
+    for (const std::string& sLine : Lines(oRun.sOutput))
+    {
+        std::smatch oMatch;
+        aReports.push_back(std::regex_match(sLine, oMatch, oReport) ? oMatch.str(1) + " " + oMatch.str(2) : sLine);
+    }
+    if (!aReports.empty())
+        aReports.pop_back();
+    std::sort(aReports.begin(), aReports.end());
+    return aReports;
+}
+
+std::vector<std::string> Unreadable(const sRun& oRun)
+{
+    std::vector<std::string> aNames;
+    const std::regex oReport("unreadable +(.*)");
+    for (const std::string& sLine : Lines(oRun.sErrors))
+    {
+        std::smatch oMatch;
+        aNames.push_back(std::regex_match(sLine, oMatch, oReport) ? oMatch.str(1) : "? " + sLine);
+    }
+    std::sort(aNames.begin(), aNames.end());
+    return aNames;
+}
+
+std::string Summary(const sRun& oRun)
+{
+    const std::vector<std::string> aLines = Lines(oRun.sOutput);
+    const std::regex oSummary("([0-9]+ files?, [0-9]+ bytes) in [0-9]+\\.[0-9]+ s \\([0-9]+\\.[0-9]+ MB/s\\) (.*)");
+    std::smatch oMatch;
+    if (aLines.empty() || !std::regex_match(aLines.back(), oMatch, oSummary))
+        return "no summary in: " + oRun.sOutput + oRun.sErrors;
+    return oMatch.str(1) + ": " + oMatch.str(2);
+}
+
+std::string CCatalogTest::Path(const std::string& sName) const
+{
+    return m_oFolder.File(sName);
+}
+
+const std::string& CCatalogTest::Folder() const
+{
+    return m_oFolder.Path();
+}
+
+void CCatalogTest::Write(const std::string& sName, const std::string& sContents)
+{
+    const std::size_t nSlash = sName.rfind('/');
+    if (nSlash != std::string::npos)
+        MakeDirectory(sName.substr(0, nSlash));
+    WriteWholeFile(Path(sName), sContents);
+}
+
+void CCatalogTest::MakeDirectory(const std::string& sName)
+{
+    for (std::size_t nSlash = 0; nSlash != std::string::npos;)
+    {
+        nSlash = sName.find('/', nSlash + 1);
+        MakeDirectoryOfBytes(Path(sName.substr(0, nSlash)));
+    }
+}
+
+void CCatalogTest::Remove(const std::string& sName)
+{
+    std::filesystem::remove_all(Path(sName));
+}
+
+std::string CCatalogTest::Read(const std::string& sName) const
+{
+    return ReadWholeFile(Path(sName));
+}
+
+bool CCatalogTest::Exists(const std::string& sName) const
+{
+    return std::filesystem::exists(std::filesystem::symlink_status(Path(sName)));
+}
+
+sRun CCatalogTest::Run(const std::vector<std::string>& aArguments) const
+{
+    return RunCatalog(aArguments, Folder());
+}
+
+void CCatalogTest::Create(const std::vector<std::string>& aArguments)
+{
+    std::vector<std::string> aAll = {"create"};
+    aAll.insert(aAll.end(), aArguments.begin(), aArguments.end());
+    const sRun oRun = Run(aAll);
+    ASSERT_EQ(0, oRun.nExitCode) << oRun.sOutput << oRun.sErrors;
+}
+
+std::vector<std::string> CCatalogTest::Listed(const std::string& sCatalog) const
+{
+    const sRun oRun = Run({"list", sCatalog});
+    EXPECT_EQ(0, oRun.nExitCode) << oRun.sErrors;
+    std::vector<std::string> aFiles;
+    const std::regex oFile("([0-9a-f]{8}) +([0-9]+)  (.*)");
+    for (const std::string& sLine : Lines(oRun.sOutput))
+    {
+        std::smatch oMatch;
+        aFiles.push_back(
+            std::regex_match(sLine, oMatch, oFile) ? oMatch.str(1) + " " + oMatch.str(2) + " " + oMatch.str(3) : sLine);
+    }
+    // The last line is the sum.
+    if (!aFiles.empty())
+        aFiles.pop_back();
+    return aFiles;
+}

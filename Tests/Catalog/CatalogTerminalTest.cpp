@@ -1,0 +1,61 @@
+// What is seen on a terminal.
+#include "Catalog/CatalogTerminal.h"
+#include "Catalog/CatalogFiles.h"
+#include "Catalog/CatalogInstruments.h"
+
+#include <regex>
+
+namespace
+{
+class CCatalogTerminalTest : public CCatalogTest
+{
+protected:
+    // Takes far longer to read than any test takes.
+    CCatalogTerminalTest()
+    {
+        MakeDirectory("tree");
+        WriteSparseFile(Path("tree/big"), 30000000000, "");
+    }
+
+    // The megabytes done of a screen that shows the line of progress and nothing else; -1 for any other.
+    static int MegabytesDone(const tNames& aScreen)
+    {
+        const std::regex oProgress("[0-9]+ of [0-9]+ files?, ([0-9]+) of 30000 MB, [0-9]+%, [0-9]+\\.[0-9] MB/s");
+        std::smatch oMatch;
+        return aScreen.size() == 1 && std::regex_match(aScreen[0], oMatch, oProgress) ? std::stoi(oMatch.str(1)) : -1;
+    }
+};
+} // namespace
+
+TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
+{
+    Write("c.cat", CatalogVersion2({"tree"}, {}, {{0, "big", 30000000000, 0}}));
+
+    for (const tNames& aCommand : {tNames{"create", "new.cat", "tree"}, tNames{"verify", "c.cat"}})
+    {
+        CCatalogTerminal oTerminal(aCommand, Folder());
+        int nFirst = -1;
+        EXPECT_TRUE(oTerminal.WaitUntil([&](const tNames& aScreen) {
+            nFirst = MegabytesDone(aScreen);
+            return nFirst >= 0;
+        })) << testing::PrintToString(oTerminal.Screen());
+        EXPECT_TRUE(oTerminal.WaitUntil([&](const tNames& aScreen) { return MegabytesDone(aScreen) > nFirst; }))
+            << testing::PrintToString(oTerminal.Screen());
+    }
+}
+
+TEST_F(CCatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
+{
+    Write("c.cat", CatalogVersion2({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));
+    CCatalogTerminal oTerminal({"verify", "c.cat"}, Folder());
+    ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
+
+    CutFile(Path("tree/big"), 10);
+
+    EXPECT_EQ(1, oTerminal.WaitForEnd());
+    const tNames aScreen = oTerminal.Screen();
+    ASSERT_EQ(3u, aScreen.size()) << testing::PrintToString(aScreen);
+    EXPECT_EQ("missing    tree/gone", aScreen[0]);
+    EXPECT_EQ("unreadable tree/big", aScreen[1]); // it was longer when it was found
+    EXPECT_TRUE(std::regex_match(aScreen[2], std::regex("1 file, .* MB/s\\) verified: .* unreadable")));
+}

@@ -1,0 +1,183 @@
+// Failures and interruptions of create that only Posix can bring about.
+#include "Catalog/CatalogFiles.h"
+#include "Catalog/CatalogInstruments.h"
+#include "Catalog/CatalogTerminal.h"
+#include "Catalog/Posix/CatalogHindrance.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/ptrace.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+const char EXISTING[] = "an existing catalogue\n";
+
+class CCatalogPosixFailedCreateTest : public CCatalogTest
+{
+protected:
+    // The catalogue of this tree is larger than any buffer.
+    CCatalogPosixFailedCreateTest()
+    {
+        for (int nFile = 1000; nFile < 1150; ++nFile)
+            Write("tree/" + std::string(60, 'n') + std::to_string(nFile), "x");
+        Create({"good.cat", "tree"});
+        Write("c.cat", EXISTING);
+    }
+
+    // Sizes at which the growing file may be stopped.
+    std::vector<unsigned long> Sizes() const
+    {
+        const unsigned long ulAll = Read("good.cat").size();
+        EXPECT_GT(ulAll, 10000u);
+        return {0, 1, 8, 100, 4095, 4096, 4097, 8192, 10000, ulAll - 4, ulAll - 1};
+    }
+
+    void ExpectThatTheNextOneSucceeds()
+    {
+        Create({"c.cat", "tree"});
+        EXPECT_EQ(Read("good.cat"), Read("c.cat"));
+        EXPECT_FALSE(Exists("c.cat.new"));
+    }
+};
+
+// A run whose every system call, of any of its threads, is a moment to look around: what stands on the disk then is
+// what would stay there if the run ended just there.
+int RunStepByStep(const std::vector<std::string>& aArguments, const std::string& sFolder,
+                  const std::function<void()>& fnLook)
+{
+    const pid_t nChild = ::fork();
+    if (nChild == 0)
+    {
+        // A leak check refuses to run when traced.
+        ::setenv("LSAN_OPTIONS", "detect_leaks=0", 1);
+        ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+        ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+        ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        BecomeCatalogProgram(aArguments, sFolder);
+    }
+
+    int nStatus = 0;
+    for (pid_t nThread; (nThread = ::waitpid(-1, &nStatus, __WALL)) > 0;)
+    {
+        if (!WIFSTOPPED(nStatus))
+        {
+            if (nThread != nChild)
+                continue;
+            return WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
+        }
+        fnLook();
+        // A new thread begins stopped, and the options make stops out of traps.
+        const int nSignal = WSTOPSIG(nStatus) & 0x7F;
+        const bool bOfTracing = nSignal == SIGTRAP || nSignal == SIGSTOP;
+        ::ptrace(PTRACE_SETOPTIONS, nThread, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE | PTRACE_O_EXITKILL);
+        ::ptrace(PTRACE_SYSCALL, nThread, nullptr, bOfTracing ? 0 : nSignal);
+    }
+    return -1;
+}
+} // namespace
+
+TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhenTheDiskIsFull)
+{
+    for (const unsigned long ulSize : Sizes())
+    {
+        const sRun oRun = RunHindered({"create", "c.cat", "tree"}, Folder(), [ulSize] { LimitFileSize(ulSize); });
+
+        EXPECT_TRUE(IsRefused(oRun, "c.cat")) << ulSize;
+        EXPECT_EQ(EXISTING, Read("c.cat")) << ulSize;
+        EXPECT_FALSE(Exists("c.cat.new")) << ulSize;
+    }
+    ExpectThatTheNextOneSucceeds();
+}
+
+TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhenTheProcessDiesInTheMiddleOfWriting)
+{
+    for (const unsigned long ulSize : Sizes())
+    {
+        const sRun oRun = RunHindered({"create", "c.cat", "tree"}, Folder(), [ulSize] { DieBeyondFileSize(ulSize); });
+
+        EXPECT_EQ(-1, oRun.nExitCode) << ulSize;
+        EXPECT_EQ(EXISTING, Read("c.cat")) << ulSize;
+    }
+    ExpectThatTheNextOneSucceeds();
+}
+
+TEST_F(CCatalogPosixFailedCreateTest, SucceedsWithJustEnoughRoom)
+{
+    const unsigned long ulSize = Read("good.cat").size();
+
+    EXPECT_EQ(0, RunHindered({"create", "c.cat", "tree"}, Folder(), [=] { LimitFileSize(ulSize); }).nExitCode);
+    EXPECT_EQ(Read("good.cat"), Read("c.cat"));
+}
+
+TEST_F(CCatalogPosixFailedCreateTest, LeavesItInAFolderThatMayNotBeChanged)
+{
+    Write("kept/c.cat", EXISTING);
+    ASSERT_EQ(0, ::chmod(Path("kept").c_str(), 0555));
+
+    const sRun oRun = RunHindered({"create", "kept/c.cat", "tree"}, Folder(), &GiveUpPrivileges);
+
+    EXPECT_TRUE(IsRefused(oRun, "kept/c.cat"));
+    EXPECT_EQ(EXISTING, Read("kept/c.cat"));
+}
+
+TEST_F(CCatalogPosixFailedCreateTest, LeavesItOrHasTheNewOneAtEachMoment)
+{
+    const std::string sGood = Read("good.cat");
+    int nWithOld = 0;
+    int nWithNew = 0;
+    int nWithout = 0;
+
+    const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
+        const std::string sNow = Exists("c.cat") ? Read("c.cat") : "";
+        nWithOld += sNow == EXISTING ? 1 : 0;
+        nWithNew += sNow == sGood ? 1 : 0;
+        nWithout += sNow != EXISTING && sNow != sGood ? 1 : 0;
+    });
+
+    EXPECT_EQ(0, nExitCode);
+    EXPECT_GT(nWithOld, 100);
+    EXPECT_GT(nWithNew, 0);
+    EXPECT_EQ(0, nWithout);
+}
+
+TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
+{
+    WriteSparseFile(Path("tree/big"), 30000000000, "");
+    for (const int nSignal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGKILL})
+    {
+        CCatalogTerminal oTerminal({"create", "c.cat", "tree"}, Folder());
+        ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
+
+        ::kill(static_cast<pid_t>(oTerminal.ProcessId()), nSignal);
+
+        EXPECT_NE(0, oTerminal.WaitForEnd()) << nSignal;
+        EXPECT_EQ(EXISTING, Read("c.cat")) << nSignal;
+    }
+    Remove("tree/big");
+    ExpectThatTheNextOneSucceeds();
+}
+
+// Else a device of the system could be lost that way.
+TEST_F(CCatalogPosixFailedCreateTest, PutsNothingInThePlaceOfWhatIsNoFile)
+{
+    Remove("c.cat");
+    ASSERT_EQ(0, ::mkfifo(Path("c.cat").c_str(), 0666));
+
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat"));
+    EXPECT_EQ(std::filesystem::file_type::fifo, std::filesystem::symlink_status(Path("c.cat")).type());
+    EXPECT_FALSE(Exists("c.cat.new"));
+}
+
+// No one would ever write into it.
+TEST_F(CCatalogPosixFailedCreateTest, LeavesItAloneAlsoWhenAPipeIsToBeRead)
+{
+    Remove("c.cat");
+    ASSERT_EQ(0, ::mkfifo(Path("c.cat").c_str(), 0666));
+
+    EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat"));
+    EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
+}

@@ -1,0 +1,119 @@
+// Files that cannot be read, as Posix has them.
+#include "Catalog/CatalogInstruments.h"
+#include "Catalog/Posix/CatalogHindrance.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace
+{
+class CCatalogPosixUnreadableTest : public CCatalogTest
+{
+protected:
+    CCatalogPosixUnreadableTest()
+    {
+        Write("tree/a", "a");
+        Write("tree/sub/z", "z");
+    }
+
+    void WriteUnreadable(const std::string& sName)
+    {
+        Write(sName, "secret");
+        Forbid(sName);
+    }
+
+    // Everybody but root, and the runs here are not his in this.
+    void Forbid(const std::string& sName) { ASSERT_EQ(0, ::chmod(Path(sName).c_str(), 0)); }
+
+    sRun RunUnprivileged(const std::vector<std::string>& aArguments)
+    {
+        return RunHindered(aArguments, Folder(), &GiveUpPrivileges);
+    }
+};
+} // namespace
+
+TEST_F(CCatalogPosixUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
+{
+    WriteUnreadable("tree/bad");
+    WriteUnreadable("tree/sub/bad too");
+
+    const sRun oRun = RunUnprivileged({"create", "c.cat", "tree"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"tree/bad", "tree/sub/bad too"}), Unreadable(oRun));
+    EXPECT_EQ("2 files, 2 bytes: catalogued, 2 unreadable", Summary(oRun));
+    EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
+}
+
+TEST_F(CCatalogPosixUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
+{
+    tNames aExpected;
+    for (int nFile = 10; nFile < 50; ++nFile)
+    {
+        aExpected.push_back("tree/bad" + std::to_string(nFile));
+        WriteUnreadable(aExpected.back());
+    }
+
+    for (const char* szThreads : {"1", "8"})
+    {
+        const sRun oRun = RunUnprivileged({"create", "c.cat", "tree", "--threads", szThreads});
+        EXPECT_EQ(1, oRun.nExitCode);
+        EXPECT_EQ(aExpected, Unreadable(oRun));
+        EXPECT_EQ("2 files, 2 bytes: catalogued, 40 unreadable", Summary(oRun));
+    }
+}
+
+TEST_F(CCatalogPosixUnreadableTest, IsNeitherChangedNorMissing)
+{
+    Write("tree/bad", "good");
+    Create({"c.cat", "tree"});
+    Forbid("tree/bad");
+    Write("tree/sub/z", "Z");
+
+    const sRun oRun = RunUnprivileged({"verify", "c.cat"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"changed tree/sub/z", "unreadable tree/bad"}), Reports(oRun));
+    EXPECT_NE(std::string::npos, Summary(oRun).find("1 changed, 0 missing, 0 new, 1 unreadable")) << Summary(oRun);
+}
+
+TEST_F(CCatalogPosixUnreadableTest, MayBeTheOnlyDifference)
+{
+    Write("tree/bad", "good");
+    Create({"c.cat", "tree"});
+    Forbid("tree/bad");
+
+    EXPECT_EQ(1, RunUnprivileged({"verify", "c.cat"}).nExitCode);
+    EXPECT_EQ(0, ::chmod(Path("tree/bad").c_str(), 0400));
+    EXPECT_EQ(0, RunUnprivileged({"verify", "c.cat"}).nExitCode);
+}
+
+TEST_F(CCatalogPosixUnreadableTest, MayBeADirectory)
+{
+    Write("tree/bad/inside", "secret");
+    Forbid("tree/bad");
+
+    const sRun oRun = RunUnprivileged({"create", "c.cat", "tree"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"tree/bad"}), Unreadable(oRun));
+    EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
+}
+
+TEST_F(CCatalogPosixUnreadableTest, MayBeTheCatalogue)
+{
+    Create({"c.cat", "tree"});
+    Forbid("c.cat");
+
+    EXPECT_TRUE(IsRefused(RunUnprivileged({"verify", "c.cat"}), "c.cat"));
+    EXPECT_TRUE(IsRefused(RunUnprivileged({"list", "c.cat"}), "c.cat"));
+}
+
+// It can be opened, but already the first read fails.
+TEST_F(CCatalogPosixUnreadableTest, MayBeACatalogueOnABadDisk)
+{
+    std::filesystem::create_symlink("/proc/self/mem", Path("c.cat"));
+
+    EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat"));
+    EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
+}

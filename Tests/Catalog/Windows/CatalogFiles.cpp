@@ -1,0 +1,38 @@
+#include "Catalog/CatalogFiles.h"
+
+#include <stdexcept>
+#include <windows.h>
+#include <winioctl.h>
+
+void WriteSparseFile(const std::string& sPath, unsigned long long ullZeros, const std::string& sTail)
+{
+    const HANDLE hFile = ::CreateFileA(sPath.c_str(), GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
+    // File systems without sparse files refuse this, and only need more room.
+    DWORD dwCount = 0;
+    ::DeviceIoControl(hFile, FSCTL_SET_SPARSE, NULL, 0, NULL, 0, &dwCount, NULL);
+
+    LARGE_INTEGER oEnd;
+    oEnd.QuadPart = static_cast<LONGLONG>(ullZeros);
+    const bool bWritten = ::SetFilePointerEx(hFile, oEnd, NULL, FILE_BEGIN) && ::SetEndOfFile(hFile) &&
+                          ::WriteFile(hFile, sTail.data(), static_cast<DWORD>(sTail.size()), &dwCount, NULL);
+    ::CloseHandle(hFile);
+    if (!bWritten || dwCount != sTail.size())
+        throw std::runtime_error("cannot write " + sPath);
+}
+
+void CutFile(const std::string& sPath, long lSize)
+{
+    const HANDLE hFile =
+        ::CreateFileA(sPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, NULL, OPEN_EXISTING, 0, NULL);
+    const bool bCut =
+        ::SetFilePointer(hFile, lSize, NULL, FILE_BEGIN) == static_cast<DWORD>(lSize) && ::SetEndOfFile(hFile);
+    ::CloseHandle(hFile);
+    if (!bCut)
+        throw std::runtime_error("cannot cut " + sPath);
+}
+
+void MakeDirectoryOfBytes(const std::string& sPath)
+{
+    if (!::CreateDirectoryA(sPath.c_str(), NULL) && ::GetLastError() != ERROR_ALREADY_EXISTS)
+        throw std::runtime_error("cannot make " + sPath);
+}

@@ -1,0 +1,200 @@
+// Files that cannot be read, and failures of create, as Windows has them.
+#include "Catalog/CatalogInstruments.h"
+
+#include <windows.h>
+
+namespace
+{
+const char EXISTING[] = "an existing catalogue\n";
+
+class CCatalogWindowsUnreadableTest : public CCatalogTest
+{
+protected:
+    CCatalogWindowsUnreadableTest()
+    {
+        Write("tree/a", "a");
+        Write("tree/sub/z", "z");
+    }
+
+    // Of characters that the code page of the system's narrow functions has not.
+    std::wstring ForeignName(const std::string& sFolder) const
+    {
+        const std::string sNarrow = Path(sFolder);
+        return std::wstring(sNarrow.begin(), sNarrow.end()) + L"\\\x65E5\x672C";
+    }
+};
+
+// Keeps a file open for as long as it lives, with so much left for others.
+class CHeldFile
+{
+public:
+    CHeldFile(const std::string& sPath, DWORD dwShared)
+        : m_hFile(::CreateFileA(sPath.c_str(), GENERIC_READ, dwShared, NULL, OPEN_EXISTING, 0, NULL))
+    {
+        EXPECT_NE(INVALID_HANDLE_VALUE, m_hFile) << sPath;
+    }
+
+    ~CHeldFile() { ::CloseHandle(m_hFile); }
+
+    CHeldFile(const CHeldFile&) = delete;
+    CHeldFile& operator=(const CHeldFile&) = delete;
+
+private:
+    const HANDLE m_hFile;
+};
+} // namespace
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
+{
+    Write("tree/bad", "bad");
+    Write("tree/sub/bad too", "bad");
+    const CHeldFile oOne(Path("tree/bad"), 0);
+    const CHeldFile oTwo(Path("tree/sub/bad too"), 0);
+
+    const sRun oRun = Run({"create", "c.cat", "tree"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"tree/bad", "tree/sub/bad too"}), Unreadable(oRun));
+    EXPECT_EQ("2 files, 2 bytes: catalogued, 2 unreadable", Summary(oRun));
+    EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
+{
+    std::vector<std::unique_ptr<CHeldFile>> aHeld;
+    tNames aExpected;
+    for (int nFile = 10; nFile < 50; ++nFile)
+    {
+        aExpected.push_back("tree/bad" + std::to_string(nFile));
+        Write(aExpected.back(), "bad");
+        aHeld.emplace_back(new CHeldFile(Path(aExpected.back()), 0));
+    }
+
+    for (const char* szThreads : {"1", "8"})
+    {
+        const sRun oRun = Run({"create", "c.cat", "tree", "--threads", szThreads});
+        EXPECT_EQ(1, oRun.nExitCode);
+        EXPECT_EQ(aExpected, Unreadable(oRun));
+        EXPECT_EQ("2 files, 2 bytes: catalogued, 40 unreadable", Summary(oRun));
+    }
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNeitherChangedNorMissing)
+{
+    Write("tree/bad", "good");
+    Create({"c.cat", "tree"});
+    const CHeldFile oHeld(Path("tree/bad"), 0);
+    Write("tree/sub/z", "Z");
+
+    const sRun oRun = Run({"verify", "c.cat"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"changed tree/sub/z", "unreadable tree/bad"}), Reports(oRun));
+    EXPECT_NE(std::string::npos, Summary(oRun).find("1 changed, 0 missing, 0 new, 1 unreadable")) << Summary(oRun);
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNoFileThatOthersMayRead)
+{
+    const CHeldFile oHeld(Path("tree/a"), FILE_SHARE_READ);
+
+    EXPECT_EQ(0, Run({"create", "c.cat", "tree"}).nExitCode);
+}
+
+// The library's names are narrow: such a file can be seen, but not opened.
+TEST_F(CCatalogWindowsUnreadableTest, MayBeAFileOfAForeignName)
+{
+    const HANDLE hFile = ::CreateFileW(ForeignName("tree").c_str(), GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL);
+    ASSERT_NE(INVALID_HANDLE_VALUE, hFile);
+    ::CloseHandle(hFile);
+
+    const sRun oRun = Run({"create", "c.cat", "tree"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"tree/??"}), Unreadable(oRun));
+    EXPECT_EQ("2 files, 2 bytes: catalogued, 1 unreadable", Summary(oRun));
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, MayBeADirectoryOfAForeignName)
+{
+    ASSERT_TRUE(::CreateDirectoryW(ForeignName("tree").c_str(), NULL));
+
+    const sRun oRun = Run({"create", "c.cat", "tree"});
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"tree/??"}), Unreadable(oRun));
+    EXPECT_EQ("2 files, 2 bytes: catalogued, 1 unreadable", Summary(oRun));
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, MayBeTheCatalogue)
+{
+    Create({"c.cat", "tree"});
+    const CHeldFile oHeld(Path("c.cat"), 0);
+
+    EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat"));
+    EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, MayBeTheCatalogueThatCreateWouldReplace)
+{
+    Write("c.cat", EXISTING);
+    for (const DWORD dwShared : {0ul, static_cast<DWORD>(FILE_SHARE_READ)})
+    {
+        {
+            const CHeldFile oHeld(Path("c.cat"), dwShared);
+            EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat")) << dwShared;
+        }
+        EXPECT_EQ(EXISTING, Read("c.cat"));
+        EXPECT_FALSE(Exists("c.cat.new"));
+    }
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, MayBeTheUnfinishedCatalogueOfAnother)
+{
+    Write("c.cat", EXISTING);
+    Write("c.cat.new", "half");
+    const CHeldFile oHeld(Path("c.cat.new"), 0);
+
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat"));
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNotTheCatalogueUnderAnotherSpelling)
+{
+    for (const char* szCatalog : {"tree\\c.cat", "TREE/C.CAT", ".\\Tree\\c.cat", "tree\\sub\\..\\c.cat"})
+    {
+        Write("tree/c.cat", EXISTING);
+        Create({szCatalog, "tree"});
+        EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed("tree/c.cat")) << szCatalog;
+        EXPECT_EQ(0, Run({"verify", szCatalog}).nExitCode) << szCatalog;
+        Remove("tree/c.cat");
+    }
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNoFileUnderADirectoryOfBackslashes)
+{
+    Write("tree/sub/more/y", "y");
+
+    for (const char* szDirectory : {"tree\\sub", "tree\\sub\\", ".\\tree/sub"})
+    {
+        Create({"c.cat", szDirectory});
+        EXPECT_EQ(2u, Listed().size()) << szDirectory;
+        EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode) << szDirectory;
+    }
+}
+
+TEST_F(CCatalogWindowsUnreadableTest, IsNoFileOfAnyAttributes)
+{
+    const DWORD aAttributes[] = {FILE_ATTRIBUTE_NORMAL, FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_READONLY,
+                                 FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM};
+    for (const DWORD dwAttributes : aAttributes)
+    {
+        ASSERT_TRUE(::SetFileAttributesA(Path("tree/a").c_str(), dwAttributes));
+        Create({"c.cat", "tree", "--pattern", "a"});
+        EXPECT_EQ((tNames{"e8b7be43 1 tree/a"}), Listed()) << dwAttributes;
+
+        ASSERT_TRUE(::SetFileAttributesA(Path("c.cat").c_str(), dwAttributes));
+        EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode) << dwAttributes;
+        ::SetFileAttributesA(Path("c.cat").c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    ::SetFileAttributesA(Path("tree/a").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
