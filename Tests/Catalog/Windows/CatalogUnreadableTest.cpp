@@ -1,12 +1,11 @@
-// Files that cannot be read, and failures of create, as Windows has them.
+// Files that cannot be read, as Windows has them.
 #include "Catalog/CatalogInstruments.h"
+#include "Catalog/Windows/CatalogHeldFile.h"
 
-#include <windows.h>
+#include <memory>
 
 namespace
 {
-const char EXISTING[] = "an existing catalogue\n";
-
 class CCatalogWindowsUnreadableTest : public CCatalogTest
 {
 protected:
@@ -22,25 +21,6 @@ protected:
         const std::string sNarrow = Path(sFolder);
         return std::wstring(sNarrow.begin(), sNarrow.end()) + L"\\\x65E5\x672C";
     }
-};
-
-// Keeps a file open for as long as it lives, with so much left for others.
-class CHeldFile
-{
-public:
-    CHeldFile(const std::string& sPath, DWORD dwShared)
-        : m_hFile(::CreateFileA(sPath.c_str(), GENERIC_READ, dwShared, NULL, OPEN_EXISTING, 0, NULL))
-    {
-        EXPECT_NE(INVALID_HANDLE_VALUE, m_hFile) << sPath;
-    }
-
-    ~CHeldFile() { ::CloseHandle(m_hFile); }
-
-    CHeldFile(const CHeldFile&) = delete;
-    CHeldFile& operator=(const CHeldFile&) = delete;
-
-private:
-    const HANDLE m_hFile;
 };
 } // namespace
 
@@ -132,69 +112,4 @@ TEST_F(CCatalogWindowsUnreadableTest, MayBeTheCatalogue)
 
     EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat"));
     EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
-}
-
-TEST_F(CCatalogWindowsUnreadableTest, MayBeTheCatalogueThatCreateWouldReplace)
-{
-    Write("c.cat", EXISTING);
-    for (const DWORD dwShared : {0ul, static_cast<DWORD>(FILE_SHARE_READ)})
-    {
-        {
-            const CHeldFile oHeld(Path("c.cat"), dwShared);
-            EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat")) << dwShared;
-        }
-        EXPECT_EQ(EXISTING, Read("c.cat"));
-        EXPECT_FALSE(Exists("c.cat.new"));
-    }
-}
-
-TEST_F(CCatalogWindowsUnreadableTest, MayBeTheUnfinishedCatalogueOfAnother)
-{
-    Write("c.cat", EXISTING);
-    Write("c.cat.new", "half");
-    const CHeldFile oHeld(Path("c.cat.new"), 0);
-
-    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat"));
-    EXPECT_EQ(EXISTING, Read("c.cat"));
-}
-
-TEST_F(CCatalogWindowsUnreadableTest, IsNotTheCatalogueUnderAnotherSpelling)
-{
-    for (const char* szCatalog : {"tree\\c.cat", "TREE/C.CAT", ".\\Tree\\c.cat", "tree\\sub\\..\\c.cat"})
-    {
-        Write("tree/c.cat", EXISTING);
-        Create({szCatalog, "tree"});
-        EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed("tree/c.cat")) << szCatalog;
-        EXPECT_EQ(0, Run({"verify", szCatalog}).nExitCode) << szCatalog;
-        Remove("tree/c.cat");
-    }
-}
-
-TEST_F(CCatalogWindowsUnreadableTest, IsNoFileUnderADirectoryOfBackslashes)
-{
-    Write("tree/sub/more/y", "y");
-
-    for (const char* szDirectory : {"tree\\sub", "tree\\sub\\", ".\\tree/sub"})
-    {
-        Create({"c.cat", szDirectory});
-        EXPECT_EQ(2u, Listed().size()) << szDirectory;
-        EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode) << szDirectory;
-    }
-}
-
-TEST_F(CCatalogWindowsUnreadableTest, IsNoFileOfAnyAttributes)
-{
-    const DWORD aAttributes[] = {FILE_ATTRIBUTE_NORMAL, FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_READONLY,
-                                 FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM};
-    for (const DWORD dwAttributes : aAttributes)
-    {
-        ASSERT_TRUE(::SetFileAttributesA(Path("tree/a").c_str(), dwAttributes));
-        Create({"c.cat", "tree", "--pattern", "a"});
-        EXPECT_EQ((tNames{"e8b7be43 1 tree/a"}), Listed()) << dwAttributes;
-
-        ASSERT_TRUE(::SetFileAttributesA(Path("c.cat").c_str(), dwAttributes));
-        EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode) << dwAttributes;
-        ::SetFileAttributesA(Path("c.cat").c_str(), FILE_ATTRIBUTE_NORMAL);
-    }
-    ::SetFileAttributesA(Path("tree/a").c_str(), FILE_ATTRIBUTE_NORMAL);
 }

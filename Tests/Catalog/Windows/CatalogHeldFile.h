@@ -1,0 +1,26 @@
+// A file that somebody else has open.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <windows.h>
+
+// Keeps it open for as long as it lives, and allows others no more than this.
+class CHeldFile
+{
+public:
+    CHeldFile(const std::string& sPath, DWORD dwShared)
+        : m_hFile(::CreateFileA(sPath.c_str(), GENERIC_READ, dwShared, NULL, OPEN_EXISTING, 0, NULL))
+    {
+        EXPECT_NE(INVALID_HANDLE_VALUE, m_hFile) << sPath;
+    }
+
+    ~CHeldFile() { ::CloseHandle(m_hFile); }
+
+    CHeldFile(const CHeldFile&) = delete;
+    CHeldFile& operator=(const CHeldFile&) = delete;
+
+private:
+    const HANDLE m_hFile;
+};
