@@ -182,15 +182,6 @@ TEST_P(TOVNamedObjectTest, IsTakenWithUnnamedOnesInOneWait)
     EXPECT_TRUE(TakesNow(hUnnamed)) << "nothing is taken by a wait that runs out";
 }
 
-TEST_P(TOVNamedObjectTest, IsRefusedTwiceInAWaitForAllAlsoByAnotherHandle)
-{
-    const COwnHandle hObject(Create(m_sName));
-    const COwnHandle hSame(Create(m_sName));
-
-    EXPECT_EQ(-1, WaitForAll({hObject, hSame}, 0));
-    EXPECT_EQ(0, WaitForAny({hObject, hSame}, 0));
-}
-
 TEST(TOVNamedEventTest, KeepsTheKindOfResetThatItWasMadeWith)
 {
     const std::string sName = UniqueName();

@@ -96,3 +96,14 @@ TEST(TOVHandleValueTest, IsNoCriticalSectionUnlessItWasMadeAsOne)
 
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
+
+// Windows refuses it as well; its emulation, under which the tests run, takes two handles for two objects.
+TEST(TOVNamedHandleTest, IsRefusedInAWaitForAllWithAnotherOfItsObject)
+{
+    const std::string sName = UniqueName();
+    const COwnHandle hObject(Event::Create(false, true, sName.c_str()));
+    const COwnHandle hSame(Event::Create(false, true, sName.c_str()));
+
+    EXPECT_EQ(-1, WaitForAll({hObject, hSame}, 0));
+    EXPECT_EQ(0, WaitForAny({hObject, hSame}, 0));
+}
