@@ -565,7 +565,11 @@ TYPED_TEST(CTOVBufferTest, KeepsAHiddenElementBehindTheLast)
     CTOVBuffer<TypeParam> oBuffer;
     for (const long lSize : {0, 3, 5, 1})
     {
+        CAllocationCounter oCounter;
         oBuffer.Resize(lSize);
+        const std::size_t nBlockSize = oCounter.LastSize();
+
+        EXPECT_EQ((static_cast<std::size_t>(lSize) + 1) * sizeof(TypeParam), nBlockSize);
         EXPECT_EQ(TypeParam(0), oBuffer.GetBuffer()[lSize]);
         oBuffer.GetBuffer()[lSize] = 1;
         EXPECT_EQ(lSize, oBuffer.GetSize());
