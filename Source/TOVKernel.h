@@ -51,3 +51,22 @@
 #include <TOVStream/TOVStream.h>
 #include <TOVStream/TOVStreamTraits.h>
 #include <TOVStream/TOVWriteFileStream.h>
+
+#include <Timer/TOVTimer.h>
+
+#include <Test/TOVCountingTracker.h>
+#include <Test/TOVSimpleTestRunner.h>
+#include <Test/TOVTestCase.h>
+#include <Test/TOVTestChecks.h>
+#include <Test/TOVTestDynamicSingleton.h>
+#include <Test/TOVTestHooks.h>
+#include <Test/TOVTestHost.h>
+#include <Test/TOVTestListener.h>
+#include <Test/TOVTestRouter.h>
+#include <Test/TOVTestRunner.h>
+#include <Test/TOVTestSuite.h>
+#include <Test/TOVTestSuiteCreator.h>
+#include <Test/TOVTestSuiteDefinition.h>
+#include <Test/TOVTestSuiteFactory.h>
+#include <Test/TOVTestText.h>
+#include <Test/TOVTestTracker.h>

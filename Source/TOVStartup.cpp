@@ -10,6 +10,9 @@
 #include <TOVRtti/TOVClassServer.h>
 #include <TOVString/TOVStringA.h>
 #include <TOVString/TOVStringW.h>
+#include <Timer/TOVTimer.h>
+#include <Test/TOVTestDynamicSingleton.h>
+#include <Test/TOVTestSuite.h>
 
 // 1. Diagnostics from the first moment on. The constructor makes the debug server.
 const TOVDebug::CTOVMSDevLogger TOVDebug::CTOVMSDevLogger::_m_this;
@@ -27,5 +30,10 @@ static const CTOVDynamicSingleton<CTOVPath> s_oNullPathHolder;
 CTOVClass CTOVVirtualFileSystem::_s_oClass("CTOVVirtualFileSystem", &ITOVVirtualFileSystem::GetClass());
 static const CTOVDynamicSingleton<CTOVVirtualFileSystem> s_oVirtualFileSystemHolder;
 
-// 5. Last, the file handle table. Nothing above may open a file.
+// 6. The test framework: the null suite, and the holder of the creator map. The map itself is as old as the first
+// creator.
+TOVTest::CTOVTestSuite TOVTest::CTOVTestSuite::m_oNull;
+static const TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap> s_oCreatorMapHolder;
+
+// 7. Last, the file handle table. Nothing above may open a file.
 static const CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager> s_oHandleManagerHolder;

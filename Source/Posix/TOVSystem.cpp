@@ -3,7 +3,10 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <link.h>
 #include <unistd.h>
 
 namespace TOVPlatform
@@ -12,6 +15,8 @@ namespace TOVSystem
 {
 namespace
 {
+constexpr long long NANOSECONDS_PER_SECOND = 1000000000;
+
 // A file descriptor that is closed at the end of its scope; -1 for none.
 class CDescriptor
 {
@@ -66,6 +71,31 @@ char ReadAnswer(int nDescriptor)
     for (char cLast = cFirst; cLast != '\n' && cLast != '\0';)
         cLast = ReadCharacter(nDescriptor);
     return cFirst;
+}
+
+// Whether the main program was loaded around this address. The loader tells of it first.
+bool IsMainProgram(const void* pAddress)
+{
+    struct sSearch
+    {
+        const ElfW(Addr) nAddress;
+        bool bFound;
+    } oSearch = {reinterpret_cast<ElfW(Addr)>(pAddress), false};
+
+    ::dl_iterate_phdr(
+        [](dl_phdr_info* pProgram, std::size_t, void* pSearch) {
+            sSearch& oFor = *static_cast<sSearch*>(pSearch);
+            for (int i = 0; i < pProgram->dlpi_phnum; ++i)
+            {
+                const ElfW(Phdr)& oSegment = pProgram->dlpi_phdr[i];
+                oFor.bFound =
+                    oFor.bFound || (oSegment.p_type == PT_LOAD &&
+                                    oFor.nAddress - pProgram->dlpi_addr - oSegment.p_vaddr < oSegment.p_memsz);
+            }
+            return 1;
+        },
+        &oSearch);
+    return oSearch.bFound;
 }
 
 void Show(int nDescriptor, const char* szText, const char* szCaption)
@@ -146,6 +176,45 @@ void ShowError(const char* szText, const char* szCaption)
 void EndProcess(int nExitCode)
 {
     ::_exit(nExitCode);
+}
+
+void* FindInMainProgram(const char* szFunction)
+{
+    // The program comes first in the global scope, so that its own function hides all others of the name.
+    void* const pFunction = ::dlsym(RTLD_DEFAULT, szFunction);
+    Dl_info oInfo;
+    void* pSymbol = nullptr;
+    if (pFunction == nullptr || ::dladdr1(pFunction, &oInfo, &pSymbol, RTLD_DL_SYMENT) == 0 || pSymbol == nullptr)
+        return nullptr;
+    // A program that only takes a library's function's address can hold an entry without a definition for it.
+    const bool bDefined = static_cast<const ElfW(Sym)*>(pSymbol)->st_shndx != SHN_UNDEF;
+    return bDefined && IsMainProgram(pFunction) ? pFunction : nullptr;
+}
+
+bool ReadPerformanceCounter(long long& nTicks)
+{
+    timespec oTime;
+    if (::clock_gettime(CLOCK_MONOTONIC, &oTime) != 0)
+        return false;
+    nTicks = oTime.tv_sec * NANOSECONDS_PER_SECOND + oTime.tv_nsec;
+    return true;
+}
+
+// The clock tells nanoseconds, however coarse it is; that there is no such clock shows here, too.
+bool ReadPerformanceFrequency(long long& nTicksPerSecond)
+{
+    timespec oResolution;
+    if (::clock_getres(CLOCK_MONOTONIC, &oResolution) != 0)
+        return false;
+    nTicksPerSecond = NANOSECONDS_PER_SECOND;
+    return true;
+}
+
+tDword ReadMilliseconds()
+{
+    timespec oTime = {};
+    ::clock_gettime(CLOCK_MONOTONIC, &oTime);
+    return static_cast<tDword>(oTime.tv_sec * 1000LL + oTime.tv_nsec / 1000000);
 }
 } // namespace TOVSystem
 } // namespace TOVPlatform

@@ -1,4 +1,4 @@
-// The seam's small internal family: what diagnostics ask of the system. Not exported.
+// The seam's small internal family: what diagnostics, the timer and the test framework ask of the system. Not exported.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -30,5 +30,17 @@ void ShowError(const char* szText, const char* szCaption);
 
 // Ends the process at once: no static clean-up, no exit handlers.
 [[noreturn]] void EndProcess(int nExitCode);
+
+// The address of a function that the main program of this process exports under this plain name; NULL if it does not.
+// What a library exports that the program merely links does not count.
+void* FindInMainProgram(const char* szFunction);
+
+// The high-resolution counter: its ticks, and how many of them make a second. False if the system does not tell.
+// Monotonic; the frequency does not change.
+bool ReadPerformanceCounter(long long& nTicks);
+bool ReadPerformanceFrequency(long long& nTicksPerSecond);
+
+// The millisecond counter; it starts again at 0 after 2^32.
+tDword ReadMilliseconds();
 } // namespace TOVSystem
 } // namespace TOVPlatform

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <mmsystem.h>
+
 namespace TOVPlatform
 {
 namespace TOVSystem
@@ -41,6 +43,34 @@ void ShowError(const char* szText, const char* szCaption)
 void EndProcess(int nExitCode)
 {
     ::ExitProcess(static_cast<UINT>(nExitCode));
+}
+
+void* FindInMainProgram(const char* szFunction)
+{
+    return reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA(NULL), szFunction));
+}
+
+bool ReadPerformanceCounter(long long& nTicks)
+{
+    LARGE_INTEGER oTicks;
+    if (!::QueryPerformanceCounter(&oTicks))
+        return false;
+    nTicks = oTicks.QuadPart;
+    return true;
+}
+
+bool ReadPerformanceFrequency(long long& nTicksPerSecond)
+{
+    LARGE_INTEGER oFrequency;
+    if (!::QueryPerformanceFrequency(&oFrequency))
+        return false;
+    nTicksPerSecond = oFrequency.QuadPart;
+    return true;
+}
+
+tDword ReadMilliseconds()
+{
+    return ::timeGetTime();
 }
 } // namespace TOVSystem
 } // namespace TOVPlatform

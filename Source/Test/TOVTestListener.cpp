@@ -1,0 +1,99 @@
+#include <Test/TOVTestListener.h>
+
+#include <Test/TOVMainProgram.h>
+#include <Test/TOVTestHooks.h>
+
+namespace TOVTest
+{
+void CTOVTestListener::EnterEnvironment()
+{
+}
+
+void CTOVTestListener::LeaveEnvironment()
+{
+}
+
+void CTOVTestListener::EnterSuite(const CTOVTestSuite& /*oSuite*/)
+{
+}
+
+void CTOVTestListener::LeaveSuite(const CTOVTestSuite& /*oSuite*/)
+{
+}
+
+void CTOVTestListener::EnterTestCase(const CTOVTestCase& /*oTestCase*/)
+{
+}
+
+void CTOVTestListener::LeaveTestCase(const CTOVTestCase& /*oTestCase*/)
+{
+}
+
+void CTOVTestListener::Warning(const char* /*szFile*/, long /*lLine*/, const char* /*szMessage*/)
+{
+}
+
+void CTOVTestListener::FailedTest(const char* /*szFile*/, long /*lLine*/, const char* /*szMessage*/)
+{
+}
+
+void CTOVTestListener::FailedAssert(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/)
+{
+}
+
+void CTOVTestListener::FailedAssertEquals(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/,
+                                          const char* /*szExpected*/, const char* /*szActualValue*/,
+                                          const char* /*szExpectedValue*/)
+{
+}
+
+void CTOVTestListener::FailedAssertDelta(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/,
+                                         const char* /*szExpected*/, const char* /*szDelta*/,
+                                         const char* /*szActualValue*/, const char* /*szExpectedValue*/,
+                                         const char* /*szDeltaValue*/)
+{
+}
+
+void CTOVTestListener::FailedAssertDiffers(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/,
+                                           const char* /*szOther*/, const char* /*szValue*/)
+{
+}
+
+void CTOVTestListener::FailedAssertLessThan(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/,
+                                            const char* /*szLimit*/, const char* /*szActualValue*/,
+                                            const char* /*szLimitValue*/)
+{
+}
+
+void CTOVTestListener::FailedAssertThrows(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/,
+                                          const char* /*szException*/, bool /*bOtherException*/)
+{
+}
+
+void CTOVTestListener::FailedAssertThrowsNot(const char* /*szFile*/, long /*lLine*/, const char* /*szExpression*/)
+{
+}
+
+CTOVTestListener& CTOVTestListener::Null()
+{
+    const auto pfOfProgram = FindProgramFunction<decltype(GetNull)>("GetNull");
+    return pfOfProgram != NULL ? pfOfProgram() : GetOwnNull();
+}
+
+CTOVTestListener& CTOVTestListener::Instance()
+{
+    const auto pfOfProgram = FindProgramFunction<decltype(GetListener)>("GetListener");
+    return pfOfProgram != NULL ? pfOfProgram() : GetOwnListener();
+}
+
+void CTOVTestListener::SetListener(CTOVTestListener* pListener)
+{
+    // Settled: called without a test, so that a host which lacks it dies here and not with events gone astray.
+    FindProgramFunction<decltype(::SetListener)>("SetListener")(pListener);
+}
+
+CTOVTestListener* CTOVTestListener::GetSafeListener(CTOVTestListener* pListener)
+{
+    return pListener != NULL ? pListener : &Null();
+}
+} // namespace TOVTest

@@ -1,0 +1,57 @@
+#include <Test/TOVTestRunner.h>
+
+#include <Test/TOVTestSuiteFactory.h>
+
+#include <memory>
+
+namespace TOVTest
+{
+CTOVCountingTracker CTOVTestRunner::m_oCounter;
+
+CTOVTestRunner::CTOVTestRunner(CTOVTestListener* pListener)
+{
+    m_oCounter.SetListener(pListener);
+    CTOVTestListener::SetListener(&m_oCounter);
+    CTOVTestTracker::SetTracker(&m_oCounter);
+}
+
+void CTOVTestRunner::RunAllTests(CTOVTestListener* pListener)
+{
+    CTOVTestRunner(pListener).RunEnvironment();
+}
+
+void CTOVTestRunner::RunEnvironment()
+{
+    m_oCounter.EnterEnvironment();
+
+    const char* szName = NULL;
+    for (bool bFound = CTOVTestSuiteFactory::GetFirst(szName); bFound;
+         bFound = CTOVTestSuiteFactory::GetNext(szName, szName))
+    {
+        const std::unique_ptr<CTOVTestSuite> pSuite(CTOVTestSuiteFactory::New(szName));
+        if (pSuite != NULL)
+            RunSuite(*pSuite);
+    }
+
+    m_oCounter.LeaveEnvironment();
+}
+
+void CTOVTestRunner::RunSuite(CTOVTestSuite& oSuite)
+{
+    m_oCounter.EnterSuite(oSuite);
+    for (long lIndex = 0; lIndex < oSuite.GetNumTestCases(); ++lIndex)
+    {
+        oSuite.Startup();
+        RunTestCase(oSuite.GetTestCase(lIndex));
+        oSuite.Closedown();
+    }
+    m_oCounter.LeaveSuite(oSuite);
+}
+
+void CTOVTestRunner::RunTestCase(CTOVTestCase& oTestCase)
+{
+    m_oCounter.EnterTestCase(oTestCase);
+    oTestCase.Run();
+    m_oCounter.LeaveTestCase(oTestCase);
+}
+} // namespace TOVTest

@@ -1,0 +1,123 @@
+// The pattern of a test suite, spelled as macros.
+//
+//     class CWordsTest : public TOVTest::CTOVTestSuite
+//     {
+//         TOV_TEST_SUITE(CWordsTest)
+//         void CountsWords();
+//         void JoinsWords();
+//     };
+//
+//     TOV_TEST_CASES_BEGIN(CWordsTest, "Words")
+//         TOV_TEST_CASE("counts words", CountsWords)
+//         TOV_TEST_CASE("joins words", JoinsWords)
+//     TOV_TEST_CASES_END
+//     TOV_REGISTER_TEST_SUITE(CWordsTest)
+//
+//     void CWordsTest::CountsWords()
+//     {
+//         TOV_TEST_EQUALS(CountWords("one two"), 2);      // Test/TOVTestChecks.h
+//     }
+//
+// The macros stand outside of all namespaces, in the suite's source.
+#pragma once
+
+#include <Test/TOVTestCase.h>
+#include <Test/TOVTestSuite.h>
+#include <Test/TOVTestSuiteFactory.h>
+
+namespace TOVTest
+{
+// One row of a suite's table of cases. The table ends with a row without a function.
+struct sTestEntry
+{
+    const char* szDescription;
+    void (CTOVTestSuite::*pfTest)();
+    const char* szFileName;
+    unsigned long ulLine;
+};
+
+// Enters a creator at load. The creator itself takes it out again at the end.
+struct sTestRegistration
+{
+    sTestRegistration(const char* szName, ITOVTestSuiteCreator* pCreator)
+    {
+        CTOVTestSuiteFactory::Register(szName, pCreator);
+    }
+};
+} // namespace TOVTest
+
+// In the class: the operations that tell of the suite, and its table. What follows is private.
+#define TOV_TEST_SUITE(Suite)                                                                                          \
+public:                                                                                                                \
+    long GetNumTestCases() const override;                                                                             \
+    TOVTest::CTOVTestCase& GetTestCase(long lIndex) const override;                                                    \
+    const char* GetDescription() const override;                                                                       \
+    const char* GetFileName() const override;                                                                          \
+    unsigned long GetLine() const override;                                                                            \
+                                                                                                                       \
+private:                                                                                                               \
+    typedef Suite tTestSuite;                                                                                          \
+    static const TOVTest::sTestEntry s_aTestEntries[];
+
+// In the source: what the suite tells of itself, and its cases in order.
+#define TOV_TEST_CASES_BEGIN(Suite, szDescription) TOV_TEST_CASES_BEGIN_AT(Suite, szDescription, __FILE__, __LINE__)
+
+// The same with a file and a line of one's own. Each entry of the table then stands with TOV_TEST_CASE_AT.
+// Settled: the text of an invalid case lacks its closing bracket, unlike that of the base class.
+#define TOV_TEST_CASES_BEGIN_AT(Suite, szDescription, szFileName, ulLine)                                              \
+    long Suite::GetNumTestCases() const                                                                                \
+    {                                                                                                                  \
+        long lCount = 0;                                                                                               \
+        while (s_aTestEntries[lCount].pfTest != NULL)                                                                  \
+            ++lCount;                                                                                                  \
+        return lCount;                                                                                                 \
+    }                                                                                                                  \
+    TOVTest::CTOVTestCase& Suite::GetTestCase(long lIndex) const                                                       \
+    {                                                                                                                  \
+        if (lIndex < 0 || lIndex >= Suite::GetNumTestCases())                                                          \
+            return SetupTestCase(NULL, NULL, "<invalid test case>", "<invalid file name", 0);                          \
+        const TOVTest::sTestEntry& oEntry = s_aTestEntries[lIndex];                                                    \
+        return SetupTestCase(this, oEntry.pfTest, oEntry.szDescription, oEntry.szFileName, oEntry.ulLine);             \
+    }                                                                                                                  \
+    const char* Suite::GetDescription() const                                                                          \
+    {                                                                                                                  \
+        return szDescription;                                                                                          \
+    }                                                                                                                  \
+    const char* Suite::GetFileName() const                                                                             \
+    {                                                                                                                  \
+        return szFileName;                                                                                             \
+    }                                                                                                                  \
+    unsigned long Suite::GetLine() const                                                                               \
+    {                                                                                                                  \
+        return ulLine;                                                                                                 \
+    }                                                                                                                  \
+    const TOVTest::sTestEntry Suite::s_aTestEntries[] = {
+
+#define TOV_TEST_CASE(szDescription, Function) TOV_TEST_CASE_AT(szDescription, Function, __FILE__, __LINE__)
+
+#define TOV_TEST_CASE_AT(szDescription, Function, szFileName, ulLine)                                                  \
+    {szDescription, static_cast<void (TOVTest::CTOVTestSuite::*)()>(&tTestSuite::Function), szFileName, ulLine},
+
+#define TOV_TEST_CASES_END                                                                                             \
+    {                                                                                                                  \
+        NULL, NULL, NULL, 0                                                                                            \
+    }                                                                                                                  \
+    }                                                                                                                  \
+    ;
+
+// The creator of a suite, CTOVCreator_ and the suite's name. szName is the key of the factory: the same pointer
+// wherever the suite is registered.
+#define TOV_TEST_CREATOR(Suite, szName)                                                                                \
+    class CTOVCreator_##Suite : public TOVTest::ITOVTestSuiteCreator                                                   \
+    {                                                                                                                  \
+    public:                                                                                                            \
+        TOVTest::CTOVTestSuite* New() override { return new Suite; }                                                   \
+        virtual ~CTOVCreator_##Suite() { TOVTest::CTOVTestSuiteFactory::Unregister(szName); }                          \
+    };
+
+// In the source: registers the suite under its class name as long as its program or library is loaded.
+#define TOV_REGISTER_TEST_SUITE(Suite)                                                                                 \
+    static const char s_szNameOf##Suite[] = #Suite;                                                                    \
+    TOV_TEST_CREATOR(Suite, s_szNameOf##Suite)                                                                         \
+    static CTOVCreator_##Suite s_oCreatorOf##Suite;                                                                    \
+    static const TOVTest::sTestRegistration s_oRegistrationOf##Suite(s_szNameOf##Suite, &s_oCreatorOf##Suite);

@@ -1,0 +1,62 @@
+#include <Test/TOVTestSuiteFactory.h>
+
+#include <Test/TOVMainProgram.h>
+#include <Test/TOVTestHooks.h>
+
+namespace TOVTest
+{
+void CTOVTestSuiteFactory::Register(const char* szName, ITOVTestSuiteCreator* pCreator)
+{
+    GetCreatorMap().emplace(szName, pCreator);
+}
+
+void CTOVTestSuiteFactory::Unregister(const char* szName)
+{
+    GetCreatorMap().erase(szName);
+}
+
+CTOVTestSuite* CTOVTestSuiteFactory::New(const char* szName)
+{
+    tCreatorMap& aCreators = GetCreatorMap();
+    const tCreatorMap::iterator pFound = aCreators.find(szName);
+    return pFound != aCreators.end() ? pFound->second->New() : NULL;
+}
+
+bool CTOVTestSuiteFactory::GetFirst(const char*& szName)
+{
+    const tCreatorMap& aCreators = GetCreatorMap();
+    if (aCreators.empty())
+        return false;
+
+    szName = aCreators.begin()->first;
+    return true;
+}
+
+bool CTOVTestSuiteFactory::GetNext(const char* szName, const char*& szNext)
+{
+    const tCreatorMap& aCreators = GetCreatorMap();
+    tCreatorMap::const_iterator pNext = aCreators.find(szName);
+    if (pNext == aCreators.end() || ++pNext == aCreators.end())
+        return false;
+
+    szNext = pNext->first;
+    return true;
+}
+
+long CTOVTestSuiteFactory::GetNumSuites()
+{
+    return static_cast<long>(GetCreatorMap().size());
+}
+
+bool CTOVTestSuiteFactory::HasClass(const char* szName)
+{
+    return GetCreatorMap().count(szName) > 0;
+}
+
+tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
+{
+    // Settled: looked up at each call, so that one map serves all, whenever the program exports its own.
+    const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
+    return pfOfProgram != NULL ? pfOfProgram() : GetOwnCreatorMap();
+}
+} // namespace TOVTest

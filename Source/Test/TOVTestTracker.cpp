@@ -1,0 +1,72 @@
+#include <Test/TOVTestTracker.h>
+
+namespace TOVTest
+{
+CTOVTestTracker CTOVTestTracker::m_oNull;
+CTOVTestTracker* CTOVTestTracker::m_pTracker = NULL;
+
+bool CTOVTestTracker::HasTestFailed() const
+{
+    return GetNumFailedAsserts() > 0;
+}
+
+bool CTOVTestTracker::HasSuiteFailed() const
+{
+    return GetNumFailedSuiteTests() > 0;
+}
+
+bool CTOVTestTracker::HasEnvironmentFailed() const
+{
+    return GetNumFailedSuites() > 0;
+}
+
+long CTOVTestTracker::GetNumFailedAsserts() const
+{
+    return 0;
+}
+
+long CTOVTestTracker::GetNumFailedSuiteTests() const
+{
+    return 0;
+}
+
+long CTOVTestTracker::GetNumFailedSuites() const
+{
+    return 0;
+}
+
+long CTOVTestTracker::GetNumTotalFailedTests() const
+{
+    return 0;
+}
+
+CTOVTestCase& CTOVTestTracker::GetCurrentTestCase() const
+{
+    return CTOVTestCase::Null();
+}
+
+CTOVTestSuite& CTOVTestTracker::GetCurrentTestSuite() const
+{
+    return CTOVTestSuite::Null();
+}
+
+CTOVTestTracker& CTOVTestTracker::Null()
+{
+    return m_oNull;
+}
+
+CTOVTestTracker& CTOVTestTracker::Instance()
+{
+    return *GetSafeTracker(m_pTracker);
+}
+
+void CTOVTestTracker::SetTracker(CTOVTestTracker* pTracker)
+{
+    m_pTracker = GetSafeTracker(pTracker);
+}
+
+CTOVTestTracker* CTOVTestTracker::GetSafeTracker(CTOVTestTracker* pTracker)
+{
+    return pTracker != NULL ? pTracker : &m_oNull;
+}
+} // namespace TOVTest
