@@ -30,6 +30,9 @@ static const CTOVDynamicSingleton<CTOVPath> s_oNullPathHolder;
 CTOVClass CTOVVirtualFileSystem::_s_oClass("CTOVVirtualFileSystem", &ITOVVirtualFileSystem::GetClass());
 static const CTOVDynamicSingleton<CTOVVirtualFileSystem> s_oVirtualFileSystemHolder;
 
+// 5. The timer.
+static const CTOVDynamicSingleton<CTOVTimer> s_oTimerHolder;
+
 // 6. The test framework: the null suite, and the holder of the creator map. The map itself is as old as the first
 // creator.
 TOVTest::CTOVTestSuite TOVTest::CTOVTestSuite::m_oNull;

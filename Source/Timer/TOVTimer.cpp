@@ -1,0 +1,349 @@
+#include <Timer/TOVTimer.h>
+
+#include <Debug/TOVDebug.h>
+#include <TOVPlatform/TOVString.h>
+#include <TOVPlatform/TOVSystem.h>
+
+#include <climits>
+
+template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVTimer>;
+
+namespace
+{
+const long long MILLISECONDS_PER_SECOND = 1000;
+
+// Registers can hold more digits than a double has, and what is cut or stored later would differ from target to target.
+double Rounded(double dValue)
+{
+    const volatile double dStored = dValue;
+    return dStored;
+}
+
+// Cut toward zero. What 64 bits cannot hold gives the smallest number, whose low 32 bits are 0, as processors answer.
+long long Truncated(double dValue)
+{
+    const double dLimit = 9223372036854775808.0;
+    if (dValue >= -dLimit && dValue < dLimit)
+        return static_cast<long long>(dValue);
+    return LLONG_MIN;
+}
+
+// Ticks wrap.
+long long Sum(long long nFirst, long long nSecond)
+{
+    return static_cast<long long>(static_cast<unsigned long long>(nFirst) + static_cast<unsigned long long>(nSecond));
+}
+
+long long Difference(long long nFirst, long long nSecond)
+{
+    return static_cast<long long>(static_cast<unsigned long long>(nFirst) - static_cast<unsigned long long>(nSecond));
+}
+
+double ToSeconds(long long nTicks, long long nFrequency)
+{
+    return Rounded(static_cast<double>(nTicks) / static_cast<double>(nFrequency));
+}
+
+unsigned long ToMilliseconds(double dSeconds)
+{
+    return static_cast<tDword>(Truncated(Rounded(dSeconds * 1000.0)));
+}
+
+const char* TextOf(const CTOVStringA& oName)
+{
+    return oName.IsEmpty() ? "" : oName.GetString();
+}
+
+void WarnOfCounter(const char* szMessage)
+{
+    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "%s", szMessage);
+}
+
+bool IsChannel(int nChannel)
+{
+    return 0 <= nChannel && nChannel < TOV_TIMER_MAX_TIME_CHANNELS;
+}
+} // namespace
+
+CTOVTimer::CTOVTimer() : m_bHighResolutionTimer(IsHighResolutionTimerAvailable())
+{
+}
+
+CTOVTimer::CTOVTimer(const CTOVTimer& oOther) = default;
+
+CTOVTimer& CTOVTimer::operator=(const CTOVTimer& oOther) = default;
+
+CTOVTimer::~CTOVTimer() = default;
+
+CTOVTimer& CTOVTimer::Instance()
+{
+    return CTOVDynamicSingleton<CTOVTimer>::GetInstance();
+}
+
+bool CTOVTimer::DefineChannel(int nChannel, const char* szName)
+{
+    if (!IsChannel(nChannel) || IsDefined(nChannel))
+        return false;
+
+    sTimeChannel& oChannel = m_aChannels[nChannel];
+    oChannel.sName = szName;
+    oChannel.bDefined = true;
+    oChannel.bRunning = false;
+    oChannel.bPaused = false;
+    oChannel.nPauseTime = 0;
+    oChannel.bFrameTimeEnabled = false;
+    oChannel.dFrameTime = 0.0;
+    oChannel.dLastFrameTime = 0.0;
+    oChannel.nStartTime = 0;
+    // Settled: the frame rate keeps what it held.
+    return true;
+}
+
+bool CTOVTimer::UndefineChannel(int nChannel)
+{
+    if (!IsChannel(nChannel))
+        return false;
+
+    if (IsDefined(nChannel))
+    {
+        m_aChannels[nChannel].bDefined = false;
+        m_aChannels[nChannel].sName.Empty();
+    }
+    return true;
+}
+
+int CTOVTimer::GetNumChannels() const
+{
+    return TOV_TIMER_MAX_TIME_CHANNELS;
+}
+
+int CTOVTimer::GetChannelByName(const char* szName) const
+{
+    const char* const szWanted = szName != NULL ? szName : "";
+    for (int i = 0; i < TOV_TIMER_MAX_TIME_CHANNELS; ++i)
+    {
+        if (IsDefined(i) && TOVPlatform::TOVStringA::CompareNoCase(GetChannelName(i), szWanted) == 0)
+            return i;
+    }
+    return -1;
+}
+
+const char* CTOVTimer::GetChannelName(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    return TextOf(m_aChannels[nChannel].sName);
+}
+
+bool CTOVTimer::IsDefined(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    return m_aChannels[nChannel].bDefined;
+}
+
+bool CTOVTimer::IsRunning(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    return m_aChannels[nChannel].bRunning;
+}
+
+bool CTOVTimer::IsPaused(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    return m_aChannels[nChannel].bPaused;
+}
+
+bool CTOVTimer::IsDefinedAndRunning(int nChannel) const
+{
+    return IsDefined(nChannel) && IsRunning(nChannel);
+}
+
+void CTOVTimer::Start(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefined(nChannel));
+    sTimeChannel& oChannel = m_aChannels[nChannel];
+    oChannel.bRunning = true;
+    oChannel.nStartTime = GetHardwareTime();
+    // Settled: a channel that was paused is paused still.
+}
+
+void CTOVTimer::Stop(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefined(nChannel));
+    m_aChannels[nChannel].bRunning = false;
+}
+
+void CTOVTimer::Reset(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
+    m_aChannels[nChannel].nStartTime = GetHardwareTime();
+}
+
+void CTOVTimer::SetTime(int nChannel, double dTime)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
+    sTimeChannel& oChannel = m_aChannels[nChannel];
+    if (oChannel.bFrameTimeEnabled)
+        oChannel.dFrameTime = dTime;
+
+    const double dFrequency = static_cast<double>(GetHardwareTimerFrequency());
+    const long long nTicks = Truncated(Rounded(dFrequency * dTime));
+    oChannel.nStartTime = Difference(GetHardwareTime(), nTicks);
+    oChannel.nPauseTime = oChannel.nStartTime; // Settled: a paused channel stands at 0, whatever the time given.
+}
+
+void CTOVTimer::Pause(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
+    sTimeChannel& oChannel = m_aChannels[nChannel];
+    if (oChannel.bPaused)
+    {
+        TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "Time channel %d (%s) is already paused!", nChannel,
+                       TextOf(oChannel.sName));
+        return;
+    }
+
+    oChannel.bPaused = true;
+    oChannel.nPauseTime = GetHardwareTime();
+}
+
+void CTOVTimer::Continue(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
+    sTimeChannel& oChannel = m_aChannels[nChannel];
+    if (!oChannel.bPaused)
+    {
+        TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "Time channel %d (%s) is not paused!", nChannel,
+                       TextOf(oChannel.sName));
+        return;
+    }
+
+    oChannel.bPaused = false;
+    oChannel.nStartTime = Sum(oChannel.nStartTime, Difference(GetHardwareTime(), oChannel.nPauseTime));
+}
+
+double CTOVTimer::GetTime(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    if (!IsDefinedAndRunning(nChannel))
+        return 0.0;
+
+    const sTimeChannel& oChannel = m_aChannels[nChannel];
+    const long long nTime = GetHardwareTime();
+    const long long nFrequency = GetHardwareTimerFrequency();
+    return ToSeconds(Difference(oChannel.bPaused ? oChannel.nPauseTime : nTime, oChannel.nStartTime), nFrequency);
+}
+
+unsigned long CTOVTimer::GetTimeInMs(int nChannel) const
+{
+    return ToMilliseconds(GetTime(nChannel));
+}
+
+double CTOVTimer::GetTimeDirect() const
+{
+    const long long nTime = GetHardwareTime();
+    return ToSeconds(nTime, GetHardwareTimerFrequency());
+}
+
+unsigned long CTOVTimer::GetTimeInMsDirect() const
+{
+    return ToMilliseconds(GetTimeDirect());
+}
+
+void CTOVTimer::EnableFrameTime(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
+    m_aChannels[nChannel].bFrameTimeEnabled = true;
+    m_aChannels[nChannel].dFrameTime = GetTime(nChannel);
+}
+
+void CTOVTimer::DisableFrameTime(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
+    m_aChannels[nChannel].bFrameTimeEnabled = false;
+}
+
+bool CTOVTimer::IsFrameTimeEnabled(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    return m_aChannels[nChannel].bFrameTimeEnabled;
+}
+
+double CTOVTimer::GetFrameTime(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    if (!IsDefinedAndRunning(nChannel))
+        return 0.0;
+
+    return m_aChannels[nChannel].bFrameTimeEnabled ? m_aChannels[nChannel].dFrameTime : GetTime(nChannel);
+}
+
+double CTOVTimer::GetFPS(int nChannel) const
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    return m_aChannels[nChannel].dFPS;
+}
+
+void CTOVTimer::Update(int nChannel)
+{
+    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
+    if (!IsDefinedAndRunning(nChannel))
+        return;
+
+    sTimeChannel& oChannel = m_aChannels[nChannel];
+    oChannel.dFrameTime = GetTime(nChannel);
+    const double dElapsed = Rounded(oChannel.dFrameTime - oChannel.dLastFrameTime);
+    oChannel.dFPS = dElapsed > 0.0 ? 1.0 / dElapsed : 0.0; // also 0 for what is not a number
+    oChannel.dLastFrameTime = oChannel.dFrameTime;
+}
+
+void CTOVTimer::UpdateAll()
+{
+    for (int i = 0; i < TOV_TIMER_MAX_TIME_CHANNELS; ++i)
+    {
+        if (IsDefinedAndRunning(i))
+            Update(i);
+    }
+}
+
+bool CTOVTimer::IsHighResolutionTimerAvailable() const
+{
+    long long nTicks = 0;
+    return TOVPlatform::TOVSystem::ReadPerformanceCounter(nTicks);
+}
+
+bool CTOVTimer::IsHighResolutionTimerActive() const
+{
+    return m_bHighResolutionTimer;
+}
+
+void CTOVTimer::UseHighResolutionTimer(bool bUse)
+{
+    m_bHighResolutionTimer = bUse;
+}
+
+long long CTOVTimer::GetHardwareTime() const
+{
+    if (!m_bHighResolutionTimer)
+        return TOVPlatform::TOVSystem::ReadMilliseconds();
+
+    long long nTicks = 0;
+    if (TOVPlatform::TOVSystem::ReadPerformanceCounter(nTicks))
+        return nTicks;
+
+    // Settled: no fallback to the other counter, whose ticks would mean something else.
+    WarnOfCounter("Can't retrieve time from highresolution timer");
+    return 0;
+}
+
+long long CTOVTimer::GetHardwareTimerFrequency() const
+{
+    if (!m_bHighResolutionTimer)
+        return MILLISECONDS_PER_SECOND;
+
+    long long nFrequency = 0;
+    if (TOVPlatform::TOVSystem::ReadPerformanceFrequency(nFrequency))
+        return nFrequency;
+
+    WarnOfCounter("Can't retrieve frequency from highresolution timer");
+    return 0;
+}
