@@ -1,0 +1,43 @@
+// What all ready-made listeners have in common: how they come into the debug server's table and out of it.
+#pragma once
+
+#include <Debug/TOVLogListener.h>
+
+namespace TOVDebug
+{
+// Base of the listeners of this library. An object hears nothing until it is registered, directly or behind a
+// CTOVSeverityFilter. The server does not own it.
+//
+// Threads: any. Register, Unregister and the destructor may be called inside a call of the server, of this listener
+// or another one; outside, they wait for the call that is going on. As the server has it, whoever takes an earlier
+// listener out of the table inside a call makes the next one miss that one event.
+//
+// A derived class calls Unregister first thing in its destructor: behind that, it is no longer called.
+class CTOVListener : public ITOVLogListener
+{
+public:
+    CTOVListener();
+    CTOVListener(const CTOVListener&) = delete;
+    CTOVListener& operator=(const CTOVListener&) = delete;
+
+    // Unregisters it, from the current server.
+    virtual ~CTOVListener();
+
+    // Registers it with the current server, at the end of its table. Nothing happens when it already is, so that it is
+    // never there twice; one that came in by the server's own Register moves to the end.
+    void Register();
+
+    // Takes it out of the current server's table; harmless when it is not there. Its OnClosedown is called in any case.
+    void Unregister();
+
+    // Overrides call these.
+    void OnStartup() override;
+    void OnClosedown() override;
+
+    // Ignored: the server passes on no name.
+    void SetApplicationName(const char* szName) override;
+
+private:
+    bool m_bRegistered; // certainly in the table; guarded by the server's lock
+};
+} // namespace TOVDebug

@@ -1,0 +1,71 @@
+#include <Listeners/TOVRotatingFileListener.h>
+
+#include <Listeners/TOVListenerSystem.h>
+
+namespace TOVDebug
+{
+namespace
+{
+bool Exists(const std::string& sPath)
+{
+    std::FILE* pFile = std::fopen(sPath.c_str(), "rb");
+    if (pFile != nullptr)
+        std::fclose(pFile);
+    return pFile != nullptr;
+}
+
+bool Move(const std::string& sFrom, const std::string& sTo)
+{
+    return std::rename(sFrom.c_str(), sTo.c_str()) == 0;
+}
+} // namespace
+
+CTOVRotatingFileListener::CTOVRotatingFileListener(const char* szPath, unsigned long long ullMaxSize, int nKeptFiles)
+    : CTOVFileListener(szPath, true), m_ullMaxSize(ullMaxSize), m_nKeptFiles(nKeptFiles), m_bOpened(IsOpen()),
+      m_ullSize(m_bOpened ? TOVListenerSystem::SizeOf(m_pFile) : 0)
+{
+}
+
+CTOVRotatingFileListener::~CTOVRotatingFileListener()
+{
+    Unregister();
+}
+
+void CTOVRotatingFileListener::BeforeWrite(std::size_t nBytes)
+{
+    if (!m_bOpened)
+        return;
+    if (m_ullSize > 0 && m_ullSize + nBytes > m_ullMaxSize)
+        Rotate();
+    if (m_pFile == nullptr)
+        Open(true);
+    m_ullSize += nBytes;
+}
+
+void CTOVRotatingFileListener::Rotate()
+{
+    // Closed first: not every system moves an open file.
+    Close();
+    const bool bKeeps = m_nKeptFiles > 0;
+    if (bKeeps && FreeName(1))
+        Move(m_sPath, Name(1));
+    Open(bKeeps);
+    m_ullSize = 0;
+}
+
+// Moves the file of this number one on, if there is one, and removes the last. False if it is still there.
+bool CTOVRotatingFileListener::FreeName(int nNumber)
+{
+    const std::string sName = Name(nNumber);
+    if (!Exists(sName))
+        return true;
+    if (nNumber >= m_nKeptFiles)
+        return std::remove(sName.c_str()) == 0;
+    return FreeName(nNumber + 1) && Move(sName, Name(nNumber + 1));
+}
+
+std::string CTOVRotatingFileListener::Name(int nNumber) const
+{
+    return m_sPath + '.' + std::to_string(nNumber);
+}
+} // namespace TOVDebug
