@@ -15,17 +15,22 @@
 #include <TOVPlatform/TOVThread.h>
 
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
+#include <TOVDesignPatterns/TOVHandle.h>
+#include <TOVDesignPatterns/TOVMemento.h>
 #include <TOVDesignPatterns/TOVRefCount.h>
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 
 #include <TOVContainers/TOVArray.h>
+#include <TOVContainers/TOVBitArray.h>
 #include <TOVContainers/TOVBuffer.h>
 #include <TOVContainers/TOVQueue.h>
+#include <TOVContainers/TOVRingBuffer.h>
 #include <TOVContainers/TOVSafeQueue.h>
 #include <TOVContainers/TOVSorter.h>
 #include <TOVContainers/TOVStack.h>
 
 #include <TOVString/TOVCrc.h>
+#include <TOVString/TOVFourCC.h>
 #include <TOVString/TOVResourceLoader.h>
 #include <TOVString/TOVStringA.h>
 #include <TOVString/TOVStringW.h>
@@ -37,6 +42,7 @@
 
 #include <TOVProcess/TOVCriticalSection.h>
 #include <TOVProcess/TOVEvent.h>
+#include <TOVProcess/TOVEventCondition.h>
 #include <TOVProcess/TOVMutex.h>
 #include <TOVProcess/TOVSemaphore.h>
 #include <TOVProcess/TOVThread.h>

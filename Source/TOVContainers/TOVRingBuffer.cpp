@@ -1,0 +1,3 @@
+#include <TOVContainers/TOVRingBuffer.h>
+
+template class TOV_EXPORT CTOVRingBuffer<int>;

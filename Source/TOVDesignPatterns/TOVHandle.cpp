@@ -1,0 +1,139 @@
+#include <TOVDesignPatterns/TOVHandle.h>
+
+#include <TOVDesignPatterns/TOVRefCount.h>
+
+namespace
+{
+const long NO_HANDLE = -1;
+
+template<class T> int CompareValues(T oFirst, T oSecond)
+{
+    return oFirst < oSecond ? -1 : oFirst > oSecond ? 1 : 0;
+}
+
+std::uintptr_t AddressOf(const void* pThing)
+{
+    return reinterpret_cast<std::uintptr_t>(pThing);
+}
+} // namespace
+
+CTOVHandle::~CTOVHandle() noexcept(false)
+{
+    Release();
+}
+
+CTOVHandle::CTOVHandle() : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(NULL)
+{
+}
+
+CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle, ITOVRefCount* pObject)
+    : m_pObject(pObject), m_lHandle(lHandle), m_pDatabase(&oDatabase)
+{
+    if (m_pObject != NULL)
+        m_pObject->AddRef();
+}
+
+CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, ITOVRefCount* pObject)
+    : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(&oDatabase)
+{
+    if (pObject != NULL)
+        operator=(pObject);
+}
+
+CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle)
+    : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(&oDatabase)
+{
+    if (lHandle != NO_HANDLE)
+        operator=(lHandle);
+}
+
+CTOVHandle::CTOVHandle(const CTOVHandle& oOther)
+    : m_pObject(oOther.m_pObject), m_lHandle(oOther.m_lHandle), m_pDatabase(oOther.m_pDatabase)
+{
+    if (m_pObject != NULL)
+        m_pObject->AddRef();
+}
+
+const CTOVHandle& CTOVHandle::operator=(const CTOVHandle& oOther)
+{
+    // Settled: releases before it adds, and looks at the validity and not at the object alone.
+    if (IsValid())
+        Release();
+    if (oOther.m_pObject != NULL)
+        oOther.m_pObject->AddRef();
+    m_pObject = oOther.m_pObject;
+    m_lHandle = oOther.m_lHandle;
+    m_pDatabase = oOther.m_pDatabase;
+    return *this;
+}
+
+const CTOVHandle& CTOVHandle::operator=(long lHandle)
+{
+    TOV_ASSERT(m_pDatabase != NULL);
+    return *this = m_pDatabase->GetHandle(lHandle);
+}
+
+const CTOVHandle& CTOVHandle::operator=(ITOVRefCount* pObject)
+{
+    TOV_ASSERT(m_pDatabase != NULL);
+    return *this = m_pDatabase->GetHandle(pObject);
+}
+
+const CTOVHandle& CTOVHandle::Null()
+{
+    static const CTOVHandle s_oNull;
+    return s_oNull;
+}
+
+bool CTOVHandle::IsValid() const
+{
+    return m_lHandle != NO_HANDLE && m_pObject != NULL && m_pDatabase != NULL;
+}
+
+ITOVRefCount* CTOVHandle::Get()
+{
+    TOV_ASSERT(IsValid());
+    return m_pObject;
+}
+
+ITOVRefCount* CTOVHandle::Get() const
+{
+    TOV_ASSERT(IsValid());
+    return m_pObject;
+}
+
+CTOVHandle::operator long() const
+{
+    return m_lHandle;
+}
+
+int CTOVHandle::Compare(const CTOVHandle& oOther) const
+{
+    if (const int nResult = CompareValues(m_lHandle, oOther.m_lHandle))
+        return nResult;
+    if (const int nResult = CompareValues(AddressOf(m_pObject), AddressOf(oOther.m_pObject)))
+        return nResult;
+    return CompareValues(AddressOf(m_pDatabase), AddressOf(oOther.m_pDatabase));
+}
+
+void CTOVHandle::Delete()
+{
+    Release();
+}
+
+void CTOVHandle::Release()
+{
+    if (m_pObject != NULL && m_pObject->Release() == 0)
+        m_pDatabase->RemoveHandle(m_lHandle);
+}
+
+ITOVHandleDatabase::ITOVHandleDatabase() = default;
+
+ITOVHandleDatabase::ITOVHandleDatabase(const ITOVHandleDatabase& oOther) = default;
+
+ITOVHandleDatabase& ITOVHandleDatabase::operator=(const ITOVHandleDatabase& oOther) = default;
+
+CTOVHandle ITOVHandleDatabase::NewHandle(long lHandle, ITOVRefCount* pObject)
+{
+    return CTOVHandle(*this, lHandle, pObject);
+}

@@ -1,0 +1,71 @@
+// Four character code: CTOVFourCC.
+#pragma once
+
+#include <Debug/TOVBase.h>
+
+// A tag of four characters, seen as a text or as a 32-bit number whose lowest byte is the first character:
+//
+//     'a' 'b' 'c' 'd'  0        ToString() "abcd", ToDword() 0x64636261
+//
+// A value of its own. One thread at a time.
+class TOV_EXPORT CTOVFourCC
+{
+public:
+    // Virtual operation.
+    virtual ~CTOVFourCC();
+
+    // The value 0; as FromDword; as FromString.
+    CTOVFourCC();
+    CTOVFourCC(const CTOVFourCC& oOther);
+    CTOVFourCC(unsigned long dwFourCC);
+    CTOVFourCC(const char* szFourCC);
+    const CTOVFourCC& operator=(const CTOVFourCC& oOther);
+
+    // From a number written as a character constant: its highest byte becomes the first character.
+    void FromDword(unsigned long dwFourCC);
+    // From a number as ToDword gives it: its lowest byte becomes the first character.
+    void FromFourCC(unsigned long dwFourCC);
+    // From the first four characters; throws unless "TOVPlatform::TOVString::Length(szFourCC) >= 4". Settled: they are
+    // added up as signed numbers, so that one from 0x80 up makes the next of them one lower.
+    void FromString(const char* szFourCC);
+
+    // The number, 32 bits. Settled: not the inverse of FromDword.
+    unsigned long ToDword() const;
+    operator unsigned long() const;
+
+    // The four characters, terminated; valid until the code changes or ends. A 0 among them ends the text early.
+    const char* ToString() const;
+    operator const char*() const;
+
+    // One character. Both throw unless "nIndex >= 0" and "nIndex < 4".
+    char GetAt(int nIndex) const;
+    void SetAt(int nIndex, char cCharacter);
+
+    // Settled: true if the two are equal.
+    bool Compare(const CTOVFourCC& oOther) const;
+    // Whether the value is 0.
+    bool IsEmpty() const;
+
+    // The last character becomes the first.
+    void Reverse();
+
+private:
+    void Set(tDword dwFourCC);
+
+    tDword m_dwFourCC;
+    char m_cTerminator; // directly behind, so that both make one text
+};
+
+inline char CTOVFourCC::GetAt(int nIndex) const
+{
+    TOV_ASSERT(nIndex >= 0);
+    TOV_ASSERT(nIndex < 4);
+    return ToString()[nIndex];
+}
+
+inline void CTOVFourCC::SetAt(int nIndex, char cCharacter)
+{
+    TOV_ASSERT(nIndex >= 0);
+    TOV_ASSERT(nIndex < 4);
+    reinterpret_cast<char*>(&m_dwFourCC)[nIndex] = cCharacter;
+}
