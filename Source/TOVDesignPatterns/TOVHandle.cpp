@@ -58,7 +58,12 @@ const CTOVHandle& CTOVHandle::operator=(const CTOVHandle& oOther)
 {
     // Settled: releases before it adds, and looks at the validity and not at the object alone.
     if (IsValid())
+    {
+        const bool bOwnLast = this == &oOther && m_pObject->GetRefCount() == 1;
         Release();
+        if (bOwnLast)
+            m_pObject = NULL; // it is gone
+    }
     if (oOther.m_pObject != NULL)
         oOther.m_pObject->AddRef();
     m_pObject = oOther.m_pObject;

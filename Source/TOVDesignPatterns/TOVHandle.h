@@ -24,7 +24,7 @@ public:
     CTOVHandle(const CTOVHandle& oOther);
 
     // Settled: lets go of its own object first, and only if it is valid. A last handle that is assigned to itself so
-    // destroys its object, and one with an object but without an id keeps a reference for ever.
+    // destroys its object and is left without one, and one with an object but without an id keeps a reference for ever.
     const CTOVHandle& operator=(const CTOVHandle& oOther);
 
     // What the database has for an id, or for an object. Both throw unless "m_pDatabase != NULL".
