@@ -53,6 +53,15 @@ public:
 
     static CDeadline Never() { return CDeadline(0xFFFFFFFF); }
 
+    // At this time of the clock, in nanoseconds.
+    static CDeadline At(long long nNanoseconds)
+    {
+        CDeadline oDeadline(0);
+        oDeadline.m_oTime.tv_sec = static_cast<time_t>(nNanoseconds / 1000000000);
+        oDeadline.m_oTime.tv_nsec = static_cast<long>(nNanoseconds % 1000000000);
+        return oDeadline;
+    }
+
     // As the kernel takes it.
     const timespec* Get() const { return m_bNever ? nullptr : &m_oTime; }
 

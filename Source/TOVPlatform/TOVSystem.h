@@ -42,5 +42,31 @@ bool ReadPerformanceFrequency(long long& nTicksPerSecond);
 
 // The millisecond counter; it starts again at 0 after 2^32.
 tDword ReadMilliseconds();
+
+// A time event's callback, in a plain form and in the system's; these differ by the calling convention where the system
+// has one of its own. It runs on a thread of the system's timer service with the event's identifier, a message, the
+// caller's value and two values without meaning.
+typedef void (*tTimeEvent)(unsigned int nEvent, unsigned int nMessage, unsigned long ulUser, unsigned long ulReserved1,
+                           unsigned long ulReserved2);
+typedef void(TOV_CALLBACK* tSystemTimeEvent)(unsigned int nEvent, unsigned int nMessage, unsigned long ulUser,
+                                             unsigned long ulReserved1, unsigned long ulReserved2);
+
+// Ask for timers as fine as 1 to 65535 milliseconds, and no longer. 0, or the reason of a refusal: a period out of
+// range, or one to end that was not begun.
+unsigned int BeginTimerPeriod(unsigned int nMilliseconds);
+unsigned int EndTimerPeriod(unsigned int nMilliseconds);
+
+// Calls back after 1 to 65535 milliseconds, once or again and again at this period, which does not drift. The
+// resolution is a wish. The event's identifier; 0 for a delay out of range, more than 16 events, or no memory. All
+// callbacks share one thread; calls that one of them holds up follow without pause, at least the latest of them. NULL is
+// called by nobody.
+unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback, unsigned long ulUser,
+                          bool bPeriodic);
+unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
+                                unsigned long ulUser, bool bPeriodic);
+
+// Ends an event; a call that has begun goes on. 0, or the reason of a refusal: there is no such event, or it was to
+// call once and has begun to.
+unsigned int KillTimeEvent(unsigned int nEvent);
 } // namespace TOVSystem
 } // namespace TOVPlatform

@@ -63,6 +63,22 @@ bool IsChannel(int nChannel)
 {
     return 0 <= nChannel && nChannel < TOV_TIMER_MAX_TIME_CHANNELS;
 }
+
+const int PERIODIC_EVENT = 1;
+const unsigned int TIMERR_NOERROR = 0; // the name stands in checks
+
+template<class TCallback>
+int InstallEvent(unsigned int (*fnSet)(unsigned int, unsigned int, TCallback, unsigned long, bool), unsigned int nDelay,
+                 unsigned int nResolution, TCallback pCallback, unsigned long ulUser, int nKind)
+{
+    if (TOVPlatform::TOVSystem::BeginTimerPeriod(nDelay) != TIMERR_NOERROR)
+        return -1;
+
+    const unsigned int nEvent = fnSet(nDelay, nResolution, pCallback, ulUser, nKind == PERIODIC_EVENT);
+    const int nResult = static_cast<int>(nEvent);
+    TOV_ASSERT(nResult != 0); // Settled: the period stays raised.
+    return nResult;
+}
 } // namespace
 
 CTOVTimer::CTOVTimer() : m_bHighResolutionTimer(IsHighResolutionTimerAvailable())
@@ -303,6 +319,26 @@ void CTOVTimer::UpdateAll()
         if (IsDefinedAndRunning(i))
             Update(i);
     }
+}
+
+int CTOVTimer::InstallTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback,
+                                unsigned long ulUser, int nKind)
+{
+    return InstallEvent(TOVPlatform::TOVSystem::SetTimeEvent, nDelay, nResolution, pCallback, ulUser, nKind);
+}
+
+int CTOVTimer::InstallSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
+                                      unsigned long ulUser, int nKind)
+{
+    return InstallEvent(TOVPlatform::TOVSystem::SetSystemTimeEvent, nDelay, nResolution, pCallback, ulUser, nKind);
+}
+
+void CTOVTimer::UninstallTimeEvent(int nEvent, int nPeriod)
+{
+    unsigned int mmres = TOVPlatform::TOVSystem::KillTimeEvent(static_cast<unsigned int>(nEvent));
+    TOV_ASSERT(mmres == TIMERR_NOERROR);
+    mmres = TOVPlatform::TOVSystem::EndTimerPeriod(static_cast<unsigned int>(nPeriod));
+    TOV_ASSERT(mmres == TIMERR_NOERROR);
 }
 
 bool CTOVTimer::IsHighResolutionTimerAvailable() const

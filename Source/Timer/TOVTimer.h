@@ -109,6 +109,33 @@ public:
     // Updates all channels that are defined and running.
     void UpdateAll();
 
+    // Time events: calls after a delay, once or again and again, by the system and without any timer object. The
+    // callback runs on a thread of the system's timer service, which serves all events one after the other: it is to be
+    // short, sees to its own locking, and lets no exception out. It may install and uninstall events, its own included.
+
+    // Calls back after nDelay milliseconds, with nKind 1 again and again at this period, otherwise once. The resolution
+    // in milliseconds is a wish, 0 for the best. A period does not drift; calls that are held up follow without pause,
+    // and of many, the oldest can be lost. With NULL nothing is called. The identifier of the event; -1, with nothing
+    // installed, if the system refuses the delay as its timer's period: 0 always, and what is beyond its range, which
+    // reaches to 65535 at least. Throws "nResult != 0" if the system has no further event, of which it has 16; the
+    // period stays raised then.
+    static int InstallTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback,
+                                unsigned long ulUser, int nKind);
+    // The same for a callback of the system's form; a template, since both forms are one where the system has no
+    // calling convention of its own.
+    template<int = 0>
+    static int InstallTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
+                                unsigned long ulUser, int nKind)
+    {
+        return InstallSystemTimeEvent(nDelay, nResolution, pCallback, ulUser, nKind);
+    }
+
+    // Ends an event, with the delay given at its installation as the period. A call that has begun goes on. Throws
+    // "mmres == TIMERR_NOERROR" if there is no such event, an event of one call being gone when the call begins, and if
+    // the system refuses to lower the period. Every event is to be uninstalled before its callback goes away; nobody
+    // else does it.
+    static void UninstallTimeEvent(int nEvent, int nPeriod);
+
 private:
     struct sTimeChannel
     {
@@ -124,6 +151,9 @@ private:
         double dFPS = 0.0;           // updates per second
         long long nStartTime = 0;    // ticks of the time base that are the channel's time 0
     };
+
+    static int InstallSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
+                                      unsigned long ulUser, int nKind);
 
     bool IsHighResolutionTimerAvailable() const; // asks the system now
     bool IsHighResolutionTimerActive() const;

@@ -1,0 +1,132 @@
+#include <TOVPlatform/TOVSystem.h>
+
+#include <new>
+
+#include <windows.h>
+
+#include <mmsystem.h>
+
+namespace TOVPlatform
+{
+using TOVSystem::tSystemTimeEvent;
+using TOVSystem::tTimeEvent;
+
+namespace
+{
+// The system calls by a convention in which the callee clears the stack; a plain function leaves that to its caller. So
+// the system calls this backend, which knows the plain function by the event's identifier.
+struct sPlainEvent
+{
+    UINT nId;
+    tTimeEvent pCallback;
+    bool bPeriodic;
+    sPlainEvent* pNext;
+};
+
+// Held also while an event is set or killed, so that the list knows each event before its first call. Neither these nor
+// the records are destroyed: the system calls to the end.
+SRWLOCK s_oLock = SRWLOCK_INIT;
+sPlainEvent* s_pPlainEvents = NULL;
+
+class CScope
+{
+public:
+    CScope() { ::AcquireSRWLockExclusive(&s_oLock); }
+
+    ~CScope() { ::ReleaseSRWLockExclusive(&s_oLock); }
+
+    CScope(const CScope&) = delete;
+    CScope& operator=(const CScope&) = delete;
+};
+
+// The place in the list that points to the event, or to its end.
+sPlainEvent** FindPlain(UINT nId)
+{
+    sPlainEvent** ppEvent = &s_pPlainEvents;
+    while (*ppEvent != NULL && (*ppEvent)->nId != nId)
+        ppEvent = &(*ppEvent)->pNext;
+    return ppEvent;
+}
+
+void Forget(sPlainEvent** ppEvent)
+{
+    sPlainEvent* const pEvent = *ppEvent;
+    if (pEvent == NULL)
+        return;
+    *ppEvent = pEvent->pNext;
+    delete pEvent;
+}
+
+// What to call for the event; NULL if it has just been killed.
+tTimeEvent TakeCallback(UINT nId)
+{
+    const CScope oScope;
+    sPlainEvent** const ppEvent = FindPlain(nId);
+    const tTimeEvent pCallback = *ppEvent != NULL ? (*ppEvent)->pCallback : NULL;
+    if (*ppEvent != NULL && !(*ppEvent)->bPeriodic)
+        Forget(ppEvent);
+    return pCallback;
+}
+
+void CALLBACK CallPlain(UINT nId, UINT nMessage, DWORD_PTR nUser, DWORD_PTR nReserved1, DWORD_PTR nReserved2)
+{
+    const tTimeEvent pCallback = TakeCallback(nId);
+    if (pCallback != NULL)
+        pCallback(nId, nMessage, nUser, nReserved1, nReserved2);
+}
+
+// The system calls into this library, which therefore stays in memory, even if the program lets go of it.
+void StayInMemory()
+{
+    HMODULE hLibrary = NULL;
+    ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                         reinterpret_cast<LPCSTR>(&CallPlain), &hLibrary);
+}
+} // namespace
+
+namespace TOVSystem
+{
+unsigned int BeginTimerPeriod(unsigned int nMilliseconds)
+{
+    return ::timeBeginPeriod(nMilliseconds);
+}
+
+unsigned int EndTimerPeriod(unsigned int nMilliseconds)
+{
+    return ::timeEndPeriod(nMilliseconds);
+}
+
+unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback, unsigned long ulUser,
+                          bool bPeriodic)
+{
+    sPlainEvent* const pEvent = new (std::nothrow) sPlainEvent{0, pCallback, bPeriodic, NULL};
+    if (pEvent == NULL)
+        return 0;
+
+    StayInMemory();
+    const CScope oScope;
+    pEvent->nId = SetSystemTimeEvent(nDelay, nResolution, CallPlain, ulUser, bPeriodic);
+    pEvent->pNext = s_pPlainEvents;
+    s_pPlainEvents = pEvent;
+    const unsigned int nId = pEvent->nId;
+    if (nId == 0)
+        Forget(&s_pPlainEvents);
+    return nId;
+}
+
+unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
+                                unsigned long ulUser, bool bPeriodic)
+{
+    return ::timeSetEvent(nDelay, nResolution, pCallback, ulUser, bPeriodic ? TIME_PERIODIC : TIME_ONESHOT);
+}
+
+unsigned int KillTimeEvent(unsigned int nEvent)
+{
+    const CScope oScope;
+    const MMRESULT nResult = ::timeKillEvent(nEvent);
+    if (nResult == TIMERR_NOERROR)
+        Forget(FindPlain(nEvent));
+    return nResult;
+}
+} // namespace TOVSystem
+} // namespace TOVPlatform
