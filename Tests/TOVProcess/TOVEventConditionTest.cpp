@@ -1,0 +1,515 @@
+#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVBlockableThread.h"
+#include "Support/TOVExhaustedSystem.h"
+#include "Support/TOVPrivateMember.h"
+#include "Support/TOVWaitInstruments.h"
+
+#include <TOVContainers/TOVArray.h>
+#include <TOVProcess/TOVEvent.h>
+#include <TOVProcess/TOVEventCondition.h>
+
+#include <functional>
+#include <memory>
+#include <new>
+#include <type_traits>
+
+namespace
+{
+typedef CTOVEventCondition tCondition;
+TOV_PRIVATE_MEMBER(TypeOf, tCondition, tCondition::eConditionType, m_eConditionType)
+TOV_PRIVATE_MEMBER(HandlesOf, tCondition, unsigned long long*, m_pEventHandles)
+TOV_PRIVATE_MEMBER(NumberOf, tCondition, int, m_nNumEvents)
+TOV_PRIVATE_MEMBER(HandleOf, CTOVEvent, unsigned long long, m_hEvent)
+
+const tCondition::eConditionType ANY = tCondition::eConditionTypeAny;
+const tCondition::eConditionType ALL = tCondition::eConditionTypeAll;
+
+static_assert(tCondition::eConditionTypeAny == 0);
+static_assert(tCondition::eConditionTypeAll == 1);
+static_assert(std::has_virtual_destructor<tCondition>::value);
+
+// The condition that nobody destroys: copies share the array of handles, which belongs to the original.
+class CCopy
+{
+public:
+    explicit CCopy(const tCondition& oOriginal) : m_pCopy(new (m_aMemory) tCondition(oOriginal)) {}
+    CCopy(const CCopy&) = delete;
+    CCopy& operator=(const CCopy&) = delete;
+
+    tCondition& operator*() { return *m_pCopy; }
+    tCondition* operator->() { return m_pCopy; }
+
+private:
+    alignas(tCondition) unsigned char m_aMemory[sizeof(tCondition)];
+    tCondition* m_pCopy;
+};
+
+// Four events without a signal.
+class CTOVEventConditionTest : public testing::Test
+{
+protected:
+    CTOVEvent m_aEvents[4];
+};
+} // namespace
+
+TEST_F(CTOVEventConditionTest, AnyOfThemEndsTheWait)
+{
+    tCondition oCondition(ANY, m_aEvents, 4);
+    EXPECT_EQ(-2, oCondition.TimedWait(0));
+
+    m_aEvents[2].Signal();
+    EXPECT_EQ(2, oCondition.Wait());
+
+    m_aEvents[3].Signal();
+    EXPECT_EQ(3, oCondition.TimedWait(DEADLINE));
+    EXPECT_EQ(-2, oCondition.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, TheLowestOfSeveralEndsTheWaitAndIsClearedAlone)
+{
+    tCondition oCondition(ANY, m_aEvents, 4);
+    m_aEvents[3].Signal();
+    m_aEvents[1].Signal();
+    m_aEvents[2].Signal();
+
+    EXPECT_EQ(1, oCondition.Wait());
+    EXPECT_EQ(2, oCondition.TimedWait(0));
+    EXPECT_EQ(3, oCondition.Wait());
+    EXPECT_EQ(-2, oCondition.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, AllOfThemHaveToBeSignalledAtOnce)
+{
+    tCondition oCondition(ALL, m_aEvents, 4);
+    for (CTOVEvent& oEvent : m_aEvents)
+    {
+        EXPECT_EQ(-2, oCondition.TimedWait(0));
+        oEvent.Signal();
+    }
+
+    const int nResult = oCondition.TimedWait(0);
+
+    EXPECT_LE(0, nResult);
+    EXPECT_GT(4, nResult);
+    EXPECT_EQ(-2, oCondition.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, AWaitForAllClearsNothingUntilItEnds)
+{
+    tCondition oCondition(ALL, m_aEvents, 4);
+    m_aEvents[0].Signal();
+
+    EXPECT_EQ(-2, oCondition.TimedWait(0));
+    EXPECT_TRUE(m_aEvents[0].TimedWait(0));
+
+    for (CTOVEvent& oEvent : m_aEvents)
+        oEvent.Signal();
+    EXPECT_LE(0, oCondition.Wait());
+    for (CTOVEvent& oEvent : m_aEvents)
+        EXPECT_FALSE(oEvent.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, EventsWithManualResetStaySignalled)
+{
+    CTOVEvent aManual[2] = {CTOVEvent(true), CTOVEvent(true)};
+    tCondition oAny(ANY, aManual, 2);
+    tCondition oAll(ALL, aManual, 2);
+    aManual[1].Signal();
+    EXPECT_EQ(1, oAny.Wait());
+    EXPECT_EQ(1, oAny.Wait());
+    EXPECT_EQ(-2, oAll.TimedWait(0));
+
+    aManual[0].Signal();
+    EXPECT_LE(0, oAll.Wait());
+    EXPECT_EQ(0, oAny.Wait());
+
+    aManual[0].Reset();
+    EXPECT_EQ(1, oAny.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, OneEventIsEnough)
+{
+    for (const tCondition::eConditionType eType : {ANY, ALL})
+    {
+        tCondition oCondition(eType, m_aEvents, 1);
+        EXPECT_EQ(-2, oCondition.TimedWait(0));
+
+        m_aEvents[1].Signal();
+        EXPECT_EQ(-2, oCondition.TimedWait(0)) << "not one of its events";
+        m_aEvents[0].Signal();
+        EXPECT_EQ(0, oCondition.Wait());
+    }
+}
+
+TEST_F(CTOVEventConditionTest, IsMadeOfPointersToEvents)
+{
+    CTOVEvent* aPointers[] = {&m_aEvents[3], &m_aEvents[0], &m_aEvents[1]};
+    tCondition oAny(ANY, aPointers, 3);
+    tCondition oAll(ALL, aPointers, 3);
+
+    m_aEvents[2].Signal();
+    EXPECT_EQ(-2, oAny.TimedWait(0)) << "not one of its events";
+    m_aEvents[0].Signal();
+    EXPECT_EQ(1, oAny.Wait());
+    m_aEvents[3].Signal();
+    EXPECT_EQ(0, oAny.Wait());
+
+    EXPECT_EQ(-2, oAll.TimedWait(0));
+    for (CTOVEvent* const pEvent : aPointers)
+        pEvent->Signal();
+    EXPECT_LE(0, oAll.Wait());
+}
+
+TEST_F(CTOVEventConditionTest, IsMadeOfAnArrayObject)
+{
+    CTOVArray<CTOVEvent> aEvents;
+    aEvents.Resize(3);
+    tCondition oAny(ANY, aEvents);
+    tCondition oAll(ALL, aEvents);
+    EXPECT_EQ(-2, oAny.TimedWait(0));
+
+    aEvents[2].Signal();
+    EXPECT_EQ(2, oAny.Wait());
+
+    for (long lEvent = 0; lEvent < 3; ++lEvent)
+    {
+        EXPECT_EQ(-2, oAll.TimedWait(0));
+        aEvents[lEvent].Signal();
+    }
+    EXPECT_LE(0, oAll.Wait());
+}
+
+// The array's own virtual operations are asked.
+TEST_F(CTOVEventConditionTest, AsksTheArrayObjectForSizeAndElements)
+{
+    class CFirstTwice : public CTOVArray<CTOVEvent>
+    {
+    public:
+        CFirstTwice() { Resize(1); }
+        long GetSize() const override { return 2; }
+        bool IsEmpty() const override { return false; }
+        const CTOVEvent& GetAt(long) const override { return CTOVArray<CTOVEvent>::GetAt(0); }
+        const CTOVEvent& operator[](long) const override { return CTOVArray<CTOVEvent>::GetAt(0); }
+        CTOVEvent& operator[](long) override { return CTOVArray<CTOVEvent>::ElementAt(0); }
+    };
+    const CFirstTwice aEvents;
+
+    tCondition oCondition(ANY, aEvents);
+
+    EXPECT_EQ(2, NumberOf(oCondition));
+    EXPECT_EQ(aEvents.GetAt(0).GetHandle(), HandlesOf(oCondition)[0]);
+    EXPECT_EQ(aEvents.GetAt(0).GetHandle(), HandlesOf(oCondition)[1]);
+}
+
+TEST_F(CTOVEventConditionTest, HoldsTheHandlesAsTheyWere)
+{
+    tCondition oCondition(ALL, m_aEvents, 4);
+
+    EXPECT_EQ(ALL, TypeOf(oCondition));
+    EXPECT_EQ(4, NumberOf(oCondition));
+    for (int nEvent = 0; nEvent < 4; ++nEvent)
+        EXPECT_EQ(m_aEvents[nEvent].GetHandle(), HandlesOf(oCondition)[nEvent]) << nEvent;
+}
+
+TEST_F(CTOVEventConditionTest, TheArraysItIsMadeOfMayGo)
+{
+    auto pPointers = std::make_unique<CTOVEvent*[]>(2);
+    pPointers[0] = &m_aEvents[0];
+    pPointers[1] = &m_aEvents[1];
+    tCondition oCondition(ANY, pPointers.get(), 2);
+    pPointers.reset();
+
+    m_aEvents[1].Signal();
+
+    EXPECT_EQ(1, oCondition.Wait());
+}
+
+TEST_F(CTOVEventConditionTest, ASignalFromBeforeItsTimeCountsToo)
+{
+    m_aEvents[1].Signal();
+
+    tCondition oCondition(ANY, m_aEvents, 4);
+
+    EXPECT_EQ(1, oCondition.Wait());
+}
+
+TEST_F(CTOVEventConditionTest, OneEventMayStandThereTwice)
+{
+    CTOVEvent* aPointers[] = {&m_aEvents[0], &m_aEvents[1], &m_aEvents[1]};
+    tCondition oCondition(ANY, aPointers, 3);
+
+    m_aEvents[1].Signal();
+
+    EXPECT_EQ(1, oCondition.Wait());
+    EXPECT_EQ(-2, oCondition.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, EveryOtherTypeActsAsAny)
+{
+    for (const int nType : {2, 3, -1, 0x100, 0x101})
+    {
+        tCondition oCondition(static_cast<tCondition::eConditionType>(nType), m_aEvents, 4);
+        EXPECT_EQ(-2, oCondition.TimedWait(0)) << nType;
+
+        m_aEvents[1].Signal();
+        EXPECT_EQ(1, oCondition.TimedWait(0)) << nType;
+        m_aEvents[3].Signal();
+        EXPECT_EQ(3, oCondition.Wait()) << nType;
+    }
+}
+
+TEST_F(CTOVEventConditionTest, RefusesNoEvents)
+{
+    CTOVEvent* const pNone = NULL;
+    CTOVEvent** const ppNone = NULL;
+    CTOVEvent* aPointers[] = {&m_aEvents[0]};
+
+    EXPECT_CHECK("pEvents != NULL", tCondition(ANY, pNone, 1));
+    EXPECT_CHECK("pEvents != NULL", tCondition(ANY, pNone, 0));
+    EXPECT_CHECK("pEvents != NULL", tCondition(ALL, ppNone, 1));
+    EXPECT_CHECK("pEvents != NULL", tCondition(ALL, ppNone, -1));
+    for (const int nNumber : {0, -1, -2147483647 - 1})
+    {
+        EXPECT_CHECK("nNumEvents > 0", tCondition(ANY, m_aEvents, nNumber));
+        EXPECT_CHECK("nNumEvents > 0", tCondition(ALL, aPointers, nNumber));
+    }
+    EXPECT_CHECK("!oEvents.IsEmpty()", tCondition(ANY, CTOVArray<CTOVEvent>()));
+}
+
+TEST_F(CTOVEventConditionTest, BlocksUntilAnySignal)
+{
+    tCondition oCondition(ANY, m_aEvents, 4);
+    int nResult = -100;
+    CBlockableThread oWaiter([&] { nResult = oCondition.Wait(); });
+    EXPECT_TRUE(oWaiter.IsBlocked());
+
+    m_aEvents[3].Signal();
+
+    ASSERT_TRUE(oWaiter.Finishes());
+    EXPECT_EQ(3, nResult);
+}
+
+TEST_F(CTOVEventConditionTest, BlocksUntilAllSignals)
+{
+    tCondition oCondition(ALL, m_aEvents, 4);
+    int nResult = -100;
+    CBlockableThread oWaiter([&] { nResult = oCondition.Wait(); });
+    m_aEvents[0].Signal();
+    m_aEvents[1].Signal();
+    m_aEvents[3].Signal();
+    EXPECT_TRUE(oWaiter.IsBlocked());
+
+    m_aEvents[2].Signal();
+
+    ASSERT_TRUE(oWaiter.Finishes());
+    EXPECT_LE(0, nResult);
+    EXPECT_GT(4, nResult);
+}
+
+TEST_F(CTOVEventConditionTest, TimeRunsOut)
+{
+    tCondition oAny(ANY, m_aEvents, 4);
+    tCondition oAll(ALL, m_aEvents, 4);
+    m_aEvents[0].Signal();
+
+    EXPECT_EQ(-2, oAll.TimedWait(20));
+    EXPECT_EQ(0, oAny.TimedWait(20));
+    EXPECT_EQ(-2, oAny.TimedWait(20));
+}
+
+TEST_F(CTOVEventConditionTest, TheLargestTimeIsInfinite)
+{
+    tCondition oCondition(ANY, m_aEvents, 4);
+    int nResult = -100;
+    CBlockableThread oWaiter([&] { nResult = oCondition.TimedWait(0xFFFFFFFFul); });
+    EXPECT_TRUE(oWaiter.IsBlocked());
+
+    m_aEvents[0].Signal();
+
+    ASSERT_TRUE(oWaiter.Finishes());
+    EXPECT_EQ(0, nResult);
+}
+
+TEST_F(CTOVEventConditionTest, ManyThreadsWaitOnOne)
+{
+    tCondition oCondition(ANY, m_aEvents, 4);
+    CTally oEnded[4];
+    CTally oAll;
+    CThreadGroup oThreads;
+    oThreads.Start(4, [&](int) {
+        const int nResult = oCondition.TimedWait(DEADLINE);
+        if (nResult >= 0)
+            oEnded[nResult].Add();
+        oAll.Add();
+    });
+
+    for (CTOVEvent& oEvent : m_aEvents)
+        oEvent.Signal();
+
+    EXPECT_TRUE(oAll.Reaches(4));
+    for (const CTally& oTally : oEnded)
+        EXPECT_EQ(1, oTally.Count());
+}
+
+TEST_F(CTOVEventConditionTest, SixtyFourEventsCanBeWaitedForAndNotOneMore)
+{
+    CTOVEvent aMany[65];
+    tCondition oMost(ANY, aMany, 64);
+    tCondition oTooMany(ANY, aMany, 65);
+    tCondition oTooManyForAll(ALL, aMany, 65);
+    aMany[63].Signal();
+
+    EXPECT_EQ(-1, oTooMany.Wait());
+    EXPECT_EQ(-1, oTooMany.TimedWait(0));
+    EXPECT_EQ(-1, oTooManyForAll.Wait());
+    EXPECT_EQ(63, oMost.Wait());
+    EXPECT_EQ(-2, oMost.TimedWait(0));
+}
+
+TEST_F(CTOVEventConditionTest, AnEventWithoutAHandleMakesEachWaitFail)
+{
+    const unsigned long long hEvent = HandleOf(m_aEvents[1]);
+    HandleOf(m_aEvents[1]) = 0;
+    tCondition oAny(ANY, m_aEvents, 4);
+    tCondition oAll(ALL, m_aEvents, 4);
+    HandleOf(m_aEvents[1]) = hEvent;
+
+    m_aEvents[0].Signal();
+
+    EXPECT_EQ(-1, oAny.Wait());
+    EXPECT_EQ(-1, oAny.TimedWait(0));
+    EXPECT_EQ(-1, oAll.Wait());
+    EXPECT_EQ(-1, oAll.TimedWait(DEADLINE));
+    EXPECT_TRUE(m_aEvents[0].TimedWait(0)) << "not cleared";
+}
+
+TEST_F(CTOVEventConditionTest, ACopySharesTheArrayOfHandles)
+{
+    tCondition oCondition(ALL, m_aEvents, 4);
+    CCopy oCopy(oCondition);
+
+    EXPECT_EQ(ALL, TypeOf(*oCopy));
+    EXPECT_EQ(HandlesOf(oCondition), HandlesOf(*oCopy));
+    EXPECT_EQ(4, NumberOf(*oCopy));
+    EXPECT_EQ(-2, oCopy->TimedWait(0));
+    for (CTOVEvent& oEvent : m_aEvents)
+        oEvent.Signal();
+    EXPECT_LE(0, oCopy->Wait());
+}
+
+TEST_F(CTOVEventConditionTest, AssignmentDropsTheOldArrayWithoutReleasingIt)
+{
+    const tCondition oSource(ALL, m_aEvents, 2);
+    tCondition oTarget(ANY, m_aEvents, 4);
+    unsigned long long* const pOld = HandlesOf(oTarget);
+    CAllocationCounter oCounter;
+    oTarget = oSource;
+    const unsigned long ulReleased = oCounter.Released();
+
+    EXPECT_EQ(0u, ulReleased);
+    EXPECT_EQ(ALL, TypeOf(oTarget));
+    EXPECT_EQ(2, NumberOf(oTarget));
+    EXPECT_NE(pOld, HandlesOf(oTarget));
+    EXPECT_EQ(m_aEvents[3].GetHandle(), pOld[3]);
+    EXPECT_EQ(-2, oTarget.TimedWait(0));
+
+    HandlesOf(oTarget) = pOld; // so that each destructor has an array of its own
+}
+
+TEST_F(CTOVEventConditionTest, ToItselfIsAssignedUnchanged)
+{
+    tCondition oCondition(ANY, m_aEvents, 4);
+    const tCondition& oSame = oCondition;
+
+    EXPECT_EQ(&oCondition, &(oCondition = oSame));
+    m_aEvents[2].Signal();
+
+    EXPECT_EQ(2, oCondition.Wait());
+}
+
+TEST_F(CTOVEventConditionTest, WaitsRefuseAMissingArrayFirstAndThenANumberBelowOne)
+{
+    const tCondition oCondition(ANY, m_aEvents, 4);
+    CCopy oNoArray(oCondition);
+    HandlesOf(*oNoArray) = NULL;
+    NumberOf(*oNoArray) = 0;
+    CCopy oNoNumber(oCondition);
+
+    EXPECT_CHECK("m_pEventHandles != NULL", oNoArray->Wait());
+    EXPECT_CHECK("m_pEventHandles != NULL", oNoArray->TimedWait(0));
+    for (const int nNumber : {0, -1})
+    {
+        NumberOf(*oNoNumber) = nNumber;
+        EXPECT_CHECK("m_nNumEvents > 0", oNoNumber->Wait());
+        EXPECT_CHECK("m_nNumEvents > 0", oNoNumber->TimedWait(0));
+    }
+}
+
+TEST_F(CTOVEventConditionTest, TheDestructorRefusesAMissingArray)
+{
+    static_assert(!std::is_nothrow_destructible<tCondition>::value);
+    const tCondition oCondition(ANY, m_aEvents, 4);
+    CCopy oNoArray(oCondition);
+    HandlesOf(*oNoArray) = NULL;
+
+    EXPECT_CHECK("m_pEventHandles != NULL", oNoArray->~CTOVEventCondition());
+}
+
+TEST_F(CTOVEventConditionTest, TakesMemoryWhenItIsMadeOnly)
+{
+    CAllocationCounter oCounter;
+    {
+        tCondition oCondition(ANY, m_aEvents, 4);
+        const unsigned long ulMade = oCounter.Taken();
+        oCondition.TimedWait(0);
+        m_aEvents[0].Signal();
+        oCondition.Wait();
+        const unsigned long ulWaited = oCounter.Taken();
+
+        EXPECT_EQ(1u, ulMade);
+        EXPECT_EQ(ulMade, ulWaited);
+    }
+    EXPECT_EQ(0, oCounter.Kept());
+}
+
+TEST_F(CTOVEventConditionTest, ARefusedOneLeavesNothingBehind)
+{
+    const CAllocationCounter oCounter;
+    try
+    {
+        tCondition oCondition(ANY, m_aEvents, 0);
+    }
+    catch (const TOVDebug::CTOVAssertException&)
+    {
+    }
+    EXPECT_EQ(0, oCounter.Kept());
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_F(CTOVEventConditionTest, IsNotMadeWithoutMemory)
+{
+    CTOVEvent* aPointers[] = {&m_aEvents[0]};
+    CTOVArray<CTOVEvent> aEvents;
+    aEvents.Resize(1);
+    const std::function<void()> aWays[] = {[&] { tCondition(ANY, m_aEvents, 4); },
+                                           [&] { tCondition(ALL, aPointers, 1); }, [&] { tCondition(ANY, aEvents); }};
+    for (const auto& fnWay : aWays)
+    {
+        CQuietRecorder oRecorder;
+        bool bRefused = false;
+        {
+            const CAllocationFailure oFailure;
+            try
+            {
+                fnWay();
+            }
+            catch (const TOVDebug::CTOVAssertException&)
+            {
+                bRefused = true;
+            }
+        }
+        EXPECT_TRUE(bRefused);
+        EXPECT_STREQ("m_pEventHandles != NULL", oRecorder.Text());
+    }
+}
+#endif
