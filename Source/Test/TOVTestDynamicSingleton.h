@@ -13,7 +13,8 @@ public:
     // Virtual operation. Counts down; at 0 deletes the object.
     virtual ~CTOVTestDynamicSingleton();
 
-    // Makes the object if there is none, and counts up.
+    // Makes the object if there is none, and counts up. When the making throws, the exception goes through and the count
+    // has gone up all the same.
     CTOVTestDynamicSingleton();
     CTOVTestDynamicSingleton(const CTOVTestDynamicSingleton&) = delete;
     CTOVTestDynamicSingleton& operator=(const CTOVTestDynamicSingleton&) = delete;
@@ -31,8 +32,13 @@ template<class T> long CTOVTestDynamicSingleton<T>::s_lRefCount = 0;
 
 template<class T> CTOVTestDynamicSingleton<T>::CTOVTestDynamicSingleton()
 {
+    // Settled: a failed creation is counted as well.
+    struct sCountUp
+    {
+        ~sCountUp() { ++s_lRefCount; }
+    } oCountUp;
+
     GetInstance();
-    ++s_lRefCount;
 }
 
 template<class T> CTOVTestDynamicSingleton<T>::~CTOVTestDynamicSingleton()

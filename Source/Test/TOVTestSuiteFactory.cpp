@@ -19,7 +19,7 @@ CTOVTestSuite* CTOVTestSuiteFactory::New(const char* szName)
 {
     tCreatorMap& aCreators = GetCreatorMap();
     const tCreatorMap::iterator pFound = aCreators.find(szName);
-    return pFound != aCreators.end() ? pFound->second->New() : NULL;
+    return pFound != aCreators.end() && pFound->second != NULL ? pFound->second->New() : NULL;
 }
 
 bool CTOVTestSuiteFactory::GetFirst(const char*& szName)

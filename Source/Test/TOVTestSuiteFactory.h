@@ -23,7 +23,7 @@ public:
     // An unknown name is ignored.
     static void Unregister(const char* szName);
 
-    // A new suite, which the caller deletes; NULL for an unknown name.
+    // A new suite, which the caller deletes; NULL for an unknown name, or one whose creator is NULL.
     static CTOVTestSuite* New(const char* szName);
 
     // Walks the names in the order of their addresses. False at the end, with the second argument unchanged.
