@@ -10,33 +10,72 @@
 #include <TOVRtti/TOVClassServer.h>
 #include <TOVString/TOVStringA.h>
 #include <TOVString/TOVStringW.h>
-#include <Timer/TOVTimer.h>
 #include <Test/TOVTestDynamicSingleton.h>
 #include <Test/TOVTestSuite.h>
+#include <TestSuites/Test_TOVContainers.h>
+#include <TestSuites/Test_TOVDebug.h>
+#include <TestSuites/Test_TOVDesignPatterns.h>
+#include <TestSuites/Test_TOVException.h>
+#include <TestSuites/Test_TOVPlatform.h>
+#include <TestSuites/Test_TOVProcess.h>
+#include <TestSuites/Test_TOVRtti.h>
+#include <TestSuites/Test_TOVRttiClasses.h>
+#include <TestSuites/Test_TOVString.h>
+#include <TestSuites/Test_TOVSystem.h>
+#include <Timer/TOVTimer.h>
 
-// 1. Diagnostics from the first moment on. The constructor makes the debug server.
+// 1. The suites that the library carries for itself: for each its creator, which leaves the factory when it ends, and
+// its registration. The factory's map comes to life with the first of them.
+template<class TCreator> struct sSuite
+{
+    explicit sSuite(const char* szName) : oRegistration(szName, &oCreator) {}
+
+    TCreator oCreator;
+    TOVTest::sTestRegistration oRegistration;
+};
+static sSuite<CTOVCreator_CTOVContainersTest> s_oContainersTest(s_oTestSuiteNames.szContainers);
+static sSuite<CTOVCreator_CTOVDebugTest> s_oDebugTest(s_oTestSuiteNames.szDebug);
+static sSuite<CTOVCreator_CTOVDesignPatternsTest> s_oDesignPatternsTest(s_oTestSuiteNames.szDesignPatterns);
+static sSuite<CTOVCreator_CTOVExceptionTest> s_oExceptionTest(s_oTestSuiteNames.szException);
+static sSuite<CTOVCreator_CTOVPlatformMemoryApiTest> s_oPlatformMemoryApiTest(s_oTestSuiteNames.szPlatformMemoryApi);
+static sSuite<CTOVCreator_CTOVPlatformAsciiStringApiTest>
+    s_oPlatformAsciiStringApiTest(s_oTestSuiteNames.szPlatformAsciiStringApi);
+static sSuite<CTOVCreator_CTOVPlatformUnicodeStringApiTest>
+    s_oPlatformUnicodeStringApiTest(s_oTestSuiteNames.szPlatformUnicodeStringApi);
+static sSuite<CTOVCreator_CTOVPlatformCharApiTest> s_oPlatformCharApiTest(s_oTestSuiteNames.szPlatformCharApi);
+static sSuite<CTOVCreator_CTOVProcessTest> s_oProcessTest(s_oTestSuiteNames.szProcess);
+
+// The classes that the next suite looks at. The first of them makes the debug server and the class server.
+const CTOVClass TOVRttiTest::CBase::_s_oClass("CBase");
+const CTOVClass TOVRttiTest::CClass::_s_oClass("CClass", &CBase::_s_oClass, &IInterface::GetClass());
+static sSuite<CTOVCreator_CTOVRttiTest> s_oRttiTest(s_oTestSuiteNames.szRtti);
+
+static sSuite<CTOVCreator_CTOVStringTest> s_oStringTest(s_oTestSuiteNames.szString);
+static sSuite<CTOVCreator_CTOVSystemTest> s_oSystemTest(s_oTestSuiteNames.szSystem);
+
+// 2. Diagnostics: what the library logs from here on reaches a debugger.
 const TOVDebug::CTOVMSDevLogger TOVDebug::CTOVMSDevLogger::_m_this;
 
-// 2. The invalid class, then the holder of the class server, which the invalid class has made.
+// 3. The invalid class, then the holder of the class server, which the first class has made.
 const CTOVClass CTOVClass::_s_oInvalid("<invalid class>");
 static const CTOVDynamicSingleton<CTOVClassServer> s_oClassServerHolder;
 
-// 3. The shared empty values.
+// 4. The shared empty values.
 static const CTOVDynamicSingleton<CTOVStringA> s_oNullStringAHolder;
 static const CTOVDynamicSingleton<CTOVStringW> s_oNullStringWHolder;
 static const CTOVDynamicSingleton<CTOVPath> s_oNullPathHolder;
 
-// 4. The virtual file system: its class, which makes the interface's first, then the object.
+// 5. The virtual file system: its class, which makes the interface's first, then the object.
 CTOVClass CTOVVirtualFileSystem::_s_oClass("CTOVVirtualFileSystem", &ITOVVirtualFileSystem::GetClass());
 static const CTOVDynamicSingleton<CTOVVirtualFileSystem> s_oVirtualFileSystemHolder;
 
-// 5. The timer.
+// 6. The timer.
 static const CTOVDynamicSingleton<CTOVTimer> s_oTimerHolder;
 
-// 6. The test framework: the null suite, and the holder of the creator map. The map itself is as old as the first
+// 7. The test framework: the null suite, and the holder of the creator map. The map itself is as old as the first
 // creator.
 TOVTest::CTOVTestSuite TOVTest::CTOVTestSuite::m_oNull;
 static const TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap> s_oCreatorMapHolder;
 
-// 7. Last, the file handle table. Nothing above may open a file.
+// 8. Last, the file handle table. Nothing above may open a file.
 static const CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager> s_oHandleManagerHolder;

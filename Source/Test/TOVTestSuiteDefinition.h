@@ -64,7 +64,7 @@ private:                                                                        
 
 // The same with a file and a line of one's own. Each entry of the table then stands with TOV_TEST_CASE_AT.
 // Settled: the text of an invalid case lacks its closing bracket, unlike that of the base class.
-#define TOV_TEST_CASES_BEGIN_AT(Suite, szDescription, szFileName, ulLine)                                              \
+#define TOV_TEST_CASES_BEGIN_AT(Suite, szSuite, szSuiteFile, ulSuiteLine)                                              \
     long Suite::GetNumTestCases() const                                                                                \
     {                                                                                                                  \
         long lCount = 0;                                                                                               \
@@ -81,15 +81,15 @@ private:                                                                        
     }                                                                                                                  \
     const char* Suite::GetDescription() const                                                                          \
     {                                                                                                                  \
-        return szDescription;                                                                                          \
+        return szSuite;                                                                                                \
     }                                                                                                                  \
     const char* Suite::GetFileName() const                                                                             \
     {                                                                                                                  \
-        return szFileName;                                                                                             \
+        return szSuiteFile;                                                                                            \
     }                                                                                                                  \
     unsigned long Suite::GetLine() const                                                                               \
     {                                                                                                                  \
-        return ulLine;                                                                                                 \
+        return ulSuiteLine;                                                                                            \
     }                                                                                                                  \
     const TOVTest::sTestEntry Suite::s_aTestEntries[] = {
 

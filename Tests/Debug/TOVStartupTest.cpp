@@ -106,12 +106,14 @@ TEST_F(TOVStartupTest, TheLoggerListensBeforeTheClassesAreMade)
     EXPECT_LT(fnPlaceOf("ITOVVirtualFileSystem"), fnPlaceOf("CTOVVirtualFileSystem"));
 }
 
+// Numbers 0 to 2 went to classes that the library's own test suites look at, before the logger listened.
 TEST_F(TOVStartupTest, ClassesGetTheirNumbersInOrderFromOneServer)
 {
     const tTexts aIds = ClassesIn(Texts().aBefore, ADDING_ID);
     const tTexts aMaps = ClassesIn(Texts().aBefore, ADDING_MAP);
 
     ASSERT_LE(3u, aIds.size());
+    EXPECT_EQ("3", aIds[0]);
     for (std::size_t nClass = 1; nClass < aIds.size(); ++nClass)
     {
         EXPECT_EQ(std::stoul(aIds[nClass - 1]) + 1, std::stoul(aIds[nClass]));
@@ -119,12 +121,14 @@ TEST_F(TOVStartupTest, ClassesGetTheirNumbersInOrderFromOneServer)
     }
 }
 
+// The server ends before the classes that are older than its holder, and removes these by name.
 TEST_F(TOVStartupTest, TheCleanUpMirrorsTheStartUp)
 {
-    tTexts aAdded = ClassesIn(Texts().aBefore, ADDING);
-    std::reverse(aAdded.begin(), aAdded.end());
+    tTexts aExpected = ClassesIn(Texts().aBefore, ADDING);
+    std::reverse(aExpected.begin(), aExpected.end());
+    aExpected.insert(aExpected.end(), {"CBase", "CClass", "IInterface"});
 
-    EXPECT_EQ(aAdded, ClassesIn(Texts().aBehind, REMOVING)) << Joined(Texts().aBehind);
+    EXPECT_EQ(aExpected, ClassesIn(Texts().aBehind, REMOVING)) << Joined(Texts().aBehind);
 }
 
 TEST_F(TOVStartupTest, TheCleanUpEndsWithTheServerOfTheStartUp)
@@ -133,7 +137,7 @@ TEST_F(TOVStartupTest, TheCleanUpEndsWithTheServerOfTheStartUp)
     const tTexts aMapsAtEnd = ClassesIn(Texts().aBehind, REMOVING_MAP);
 
     ASSERT_FALSE(aMaps.empty());
-    EXPECT_EQ(aMaps, aMapsAtEnd);
+    EXPECT_EQ(tTexts(aMaps.size() + 3, aMaps[0]), aMapsAtEnd);
 }
 
 TEST_F(TOVStartupTest, StartAndEndFailNoCheckAndWarnOfNothing)

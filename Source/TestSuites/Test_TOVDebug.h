@@ -1,0 +1,13 @@
+// The suite of the diagnostics. Internal.
+#pragma once
+
+#include <Test/TOVTestSuiteDefinition.h>
+#include <TestSuites/TOVTestSuiteNames.h>
+
+// Has no cases yet.
+class CTOVDebugTest : public TOVTest::CTOVTestSuite
+{
+    TOV_TEST_SUITE(CTOVDebugTest)
+};
+
+TOV_TEST_CREATOR(CTOVDebugTest, s_oTestSuiteNames.szDebug)

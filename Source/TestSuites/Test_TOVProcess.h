@@ -1,0 +1,13 @@
+// The suite of the process classes. Internal.
+#pragma once
+
+#include <Test/TOVTestSuiteDefinition.h>
+#include <TestSuites/TOVTestSuiteNames.h>
+
+// Has no cases yet.
+class CTOVProcessTest : public TOVTest::CTOVTestSuite
+{
+    TOV_TEST_SUITE(CTOVProcessTest)
+};
+
+TOV_TEST_CREATOR(CTOVProcessTest, s_oTestSuiteNames.szProcess)

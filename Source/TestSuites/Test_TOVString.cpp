@@ -1,0 +1,60 @@
+#include <TestSuites/Test_TOVString.h>
+
+#include <TOVString/TOVStringA.h>
+#include <TOVString/TOVStringW.h>
+#include <Test/TOVTestChecks.h>
+#include <TestSuites/Test_TOVStringChecks.h>
+
+static const char s_szFile[] = "TestSuites\\Test_TOVString";
+
+// clang-format off
+TOV_TEST_CASES_BEGIN_AT(CTOVStringTest, "TOVString Test", s_szFile, 33)
+    TOV_TEST_CASE_AT("TOV String Test (Ascii)", TestStringA, s_szFile, 47)
+    TOV_TEST_CASE_AT("TOV String Test (Unicode)", TestStringW, s_szFile, 49)
+    TOV_TEST_CASE_AT("TOV Path Test", TestPath, s_szFile, 50)
+TOV_TEST_CASES_END
+// clang-format on
+
+void CTOVStringTest::TestStringA()
+{
+    CTOVStringChecks<CTOVStringA, char>::CheckAll();
+
+    // From wide text, the low 8 bits of each unit.
+    const CTOVStringA oNarrow(CTOVStringW(L"\u20ACuro"));
+    TOV_TEST_EQUALS(oNarrow.GetLength(), 4);
+    TOV_TEST_EQUALS(oNarrow.GetAt(0), 0xAC);
+    TOV_TEST_EQUALS(oNarrow.GetAt(3), 'o');
+
+    const CTOVStringA oFilled('x', 4);
+    TOV_TEST_EQUALS(oFilled == "xxxx", true);
+
+    // A signed test: 0x80 and above are refused as 0 is.
+    CTOVStringA oText("abc");
+    TOV_TEST_THROWS(oText.Replace('b', static_cast<char>(0x80)));
+}
+
+void CTOVStringTest::TestStringW()
+{
+    CTOVStringChecks<CTOVStringW, wchar_t>::CheckAll();
+
+    // From narrow text, each byte extended with zeros.
+    const CTOVStringW oWide(CTOVStringA("\xE4hnlich"));
+    TOV_TEST_EQUALS(oWide.GetLength(), 7);
+    TOV_TEST_EQUALS(oWide.GetAt(0), 0xE4);
+    TOV_TEST_EQUALS(oWide.GetAt(6), 'h');
+
+    // Settled: four bytes are filled, not four units.
+    const CTOVStringW oFilled(L'x', 4);
+    TOV_TEST_EQUALS(oFilled.GetLength(), 4);
+    TOV_TEST_EQUALS(oFilled.GetAt(0), 0x7878);
+    TOV_TEST_EQUALS(oFilled.GetAt(1), 0x7878);
+
+    CTOVStringW oText(L"abc");
+    TOV_TEST_EQUALS(oText.Replace(L'b', static_cast<wchar_t>(0x80)), 1);
+    TOV_TEST_EQUALS(oText.LoadStringResource(1), false);
+    TOV_TEST_EQUALS(oText.GetLength(), 3);
+}
+
+void CTOVStringTest::TestPath()
+{
+}

@@ -1,0 +1,17 @@
+// The suite of the base types and the macros. Internal.
+#pragma once
+
+#include <Test/TOVTestSuiteDefinition.h>
+#include <TestSuites/TOVTestSuiteNames.h>
+
+class CTOVSystemTest : public TOVTest::CTOVTestSuite
+{
+    TOV_TEST_SUITE(CTOVSystemTest)
+
+    // The first and the last compare when they are compiled, and do nothing when they run.
+    void TestTypes();
+    void TestMacros();
+    void TestBitMacros();
+};
+
+TOV_TEST_CREATOR(CTOVSystemTest, s_oTestSuiteNames.szSystem)
