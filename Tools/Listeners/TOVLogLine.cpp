@@ -28,7 +28,7 @@ std::string PrintSeverity(eTOVDebugSeverity eSeverity)
 
 std::string PrintTime(std::chrono::system_clock::time_point oTime)
 {
-    const auto oSecond = std::chrono::time_point_cast<std::chrono::seconds>(oTime);
+    const auto oSecond = std::chrono::floor<std::chrono::seconds>(oTime);
     const auto oRest = std::chrono::duration_cast<std::chrono::milliseconds>(oTime - oSecond);
     const std::tm oLocal = TOVListenerSystem::LocalTime(std::chrono::system_clock::to_time_t(oSecond));
     char szTime[100];
