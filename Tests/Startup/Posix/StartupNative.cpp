@@ -1,0 +1,29 @@
+#include "Startup/StartupHost.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+static const char TELLING[] = "TOV_TELLING";
+
+CTellingChildren::CTellingChildren()
+{
+    ::setenv(TELLING, "1", 1);
+}
+
+CTellingChildren::~CTellingChildren()
+{
+    ::unsetenv(TELLING);
+}
+
+bool IsTelling()
+{
+    return std::getenv(TELLING) != nullptr;
+}
+
+// Where the library's own texts for a debugger go.
+void TellDebugger(const char* szLine)
+{
+    const ssize_t nWritten = ::write(STDERR_FILENO, szLine, std::strlen(szLine));
+    static_cast<void>(nWritten);
+}

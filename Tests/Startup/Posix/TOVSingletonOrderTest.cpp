@@ -1,0 +1,161 @@
+// The order of the singletons, by what the library takes from the program's heap: it uses the program's operator new.
+#include "Debug/TOVDebuggerLines.h"
+#include "Startup/StartupHost.h"
+#include "Support/TOVTestSupport.h"
+
+#include <Debug/TOVDebugServer.h>
+#include <File/TOVVirtualFileSystem.h>
+#include <Path/TOVPath.h>
+#include <TOVPlatform/TOVFile.h>
+#include <TOVRtti/TOVClassServer.h>
+#include <TOVString/TOVStringA.h>
+#include <TOVString/TOVStringW.h>
+#include <Timer/TOVTimer.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+namespace
+{
+void Tell(const char* szWhat, std::size_t nSize)
+{
+    if (!IsTelling())
+        return;
+    char szLine[64];
+    std::snprintf(szLine, sizeof(szLine), "%s %zu\n", szWhat, nSize);
+    TellDebugger(szLine);
+}
+} // namespace
+
+void* operator new(std::size_t nSize)
+{
+    Tell("new", nSize);
+    if (void* const pBlock = std::malloc(nSize))
+        return pBlock;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* pBlock) noexcept
+{
+    std::free(pBlock);
+}
+
+void operator delete(void* pBlock, std::size_t nSize) noexcept
+{
+    Tell("delete", nSize);
+    std::free(pBlock);
+}
+
+namespace
+{
+// The singletons with sizes of their own, in the order in which they come to life. The empty texts are as large as each
+// other.
+const std::size_t SIZES[] = {sizeof(CTOVClassServer),
+                             sizeof(CTOVStringA),
+                             sizeof(CTOVStringW),
+                             sizeof(CTOVPath),
+                             sizeof(CTOVVirtualFileSystem),
+                             sizeof(CTOVTimer),
+                             sizeof(TOVPlatform::TOVFile::CTOVHandleManager)};
+
+bool IsSingletonSize(std::size_t nSize)
+{
+    return std::find(std::begin(SIZES), std::end(SIZES), nSize) != std::end(SIZES);
+}
+
+// The sizes told with the word that are those of a singleton; a run of equal ones counts once.
+std::vector<std::size_t> SizesOf(const tTexts& aTexts, const std::string& sWord)
+{
+    std::vector<std::size_t> aSizes;
+    std::string sAll = Joined(aTexts);
+    for (std::size_t nLine = 0; nLine < sAll.size(); nLine = sAll.find('\n', nLine) + 1)
+    {
+        if (sAll.compare(nLine, sWord.size() + 1, sWord + ' ') == 0)
+        {
+            const std::size_t nSize = std::stoul(sAll.substr(nLine + sWord.size() + 1));
+            if (IsSingletonSize(nSize) && (aSizes.empty() || aSizes.back() != nSize))
+                aSizes.push_back(nSize);
+        }
+        if (sAll.find('\n', nLine) == std::string::npos)
+            break;
+    }
+    return aSizes;
+}
+
+std::vector<std::size_t> ExpectedSizes()
+{
+    std::vector<std::size_t> aSizes;
+    for (const std::size_t nSize : SIZES)
+    {
+        if (aSizes.empty() || aSizes.back() != nSize)
+            aSizes.push_back(nSize);
+    }
+    return aSizes;
+}
+
+// Whether the sizes appear in this order, whatever else of the same sizes stands between.
+bool HoldsInOrder(const std::vector<std::size_t>& aSizes, const std::vector<std::size_t>& aExpected)
+{
+    auto pSize = aSizes.begin();
+    for (const std::size_t nExpected : aExpected)
+    {
+        pSize = std::find(pSize, aSizes.end(), nExpected);
+        if (pSize == aSizes.end())
+            return false;
+        ++pSize;
+    }
+    return true;
+}
+
+class TOVSingletonOrderTest : public testing::Test
+{
+protected:
+    static const sDebuggerTexts& Texts()
+    {
+        static const sDebuggerTexts s_oTexts = Observe();
+        return s_oTexts;
+    }
+
+private:
+    static sDebuggerTexts Observe()
+    {
+        const CTellingChildren oTelling;
+        return SplitAtMarks(RunDebugged("OnlyMarks").aDebuggerTexts);
+    }
+};
+} // namespace
+
+TOV_CHILD(OnlyMarks)
+{
+    MarkBegin();
+    TOVDebug::_Log("between", 1, 0x1, eSeverityTrace, "%s", "text");
+    MarkEnd();
+}
+
+TEST_F(TOVSingletonOrderTest, ComeToLifeInTheirOrder)
+{
+    const std::vector<std::size_t> aSizes = SizesOf(Texts().aBefore, "new");
+
+    EXPECT_TRUE(HoldsInOrder(aSizes, ExpectedSizes())) << testing::PrintToString(aSizes);
+    // Nothing else is as large as this one.
+    EXPECT_EQ(1, std::count(aSizes.begin(), aSizes.end(), sizeof(CTOVTimer)));
+}
+
+TEST_F(TOVSingletonOrderTest, GoInTheMirrorImageOfIt)
+{
+    std::vector<std::size_t> aExpected = ExpectedSizes();
+    std::reverse(aExpected.begin(), aExpected.end());
+    const std::vector<std::size_t> aSizes = SizesOf(Texts().aBehind, "delete");
+
+    EXPECT_TRUE(HoldsInOrder(aSizes, aExpected)) << testing::PrintToString(aSizes);
+}
+
+// The debug server outlives everything.
+TEST_F(TOVSingletonOrderTest, TheDebugServerIsNeverDestroyed)
+{
+    const std::string sServer = " " + std::to_string(sizeof(TOVDebug::CTOVDebugServer)) + "\n";
+
+    EXPECT_NE(std::string::npos, Joined(Texts().aBefore).find("new" + sServer));
+    EXPECT_EQ(std::string::npos, Joined(Texts().aBehind).find("delete" + sServer));
+}

@@ -1,0 +1,19 @@
+// What the host program does while the library is loaded and unloaded: it tells a debugger of everything that it is
+// asked for, in children that were told to.
+#pragma once
+
+// Starts and ends the telling in the children that are started from now on.
+class CTellingChildren
+{
+public:
+    CTellingChildren();
+    ~CTellingChildren();
+    CTellingChildren(const CTellingChildren&) = delete;
+    CTellingChildren& operator=(const CTellingChildren&) = delete;
+};
+
+// Whether this process is such a child. Can be asked before and after the program's own life.
+bool IsTelling();
+
+// Hands a line to the debugger without the library's help.
+void TellDebugger(const char* szLine);

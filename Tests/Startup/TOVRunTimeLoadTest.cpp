@@ -1,0 +1,29 @@
+// The library loaded by a program that is not linked with it.
+#include "Support/TOVChildProcess.h"
+#include "Support/TOVTestSupport.h"
+
+namespace
+{
+sChildResult RunLoader(int nTimes)
+{
+    const std::string sProgram = PathOfThisProgram();
+    const std::string sFolder = sProgram.substr(0, sProgram.find_last_of("/\\") + 1);
+    return RunProgram({sFolder + TOV_LOADER, sFolder + TOV_LIBRARY, std::to_string(nTimes)});
+}
+} // namespace
+
+TEST(TOVRunTimeLoadTest, ComesToLifeAndIsGoneWithItsUnloading)
+{
+    const sChildResult oResult = RunLoader(1);
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
+}
+
+TEST(TOVRunTimeLoadTest, CanBeLoadedAndUnloadedAThousandTimes)
+{
+    const sChildResult oResult = RunLoader(1000);
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ(1000, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
+}
