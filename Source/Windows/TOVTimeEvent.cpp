@@ -75,6 +75,11 @@ void CALLBACK CallPlain(UINT nId, UINT nMessage, DWORD_PTR nUser, DWORD_PTR nRes
         pCallback(nId, nMessage, nUser, nReserved1, nReserved2);
 }
 
+// Stands in for a callback that is NULL, which the system would call.
+void CALLBACK CallNobody(UINT, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR)
+{
+}
+
 // The system calls into this library, which therefore stays in memory, even if the program lets go of it.
 void StayInMemory()
 {
@@ -117,11 +122,20 @@ unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEv
 unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
                                 unsigned long ulUser, bool bPeriodic)
 {
+    if (pCallback == NULL)
+    {
+        StayInMemory();
+        pCallback = CallNobody;
+    }
     return ::timeSetEvent(nDelay, nResolution, pCallback, ulUser, bPeriodic ? TIME_PERIODIC : TIME_ONESHOT);
 }
 
 unsigned int KillTimeEvent(unsigned int nEvent)
 {
+    // Some systems take 0 for one of their free places.
+    if (nEvent == 0)
+        return MMSYSERR_INVALPARAM;
+
     const CScope oScope;
     const MMRESULT nResult = ::timeKillEvent(nEvent);
     if (nResult == TIMERR_NOERROR)
