@@ -1,0 +1,105 @@
+#include <TestHost/TOVJUnitReport.h>
+
+#include <TestHost/TOVTestText.h>
+
+namespace TOVTestHost
+{
+namespace
+{
+std::string Attribute(const char* szName, const std::string& sValue)
+{
+    return std::string(" ") + szName + "=\"" + Markup(sValue) + "\"";
+}
+
+std::string Attribute(const char* szName, long lValue)
+{
+    return Attribute(szName, std::to_string(lValue));
+}
+
+std::string Counts(const sTestCounts& oCounts, double dSeconds)
+{
+    return Attribute("tests", oCounts.lCases) + Attribute("failures", oCounts.lFailed) +
+           Attribute("errors", oCounts.lEnded) + Attribute("skipped", oCounts.lNotRun) +
+           Attribute("time", SecondsText(dSeconds));
+}
+
+// In universal time, as the format wants it without a zone.
+std::string Timestamp(std::time_t nTime)
+{
+    char szText[32] = "";
+    if (const std::tm* pTime = std::gmtime(&nTime))
+        std::strftime(szText, sizeof(szText), "%Y-%m-%dT%H:%M:%S", pTime);
+    return szText;
+}
+
+// All notes of a kind, a line each and their values below.
+std::string LinesOf(const sCaseRecord& oCase, eTestNote eKind)
+{
+    std::string sLines;
+    for (const sTestNote& oNote : oCase.aNotes)
+        if (oNote.eKind == eKind)
+            for (const std::string& sLine : Describe(oNote))
+                sLines += Markup(sLine) + "\n";
+    return sLines;
+}
+
+const sTestNote& FirstOf(const sCaseRecord& oCase, eTestNote eKind)
+{
+    for (const sTestNote& oNote : oCase.aNotes)
+        if (oNote.eKind == eKind)
+            return oNote;
+    static const sTestNote s_oNone = {};
+    return s_oNone;
+}
+
+// One element, however many checks failed: readers of the format look at the first alone.
+std::string Element(const char* szElement, const sCaseRecord& oCase, eTestNote eKind)
+{
+    const std::string sLines = LinesOf(oCase, eKind);
+    if (sLines.empty())
+        return "";
+    const sTestNote& oFirst = FirstOf(oCase, eKind);
+    return std::string("      <") + szElement + Attribute("message", oFirst.sMessage) +
+           Attribute("type", oFirst.sType) + ">" + sLines + "</" + szElement + ">\n";
+}
+
+std::string Content(const sCaseRecord& oCase)
+{
+    if (oCase.eOutcome == eOutcomeNotRun)
+        return "      <skipped message=\"the run ended early\"/>\n";
+    std::string sContent = Element("error", oCase, eNoteEnd);
+    sContent += Element("failure", oCase, eNoteFailure);
+    const std::string sWarnings = LinesOf(oCase, eNoteWarning);
+    if (!sWarnings.empty())
+        sContent += "      <system-out>" + sWarnings + "</system-out>\n";
+    return sContent;
+}
+
+std::string TestCase(const sSuiteRecord& oSuite, const sCaseRecord& oCase)
+{
+    const std::string sBegin =
+        "    <testcase" + Attribute("name", oCase.oPlace.sDescription) +
+        Attribute("classname", oSuite.oPlace.sDescription) + Attribute("file", oCase.oPlace.sFile) +
+        Attribute("line", static_cast<long>(oCase.oPlace.ulLine)) + Attribute("time", SecondsText(oCase.dSeconds));
+    const std::string sContent = Content(oCase);
+    return sBegin + (sContent.empty() ? "/>\n" : ">\n" + sContent + "    </testcase>\n");
+}
+} // namespace
+
+std::string CTOVJUnitReport::Compose(const sTestRecord& oRecord) const
+{
+    std::string sXml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" +
+                       Counts(CountCases(oRecord), oRecord.dSeconds) + ">\n";
+    long lId = 0;
+    for (const sSuiteRecord& oSuite : oRecord.aSuites)
+    {
+        sXml += "  <testsuite" + Attribute("name", oSuite.oPlace.sDescription) + Attribute("id", lId++) +
+                Attribute("file", oSuite.oPlace.sFile) + Attribute("timestamp", Timestamp(oSuite.nStart)) +
+                Counts(CountCases(oSuite), oSuite.dSeconds) + ">\n";
+        for (const sCaseRecord& oCase : oSuite.aCases)
+            sXml += TestCase(oSuite, oCase);
+        sXml += "  </testsuite>\n";
+    }
+    return sXml + "</testsuites>\n";
+}
+} // namespace TOVTestHost

@@ -1,0 +1,45 @@
+// Turns what the framework tells a listener into events that can be kept: CTOVTestEventListener.
+#pragma once
+
+#include <Test/TOVTestListener.h>
+#include <TestHost/TOVTestEvents.h>
+
+namespace TOVTestHost
+{
+// For CTOVSimpleTestRunner::AddListener. Does not own the receiver. Never tells of a plan or an early end: the
+// framework knows of neither.
+class CTOVTestEventListener : public TOVTest::CTOVTestListener
+{
+public:
+    explicit CTOVTestEventListener(ITOVTestEvents& oEvents);
+
+    void EnterEnvironment() override;
+    void LeaveEnvironment() override;
+    void EnterSuite(const TOVTest::CTOVTestSuite& oSuite) override;
+    void LeaveSuite(const TOVTest::CTOVTestSuite& oSuite) override;
+    void EnterTestCase(const TOVTest::CTOVTestCase& oTestCase) override;
+    void LeaveTestCase(const TOVTest::CTOVTestCase& oTestCase) override;
+    void Warning(const char* szFile, long lLine, const char* szMessage) override;
+    void FailedTest(const char* szFile, long lLine, const char* szMessage) override;
+    void FailedAssert(const char* szFile, long lLine, const char* szExpression) override;
+    void FailedAssertEquals(const char* szFile, long lLine, const char* szExpression, const char* szExpected,
+                            const char* szActualValue, const char* szExpectedValue) override;
+    void FailedAssertDelta(const char* szFile, long lLine, const char* szExpression, const char* szExpected,
+                           const char* szDelta, const char* szActualValue, const char* szExpectedValue,
+                           const char* szDeltaValue) override;
+    void FailedAssertDiffers(const char* szFile, long lLine, const char* szExpression, const char* szOther,
+                             const char* szValue) override;
+    void FailedAssertLessThan(const char* szFile, long lLine, const char* szExpression, const char* szLimit,
+                              const char* szActualValue, const char* szLimitValue) override;
+    void FailedAssertThrows(const char* szFile, long lLine, const char* szExpression, const char* szException,
+                            bool bOtherException) override;
+    void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
+
+private:
+    ITOVTestEvents& m_oEvents;
+};
+
+// The name and the place of these.
+sTestPlace PlaceOf(const TOVTest::CTOVTestSuite& oSuite);
+sTestPlace PlaceOf(const TOVTest::CTOVTestCase& oTestCase);
+} // namespace TOVTestHost

@@ -1,0 +1,24 @@
+// A whole test program: RunTestHost.
+#pragma once
+
+namespace TOVTestHost
+{
+enum eTestExit
+{
+    eExitPassed = 0, // at least one case ran and none failed
+    eExitFailed = 1,
+    eExitUsage = 2, // nothing was run, or a report could not be written
+    eExitEnded = 3  // a case threw past its checks or ended the process
+};
+
+// What main does in a test program; Documentation/Testing.md describes the command line. Runs the suites that are
+// linked to the program and those of the libraries that the command line names. The exit status.
+//
+//     TOV_TEST_HOST                            // Test/TOVTestHost.h
+//
+//     int main(int nArguments, char** aszArguments)
+//     {
+//         return TOVTestHost::RunTestHost(nArguments, aszArguments);
+//     }
+int RunTestHost(int nArguments, char** aszArguments);
+} // namespace TOVTestHost

@@ -1,0 +1,219 @@
+#include <TestHost/TOVTestRecorder.h>
+
+namespace TOVTestHost
+{
+namespace
+{
+double SecondsSince(std::chrono::steady_clock::time_point oStart)
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - oStart).count();
+}
+
+sCaseRecord NewCase(const sSuiteRecord& oSuite, const sTestPlace& oCase, eTestOutcome eOutcome)
+{
+    return {oSuite.oPlace.sDescription + "." + oCase.sDescription, oCase, eOutcome, 0, {}};
+}
+} // namespace
+
+sTestCounts CountCases(const sSuiteRecord& oSuite)
+{
+    sTestCounts oCounts = {};
+    for (const sCaseRecord& oCase : oSuite.aCases)
+    {
+        ++oCounts.lCases;
+        oCounts.lPassed += oCase.eOutcome == eOutcomePassed;
+        oCounts.lFailed += oCase.eOutcome == eOutcomeFailed;
+        oCounts.lEnded += oCase.eOutcome == eOutcomeEnded;
+        oCounts.lNotRun += oCase.eOutcome == eOutcomeNotRun;
+        for (const sTestNote& oNote : oCase.aNotes)
+            oCounts.lWarnings += oNote.eKind == eNoteWarning;
+    }
+    return oCounts;
+}
+
+sTestCounts CountCases(const sTestRecord& oRecord)
+{
+    sTestCounts oSum = {};
+    for (const sSuiteRecord& oSuite : oRecord.aSuites)
+    {
+        const sTestCounts oCounts = CountCases(oSuite);
+        oSum.lCases += oCounts.lCases;
+        oSum.lPassed += oCounts.lPassed;
+        oSum.lFailed += oCounts.lFailed;
+        oSum.lEnded += oCounts.lEnded;
+        oSum.lNotRun += oCounts.lNotRun;
+        oSum.lWarnings += oCounts.lWarnings;
+    }
+    return oSum;
+}
+
+long CountPlannedCases(const sTestPlan& oPlan)
+{
+    long lCases = 0;
+    for (const sPlannedSuite& oSuite : oPlan.aSuites)
+        lCases += static_cast<long>(oSuite.aCases.size());
+    return lCases * oPlan.lRuns;
+}
+
+CTOVTestRecorder::CTOVTestRecorder()
+    : m_oRecord(), m_bBegun(false), m_bInSuite(false), m_bCaseOpen(false), m_oStart(tClock::now())
+{
+}
+
+template<class... TParameters, class... TArguments>
+void CTOVTestRecorder::Tell(void (ITOVTestReport::*pfEvent)(TParameters...), const TArguments&... aArguments)
+{
+    for (ITOVTestReport* pReport : m_aReports)
+        (pReport->*pfEvent)(aArguments...);
+}
+
+void CTOVTestRecorder::AddReport(ITOVTestReport& oReport)
+{
+    m_aReports.push_back(&oReport);
+}
+
+const sTestRecord& CTOVTestRecorder::GetRecord() const
+{
+    return m_oRecord;
+}
+
+void CTOVTestRecorder::Begin()
+{
+    if (m_bBegun)
+        return;
+    m_bBegun = true;
+    m_oStart = tClock::now();
+    Tell(&ITOVTestReport::OnBegin, m_oRecord);
+}
+
+void CTOVTestRecorder::OnPlan(const sTestPlan& oPlan)
+{
+    m_oRecord.oPlan = oPlan;
+    Begin();
+}
+
+void CTOVTestRecorder::OnEnterRun()
+{
+    Begin();
+    ++m_oRecord.lRuns;
+    Tell(&ITOVTestReport::OnEnterRun, m_oRecord);
+}
+
+void CTOVTestRecorder::OnLeaveRun()
+{
+}
+
+void CTOVTestRecorder::OnEnterSuite(const sTestPlace& oSuite)
+{
+    m_oRecord.aSuites.push_back({oSuite, 0, std::time(nullptr), {}});
+    m_bInSuite = true;
+    m_oSuiteStart = tClock::now();
+}
+
+void CTOVTestRecorder::OnLeaveSuite()
+{
+    OnCloseCase();
+    sSuiteRecord& oSuite = m_oRecord.aSuites.back();
+    oSuite.dSeconds = SecondsSince(m_oSuiteStart);
+    m_bInSuite = false;
+    Tell(&ITOVTestReport::OnLeaveSuite, oSuite);
+}
+
+void CTOVTestRecorder::OnEnterCase(const sTestPlace& oCase)
+{
+    OnCloseCase();
+    sSuiteRecord& oSuite = m_oRecord.aSuites.back();
+    oSuite.aCases.push_back(NewCase(oSuite, oCase, eOutcomePassed));
+    m_bCaseOpen = true;
+    Tell(&ITOVTestReport::OnEnterCase, oSuite.aCases.back());
+
+    std::vector<sTestNote> aNotes;
+    aNotes.swap(m_aNotesOfStartup);
+    for (const sTestNote& oNote : aNotes)
+        OnNote(oNote);
+    m_oCaseStart = tClock::now();
+}
+
+void CTOVTestRecorder::OnLeaveCase()
+{
+    m_oRecord.aSuites.back().aCases.back().dSeconds = SecondsSince(m_oCaseStart);
+}
+
+void CTOVTestRecorder::OnCloseCase()
+{
+    if (!m_bCaseOpen)
+        return;
+    m_bCaseOpen = false;
+    Tell(&ITOVTestReport::OnLeaveCase, m_oRecord.aSuites.back().aCases.back());
+}
+
+void CTOVTestRecorder::OnNote(const sTestNote& oNote)
+{
+    if (!m_bCaseOpen)
+    {
+        m_aNotesOfStartup.push_back(oNote);
+        return;
+    }
+    sCaseRecord& oCase = m_oRecord.aSuites.back().aCases.back();
+    oCase.aNotes.push_back(oNote);
+    if (oNote.eKind == eNoteFailure && oCase.eOutcome == eOutcomePassed)
+        oCase.eOutcome = eOutcomeFailed;
+}
+
+// The run ended in the Startup of a case: it is the next one of the plan.
+void CTOVTestRecorder::EnterCaseThatDidNotStart()
+{
+    const sSuiteRecord& oSuite = m_oRecord.aSuites.back();
+    sTestPlace oCase = {"<outside of the cases>", oSuite.oPlace.sFile, oSuite.oPlace.ulLine};
+    if (!m_oRecord.oPlan.aSuites.empty())
+    {
+        const std::size_t nSuite = (m_oRecord.aSuites.size() - 1) % m_oRecord.oPlan.aSuites.size();
+        const std::vector<sTestPlace>& aPlanned = m_oRecord.oPlan.aSuites[nSuite].aCases;
+        if (oSuite.aCases.size() < aPlanned.size())
+            oCase = aPlanned[oSuite.aCases.size()];
+    }
+    OnEnterCase(oCase);
+}
+
+void CTOVTestRecorder::OnEndEarly(const std::string& sReason)
+{
+    if (!m_bInSuite)
+    {
+        // First, since these are told apart by their places in the list.
+        AddCasesNotRun();
+        OnEnterSuite({"<outside of the suites>", "", 0});
+    }
+    if (!m_bCaseOpen)
+        EnterCaseThatDidNotStart();
+    sCaseRecord& oCase = m_oRecord.aSuites.back().aCases.back();
+    oCase.eOutcome = eOutcomeEnded;
+    oCase.aNotes.push_back(
+        {eNoteEnd, "Ended", oCase.oPlace.sFile, static_cast<long>(oCase.oPlace.ulLine), sReason, {}});
+    m_oRecord.sEarlyEnd = oCase.sName + " " + sReason;
+    OnLeaveSuite();
+}
+
+void CTOVTestRecorder::AddCasesNotRun()
+{
+    const std::vector<sPlannedSuite>& aPlanned = m_oRecord.oPlan.aSuites;
+    const std::size_t nVisits = aPlanned.size() * static_cast<std::size_t>(m_oRecord.oPlan.lRuns);
+    for (std::size_t nVisit = 0; nVisit < nVisits; ++nVisit)
+    {
+        const sPlannedSuite& oPlanned = aPlanned[nVisit % aPlanned.size()];
+        if (nVisit == m_oRecord.aSuites.size())
+            m_oRecord.aSuites.push_back({oPlanned.oPlace, 0, std::time(nullptr), {}});
+        sSuiteRecord& oSuite = m_oRecord.aSuites[nVisit];
+        for (std::size_t nCase = oSuite.aCases.size(); nCase < oPlanned.aCases.size(); ++nCase)
+            oSuite.aCases.push_back(NewCase(oSuite, oPlanned.aCases[nCase], eOutcomeNotRun));
+    }
+}
+
+void CTOVTestRecorder::Finish()
+{
+    Begin();
+    m_oRecord.dSeconds = SecondsSince(m_oStart);
+    if (!m_oRecord.sEarlyEnd.empty())
+        AddCasesNotRun();
+    Tell(&ITOVTestReport::OnEnd, m_oRecord);
+}
+} // namespace TOVTestHost
