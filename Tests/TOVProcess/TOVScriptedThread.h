@@ -7,6 +7,8 @@
 
 #include <atomic>
 #include <functional>
+#include <string>
+#include <vector>
 
 class CScriptedThread : public CTOVThread
 {
@@ -67,6 +69,31 @@ public:
     {
         return WaitForAny({hThread}, lMilliseconds) == 0;
     }
+};
+
+typedef std::vector<std::string> tRecord;
+
+// Records the virtual calls that it gets; its answers can be set.
+class CRecordingThread : public CScriptedThread
+{
+public:
+    bool Stop(bool bWait, unsigned long ulTimeout) override
+    {
+        m_aRecord.push_back("Stop " + std::to_string(bWait) + ' ' + std::to_string(ulTimeout));
+        // Less time than asked for: a stubborn Run need not hold the test up.
+        return m_bStops ? CTOVThread::Stop(bWait, 0) : false;
+    }
+
+    bool IsRunning() const override
+    {
+        m_aRecord.push_back("IsRunning");
+        return m_bAnswers ? m_bRunning : CTOVThread::IsRunning();
+    }
+
+    mutable tRecord m_aRecord;
+    bool m_bStops = true;
+    bool m_bAnswers = false;
+    bool m_bRunning = false;
 };
 
 // Its Run goes on until the gate is opened, whatever is asked of it.

@@ -1,0 +1,173 @@
+// File objects that are closed, and copies of them.
+#include "File/TOVOpenFile.h"
+#include "Support/TOVNativeFile.h"
+#include "Support/TOVPrivateMember.h"
+
+namespace File = TOVPlatform::TOVFile;
+
+namespace
+{
+TOV_PRIVATE_MEMBER(HandleOf, CTOVFile, unsigned long long, m_hFile)
+
+class CTOVFileCloseTest : public COpenFileFixture
+{
+};
+} // namespace
+
+TEST_F(CTOVFileCloseTest, FreesItsHandleWhenItCloses)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "", WRITE);
+    oFile.Write("0123", 4);
+    const unsigned long long hFile = HandleOf(oFile);
+
+    oFile.Close();
+
+    EXPECT_FALSE(oFile.IsOpen());
+    EXPECT_EQ(FILE_INVALID_HANDLE, HandleOf(oFile));
+    EXPECT_EQ("0123", ReadWholeFile(Path("contents")));
+    EXPECT_EQ(File::eFileFailure, File::Close(hFile));
+}
+
+TEST_F(CTOVFileCloseTest, DoesNothingWhenItClosesAgain)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "text", READ);
+    oFile.Close();
+    CTOVFile oOther;
+    Open(oOther, "contents", READ);
+
+    oFile.Close();
+
+    EXPECT_TRUE(oOther.IsOpen());
+    EXPECT_EQ(4u, oOther.GetSize());
+}
+
+// Settled: the handle is forgotten even when the platform keeps the file.
+TEST_F(CTOVFileCloseTest, ForgetsAHandleThatThePlatformFailsToClose)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "", WRITE);
+    oFile.Write("0123", 4);
+    const unsigned long long hFile = HandleOf(oFile);
+    {
+        CUnusableStream oUnusable(File::CTOVHandleManager::Instance().GetFile(hFile));
+        EXPECT_NO_THROW(oFile.Close());
+    }
+
+    EXPECT_FALSE(oFile.IsOpen());
+    EXPECT_EQ(File::eFileSuccess, File::Close(hFile));
+}
+
+TEST_F(CTOVFileCloseTest, ClosesAtItsEnd)
+{
+    unsigned long long hFile;
+    {
+        CTOVFile oFile;
+        OpenWith(oFile, "", WRITE);
+        oFile.Write("0123", 4);
+        hFile = HandleOf(oFile);
+    }
+
+    EXPECT_EQ("0123", ReadWholeFile(Path("contents")));
+    EXPECT_EQ(File::eFileFailure, File::Close(hFile));
+}
+
+TEST_F(CTOVFileCloseTest, OpensAgainAfterItClosed)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "old", READ);
+    oFile.Close();
+
+    OpenWith(oFile, "newer", READ);
+
+    EXPECT_EQ(5u, oFile.GetSize());
+}
+
+// Settled: copies are the same handle once more.
+TEST_F(CTOVFileCloseTest, SharesItsHandleWithACopy)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    CTOVFile oCopy(oFile);
+    char cRead = '?';
+
+    EXPECT_EQ(HandleOf(oFile), HandleOf(oCopy));
+    oFile.Seek(2, File::eSeekOriginStart);
+    EXPECT_EQ(1u, oCopy.Read(&cRead, 1));
+    EXPECT_EQ('2', cRead);
+    EXPECT_EQ(3u, oFile.Tell());
+}
+
+TEST_F(CTOVFileCloseTest, LeavesACopyWithAStaleHandle)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    CTOVFile oCopy(oFile);
+    char cRead = '?';
+
+    oFile.Close();
+
+    EXPECT_TRUE(oCopy.IsOpen());
+    EXPECT_EQ(0u, oCopy.Read(&cRead, 1));
+    EXPECT_EQ(0u, oCopy.Write("x", 1));
+    EXPECT_NO_THROW(oCopy.Seek(0, File::eSeekOriginStart));
+    EXPECT_EQ(ALL_BITS, oCopy.Tell());
+    EXPECT_EQ(ALL_BITS, oCopy.GetSize());
+    EXPECT_TRUE(oCopy.IsEof());
+    EXPECT_NO_CHECK(oCopy.Flush(); oCopy.Close());
+}
+
+TEST_F(CTOVFileCloseTest, LetsAStaleCopyReachWhatTookItsSlot)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    CTOVFile oCopy(oFile);
+    oFile.Close();
+    WriteWholeFile(Path("other"), "other text");
+
+    Open(oFile, "other", READ);
+
+    EXPECT_EQ(10u, oCopy.GetSize());
+}
+
+TEST_F(CTOVFileCloseTest, ClosesForItsCopiesToo)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    {
+        CTOVFile oCopy(oFile);
+    }
+
+    EXPECT_TRUE(oFile.IsOpen());
+    EXPECT_EQ(ALL_BITS, oFile.Tell());
+}
+
+TEST_F(CTOVFileCloseTest, AssignsTheHandleAlone)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    CTOVFile oTarget;
+    Open(oTarget, "contents", READ);
+    const unsigned long long hOverwritten = HandleOf(oTarget);
+
+    EXPECT_EQ(&oTarget, &(oTarget = oFile));
+
+    EXPECT_EQ(HandleOf(oFile), HandleOf(oTarget));
+    EXPECT_EQ(File::eFileSuccess, File::Close(hOverwritten));
+
+    oTarget = CTOVFile();
+    EXPECT_FALSE(oTarget.IsOpen());
+    EXPECT_EQ(4u, oFile.GetSize());
+}
+
+TEST_F(CTOVFileCloseTest, StaysOpenWhenItIsAssignedToItself)
+{
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    const CTOVFile& oSame = oFile;
+
+    oFile = oSame;
+
+    EXPECT_EQ(4u, oFile.GetSize());
+}

@@ -1,0 +1,271 @@
+// Threads that are stopped and started again.
+#include "Support/TOVBlockableThread.h"
+#include "TOVProcess/TOVScriptedThread.h"
+
+#include <algorithm>
+
+TEST(CTOVThreadStopTest, RunsAgainAfterItsEnd)
+{
+    std::vector<unsigned long> aParams;
+    CScriptedThread oThread;
+    oThread.m_fnRun = [&] { aParams.push_back(oThread.GetUserParam()); };
+    ASSERT_TRUE(oThread.StartNormally(1));
+    ASSERT_TRUE(oThread.Ends());
+    const unsigned long long hFirst = oThread.Handle();
+    EXPECT_TRUE(oThread.Stop(false, 0));
+    EXPECT_TRUE(oThread.IsStopPending());
+
+    EXPECT_TRUE(oThread.StartNormally(2));
+    EXPECT_FALSE(oThread.IsStopPending());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_EQ((std::vector<unsigned long>{1, 2}), aParams);
+    EXPECT_NE(hFirst, oThread.Handle());
+    EXPECT_TRUE(CScriptedThread::HasEnded(hFirst, 0)) << "not closed";
+}
+
+TEST(CTOVThreadStopTest, CanBeRestartedManyTimes)
+{
+    const int nStarts = 200;
+    int nRuns = 0; // each start waits for the run before it
+    CScriptedThread oThread;
+    oThread.m_fnRun = [&] { ++nRuns; };
+
+    for (int nStart = 0; nStart < nStarts; ++nStart)
+        ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_EQ(nStarts, nRuns);
+}
+
+TEST(CTOVThreadStopTest, WaitsForTheRunBeforeItWhenRestarted)
+{
+    std::atomic<int> nRunning(0);
+    std::atomic<int> nMost(0);
+    CTally oEntered;
+    CScriptedThread oThread;
+    oThread.m_fnRun = [&] {
+        nMost = std::max<int>(nMost, ++nRunning);
+        oEntered.Add();
+        while (!oThread.IsStopPending())
+            std::this_thread::yield();
+        --nRunning;
+    };
+    for (int nStart = 1; nStart <= 5; ++nStart)
+    {
+        ASSERT_TRUE(oThread.StartNormally());
+        ASSERT_TRUE(oEntered.Reaches(nStart));
+    }
+
+    EXPECT_TRUE(oThread.Stop(true, 0xFFFFFFFF));
+
+    EXPECT_EQ(1, nMost);
+    EXPECT_EQ(0, nRunning);
+}
+
+TEST(CTOVThreadStopTest, AsksTheOldThreadToStopAndGivesIt10SecondsWhenRestarted)
+{
+    CRecordingThread oThread;
+    ASSERT_TRUE(oThread.StartNormally());
+    EXPECT_EQ((tRecord{"IsRunning"}), oThread.m_aRecord);
+    ASSERT_TRUE(oThread.Ends());
+    oThread.m_aRecord.clear();
+
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_EQ((tRecord{"IsRunning", "Stop 1 10000", "IsRunning"}), oThread.m_aRecord);
+}
+
+TEST(CTOVThreadStopTest, StopsNothingInAStartIfItsIsRunningIsFalse)
+{
+    CRecordingThread oThread;
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+    oThread.m_bAnswers = true;
+    oThread.m_aRecord.clear();
+
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_EQ((tRecord{"IsRunning"}), oThread.m_aRecord);
+}
+
+TEST(CTOVThreadStopTest, StartsWhateverItsStopGives)
+{
+    bool bRun = false;
+    CRecordingThread oThread;
+    oThread.m_fnRun = [&] { bRun = true; };
+    oThread.m_bAnswers = true;
+    oThread.m_bRunning = true;
+    oThread.m_bStops = false;
+
+    EXPECT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_EQ((tRecord{"IsRunning", "Stop 1 10000"}), oThread.m_aRecord);
+    EXPECT_TRUE(bRun);
+}
+
+TEST(CTOVThreadStopTest, StartsASecondThreadWhenTheFirstDoesNotStop)
+{
+    CTally oEntered;
+    CGate oMayEnd;
+    CRecordingThread oThread;
+    oThread.m_fnRun = [&] {
+        oEntered.Add();
+        oMayEnd.Wait();
+    };
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oEntered.Reaches(1));
+    const unsigned long long hFirst = oThread.Handle();
+
+    EXPECT_TRUE(oThread.StartNormally());
+
+    EXPECT_TRUE(oEntered.Reaches(2));
+    EXPECT_FALSE(oThread.IsStopPending());
+    EXPECT_EQ(-2, WaitForAny({hFirst, oThread.Handle()}, 0)) << "both at work";
+    EXPECT_NE(hFirst, oThread.Handle());
+    oMayEnd.Open();
+    EXPECT_LE(0, WaitForAll({hFirst, oThread.Handle()}));
+}
+
+TEST(CTOVThreadStopTest, IsHeldUpBySuchAThreadFor10Seconds)
+{
+    CStubbornThread oThread;
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+    const unsigned long long hFirst = oThread.Handle();
+    bool bStarted = false;
+    CBlockableThread oStarter([&] { bStarted = oThread.StartNormally(); });
+    EXPECT_TRUE(oStarter.IsBlocked());
+    EXPECT_TRUE(oThread.IsStopPending());
+
+    EXPECT_TRUE(oStarter.Finishes());
+
+    EXPECT_TRUE(bStarted);
+    EXPECT_TRUE(oThread.m_oEntered.Reaches(2));
+    EXPECT_FALSE(oThread.IsStopPending());
+    EXPECT_EQ(-2, WaitForAny({hFirst, oThread.Handle()}, 0)) << "both at work";
+    oThread.LetGo();
+    EXPECT_TRUE(CScriptedThread::HasEnded(hFirst, DEADLINE));
+}
+
+TEST(CTOVThreadStopTest, HasNothingToStopBeforeItsFirstStart)
+{
+    CScriptedThread oThread;
+
+    EXPECT_TRUE(oThread.Stop(false, 0));
+    EXPECT_TRUE(oThread.Stop(true, 0));
+    EXPECT_TRUE(oThread.Stop(true, 0xFFFFFFFF));
+
+    EXPECT_FALSE(oThread.IsStopPending());
+}
+
+TEST(CTOVThreadStopTest, StopsNothingIfItsIsRunningIsFalse)
+{
+    CRecordingThread oThread;
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+    oThread.m_bAnswers = true;
+
+    EXPECT_TRUE(oThread.Stop(true, 0));
+
+    EXPECT_FALSE(oThread.IsStopPending());
+}
+
+TEST(CTOVThreadStopTest, DoesNotWaitForTheEndUnlessAsked)
+{
+    for (const unsigned long ulTimeout : {0ul, 10000ul, 0xFFFFFFFFul})
+    {
+        CStubbornThread oThread;
+        ASSERT_TRUE(oThread.StartNormally());
+        ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+
+        EXPECT_TRUE(oThread.Stop(false, ulTimeout));
+
+        EXPECT_TRUE(oThread.IsStopPending()) << ulTimeout;
+        EXPECT_FALSE(oThread.HasEnded()) << ulTimeout;
+    }
+}
+
+TEST(CTOVThreadStopTest, IsStoppedWithSuccessAlsoWhenTheTimeRunsOut)
+{
+    for (const unsigned long ulTimeout : {0ul, 1ul, 20ul})
+    {
+        CStubbornThread oThread;
+        ASSERT_TRUE(oThread.StartNormally());
+        ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+
+        EXPECT_TRUE(oThread.Stop(true, ulTimeout));
+
+        EXPECT_TRUE(oThread.IsStopPending()) << ulTimeout;
+        EXPECT_FALSE(oThread.HasEnded()) << ulTimeout;
+    }
+}
+
+TEST(CTOVThreadStopTest, WaitsForTheEndIfAsked)
+{
+    for (const unsigned long ulTimeout : {60000ul, 0xFFFFFFFEul, 0xFFFFFFFFul})
+    {
+        CStubbornThread oThread;
+        ASSERT_TRUE(oThread.StartNormally());
+        ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+        bool bStopped = false;
+        CBlockableThread oStopper([&] { bStopped = oThread.Stop(true, ulTimeout); });
+        EXPECT_TRUE(oStopper.IsBlocked()) << ulTimeout;
+
+        oThread.LetGo();
+
+        ASSERT_TRUE(oStopper.Finishes()) << ulTimeout;
+        EXPECT_TRUE(bStopped) << ulTimeout;
+    }
+}
+
+TEST(CTOVThreadStopTest, IsStoppedAtOnceWhenItHasEnded)
+{
+    CScriptedThread oThread;
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_TRUE(oThread.Stop(true, 0xFFFFFFFF));
+
+    EXPECT_TRUE(oThread.IsStopPending());
+}
+
+TEST(CTOVThreadStopTest, LetsRunSeeTheRequestToStop)
+{
+    bool bSeen = false;
+    CGate oEntered;
+    CScriptedThread oThread;
+    oThread.m_fnRun = [&] {
+        oEntered.Open();
+        while (!oThread.IsStopPending())
+            std::this_thread::yield();
+        bSeen = true;
+    };
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oEntered.Wait());
+
+    EXPECT_TRUE(oThread.Stop(true, 0xFFFFFFFF));
+
+    EXPECT_TRUE(bSeen);
+}
+
+TEST(CTOVThreadStopTest, MayAskItselfToStop)
+{
+    bool bPending = false;
+    CGate oStarted; // the object has its handle from the end of Start on
+    CScriptedThread oThread;
+    oThread.m_fnRun = [&] {
+        EXPECT_TRUE(oStarted.Wait());
+        EXPECT_TRUE(oThread.Stop(false, 0));
+        bPending = oThread.IsStopPending();
+    };
+
+    ASSERT_TRUE(oThread.StartNormally());
+    oStarted.Open();
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_TRUE(bPending);
+}
