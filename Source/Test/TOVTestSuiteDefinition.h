@@ -107,13 +107,15 @@ private:                                                                        
 
 // The creator of a suite, CTOVCreator_ and the suite's name. szName is the key of the factory: the same pointer
 // wherever the suite is registered.
+// NOLINTBEGIN(bugprone-macro-parentheses): a class name takes none.
 #define TOV_TEST_CREATOR(Suite, szName)                                                                                \
     class CTOVCreator_##Suite : public TOVTest::ITOVTestSuiteCreator                                                   \
     {                                                                                                                  \
     public:                                                                                                            \
-        TOVTest::CTOVTestSuite* New() override { return new Suite; }                                                   \
+        TOVTest::CTOVTestSuite* New() override { return new Suite(); }                                                 \
         virtual ~CTOVCreator_##Suite() { TOVTest::CTOVTestSuiteFactory::Unregister(szName); }                          \
     };
+// NOLINTEND(bugprone-macro-parentheses)
 
 // In the source: registers the suite under its class name as long as its program or library is loaded.
 #define TOV_REGISTER_TEST_SUITE(Suite)                                                                                 \

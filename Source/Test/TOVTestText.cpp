@@ -73,8 +73,12 @@ int CountDigits(double dMagnitude)
 {
     int nDigits = 1;
     // Each quotient is stored, since a register may hold more than a double does.
-    for (volatile double dRest = dMagnitude; dRest > 1; dRest = dRest / 10)
+    volatile double dRest = dMagnitude;
+    while (dRest > 1)
+    {
+        dRest = dRest / 10;
         ++nDigits;
+    }
     return nDigits;
 }
 } // namespace
