@@ -119,7 +119,7 @@ void CTOVDebugServer::SetApplicationName(const char* szName)
 
 void CTOVDebugServer::SetDebugServer(CTOVDebugServer* pServer)
 {
-    if (pServer == nullptr)
+    if (pServer == nullptr || pServer == s_pInstance)
         return;
 
     CTOVDebugServer* pOld = s_pInstance;

@@ -47,6 +47,24 @@ bool CanReadAsFormat(const char* szText)
     }
     return true;
 }
+
+// A panic comes to its end whatever its format is: one that cannot be used is the message as it stands.
+CTOVStringA FormatPanic(const char* szFormat, va_list pArguments)
+{
+    CTOVStringA oMessage;
+    if (szFormat == nullptr || *szFormat == '\0')
+        return oMessage;
+
+    try
+    {
+        oMessage.FormatV(szFormat, pArguments);
+    }
+    catch (const CTOVAssertException&)
+    {
+        oMessage = szFormat;
+    }
+    return oMessage;
+}
 } // namespace
 
 CTOVMSDevLogger::CTOVMSDevLogger()
@@ -88,10 +106,8 @@ void CTOVMSDevLogger::OnPanicV(const char* szFile, unsigned long ulLine, const c
 {
     CTOVStringA oPrefix;
     oPrefix.Format("%s(%d) : ", szFile, static_cast<int>(ulLine));
-    CTOVStringA oMessage;
-    oMessage.FormatV(szFormat, pArguments);
     CTOVStringA oText(oPrefix);
-    oText += oMessage;
+    oText += FormatPanic(szFormat, pArguments);
 
     if (CanReadAsFormat(~oText))
         Printf(~oText, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL,

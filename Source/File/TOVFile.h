@@ -59,7 +59,7 @@ public:
     unsigned long long GetSize() const override;
 
     // As Close.
-    virtual ~CTOVFile();
+    virtual ~CTOVFile() noexcept(false);
 
 private:
     unsigned long long m_hFile; // FILE_INVALID_HANDLE: closed

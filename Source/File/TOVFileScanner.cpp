@@ -23,7 +23,7 @@ CTOVFileScanner::CTOVFileScanner(const CTOVFileScanner& oOther) = default;
 
 CTOVFileScanner& CTOVFileScanner::operator=(const CTOVFileScanner& oOther) = default;
 
-CTOVFileScanner::~CTOVFileScanner() = default;
+CTOVFileScanner::~CTOVFileScanner() noexcept(false) = default;
 
 void CTOVFileScanner::AddScanDirectory(const CTOVPath& oDirectory, const CTOVStringA& oPattern)
 {

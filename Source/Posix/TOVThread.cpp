@@ -128,7 +128,8 @@ int ReadNice(const CWaitable& oThread)
 
 unsigned long long TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
 {
-    CWaitable* const pThread = CHandleTable::Allocate();
+    // A thread whose end nobody could wait for is none.
+    CWaitable* const pThread = CanNoticeEnds() ? CHandleTable::Allocate() : nullptr;
     if (pThread == nullptr)
         return 0;
 

@@ -5,6 +5,8 @@
 #include <Posix/TOVObjectEnd.h>
 #include <Posix/TOVWaiter.h>
 
+#include <atomic>
+#include <cstdlib>
 #include <pthread.h>
 #include <sys/mman.h>
 
@@ -18,7 +20,7 @@ thread_local sThreadRecord t_oRecord = {};
 
 pthread_once_t s_oOnce = PTHREAD_ONCE_INIT;
 pthread_key_t s_oEndKey;
-bool s_bEndKey = false;
+std::atomic<bool> s_bEndKey = {false};
 
 tDword KernelId()
 {
@@ -79,9 +81,17 @@ void AfterForkInChild()
     t_oRecord.pOwnedNamed = nullptr;
 }
 
+// A library that is unloaded leaves no key behind, and no thread that ends later comes back to it.
+void ReleaseEndKey()
+{
+    if (s_bEndKey.exchange(false))
+        ::pthread_key_delete(s_oEndKey);
+}
+
 void Prepare()
 {
     s_bEndKey = ::pthread_key_create(&s_oEndKey, OnThreadEnd) == 0;
+    std::atexit(ReleaseEndKey);
     ::pthread_atfork(BeforeFork, AfterFork, AfterForkInChild);
 }
 
@@ -101,6 +111,12 @@ sThreadRecord& ThisThread()
     if (oRecord.nId == 0)
         Introduce(oRecord);
     return oRecord;
+}
+
+bool CanNoticeEnds()
+{
+    ThisThread();
+    return s_bEndKey;
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

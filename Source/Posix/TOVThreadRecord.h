@@ -30,6 +30,9 @@ struct sThreadRecord
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
 sThreadRecord& ThisThread();
 
+// False if the process has no key left by which a thread's end could be noticed.
+bool CanNoticeEnds();
+
 constexpr std::size_t EXIT_STACK_SIZE = 0x40000;
 } // namespace TOVPosix
 } // namespace TOVPlatform

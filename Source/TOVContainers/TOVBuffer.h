@@ -120,7 +120,7 @@ CTOVBuffer<T>::CTOVBuffer(const CTOVBuffer& oBuffer) : m_pArray(oBuffer.m_pArray
 {
 }
 
-template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : m_lSize(0)
+template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : CTOVBuffer()
 {
     if (lSize == 0)
         return;

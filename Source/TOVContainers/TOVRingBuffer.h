@@ -22,7 +22,7 @@ template<class T> class TOV_TEMPLATE CTOVRingBuffer
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVRingBuffer();
+    virtual ~CTOVRingBuffer() noexcept(false);
 
     // Stores a copy behind the newest element. Returns false, with nothing changed, when full.
     virtual bool Write(const T& oElement);
@@ -75,7 +75,7 @@ template<class T> CTOVRingBuffer<T>::CTOVRingBuffer(const CTOVRingBuffer& oSourc
     *this = oSource;
 }
 
-template<class T> CTOVRingBuffer<T>::~CTOVRingBuffer()
+template<class T> CTOVRingBuffer<T>::~CTOVRingBuffer() noexcept(false)
 {
     TOV_SAFE_DELETE_ARRAY(m_pBuffer);
 }

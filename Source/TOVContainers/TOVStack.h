@@ -16,7 +16,7 @@ template<class T> class TOV_TEMPLATE CTOVStack
 {
 public:
     // Virtual operation.
-    virtual ~CTOVStack();
+    virtual ~CTOVStack() noexcept(false);
 
     CTOVStack();
     CTOVStack(const CTOVStack& oStack);
@@ -48,7 +48,7 @@ template<class T> CTOVStack<T>::CTOVStack(const CTOVStack& oStack) : m_aStack(oS
 {
 }
 
-template<class T> CTOVStack<T>::~CTOVStack()
+template<class T> CTOVStack<T>::~CTOVStack() noexcept(false)
 {
 }
 

@@ -54,7 +54,7 @@ public:
     long AddRef() override;
     long Release() override;
     long GetRefCount() const override;
-    virtual ~CTOVRefCount();
+    virtual ~CTOVRefCount() noexcept(false);
 
     // Count 1.
     CTOVRefCount();

@@ -5,7 +5,7 @@
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 
-CTOVEvent::~CTOVEvent()
+CTOVEvent::~CTOVEvent() noexcept(false)
 {
     Event::Destroy(m_hEvent);
 }

@@ -5,7 +5,7 @@
 
 namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 
-CTOVSemaphore::~CTOVSemaphore()
+CTOVSemaphore::~CTOVSemaphore() noexcept(false)
 {
     Semaphore::Destroy(m_hSemaphore);
 }

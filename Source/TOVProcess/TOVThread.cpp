@@ -56,7 +56,7 @@ void LogError(int nLine, const char* szMessage)
 }
 } // namespace
 
-CTOVThread::~CTOVThread()
+CTOVThread::~CTOVThread() noexcept(false)
 {
     m_hThread.store(0, std::memory_order_relaxed);
 }

@@ -10,7 +10,7 @@ CTOVSimpleTestRunner::CTOVSimpleTestRunner(const CTOVSimpleTestRunner& oOther) =
 
 CTOVSimpleTestRunner& CTOVSimpleTestRunner::operator=(const CTOVSimpleTestRunner& oOther) = default;
 
-CTOVSimpleTestRunner::~CTOVSimpleTestRunner()
+CTOVSimpleTestRunner::~CTOVSimpleTestRunner() noexcept(false)
 {
 }
 

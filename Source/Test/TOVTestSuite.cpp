@@ -4,7 +4,7 @@
 
 namespace TOVTest
 {
-CTOVTestSuite::~CTOVTestSuite()
+CTOVTestSuite::~CTOVTestSuite() noexcept(false)
 {
 }
 

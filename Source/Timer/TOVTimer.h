@@ -34,7 +34,7 @@ public:
                                                  unsigned long ulReserved1, unsigned long ulReserved2);
 
     // Virtual operation.
-    virtual ~CTOVTimer();
+    virtual ~CTOVTimer() noexcept(false);
 
     // Chooses the time base. No channel is defined.
     CTOVTimer();

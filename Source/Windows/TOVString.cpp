@@ -1,5 +1,6 @@
 #include <TOVPlatform/TOVStringBackend.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -153,7 +154,9 @@ int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArgument
 
 int Print(wchar_t* szBuffer, int nCapacity, const wchar_t* szFormat, va_list pArguments)
 {
-    return _vsnwprintf(szBuffer, nCapacity, szFormat, pArguments);
+    // Some runtimes count the bytes in an int.
+    const int MOST_UNITS = INT_MAX / static_cast<int>(sizeof(wchar_t));
+    return _vsnwprintf(szBuffer, std::min(nCapacity, MOST_UNITS), szFormat, pArguments);
 }
 
 int PrintedLength(const char* szFormat, ...)
