@@ -122,7 +122,7 @@ eFileErrorCode Puts(unsigned long long hFile, const char* szText)
         return eFileFailure;
 
     // Settled: the result of fputs is reduced like the pointer of fgets, and so turned around. Runtimes differ in which
-    // value above zero a written text gives, so that all of them count as the zero that it is told to be.
+    // value above zero a written text gives, so that all of them count as zero.
     return ToErrorCode(std::fputs(szText, pFile) < 0);
 }
 

@@ -69,8 +69,9 @@ struct sTOVFindData
 
 // Opens a file by the runtime's mode text: "r", "w", "a", "r+", "w+" or "a+", then "t" or "b", then "c" (commit on
 // flush) or "n" (no commit); the "+" may also follow "t" or "b". Posix has one kind of file and no commit: there these
-// four letters change nothing. The result is the lowest free handle, or FILE_INVALID_HANDLE when the table is full, the
-// mode is another one, or the system refuses: also a directory, and a read-only file that is to be written.
+// four letters change nothing, and on Windows "c" and "n" change nothing where a file is only read. The result is the
+// lowest free handle, or FILE_INVALID_HANDLE when the table is full, the mode is another one, or the system refuses:
+// also a directory, and a read-only file that is to be written.
 TOV_EXPORT unsigned long long Open(const char* szName, const char* szMode);
 
 // Flushes and closes. A failed flush leaves the file open and its handle valid.

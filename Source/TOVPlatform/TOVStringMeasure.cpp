@@ -100,7 +100,7 @@ private:
 
     const T* m_szPosition;
     CTOVArgumentList m_oArguments;
-    long long m_llGenerous = 0; // as described: literal text counts the rest of the format at each position
+    long long m_llGenerous = 0; // literal text counts the rest of the format at each position
     long long m_llPlain = 0;    // each literal unit counts once
 };
 

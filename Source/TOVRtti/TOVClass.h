@@ -60,8 +60,8 @@ public:
     // Whether the other is this class or one of its super classes, near or far: depth first, in list order.
     bool IsKindOf(const CTOVClass& oOther) const;
 
-    // The descriptor named "<invalid class>", which stands where there is no class. Alive from the library's start-up
-    // on.
+    // The descriptor named "<invalid class>", which stands where there is no class. Alive from the third
+    // step of the library's start-up on.
     static const CTOVClass& Invalid();
 
 protected:
