@@ -4,14 +4,18 @@
 #include <TOVPlatform/TOVSynchronization.h>
 #include <TOVProcess/TOVEvent.h>
 
+#include <climits>
 #include <new>
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 
 namespace
 {
+// NULL when there is no memory, also for so many that their bytes cannot be counted: new would throw then.
 unsigned long long* NewHandles(int nNumEvents)
 {
+    if (nNumEvents > INT_MAX / static_cast<int>(sizeof(unsigned long long)))
+        return NULL;
     return new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)];
 }
 } // namespace

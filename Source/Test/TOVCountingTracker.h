@@ -38,17 +38,18 @@ public:
                             bool bOtherException) override;
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
 
-    long GetNumFailedAsserts() const override;
-    long GetNumFailedSuiteTests() const override;
-    long GetNumFailedSuites() const override;
-    long GetNumTotalFailedTests() const override;
-
     // Further virtual operations of the listener's side; their order is part of the exported design. The suite and the
     // case that run, or the null objects. Settled: not const, and so beside those of CTOVTestTracker.
     using CTOVTestTracker::GetCurrentTestCase;
     using CTOVTestTracker::GetCurrentTestSuite;
     virtual const CTOVTestSuite& GetCurrentTestSuite();
     virtual const CTOVTestCase& GetCurrentTestCase();
+
+    // The tracker's side. They stand behind the two above, whose slots they would otherwise take.
+    long GetNumFailedAsserts() const override;
+    long GetNumFailedSuiteTests() const override;
+    long GetNumFailedSuites() const override;
+    long GetNumTotalFailedTests() const override;
 
     // Where events go on; NULL means the null listener. Not owned.
     void SetListener(CTOVTestListener* pListener);
