@@ -6,6 +6,8 @@
 #include <type_traits>
 
 static_assert(std::has_virtual_destructor<CTOVHandle>::value);
+static_assert(!std::is_nothrow_destructible<CTOVHandle>::value);
+static_assert(!std::is_constructible<CTOVHandle, ITOVHandleDatabase&, long, ITOVRefCount*>::value);
 static_assert(std::is_abstract<ITOVHandleDatabase>::value);
 static_assert(!std::has_virtual_destructor<ITOVHandleDatabase>::value);
 static_assert(std::is_same<decltype(&CTOVHandle::Compare), int (CTOVHandle::*)(const CTOVHandle&) const>::value);
@@ -237,6 +239,24 @@ TEST_F(CTOVHandleTest, DeleteOfTheLastReferenceTellsTheDatabaseOnce)
     }
     EXPECT_EQ(-1, m_oFive.GetRefCount()) << "released once more";
     EXPECT_EQ(tCalls(), m_oDatabase.Calls());
+}
+
+TEST_F(CTOVHandleTest, RaisesAtItsEndWhatTheObjectsReleaseRaises)
+{
+    class CSpent : public CTOVRefCount
+    {
+    public:
+        void Spend() { m_lRefCount = 0; }
+    };
+    CSpent oSpent;
+    m_oDatabase.m_aThings[3] = &oSpent;
+
+    EXPECT_CHECK("lRefCount >= 0", {
+        const CTOVHandle oHandle(m_oDatabase, 3l);
+        oSpent.Spend();
+    });
+    EXPECT_EQ(-1, oSpent.GetRefCount());
+    EXPECT_EQ((tCalls{"id 3"}), m_oDatabase.Calls());
 }
 
 TEST_F(CTOVHandleTest, DeleteOfNothingDoesNothing)

@@ -44,11 +44,18 @@ private:
     tCondition* m_pCopy;
 };
 
-// Four events without a signal.
+// Four events without a signal. Apart, since destructors that check cannot be those of a fixture's members.
 class CTOVEventConditionTest : public testing::Test
 {
+private:
+    struct sEvents
+    {
+        CTOVEvent m_aEvents[4];
+    };
+    const std::unique_ptr<sEvents> m_pEvents = std::make_unique<sEvents>();
+
 protected:
-    CTOVEvent m_aEvents[4];
+    CTOVEvent (&m_aEvents)[4] = m_pEvents->m_aEvents;
 };
 } // namespace
 
@@ -381,6 +388,17 @@ TEST_F(CTOVEventConditionTest, AnEventWithoutAHandleMakesEachWaitFail)
     EXPECT_EQ(-1, oAll.Wait());
     EXPECT_EQ(-1, oAll.TimedWait(DEADLINE));
     EXPECT_TRUE(m_aEvents[0].TimedWait(0)) << "not cleared";
+}
+
+TEST_F(CTOVEventConditionTest, LeavesTheEventsAloneAtItsEnd)
+{
+    m_aEvents[1].Signal();
+    {
+        const tCondition oCondition(ALL, m_aEvents, 4);
+    }
+
+    EXPECT_TRUE(m_aEvents[1].TimedWait(0));
+    EXPECT_EQ(-2, WaitForAny({m_aEvents[0], m_aEvents[1], m_aEvents[2], m_aEvents[3]}, 0));
 }
 
 TEST_F(CTOVEventConditionTest, ACopySharesTheArrayOfHandles)
