@@ -8,6 +8,7 @@
 #include <TOVProcess/TOVEvent.h>
 #include <TOVProcess/TOVEventCondition.h>
 
+#include <climits>
 #include <functional>
 #include <memory>
 #include <new>
@@ -275,12 +276,20 @@ TEST_F(CTOVEventConditionTest, RefusesNoEvents)
     EXPECT_CHECK("pEvents != NULL", tCondition(ANY, pNone, 0));
     EXPECT_CHECK("pEvents != NULL", tCondition(ALL, ppNone, 1));
     EXPECT_CHECK("pEvents != NULL", tCondition(ALL, ppNone, -1));
-    for (const int nNumber : {0, -1, -2147483647 - 1})
+    for (const int nNumber : {0, -1, INT_MIN})
     {
         EXPECT_CHECK("nNumEvents > 0", tCondition(ANY, m_aEvents, nNumber));
         EXPECT_CHECK("nNumEvents > 0", tCondition(ALL, aPointers, nNumber));
     }
     EXPECT_CHECK("!oEvents.IsEmpty()", tCondition(ANY, CTOVArray<CTOVEvent>()));
+}
+
+TEST_F(CTOVEventConditionTest, RefusesMoreEventsThanThereCanBeHandles)
+{
+    CTOVEvent* aPointers[] = {&m_aEvents[0]};
+
+    EXPECT_CHECK("m_pEventHandles != NULL", tCondition(ANY, m_aEvents, INT_MAX));
+    EXPECT_CHECK("m_pEventHandles != NULL", tCondition(ALL, aPointers, INT_MAX));
 }
 
 TEST_F(CTOVEventConditionTest, BlocksUntilAnySignal)
