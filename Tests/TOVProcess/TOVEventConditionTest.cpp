@@ -1,12 +1,11 @@
+// Conditions over events: what they are made of, what they hold, copies, memory.
 #include "Support/TOVAllocationCounter.h"
-#include "Support/TOVBlockableThread.h"
 #include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVWaitInstruments.h"
+#include "TOVProcess/TOVConditionEvents.h"
 
 #include <TOVContainers/TOVArray.h>
-#include <TOVProcess/TOVEvent.h>
-#include <TOVProcess/TOVEventCondition.h>
 
 #include <climits>
 #include <functional>
@@ -16,14 +15,9 @@
 
 namespace
 {
-typedef CTOVEventCondition tCondition;
 TOV_PRIVATE_MEMBER(TypeOf, tCondition, tCondition::eConditionType, m_eConditionType)
 TOV_PRIVATE_MEMBER(HandlesOf, tCondition, unsigned long long*, m_pEventHandles)
 TOV_PRIVATE_MEMBER(NumberOf, tCondition, int, m_nNumEvents)
-TOV_PRIVATE_MEMBER(HandleOf, CTOVEvent, unsigned long long, m_hEvent)
-
-const tCondition::eConditionType ANY = tCondition::eConditionTypeAny;
-const tCondition::eConditionType ALL = tCondition::eConditionTypeAll;
 
 static_assert(tCondition::eConditionTypeAny == 0);
 static_assert(tCondition::eConditionTypeAll == 1);
@@ -45,109 +39,10 @@ private:
     tCondition* m_pCopy;
 };
 
-// Four events without a signal. Apart, since destructors that check cannot be those of a fixture's members.
-class CTOVEventConditionTest : public testing::Test
+class CTOVEventConditionTest : public CConditionFixture
 {
-private:
-    struct sEvents
-    {
-        CTOVEvent m_aEvents[4];
-    };
-    const std::unique_ptr<sEvents> m_pEvents = std::make_unique<sEvents>();
-
-protected:
-    CTOVEvent (&m_aEvents)[4] = m_pEvents->m_aEvents;
 };
 } // namespace
-
-TEST_F(CTOVEventConditionTest, AnyOfThemEndsTheWait)
-{
-    tCondition oCondition(ANY, m_aEvents, 4);
-    EXPECT_EQ(-2, oCondition.TimedWait(0));
-
-    m_aEvents[2].Signal();
-    EXPECT_EQ(2, oCondition.Wait());
-
-    m_aEvents[3].Signal();
-    EXPECT_EQ(3, oCondition.TimedWait(DEADLINE));
-    EXPECT_EQ(-2, oCondition.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, TheLowestOfSeveralEndsTheWaitAndIsClearedAlone)
-{
-    tCondition oCondition(ANY, m_aEvents, 4);
-    m_aEvents[3].Signal();
-    m_aEvents[1].Signal();
-    m_aEvents[2].Signal();
-
-    EXPECT_EQ(1, oCondition.Wait());
-    EXPECT_EQ(2, oCondition.TimedWait(0));
-    EXPECT_EQ(3, oCondition.Wait());
-    EXPECT_EQ(-2, oCondition.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, AllOfThemHaveToBeSignalledAtOnce)
-{
-    tCondition oCondition(ALL, m_aEvents, 4);
-    for (CTOVEvent& oEvent : m_aEvents)
-    {
-        EXPECT_EQ(-2, oCondition.TimedWait(0));
-        oEvent.Signal();
-    }
-
-    const int nResult = oCondition.TimedWait(0);
-
-    EXPECT_LE(0, nResult);
-    EXPECT_GT(4, nResult);
-    EXPECT_EQ(-2, oCondition.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, AWaitForAllClearsNothingUntilItEnds)
-{
-    tCondition oCondition(ALL, m_aEvents, 4);
-    m_aEvents[0].Signal();
-
-    EXPECT_EQ(-2, oCondition.TimedWait(0));
-    EXPECT_TRUE(m_aEvents[0].TimedWait(0));
-
-    for (CTOVEvent& oEvent : m_aEvents)
-        oEvent.Signal();
-    EXPECT_LE(0, oCondition.Wait());
-    for (CTOVEvent& oEvent : m_aEvents)
-        EXPECT_FALSE(oEvent.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, EventsWithManualResetStaySignalled)
-{
-    CTOVEvent aManual[2] = {CTOVEvent(true), CTOVEvent(true)};
-    tCondition oAny(ANY, aManual, 2);
-    tCondition oAll(ALL, aManual, 2);
-    aManual[1].Signal();
-    EXPECT_EQ(1, oAny.Wait());
-    EXPECT_EQ(1, oAny.Wait());
-    EXPECT_EQ(-2, oAll.TimedWait(0));
-
-    aManual[0].Signal();
-    EXPECT_LE(0, oAll.Wait());
-    EXPECT_EQ(0, oAny.Wait());
-
-    aManual[0].Reset();
-    EXPECT_EQ(1, oAny.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, OneEventIsEnough)
-{
-    for (const tCondition::eConditionType eType : {ANY, ALL})
-    {
-        tCondition oCondition(eType, m_aEvents, 1);
-        EXPECT_EQ(-2, oCondition.TimedWait(0));
-
-        m_aEvents[1].Signal();
-        EXPECT_EQ(-2, oCondition.TimedWait(0)) << "not one of its events";
-        m_aEvents[0].Signal();
-        EXPECT_EQ(0, oCondition.Wait());
-    }
-}
 
 TEST_F(CTOVEventConditionTest, IsMadeOfPointersToEvents)
 {
@@ -232,40 +127,6 @@ TEST_F(CTOVEventConditionTest, TheArraysItIsMadeOfMayGo)
     EXPECT_EQ(1, oCondition.Wait());
 }
 
-TEST_F(CTOVEventConditionTest, ASignalFromBeforeItsTimeCountsToo)
-{
-    m_aEvents[1].Signal();
-
-    tCondition oCondition(ANY, m_aEvents, 4);
-
-    EXPECT_EQ(1, oCondition.Wait());
-}
-
-TEST_F(CTOVEventConditionTest, OneEventMayStandThereTwice)
-{
-    CTOVEvent* aPointers[] = {&m_aEvents[0], &m_aEvents[1], &m_aEvents[1]};
-    tCondition oCondition(ANY, aPointers, 3);
-
-    m_aEvents[1].Signal();
-
-    EXPECT_EQ(1, oCondition.Wait());
-    EXPECT_EQ(-2, oCondition.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, EveryOtherTypeActsAsAny)
-{
-    for (const int nType : {2, 3, -1, 0x100, 0x101})
-    {
-        tCondition oCondition(static_cast<tCondition::eConditionType>(nType), m_aEvents, 4);
-        EXPECT_EQ(-2, oCondition.TimedWait(0)) << nType;
-
-        m_aEvents[1].Signal();
-        EXPECT_EQ(1, oCondition.TimedWait(0)) << nType;
-        m_aEvents[3].Signal();
-        EXPECT_EQ(3, oCondition.Wait()) << nType;
-    }
-}
-
 TEST_F(CTOVEventConditionTest, RefusesNoEvents)
 {
     CTOVEvent* const pNone = NULL;
@@ -290,113 +151,6 @@ TEST_F(CTOVEventConditionTest, RefusesMoreEventsThanThereCanBeHandles)
 
     EXPECT_CHECK("m_pEventHandles != NULL", tCondition(ANY, m_aEvents, INT_MAX));
     EXPECT_CHECK("m_pEventHandles != NULL", tCondition(ALL, aPointers, INT_MAX));
-}
-
-TEST_F(CTOVEventConditionTest, BlocksUntilAnySignal)
-{
-    tCondition oCondition(ANY, m_aEvents, 4);
-    int nResult = -100;
-    CBlockableThread oWaiter([&] { nResult = oCondition.Wait(); });
-    EXPECT_TRUE(oWaiter.IsBlocked());
-
-    m_aEvents[3].Signal();
-
-    ASSERT_TRUE(oWaiter.Finishes());
-    EXPECT_EQ(3, nResult);
-}
-
-TEST_F(CTOVEventConditionTest, BlocksUntilAllSignals)
-{
-    tCondition oCondition(ALL, m_aEvents, 4);
-    int nResult = -100;
-    CBlockableThread oWaiter([&] { nResult = oCondition.Wait(); });
-    m_aEvents[0].Signal();
-    m_aEvents[1].Signal();
-    m_aEvents[3].Signal();
-    EXPECT_TRUE(oWaiter.IsBlocked());
-
-    m_aEvents[2].Signal();
-
-    ASSERT_TRUE(oWaiter.Finishes());
-    EXPECT_LE(0, nResult);
-    EXPECT_GT(4, nResult);
-}
-
-TEST_F(CTOVEventConditionTest, TimeRunsOut)
-{
-    tCondition oAny(ANY, m_aEvents, 4);
-    tCondition oAll(ALL, m_aEvents, 4);
-    m_aEvents[0].Signal();
-
-    EXPECT_EQ(-2, oAll.TimedWait(20));
-    EXPECT_EQ(0, oAny.TimedWait(20));
-    EXPECT_EQ(-2, oAny.TimedWait(20));
-}
-
-TEST_F(CTOVEventConditionTest, TheLargestTimeIsInfinite)
-{
-    tCondition oCondition(ANY, m_aEvents, 4);
-    int nResult = -100;
-    CBlockableThread oWaiter([&] { nResult = oCondition.TimedWait(0xFFFFFFFFul); });
-    EXPECT_TRUE(oWaiter.IsBlocked());
-
-    m_aEvents[0].Signal();
-
-    ASSERT_TRUE(oWaiter.Finishes());
-    EXPECT_EQ(0, nResult);
-}
-
-TEST_F(CTOVEventConditionTest, ManyThreadsWaitOnOne)
-{
-    tCondition oCondition(ANY, m_aEvents, 4);
-    CTally oEnded[4];
-    CTally oAll;
-    CThreadGroup oThreads;
-    oThreads.Start(4, [&](int) {
-        const int nResult = oCondition.TimedWait(DEADLINE);
-        if (nResult >= 0)
-            oEnded[nResult].Add();
-        oAll.Add();
-    });
-
-    for (CTOVEvent& oEvent : m_aEvents)
-        oEvent.Signal();
-
-    EXPECT_TRUE(oAll.Reaches(4));
-    for (const CTally& oTally : oEnded)
-        EXPECT_EQ(1, oTally.Count());
-}
-
-TEST_F(CTOVEventConditionTest, SixtyFourEventsCanBeWaitedForAndNotOneMore)
-{
-    CTOVEvent aMany[65];
-    tCondition oMost(ANY, aMany, 64);
-    tCondition oTooMany(ANY, aMany, 65);
-    tCondition oTooManyForAll(ALL, aMany, 65);
-    aMany[63].Signal();
-
-    EXPECT_EQ(-1, oTooMany.Wait());
-    EXPECT_EQ(-1, oTooMany.TimedWait(0));
-    EXPECT_EQ(-1, oTooManyForAll.Wait());
-    EXPECT_EQ(63, oMost.Wait());
-    EXPECT_EQ(-2, oMost.TimedWait(0));
-}
-
-TEST_F(CTOVEventConditionTest, AnEventWithoutAHandleMakesEachWaitFail)
-{
-    const unsigned long long hEvent = HandleOf(m_aEvents[1]);
-    HandleOf(m_aEvents[1]) = 0;
-    tCondition oAny(ANY, m_aEvents, 4);
-    tCondition oAll(ALL, m_aEvents, 4);
-    HandleOf(m_aEvents[1]) = hEvent;
-
-    m_aEvents[0].Signal();
-
-    EXPECT_EQ(-1, oAny.Wait());
-    EXPECT_EQ(-1, oAny.TimedWait(0));
-    EXPECT_EQ(-1, oAll.Wait());
-    EXPECT_EQ(-1, oAll.TimedWait(DEADLINE));
-    EXPECT_TRUE(m_aEvents[0].TimedWait(0)) << "not cleared";
 }
 
 TEST_F(CTOVEventConditionTest, LeavesTheEventsAloneAtItsEnd)
