@@ -165,12 +165,13 @@ void CTOVTestRecorder::EnterCaseThatDidNotStart()
 {
     const sSuiteRecord& oSuite = m_oRecord.aSuites.back();
     sTestPlace oCase = {"<outside of the cases>", oSuite.oPlace.sFile, oSuite.oPlace.ulLine};
-    if (!m_oRecord.oPlan.aSuites.empty())
+    const std::vector<sPlannedSuite>& aPlanned = m_oRecord.oPlan.aSuites;
+    const std::size_t nVisit = m_oRecord.aSuites.size() - 1;
+    if (nVisit < aPlanned.size() * static_cast<std::size_t>(m_oRecord.oPlan.lRuns))
     {
-        const std::size_t nSuite = (m_oRecord.aSuites.size() - 1) % m_oRecord.oPlan.aSuites.size();
-        const std::vector<sTestPlace>& aPlanned = m_oRecord.oPlan.aSuites[nSuite].aCases;
-        if (oSuite.aCases.size() < aPlanned.size())
-            oCase = aPlanned[oSuite.aCases.size()];
+        const std::vector<sTestPlace>& aCases = aPlanned[nVisit % aPlanned.size()].aCases;
+        if (oSuite.aCases.size() < aCases.size())
+            oCase = aCases[oSuite.aCases.size()];
     }
     OnEnterCase(oCase);
 }

@@ -1,0 +1,134 @@
+// The parts of which a test program is made.
+#include "TestHost/HostInstruments.h"
+
+#include <TestHost/TOVTestEventListener.h>
+#include <TestHost/TOVTestRecorder.h>
+#include <TestHost/TOVTestSelection.h>
+#include <TestHost/TOVTestText.h>
+
+using namespace TOVTestHost;
+
+namespace
+{
+// Writes down what it hears.
+class CReportRecorder : public ITOVTestReport
+{
+public:
+    void OnBegin(const sTestRecord& oRecord) override
+    {
+        m_sHeard += "begin " + std::to_string(CountPlannedCases(oRecord.oPlan)) + ";";
+    }
+    void OnEnterCase(const sCaseRecord& oCase) override { m_sHeard += oCase.sName + ";"; }
+    void OnLeaveCase(const sCaseRecord& oCase) override
+    {
+        m_sHeard += std::to_string(oCase.eOutcome) + " with " + std::to_string(oCase.aNotes.size()) + ";";
+    }
+    void OnLeaveSuite(const sSuiteRecord& oSuite) override { m_sHeard += oSuite.oPlace.sDescription + ";"; }
+    void OnEnd(const sTestRecord& /*oRecord*/) override { m_sHeard += "end;"; }
+
+    std::string m_sHeard;
+};
+
+const sTestNote s_oFailure = {eNoteFailure, "FailedTest", "file", 1, "text", {}};
+} // namespace
+
+TEST(MatchesPatternTest, TakesStarsAndQuestionMarks)
+{
+    for (const char* szPattern : {"Words.counts", "*", "**", "W*", "*s", "*.*", "Wo?ds.count?", "????????????", "*o*o*",
+                                  "*Words.counts*", "W*ds.*ts"})
+        EXPECT_TRUE(MatchesPattern("Words.counts", szPattern)) << szPattern;
+    for (const char* szPattern : {"", "Words", "words.counts", "?", "*x*", "Words.counts?", "?Words.counts", "*o*o*o*",
+                                  "*.", "W*ds", "???????????"})
+        EXPECT_FALSE(MatchesPattern("Words.counts", szPattern)) << szPattern;
+    EXPECT_TRUE(MatchesPattern("", "*"));
+    EXPECT_TRUE(MatchesPattern("", ""));
+    EXPECT_TRUE(MatchesPattern("a*b?", "a*b?"));
+}
+
+TEST(MatchesPatternTest, IsQuickWithManyStars)
+{
+    EXPECT_FALSE(MatchesPattern(std::string(2000, 'a'), "a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b"));
+}
+
+TEST(TestTextTest, ShortensByCharacters)
+{
+    EXPECT_EQ("abcdef", Shortened("abcdef", 6));
+    EXPECT_EQ("ab...", Shortened("abcdef", 5));
+    EXPECT_EQ("\xc3\xa9\xc3\xa9...", Shortened("\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9", 5));
+}
+
+TEST(TestTextTest, LeavesWhatXmlDoesNotKnowReadable)
+{
+    EXPECT_EQ("\\x00\\x1f \xf0\x9f\x98\x80\xee\x80\x80\xef\xbf\xbd",
+              Markup(std::string("\0\x1f \xf0\x9f\x98\x80\xee\x80\x80\xef\xbf\xbd", 13)));
+    EXPECT_EQ("\\xef\\xbf\\xbe\\xef\\xbf\\xbf\\xf4\\x90\\x80\\x80\\xf8\\x80",
+              Markup("\xef\xbf\xbe\xef\xbf\xbf\xf4\x90\x80\x80\xf8\x80"));
+    EXPECT_EQ("\\xc3", Markup("\xc3"));
+    EXPECT_EQ("\\xc3x", Markup("\xc3x"));
+}
+
+TEST(CTOVTestRecorderTest, TellsReportsInOrder)
+{
+    CReportRecorder oReport;
+    CTOVTestRecorder oRecorder;
+    oRecorder.AddReport(oReport);
+    oRecorder.OnEnterRun();
+    oRecorder.OnEnterSuite({"Suite", "", 0});
+    oRecorder.OnEnterCase({"one", "", 0});
+    oRecorder.OnNote(s_oFailure);
+    oRecorder.OnLeaveCase();
+    oRecorder.OnEnterCase({"two", "", 0});
+    oRecorder.OnLeaveCase();
+    oRecorder.OnLeaveSuite();
+    oRecorder.OnLeaveRun();
+    oRecorder.Finish();
+
+    EXPECT_EQ("begin 0;Suite.one;1 with 1;Suite.two;0 with 0;Suite;end;", oReport.m_sHeard);
+}
+
+TEST(CTOVTestRecorderTest, GivesNotesBeforeACaseToIt)
+{
+    CReportRecorder oReport;
+    CTOVTestRecorder oRecorder;
+    oRecorder.AddReport(oReport);
+    oRecorder.OnEnterSuite({"Suite", "", 0});
+    oRecorder.OnNote(s_oFailure);
+    oRecorder.OnEnterCase({"one", "", 0});
+    oRecorder.OnLeaveCase();
+    oRecorder.OnNote(s_oFailure);
+    oRecorder.OnCloseCase();
+
+    EXPECT_EQ("Suite.one;1 with 2;", oReport.m_sHeard);
+}
+
+TEST(CTOVTestRecorderTest, KnowsByThePlanWhatWasNotRun)
+{
+    CTOVTestRecorder oRecorder;
+    oRecorder.OnPlan({{{{"A", "", 0}, {{"a", "", 0}, {"b", "", 0}}}, {{"B", "", 0}, {{"c", "", 0}}}}, 2});
+    oRecorder.OnEnterRun();
+    oRecorder.OnEnterSuite({"A", "", 0});
+    oRecorder.OnEnterCase({"a", "", 0});
+    oRecorder.OnEndEarly("stopped");
+    oRecorder.Finish();
+
+    const sTestCounts oCounts = CountCases(oRecorder.GetRecord());
+    EXPECT_EQ(6, oCounts.lCases);
+    EXPECT_EQ(1, oCounts.lEnded);
+    EXPECT_EQ(5, oCounts.lNotRun);
+    EXPECT_EQ("A.a stopped", oRecorder.GetRecord().sEarlyEnd);
+}
+
+TEST(CTOVTestEventListenerTest, TakesMissingTextsAsEmptyOnes)
+{
+    CTOVTestRecorder oRecorder;
+    CTOVTestEventListener oListener(oRecorder);
+    oRecorder.OnEnterSuite({"Suite", "", 0});
+    oRecorder.OnEnterCase({"one", "", 0});
+    oListener.FailedTest(NULL, 3, NULL);
+    oListener.FailedAssertEquals(NULL, 0, NULL, NULL, NULL, NULL);
+
+    const std::vector<sTestNote>& aNotes = oRecorder.GetRecord().aSuites[0].aCases[0].aNotes;
+    ASSERT_EQ(2u, aNotes.size());
+    EXPECT_EQ("", aNotes[0].sMessage);
+    EXPECT_EQ(" == ", aNotes[1].sMessage);
+}

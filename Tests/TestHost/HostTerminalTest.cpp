@@ -1,0 +1,78 @@
+// What is seen on a terminal.
+#include "TestHost/HostInstruments.h"
+
+#include <TOVPlatform/TOVSynchronization.h>
+
+namespace
+{
+namespace Event = TOVPlatform::TOVSynchronization::Event;
+
+// Opens the gate at which the second case of SuitesWaiting waits.
+class CHostTerminalTest : public testing::Test
+{
+protected:
+    CHostTerminalTest()
+    {
+        // The name of a folder that only this test has.
+        std::string sName = m_oFolder.Path();
+        sName = "TOVTestGate" + sName.substr(sName.find_last_of("\\/") + 1);
+        SetVariable("TOV_TEST_GATE", sName);
+        m_hGate = Event::Create(true, false, sName.c_str());
+    }
+
+    ~CHostTerminalTest() override { Event::Destroy(m_hGate); }
+
+    sTerminalRun Run(const std::string& sText, const std::vector<std::string>& aOptions = {})
+    {
+        std::vector<std::string> aArguments = {PathOfSuites("SuitesWaiting")};
+        aArguments.insert(aArguments.end(), aOptions.begin(), aOptions.end());
+        return RunOnTerminal(aArguments, sText, [this] { Event::Signal(m_hGate); });
+    }
+
+    static tLines WithoutTimesOf(const tLines& aScreen)
+    {
+        tLines aLines;
+        for (const std::string& sLine : aScreen)
+            aLines.push_back(WithoutTimes(sLine));
+        return aLines;
+    }
+
+private:
+    CTempFolder m_oFolder;
+    unsigned long long m_hGate;
+};
+} // namespace
+
+TEST_F(CHostTerminalTest, ShowsTheCaseThatRunsOnALineThatFits)
+{
+    const sTerminalRun oRun = Run("[2/3] ");
+
+    EXPECT_EQ((tLines{"[2/3] Waiting.waits, and has a name that is far longer than the window of th..."}),
+              oRun.aDuring);
+    EXPECT_EQ(79u, oRun.aDuring.empty() ? 0 : oRun.aDuring[0].size());
+}
+
+TEST_F(CHostTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
+{
+    const sTerminalRun oRun = Run("[2/3] ");
+
+    EXPECT_EQ(0, oRun.nExitCode);
+    EXPECT_EQ((tLines{"ok     Waiting: 3 cases (TIME)", "1 suite, 3 cases: 3 passed (TIME)"}),
+              WithoutTimesOf(oRun.aAfter));
+}
+
+TEST_F(CHostTerminalTest, CountsTheCasesOfAllRuns)
+{
+    const sTerminalRun oRun = Run("[2/6] ", {"--repeat", "2"});
+
+    EXPECT_EQ(0, oRun.nExitCode);
+    ASSERT_EQ(2u, oRun.aDuring.size()) << testing::PrintToString(oRun.aDuring);
+    EXPECT_EQ("Run 1 of 2", oRun.aDuring[0]);
+}
+
+TEST_F(CHostTerminalTest, ShowsNoProgressBetweenTheLinesOfAProtocol)
+{
+    const sTerminalRun oRun = Run("ok 1 - Waiting.before", {"--tap"});
+
+    EXPECT_EQ((tLines{"TAP version 13", "1..3", "ok 1 - Waiting.before"}), oRun.aDuring);
+}
