@@ -28,9 +28,13 @@ void CTOVTestRunner::RunEnvironment()
     for (bool bFound = CTOVTestSuiteFactory::GetFirst(szName); bFound;
          bFound = CTOVTestSuiteFactory::GetNext(szName, szName))
     {
-        const std::unique_ptr<CTOVTestSuite> pSuite(CTOVTestSuiteFactory::New(szName));
+        std::unique_ptr<CTOVTestSuite> pSuite(CTOVTestSuiteFactory::New(szName));
         if (pSuite != NULL)
+        {
             RunSuite(*pSuite);
+            // Not by its holder, which would end the process where the end of a suite fails a check.
+            delete pSuite.release();
+        }
     }
 
     m_oCounter.LeaveEnvironment();

@@ -41,6 +41,20 @@ public:
     virtual ~CPromisingCreator() = default;
     CTOVTestSuite* New() override { return new CPromisingSuite; }
 };
+
+// Its end fails a check, as that of a suite with members can.
+class CThrowingSuite : public CTOVTestSuite
+{
+public:
+    ~CThrowingSuite() noexcept(false) override { throw 7; }
+};
+
+class CThrowingCreator : public TOVTest::ITOVTestSuiteCreator
+{
+public:
+    virtual ~CThrowingCreator() = default;
+    CTOVTestSuite* New() override { return new CThrowingSuite; }
+};
 } // namespace
 
 static_assert(std::is_empty_v<CTOVTestRunner>, "a runner has neither data nor virtual operations");
@@ -302,6 +316,17 @@ TEST_F(CTOVTestRunnerTest, EndsTheRunWithWhatThrowsAroundACase)
     oSuite.m_fnClosedown = [] { throw 7; };
     EXPECT_THROW(Run(), int);
     EXPECT_EQ("LeaveTestCase|first", m_oRecorder.m_aEvents.back());
+}
+
+TEST_F(CTOVTestRunnerTest, LetsThroughWhatTheEndOfASuiteThrows)
+{
+    CThrowingCreator oCreator;
+    AddCreator(&oCreator);
+    AddSuite("after", {});
+
+    EXPECT_THROW(Run(), int);
+
+    EXPECT_EQ("LeaveSuite|<Unkown test suite>", m_oRecorder.m_aEvents.back());
 }
 
 TEST_F(CTOVTestRunnerTest, StartsCleanAfterARunThatThrew)

@@ -1,0 +1,85 @@
+// What a linked library exports is not the main program's, though the program itself calls it by its plain name.
+#include "Support/TOVTestSupport.h"
+#include "Test/TOVTestInstruments.h"
+
+#include "ForeignHost.h"
+
+#include <Test/TOVTestDynamicSingleton.h>
+#include <Test/TOVTestListener.h>
+
+#include <cstdio>
+
+using TOVTest::CTOVTestListener;
+using TOVTest::CTOVTestSuiteFactory;
+
+namespace
+{
+const char NAME[] = "CLinkedHostTest";
+
+// Taking the addresses in code, and not only calling, is part of the case.
+template<class T> T* AddressOf(T* pfFunction)
+{
+    T* volatile pfTaken = pfFunction;
+    return pfTaken;
+}
+
+void Say(const char* szText)
+{
+    std::fputs(szText, stdout);
+    std::fflush(stdout);
+}
+
+TOV_CHILD(SetsAListener)
+{
+    Say("before ");
+    CTOVTestListener::SetListener(NULL);
+    Say("after ");
+}
+} // namespace
+
+TEST(CTOVLinkedHostTest, CallsTheLibraryByThePlainNames)
+{
+    const int nBefore = GetForeignCalls();
+
+    AddressOf (&::SetListener)(NULL);
+    EXPECT_EQ(&AddressOf(&::GetListener)(), &AddressOf(&::GetNull)());
+    AddressOf (&::GetCreatorMapDirect)();
+
+    EXPECT_EQ(nBefore + 4, GetForeignCalls());
+}
+
+TEST(CTOVLinkedHostTest, DoesNotLendTheLibrarysListeners)
+{
+    const int nBefore = GetForeignCalls();
+
+    const CTOVTestListener* const pListener = &CTOVTestListener::Instance();
+    const CTOVTestListener* const pNull = &CTOVTestListener::Null();
+    EXPECT_EQ(nBefore, GetForeignCalls());
+
+    EXPECT_EQ(pNull, pListener);
+    EXPECT_NE(&AddressOf(&::GetNull)(), pNull);
+}
+
+TEST(CTOVLinkedHostTest, DoesNotLendTheLibrarysMap)
+{
+    CCopyCreator oCreator(CFunctionSuite("suite"));
+    const int nBefore = GetForeignCalls();
+
+    CTOVTestSuiteFactory::Register(NAME, &oCreator);
+    EXPECT_TRUE(CTOVTestSuiteFactory::HasClass(NAME));
+    EXPECT_EQ(1u, TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap>::GetInstance().count(NAME));
+    CTOVTestSuiteFactory::Unregister(NAME);
+
+    EXPECT_EQ(nBefore, GetForeignCalls());
+    EXPECT_TRUE(AddressOf(&::GetCreatorMapDirect)().empty());
+}
+
+TEST(CTOVLinkedHostTest, DiesWithoutASetListenerOfItsOwn)
+{
+    const sChildResult oResult = RunChild("SetsAListener");
+
+    EXPECT_NE(0, oResult.nExitCode);
+    EXPECT_EQ(0u, oResult.sOutput.find("before ")) << oResult.sOutput;
+    EXPECT_EQ(std::string::npos, oResult.sOutput.find("after ")) << oResult.sOutput;
+    EXPECT_EQ(std::string::npos, oResult.sOutput.find("deadline")) << oResult.sOutput;
+}
