@@ -112,8 +112,13 @@ void CTOVBitArray::SetBit(int nPos, bool bValue)
 
 void CTOVBitArray::SetBitRange(int nFirst, int nLast, bool bValue)
 {
-    for (int nPos = nFirst; nPos <= nLast; ++nPos)
+    if (nLast < nFirst)
+        return;
+
+    // The last position may be the largest number there is.
+    for (int nPos = nFirst; nPos < nLast; ++nPos)
         SetBit(nPos, bValue);
+    SetBit(nLast, bValue);
 }
 
 void CTOVBitArray::Clear()

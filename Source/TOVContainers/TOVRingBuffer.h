@@ -48,7 +48,7 @@ public:
     // Capacity 0; or as SetCapacity.
     CTOVRingBuffer();
     CTOVRingBuffer(long lNumElements);
-    // Deep copies, with the positions of the source.
+    // Deep copies, with the positions of the source. Assigned to itself, it stays as it is.
     CTOVRingBuffer(const CTOVRingBuffer& oSource);
     CTOVRingBuffer& operator=(const CTOVRingBuffer& oSource);
 

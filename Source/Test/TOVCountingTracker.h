@@ -38,23 +38,26 @@ public:
                             bool bOtherException) override;
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
 
-    // Further virtual operations of the listener's side; their order is part of the exported design. The suite and the
-    // case that run, or the null objects. Settled: not const, and so beside those of CTOVTestTracker.
+    // Further virtual operations of the listener's side, right behind its own; their order is part of the exported
+    // design. The suite and the case that run, or the null objects. Settled: not const, and so beside those of
+    // CTOVTestTracker.
     using CTOVTestTracker::GetCurrentTestCase;
     using CTOVTestTracker::GetCurrentTestSuite;
     virtual const CTOVTestSuite& GetCurrentTestSuite();
     virtual const CTOVTestCase& GetCurrentTestCase();
 
-    // The tracker's side. They stand behind the two above, whose slots they would otherwise take.
     long GetNumFailedAsserts() const override;
     long GetNumFailedSuiteTests() const override;
     long GetNumFailedSuites() const override;
     long GetNumTotalFailedTests() const override;
 
+    // The tracker's side. They stand behind the two above, whose slots they would otherwise take.
     // Where events go on; NULL means the null listener. Not owned.
     void SetListener(CTOVTestListener* pListener);
 
 private:
+    friend class CTOVTestRunner;
+
     void SetCurrentTestCase(const CTOVTestCase* pTestCase);
     void SetCurrentTestSuite(const CTOVTestSuite* pSuite);
     void CountFailure();

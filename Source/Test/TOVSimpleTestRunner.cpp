@@ -12,6 +12,7 @@ CTOVSimpleTestRunner& CTOVSimpleTestRunner::operator=(const CTOVSimpleTestRunner
 
 CTOVSimpleTestRunner::~CTOVSimpleTestRunner() noexcept(false)
 {
+    CTOVTestRunner::Forget(this);
 }
 
 int CTOVSimpleTestRunner::Run()

@@ -13,8 +13,8 @@ public:
     // Virtual operation. Counts down; at 0 deletes the object.
     virtual ~CTOVTestDynamicSingleton();
 
-    // Makes the object if there is none, and counts up. When the making throws, the exception goes through and the count
-    // has gone up all the same.
+    // Makes the object if there is none, and counts up. When the making throws, the exception goes through and the
+    // count has gone up all the same.
     CTOVTestDynamicSingleton();
     CTOVTestDynamicSingleton(const CTOVTestDynamicSingleton&) = delete;
     CTOVTestDynamicSingleton& operator=(const CTOVTestDynamicSingleton&) = delete;

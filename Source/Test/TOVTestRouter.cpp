@@ -49,7 +49,7 @@ bool CTOVTestRouter::HasListeners() const
 
 CTOVTestListener* CTOVTestRouter::GetListener(long lIndex) const
 {
-    return m_aListeners[static_cast<std::size_t>(lIndex)];
+    return 0 <= lIndex && lIndex < GetNumListeners() ? m_aListeners[static_cast<std::size_t>(lIndex)] : NULL;
 }
 
 void CTOVTestRouter::EnterEnvironment()

@@ -51,7 +51,7 @@ public:
 
     long GetNumListeners() const;
     bool HasListeners() const;
-    // lIndex must be in 0 to GetNumListeners() - 1; it is not checked.
+    // NULL for an index out of range.
     CTOVTestListener* GetListener(long lIndex) const;
 
 private:

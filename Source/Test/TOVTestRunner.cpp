@@ -20,6 +20,12 @@ void CTOVTestRunner::RunAllTests(CTOVTestListener* pListener)
     CTOVTestRunner(pListener).RunEnvironment();
 }
 
+void CTOVTestRunner::Forget(const CTOVTestListener* pListener)
+{
+    if (m_oCounter.m_pListener == pListener)
+        m_oCounter.SetListener(NULL);
+}
+
 void CTOVTestRunner::RunEnvironment()
 {
     m_oCounter.EnterEnvironment();
@@ -31,7 +37,15 @@ void CTOVTestRunner::RunEnvironment()
         std::unique_ptr<CTOVTestSuite> pSuite(CTOVTestSuiteFactory::New(szName));
         if (pSuite != NULL)
         {
-            RunSuite(*pSuite);
+            try
+            {
+                RunSuite(*pSuite);
+            }
+            catch (...)
+            {
+                m_oCounter.SetCurrentTestSuite(NULL); // it is about to go
+                throw;
+            }
             // Not by its holder, which would end the process where the end of a suite fails a check.
             delete pSuite.release();
         }

@@ -17,13 +17,17 @@ class TOV_EXPORT CTOVTestRunner
 {
 public:
     // Runs everything and tells the listener, which may be NULL. The counting listener and tracker stay in force behind
-    // the run, with the counts of it.
+    // the run, with the counts of it, and go on telling the listener of failed checks: it must outlive them, or the
+    // next run.
     static void RunAllTests(CTOVTestListener* pListener);
 
 private:
     friend class CTOVSimpleTestRunner;
 
     CTOVTestRunner(CTOVTestListener* pListener);
+
+    // Tells this listener nothing more; it is about to end.
+    static void Forget(const CTOVTestListener* pListener);
 
     void RunEnvironment();
     void RunSuite(CTOVTestSuite& oSuite);
