@@ -107,6 +107,17 @@ void CheckSharing()
     TOV_TEST_EQUALS(oPointer3->A, 6);
     TOV_TEST_EQUALS(oPointer4->A, 5);
 }
+
+void CheckReleaseTooMany()
+{
+    struct sUnowned : public CTOVRefCount
+    {
+        sUnowned() { m_lRefCount = 0; }
+    };
+    sUnowned oUnowned;
+    TOV_TEST_THROWS(oUnowned.Release());
+    TOV_TEST_EQUALS(oUnowned.GetRefCount(), -1);
+}
 } // namespace
 
 void CTOVDesignPatternsTest::TestSmartPointer()
@@ -115,6 +126,7 @@ void CTOVDesignPatternsTest::TestSmartPointer()
     CheckSharedNullPointers();
     CheckAccess();
     CheckSharing();
+    CheckReleaseTooMany();
 }
 
 void CTOVDesignPatternsTest::TestRef()

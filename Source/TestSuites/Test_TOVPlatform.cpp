@@ -112,6 +112,12 @@ void CTOVPlatformMemoryApiTest::TestZeroAndSet()
     TOV_TEST_THROWS(Memory::Zero(&dwValue, 0));
     TOV_TEST_THROWS(Memory::Set(NULL, 0xFF, 4));
     TOV_TEST_THROWS(Memory::Set(&dwValue, 0xFF, 0));
+
+    // The loose functions take the low 16 bits of a size, and refuse NULL even at size 0.
+    TOV_TEST_THROWS_NOT(TOVMemory_Zero(&dwValue, static_cast<unsigned short>(65536)));
+    TOV_TEST_EQUALS(dwValue, 0xFFFFFFFFu);
+    TOV_TEST_THROWS(TOVMemory_Zero(NULL, 0));
+    TOV_TEST_THROWS(TOVMemory_Set(NULL, 0xFF, 0));
 }
 
 void CTOVPlatformMemoryApiTest::TestCompareAndFastCompare()

@@ -48,6 +48,15 @@ template<class T> int PrintListWithin(T* szBuffer, int nCount, const T* szFormat
     return nLength;
 }
 
+template<class T> int MeasureList(const T* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const int nLength = Text::VSCPrintf(szFormat, pArguments);
+    va_end(pArguments);
+    return nLength;
+}
+
 // The order that all four comparisons have in common, and what they refuse.
 template<class T> void CheckOrder(int (*pfCompare)(const T*, const T*))
 {
@@ -239,6 +248,10 @@ template<class T> void CTOVPlatformStringCases<T>::TestVSPrintf()
     TOV_TEST_EQUALS(IsSame(szText, TEXT("This is -12")), true);
     TOV_TEST_THROWS(PrintList(szNull, TEXT("text")));
     TOV_TEST_THROWS(PrintList(szText, static_cast<const T*>(NULL)));
+
+    // Settled: the measure of plain text is generous.
+    TOV_TEST_EQUALS(MeasureList(TEXT("Test")), 10);
+    TOV_TEST_THROWS(MeasureList(static_cast<const T*>(NULL)));
 }
 
 template<class T> void CTOVPlatformStringCases<T>::TestVSNPrintf()

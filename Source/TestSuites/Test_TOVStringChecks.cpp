@@ -85,6 +85,14 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckSharing
     oB.SetAt(0, 'M');
     TOV_TEST_EQUALS(oA == TEXT("MAUS"), true);
 
+    // Settled: between two on one block an assignment does nothing, and each keeps its length.
+    oB.ReleaseBuffer(2);
+    oB = oA;
+    TOV_TEST_EQUALS(oB.GetLength(), 2);
+    TOV_TEST_EQUALS(oA.GetLength(), 4);
+    oB.ReleaseBuffer(4);
+    oB.SetAt(2, 'U');
+
     // Emptying takes a block of its own, zero in all its length, and an empty string is left as it is.
     oB.Empty();
     TOV_TEST_EQUALS(oA == TEXT("MAUS"), true);

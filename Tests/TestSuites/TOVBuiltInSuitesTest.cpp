@@ -97,6 +97,19 @@ TEST(TOVBuiltInSuitesTest, TwoWarningsAreRaised)
     EXPECT_EQ(aExpected, FirstRun().aWarnings);
 }
 
+TEST(TOVBuiltInSuitesTest, SevenSuitesCallWhatThePreconditionsRefuse)
+{
+    const tTexts aExpected = {"TOVContainers",
+                              "TOVDesignPatterns",
+                              "TOVPlatform Memory API (Windows)",
+                              "TOVPlatform Ascii String API Test (Windows)",
+                              "TOVPlatform Unicode String API Test (Windows)",
+                              "TOVRtti",
+                              "TOVString Test"};
+
+    EXPECT_EQ(aExpected, FirstRun().aAsserted);
+}
+
 TEST(TOVBuiltInSuitesTest, EveryRunIsTheSame)
 {
     const sRecordedRun oAgain = RecordRun();

@@ -1,5 +1,7 @@
 #include "TestSuites/TOVRecordedRun.h"
 
+#include "Support/TOVTestSupport.h"
+
 #include <Test/TOVSimpleTestRunner.h>
 #include <Test/TOVTestCase.h>
 #include <Test/TOVTestHost.h>
@@ -40,11 +42,14 @@ public:
     void EnterSuite(const TOVTest::CTOVTestSuite& oSuite) override
     {
         m_sSuite = oSuite.GetDescription();
+        m_nNumAsserted = m_oLog.Checks().size();
         Tell("enter suite " + Described(oSuite));
     }
 
     void LeaveSuite(const TOVTest::CTOVTestSuite& oSuite) override
     {
+        if (m_oLog.Checks().size() > m_nNumAsserted)
+            m_oRun.aAsserted.push_back(oSuite.GetDescription());
         Tell("leave suite " + Quoted(oSuite.GetDescription()));
     }
 
@@ -126,6 +131,8 @@ private:
     }
 
     sRecordedRun& m_oRun;
+    CLogRecorder m_oLog;
+    std::size_t m_nNumAsserted = 0;
     std::string m_sSuite;
     std::string m_sCase;
 };

@@ -12,6 +12,7 @@ struct sRecordedRun
     tTexts aEvents;   // each event as a line, the events of a suite and of a case indented
     tTexts aWarnings; // the texts alone
     tTexts aFailures; // the events of failed checks, with the descriptions of suite and case in front
+    tTexts aAsserted; // the suites in which preconditions of the library failed
 };
 
 sRecordedRun RecordRun();
