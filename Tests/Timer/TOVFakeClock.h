@@ -42,6 +42,7 @@ struct sFakeClockState
     bool bArmed;
     long long llTicks;
     long long llTicksPerRead;
+    long long llTicksPerSecond; // what the system tells of the counter, where it is the system that tells it
     bool bCounterFails;
     bool bFrequencyFails;
     int nCounterReads;

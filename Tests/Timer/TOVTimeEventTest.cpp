@@ -3,6 +3,7 @@
 #include "Timer/TOVTimeEventInstruments.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <set>
 
 namespace
@@ -18,6 +19,15 @@ int Install(const CTimeEvent& oEvent, int nKind)
 template<class TCallback> int InstallNothing(int nKind)
 {
     return CTOVTimer::InstallTimeEvent(1, 0, static_cast<TCallback>(nullptr), 0, nKind);
+}
+
+// For a child process, which ends while its event comes.
+TOV_CHILD(EndsWithAnEventInstalled)
+{
+    CTimeEvent* const pEvent = new CTimeEvent;
+    pEvent->Install(1, PERIODIC);
+    if (pEvent->Reaches(3))
+        std::exit(7);
 }
 
 // The event's thread stops in one call until the test lets it go on.
@@ -429,4 +439,9 @@ TEST(CTOVTimeEventTest, ComesWhileOtherThreadsInstallAndUninstall)
             oEvent.Uninstall();
         }
     });
+}
+
+TEST(CTOVTimeEventTest, KeepsNoProcessFromItsEnd)
+{
+    EXPECT_EQ(7, RunChild("EndsWithAnEventInstalled").nExitCode);
 }

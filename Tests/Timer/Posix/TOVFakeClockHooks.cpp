@@ -14,7 +14,7 @@ struct CFakeClock::sHooks
 
 CFakeClock::CFakeClock(long long llTicks) : m_pHooks()
 {
-    FakeClockState() = {true, llTicks, 0, false, false, 0, 0};
+    FakeClockState() = {true, llTicks, 0, TICKS_PER_SECOND, false, false, 0, 0};
 }
 
 CFakeClock::~CFakeClock()

@@ -27,15 +27,6 @@ TOV_CHILD(InstallsWithoutAThread)
     EXPECT_TRUE(oEvent.Reaches(3));
     std::printf("%s\n", testing::Test::HasFailure() ? "failed" : "installed then");
 }
-
-TOV_CHILD(EndsWithEventsInstalled)
-{
-    static_cast<void>(aArguments);
-    CTimeEvent* const pEvent = new CTimeEvent; // never uninstalled
-    pEvent->Install(1, PERIODIC);
-    if (pEvent->Reaches(3))
-        std::printf("came\n");
-}
 } // namespace
 
 TEST(CTOVTimeEventServiceTest, CallsAtTheMomentAndNotBefore)
@@ -146,10 +137,16 @@ TEST(CTOVTimeEventServiceTest, HasNoEventWithoutItsThread)
     EXPECT_EQ("installed then\n", oResult.sOutput);
 }
 
-TEST(CTOVTimeEventServiceTest, KeepsNoProcessFromItsEnd)
+TEST(CTOVTimeEventServiceTest, IsUnknownWhenItsOnlyCallHasBegun)
 {
-    const sChildResult oResult = RunChild("EndsWithEventsInstalled");
+    CGate oDone;
+    CTimeEvent oEvent;
+    oEvent.m_fnAction = [&](int, const sTimeEventCall& oCall) {
+        EXPECT_CHECK_AT("TOVTimer", KILL_CHECK, CTOVTimer::UninstallTimeEvent(oCall.nEvent, 1));
+        oDone.Open();
+    };
 
-    EXPECT_EQ(0, oResult.nExitCode);
-    EXPECT_EQ("came\n", oResult.sOutput);
+    oEvent.Install(1, ONE_SHOT);
+
+    EXPECT_TRUE(oDone.Wait());
 }

@@ -27,7 +27,7 @@ static BOOL WINAPI ReadFrequency(LARGE_INTEGER* pFrequency)
     ++oState.nFrequencyReads;
     if (oState.bFrequencyFails)
         return FALSE;
-    pFrequency->QuadPart = TICKS_PER_SECOND;
+    pFrequency->QuadPart = oState.llTicksPerSecond;
     return TRUE;
 }
 
@@ -50,7 +50,7 @@ struct CFakeClock::sHooks
 
 CFakeClock::CFakeClock(long long llTicks) : m_pHooks(new sHooks)
 {
-    FakeClockState() = {true, llTicks, 0, false, false, 0, 0};
+    FakeClockState() = {true, llTicks, 0, TICKS_PER_SECOND, false, false, 0, 0};
 }
 
 CFakeClock::~CFakeClock()

@@ -1,4 +1,5 @@
 // What the timer asks of the system for its time events.
+#include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVImportHook.h"
 #include "Timer/TOVTimeEventInstruments.h"
 
@@ -6,7 +7,6 @@
 
 #include <mmsystem.h>
 
-#include <sstream>
 #include <string>
 
 namespace
@@ -22,11 +22,11 @@ MMRESULT s_nSetResult;
 LPTIMECALLBACK s_fnCallback;
 DWORD_PTR s_ulUser;
 
-template<class... TValues> void Note(const TValues&... aValues)
+template<class... TValues> void Note(const char* szCall, TValues... aValues)
 {
-    std::ostringstream oText;
-    ((oText << aValues << ' '), ...);
-    s_sCalls += oText.str();
+    s_sCalls += szCall;
+    s_sCalls += ' ';
+    ((s_sCalls += std::to_string(aValues) + ' '), ...);
 }
 
 MMRESULT WINAPI Begin(UINT nPeriod)
@@ -67,6 +67,7 @@ protected:
     CTOVTimeEventCallsTest()
     {
         s_sCalls.clear();
+        s_sCalls.reserve(1000);
         s_nBeginResult = s_nEndResult = s_nKillResult = TIMERR_NOERROR;
         s_nSetResult = 77;
     }
@@ -155,6 +156,26 @@ TEST_F(CTOVTimeEventCallsTest, TellsOfAPeriodThatCannotBeLowered)
     EXPECT_CHECK_AT("TOVTimer", KILL_CHECK, CTOVTimer::UninstallTimeEvent(77, 20));
 
     EXPECT_EQ("kill 77 end 20 ", s_sCalls);
+}
+
+TEST_F(CTOVTimeEventCallsTest, HasNoPlainFormWithoutMemory)
+{
+    CQuietRecorder oRecorder;
+    bool bThrew = false;
+    {
+        const CAllocationFailure oFailure;
+        try
+        {
+            CTOVTimer::InstallTimeEvent(20, 0, &CTimeEvent::OnTimeEvent, 0, PERIODIC);
+        }
+        catch (const TOVDebug::CTOVAssertException&)
+        {
+            bThrew = true;
+        }
+    }
+
+    EXPECT_TRUE(bThrew);
+    EXPECT_STREQ(SET_CHECK, oRecorder.Text());
 }
 
 TEST(CTOVSystemTimeEventTest, IsCalledInTheFormOfTheSystemsOwnTimer)
