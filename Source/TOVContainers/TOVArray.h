@@ -83,7 +83,7 @@ public:
     virtual void Swap(long lIndex1, long lIndex2);
 
     CTOVArray();
-    // Copies of all elements. An array that is assigned to itself stays as it is.
+    // Copies of all elements. Settled: an array that is assigned to itself stays as it is.
     CTOVArray(const CTOVArray& oArray);
     CTOVArray& operator=(const CTOVArray& oArray);
 

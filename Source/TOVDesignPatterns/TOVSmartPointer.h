@@ -29,7 +29,7 @@ public:
     // Settled: a sole owner that is assigned to itself loses its T, and is a null smart pointer then.
     CTOVSmartPointer& operator=(const CTOVSmartPointer& oOther);
     // Lets go of the old control block and holds pObject in one with count 1; also for a null pointer, so that other
-    // handles keep what they have. Nothing happens for the pointer that it holds already.
+    // handles keep what they have. Settled: a sole owner keeps its block, and the held pointer again changes nothing.
     CTOVSmartPointer& operator=(T* pObject);
 
     // Access to the T. Each throws unless "m_pObject->IsValid()".

@@ -119,7 +119,7 @@ TOV_EXPORT const wchar_t* FindNotOneOf(const wchar_t* szString, const wchar_t* s
 TOV_EXPORT const wchar_t* ReverseFindOneOf(const wchar_t* szString, const wchar_t* szCharSet);
 TOV_EXPORT const wchar_t* ReverseFindNotOneOf(const wchar_t* szString, const wchar_t* szCharSet);
 
-// Counts are units. s and c take wide text, S and C narrow text.
+// Counts are units. s and c take wide text, S and C narrow text. Settled: VSCPrintf reads as the print, I64 as 8 bytes.
 TOV_EXPORT int SPrintf(wchar_t* szBuffer, const wchar_t* szFormat, ...);
 TOV_EXPORT int SNPrintf(wchar_t* szBuffer, int nCount, const wchar_t* szFormat, ...);
 TOV_EXPORT int VSPrintf(wchar_t* szBuffer, const wchar_t* szFormat, va_list pArguments);
