@@ -128,3 +128,19 @@ TEST_F(CTOVSimpleTestRunnerTest, CanBeDeletedAsARouter)
 
     EXPECT_FALSE(pRouter->HasListeners());
 }
+
+// The counter stays in force behind a run, and this test would touch what is gone if it still knew the runner.
+TEST_F(CTOVSimpleTestRunnerTest, IsForgottenAtItsEnd)
+{
+    {
+        CTOVSimpleTestRunner oRunner;
+        oRunner.AddListener(m_oRecorder);
+        oRunner.Run();
+    }
+    m_oRecorder.m_aEvents.clear();
+
+    TOVTest::CTOVTestListener::Instance().FailedTest("a.cpp", 1, "behind the run");
+
+    EXPECT_EQ(tTexts(), m_oRecorder.m_aEvents);
+    EXPECT_EQ(1, CTOVTestTracker::Instance().GetNumTotalFailedTests());
+}

@@ -90,6 +90,14 @@ TEST_F(CTOVTestRouterTest, ListsItsListenersInTheOrderOfTheirAdding)
     EXPECT_EQ(&m_oC, m_oRouter.GetListener(2));
 }
 
+TEST_F(CTOVTestRouterTest, HasNoListenerOutsideOfItsRange)
+{
+    AddAll();
+
+    EXPECT_EQ(nullptr, m_oRouter.GetListener(-1));
+    EXPECT_EQ(nullptr, m_oRouter.GetListener(3));
+}
+
 TEST_F(CTOVTestRouterTest, HandsEachEventToEachListenerWithItsArguments)
 {
     CEventRecorder oFirst;

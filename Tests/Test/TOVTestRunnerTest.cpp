@@ -329,6 +329,17 @@ TEST_F(CTOVTestRunnerTest, LetsThroughWhatTheEndOfASuiteThrows)
     EXPECT_EQ("LeaveSuite|<Unkown test suite>", m_oRecorder.m_aEvents.back());
 }
 
+// The suite has gone with the exception, while the counter stays in force.
+TEST_F(CTOVTestRunnerTest, KnowsNoSuiteAndNoCaseAfterARunThatThrew)
+{
+    AddSuite("suite", {[] { throw 7; }});
+    EXPECT_THROW(Run(), int);
+
+    CTOVCountingTracker& oCounter = static_cast<CTOVCountingTracker&>(CTOVTestListener::Instance());
+    EXPECT_EQ(&CTOVTestSuite::Null(), &oCounter.GetCurrentTestSuite());
+    EXPECT_EQ(&CTOVTestCase::Null(), &oCounter.GetCurrentTestCase());
+}
+
 TEST_F(CTOVTestRunnerTest, StartsCleanAfterARunThatThrew)
 {
     bool bThrows = true;
