@@ -64,6 +64,8 @@ public:
     {
         m_aRecord.push_back(m_sName + " panic " + szFile + '(' + std::to_string(ulLine) +
                             "): " + FormatPlainly(szFormat, pArguments));
+        if (fnOnPanic)
+            fnOnPanic();
     }
 
     void SetApplicationName(const char* szName) override { m_aRecord.push_back(m_sName + " name " + szName); }
@@ -72,6 +74,7 @@ public:
     std::function<void()> fnOnClosedown;
     std::function<void()> fnOnLog;
     std::function<void()> fnOnAssert;
+    std::function<void()> fnOnPanic;
 
 private:
     const std::string m_sName;
@@ -95,6 +98,12 @@ TOV_PRIVATE_MEMBER(NameMemberOf, TOVDebug::CTOVDebugServer, tApplicationName, m_
 inline std::string NameOf(TOVDebug::CTOVDebugServer& oServer)
 {
     return std::string(NameMemberOf(oServer), sizeof(tApplicationName));
+}
+
+// The same for a name that is shorter.
+inline std::string Padded(const std::string& sName)
+{
+    return sName + std::string(sizeof(tApplicationName) - sName.size(), '\0');
 }
 
 class COpenServer : public TOVDebug::CTOVDebugServer

@@ -1,6 +1,5 @@
 // The table of listeners, and what is handed to them.
-#include "Debug/TOVDebugInstruments.h"
-#include "Support/TOVBlockableThread.h"
+#include "Debug/TOVDebugServerFixture.h"
 
 #include <algorithm>
 #include <memory>
@@ -11,53 +10,8 @@ using TOVDebug::CTOVDebugServer;
 
 namespace
 {
-// A server of its own with three listeners that write into one record.
-class CTOVDebugServerTest : public testing::Test
+class CTOVDebugServerTest : public CTOVDebugServerFixture
 {
-protected:
-    CTOVDebugServerTest()
-        : m_oA("A", m_aRecord), m_oB("B", m_aRecord), m_oC("C", m_aRecord), m_pServer(std::make_unique<COpenServer>()),
-          m_oServer(*m_pServer)
-    {
-    }
-
-    void RegisterAll()
-    {
-        m_oServer.Register(&m_oA);
-        m_oServer.Register(&m_oB);
-        m_oServer.Register(&m_oC);
-        m_aRecord.clear();
-    }
-
-    void Log() { m_oServer.OnLog("File", 1, eSeverityInfo, "%s", "text"); }
-
-    // What Log makes the named listeners write.
-    static tRecord Logged(const std::string& sNames)
-    {
-        tRecord aLogged;
-        for (const char cName : sNames)
-            aLogged.push_back(std::string(1, cName) + " log File(1) 200: text");
-        return aLogged;
-    }
-
-    // Whether another thread has to wait for the server's lock.
-    bool IsLocked()
-    {
-        if (m_pOther == nullptr)
-            m_pOther = std::make_unique<CBlockableThread>([this] {
-                m_oServer.LockLoggers();
-                m_oServer.UnlockLoggers();
-            });
-        return m_pOther->IsBlocked();
-    }
-
-    tRecord m_aRecord;
-    CRecordingListener m_oA;
-    CRecordingListener m_oB;
-    CRecordingListener m_oC;
-    const std::unique_ptr<COpenServer> m_pServer; // goes before the listeners, since it closes them down
-    COpenServer& m_oServer;
-    std::unique_ptr<CBlockableThread> m_pOther; // first to go, since it uses the server
 };
 
 // Remembers the very pointers that it is given.
@@ -66,8 +20,9 @@ class CPointerListener : public CRecordingListener
 public:
     using CRecordingListener::CRecordingListener;
 
-    void OnLogV(const char* szFile, unsigned long, eTOVDebugSeverity, const char* szFormat, va_list) override
+    void OnLogV(const char* szFile, unsigned long, eTOVDebugSeverity, const char* szFormat, va_list pArguments) override
     {
+        Remember(pArguments);
         pFile = szFile;
         pText = szFormat;
     }
@@ -78,14 +33,23 @@ public:
         pText = szExpression;
     }
 
-    void OnPanicV(const char* szFile, unsigned long, const char* szFormat, va_list) override
+    void OnPanicV(const char* szFile, unsigned long, const char* szFormat, va_list pArguments) override
     {
+        Remember(pArguments);
         pFile = szFile;
         pText = szFormat;
     }
 
     const char* pFile = nullptr;
     const char* pText = nullptr;
+    const void* pList = nullptr; // only where a list is a pointer
+
+private:
+    template<class TList> void Remember(TList pArguments)
+    {
+        if constexpr (std::is_same_v<TList, char*>)
+            pList = pArguments;
+    }
 };
 } // namespace
 
@@ -314,6 +278,28 @@ TEST_F(CTOVDebugServerTest, HandsOverTheVeryPointersThatItIsGiven)
     m_oServer.Unregister(&oListener);
 }
 
+#if TOV_SYSTEM_WINDOWS
+// A list is a plain pointer there.
+TEST_F(CTOVDebugServerTest, HandsTheSameArgumentListToAllListeners)
+{
+    CPointerListener oFirst("P", m_aRecord);
+    CPointerListener oSecond("Q", m_aRecord);
+    m_oServer.Register(&oFirst);
+    m_oServer.Register(&oSecond);
+
+    m_oServer.OnLog("File", 1, eSeverityInfo, "%d", 7);
+    EXPECT_NE(nullptr, oFirst.pList);
+    EXPECT_EQ(oFirst.pList, oSecond.pList);
+
+    oFirst.pList = nullptr;
+    m_oServer.OnPanic("File", 1, eSeverityFatal, "%d", 7);
+    EXPECT_NE(nullptr, oFirst.pList);
+    EXPECT_EQ(oFirst.pList, oSecond.pList);
+    m_oServer.Unregister(&oFirst);
+    m_oServer.Unregister(&oSecond);
+}
+#endif
+
 TEST_F(CTOVDebugServerTest, GivesEveryListenerTheArgumentsFromTheFirstOn)
 {
     RegisterAll();
@@ -383,6 +369,18 @@ TEST_F(CTOVDebugServerTest, HoldsItsLockOverAFailedCheck)
     EXPECT_TRUE(m_pOther->Finishes());
 }
 
+TEST_F(CTOVDebugServerTest, HoldsItsLockOverAPanic)
+{
+    RegisterAll();
+    bool bLocked = false;
+    m_oB.fnOnPanic = [&] { bLocked = IsLocked(); };
+
+    m_oServer.OnPanic("File", 1, eSeverityFatal, "text");
+
+    EXPECT_TRUE(bLocked);
+    EXPECT_TRUE(m_pOther->Finishes());
+}
+
 TEST_F(CTOVDebugServerTest, CallsListenersOneAtATimeOverAllThreads)
 {
     m_oServer.Register(&m_oA);
@@ -405,123 +403,6 @@ TEST_F(CTOVDebugServerTest, CallsListenersOneAtATimeOverAllThreads)
 
     EXPECT_EQ(1, nMost);
     EXPECT_EQ(601u, m_aRecord.size());
-}
-
-TEST_F(CTOVDebugServerTest, ALineFromInsideAListenerReachesAllListenersAgain)
-{
-    RegisterAll();
-    int nDepth = 0;
-    m_oB.fnOnLog = [&] {
-        if (++nDepth == 1)
-            m_oServer.OnLog("Inner", 2, eSeverityTrace, "inner");
-    };
-
-    Log();
-
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "B log File(1) 200: text", "A log Inner(2) 100: inner",
-                       "B log Inner(2) 100: inner", "C log Inner(2) 100: inner", "C log File(1) 200: text"}),
-              m_aRecord);
-    EXPECT_FALSE(IsLocked());
-}
-
-TEST_F(CTOVDebugServerTest, AFailedCheckInsideAListenerReachesAllListeners)
-{
-    RegisterAll();
-    m_oA.fnOnLog = [&] { m_oServer.OnAssert("Inner", 2, "false"); };
-
-    Log();
-
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "A assert Inner(2): false", "B assert Inner(2): false",
-                       "C assert Inner(2): false", "B log File(1) 200: text", "C log File(1) 200: text"}),
-              m_aRecord);
-}
-
-TEST_F(CTOVDebugServerTest, AListenerRegisteredFromInsideHearsTheSameLine)
-{
-    m_oServer.Register(&m_oA);
-    m_oA.fnOnLog = [&] { m_oServer.Register(&m_oB); };
-    m_aRecord.clear();
-
-    Log();
-
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "B startup", "B log File(1) 200: text"}), m_aRecord);
-    EXPECT_FALSE(IsLocked());
-}
-
-TEST_F(CTOVDebugServerTest, ManyListenersRegisteredFromInsideDoNotBreakTheWalk)
-{
-    m_oServer.Register(&m_oA);
-    m_aRecord.clear();
-    std::vector<std::unique_ptr<CRecordingListener>> aMore;
-    m_oA.fnOnLog = [&] {
-        for (int nMore = 0; nMore < 100; ++nMore)
-        {
-            aMore.push_back(std::make_unique<CRecordingListener>("more", m_aRecord));
-            m_oServer.Register(aMore.back().get());
-        }
-    };
-
-    Log();
-
-    EXPECT_EQ(1u + 100u + 100u, m_aRecord.size());
-    EXPECT_EQ("more log File(1) 200: text", m_aRecord.back());
-    TableOf(m_oServer).clear();
-}
-
-// Settled: the walk goes by index, so that the one behind a removed entry takes its place and is passed over.
-TEST_F(CTOVDebugServerTest, AListenerThatUnregistersItselfHidesThisLineFromTheNext)
-{
-    RegisterAll();
-    CRecordingListener oD("D", m_aRecord);
-    m_oServer.Register(&oD);
-    m_oB.fnOnLog = [&] { m_oServer.Unregister(&m_oB); };
-    m_aRecord.clear();
-
-    Log();
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "B log File(1) 200: text", "B closedown", "D log File(1) 200: text"}),
-              m_aRecord);
-
-    m_aRecord.clear();
-    Log();
-    EXPECT_EQ(Logged("ACD"), m_aRecord);
-    m_oServer.Unregister(&oD);
-}
-
-TEST_F(CTOVDebugServerTest, AListenerUnregisteredFromInsideHearsNothingMore)
-{
-    RegisterAll();
-    m_oA.fnOnLog = [&] { m_oServer.Unregister(&m_oC); };
-
-    Log();
-
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "C closedown", "B log File(1) 200: text"}), m_aRecord);
-}
-
-TEST_F(CTOVDebugServerTest, TheLastListenerCanUnregisterItself)
-{
-    RegisterAll();
-    m_oC.fnOnLog = [&] { m_oServer.Unregister(&m_oC); };
-
-    Log();
-
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "B log File(1) 200: text", "C log File(1) 200: text", "C closedown"}),
-              m_aRecord);
-    EXPECT_FALSE(IsLocked());
-}
-
-TEST_F(CTOVDebugServerTest, AListenerCanEmptyTheTable)
-{
-    RegisterAll();
-    m_oA.fnOnLog = [&] {
-        m_oServer.Unregister(&m_oC);
-        m_oServer.Unregister(&m_oB);
-        m_oServer.Unregister(&m_oA);
-    };
-
-    Log();
-
-    EXPECT_EQ((tRecord{"A log File(1) 200: text", "C closedown", "B closedown", "A closedown"}), m_aRecord);
-    EXPECT_TRUE(TableOf(m_oServer).empty());
 }
 
 // Settled: listeners must not throw; one that does leaves the lock taken.

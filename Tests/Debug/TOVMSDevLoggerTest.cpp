@@ -14,7 +14,32 @@ using TOVDebug::CTOVMSDevLogger;
 
 namespace
 {
-const int FAILED_EXIT = 255; // exit(-1)
+// The private functions, as TOV_PRIVATE_MEMBER reaches data.
+struct sPrintf
+{
+    typedef int (CTOVMSDevLogger::*tPointer)(const char*, ...);
+    friend tPointer ReachMember(sPrintf);
+};
+struct sVPrintf
+{
+    typedef int (CTOVMSDevLogger::*tPointer)(const char*, va_list);
+    friend tPointer ReachMember(sVPrintf);
+};
+template<class TReach, typename TReach::tPointer pFunction> struct sOpener
+{
+    friend typename TReach::tPointer ReachMember(TReach) { return pFunction; }
+};
+template struct sOpener<sPrintf, &CTOVMSDevLogger::Printf>;
+template struct sOpener<sVPrintf, &CTOVMSDevLogger::VPrintf>;
+
+int CallVPrintf(CTOVMSDevLogger& oLogger, const char* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const int nCount = (oLogger.*ReachMember(sVPrintf()))(szFormat, pArguments);
+    va_end(pArguments);
+    return nCount;
+}
 
 TOV_PRIVATE_MEMBER(ApplicationNameOf, CTOVMSDevLogger, CTOVStringA, m_oApplicationName)
 
@@ -294,6 +319,18 @@ TEST(CTOVMSDevLoggerTest, ANullFormatInALogCallReachesTheListenersUnderTheLock)
     EXPECT_EQ("raised; heard; locked; freed", oResult.sOutput);
 }
 
+TEST(CTOVMSDevLoggerTest, PrintingGivesTheCountOfCharacters)
+{
+    CTOVMSDevLogger oLogger;
+    const auto pPrintf = ReachMember(sPrintf());
+    for (const int nLength : {0, 1, 1022, 1023, 1024, 5000})
+    {
+        const std::string sText(static_cast<std::size_t>(nLength), 'x');
+        EXPECT_EQ(nLength, (oLogger.*pPrintf)("%s", sText.c_str()));
+        EXPECT_EQ(nLength + 3, CallVPrintf(oLogger, "%s %d", sText.c_str(), 42));
+    }
+}
+
 namespace
 {
 // Blocks that lines of all kinds take, with the longest text that the work buffer holds.
@@ -324,63 +361,4 @@ TEST(CTOVMSDevLoggerTest, ALineAllocatesNothing)
 TEST(CTOVMSDevLoggerTest, ALineAllocatesNothingWithADebugger)
 {
     EXPECT_EQ("0 blocks", RunDebugged("CountsAllocationsOfLines").sOutput);
-}
-
-TOV_CHILD(PanicsWithPercentSigns)
-{
-    TOVPanic("Folder/File.cpp", 148, "%s", aArguments[0].c_str());
-}
-
-// Settled: the finished message serves as a format once more on its way to the debugger.
-TEST(CTOVMSDevLoggerTest, APanicReadsThePercentSignsOfItsMessage)
-{
-    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"lost 50%% of %d"});
-
-    ASSERT_EQ(1u, oChild.aBoxes.size());
-    EXPECT_EQ("Folder/File.cpp(148) : lost 50%% of %d", oChild.aBoxes[0].sText);
-    EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
-                            "Folder/File.cpp(148) : lost 50% of 0"))
-        << Joined(oChild.aDebuggerTexts);
-    EXPECT_EQ(FAILED_EXIT, oChild.nExitCode);
-}
-
-TEST(CTOVMSDevLoggerTest, APanicWithoutPercentSignsIsOnePieceAsItStands)
-{
-    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"lost all"});
-
-    EXPECT_EQ(1,
-              std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : lost all"))
-        << Joined(oChild.aDebuggerTexts);
-    ASSERT_EQ(1u, oChild.aBoxes.size());
-    EXPECT_EQ("Critical Application Error", oChild.aBoxes[0].sCaption);
-}
-
-// There are no arguments for the conversions that a message happens to hold: none of them may reach for one.
-TEST(CTOVMSDevLoggerTest, APanicSurvivesEveryConversionInItsMessage)
-{
-    std::string sMany;
-    for (int nConversion = 0; nConversion < 500; ++nConversion)
-        sMany += "%s%f%I64d";
-    for (const std::string& sMessage : {std::string("%n%hn%ln"), std::string("%*.*d %-*s"), std::string("100%"), sMany})
-    {
-        const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sMessage});
-        EXPECT_EQ(FAILED_EXIT, oChild.nExitCode) << sMessage;
-        ASSERT_EQ(1u, oChild.aBoxes.size()) << sMessage;
-        EXPECT_EQ("Folder/File.cpp(148) : " + sMessage, oChild.aBoxes[0].sText);
-        EXPECT_EQ(1, std::count_if(
-                         oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
-                         [](const std::string& sText) { return sText.compare(0, 23, "Folder/File.cpp(148) : ") == 0; }))
-            << sMessage;
-    }
-}
-
-TEST(CTOVMSDevLoggerTest, ALongPanicComesOutWhole)
-{
-    const std::string sLong(3000, 'p');
-    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sLong});
-
-    EXPECT_EQ(
-        1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : " + sLong));
-    ASSERT_EQ(1u, oChild.aBoxes.size());
-    EXPECT_EQ("Folder/File.cpp(148) : " + sLong, oChild.aBoxes[0].sText);
 }

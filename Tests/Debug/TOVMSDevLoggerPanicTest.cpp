@@ -1,0 +1,129 @@
+// What the library's own listener makes of a panic: a box, and a piece of text for the debugger.
+#include "Debug/TOVDebugInstruments.h"
+#include "Debug/TOVDebuggerLines.h"
+#include "Support/TOVBlockableThread.h"
+
+#include <cstdlib>
+
+namespace
+{
+const int FAILED_EXIT = 255; // exit(-1)
+const char PREFIX[] = "Folder/File.cpp(148) : ";
+
+// Stands behind the library's own in the table.
+class CLaterListener : public CRecordingListener
+{
+public:
+    using CRecordingListener::CRecordingListener;
+
+    void OnPanicV(const char* szFile, unsigned long, const char* szFormat, va_list) override
+    {
+        std::printf("%s heard of %s; ", szFile, szFormat != NULL ? szFormat : "nothing");
+    }
+};
+
+void TellLock()
+{
+    CBlockableThread oOther([] { TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "text"); });
+    std::printf("%s", oOther.Finishes() ? "free" : "locked");
+}
+} // namespace
+
+TOV_CHILD(PanicsWithPercentSigns)
+{
+    TOVPanic("Folder/File.cpp", 148, "%s", aArguments[0].c_str());
+}
+
+// Settled: the finished message serves as a format once more on its way to the debugger.
+TEST(CTOVMSDevLoggerPanicTest, APanicReadsThePercentSignsOfItsMessage)
+{
+    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"lost 50%% of %d"});
+
+    ASSERT_EQ(1u, oChild.aBoxes.size());
+    EXPECT_EQ("Folder/File.cpp(148) : lost 50%% of %d", oChild.aBoxes[0].sText);
+    EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
+                            "Folder/File.cpp(148) : lost 50% of 0"))
+        << Joined(oChild.aDebuggerTexts);
+    EXPECT_EQ(FAILED_EXIT, oChild.nExitCode);
+}
+
+TEST(CTOVMSDevLoggerPanicTest, APanicWithoutPercentSignsIsOnePieceAsItStands)
+{
+    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"lost all"});
+
+    EXPECT_EQ(1,
+              std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : lost all"))
+        << Joined(oChild.aDebuggerTexts);
+    ASSERT_EQ(1u, oChild.aBoxes.size());
+    EXPECT_EQ("Critical Application Error", oChild.aBoxes[0].sCaption);
+}
+
+// There are no arguments for the conversions that a message happens to hold: none of them may reach for one.
+TEST(CTOVMSDevLoggerPanicTest, APanicSurvivesEveryConversionInItsMessage)
+{
+    std::string sMany;
+    for (int nConversion = 0; nConversion < 500; ++nConversion)
+        sMany += "%s%f%I64d";
+    for (const std::string& sMessage : {std::string("%n%hn%ln"), std::string("%*.*d %-*s"), std::string("100%"), sMany})
+    {
+        const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sMessage});
+        EXPECT_EQ(FAILED_EXIT, oChild.nExitCode) << sMessage;
+        ASSERT_EQ(1u, oChild.aBoxes.size()) << sMessage;
+        EXPECT_EQ("Folder/File.cpp(148) : " + sMessage, oChild.aBoxes[0].sText);
+        EXPECT_EQ(1, std::count_if(
+                         oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
+                         [](const std::string& sText) { return sText.compare(0, 23, "Folder/File.cpp(148) : ") == 0; }))
+            << sMessage;
+    }
+}
+
+TEST(CTOVMSDevLoggerPanicTest, ALongPanicComesOutWhole)
+{
+    const std::string sLong(3000, 'p');
+    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sLong});
+
+    EXPECT_EQ(
+        1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), "Folder/File.cpp(148) : " + sLong));
+    ASSERT_EQ(1u, oChild.aBoxes.size());
+    EXPECT_EQ("Folder/File.cpp(148) : " + sLong, oChild.aBoxes[0].sText);
+}
+
+// The argument behind "=" is the format; without one there is no format.
+TOV_CHILD(PanicsWithTheFormat)
+{
+    tRecord& aRecord = MakeImmortal<tRecord>();
+    TOVDebug::CTOVDebugServer::Instance().Register(&MakeImmortal<CLaterListener>("A", aRecord));
+    std::atexit(TellLock);
+    const char* szFormat = aArguments.empty() ? NULL : aArguments[0].c_str() + 1;
+    try
+    {
+        TOVPanic("Folder/File.cpp", 148, szFormat);
+    }
+    catch (...)
+    {
+        std::printf("came back; ");
+    }
+}
+
+TEST(CTOVMSDevLoggerPanicTest, AFormatThatCannotBeUsedIsTheMessageAsItStands)
+{
+    for (const char* szFormat : {"", "100%", "%E", "at 100% and %y"})
+    {
+        const std::string sFormat = szFormat;
+        const sObservedChild oChild = RunDebugged("PanicsWithTheFormat", {'=' + sFormat});
+        EXPECT_EQ(FAILED_EXIT, oChild.nExitCode) << sFormat;
+        ASSERT_EQ(1u, oChild.aBoxes.size()) << sFormat;
+        EXPECT_EQ(PREFIX + sFormat, oChild.aBoxes[0].sText);
+        EXPECT_EQ("Folder/File.cpp heard of " + sFormat + "; free", oChild.sOutput);
+    }
+}
+
+TEST(CTOVMSDevLoggerPanicTest, APanicWithoutAFormatShowsItsPosition)
+{
+    const sObservedChild oChild = RunDebugged("PanicsWithTheFormat");
+
+    EXPECT_EQ(FAILED_EXIT, oChild.nExitCode);
+    ASSERT_EQ(1u, oChild.aBoxes.size());
+    EXPECT_EQ(PREFIX, oChild.aBoxes[0].sText);
+    EXPECT_EQ("Folder/File.cpp heard of nothing; free", oChild.sOutput);
+}
