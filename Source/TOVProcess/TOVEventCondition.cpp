@@ -11,12 +11,17 @@ namespace Event = TOVPlatform::TOVSynchronization::Event;
 
 namespace
 {
-// NULL when there is no memory, also for so many that their bytes cannot be counted: new would throw then.
-unsigned long long* NewHandles(int nNumEvents)
+// The handles of the events, which are asked for by their index. NULL when there is no memory, also for so many that
+// their bytes cannot be counted: new would throw then.
+template<class TEventAt> unsigned long long* TakeHandles(int nNumEvents, const TEventAt& fnEventAt)
 {
     if (nNumEvents > INT_MAX / static_cast<int>(sizeof(unsigned long long)))
         return NULL;
-    return new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)];
+
+    unsigned long long* const pHandles = new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)];
+    for (int nEvent = 0; pHandles != NULL && nEvent < nNumEvents; ++nEvent)
+        pHandles[nEvent] = fnEventAt(nEvent).GetHandle();
+    return pHandles;
 }
 } // namespace
 
@@ -31,10 +36,8 @@ CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent* pEvents,
 {
     TOV_ASSERT(pEvents != NULL);
     TOV_ASSERT(nNumEvents > 0);
-    m_pEventHandles = NewHandles(nNumEvents);
+    m_pEventHandles = TakeHandles(nNumEvents, [&](int nEvent) -> const CTOVEvent& { return pEvents[nEvent]; });
     TOV_ASSERT(m_pEventHandles != NULL);
-    for (int nEvent = 0; nEvent < nNumEvents; ++nEvent)
-        m_pEventHandles[nEvent] = pEvents[nEvent].GetHandle();
 }
 
 CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent** pEvents, int nNumEvents)
@@ -42,20 +45,16 @@ CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent** pEvents
 {
     TOV_ASSERT(pEvents != NULL);
     TOV_ASSERT(nNumEvents > 0);
-    m_pEventHandles = NewHandles(nNumEvents);
+    m_pEventHandles = TakeHandles(nNumEvents, [&](int nEvent) -> const CTOVEvent& { return *pEvents[nEvent]; });
     TOV_ASSERT(m_pEventHandles != NULL);
-    for (int nEvent = 0; nEvent < nNumEvents; ++nEvent)
-        m_pEventHandles[nEvent] = pEvents[nEvent]->GetHandle();
 }
 
 CTOVEventCondition::CTOVEventCondition(eConditionType eType, const CTOVArray<CTOVEvent>& oEvents)
     : m_eConditionType(eType), m_pEventHandles(NULL), m_nNumEvents(static_cast<int>(oEvents.GetSize()))
 {
     TOV_ASSERT(!oEvents.IsEmpty());
-    m_pEventHandles = NewHandles(m_nNumEvents);
+    m_pEventHandles = TakeHandles(m_nNumEvents, [&](int nEvent) -> const CTOVEvent& { return oEvents[nEvent]; });
     TOV_ASSERT(m_pEventHandles != NULL);
-    for (int nEvent = 0; nEvent < m_nNumEvents; ++nEvent)
-        m_pEventHandles[nEvent] = oEvents[nEvent].GetHandle();
 }
 
 CTOVEventCondition::CTOVEventCondition(const CTOVEventCondition& oOther) = default;
