@@ -3,6 +3,7 @@
 #include "Timer/TOVTimeEventInstruments.h"
 
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <set>
 
@@ -14,6 +15,12 @@ TOV_PRIVATE_MEMBER(HighResolution, CTOVTimer, bool, m_bHighResolutionTimer)
 int Install(const CTimeEvent& oEvent, int nKind)
 {
     return CTOVTimer::InstallTimeEvent(1, 0, &CTimeEvent::OnTimeEvent, oEvent.User(), nKind);
+}
+
+// Exactly: the timer's own milliseconds cut what the division by 1000 left a little too low.
+long long Milliseconds(const CTOVTimer& oClock)
+{
+    return std::llround(oClock.GetTimeDirect() * 1000);
 }
 
 template<class TCallback> int InstallNothing(int nKind)
@@ -234,23 +241,23 @@ TEST(CTOVTimeEventTest, IsOvertakenByOneThatComesEarlier)
 
 TEST(CTOVTimeEventTest, ComesNeverTooEarly)
 {
-    const unsigned long ulPeriod = 3;
+    const long long llPeriod = 3;
     CTOVTimer oClock;
     HighResolution(oClock) = false; // the events' own milliseconds
-    unsigned long aTimes[20] = {};
+    long long aTimes[20] = {};
     CTimeEvent oEvent;
     oEvent.m_fnAction = [&](int nCall, const sTimeEventCall&) {
         if (nCall <= 20)
-            aTimes[nCall - 1] = oClock.GetTimeInMsDirect();
+            aTimes[nCall - 1] = Milliseconds(oClock);
     };
-    const unsigned long ulStart = oClock.GetTimeInMsDirect();
+    const long long llStart = Milliseconds(oClock);
 
-    oEvent.Install(static_cast<int>(ulPeriod), PERIODIC);
+    oEvent.Install(static_cast<int>(llPeriod), PERIODIC);
     ASSERT_TRUE(oEvent.Reaches(21));
     oEvent.Uninstall();
 
-    for (unsigned long ulCall = 1; ulCall <= 20; ++ulCall)
-        EXPECT_LE(ulCall * ulPeriod, aTimes[ulCall - 1] - ulStart) << ulCall;
+    for (long long llCall = 1; llCall <= 20; ++llCall)
+        EXPECT_LE(llCall * llPeriod, aTimes[llCall - 1] - llStart) << llCall;
 }
 
 TEST(CTOVTimeEventTest, IsRefusedSilentlyWithoutAPeriod)
