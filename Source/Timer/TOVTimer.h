@@ -131,9 +131,9 @@ public:
     }
 
     // Ends an event, with the delay given at its installation as the period. A call that has begun goes on. Throws
-    // "mmres == TIMERR_NOERROR" if there is no such event, and if the system refuses to lower the period. An event of one
-    // call is gone after it; whether it still is there in the call is the system's affair (on Linux it is not). Every
-    // event is to be uninstalled before its callback goes away; nobody else does it.
+    // "mmres == TIMERR_NOERROR" if there is no such event, and if the system refuses to lower the period. An event of
+    // one call is gone after it; whether it still is there in the call is the system's affair (on Linux it is not).
+    // Every event is to be uninstalled before its callback goes away; nobody else does it.
     static void UninstallTimeEvent(int nEvent, int nPeriod);
 
 private:
