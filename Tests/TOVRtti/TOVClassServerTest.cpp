@@ -9,6 +9,7 @@
 #include <cstring>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -53,15 +54,18 @@ std::vector<std::string> NamesOf(const CTOVClassServer& oServer)
     return aNames;
 }
 
-// A server of its own with one descriptor, which the process's server holds as well.
+// A server of its own with one descriptor, which the process's server holds as well. The descriptors stand apart, since
+// destructors that check cannot be those of a fixture's members.
 class CTOVClassServerTest : public testing::Test
 {
-protected:
-    CTOVClassServerTest() : m_oClass("CSomething"), m_oOther("CSomethingElse") {}
+private:
+    const std::unique_ptr<CTOVClass> m_pClass = std::make_unique<CTOVClass>("CSomething");
+    const std::unique_ptr<CTOVClass> m_pOther = std::make_unique<CTOVClass>("CSomethingElse");
 
+protected:
     CTOVClassServer m_oServer;
-    CTOVClass m_oClass;
-    CTOVClass m_oOther;
+    CTOVClass& m_oClass = *m_pClass;
+    CTOVClass& m_oOther = *m_pOther;
 };
 } // namespace
 
