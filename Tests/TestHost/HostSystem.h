@@ -24,5 +24,8 @@ struct sTerminalRun
 sTerminalRun RunOnTerminal(const std::vector<std::string>& aArguments, const std::string& sText,
                            const std::function<void()>& fnWhenSeen);
 
+// Ctrl and C on that terminal, while the function runs.
+void PressInterruptKeys();
+
 // Where the variable has this value, what is started from here on sees it.
 void SetVariable(const char* szName, const std::string& sValue);

@@ -70,6 +70,18 @@ TEST_F(CHostTerminalTest, CountsTheCasesOfAllRuns)
     EXPECT_EQ("Run 1 of 2", oRun.aDuring[0]);
 }
 
+TEST_F(CHostTerminalTest, ReportsWhatRanWhenTheUserInterrupts)
+{
+    const sTerminalRun oRun =
+        RunOnTerminal({PathOfSuites("SuitesWaiting"), "--tap"}, "ok 1 - Waiting.before", &PressInterruptKeys);
+
+    EXPECT_EQ(3, oRun.nExitCode);
+    ASSERT_FALSE(oRun.aAfter.empty());
+    EXPECT_EQ("Bail out! Waiting.waits, and has a name that is far longer than the window of the terminal is wide was "
+              "interrupted",
+              oRun.aAfter.back());
+}
+
 TEST_F(CHostTerminalTest, ShowsNoProgressBetweenTheLinesOfAProtocol)
 {
     const sTerminalRun oRun = Run("ok 1 - Waiting.before", {"--tap"});

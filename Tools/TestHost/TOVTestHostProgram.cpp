@@ -12,6 +12,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace TOVTestHost
@@ -131,6 +132,21 @@ int ExitOf(const sTestRecord& oRecord)
     return oCounts.lFailed > 0 ? eExitFailed : oCounts.lPassed > 0 ? eExitPassed : eExitUsage;
 }
 
+// That a report cannot be written outweighs a failed case, but not an early end.
+int FinishReports(CTOVTestRecorder& oRecorder)
+{
+    try
+    {
+        oRecorder.Finish();
+        return eExitPassed;
+    }
+    catch (const std::runtime_error& oError)
+    {
+        std::fprintf(stderr, "tovtest: %s\n", oError.what());
+        return eExitUsage;
+    }
+}
+
 int RunAndReport(const sOptions& oOptions, char** aszArguments)
 {
     const std::vector<std::unique_ptr<ITOVTestReport>> aReports = MakeReports(oOptions);
@@ -144,8 +160,8 @@ int RunAndReport(const sOptions& oOptions, char** aszArguments)
         RunInWorker(aszArguments, oRecorder);
     if (oOptions.oRun.bListOnly)
         return eExitPassed;
-    oRecorder.Finish();
-    return ExitOf(oRecorder.GetRecord());
+    const int nExit = FinishReports(oRecorder);
+    return std::max(nExit, ExitOf(oRecorder.GetRecord()));
 }
 } // namespace
 

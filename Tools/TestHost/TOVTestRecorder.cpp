@@ -1,5 +1,7 @@
 #include <TestHost/TOVTestRecorder.h>
 
+#include <exception>
+
 namespace TOVTestHost
 {
 namespace
@@ -215,6 +217,22 @@ void CTOVTestRecorder::Finish()
     m_oRecord.dSeconds = SecondsSince(m_oStart);
     if (!m_oRecord.sEarlyEnd.empty())
         AddCasesNotRun();
-    Tell(&ITOVTestReport::OnEnd, m_oRecord);
+
+    // One that cannot be written does not take the others along.
+    std::exception_ptr pFirst;
+    for (ITOVTestReport* pReport : m_aReports)
+    {
+        try
+        {
+            pReport->OnEnd(m_oRecord);
+        }
+        catch (...)
+        {
+            if (pFirst == nullptr)
+                pFirst = std::current_exception();
+        }
+    }
+    if (pFirst != nullptr)
+        std::rethrow_exception(pFirst);
 }
 } // namespace TOVTestHost

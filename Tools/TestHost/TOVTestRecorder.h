@@ -36,7 +36,7 @@ public:
 
     void AddReport(ITOVTestReport& oReport);
 
-    // Has the reports written. Once, behind the last run.
+    // Has the reports written. Once, behind the last run. What a report throws comes out when all have had their turn.
     void Finish();
 
     const sTestRecord& GetRecord() const;

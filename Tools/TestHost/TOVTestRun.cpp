@@ -70,15 +70,14 @@ std::string DescribeException(const CCheckListener& oChecks)
 
 void LoadLibraries(const std::vector<std::string>& aLibraries, CTOVTestSelection& oSelection)
 {
-    std::set<std::string> aLoaded;
+    std::set<const void*> aLoaded;
     for (const std::string& sLibrary : aLibraries)
     {
-        if (!aLoaded.insert(sLibrary).second)
-            continue;
         std::string sReason;
-        if (!LoadSharedLibrary(sLibrary, sReason))
+        const void* pLibrary = LoadSharedLibrary(sLibrary, sReason);
+        if (pLibrary == nullptr)
             throw std::runtime_error("cannot load " + sReason);
-        if (oSelection.AddGroup() == 0)
+        if (aLoaded.insert(pLibrary).second && oSelection.AddGroup() == 0)
             throw std::runtime_error(sLibrary + " holds no test suite");
     }
 }

@@ -47,6 +47,8 @@ std::vector<std::string> LinesOnScreen(const std::string& sOutput)
     return aShown;
 }
 
+int s_nTerminal = -1;
+
 [[noreturn]] void BecomeHost(const std::string& sTerminal, const std::vector<std::string>& aArguments)
 {
     ::setsid();
@@ -109,6 +111,7 @@ sTerminalRun RunOnTerminal(const std::vector<std::string>& aArguments, const std
         if (oRun.aDuring.empty() && sOutput.find(sText) != std::string::npos)
         {
             oRun.aDuring = LinesOnScreen(sOutput);
+            s_nTerminal = nTerminal;
             fnWhenSeen();
         }
     }
@@ -120,6 +123,12 @@ sTerminalRun RunOnTerminal(const std::vector<std::string>& aArguments, const std
     oRun.nExitCode = WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
     oRun.aAfter = LinesOnScreen(sOutput);
     return oRun;
+}
+
+void PressInterruptKeys()
+{
+    if (::write(s_nTerminal, "\x03", 1) != 1)
+        throw std::runtime_error("the keys cannot be pressed");
 }
 
 void SetVariable(const char* szName, const std::string& sValue)

@@ -104,7 +104,16 @@ sTerminalRun RunOnTerminal(const std::vector<std::string>& aArguments, const std
     ::CloseHandle(hProcess);
     ::CloseHandle(hScreen);
     ::FreeConsole();
+    ::SetConsoleCtrlHandler(NULL, FALSE);
     return oRun;
+}
+
+void PressInterruptKeys()
+{
+    // This program hears the keys as well.
+    ::SetConsoleCtrlHandler(NULL, TRUE);
+    if (!::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0))
+        throw std::runtime_error("the keys cannot be pressed");
 }
 
 void SetVariable(const char* szName, const std::string& sValue)

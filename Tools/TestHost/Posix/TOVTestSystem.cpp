@@ -113,13 +113,13 @@ bool IsTerminal(std::FILE* pStream)
     return ::isatty(::fileno(pStream)) != 0;
 }
 
-bool LoadSharedLibrary(const std::string& sFile, std::string& sReason)
+const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason)
 {
     const std::string sPath = sFile.find('/') == std::string::npos ? "./" + sFile : sFile;
-    if (::dlopen(sPath.c_str(), RTLD_NOW | RTLD_LOCAL) != nullptr)
-        return true;
-    sReason = ::dlerror();
-    return false;
+    const void* pLibrary = ::dlopen(sPath.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (pLibrary == nullptr)
+        sReason = ::dlerror();
+    return pLibrary;
 }
 
 bool StandInOneModule(const void* pOne, const void* pOther)

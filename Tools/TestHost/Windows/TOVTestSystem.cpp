@@ -163,16 +163,17 @@ bool IsTerminal(std::FILE* pStream)
     return ::_isatty(::_fileno(pStream)) != 0;
 }
 
-bool LoadSharedLibrary(const std::string& sFile, std::string& sReason)
+const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason)
 {
-    // What the library needs may stand beside it.
     char szPath[MAX_PATH] = "";
     const DWORD dwLength = ::GetFullPathNameA(sFile.c_str(), sizeof(szPath), szPath, NULL);
-    if (dwLength > 0 && dwLength < sizeof(szPath) &&
-        ::LoadLibraryExA(szPath, NULL, LOAD_WITH_ALTERED_SEARCH_PATH) != NULL)
-        return true;
-    sReason = sFile + ": error " + std::to_string(::GetLastError());
-    return false;
+    // What the library needs may stand beside it.
+    const HMODULE hLibrary = dwLength > 0 && dwLength < sizeof(szPath)
+                                 ? ::LoadLibraryExA(szPath, NULL, LOAD_WITH_ALTERED_SEARCH_PATH)
+                                 : NULL;
+    if (hLibrary == NULL)
+        sReason = sFile + ": error " + std::to_string(::GetLastError());
+    return hLibrary;
 }
 
 bool StandInOneModule(const void* pOne, const void* pOther)
