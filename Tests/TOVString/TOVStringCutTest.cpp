@@ -2,6 +2,8 @@
 #include "TOVString/TOVStringKinds.h"
 
 #include <climits>
+#include <memory>
+#include <vector>
 
 namespace
 {
@@ -48,7 +50,13 @@ protected:
     }
 
     typedef std::vector<sHeld> tParts;
-    CTOVArray<TString> m_aParts;
+
+private:
+    // Apart, since destructors that check cannot be those of a fixture's members.
+    const std::unique_ptr<CTOVArray<TString>> m_pParts = std::make_unique<CTOVArray<TString>>();
+
+protected:
+    CTOVArray<TString>& m_aParts = *m_pParts;
 };
 TYPED_TEST_SUITE(CTOVStringSplitTest, tStrings, sStringName);
 } // namespace
