@@ -23,7 +23,8 @@ public:
     void Lock() const;
     void Unlock() const;
 
-    // True if another thread holds the mutex. Settled: false leaves the caller as the owner, who has to call Unlock.
+    // True if another thread holds the mutex. Settled: false leaves the caller as the owner, who has to call Unlock;
+    // and so does true when the former owner has ended without one.
     bool IsLocked() const;
 
     // For waits for several objects.

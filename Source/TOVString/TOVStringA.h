@@ -32,7 +32,8 @@ template<class TString> class CTOVStringText;
 // Text arguments below 0x10000 are string ids where operator=(const char*) is told to load them. A source that lies
 // inside the string's own block is read before it is overwritten or freed.
 //
-// Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was. Exhausted memory surfaces as
+// Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was, but for those of a format without
+// text, of a NULL to copy, and behind a replacement. Exhausted memory surfaces as
 // std::bad_alloc. No lock: one thread at a time, for all strings that share a block together.
 class TOV_EXPORT CTOVStringA
 {

@@ -18,8 +18,8 @@ template<class TString> class CTOVStringText;
 //
 //   string ids               there are none: every value but NULL is a pointer to text, LoadStringResource does nothing
 //   CTOVStringW(wchar_t, n)  fills n bytes, not n characters
-//   search positions         plain arithmetic, one unit a character; a start inside the capacity but behind the text
-//                            searches what lies there
+//   search positions         plain arithmetic, one unit a character; FindOneOf and FindNotOneOf search what lies
+//                            behind the text, if they start there
 //   Replace(wchar_t, ...)    refuses a new character of 0 only
 //   Split                    the separator is a char, extended with its sign
 //   GetAt, SetAt             16 bits

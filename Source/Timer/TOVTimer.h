@@ -20,7 +20,8 @@
 // "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)"; where a channel has to be defined, that with
 // " && IsDefined(nChannel)"; where it has to run, that with " && IsDefinedAndRunning(nChannel)".
 //
-// Reading costs one read of the counter and one of its frequency. Nothing but DefineChannel allocates. No lock: what
+// Reading costs one read of the counter and one of its frequency. Of what is done with
+// channels, only DefineChannel allocates. No lock: what
 // changes a channel belongs to one thread. Copies are timers of their own and take the channels as they stand.
 class TOV_EXPORT CTOVTimer
 {
