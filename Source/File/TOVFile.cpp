@@ -80,7 +80,7 @@ CTOVFile::CTOVFile(const CTOVFile& oOther) = default;
 
 CTOVFile& CTOVFile::operator=(const CTOVFile& oOther) = default;
 
-CTOVFile::~CTOVFile() noexcept(false)
+CTOVFile::~CTOVFile()
 {
     CTOVFile::Close();
 }

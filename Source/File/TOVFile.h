@@ -59,7 +59,7 @@ public:
     unsigned long long GetSize() const override;
 
     // As Close.
-    virtual ~CTOVFile() noexcept(false);
+    virtual ~CTOVFile();
 
 private:
     unsigned long long m_hFile; // FILE_INVALID_HANDLE: closed

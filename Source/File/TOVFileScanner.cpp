@@ -23,7 +23,7 @@ CTOVFileScanner::CTOVFileScanner(const CTOVFileScanner& oOther) = default;
 
 CTOVFileScanner& CTOVFileScanner::operator=(const CTOVFileScanner& oOther) = default;
 
-CTOVFileScanner::~CTOVFileScanner() noexcept(false) = default;
+CTOVFileScanner::~CTOVFileScanner() = default;
 
 void CTOVFileScanner::AddScanDirectory(const CTOVPath& oDirectory, const CTOVStringA& oPattern)
 {

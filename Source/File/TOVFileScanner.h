@@ -40,7 +40,7 @@ public:
                                                 unsigned long long ullUserValue);
 
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVFileScanner() noexcept(false);
+    virtual ~CTOVFileScanner();
 
     // Scans all directories in the order in which they were added, and hands each file and the caller's value to the
     // callback. A directory that is missing gives no files; an empty one throws "(0 <= lIndex) && (lIndex <

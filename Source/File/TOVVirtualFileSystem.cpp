@@ -49,7 +49,7 @@ CTOVVirtualFileSystem::CTOVVirtualFileSystem(const CTOVVirtualFileSystem& oOther
 
 CTOVVirtualFileSystem& CTOVVirtualFileSystem::operator=(const CTOVVirtualFileSystem& oOther) = default;
 
-CTOVVirtualFileSystem::~CTOVVirtualFileSystem() noexcept(false) = default;
+CTOVVirtualFileSystem::~CTOVVirtualFileSystem() = default;
 
 CTOVVirtualFileSystem& CTOVVirtualFileSystem::Instance()
 {

@@ -69,7 +69,7 @@ public:
     // colon and the assigned path does not end in a separator.
     CTOVPath ResolvePath(const CTOVPath& oPath) override;
 
-    virtual ~CTOVVirtualFileSystem() noexcept(false);
+    virtual ~CTOVVirtualFileSystem();
 
 private:
     std::map<CTOVStringA, CTOVPath> m_oAssigns; // in the order of unsigned bytes

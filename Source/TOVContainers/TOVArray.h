@@ -35,7 +35,7 @@ template<class T> class TOV_TEMPLATE CTOVArray
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVArray() noexcept(false);
+    virtual ~CTOVArray();
 
     // Adds a copy at the end. Returns its index.
     virtual long Add(const T& oElement);
@@ -125,7 +125,7 @@ template<class T> CTOVArray<T>::CTOVArray(const CTOVArray& oArray) : m_aArray(oA
 {
 }
 
-template<class T> CTOVArray<T>::~CTOVArray() noexcept(false)
+template<class T> CTOVArray<T>::~CTOVArray()
 {
 }
 

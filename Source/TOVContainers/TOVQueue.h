@@ -16,7 +16,7 @@ template<class T> class TOV_TEMPLATE CTOVQueue
 {
 public:
     // Virtual operation.
-    virtual ~CTOVQueue() noexcept(false);
+    virtual ~CTOVQueue();
 
     CTOVQueue();
     CTOVQueue(const CTOVQueue& oQueue);
@@ -44,7 +44,7 @@ template<class T> CTOVQueue<T>::CTOVQueue(const CTOVQueue& oQueue) : m_aQueue(oQ
 {
 }
 
-template<class T> CTOVQueue<T>::~CTOVQueue() noexcept(false)
+template<class T> CTOVQueue<T>::~CTOVQueue()
 {
 }
 

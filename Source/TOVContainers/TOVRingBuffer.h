@@ -22,7 +22,7 @@ template<class T> class TOV_TEMPLATE CTOVRingBuffer
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVRingBuffer() noexcept(false);
+    virtual ~CTOVRingBuffer();
 
     // Stores a copy behind the newest element. Returns false, with nothing changed, when full.
     virtual bool Write(const T& oElement);
@@ -75,7 +75,7 @@ template<class T> CTOVRingBuffer<T>::CTOVRingBuffer(const CTOVRingBuffer& oSourc
     *this = oSource;
 }
 
-template<class T> CTOVRingBuffer<T>::~CTOVRingBuffer() noexcept(false)
+template<class T> CTOVRingBuffer<T>::~CTOVRingBuffer()
 {
     TOV_SAFE_DELETE_ARRAY(m_pBuffer);
 }

@@ -16,7 +16,7 @@ template<class T> class TOV_TEMPLATE CTOVStack
 {
 public:
     // Virtual operation.
-    virtual ~CTOVStack() noexcept(false);
+    virtual ~CTOVStack();
 
     CTOVStack();
     CTOVStack(const CTOVStack& oStack);
@@ -48,7 +48,7 @@ template<class T> CTOVStack<T>::CTOVStack(const CTOVStack& oStack) : m_aStack(oS
 {
 }
 
-template<class T> CTOVStack<T>::~CTOVStack() noexcept(false)
+template<class T> CTOVStack<T>::~CTOVStack()
 {
 }
 

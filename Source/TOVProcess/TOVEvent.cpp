@@ -5,7 +5,7 @@
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 
-CTOVEvent::~CTOVEvent() noexcept(false)
+CTOVEvent::~CTOVEvent()
 {
     Event::Destroy(m_hEvent);
 }

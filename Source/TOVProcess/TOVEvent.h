@@ -13,7 +13,7 @@ class TOV_EXPORT CTOVEvent
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVEvent() noexcept(false);
+    virtual ~CTOVEvent();
 
     // Not signalled. With manual reset it stays signalled until Reset, otherwise the wait that it releases clears it.
     // A failure to create it is logged; the object then has handle 0 and its operations do nothing.

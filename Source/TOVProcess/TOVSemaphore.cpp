@@ -5,7 +5,7 @@
 
 namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 
-CTOVSemaphore::~CTOVSemaphore() noexcept(false)
+CTOVSemaphore::~CTOVSemaphore()
 {
     Semaphore::Destroy(m_hSemaphore);
 }

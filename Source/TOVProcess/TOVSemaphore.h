@@ -14,7 +14,7 @@ class TOV_EXPORT CTOVSemaphore
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVSemaphore() noexcept(false);
+    virtual ~CTOVSemaphore();
 
     // With a name the semaphore is shared with all others of that name, in other processes of this user too; one that
     // exists already keeps its counts. Impossible counts, and a name that another kind of object has, throw.

@@ -46,7 +46,7 @@ CTOVClass::CTOVClass(const CTOVClass& oOther)
     m_szName = ShareName(oOther.m_szName);
 }
 
-CTOVClass::~CTOVClass() noexcept(false)
+CTOVClass::~CTOVClass()
 {
     if (m_dwClassId != s_dwNoClassId)
     {

@@ -26,7 +26,7 @@ CTOVFileStream::CTOVFileStream(CTOVFile* pFile, int nMode, unsigned long long ul
 CTOVFileStream::CTOVFileStream(const CTOVFileStream& oOther) = default;
 CTOVFileStream& CTOVFileStream::operator=(const CTOVFileStream& oOther) = default;
 
-CTOVFileStream::~CTOVFileStream() noexcept(false)
+CTOVFileStream::~CTOVFileStream()
 {
     ClearVersionStack();
 }

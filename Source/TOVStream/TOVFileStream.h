@@ -57,7 +57,7 @@ public:
     // Always -1 when storing.
     int GetVersion() const override;
 
-    virtual ~CTOVFileStream() noexcept(false);
+    virtual ~CTOVFileStream();
 
     // Throws unless pFile != NULL, and for a closed file the check of its GetSize. The option value is kept, and has no
     // effect.

@@ -41,7 +41,7 @@ CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long lon
 CTOVReadFileStream::CTOVReadFileStream(const CTOVReadFileStream& oOther) = default;
 CTOVReadFileStream& CTOVReadFileStream::operator=(const CTOVReadFileStream& oOther) = default;
 
-CTOVReadFileStream::~CTOVReadFileStream() noexcept(false)
+CTOVReadFileStream::~CTOVReadFileStream()
 {
     TOV_SAFE_DELETE(m_pStream);
     if (m_oFile.IsOpen())

@@ -47,7 +47,7 @@ public:
     unsigned long long GetSize() const override;
     int GetVersion() const override;
 
-    virtual ~CTOVReadFileStream() noexcept(false);
+    virtual ~CTOVReadFileStream();
 
     // Opens the file through CTOVFile, so an assigned name may stand in front. Throws ReadFileStreamException 0 if it
     // cannot be opened. The option value goes to the inner stream, and has no effect.

@@ -42,7 +42,7 @@ CTOVWriteFileStream::CTOVWriteFileStream(const char* szFileName, bool bAppend, u
 CTOVWriteFileStream::CTOVWriteFileStream(const CTOVWriteFileStream& oOther) = default;
 CTOVWriteFileStream& CTOVWriteFileStream::operator=(const CTOVWriteFileStream& oOther) = default;
 
-CTOVWriteFileStream::~CTOVWriteFileStream() noexcept(false)
+CTOVWriteFileStream::~CTOVWriteFileStream()
 {
     TOV_SAFE_DELETE(m_pStream);
     if (m_oFile.IsOpen())

@@ -51,7 +51,7 @@ public:
     unsigned long long GetSize() const override;
     int GetVersion() const override;
 
-    virtual ~CTOVWriteFileStream() noexcept(false);
+    virtual ~CTOVWriteFileStream();
 
     // Creates the file, or truncates it, or with bAppend adds at its end. The name goes through CTOVFile, so an
     // assigned name may stand in front. Throws WriteFileStreamException 0 if it cannot be opened. The option value goes

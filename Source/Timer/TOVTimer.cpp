@@ -89,7 +89,7 @@ CTOVTimer::CTOVTimer(const CTOVTimer& oOther) = default;
 
 CTOVTimer& CTOVTimer::operator=(const CTOVTimer& oOther) = default;
 
-CTOVTimer::~CTOVTimer() noexcept(false) = default;
+CTOVTimer::~CTOVTimer() = default;
 
 CTOVTimer& CTOVTimer::Instance()
 {

@@ -35,7 +35,7 @@ public:
                                                  unsigned long ulReserved1, unsigned long ulReserved2);
 
     // Virtual operation.
-    virtual ~CTOVTimer() noexcept(false);
+    virtual ~CTOVTimer();
 
     // Chooses the time base. No channel is defined.
     CTOVTimer();
