@@ -1,9 +1,28 @@
 #include "Startup/StartupHost.h"
 
-#include <Debug/TOVCompiler.h>
+#include "Support/TOVChildProcess.h"
+
+#include <Debug/TOVDebug.h>
+#include <TOVPlatform/TOVFile.h>
 #include <Test/TOVTestSuiteFactory.h>
 
 #include <cstdio>
+
+// What the library's own parts do before they are made, and after they are gone.
+static void TellUse()
+{
+    namespace File = TOVPlatform::TOVFile;
+    const bool bLogged = TOVDebug::_Log("host", 1, 0x1, eSeverityInfo, "used");
+    const unsigned long long hFile = File::Open(PathOfThisProgram().c_str(), "rb");
+    char cFirst = 0;
+    const bool bRead = hFile != FILE_INVALID_HANDLE && File::Read(hFile, &cFirst, 1, 1) == 1;
+    const bool bClosed = bRead && File::Close(hFile) == File::eFileSuccess;
+
+    char szLine[128];
+    std::snprintf(szLine, sizeof(szLine), "used %d %lld %d\n", bLogged ? 1 : 0, static_cast<long long>(hFile),
+                  bClosed ? 1 : 0);
+    TellDebugger(szLine);
+}
 
 // The library comes here for its creator map before this program's statics are made and after they are gone. Each call
 // tells the names that came or went since the one before.
@@ -34,5 +53,7 @@ extern "C" TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect()
     *s_pKnown = *s_pCreators;
     std::snprintf(szLine, sizeof(szLine), "asked with %d\n", static_cast<int>(s_pCreators->size()));
     TellDebugger(szLine);
+    if (IsUsing())
+        TellUse();
     return *s_pCreators;
 }

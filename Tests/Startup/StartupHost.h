@@ -2,11 +2,11 @@
 // asked for, in children that were told to.
 #pragma once
 
-// Starts and ends the telling in the children that are started from now on.
+// Starts and ends the telling in the children that are started from now on. They may use the library as well.
 class CTellingChildren
 {
 public:
-    CTellingChildren();
+    explicit CTellingChildren(bool bUsing = false);
     ~CTellingChildren();
     CTellingChildren(const CTellingChildren&) = delete;
     CTellingChildren& operator=(const CTellingChildren&) = delete;
@@ -14,6 +14,7 @@ public:
 
 // Whether this process is such a child. Can be asked before and after the program's own life.
 bool IsTelling();
+bool IsUsing();
 
 // Hands a line to the debugger without the library's help.
 void TellDebugger(const char* szLine);

@@ -110,3 +110,33 @@ TEST_F(TOVStartupOrderTest, TheCleanUpMirrorsTheStartUp)
     EXPECT_EQ(aSuiteEvents, tTexts(aEvents.end() - static_cast<std::ptrdiff_t>(aSuiteEvents.size()), aEvents.end()))
         << Joined(Texts().aBehind);
 }
+
+namespace
+{
+// The lines that tell of a use among the texts.
+int CountUses(const tTexts& aTexts, const std::string& sLine)
+{
+    const std::string sAll = Joined(aTexts);
+    int nCount = 0;
+    for (std::size_t n = sAll.find(sLine); n != std::string::npos; n = sAll.find(sLine, n + 1))
+        ++nCount;
+    return nCount;
+}
+} // namespace
+
+// Before the logger and the file handle table are made, and when they are gone: a line is logged, to nobody, and the
+// first file is handle 0 each time.
+TEST(TOVStartupUseTest, LogsAndOpensFilesBeforeTheStartUpAndAfterTheCleanUp)
+{
+    const CTellingChildren oTelling(true);
+    const sObservedChild oChild = RunDebugged("AsksForTheSuites");
+    const sDebuggerTexts oTexts = SplitAtMarks(oChild.aDebuggerTexts);
+
+    EXPECT_EQ(0, oChild.nExitCode);
+    for (const std::string& sLine : {std::string("used "), std::string("used 1 0 1\n")})
+    {
+        EXPECT_EQ(12, CountUses(oTexts.aBefore, sLine)) << Joined(oTexts.aBefore);
+        EXPECT_EQ(1, CountUses(oTexts.aBetween, sLine)) << Joined(oTexts.aBetween);
+        EXPECT_EQ(12, CountUses(oTexts.aBehind, sLine)) << Joined(oTexts.aBehind);
+    }
+}

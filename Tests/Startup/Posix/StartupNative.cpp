@@ -5,10 +5,11 @@
 #include <unistd.h>
 
 static const char TELLING[] = "TOV_TELLING";
+static const char USING[] = "using";
 
-CTellingChildren::CTellingChildren()
+CTellingChildren::CTellingChildren(bool bUsing)
 {
-    ::setenv(TELLING, "1", 1);
+    ::setenv(TELLING, bUsing ? USING : "1", 1);
 }
 
 CTellingChildren::~CTellingChildren()
@@ -19,6 +20,11 @@ CTellingChildren::~CTellingChildren()
 bool IsTelling()
 {
     return std::getenv(TELLING) != nullptr;
+}
+
+bool IsUsing()
+{
+    return IsTelling() && std::strcmp(std::getenv(TELLING), USING) == 0;
 }
 
 // Where the library's own texts for a debugger go.

@@ -1,12 +1,14 @@
 #include "Startup/StartupHost.h"
 
+#include <cstring>
 #include <windows.h>
 
 static const char TELLING[] = "TOV_TELLING";
+static const char USING[] = "using";
 
-CTellingChildren::CTellingChildren()
+CTellingChildren::CTellingChildren(bool bUsing)
 {
-    ::SetEnvironmentVariableA(TELLING, "1");
+    ::SetEnvironmentVariableA(TELLING, bUsing ? USING : "1");
 }
 
 CTellingChildren::~CTellingChildren()
@@ -17,6 +19,13 @@ CTellingChildren::~CTellingChildren()
 bool IsTelling()
 {
     return ::GetEnvironmentVariableA(TELLING, nullptr, 0) != 0;
+}
+
+bool IsUsing()
+{
+    char szValue[16] = "";
+    ::GetEnvironmentVariableA(TELLING, szValue, sizeof(szValue));
+    return std::strcmp(szValue, USING) == 0;
 }
 
 void TellDebugger(const char* szLine)
