@@ -112,6 +112,13 @@ eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
     if (pFile == NULL || nSize <= 0)
         return eFileFailure;
 
+    // Runtimes differ in whether room for the terminator alone holds a line.
+    if (nSize == 1)
+    {
+        *szBuffer = 0;
+        return eFileSuccess;
+    }
+
     return ToErrorCode(std::fgets(szBuffer, nSize, pFile) != NULL);
 }
 

@@ -82,7 +82,7 @@ TOV_EXPORT eFileErrorCode Close(unsigned long long hFile);
 TOV_EXPORT unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount);
 TOV_EXPORT unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount);
 
-// Reads a line with its line feed, at most nSize - 1 characters. Failure at the end of the file and on error.
+// Reads a line with its line feed, at most nSize - 1 characters. Failure at the end of the file, on error, for size 0.
 TOV_EXPORT eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize);
 
 // Writes a text. Settled: the result is the opposite of what happened, eFileFailure for a text that was written.
@@ -116,7 +116,7 @@ TOV_EXPORT void SplitPath(const char* szPath, char* szDrive, char* szDirectory, 
 TOV_EXPORT unsigned long GetAttributes(const char* szName);
 
 // Posix knows read-only alone: it takes every write permission away, and its absence gives the owner's back if nobody
-// has one.
+// has one. 0 and 0xFFFFFFFF reach Windows as they are; for Posix the one is without read-only, the other with it.
 TOV_EXPORT bool SetAttributes(const char* szName, unsigned long ulAttributes);
 
 // Starts a search and fills the record with the first entry that matches; case does not count, and with `*` and `?` in
