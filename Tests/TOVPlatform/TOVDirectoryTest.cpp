@@ -129,3 +129,15 @@ TEST_F(TOVPlatformDirectoryTest, TellsTheWorkingDirectoryToABufferThatHoldsIt)
     EXPECT_EQ(std::filesystem::current_path().string(), aBuffer.data());
     EXPECT_EQ('?', aBuffer.back());
 }
+
+TEST_F(TOVPlatformDirectoryTest, TellsNoWorkingDirectoryToNoBuffer)
+{
+    char szBuffer[] = "???";
+
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(NULL, 1024));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(NULL, 0));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(szBuffer, 0));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(szBuffer, -1));
+
+    EXPECT_STREQ("???", szBuffer);
+}

@@ -103,6 +103,16 @@ TEST_F(TOVPlatformFileAttributesTest, KeepReadOnlyBesideOthers)
     EXPECT_TRUE(IsSet(m_sFile, File::eFileAttributeReadOnly));
 }
 
+// It is handed on as it is, and read-only is among the system's bits.
+TEST_F(TOVPlatformFileAttributesTest, WithEveryBitMakeAFileReadOnly)
+{
+    EXPECT_TRUE(File::SetAttributes(m_sFile.c_str(), MISSING));
+
+    EXPECT_TRUE(IsReadOnly(m_sFile));
+    EXPECT_TRUE(IsSet(m_sFile, File::eFileAttributeReadOnly));
+    EXPECT_EQ("text", ReadWholeFile(m_sFile));
+}
+
 TEST_F(TOVPlatformFileAttributesTest, LetAReadOnlyFileBeRead)
 {
     File::SetAttributes(m_sFile.c_str(), File::eFileAttributeReadOnly);

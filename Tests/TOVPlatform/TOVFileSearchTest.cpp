@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstring>
 
 namespace File = TOVPlatform::TOVFile;
@@ -242,6 +243,17 @@ TEST_F(TOVPlatformFileSearchTest, PadsTheNameWithZeros)
 
     EXPECT_EQ("name" + std::string(256, '\0'), std::string(oRecord.szName, 260));
     EXPECT_EQ(260u, sizeof(oRecord.szName));
+}
+
+TEST_F(TOVPlatformFileSearchTest, HasARecordOf304BytesWithTheFieldsInTheirOrder)
+{
+    EXPECT_EQ(304u, sizeof(File::sTOVFindData));
+    EXPECT_EQ(0u, offsetof(File::sTOVFindData, ulAttributes));
+    EXPECT_EQ(8u, offsetof(File::sTOVFindData, ullCreationTime));
+    EXPECT_EQ(16u, offsetof(File::sTOVFindData, ullLastAccessTime));
+    EXPECT_EQ(24u, offsetof(File::sTOVFindData, ullLastWriteTime));
+    EXPECT_EQ(32u, offsetof(File::sTOVFindData, ullSize));
+    EXPECT_EQ(40u, offsetof(File::sTOVFindData, szName));
 }
 
 TEST_F(TOVPlatformFileSearchTest, FillsTheRecordAnewForEachEntry)

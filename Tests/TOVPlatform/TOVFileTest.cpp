@@ -151,6 +151,22 @@ TEST_F(TOVPlatformFileTest, TranslatesLineEndsInTextAlone)
     }
 }
 
+TEST_F(TOVPlatformFileTest, WritesAndReadsBackWhereAModeSaysBoth)
+{
+    for (const char* szMode : {"w+", "w+b", "wb+", "wt+c", "r+b", "rb+", "rt+", "a+b", "ab+"})
+    {
+        const unsigned long long hFile = OpenWith("12", szMode);
+        char szBuffer[8] = "";
+        File::Seek(hFile, 0, File::eSeekOriginEnd);
+        EXPECT_EQ(2u, File::Write(hFile, "xy", 1, 2)) << szMode;
+        File::Seek(hFile, 0, File::eSeekOriginStart);
+        File::Read(hFile, szBuffer, 1, 7);
+
+        EXPECT_STREQ(*szMode == 'w' ? "xy" : "12xy", szBuffer) << szMode;
+        File::Close(hFile);
+    }
+}
+
 TEST_F(TOVPlatformFileTest, RefusesWhatIsNoMode)
 {
     for (const char* szMode : {"", "q", "t", "b", "+", "+r"})

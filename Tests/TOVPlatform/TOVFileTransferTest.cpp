@@ -178,6 +178,21 @@ TEST_F(TOVPlatformFileTransferTest, ReadsNoLineAtTheEndOfTheFile)
     EXPECT_STREQ("x", szBuffer);
 }
 
+TEST_F(TOVPlatformFileTransferTest, ReadsNoLineIntoNoRoom)
+{
+    const unsigned long long hFile = OpenWith("line\n", "rb");
+    char szBuffer[] = "???";
+
+    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, szBuffer, 0));
+    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, szBuffer, -1));
+    EXPECT_STREQ("???", szBuffer);
+
+    EXPECT_EQ(File::eFileSuccess, File::Gets(hFile, szBuffer, 1)); // room for the terminator
+    EXPECT_STREQ("", szBuffer);
+    EXPECT_EQ('?', szBuffer[1]);
+    EXPECT_EQ(0, File::Tell(hFile));
+}
+
 TEST_F(TOVPlatformFileTransferTest, ReadsNoLineFromAFileOpenForWriting)
 {
     const unsigned long long hFile = OpenWith("", "wb");
@@ -264,6 +279,17 @@ TEST_F(TOVPlatformFileTransferTest, GivesANegativeCountWhenItCannotPrint)
     EXPECT_GT(0, CallVprintf(hFile, "%d", 1));
 
     EXPECT_EQ("0123", CloseAndRead(hFile));
+}
+
+TEST_F(TOVPlatformFileTransferTest, PrintsNothingWithoutAFormat)
+{
+    const unsigned long long hFile = OpenWith("", "wb");
+    const char* szFormat = NULL;
+
+    EXPECT_EQ(-1, File::Printf(hFile, szFormat));
+    EXPECT_EQ(-1, CallVprintf(hFile, szFormat));
+
+    EXPECT_EQ("", CloseAndRead(hFile));
 }
 
 TEST_F(TOVPlatformFileTransferTest, TellsThePosition)

@@ -2,12 +2,18 @@
 
 #include <TOVPlatform/TOVMemory.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
 namespace
 {
 const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
+
+// How a child ends.
+const int CRASHED = -1;
+const int RAISED = 2;
 
 // A size as a caller with wider numbers hands it over: the functions' own 16 bits cut it.
 #pragma GCC diagnostic push
@@ -71,6 +77,40 @@ TEST(TOVFlatMemoryTest, CmpAndCopyCheckNothing)
 {
     EXPECT_NO_CHECK(TOVMemory_Cmp(NULL, NULL, 0));
     EXPECT_NO_CHECK(TOVMemory_Copy(NULL, NULL, 0));
+}
+
+TOV_CHILD(TouchesNullMemory)
+{
+    char szText[] = "abcd";
+    try
+    {
+        if (aArguments[0] == "first")
+            std::printf("%d", TOVMemory_Cmp(NULL, szText, 4));
+        else if (aArguments[0] == "second")
+            std::printf("%d", TOVMemory_Cmp(szText, NULL, 4));
+        else if (aArguments[0] == "destination")
+            TOVMemory_Copy(NULL, szText, 4);
+        else
+            TOVMemory_Copy(szText, NULL, 4);
+    }
+    catch (const CTOVException&)
+    {
+        std::exit(RAISED);
+    }
+}
+
+// Settled: a null pointer with a size is a fault of the caller's, which no check meets.
+TEST(TOVFlatMemoryTest, CmpAndCopyFaultAtANullPointerWithASize)
+{
+    for (const char* szWhich : {"first", "second", "destination", "source"})
+    {
+        const sChildResult oResult = RunChild("TouchesNullMemory", {szWhich});
+        const bool bReported = oResult.sOutput.find("null pointer") != std::string::npos ||
+                               oResult.sOutput.find("SEGV on") != std::string::npos; // by a sanitizer
+
+        EXPECT_TRUE(bReported || oResult.nExitCode == CRASHED) << szWhich << ": " << oResult.nExitCode;
+        EXPECT_EQ(std::string::npos, oResult.sOutput.find("deadline")) << szWhich;
+    }
 }
 
 TEST(TOVFlatMemoryTest, CopiesTheGivenBytes)

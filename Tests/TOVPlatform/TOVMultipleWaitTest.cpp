@@ -430,6 +430,8 @@ TEST_P(TOVMultipleWaitTest, FailsForACountThatNoTableHas)
     }
     EXPECT_EQ(-1, GetParam().fnWait(nullptr, 0, false));
     EXPECT_EQ(-1, GetParam().fnWait(nullptr, 0, true));
+    EXPECT_EQ(-1, GetParam().fnWait(nullptr, 1, false));
+    EXPECT_EQ(-1, GetParam().fnWait(nullptr, 1, true));
 }
 
 TEST_P(TOVMultipleWaitTest, LeavesTheTableOfHandlesAlone)

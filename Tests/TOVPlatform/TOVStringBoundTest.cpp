@@ -307,6 +307,14 @@ TYPED_TEST(TOVPlatformBoundTest, CoversATextBehindA64BitInteger)
     ExpectCovers<TypeParam>("%I64d%s%I64d%s", -1ll, oText.Get(), 5000000000ll, oText.Get());
 }
 
+TYPED_TEST(TOVPlatformBoundTest, GivesUpBeyondTheLargestNumber)
+{
+    EXPECT_EQ(2147483646, BoundOf<TypeParam>("%2147483646d", 1)); // a terminator still counts
+    EXPECT_EQ(-1, BoundOf<TypeParam>("%2147483647d", 1));
+    EXPECT_EQ(-1, BoundOf<TypeParam>("%2147483647d%2147483647d", 1, 2));
+    EXPECT_EQ(-1, BoundOf<TypeParam>("x%2147483646d", 1));
+}
+
 TYPED_TEST(TOVPlatformBoundTest, CoversLongLiterals)
 {
     const std::string sLong(100000, 'x');

@@ -477,6 +477,10 @@ TYPED_TEST(TOVPlatformStringTest, ReadsSignedNumbers)
         {"99999999999999999999x", 10, lMost, 20},
         {"-99999999999999999999x", 10, -lMost - 1, 21},
         {"80000000", 16, lMost, 8},
+        {"0x", 16, 0, 0},
+        {"0x", 0, 0, 0},
+        {"0xg", 16, 0, 0},
+        {"0xg", 0, 0, 0},
     };
     for (const sNumber<long>& oNumber : aNumbers)
     {
@@ -504,6 +508,10 @@ TYPED_TEST(TOVPlatformStringTest, ReadsUnsignedNumbers)
         {"-1", 10, ulMost, 2},
         {"-5", 10, ulMost - 4, 2},
         {"-4294967295", 10, 1, 11},
+        {"0x", 16, 0, 0},
+        {"0x", 0, 0, 0},
+        {"0xg", 16, 0, 0},
+        {"-0xg", 0, 0, 0},
     };
     for (const sNumber<unsigned long>& oNumber : aNumbers)
     {

@@ -1,4 +1,5 @@
 // What the file functions ask of the system, and what they make of its answers.
+#include "Support/TOVBlockableThread.h"
 #include "Support/TOVImportHook.h"
 #include "Support/TOVTestSupport.h"
 
@@ -56,6 +57,20 @@ DWORD Written(unsigned long ulAttributes)
 
 std::string s_sName;
 std::string s_sMode;
+
+CGate* s_pMayOpen;
+CGate* s_pOpening;
+
+// The file "slow" is opened when the test says so.
+FILE* OpenWhenTold(const char* szName, const char* szMode)
+{
+    if (std::strstr(szName, "slow") != NULL)
+    {
+        s_pOpening->Open();
+        s_pMayOpen->Wait();
+    }
+    return std::fopen(szName, szMode);
+}
 
 FILE* RefuseToOpen(const char* szName, const char* szMode)
 {
@@ -273,4 +288,32 @@ TEST_F(TOVWindowsFileSearchTest, CopiesNoMoreOfANameThanItsRecordHolds)
 
     EXPECT_EQ(std::string(260, 'n'), std::string(m_oRecord.szName, 260));
     EXPECT_EQ('\0', m_oRecord.cGuard);
+}
+
+// The table of files is free while the system is busy with one of them.
+TEST(TOVWindowsFileTest, KeepsTheTableFreeWhileAFileIsBeingOpened)
+{
+    const CTempFolder oFolder;
+    WriteWholeFile(oFolder.File("slow"), "s");
+    WriteWholeFile(oFolder.File("quick"), "q");
+    CGate oMayOpen;
+    CGate oOpening;
+    s_pMayOpen = &oMayOpen;
+    s_pOpening = &oOpening;
+    const CImportHook oHook("fopen", &OpenWhenTold);
+    unsigned long long hSlow = FILE_INVALID_HANDLE;
+    CBlockableThread oSlow([&] { hSlow = File::Open(oFolder.File("slow").c_str(), "rb"); });
+    ASSERT_TRUE(oOpening.Wait());
+
+    CBlockableThread oQuick([&] {
+        char cRead = 0;
+        const unsigned long long hQuick = File::Open(oFolder.File("quick").c_str(), "rb");
+        EXPECT_EQ(1u, File::Read(hQuick, &cRead, 1, 1));
+        EXPECT_EQ(File::eFileSuccess, File::Close(hQuick));
+    });
+    EXPECT_TRUE(oQuick.Finishes());
+
+    oMayOpen.Open();
+    ASSERT_TRUE(oSlow.Finishes());
+    EXPECT_EQ(File::eFileSuccess, File::Close(hSlow));
 }

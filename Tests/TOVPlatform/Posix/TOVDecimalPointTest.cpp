@@ -1,0 +1,90 @@
+// Decimal points other than the full stop. The program's localeconv and strtod stand before the C library's in every
+// module of the process and behave as in a locale with that point, so that none has to be installed.
+#include "TOVPlatform/TOVStringApis.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <dlfcn.h>
+
+namespace
+{
+const char* s_szPoint = nullptr;
+
+class CDecimalPoint
+{
+public:
+    explicit CDecimalPoint(const char* szPoint) { s_szPoint = szPoint; }
+    ~CDecimalPoint() { s_szPoint = nullptr; }
+    CDecimalPoint(const CDecimalPoint&) = delete;
+    CDecimalPoint& operator=(const CDecimalPoint&) = delete;
+};
+
+template<class TApi> class TOVDecimalPointTest : public testing::Test
+{
+};
+TYPED_TEST_SUITE(TOVDecimalPointTest, tStringApis, );
+} // namespace
+
+extern "C" TOV_PROGRAM_EXPORT lconv* localeconv() noexcept
+{
+    static const auto s_pfReal = reinterpret_cast<lconv* (*)()>(::dlsym(RTLD_NEXT, "localeconv"));
+    lconv* const pReal = s_pfReal();
+    if (s_szPoint == nullptr)
+        return pReal;
+
+    static lconv s_oChanged;
+    s_oChanged = *pReal;
+    s_oChanged.decimal_point = const_cast<char*>(s_szPoint);
+    return &s_oChanged;
+}
+
+extern "C" TOV_PROGRAM_EXPORT double strtod(const char* szText, char** pszEnd) noexcept
+{
+    static const auto s_pfReal = reinterpret_cast<double (*)(const char*, char**)>(::dlsym(RTLD_NEXT, "strtod"));
+    if (s_szPoint == nullptr || pszEnd != nullptr)
+        return s_pfReal(szText, pszEnd);
+
+    std::string sText = szText;
+    const std::string sPoint = s_szPoint;
+    const std::size_t nStop = sText.find('.');
+    const std::size_t nPoint = sText.find(sPoint);
+    if (nStop < nPoint)
+        sText.resize(nStop);
+    else if (nPoint != std::string::npos)
+        sText.replace(nPoint, sPoint.size(), ".");
+    return s_pfReal(sText.c_str(), nullptr);
+}
+
+TYPED_TEST(TOVDecimalPointTest, IsReadAndEndsTheNumberWhereItIsAnother)
+{
+    const CDecimalPoint oPoint(",");
+    CText<typename TypeParam::tUnit> oComma("1,5.");
+    CText<typename TypeParam::tUnit> oStop("1.5");
+    typename TypeParam::tUnit* pStop = nullptr;
+
+    EXPECT_EQ(1.5, TypeParam::ToDouble(oComma, &pStop));
+    EXPECT_EQ(3, pStop - oComma.Get());
+    EXPECT_EQ(1.0, TypeParam::ToDouble(oStop, &pStop));
+    EXPECT_EQ(1, pStop - oStop.Get());
+}
+
+TYPED_TEST(TOVDecimalPointTest, IsPrinted)
+{
+    const CDecimalPoint oPoint(",");
+
+    EXPECT_EQ("1,50", Print<TypeParam>("%.2f", 1.5));
+    EXPECT_EQ("2,5e+00", Print<TypeParam>("%.1e", 2.5));
+    EXPECT_EQ("0,25", Print<TypeParam>("%g", 0.25));
+}
+
+TEST(TOVNarrowDecimalPointTest, MayTakeMoreThanOneByte)
+{
+    const CDecimalPoint oPoint("\xD9\xAB");
+
+    EXPECT_EQ("1\xD9\xAB"
+              "5",
+              Print<sNarrowApi>("%.1f", 1.5));
+    EXPECT_EQ(1.5, TOVPlatform::TOVStringA::ToDouble("1\xD9\xAB"
+                                                     "5",
+                                                     NULL));
+}

@@ -1,0 +1,69 @@
+// The table of files is free while the system is busy with one of them.
+#include "Support/TOVBlockableThread.h"
+#include "TOVPlatform/TOVFileInstruments.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace File = TOVPlatform::TOVFile;
+
+namespace
+{
+class TOVFileTableLockTest : public CFileFixture
+{
+protected:
+    TOVFileTableLockTest() : m_sPipe(Path("pipe"))
+    {
+        EXPECT_EQ(0, ::mkfifo(m_sPipe.c_str(), 0600));
+        WriteWholeFile(Path("file"), "text");
+    }
+
+    // Whether a thread can open, read and close a file.
+    bool CanUseAFile() const
+    {
+        const std::string sFile = Path("file");
+        CBlockableThread oOther([&sFile] {
+            char cFirst = 0;
+            const unsigned long long hFile = File::Open(sFile.c_str(), "rb");
+            EXPECT_EQ(1u, File::Read(hFile, &cFirst, 1, 1));
+            EXPECT_EQ(File::eFileSuccess, File::Close(hFile));
+        });
+        return oOther.Finishes();
+    }
+
+    const std::string m_sPipe;
+};
+} // namespace
+
+// Nobody opens a pipe to read before somebody opens it to write.
+TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingOpened)
+{
+    unsigned long long hPipe = FILE_INVALID_HANDLE;
+    CBlockableThread oOpening([&] { hPipe = File::Open(m_sPipe.c_str(), "rb"); });
+    ASSERT_TRUE(oOpening.IsBlocked());
+
+    EXPECT_TRUE(CanUseAFile());
+
+    const int nWriter = ::open(m_sPipe.c_str(), O_WRONLY | O_CLOEXEC);
+    ASSERT_TRUE(oOpening.Finishes());
+    ::close(nWriter);
+    EXPECT_EQ(File::eFileSuccess, File::Close(hPipe));
+}
+
+TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingRead)
+{
+    const int nWriter = ::open(m_sPipe.c_str(), O_RDWR | O_CLOEXEC);
+    const unsigned long long hPipe = File::Open(m_sPipe.c_str(), "rb");
+    char cRead = 0;
+    CBlockableThread oReading([&] { File::Read(hPipe, &cRead, 1, 1); });
+    EXPECT_TRUE(oReading.IsBlocked());
+
+    EXPECT_TRUE(CanUseAFile());
+
+    EXPECT_EQ(1, ::write(nWriter, "x", 1));
+    ::close(nWriter);
+    ASSERT_TRUE(oReading.Finishes());
+    EXPECT_EQ('x', cRead);
+    EXPECT_EQ(File::eFileSuccess, File::Close(hPipe));
+}

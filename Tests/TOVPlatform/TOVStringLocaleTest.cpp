@@ -1,0 +1,120 @@
+// Texts under a locale other than "C".
+#include "TOVPlatform/TOVStringApis.h"
+
+#include <clocale>
+
+namespace
+{
+const char* const LOCALE = TOV_SYSTEM_WINDOWS ? "English_United States.1252" : "C.UTF-8";
+
+// The process's locale while a test runs.
+template<class TApi> class TOVPlatformLocaleTest : public testing::Test
+{
+protected:
+    TOVPlatformLocaleTest() { EXPECT_NE(nullptr, std::setlocale(LC_ALL, LOCALE)); }
+
+    ~TOVPlatformLocaleTest() override { std::setlocale(LC_ALL, "C"); }
+};
+TYPED_TEST_SUITE(TOVPlatformLocaleTest, tStringApis, );
+
+typedef TOVPlatformLocaleTest<sNarrowApi> TOVPlatformNarrowLocaleTest;
+typedef TOVPlatformLocaleTest<sWideApi> TOVPlatformWideLocaleTest;
+
+struct sOrder
+{
+    const char* szFirst;
+    const char* szSecond;
+    int nOrder;
+};
+} // namespace
+
+TYPED_TEST(TOVPlatformLocaleTest, CollatesWithoutCase)
+{
+    const sOrder aOrders[] = {
+        {"abc", "ABC", 0}, {"ABC", "abd", -1}, {"abc", "ABD", -1}, {"", "A", -1}, {"Test", "tesT", 0}, {"a", "B", -1},
+    };
+    for (const sOrder& oOrder : aOrders)
+    {
+        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
+        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
+        EXPECT_EQ(oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oFirst, oSecond))) << oOrder.szFirst;
+        EXPECT_EQ(-oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oSecond, oFirst))) << oOrder.szFirst;
+    }
+}
+
+TYPED_TEST(TOVPlatformLocaleTest, CollatesToMinusOneZeroOrOne)
+{
+    CText<typename TypeParam::tUnit> oFirst("abc");
+    CText<typename TypeParam::tUnit> oSecond("xyz");
+
+    EXPECT_EQ(-1, TypeParam::Collate(oFirst, oSecond));
+    EXPECT_EQ(1, TypeParam::Collate(oSecond, oFirst));
+    EXPECT_EQ(0, TypeParam::Collate(oFirst, oFirst));
+}
+
+// The dictionary's order where the locale has one, and that of the code points where it has none. Compare knows
+// neither.
+TYPED_TEST(TOVPlatformLocaleTest, CollatesByTheLocaleAndComparesByUnits)
+{
+    CText<typename TypeParam::tUnit> oSmall("a");
+    CText<typename TypeParam::tUnit> oCapital("B");
+
+    EXPECT_EQ(TOV_SYSTEM_WINDOWS ? -1 : 1, TypeParam::Collate(oSmall, oCapital));
+    EXPECT_EQ(1, TypeParam::Compare(oSmall, oCapital));
+}
+
+TEST_F(TOVPlatformWideLocaleTest, KnowsTheCaseOfLettersAbove127)
+{
+    wchar_t szText[] = L"\xC4\xD6z\x0416\xDF";
+    wchar_t szOther[] = L"\xE4\xF6Z\x0436\xDF";
+
+    EXPECT_EQ(0, TOVPlatform::TOVStringW::CompareNoCase(szText, szOther));
+    EXPECT_EQ(0, TOVPlatform::TOVStringW::CollateNoCase(szText, szOther));
+    EXPECT_NE(0, TOVPlatform::TOVStringW::Compare(szText, szOther));
+
+    TOVPlatform::TOVStringW::ToLower(szText);
+    EXPECT_EQ(0, TOVPlatform::TOVStringW::Compare(L"\xE4\xF6z\x0436\xDF", szText));
+    TOVPlatform::TOVStringW::ToUpper(szText);
+    EXPECT_EQ(0, TOVPlatform::TOVStringW::Compare(L"\xC4\xD6Z\x0416\xDF", szText));
+}
+
+// Bytes above 127 are letters of the code page on Windows, and parts of characters in UTF-8.
+TEST_F(TOVPlatformNarrowLocaleTest, KnowsTheCaseOfTheCodePagesLetters)
+{
+    char szText[] = "\xC4z";
+    const char* const szLower = TOV_SYSTEM_WINDOWS ? "\xE4z" : "\xC4z";
+
+    EXPECT_EQ(TOV_SYSTEM_WINDOWS ? 0 : -1, TOVPlatform::TOVStringA::CompareNoCase(szText, "\xE4Z"));
+    TOVPlatform::TOVStringA::ToLower(szText);
+
+    EXPECT_STREQ(szLower, szText);
+}
+
+#if !TOV_SYSTEM_WINDOWS
+// A character of two units lies above all that have one, though its units do not.
+TEST_F(TOVPlatformWideLocaleTest, CollatesCharactersOfTwoUnitsAsOne)
+{
+    const wchar_t szPair[] = L"a\xD83D\xDE00";
+    const wchar_t szLaterPair[] = L"a\xD83D\xDE01";
+    const wchar_t szWide[] = L"a\xFF01";
+    const wchar_t szLoneHigh[] = L"a\xD83Dz";
+
+    EXPECT_EQ(1, TOVPlatform::TOVStringW::Collate(szPair, szWide));
+    EXPECT_EQ(-1, TOVPlatform::TOVStringW::Collate(szWide, szPair));
+    EXPECT_EQ(-1, TOVPlatform::TOVStringW::Collate(szPair, szLaterPair));
+    EXPECT_EQ(-1, TOVPlatform::TOVStringW::Collate(szLoneHigh, szWide));
+    EXPECT_LT(0, TOVPlatform::TOVStringW::CollateNoCase(szPair, szWide));
+    EXPECT_EQ(-1, TOVPlatform::TOVStringW::Compare(szPair, szWide));
+}
+#else
+TYPED_TEST(TOVPlatformLocaleTest, ReadsAndPrintsTheLocalesDecimalPoint)
+{
+    ASSERT_NE(nullptr, std::setlocale(LC_ALL, "German_Germany.1252"));
+    CText<typename TypeParam::tUnit> oText("1,5.");
+    typename TypeParam::tUnit* pStop = nullptr;
+
+    EXPECT_EQ(1.5, TypeParam::ToDouble(oText, &pStop));
+    EXPECT_EQ(3, pStop - oText.Get());
+    EXPECT_EQ("1,50", Print<TypeParam>("%.2f", 1.5));
+}
+#endif
