@@ -60,6 +60,7 @@ struct sReluctant
 
 typedef CTOVRefCountObject<sMortal> tMortalBlock;
 TOV_PRIVATE_MEMBER(BlockRefCount, tMortalBlock, long, m_lRefCount)
+TOV_PRIVATE_MEMBER(BlockObject, tMortalBlock, sMortal*, m_pObject)
 
 const CTOVClass& UnrelatedClass()
 {
@@ -394,4 +395,9 @@ TEST(CTOVRefCountObjectTest, HoldsCountAndPointer)
 
     EXPECT_EQ(sizeof(sLayout), sizeof(CTOVRefCountObject<int>));
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVRefCountObject<int>>);
+
+    tMortalBlock oBlock;
+    const char* const pCount = reinterpret_cast<const char*>(&BlockRefCount(oBlock));
+    EXPECT_EQ(sizeof(void*), pCount - reinterpret_cast<const char*>(&oBlock));
+    EXPECT_LT(pCount, reinterpret_cast<const char*>(&BlockObject(oBlock)));
 }

@@ -1,9 +1,8 @@
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
+#include "TOVDesignPatterns/TOVSmartPointerInstruments.h"
 
-#include <TOVContainers/TOVSorter.h>
-#include <TOVDesignPatterns/TOVSmartPointer.h>
 #include <TOVProcess/TOVMutex.h>
 
 #include <memory>
@@ -14,20 +13,6 @@
 
 namespace
 {
-struct sNumber
-{
-    int A;
-};
-
-// Tells when it dies.
-struct sMortal
-{
-    explicit sMortal(int& nDeaths) : m_nDeaths(nDeaths) {}
-    ~sMortal() { ++m_nDeaths; }
-
-    int& m_nDeaths;
-};
-
 // Takes exception to dying, unless told that it may.
 struct sReluctant
 {
@@ -36,25 +21,10 @@ struct sReluctant
     bool bMayDie = false;
 };
 
-typedef CTOVSmartPointer<sNumber> tNumberPointer;
-typedef CTOVSmartPointer<sMortal> tMortalPointer;
 typedef CTOVSmartPointer<sReluctant> tReluctantPointer;
 
+TOV_PRIVATE_MEMBER(BlockOf, tNumberPointer, CTOVRefCountObject<sNumber>*, m_pObject)
 TOV_PRIVATE_MEMBER(MutexHandle, CTOVMutex, unsigned long long, m_hMutex)
-
-sNumber* NewNumber(int nValue)
-{
-    return new sNumber{nValue};
-}
-
-// Two elements in memory that single delete releases rightly.
-sNumber* NewNumbers(int nFirst, int nSecond)
-{
-    sNumber* pNumbers = static_cast<sNumber*>(::operator new(2 * sizeof(sNumber)));
-    new (&pNumbers[0]) sNumber{nFirst};
-    new (&pNumbers[1]) sNumber{nSecond};
-    return pNumbers;
-}
 } // namespace
 
 TEST(CTOVSmartPointerTest, IsNullByDefault)
@@ -318,114 +288,6 @@ TEST(CTOVSmartPointerTest, OwnPointerAssignedAgainIsNotFreed)
     EXPECT_EQ(1, oPointer.GetRefCount());
 }
 
-TEST(CTOVSmartPointerTest, ConstructionTakesOneBlock)
-{
-    sNumber* pNumber = NewNumber(1);
-    CAllocationCounter oCounter;
-    const tNumberPointer oNull;
-    const unsigned long ulForNull = oCounter.Taken();
-    const tNumberPointer oPointer(pNumber);
-    const unsigned long ulForBoth = oCounter.Taken();
-
-    EXPECT_EQ(1u, ulForNull);
-    EXPECT_EQ(2u, ulForBoth);
-}
-
-TEST(CTOVSmartPointerTest, CopyingTakesNoMemory)
-{
-    const tNumberPointer oPtr1(NewNumber(1));
-    tNumberPointer oPtr2;
-    CAllocationCounter oCounter;
-    const tNumberPointer oPtr3(oPtr1);
-    oPtr2 = oPtr3;
-    const unsigned long ulTaken = oCounter.Taken();
-
-    EXPECT_EQ(0u, ulTaken);
-    EXPECT_EQ(3, oPtr1.GetRefCount());
-}
-
-TEST(CTOVSmartPointerTest, SoleOwnerKeepsItsBlockForANewObject)
-{
-    sNumber* pNumber = NewNumber(1);
-    tNumberPointer oPointer;
-    CAllocationCounter oCounter;
-    oPointer = pNumber;
-    oPointer = 0;
-    const unsigned long ulTaken = oCounter.Taken();
-
-    EXPECT_EQ(0u, ulTaken);
-    EXPECT_FALSE(oPointer.IsValid());
-}
-
-TEST(CTOVSmartPointerTest, SharerTakesOneBlockForANewObject)
-{
-    sNumber* pNumber = NewNumber(1);
-    tNumberPointer oPtr1;
-    const tNumberPointer oPtr2(oPtr1);
-    CAllocationCounter oCounter;
-    oPtr1 = pNumber;
-    const unsigned long ulTaken = oCounter.Taken();
-
-    EXPECT_EQ(1u, ulTaken);
-}
-
-TEST(CTOVSmartPointerTest, FreesEverything)
-{
-    CAllocationCounter oCounter;
-    {
-        tNumberPointer oPtr1(NewNumbers(1, 2));
-        tNumberPointer oPtr2(oPtr1);
-        const tNumberPointer oPtr3;
-        oPtr2 = oPtr3;
-        oPtr1 = NewNumber(3);
-        oPtr2 = NewNumber(4);
-    }
-
-    EXPECT_EQ(0, oCounter.Kept());
-}
-
-TEST(CTOVSmartPointerTest, FreesAnObjectBehindAnInterfaceWithoutAVirtualDestructor)
-{
-    typedef int (*tCompare)(const int&, const int&);
-    class CIdleSorter : public ISorter<tCompare>
-    {
-    public:
-        void Sort(tCompare) override {}
-
-        int m_anState[10] = {};
-    };
-    CAllocationCounter oCounter;
-    {
-        CTOVSmartPointer<ISorter<tCompare>> oSorter;
-        oSorter = new CIdleSorter;
-        oSorter->Sort(NULL);
-    }
-
-    EXPECT_EQ(0, oCounter.Kept());
-}
-
-TEST(CTOVSmartPointerTest, FreesByTheTypesOwnOperatorDelete)
-{
-    struct sPooled
-    {
-        static void operator delete(void* pMemory)
-        {
-            ++Freed();
-            ::operator delete(pMemory);
-        }
-        static int& Freed()
-        {
-            static int s_nFreed = 0;
-            return s_nFreed;
-        }
-    };
-    {
-        const CTOVSmartPointer<sPooled> oPointer(new sPooled);
-    }
-
-    EXPECT_EQ(1, sPooled::Freed());
-}
-
 TEST(CTOVSmartPointerTest, HoldsTypesOfWideAlignment)
 {
     struct alignas(64) sWide
@@ -492,46 +354,17 @@ TEST(CTOVSmartPointerTest, IsOnePointerWithoutVirtualOperations)
     EXPECT_FALSE(std::is_polymorphic_v<tNumberPointer>);
 }
 
-#if TOV_CAN_FAIL_ALLOCATIONS
-TEST(CTOVSmartPointerTest, FailedConstructionLeavesTheObjectToTheCaller)
+// No handle is without a block but one that others have torn to pieces.
+TEST(CTOVSmartPointerTest, CountsNobodyAndEndsInPeaceWithoutABlock)
 {
-    int nDeaths = 0;
-    const std::unique_ptr<sMortal> pMortal(new sMortal(nDeaths));
-    bool bThrew = false;
-    try
+    tNumberPointer oPointer(NewNumber(1));
     {
-        const CAllocationFailure oFailure;
-        const tMortalPointer oPointer(pMortal.get());
+        tNumberPointer oTorn(oPointer);
+        CTOVRefCountObject<sNumber>* const pBlock = BlockOf(oTorn);
+        BlockOf(oTorn) = NULL;
+        EXPECT_EQ(0, oTorn.GetRefCount());
+        EXPECT_EQ(2, oPointer.GetRefCount());
+        pBlock->Release();
     }
-    catch (const std::bad_alloc&)
-    {
-        bThrew = true;
-    }
-
-    EXPECT_TRUE(bThrew);
-    EXPECT_EQ(0, nDeaths);
+    EXPECT_EQ(1, oPointer.GetRefCount());
 }
-
-TEST(CTOVSmartPointerTest, FailedAssignmentLeavesEverythingAsItWas)
-{
-    int nDeaths = 0;
-    const std::unique_ptr<sMortal> pMortal(new sMortal(nDeaths));
-    tMortalPointer oPtr1(new sMortal(nDeaths));
-    const tMortalPointer oPtr2(oPtr1);
-    bool bThrew = false;
-    try
-    {
-        const CAllocationFailure oFailure;
-        oPtr1 = pMortal.get();
-    }
-    catch (const std::bad_alloc&)
-    {
-        bThrew = true;
-    }
-
-    EXPECT_TRUE(bThrew);
-    EXPECT_EQ(2, oPtr1.GetRefCount());
-    EXPECT_EQ(oPtr2.Get(), oPtr1.Get());
-    EXPECT_EQ(0, nDeaths);
-}
-#endif
