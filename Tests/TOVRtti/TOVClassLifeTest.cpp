@@ -6,6 +6,23 @@
 namespace
 {
 TOV_PRIVATE_MEMBER(ClassId, CTOVClass, unsigned long, m_dwClassId)
+TOV_PRIVATE_MEMBER(IsRegistered, CTOVClass, bool, m_bRegistered)
+TOV_PRIVATE_MEMBER(NextIdOf, CTOVClassServer, unsigned long, m_dwNextClassId)
+
+const unsigned long NO_ID = 0xFFFFFFFFul;
+
+// The ids of the process's server are used up while it lives.
+class CUsedUpIds
+{
+public:
+    CUsedUpIds() : m_dwNext(NextIdOf(CTOVClassServer::Instance())) { NextIdOf(CTOVClassServer::Instance()) = NO_ID; }
+    ~CUsedUpIds() { NextIdOf(CTOVClassServer::Instance()) = m_dwNext; }
+    CUsedUpIds(const CUsedUpIds&) = delete;
+    CUsedUpIds& operator=(const CUsedUpIds&) = delete;
+
+private:
+    const unsigned long m_dwNext;
+};
 } // namespace
 
 TEST(CTOVClassLifeTest, SecondOfANameEqualsTheFirst)
@@ -245,4 +262,64 @@ TEST(CTOVClassLifeTest, FreesItsName)
     }
 
     EXPECT_EQ(0, oCounter.Kept());
+}
+
+TEST(CTOVClassLifeTest, WithoutAnIdLeavesItsNameInTheServer)
+{
+    const CLogRecorder oLog;
+    {
+        CTOVClass oClass("Without id");
+        ClassId(oClass) = NO_ID;
+    }
+
+    EXPECT_EQ(0, oLog.CountLines("Removing class"));
+    EXPECT_TRUE(IsHeld("Without id"));
+    CTOVClassServer::Instance().RemoveClass("Without id");
+}
+
+TEST(CTOVClassLifeTest, RefusesToComeToLifeWhenTheIdsAreUsedUp)
+{
+    const long lHeld = GetNumHeld();
+    {
+        const CUsedUpIds oUsedUp;
+        EXPECT_CHECK_AT("TOVRtti/TOVClassServer", "m_dwNextClassId != -1", CTOVClass("Too late"));
+    }
+
+    EXPECT_FALSE(IsHeld("Too late"));
+    EXPECT_EQ(lHeld, GetNumHeld());
+}
+
+TEST(CTOVClassLifeTest, FreesItsNameWhenTheIdsAreUsedUp)
+{
+    const CTOVClass oRoot("Root");
+    const CUsedUpIds oUsedUp;
+    CAllocationCounter oCounter;
+    bool bRaised = false;
+    try
+    {
+        const CTOVClass oClass("A name of some length that nobody needs", &oRoot);
+    }
+    catch (const TOVDebug::CTOVAssertException&)
+    {
+        bRaised = true;
+    }
+    const long lKept = oCounter.Kept();
+
+    EXPECT_TRUE(bRaised);
+    EXPECT_EQ(0, lKept);
+}
+
+// Settled: nothing sets it, and copies take what they find.
+TEST(CTOVClassLifeTest, CopiesTheMarkThatNothingReads)
+{
+    CTOVClass oClass("Marked");
+    CTOVClass oTarget("Target");
+    EXPECT_FALSE(IsRegistered(oClass));
+
+    IsRegistered(oClass) = true;
+    CTOVClass oCopy(oClass);
+    oTarget = oClass;
+
+    EXPECT_TRUE(IsRegistered(oCopy));
+    EXPECT_TRUE(IsRegistered(oTarget));
 }

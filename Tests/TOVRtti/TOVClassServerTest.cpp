@@ -5,6 +5,7 @@
 #include <TOVRtti/TOVClassServer.h>
 
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -17,6 +18,30 @@
 namespace
 {
 TOV_PRIVATE_MEMBER(NextClassId, CTOVClassServer, unsigned long, m_dwNextClassId)
+
+// Where a member stands in its class, also in one that has no name here.
+template<class TOwner, class TMember> std::ptrdiff_t OffsetOf(TMember TOwner::*pMember)
+{
+    alignas(TOwner) static char s_acRoom[sizeof(TOwner)];
+    TOwner* const pOwner = reinterpret_cast<TOwner*>(s_acRoom);
+    return reinterpret_cast<char*>(&(pOwner->*pMember)) - s_acRoom;
+}
+
+template<class TName, auto... pMembers> struct sOffsets
+{
+    friend std::vector<std::ptrdiff_t> OffsetsIn(TName) { return {OffsetOf(pMembers)...}; }
+};
+struct sServerMembers
+{
+    friend std::vector<std::ptrdiff_t> OffsetsIn(sServerMembers);
+};
+struct sEntryMembers
+{
+    friend std::vector<std::ptrdiff_t> OffsetsIn(sEntryMembers);
+};
+template struct sOffsets<sServerMembers, &CTOVClassServer::m_oClasses, &CTOVClassServer::m_dwNextClassId>;
+template struct sOffsets<sEntryMembers, &CTOVClassServer::sClassEntry::pClass,
+                         &CTOVClassServer::sClassEntry::dwClassId>;
 
 // Does something at each line that is logged while it lives.
 class CActingRecorder : public CLogRecorder
@@ -415,6 +440,11 @@ TEST_F(CTOVClassServerTest, HoldsItsMembersInTheirOrder)
     };
 
     EXPECT_EQ(sizeof(sLayout), sizeof(CTOVClassServer));
+    EXPECT_EQ((std::vector<std::ptrdiff_t>{offsetof(sEntry, pClass), offsetof(sEntry, dwClassId)}),
+              OffsetsIn(sEntryMembers()));
+    const std::vector<std::ptrdiff_t> aServer = OffsetsIn(sServerMembers());
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(sizeof(void*)), aServer[0]);
+    EXPECT_LT(aServer[0], aServer[1]);
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVClassServer>);
 }
 
@@ -451,4 +481,23 @@ TEST(CTOVClassServerEndTest, UnregistersWhatIsLeftInTheOrderOfTheNames)
     ASSERT_NE(std::string::npos, nFirst) << oResult.sOutput;
     ASSERT_NE(std::string::npos, nSecond) << oResult.sOutput;
     EXPECT_LT(nFirst, nSecond);
+}
+
+TOV_CHILD(LeavesAClassUnderTwoNames)
+{
+    static const CPrinter* const s_pPrinter = new CPrinter;
+    static CTOVClass* const s_pLeft = new CTOVClass("CLeftFirst");
+    static const CTOVClass* const s_pOther = new CTOVClass("CLeftSecond");
+    CTOVClassServer::Instance().AddClass("CAlias", s_pLeft);
+    EXPECT_NE(static_cast<const void*>(s_pPrinter), static_cast<const void*>(s_pOther));
+}
+
+TEST(CTOVClassServerEndTest, DropsASecondNameInSilence)
+{
+    const sChildResult oResult = RunChild("LeavesAClassUnderTwoNames");
+
+    EXPECT_EQ(0, oResult.nExitCode) << oResult.sOutput;
+    EXPECT_NE(std::string::npos, oResult.sOutput.find("Removing class CLeftFirst using map ")) << oResult.sOutput;
+    EXPECT_NE(std::string::npos, oResult.sOutput.find("Removing class CLeftSecond using map ")) << oResult.sOutput;
+    EXPECT_EQ(std::string::npos, oResult.sOutput.find("Removing class CAlias")) << oResult.sOutput;
 }

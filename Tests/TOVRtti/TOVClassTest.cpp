@@ -1,5 +1,6 @@
 // What class descriptors tell, by themselves and through the objects of their classes.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVPrivateMember.h"
 #include "TOVRtti/TOVClassInstruments.h"
 
 #include <type_traits>
@@ -312,6 +313,14 @@ TEST(CTOVClassTest, EndsThroughItsBase)
     EXPECT_FALSE(IsHeld("Derived"));
 }
 
+namespace
+{
+TOV_PRIVATE_MEMBER(NameOf, CTOVClass, char*, m_szName)
+TOV_PRIVATE_MEMBER(IdOf, CTOVClass, unsigned long, m_dwClassId)
+TOV_PRIVATE_MEMBER(RegisteredOf, CTOVClass, bool, m_bRegistered)
+TOV_PRIVATE_MEMBER(SupersOf, CTOVClass, std::vector<const CTOVClass*>, m_aSuperClasses)
+} // namespace
+
 TEST(CTOVClassTest, HoldsItsMembersInTheirOrder)
 {
     struct sLayout
@@ -323,5 +332,14 @@ TEST(CTOVClassTest, HoldsItsMembersInTheirOrder)
         std::vector<const CTOVClass*> aSuperClasses;
     };
 
+    CTOVClass oClass("Laid out");
+    const char* const pName = reinterpret_cast<const char*>(&NameOf(oClass));
+    const char* const pId = reinterpret_cast<const char*>(&IdOf(oClass));
+    const char* const pRegistered = reinterpret_cast<const char*>(&RegisteredOf(oClass));
+
     EXPECT_EQ(sizeof(sLayout), sizeof(CTOVClass));
+    EXPECT_EQ(sizeof(void*), pName - reinterpret_cast<const char*>(&oClass));
+    EXPECT_LT(pName, pId);
+    EXPECT_LT(pId, pRegistered);
+    EXPECT_LT(pRegistered, reinterpret_cast<const char*>(&SupersOf(oClass)));
 }
