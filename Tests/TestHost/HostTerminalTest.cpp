@@ -45,7 +45,7 @@ private:
 
 TEST_F(CHostTerminalTest, ShowsTheCaseThatRunsOnALineThatFits)
 {
-    const sTerminalRun oRun = Run("[2/3] ");
+    const sTerminalRun oRun = Run("than the window of th...");
 
     EXPECT_EQ((tLines{"[2/3] Waiting.waits, and has a name that is far longer than the window of th..."}),
               oRun.aDuring);

@@ -82,7 +82,7 @@ bool ReadSome(int nTerminal, std::string& sOutput)
 std::vector<std::string> HostCommand()
 {
     return {"/usr/bin/env", "ASAN_OPTIONS=handle_segv=0:handle_abort=0:detect_stack_use_after_return=0",
-            "TSAN_OPTIONS=handle_segv=0:handle_abort=0", PathBesideTests("tovtest")};
+            "LSAN_OPTIONS=detect_leaks=1", "TSAN_OPTIONS=handle_segv=0:handle_abort=0", PathBesideTests("tovtest")};
 }
 
 std::string PathOfSuites(const std::string& sName)

@@ -137,6 +137,14 @@ void EndByAbort(int /*nSignal*/)
     ::TerminateProcess(::GetCurrentProcess(), CALLED_ABORT);
 }
 
+// The system's own handler does not tell everywhere.
+BOOL WINAPI EndByInterrupt(DWORD dwEvent)
+{
+    if (dwEvent == CTRL_C_EVENT)
+        ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(STATUS_CONTROL_C_EXIT));
+    return FALSE;
+}
+
 BOOL WINAPI OnInterrupt(DWORD dwEvent)
 {
     static LONG s_lInterrupts = 0;
@@ -225,6 +233,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     ::SetUnhandledExceptionFilter(&EndByFault);
     std::signal(SIGABRT, &EndByAbort);
+    ::SetConsoleCtrlHandler(&EndByInterrupt, TRUE);
     // Enough for the filter when the stack has run out.
     ULONG ulReserve = 32768;
     ::SetThreadStackGuarantee(&ulReserve);
