@@ -10,8 +10,8 @@ namespace TOVTestHost
 {
 bool IsTerminal(std::FILE* pStream);
 
-// Loads a shared library for as long as the process lives. A name without a directory means the current one. Whatever it
-// is called by, a library has one address. NULL with the reason if it cannot be loaded.
+// Loads a shared library for as long as the process lives. A name without a directory means the current one. Whatever
+// it is called by, a library has one address. NULL with the reason if it cannot be loaded.
 const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason);
 
 // Whether both addresses belong to the same program or library.
