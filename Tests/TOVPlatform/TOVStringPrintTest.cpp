@@ -345,3 +345,15 @@ TYPED_TEST(TOVPlatformPrintTest, DoesNothingBehindAFailedCheck)
 
     EXPECT_EQ("###", oRoom.Shown());
 }
+
+// In the "C" locale a byte holds no unit above 255.
+TEST(TOVPlatformNarrowPrintTest, FailsForAUnitThatHasNoNarrowForm)
+{
+    char szRoom[32] = "";
+
+    EXPECT_EQ(-1, TOVPlatform::TOVStringA::SPrintf(szRoom, "%S", L"\x0416"));
+    EXPECT_EQ(-1, TOVPlatform::TOVStringA::SPrintf(szRoom, "a%lsb", L"z\x0416z"));
+    EXPECT_EQ(-1, TOVPlatform::TOVStringA::SNPrintf(szRoom, 32, "%S", L"\x0416"));
+    EXPECT_EQ(1, TOVPlatform::TOVStringA::SNPrintf(szRoom, 32, "%.1S", L"z\x0416"));
+    EXPECT_STREQ("z", szRoom);
+}

@@ -19,17 +19,13 @@ protected:
         WriteWholeFile(Path("file"), "text");
     }
 
-    // Whether a thread can open, read and close a file.
-    bool CanUseAFile() const
+    // Opens, reads and closes a file.
+    void UseAFile() const
     {
-        const std::string sFile = Path("file");
-        CBlockableThread oOther([&sFile] {
-            char cFirst = 0;
-            const unsigned long long hFile = File::Open(sFile.c_str(), "rb");
-            EXPECT_EQ(1u, File::Read(hFile, &cFirst, 1, 1));
-            EXPECT_EQ(File::eFileSuccess, File::Close(hFile));
-        });
-        return oOther.Finishes();
+        char cFirst = 0;
+        const unsigned long long hFile = File::Open(Path("file").c_str(), "rb");
+        EXPECT_EQ(1u, File::Read(hFile, &cFirst, 1, 1));
+        EXPECT_EQ(File::eFileSuccess, File::Close(hFile));
     }
 
     const std::string m_sPipe;
@@ -43,7 +39,8 @@ TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingOpened)
     CBlockableThread oOpening([&] { hPipe = File::Open(m_sPipe.c_str(), "rb"); });
     ASSERT_TRUE(oOpening.IsBlocked());
 
-    EXPECT_TRUE(CanUseAFile());
+    CBlockableThread oOther([this] { UseAFile(); });
+    EXPECT_TRUE(oOther.Finishes());
 
     const int nWriter = ::open(m_sPipe.c_str(), O_WRONLY | O_CLOEXEC);
     ASSERT_TRUE(oOpening.Finishes());
@@ -59,7 +56,8 @@ TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingRead)
     CBlockableThread oReading([&] { File::Read(hPipe, &cRead, 1, 1); });
     EXPECT_TRUE(oReading.IsBlocked());
 
-    EXPECT_TRUE(CanUseAFile());
+    CBlockableThread oOther([this] { UseAFile(); });
+    EXPECT_TRUE(oOther.Finishes());
 
     EXPECT_EQ(1, ::write(nWriter, "x", 1));
     ::close(nWriter);
