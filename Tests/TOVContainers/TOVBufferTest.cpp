@@ -1,4 +1,5 @@
 // Buffers alone: their life, their size, elements in and out.
+#include "Support/TOVPrivateMember.h"
 #include "TOVContainers/TOVBufferInstruments.h"
 
 #include <cstring>
@@ -265,6 +266,16 @@ TYPED_TEST(CTOVBufferTest, HasADestructorThatCannotThrow)
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVBuffer<TypeParam>>);
 }
 
+TYPED_TEST(CTOVBufferTest, LetsTheMemoryCheckTheCallersPointer)
+{
+    CTOVBuffer<TypeParam> oBuffer(this->m_aThree, 3);
+
+    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVMemory"), "pSource != NULL", oBuffer.SetElements(0, NULL, 1));
+    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVMemory"), "pDestination != NULL", oBuffer.GetElements(0, NULL, 1));
+
+    EXPECT_TRUE(oBuffer == MakeBuffer<TypeParam>({5, 6, 7}));
+}
+
 TYPED_TEST(CTOVBufferTest, HoldsPointerAndSize)
 {
     struct sLayout
@@ -275,4 +286,20 @@ TYPED_TEST(CTOVBufferTest, HoldsPointerAndSize)
     };
 
     EXPECT_EQ(sizeof(sLayout), sizeof(CTOVBuffer<TypeParam>));
+}
+
+namespace
+{
+TOV_PRIVATE_MEMBER(ArrayOf, CTOVBuffer<char>, CTOVSmartPointer<char>, m_pArray)
+TOV_PRIVATE_MEMBER(SizeOf, CTOVBuffer<char>, long, m_lSize)
+} // namespace
+
+TEST(CTOVBufferMembersTest, HoldsThePointerInFrontOfTheSize)
+{
+    CTOVBuffer<char> oBuffer("text", 4);
+    const char* const pBuffer = reinterpret_cast<const char*>(&oBuffer);
+
+    EXPECT_EQ(4, SizeOf(oBuffer));
+    EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&ArrayOf(oBuffer)) - pBuffer);
+    EXPECT_LT(reinterpret_cast<const char*>(&ArrayOf(oBuffer)), reinterpret_cast<const char*>(&SizeOf(oBuffer)));
 }

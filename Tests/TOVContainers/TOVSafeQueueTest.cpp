@@ -52,6 +52,7 @@ public:
 
 typedef CTOVSafeQueue<sCopied> tCopiedQueue;
 
+TOV_PRIVATE_MEMBER(ListOf, tIntQueue, std::list<int>, m_aQueue)
 TOV_PRIVATE_MEMBER(MutexOf, tIntQueue, CTOVMutex, m_oMutex)
 TOV_PRIVATE_MEMBER(EventOf, tIntQueue, CTOVEvent, m_oEvent)
 TOV_PRIVATE_MEMBER(CopiedEventOf, tCopiedQueue, CTOVEvent, m_oEvent)
@@ -424,6 +425,13 @@ TEST(CTOVSafeQueueTest, HoldsItsMembersInTheirOrder)
         CTOVEvent oEvent;
     };
 
+    tIntQueue oQueue;
+    const char* const pList = reinterpret_cast<const char*>(&ListOf(oQueue));
+    const char* const pMutex = reinterpret_cast<const char*>(&MutexOf(oQueue));
+
     EXPECT_EQ(sizeof(sLayout), sizeof(tIntQueue));
+    EXPECT_EQ(sizeof(void*), pList - reinterpret_cast<const char*>(&oQueue));
+    EXPECT_LT(pList, pMutex);
+    EXPECT_LT(pMutex, reinterpret_cast<const char*>(&EventOf(oQueue)));
     EXPECT_FALSE(std::has_virtual_destructor_v<tIntQueue>);
 }
