@@ -58,8 +58,8 @@ unsigned int EndTimerPeriod(unsigned int nMilliseconds);
 
 // Calls back after 1 to 65535 milliseconds, once or again and again at this period, which does not drift. The
 // resolution is a wish. The event's identifier; 0 for a delay out of range, more than 16 events, or no memory. All
-// callbacks share one thread; calls that one of them holds up follow without pause, at least the latest of them. NULL is
-// called by nobody.
+// callbacks share one thread; calls that one of them holds up follow without pause, at least the latest of them. NULL
+// is called by nobody.
 unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback, unsigned long ulUser,
                           bool bPeriodic);
 unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
