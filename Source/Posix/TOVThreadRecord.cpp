@@ -6,7 +6,6 @@
 #include <Posix/TOVWaiter.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <pthread.h>
 #include <sys/mman.h>
 
@@ -82,16 +81,20 @@ void AfterForkInChild()
 }
 
 // A library that is unloaded leaves no key behind, and no thread that ends later comes back to it.
-void ReleaseEndKey()
+struct sEndKeyRelease
 {
-    if (s_bEndKey.exchange(false))
-        ::pthread_key_delete(s_oEndKey);
-}
+    ~sEndKeyRelease()
+    {
+        if (s_bEndKey.exchange(false))
+            ::pthread_key_delete(s_oEndKey);
+    }
+};
 
 void Prepare()
 {
     s_bEndKey = ::pthread_key_create(&s_oEndKey, OnThreadEnd) == 0;
-    std::atexit(ReleaseEndKey);
+    // An object, and not a function for the end of the process: sanitizers take the latter away from the library.
+    static const sEndKeyRelease s_oRelease;
     ::pthread_atfork(BeforeFork, AfterFork, AfterForkInChild);
 }
 
