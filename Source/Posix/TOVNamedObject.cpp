@@ -2,7 +2,6 @@
 
 #include <Posix/TOVHandleTable.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <pthread.h>
@@ -130,8 +129,13 @@ CNamedObject* CNamedObject::FindOpen(const char* szName)
 
 CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread)
 {
-    static pthread_once_t s_oOnce = PTHREAD_ONCE_INIT;
-    ::pthread_once(&s_oOnce, [] { std::atexit(RemoveNames); });
+    // Names go with the library. An object, and not a function for the end of the process: sanitizers take the latter
+    // away from the library.
+    struct sNamesRemoval
+    {
+        ~sNamesRemoval() { RemoveNames(); }
+    };
+    static const sNamesRemoval s_oRemoval;
 
     const CSegmentLock oLock;
     CSharedSegment oSegment;
