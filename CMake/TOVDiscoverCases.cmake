@@ -26,7 +26,7 @@ function(tov_discover_cases program file label)
             set(name "${suite}${CMAKE_MATCH_1}")
             add_test("${name}" ${ARGN} "${file}" "--gtest_filter=${name}")
             set_tests_properties("${name}" PROPERTIES
-                LABELS "${label}" TIMEOUT 120 SKIP_REGULAR_EXPRESSION "\\[  SKIPPED \\]")
+                LABELS "${label}" TIMEOUT 300 SKIP_REGULAR_EXPRESSION "\\[  SKIPPED \\]")
             if(name MATCHES "(^|[./])DISABLED_")
                 set_tests_properties("${name}" PROPERTIES DISABLED TRUE)
             endif()

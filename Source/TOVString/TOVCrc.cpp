@@ -41,16 +41,18 @@ static_assert(CRC32_TABLE[1] == 0x77073096 && CRC32_TABLE[3] == 0x990951BA, "not
 
 unsigned short CRC16Generate(const void* pData, unsigned long long ullSize, unsigned short usCrc)
 {
+    const std::uint16_t* const pTable = CRC16_TABLE.data();
     const tByte* pByte = static_cast<const tByte*>(pData);
     for (; ullSize > 0; --ullSize, ++pByte)
-        usCrc = static_cast<unsigned short>((usCrc << 8) ^ CRC16_TABLE[(usCrc >> 8) ^ *pByte]);
+        usCrc = static_cast<unsigned short>((usCrc << 8) ^ pTable[(usCrc >> 8) ^ *pByte]);
     return usCrc;
 }
 
 unsigned int CRC32Generate(const void* pData, unsigned long long ullSize, unsigned int uCrc)
 {
+    const std::uint32_t* const pTable = CRC32_TABLE.data();
     const tByte* pByte = static_cast<const tByte*>(pData);
     for (; ullSize > 0; --ullSize, ++pByte)
-        uCrc = (uCrc >> 8) ^ CRC32_TABLE[(uCrc ^ *pByte) & 0xFF];
+        uCrc = (uCrc >> 8) ^ pTable[(uCrc ^ *pByte) & 0xFF];
     return uCrc;
 }
