@@ -67,19 +67,23 @@ bool IsWithinDelta(const TActual& oActual, const TExpected& oExpected, const TDe
                           TOVTest::CTOVTestText(actual), TOVTest::CTOVTestText(limit));                                \
     } while (false)
 
+// Runs the expression, and notes in a new variable whether any exception came out of it.
+#define TOV_TEST_TRY(bCaught, ...)                                                                                     \
+    bool bCaught = false;                                                                                              \
+    try                                                                                                                \
+    {                                                                                                                  \
+        __VA_ARGS__;                                                                                                   \
+    }                                                                                                                  \
+    catch (...)                                                                                                        \
+    {                                                                                                                  \
+        bCaught = true;                                                                                                \
+    }
+
 // Passes if any exception comes out of the expression.
 #define TOV_TEST_THROWS(expression)                                                                                    \
     do                                                                                                                 \
     {                                                                                                                  \
-        bool bCaughtInTest = false;                                                                                    \
-        try                                                                                                            \
-        {                                                                                                              \
-            expression;                                                                                                \
-        }                                                                                                              \
-        catch (...)                                                                                                    \
-        {                                                                                                              \
-            bCaughtInTest = true;                                                                                      \
-        }                                                                                                              \
+        TOV_TEST_TRY(bCaughtInTest, expression)                                                                        \
         if (!bCaughtInTest)                                                                                            \
             TOV_TEST_TELL(FailedAssertThrows, TOV_TEST_SOURCE_TEXT(expression), "...", false);                         \
     } while (false)
@@ -111,15 +115,7 @@ bool IsWithinDelta(const TActual& oActual, const TExpected& oExpected, const TDe
 #define TOV_TEST_THROWS_NOT(expression)                                                                                \
     do                                                                                                                 \
     {                                                                                                                  \
-        bool bCaughtInTest = false;                                                                                    \
-        try                                                                                                            \
-        {                                                                                                              \
-            expression;                                                                                                \
-        }                                                                                                              \
-        catch (...)                                                                                                    \
-        {                                                                                                              \
-            bCaughtInTest = true;                                                                                      \
-        }                                                                                                              \
+        TOV_TEST_TRY(bCaughtInTest, expression)                                                                        \
         if (bCaughtInTest)                                                                                             \
             TOV_TEST_TELL(FailedAssertThrowsNot, TOV_TEST_SOURCE_TEXT(expression));                                    \
     } while (false)

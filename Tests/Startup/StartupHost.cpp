@@ -57,3 +57,9 @@ extern "C" TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect()
         TellUse();
     return *s_pCreators;
 }
+
+sDebuggerTexts ObserveTelling(const std::string& sScenario)
+{
+    const CTellingChildren oTelling;
+    return SplitAtMarks(RunDebugged(sScenario).aDebuggerTexts);
+}

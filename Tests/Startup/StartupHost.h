@@ -2,6 +2,11 @@
 // asked for, in children that were told to.
 #pragma once
 
+#include "Debug/TOVDebuggerLines.h"
+
+// What a debugger hears of a telling child that runs the scenario.
+sDebuggerTexts ObserveTelling(const std::string& sScenario);
+
 // Starts and ends the telling in the children that are started from now on. They may use the library as well.
 class CTellingChildren
 {

@@ -46,18 +46,11 @@ tTexts Events(const tTexts& aTexts)
 class TOVStartupOrderTest : public testing::Test
 {
 protected:
+    // One run serves all cases.
     static const sDebuggerTexts& Texts()
     {
-        static const sDebuggerTexts s_oTexts = Observe();
+        static const sDebuggerTexts s_oTexts = ObserveTelling("AsksForTheSuites");
         return s_oTexts;
-    }
-
-private:
-    // One run serves all cases.
-    static sDebuggerTexts Observe()
-    {
-        const CTellingChildren oTelling;
-        return SplitAtMarks(RunDebugged("AsksForTheSuites").aDebuggerTexts);
     }
 };
 } // namespace

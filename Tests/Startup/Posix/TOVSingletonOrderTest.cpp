@@ -100,17 +100,11 @@ bool HoldsInOrder(const std::vector<std::size_t>& aSizes, const std::vector<std:
 class TOVSingletonOrderTest : public testing::Test
 {
 protected:
+    // One run serves all cases.
     static const sDebuggerTexts& Texts()
     {
-        static const sDebuggerTexts s_oTexts = Observe();
+        static const sDebuggerTexts s_oTexts = ObserveTelling("OnlyMarks");
         return s_oTexts;
-    }
-
-private:
-    static sDebuggerTexts Observe()
-    {
-        const CTellingChildren oTelling;
-        return SplitAtMarks(RunDebugged("OnlyMarks").aDebuggerTexts);
     }
 };
 } // namespace
