@@ -1,4 +1,4 @@
-// Forms of TOV_ASSERT for the library's own sources.
+// Forms of TOV_ASSERT for the library's own sources, and the rule for destructors: RunInDestructor.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -21,3 +21,23 @@
         if (!(expression))                                                                                             \
             TOVDebug::Assert(#expression, szFile, __LINE__);                                                           \
     } while (false)
+
+namespace TOVDebug
+{
+// Runs a part of a destructor, and lets nothing out: no destructor of the library throws, so that its classes can be
+// bases and members of any others. A check that fails in the part is told to all listeners under its literal text and
+// ends the part; the destructor goes on. What a listener throws when it is told ends here as well.
+template<class TPart> void RunInDestructor(const TPart& fnPart) noexcept
+{
+    try
+    {
+        fnPart();
+    }
+    catch (...) // Settled: whoever wants to know of a failed check listens.
+    {
+    }
+}
+} // namespace TOVDebug
+
+// A check in a destructor: a false condition is told, and the destructor goes on behind it.
+#define TOV_TELL_TEXT(condition, szText) TOVDebug::RunInDestructor([&] { TOV_ASSERT_TEXT(condition, szText); })

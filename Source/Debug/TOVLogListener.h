@@ -10,6 +10,7 @@ namespace TOVDebug
 // Register an object of a derived class with CTOVDebugServer. The server does not own it, and calls it with its lock
 // held: one call at a time over all threads. A listener must not throw; it may log or fail a check itself (the lock is
 // recursive and all listeners, itself included, hear of it), and may register and unregister listeners in a call.
+// What it throws all the same when a destructor tells it of a failed check is dropped there, so that the process goes on.
 class TOV_EXPORT ITOVLogListener
 {
 public:

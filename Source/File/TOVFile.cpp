@@ -1,5 +1,6 @@
 #include <File/TOVFile.h>
 
+#include <Debug/TOVCheck.h>
 #include <Debug/TOVDebug.h>
 #include <File/TOVVirtualFileSystem.h>
 #include <Path/TOVPath.h>
@@ -82,7 +83,7 @@ CTOVFile& CTOVFile::operator=(const CTOVFile& oOther) = default;
 
 CTOVFile::~CTOVFile()
 {
-    CTOVFile::Close();
+    TOVDebug::RunInDestructor([this] { CTOVFile::Close(); });
 }
 
 void CTOVFile::Open(const char* szFileName, int nFlags)

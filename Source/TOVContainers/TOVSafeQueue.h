@@ -1,6 +1,7 @@
 // First-in first-out store between threads: CTOVSafeQueue.
 #pragma once
 
+#include <Debug/TOVCheck.h>
 #include <TOVProcess/TOVEvent.h>
 #include <TOVProcess/TOVMutex.h>
 
@@ -43,12 +44,15 @@ public:
     T Dequeue();
 
 private:
-    // Holds the mutex for a block. Unlocking checks the mutex, as locking does.
+    // Holds the mutex for a block. Locking throws what the mutex throws; unlocking only tells of it.
     class CLock
     {
     public:
         explicit CLock(const CTOVMutex& oMutex) : m_oMutex(oMutex) { m_oMutex.Lock(); }
-        ~CLock() noexcept(false) { m_oMutex.Unlock(); }
+        ~CLock()
+        {
+            TOVDebug::RunInDestructor([this] { m_oMutex.Unlock(); });
+        }
         CLock(const CLock&) = delete;
         CLock& operator=(const CLock&) = delete;
 

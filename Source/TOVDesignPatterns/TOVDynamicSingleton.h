@@ -1,7 +1,7 @@
 // Counted holder of a process-wide object that can be needed before its holder exists.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <Debug/TOVCheck.h>
 
 // Keeps the one T of the process alive. The holders of one T share it, and it dies with the last of them. A call of
 // T::Instance() that comes before the first holder, or after the last, creates the object without counting: a later
@@ -32,8 +32,8 @@ template<class T> class CTOVDynamicSingleton
 {
 public:
     // Virtual operation. Counts down; at 0 deletes the object. The object can still reach itself by its entry point
-    // while its destructor runs; what that destructor throws goes through.
-    virtual ~CTOVDynamicSingleton() noexcept(false);
+    // while its destructor runs; what that destructor throws ends here.
+    virtual ~CTOVDynamicSingleton();
 
     // Creates the object if there is none, and counts up. When the creation throws, the exception goes through and the
     // count has gone up all the same.
@@ -68,17 +68,12 @@ template<class T> CTOVDynamicSingleton<T>::CTOVDynamicSingleton()
     GetInstance();
 }
 
-template<class T> CTOVDynamicSingleton<T>::~CTOVDynamicSingleton() noexcept(false)
+template<class T> CTOVDynamicSingleton<T>::~CTOVDynamicSingleton()
 {
-    struct sForget
-    {
-        ~sForget() { s_pInstance = NULL; }
-    };
-
     if (--s_lRefCount == 0)
     {
-        sForget oForget;
-        delete s_pInstance;
+        TOVDebug::RunInDestructor([] { delete s_pInstance; });
+        s_pInstance = NULL;
     }
 }
 

@@ -1,5 +1,6 @@
 #include <TOVDesignPatterns/TOVHandle.h>
 
+#include <Debug/TOVCheck.h>
 #include <TOVDesignPatterns/TOVRefCount.h>
 
 namespace
@@ -17,9 +18,9 @@ std::uintptr_t AddressOf(const void* pThing)
 }
 } // namespace
 
-CTOVHandle::~CTOVHandle() noexcept(false)
+CTOVHandle::~CTOVHandle()
 {
-    Release();
+    TOVDebug::RunInDestructor([this] { Release(); });
 }
 
 CTOVHandle::CTOVHandle() : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(NULL)

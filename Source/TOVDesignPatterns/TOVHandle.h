@@ -13,8 +13,8 @@ class ITOVRefCount;
 class TOV_EXPORT CTOVHandle
 {
 public:
-    // Virtual operation. As Delete; raises the checks of the object's Release.
-    virtual ~CTOVHandle() noexcept(false);
+    // Virtual operation. Does the same as Delete, but lets out nothing that the object or the database throws.
+    virtual ~CTOVHandle();
 
     // No object, no database, id -1.
     CTOVHandle();

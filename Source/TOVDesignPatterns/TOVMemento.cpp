@@ -1,6 +1,6 @@
 #include <TOVDesignPatterns/TOVMemento.h>
 
-ITOVMemento::~ITOVMemento() noexcept(false)
+ITOVMemento::~ITOVMemento()
 {
 }
 

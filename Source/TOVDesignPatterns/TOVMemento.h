@@ -8,7 +8,7 @@ class TOV_EXPORT ITOVMemento
 {
 public:
     // Virtual operation.
-    virtual ~ITOVMemento() noexcept(false) = 0;
+    virtual ~ITOVMemento() = 0;
 
     ITOVMemento();
     ITOVMemento(const ITOVMemento& oOther);

@@ -90,7 +90,7 @@ CTOVRefCount::CTOVRefCount(const CTOVRefCount& oOther) : ITOVRefCount(oOther), m
 {
 }
 
-CTOVRefCount::~CTOVRefCount() noexcept(false)
+CTOVRefCount::~CTOVRefCount()
 {
 }
 

@@ -2,7 +2,7 @@
 // counts references to something else.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <Debug/TOVCheck.h>
 
 #include <new>
 #include <type_traits>
@@ -54,7 +54,7 @@ public:
     long AddRef() override;
     long Release() override;
     long GetRefCount() const override;
-    virtual ~CTOVRefCount() noexcept(false);
+    virtual ~CTOVRefCount();
 
     // Count 1.
     CTOVRefCount();
@@ -71,7 +71,8 @@ protected:
 
 // How a control block frees what it owns. Storage of a type that needs no destructor goes back to where "operator new"
 // took it, whatever its size: so a block of many elements, and an object behind an interface without a virtual
-// destructor, are freed rightly by the single-object form. Everything else is deleted.
+// destructor, are freed rightly by the single-object form. Everything else is deleted, and what
+// its destructor throws ends there: a check that failed in it has been told.
 template<class T> class CTOVOwnedObject
 {
     template<class TVoid, class TObject, class... TSize> struct sOwnDelete : std::false_type
@@ -100,10 +101,10 @@ public:
             return ::operator new(nBytes);
     }
 
-    static void Free(T* pObject)
+    static void Free(T* pObject) noexcept
     {
         if constexpr (!IsPlainStorage())
-            delete pObject;
+            TOVDebug::RunInDestructor([pObject] { delete pObject; });
         else if constexpr (alignof(T) > __STDCPP_DEFAULT_NEW_ALIGNMENT__)
             ::operator delete(const_cast<std::remove_cv_t<T>*>(pObject), std::align_val_t(alignof(T)));
         else
@@ -128,8 +129,8 @@ public:
     long AddRef() override;
     long Release() override;
     long GetRefCount() const override;
-    // Frees the T. What its destructor throws goes through.
-    virtual ~CTOVRefCountObject() noexcept(false);
+    // Frees the T.
+    virtual ~CTOVRefCountObject();
 
     // Count 1. Takes over pObject.
     CTOVRefCountObject(T* pObject = 0);
@@ -157,7 +158,7 @@ template<class T> CTOVRefCountObject<T>::CTOVRefCountObject(T* pObject) : m_lRef
 {
 }
 
-template<class T> CTOVRefCountObject<T>::~CTOVRefCountObject() noexcept(false)
+template<class T> CTOVRefCountObject<T>::~CTOVRefCountObject()
 {
     if (m_pObject != NULL)
         CTOVOwnedObject<T>::Free(m_pObject);

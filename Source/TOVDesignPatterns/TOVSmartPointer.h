@@ -15,7 +15,7 @@
 //   assign a T*                     0 or 1      a sole owner keeps its block
 //
 // When an allocation fails, std::bad_alloc goes through, the handle is as it was, and the T is still the caller's. What
-// a T's destructor throws goes through too, also from the handle's own destructor.
+// a T's destructor throws ends where the T does, and never leaves a handle; listeners hear of its failed checks.
 template<class T> class TOV_TEMPLATE CTOVSmartPointer
 {
 public:
@@ -23,7 +23,7 @@ public:
     CTOVSmartPointer(T* pObject = 0);
     // Shares oOther's control block.
     CTOVSmartPointer(const CTOVSmartPointer& oOther);
-    ~CTOVSmartPointer() noexcept(false);
+    ~CTOVSmartPointer();
 
     // Lets go of the old control block and shares oOther's.
     // Settled: a sole owner that is assigned to itself loses its T, and is a null smart pointer then.
@@ -64,10 +64,10 @@ template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(const CTOVSmartPointer& 
     m_pObject->AddRef();
 }
 
-template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer() noexcept(false)
+template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer()
 {
     if (m_pObject != NULL)
-        m_pObject->Release();
+        TOVDebug::RunInDestructor([this] { m_pObject->Release(); });
 }
 
 template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOVSmartPointer& oOther)

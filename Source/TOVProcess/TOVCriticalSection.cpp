@@ -5,9 +5,9 @@
 
 namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
 
-CTOVCriticalSection::~CTOVCriticalSection() noexcept(false)
+CTOVCriticalSection::~CTOVCriticalSection()
 {
-    TOV_ASSERT_TEXT(m_hCriticalSection != 0, "m_hCriticalSection != NULL");
+    TOV_TELL_TEXT(m_hCriticalSection != 0, "m_hCriticalSection != NULL");
 
     CriticalSection::Destroy(m_hCriticalSection);
 }

@@ -10,12 +10,13 @@
 // one releases memory twice, so never let two copies run into their destructors. operator= drops the old handle without
 // destroying the section behind it.
 //
-// Threads: any. Every operation, the constructor and the destructor included, throws unless m_hCriticalSection != NULL.
+// Threads: any. Every operation, the constructor included, throws unless m_hCriticalSection != NULL. The destructor
+// does not throw: it tells the listeners of that check and goes on.
 class TOV_EXPORT CTOVCriticalSection
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVCriticalSection() noexcept(false);
+    virtual ~CTOVCriticalSection();
 
     // The spin count is accepted and has no effect.
     CTOVCriticalSection(unsigned long ulSpinCount = 2000);

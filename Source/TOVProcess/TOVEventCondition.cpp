@@ -1,5 +1,6 @@
 #include <TOVProcess/TOVEventCondition.h>
 
+#include <Debug/TOVCheck.h>
 #include <TOVContainers/TOVArray.h>
 #include <TOVPlatform/TOVSynchronization.h>
 #include <TOVProcess/TOVEvent.h>
@@ -25,9 +26,9 @@ template<class TEventAt> unsigned long long* TakeHandles(int nNumEvents, const T
 }
 } // namespace
 
-CTOVEventCondition::~CTOVEventCondition() noexcept(false)
+CTOVEventCondition::~CTOVEventCondition()
 {
-    TOV_ASSERT(m_pEventHandles != NULL);
+    TOV_TELL_TEXT(m_pEventHandles != NULL, "m_pEventHandles != NULL");
     delete[] m_pEventHandles;
 }
 

@@ -22,8 +22,8 @@ public:
         eConditionTypeAll = 1  // all are, at once
     };
 
-    // Virtual operation. Throws unless "m_pEventHandles != NULL".
-    virtual ~CTOVEventCondition() noexcept(false);
+    // Virtual operation. Tells the listeners of the check "m_pEventHandles != NULL" and does not throw.
+    virtual ~CTOVEventCondition();
 
     // Over an array of events, or of pointers to events. Throw unless "pEvents != NULL", "nNumEvents > 0", and
     // "m_pEventHandles != NULL" when there is no memory.

@@ -6,9 +6,9 @@
 
 namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
 
-CTOVMutex::~CTOVMutex() noexcept(false)
+CTOVMutex::~CTOVMutex()
 {
-    TOV_ASSERT_TEXT(m_hMutex != 0, "m_hMutex != NULL");
+    TOV_TELL_TEXT(m_hMutex != 0, "m_hMutex != NULL");
 
     Mutex::Destroy(m_hMutex);
 }

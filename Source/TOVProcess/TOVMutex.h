@@ -8,12 +8,13 @@
 // Copies share the handle: copy and original are one mutex, and each destructor closes it, the second time in vain.
 // operator= drops the old handle without closing it. Who keeps two live copies takes that risk.
 //
-// Threads: any. Every operation, the destructor included, throws unless m_hMutex != NULL.
+// Threads: any. Every operation throws unless m_hMutex != NULL. The destructor does not throw: it tells the listeners
+// of that check and goes on.
 class TOV_EXPORT CTOVMutex
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVMutex() noexcept(false);
+    virtual ~CTOVMutex();
 
     // Not owned. A failure to create it is logged; the object then has handle 0.
     CTOVMutex();

@@ -56,7 +56,7 @@ void LogError(int nLine, const char* szMessage)
 }
 } // namespace
 
-CTOVThread::~CTOVThread() noexcept(false)
+CTOVThread::~CTOVThread()
 {
     m_hThread.store(0, std::memory_order_relaxed);
 }

@@ -26,7 +26,7 @@ class TOV_EXPORT CTOVThread
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVThread() noexcept(false);
+    virtual ~CTOVThread();
 
     // Called on the new thread before Run; false ends it at once, which is logged. Then an object that deletes itself
     // is, settled, not deleted.

@@ -46,7 +46,7 @@ CTOVClass::CTOVClass(const CTOVClass& oOther)
     m_szName = ShareName(oOther.m_szName);
 }
 
-CTOVClass::~CTOVClass()
+CTOVClass::~CTOVClass() noexcept(false)
 {
     if (m_dwClassId != s_dwNoClassId)
     {

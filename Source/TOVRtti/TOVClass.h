@@ -32,7 +32,7 @@ class TOV_EXPORT CTOVClass
 public:
     // Virtual operation. Removes whatever class holds this name from the server. The server does not keep this object
     // under another name either.
-    virtual ~CTOVClass();
+    virtual ~CTOVClass() noexcept(false);
 
     // Copies the name, takes the super classes that are not NULL, in argument order, and registers. The super classes
     // are not owned. Throws unless szClassName != NULL.

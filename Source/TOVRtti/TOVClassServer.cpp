@@ -14,7 +14,7 @@ CTOVClassServer::CTOVClassServer(const CTOVClassServer& oOther) = default;
 
 CTOVClassServer& CTOVClassServer::operator=(const CTOVClassServer& oOther) = default;
 
-CTOVClassServer::~CTOVClassServer()
+CTOVClassServer::~CTOVClassServer() noexcept(false)
 {
     // Descriptors leave the process's server: what a copy holds is not for them to remove.
     if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance != this)

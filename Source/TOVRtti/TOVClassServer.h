@@ -15,7 +15,7 @@ class TOV_EXPORT CTOVClassServer
 {
 public:
     // Virtual operation. The process's server unregisters the descriptors that are left; a copy of it just goes.
-    virtual ~CTOVClassServer();
+    virtual ~CTOVClassServer() noexcept(false);
 
     CTOVClassServer();
     // Copy the map and the counter. Not meant to be used.

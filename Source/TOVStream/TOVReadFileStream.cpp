@@ -1,5 +1,7 @@
 #include <TOVStream/TOVReadFileStream.h>
 
+#include <Debug/TOVCheck.h>
+
 #include <new>
 
 namespace
@@ -44,8 +46,10 @@ CTOVReadFileStream& CTOVReadFileStream::operator=(const CTOVReadFileStream& oOth
 CTOVReadFileStream::~CTOVReadFileStream()
 {
     TOV_SAFE_DELETE(m_pStream);
-    if (m_oFile.IsOpen())
-        m_oFile.Close();
+    TOVDebug::RunInDestructor([this] {
+        if (m_oFile.IsOpen())
+            m_oFile.Close();
+    });
 }
 
 void CTOVReadFileStream::Read(void* pBuffer, unsigned long long ullSize)

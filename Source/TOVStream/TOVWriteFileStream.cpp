@@ -1,5 +1,7 @@
 #include <TOVStream/TOVWriteFileStream.h>
 
+#include <Debug/TOVCheck.h>
+
 #include <new>
 
 namespace
@@ -45,11 +47,13 @@ CTOVWriteFileStream& CTOVWriteFileStream::operator=(const CTOVWriteFileStream& o
 CTOVWriteFileStream::~CTOVWriteFileStream()
 {
     TOV_SAFE_DELETE(m_pStream);
-    if (m_oFile.IsOpen())
-    {
-        m_oFile.Flush();
-        m_oFile.Close();
-    }
+    TOVDebug::RunInDestructor([this] {
+        if (m_oFile.IsOpen())
+        {
+            m_oFile.Flush();
+            m_oFile.Close();
+        }
+    });
 }
 
 void CTOVWriteFileStream::Read(void* /*pBuffer*/, unsigned long long /*ullSize*/)

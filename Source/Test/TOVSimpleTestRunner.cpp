@@ -1,5 +1,6 @@
 #include <Test/TOVSimpleTestRunner.h>
 
+#include <Debug/TOVCheck.h>
 #include <Test/TOVTestRunner.h>
 
 namespace TOVTest
@@ -10,9 +11,9 @@ CTOVSimpleTestRunner::CTOVSimpleTestRunner(const CTOVSimpleTestRunner& oOther) =
 
 CTOVSimpleTestRunner& CTOVSimpleTestRunner::operator=(const CTOVSimpleTestRunner& oOther) = default;
 
-CTOVSimpleTestRunner::~CTOVSimpleTestRunner() noexcept(false)
+CTOVSimpleTestRunner::~CTOVSimpleTestRunner()
 {
-    CTOVTestRunner::Forget(this);
+    TOVDebug::RunInDestructor([this] { CTOVTestRunner::Forget(this); });
 }
 
 int CTOVSimpleTestRunner::Run()

@@ -22,7 +22,7 @@ public:
     CTOVSimpleTestRunner();
     CTOVSimpleTestRunner(const CTOVSimpleTestRunner& oOther);
     CTOVSimpleTestRunner& operator=(const CTOVSimpleTestRunner& oOther);
-    ~CTOVSimpleTestRunner() noexcept(false) override;
+    ~CTOVSimpleTestRunner() override;
 
     // Virtual operation, behind those of the router. Runs everything, tells the added listeners, and gives the number
     // of failed cases. What a case throws past its checks goes through.

@@ -21,7 +21,7 @@ CTOVTestRouter::CTOVTestRouter(const CTOVTestRouter& oOther) = default;
 
 CTOVTestRouter& CTOVTestRouter::operator=(const CTOVTestRouter& oOther) = default;
 
-CTOVTestRouter::~CTOVTestRouter() noexcept(false)
+CTOVTestRouter::~CTOVTestRouter()
 {
 }
 

@@ -42,7 +42,7 @@ public:
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
 
     // Further virtual operations; their order is part of the exported design.
-    virtual ~CTOVTestRouter() noexcept(false);
+    virtual ~CTOVTestRouter();
 
     // Appends, also what is already there, which then hears everything twice.
     virtual void AddListener(CTOVTestListener& oListener);

@@ -46,8 +46,6 @@ void CTOVTestRunner::RunEnvironment()
                 m_oCounter.SetCurrentTestSuite(NULL); // it is about to go
                 throw;
             }
-            // Not by its holder, which would end the process where the end of a suite fails a check.
-            delete pSuite.release();
         }
     }
 

@@ -4,7 +4,7 @@
 
 namespace TOVTest
 {
-CTOVTestSuite::~CTOVTestSuite() noexcept(false)
+CTOVTestSuite::~CTOVTestSuite()
 {
 }
 

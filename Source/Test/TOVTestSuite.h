@@ -14,7 +14,7 @@ class TOV_EXPORT CTOVTestSuite
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    virtual ~CTOVTestSuite() noexcept(false);
+    virtual ~CTOVTestSuite();
 
     // Called before and after each case. The base does nothing.
     virtual void Startup();

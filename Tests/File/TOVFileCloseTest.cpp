@@ -3,6 +3,8 @@
 #include "Support/TOVNativeFile.h"
 #include "Support/TOVPrivateMember.h"
 
+#include <cstdio>
+
 namespace File = TOVPlatform::TOVFile;
 
 namespace
@@ -170,4 +172,25 @@ TEST_F(CTOVFileCloseTest, StaysOpenWhenItIsAssignedToItself)
     oFile = oSame;
 
     EXPECT_EQ(4u, oFile.GetSize());
+}
+
+// The check leaves the table of handles locked for the thread, so it does not happen in this process.
+TOV_CHILD(FileEndsWithAHandleThatIsNone)
+{
+    CLogRecorder oLog;
+    {
+        CTOVFile oFile;
+        HandleOf(oFile) = 5000;
+    }
+    std::printf("went on, %s", oLog.DescribeChecks().c_str());
+}
+
+TEST(CTOVFileEndTest, OnlyTellsOfAHandleThatIsNone)
+{
+    const sChildResult oResult = RunChild("FileEndsWithAHandleThatIsNone");
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_NE(std::string::npos, oResult.sOutput.find("went on")) << oResult.sOutput;
+    EXPECT_NE(std::string::npos, oResult.sOutput.find("(0 <= hHandle) && (hHandle < m_ulMaxHandles)"))
+        << oResult.sOutput;
 }

@@ -86,7 +86,7 @@ TEST(CTOVPathTest, HoldsOneStringBehindOneVirtualOperation)
 {
     struct sLayout
     {
-        virtual ~sLayout() noexcept(false) {}
+        virtual ~sLayout() {}
         CTOVStringA oPath;
     };
 

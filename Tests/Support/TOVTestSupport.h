@@ -94,6 +94,18 @@ private:
         EXPECT_TRUE(oRecorderOfCheck.Checks().empty()) << "heard: " << oRecorderOfCheck.DescribeChecks();              \
     } while (false)
 
+// The statement ends objects: a listener hears of a check of this text, and nothing is thrown.
+#define EXPECT_TOLD_CHECK_AT(szFilePart, szText, ...)                                                                  \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        CLogRecorder oRecorderOfCheck;                                                                                 \
+        EXPECT_NO_THROW(__VA_ARGS__);                                                                                  \
+        EXPECT_TRUE(oRecorderOfCheck.SawCheck(szFilePart, szText))                                                     \
+            << "expected check: " << (szText) << "\nheard: " << oRecorderOfCheck.DescribeChecks();                     \
+    } while (false)
+
+#define EXPECT_TOLD_CHECK(szText, ...) EXPECT_TOLD_CHECK_AT("", szText, __VA_ARGS__)
+
 // A real folder in the system's place for temporary files, empty at first, removed with its contents at the end.
 class CTempFolder
 {

@@ -354,11 +354,11 @@ TEST(CTOVSafeQueueTest, EveryOperationChecksTheMutex)
     EXPECT_EQ(1, oQueue.GetCount());
 }
 
-TEST(CTOVSafeQueueTest, LetsTheCheckOfItsMutexThroughAtItsEnd)
+TEST(CTOVSafeQueueTest, OnlyTellsOfTheCheckOfItsMutexAtItsEnd)
 {
     std::optional<CTOVMutex> oCloser;
 
-    EXPECT_CHECK_AT("TOVProcess/TOVMutex", MUTEX_CHECK, {
+    EXPECT_TOLD_CHECK_AT("TOVProcess/TOVMutex", MUTEX_CHECK, {
         tIntQueue oQueue;
         oCloser.emplace(MutexOf(oQueue));
         HandleOf(MutexOf(oQueue)) = 0;

@@ -254,13 +254,13 @@ TEST(CTOVDynamicSingletonTest, ObjectReachesItselfWhileItEnds)
     EXPECT_EQ(0, tThing::s_nAlive);
 }
 
-TEST(CTOVDynamicSingletonTest, LetsACheckAtTheObjectsEndThrough)
+TEST(CTOVDynamicSingletonTest, OnlyTellsOfACheckAtTheObjectsEnd)
 {
     typedef CThing<struct sMark> tThing;
     const CTOVDynamicSingleton<tThing>* pHolder = new CTOVDynamicSingleton<tThing>;
     tThing::s_bRaisesAtItsEnd = true;
 
-    EXPECT_CHECK("!s_bRaisesAtItsEnd", delete pHolder);
+    EXPECT_TOLD_CHECK("!s_bRaisesAtItsEnd", delete pHolder);
     EXPECT_EQ(NULL, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
 }
@@ -289,7 +289,7 @@ TEST(CTOVDynamicSingletonTest, HolderIsEndedThroughItsBase)
     {
     public:
         explicit CNamedHolder(bool& bDied) : m_bDied(bDied) {}
-        ~CNamedHolder() noexcept(false) override { m_bDied = true; }
+        ~CNamedHolder() override { m_bDied = true; }
 
     private:
         bool& m_bDied;

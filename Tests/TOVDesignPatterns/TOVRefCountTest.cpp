@@ -357,11 +357,11 @@ TEST(CTOVRefCountObjectTest, OverReleaseIsReportedAndDestroysNothing)
     EXPECT_EQ(0, nDeaths);
 }
 
-TEST(CTOVRefCountObjectTest, LetsACheckOfItsObjectThrough)
+TEST(CTOVRefCountObjectTest, OnlyTellsOfACheckAtItsObjectsEnd)
 {
     CTOVRefCountObject<sReluctant>* pBlock = new CTOVRefCountObject<sReluctant>(new sReluctant);
     CAllocationCounter oCounter;
-    EXPECT_CHECK("bMayDie", pBlock->Release());
+    EXPECT_TOLD_CHECK("bMayDie", pBlock->Release());
 
     // Both blocks are gone all the same.
     EXPECT_EQ(-2, oCounter.Kept());

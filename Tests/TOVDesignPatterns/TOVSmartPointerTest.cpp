@@ -24,6 +24,7 @@ struct sReluctant
 typedef CTOVSmartPointer<sReluctant> tReluctantPointer;
 
 TOV_PRIVATE_MEMBER(BlockOf, tNumberPointer, CTOVRefCountObject<sNumber>*, m_pObject)
+TOV_PRIVATE_MEMBER(CountOf, CTOVRefCountObject<sNumber>, long, m_lRefCount)
 TOV_PRIVATE_MEMBER(MutexHandle, CTOVMutex, unsigned long long, m_hMutex)
 } // namespace
 
@@ -300,11 +301,11 @@ TEST(CTOVSmartPointerTest, HoldsTypesOfWideAlignment)
     EXPECT_EQ(0u, reinterpret_cast<std::size_t>(oPointer.Get()) % 64);
 }
 
-TEST(CTOVSmartPointerTest, LetsACheckAtTheObjectsEndThrough)
+TEST(CTOVSmartPointerTest, OnlyTellsOfACheckAtTheObjectsEnd)
 {
     const tReluctantPointer* pPointer = new tReluctantPointer(new sReluctant);
     CAllocationCounter oCounter;
-    EXPECT_CHECK("bMayDie", delete pPointer);
+    EXPECT_TOLD_CHECK("bMayDie", delete pPointer);
 
     // Handle, control block and object are gone all the same.
     EXPECT_EQ(-3, oCounter.Kept());
@@ -321,31 +322,48 @@ TEST(CTOVSmartPointerTest, AnEarlierHandleDoesNotMeetTheObjectsCheck)
     oPtr1->bMayDie = true;
 }
 
-TEST(CTOVSmartPointerTest, LetsACheckThroughOnAssignment)
+TEST(CTOVSmartPointerTest, OnlyTellsOfACheckAtTheObjectsEndOnAssignment)
 {
     tReluctantPointer oPtr1(new sReluctant);
     tReluctantPointer oPtr2(new sReluctant);
     const tReluctantPointer oNull;
 
-    EXPECT_CHECK("bMayDie", oPtr1 = oNull);
-    EXPECT_CHECK("bMayDie", oPtr2 = 0);
+    EXPECT_TOLD_CHECK("bMayDie", oPtr1 = oNull);
+    EXPECT_TOLD_CHECK("bMayDie", oPtr2 = 0);
+    EXPECT_FALSE(oPtr1.IsValid());
     EXPECT_FALSE(oPtr2.IsValid());
 }
 
-TEST(CTOVSmartPointerTest, LetsTheCheckOfAMutexThrough)
+TEST(CTOVSmartPointerTest, OnlyTellsOfTheCheckOfAMutex)
 {
     CTOVMutex* pMutex = new CTOVMutex;
     const CTOVMutex oCloser(*pMutex);
     MutexHandle(*pMutex) = 0;
     const CTOVSmartPointer<CTOVMutex>* pPointer = new CTOVSmartPointer<CTOVMutex>(pMutex);
 
-    EXPECT_CHECK("m_hMutex != NULL", delete pPointer);
+    EXPECT_TOLD_CHECK("m_hMutex != NULL", delete pPointer);
 }
 
-TEST(CTOVSmartPointerTest, HasADestructorThatMayThrow)
+TEST(CTOVSmartPointerTest, HasADestructorThatDoesNotThrowWhateverItHolds)
 {
-    EXPECT_FALSE(std::is_nothrow_destructible_v<CTOVSmartPointer<CTOVMutex>>);
-    EXPECT_FALSE(std::is_nothrow_destructible_v<tNumberPointer>);
+    EXPECT_FALSE(std::is_nothrow_destructible_v<sReluctant>);
+    EXPECT_TRUE(std::is_nothrow_destructible_v<tReluctantPointer>);
+    EXPECT_TRUE(std::is_nothrow_destructible_v<tNumberPointer>);
+}
+
+// Somebody has let go of the block too often.
+TEST(CTOVSmartPointerTest, OnlyTellsOfACountBelowZeroAtItsEnd)
+{
+    tNumberPointer oKeeper;
+    const tNumberPointer* const pPointer = new tNumberPointer(oKeeper);
+    CTOVRefCountObject<sNumber>* const pBlock = BlockOf(oKeeper);
+    BlockOf(oKeeper) = NULL;
+    CountOf(*pBlock) = 0;
+
+    EXPECT_TOLD_CHECK_AT("TOVDesignPatterns/TOVRefCount", "lRefCount >= 0", delete pPointer);
+
+    EXPECT_EQ(-1, pBlock->GetRefCount());
+    delete pBlock;
 }
 
 TEST(CTOVSmartPointerTest, IsOnePointerWithoutVirtualOperations)

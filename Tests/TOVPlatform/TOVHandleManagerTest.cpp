@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <memory>
 #include <type_traits>
 
 namespace File = TOVPlatform::TOVFile;
@@ -40,14 +39,9 @@ const sTableUser TABLE_USERS[] = {
 class CTOVHandleManagerCheckTest : public testing::TestWithParam<sTableUser>
 {
 protected:
-    CTOVHandleManagerCheckTest() : m_pManager(new CTOVHandleManager(SLOTS)), m_oManager(*m_pManager)
-    {
-        m_oManager.SetFile(0, ANY_FILE);
-    }
+    CTOVHandleManagerCheckTest() : m_oManager(SLOTS) { m_oManager.SetFile(0, ANY_FILE); }
 
-    // By pointer: its destructor may raise, and a fixture's may not.
-    const std::unique_ptr<CTOVHandleManager> m_pManager;
-    CTOVHandleManager& m_oManager;
+    CTOVHandleManager m_oManager;
 };
 
 class TOVPlatformFileTableTest : public CFileFixture

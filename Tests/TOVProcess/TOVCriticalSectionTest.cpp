@@ -159,14 +159,15 @@ TEST(CTOVCriticalSectionTest, RefusesToBeLeftWithoutAHandle)
     EXPECT_CHECK_AT("TOVProcess/TOVCriticalSection", "m_hCriticalSection != NULL", oSection.Leave());
 }
 
-TEST(CTOVCriticalSectionTest, RaisesFromItsDestructorWithoutAHandle)
+TEST(CTOVCriticalSectionTest, TellsAtItsEndThatItHasNoHandle)
 {
     sSectionStorage oStorage;
     CTOVCriticalSection* pSection = new (oStorage.aMemory) CTOVCriticalSection;
     const unsigned long long hSection = HandleOf(*pSection);
     HandleOf(*pSection) = 0;
 
-    EXPECT_CHECK_AT("TOVProcess/TOVCriticalSection", "m_hCriticalSection != NULL", pSection->~CTOVCriticalSection());
+    EXPECT_TOLD_CHECK_AT("TOVProcess/TOVCriticalSection", "m_hCriticalSection != NULL",
+                         pSection->~CTOVCriticalSection());
 
     CriticalSection::Destroy(hSection);
 }

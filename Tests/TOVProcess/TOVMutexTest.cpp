@@ -5,6 +5,7 @@
 
 #include <TOVProcess/TOVMutex.h>
 
+#include <cstdio>
 #include <new>
 #include <type_traits>
 
@@ -25,7 +26,7 @@ class CMutexWithoutHandle : public CTOVMutex
 {
 public:
     CMutexWithoutHandle() : m_hKept(GetHandle()) { HandleOf(*this) = 0; }
-    ~CMutexWithoutHandle() noexcept(false) override { HandleOf(*this) = m_hKept; }
+    ~CMutexWithoutHandle() override { HandleOf(*this) = m_hKept; }
 
 private:
     const unsigned long long m_hKept;
@@ -229,14 +230,56 @@ TEST(CTOVMutexTest, RefusesToGiveAHandleThatItHasNot)
     EXPECT_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", oMutex.GetHandle());
 }
 
-TEST(CTOVMutexTest, RaisesFromItsDestructorWithoutAHandle)
+TEST(CTOVMutexTest, TellsAtItsEndThatItHasNoHandle)
 {
     sMutexStorage oStorage;
     CTOVMutex* pMutex = new (oStorage.aMemory) CTOVMutex;
     const COwnHandle hMutex(pMutex->GetHandle());
     HandleOf(*pMutex) = 0;
 
-    EXPECT_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", pMutex->~CTOVMutex());
+    EXPECT_TOLD_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", pMutex->~CTOVMutex());
+}
+
+namespace
+{
+class CThrowingListener : public TOVDebug::ITOVLogListener
+{
+public:
+    void OnStartup() override {}
+    void OnClosedown() override {}
+    void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override {}
+    void OnAssert(const char*, unsigned long, const char* szExpression) override
+    {
+        std::printf("told of %s\n", szExpression);
+        throw 7;
+    }
+    void OnPanicV(const char*, unsigned long, const char*, va_list) override {}
+    void SetApplicationName(const char*) override {}
+};
+} // namespace
+
+// A listener must not throw, but the end of an object is no place for the end of the process.
+TOV_CHILD(MutexEndsBeforeAThrowingListener)
+{
+    CThrowingListener oListener;
+    TOVDebug::CTOVDebugServer::Instance().Register(&oListener);
+    {
+        CTOVMutex oMutex;
+        Mutex::Destroy(oMutex.GetHandle());
+        HandleOf(oMutex) = 0;
+    }
+    std::printf("went on\n");
+    std::fflush(stdout);
+    TOVDebug::CTOVDebugServer::Instance().Unregister(&oListener);
+}
+
+TEST(CTOVMutexTest, EndsInPeaceWhenAListenerThrowsAtItsCheck)
+{
+    const sChildResult oResult = RunChild("MutexEndsBeforeAThrowingListener");
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_NE(std::string::npos, oResult.sOutput.find("told of m_hMutex != NULL")) << oResult.sOutput;
+    EXPECT_NE(std::string::npos, oResult.sOutput.find("went on")) << oResult.sOutput;
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS
@@ -256,6 +299,6 @@ TEST(CTOVMutexTest, LogsThatItCouldNotBeCreatedAndGoesOn)
     EXPECT_NE(std::string::npos, std::string(oLog.File()).find("TOVProcess/TOVMutex"));
 
     EXPECT_CHECK("m_hMutex != NULL", pMutex->Lock());
-    EXPECT_CHECK("m_hMutex != NULL", pMutex->~CTOVMutex());
+    EXPECT_TOLD_CHECK("m_hMutex != NULL", pMutex->~CTOVMutex());
 }
 #endif

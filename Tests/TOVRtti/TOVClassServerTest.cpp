@@ -79,16 +79,17 @@ std::vector<std::string> NamesOf(const CTOVClassServer& oServer)
     return aNames;
 }
 
-// A server of its own with one descriptor, which the process's server holds as well. The descriptors stand apart, since
-// destructors that check cannot be those of a fixture's members.
+// A server of its own with one descriptor, which the process's server holds as well. All of them stand apart, since
+// their destructors let through what a listener throws, which those of a fixture's members cannot.
 class CTOVClassServerTest : public testing::Test
 {
 private:
     const std::unique_ptr<CTOVClass> m_pClass = std::make_unique<CTOVClass>("CSomething");
     const std::unique_ptr<CTOVClass> m_pOther = std::make_unique<CTOVClass>("CSomethingElse");
+    const std::unique_ptr<CTOVClassServer> m_pServer = std::make_unique<CTOVClassServer>();
 
 protected:
-    CTOVClassServer m_oServer;
+    CTOVClassServer& m_oServer = *m_pServer;
     CTOVClass& m_oClass = *m_pClass;
     CTOVClass& m_oOther = *m_pOther;
 };

@@ -3,8 +3,6 @@
 
 #include "TOVStream/TOVStreamInstruments.h"
 
-#include <memory>
-
 typedef CTOVFileStream::FileStreamException FileStreamException;
 
 const int READ = ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary;
@@ -123,11 +121,5 @@ protected:
 
     CTempFolder m_oFolder;
     const std::string m_sFile;
-
-private:
-    // Apart, since destructors that check cannot be those of a fixture's members.
-    const std::unique_ptr<CTOVFile> m_pFile = std::make_unique<CTOVFile>();
-
-protected:
-    CTOVFile& m_oFile = *m_pFile;
+    CTOVFile m_oFile;
 };

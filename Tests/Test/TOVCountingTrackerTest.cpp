@@ -59,8 +59,6 @@ protected:
         m_oCounter.EnterEnvironment();
     }
 
-    ~CTOVCountingTrackerTest() noexcept override {}
-
     // A case with so many failed checks.
     void RunCase(int nFailures)
     {

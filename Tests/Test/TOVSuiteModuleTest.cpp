@@ -18,7 +18,7 @@ class CTOVSuiteModuleTest : public testing::Test
 protected:
     CTOVSuiteModuleTest() : m_oCreator(CFunctionSuite("of the program")) {}
 
-    ~CTOVSuiteModuleTest() noexcept override { TOVTest::CTOVTestTracker::SetTracker(NULL); }
+    ~CTOVSuiteModuleTest() override { TOVTest::CTOVTestTracker::SetTracker(NULL); }
 
     // The names of all suites, whatever their order.
     static std::set<std::string> Names()

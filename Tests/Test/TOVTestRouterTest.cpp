@@ -43,8 +43,6 @@ class CTOVTestRouterTest : public testing::Test
 protected:
     CTOVTestRouterTest() : m_oA("a", m_sHeard), m_oB("b", m_sHeard), m_oC("c", m_sHeard) {}
 
-    ~CTOVTestRouterTest() noexcept override {}
-
     // Which listeners hear one event, in order.
     std::string HeardBy(CTOVTestRouter& oRouter)
     {

@@ -1,7 +1,10 @@
+#include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
 #include "Test/TOVControlledHost.h"
 #include "Test/TOVRunFixture.h"
 
+#include <TOVProcess/TOVEvent.h>
+#include <TOVProcess/TOVEventCondition.h>
 #include <Test/TOVTestRunner.h>
 
 #include <stdexcept>
@@ -42,18 +45,28 @@ public:
     CTOVTestSuite* New() override { return new CPromisingSuite; }
 };
 
+TOV_PRIVATE_MEMBER(HandlesOf, CTOVEventCondition, unsigned long long*, m_pEventHandles)
+
 // Its end fails a check, as that of a suite with members can.
-class CThrowingSuite : public CTOVTestSuite
+class CTornSuite : public CTOVTestSuite
 {
 public:
-    ~CThrowingSuite() noexcept(false) override { throw 7; }
+    CTornSuite() : m_oCondition(CTOVEventCondition::eConditionTypeAny, &m_oEvent, 1)
+    {
+        delete[] HandlesOf(m_oCondition);
+        HandlesOf(m_oCondition) = NULL;
+    }
+
+private:
+    CTOVEvent m_oEvent;
+    CTOVEventCondition m_oCondition;
 };
 
-class CThrowingCreator : public TOVTest::ITOVTestSuiteCreator
+class CTornCreator : public TOVTest::ITOVTestSuiteCreator
 {
 public:
-    virtual ~CThrowingCreator() = default;
-    CTOVTestSuite* New() override { return new CThrowingSuite; }
+    virtual ~CTornCreator() = default;
+    CTOVTestSuite* New() override { return new CTornSuite; }
 };
 } // namespace
 
@@ -318,15 +331,17 @@ TEST_F(CTOVTestRunnerTest, EndsTheRunWithWhatThrowsAroundACase)
     EXPECT_EQ("LeaveTestCase|first", m_oRecorder.m_aEvents.back());
 }
 
-TEST_F(CTOVTestRunnerTest, LetsThroughWhatTheEndOfASuiteThrows)
+TEST_F(CTOVTestRunnerTest, GoesOnBehindASuiteWhoseEndFailsACheck)
 {
-    CThrowingCreator oCreator;
+    CTornCreator oCreator;
     AddCreator(&oCreator);
     AddSuite("after", {});
 
-    EXPECT_THROW(Run(), int);
+    EXPECT_TOLD_CHECK("m_pEventHandles != NULL", Run());
 
-    EXPECT_EQ("LeaveSuite|<Unkown test suite>", m_oRecorder.m_aEvents.back());
+    EXPECT_EQ((tTexts{"EnterEnvironment", "EnterSuite|<Unkown test suite>", "LeaveSuite|<Unkown test suite>",
+                      "EnterSuite|after", "LeaveSuite|after", "LeaveEnvironment"}),
+              m_oRecorder.m_aEvents);
 }
 
 // The suite has gone with the exception, while the counter stays in force.

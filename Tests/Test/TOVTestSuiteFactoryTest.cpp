@@ -20,8 +20,6 @@ class CTOVTestSuiteFactoryTest : public testing::Test
 protected:
     CTOVTestSuiteFactoryTest() : m_oFirst(CFunctionSuite("first")), m_oSecond(CFunctionSuite("second")) {}
 
-    ~CTOVTestSuiteFactoryTest() noexcept override {}
-
     void RegisterThree()
     {
         CTOVTestSuiteFactory::Register(NAMES[2], &m_oFirst);

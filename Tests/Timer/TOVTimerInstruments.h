@@ -26,8 +26,6 @@ TOV_PRIVATE_MEMBER(HighResolution, CTOVTimer, bool, m_bHighResolutionTimer)
 class CTimerFixture : public testing::Test
 {
 protected:
-    ~CTimerFixture() noexcept override {}
-
     CFakeClock m_oClock;
     CTOVTimer m_oTimer;
 

@@ -5,7 +5,6 @@
 
 #include <TOVContainers/TOVSafeQueue.h>
 
-#include <memory>
 #include <windows.h>
 
 namespace
@@ -28,15 +27,13 @@ BOOL WINAPI LookAndSignal(HANDLE hEvent)
 class CTOVSafeQueueCallsTest : public testing::Test
 {
 protected:
-    CTOVSafeQueueCallsTest() : m_pQueue(new tQueue), m_oQueue(*m_pQueue)
+    CTOVSafeQueueCallsTest()
     {
         s_hMutex = MutexHandleOf(QueueMutexOf(m_oQueue));
         s_aLocked.clear();
     }
 
-    // By pointer: its destructor may raise, and a fixture's may not.
-    const std::unique_ptr<tQueue> m_pQueue;
-    tQueue& m_oQueue;
+    tQueue m_oQueue;
 };
 } // namespace
 

@@ -66,7 +66,7 @@ protected:
         CTOVTestSuiteFactory::Register(NAME, &m_oCreator);
     }
 
-    ~CTOVListenerHostTest() noexcept override
+    ~CTOVListenerHostTest() override
     {
         Map().swap(m_aFormer);
         CTOVTestTracker::SetTracker(NULL);

@@ -1,0 +1,356 @@
+// Every class of the library mixed with ordinary ones: as bases and as members, in both orders. No destructor of the
+// library throws, so that all of this compiles, which is half of the test. A new class takes one line in tMixable.
+#include "Support/TOVLibraryImage.h"
+#include "Support/TOVTestSupport.h"
+
+#include <TOVKernel.h>
+
+#include <exception>
+#include <memory>
+#include <stdexcept>
+#include <type_traits>
+#include <typeinfo>
+
+namespace
+{
+// Ordinary interfaces: with a destructor that the compiler writes, and with one that somebody wrote.
+class IDefaulted
+{
+public:
+    virtual ~IDefaulted() = default;
+    virtual int GetMark() const { return MARK; }
+
+    static constexpr int MARK = 42;
+};
+
+class IWritten
+{
+public:
+    virtual ~IWritten() {}
+    virtual int GetMark() const { return MARK; }
+
+    static constexpr int MARK = 43;
+};
+
+// One that tells what it is by an operation of the standard library.
+class IStandard : public std::runtime_error
+{
+public:
+    IStandard() : std::runtime_error("mark") {}
+    virtual int GetMark() const { return *what() == 'm' ? MARK : 0; }
+
+    static constexpr int MARK = 44;
+};
+
+// Where a base's assignment is a virtual operation, the using-declarations keep it in sight.
+template<class TFirst, class TSecond> class CBases : public TFirst, public TSecond
+{
+public:
+    using TFirst::operator=;
+    using TSecond::operator=;
+};
+
+// The base brings the virtual destructor.
+template<class TBase, class TMember> class CHolder : public TBase
+{
+public:
+    using TBase::operator=;
+
+    TMember m_oMember;
+};
+
+template<class TBase, class TFirst, class TSecond> class CHolderOfTwo : public TBase
+{
+public:
+    using TBase::operator=;
+
+    TFirst m_oFirst;
+    TSecond m_oSecond;
+};
+
+// The class in whose place another is made: one that has arguments of its own, or supplies what the class leaves open.
+template<class T> struct sMade
+{
+    typedef T type;
+};
+
+template<class T> class CWithNumber : public T
+{
+public:
+    CWithNumber() : T(1) {}
+};
+
+class CSystemException : public CTOVException
+{
+public:
+    CSystemException() : CTOVException(eClassSystem, 1) {}
+};
+
+class CCondition : public CTOVEventCondition
+{
+public:
+    CCondition() : CTOVEventCondition(eConditionTypeAny, &Event(), 1) {}
+
+private:
+    static CTOVEvent& Event()
+    {
+        static CTOVEvent s_oEvent;
+        return s_oEvent;
+    }
+};
+
+class CMemento : public ITOVMemento
+{
+};
+
+class CWorker : public CTOVThread
+{
+public:
+    unsigned long Run() override { return 0; }
+};
+
+// Streams over a file that is closed, and over one that is in a folder of their own.
+class CClosedFileStream : public CTOVFileStream
+{
+public:
+    CClosedFileStream() : CTOVFileStream(&File(), eStreamModeSaving) {}
+
+private:
+    static CTOVFile& File()
+    {
+        static CTempFolder s_oFolder;
+        static CTOVFile s_oFile;
+        if (!s_oFile.IsOpen())
+            s_oFile.Open(s_oFolder.File("mixed").c_str(), ITOVFile::eFileOpenBinary | ITOVFile::eFileOpenWrite);
+        return s_oFile;
+    }
+};
+
+class CWriter : public CTOVWriteFileStream
+{
+public:
+    CWriter() : CTOVWriteFileStream(Folder().File("mixed").c_str()) {}
+
+    static CTempFolder& Folder()
+    {
+        static CTempFolder s_oFolder;
+        return s_oFolder;
+    }
+};
+
+class CReader : public CTOVReadFileStream
+{
+public:
+    CReader() : CTOVReadFileStream(WrittenFile().c_str()) {}
+
+private:
+    static std::string WrittenFile()
+    {
+        const std::string sFile = CWriter::Folder().File("read");
+        WriteWholeFile(sFile, "x");
+        return sFile;
+    }
+};
+
+typedef TOVPlatform::TOVFile::CTOVHandleManager tHandleManager;
+
+template<> struct sMade<CTOVEventCondition> : sMade<CCondition>
+{
+};
+template<> struct sMade<CTOVException> : sMade<CSystemException>
+{
+};
+template<> struct sMade<CTOVFile::FileException> : sMade<CWithNumber<CTOVFile::FileException>>
+{
+};
+template<> struct sMade<CTOVFileStream> : sMade<CClosedFileStream>
+{
+};
+template<> struct sMade<CTOVFileStream::FileStreamException> : sMade<CWithNumber<CTOVFileStream::FileStreamException>>
+{
+};
+template<> struct sMade<CTOVReadFileStream> : sMade<CReader>
+{
+};
+template<>
+struct sMade<CTOVReadFileStream::ReadFileStreamException>
+    : sMade<CWithNumber<CTOVReadFileStream::ReadFileStreamException>>
+{
+};
+template<> struct sMade<CTOVThread> : sMade<CWorker>
+{
+};
+template<> struct sMade<CTOVVirtualFileSystem::Exception> : sMade<CWithNumber<CTOVVirtualFileSystem::Exception>>
+{
+};
+template<> struct sMade<CTOVWriteFileStream> : sMade<CWriter>
+{
+};
+template<>
+struct sMade<CTOVWriteFileStream::WriteFileStreamException>
+    : sMade<CWithNumber<CTOVWriteFileStream::WriteFileStreamException>>
+{
+};
+template<> struct sMade<ITOVFile::Exception> : sMade<CWithNumber<ITOVFile::Exception>>
+{
+};
+template<> struct sMade<ITOVMemento> : sMade<CMemento>
+{
+};
+template<> struct sMade<ITOVStream::StreamException> : sMade<CWithNumber<ITOVStream::StreamException>>
+{
+};
+template<> struct sMade<tHandleManager> : sMade<CWithNumber<tHandleManager>>
+{
+};
+template<> struct sMade<TOVTest::CTOVTestText> : sMade<CWithNumber<TOVTest::CTOVTestText>>
+{
+};
+
+template<class... TClasses> struct sClasses
+{
+    typedef testing::Types<TClasses...> tTests;
+};
+
+// The classes that can be made.
+typedef sClasses<
+    CTOVArray<CTOVPath>, CTOVArray<CTOVStringA>, CTOVArray<CTOVStringW>, CTOVArray<int>, CTOVBitArray, CTOVBuffer<char>,
+    CTOVBuffer<tByte>, CTOVBuffer<wchar_t>, CTOVCriticalSection, CTOVDynamicSingleton<CTOVClassServer>,
+    CTOVDynamicSingleton<CTOVPath>, CTOVDynamicSingleton<CTOVStringA>, CTOVDynamicSingleton<CTOVStringW>,
+    CTOVDynamicSingleton<CTOVTimer>, CTOVDynamicSingleton<CTOVVirtualFileSystem>, CTOVDynamicSingleton<tHandleManager>,
+    CTOVEvent, CTOVEventCondition, CTOVException, CTOVFile, CTOVFile::FileException, CTOVFileScanner, CTOVFileStream,
+    CTOVFileStream::FileStreamException, CTOVFourCC, CTOVHandle, CTOVMemoryException, CTOVMutex, CTOVPath,
+    CTOVQueue<int>, CTOVReadFileStream, CTOVReadFileStream::ReadFileStreamException, CTOVRefCount,
+    CTOVRefCountObject<char>, CTOVRefCountObject<tByte>, CTOVRefCountObject<wchar_t>, CTOVRingBuffer<int>,
+    CTOVSafeQueue<CTOVStringA>, CTOVSemaphore, CTOVSmartPointer<CTOVMutex>, CTOVStack<int>, CTOVStringA, CTOVStringW,
+    CTOVThread, CTOVTimer, CTOVVirtualFileSystem, CTOVVirtualFileSystem::Exception, CTOVWriteFileStream,
+    CTOVWriteFileStream::WriteFileStreamException, ITOVFile::Exception, ITOVMemento, ITOVStream::StreamException,
+    TOVDebug::CTOVAssertException, TOVTest::CTOVCountingTracker, TOVTest::CTOVSimpleTestRunner, TOVTest::CTOVTestCase,
+    TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap>, TOVTest::CTOVTestListener, TOVTest::CTOVTestRouter,
+    TOVTest::CTOVTestSuite, TOVTest::CTOVTestText, TOVTest::CTOVTestTracker, tHandleManager>
+    tMixable;
+
+// The interfaces, whose operations others supply: bases only.
+typedef sClasses<ISorter<int (*)(const int&, const int&)>, ITOVFile, ITOVHandleDatabase, ITOVMementoCreator,
+                 ITOVRefCount, ITOVResourceLoader, ITOVStream, ITOVVirtualFileSystem, TOVDebug::ITOVLogListener,
+                 TOVTest::ITOVTestSuiteCreator>
+    tInterfaces;
+
+// Nobody derives from these or has them as members: what a listener throws at their end goes straight through.
+typedef sClasses<CTOVClass, CTOVClassServer, TOVDebug::CTOVDebugServer, TOVDebug::CTOVMSDevLogger> tThrowing;
+
+// Makes one, and ends it through the interface.
+template<class TInterface, class TMix> void Live()
+{
+    static_assert(std::is_nothrow_destructible_v<TMix>);
+    static_assert(std::has_virtual_destructor_v<TMix>);
+
+    const std::unique_ptr<const TInterface> pMix = std::make_unique<const TMix>();
+    EXPECT_EQ(TInterface::MARK, pMix->GetMark());
+}
+
+template<class TInterface, class TClass> void Mix()
+{
+    Live<TInterface, CBases<TClass, TInterface>>();
+    Live<TInterface, CBases<TInterface, TClass>>();
+    Live<TInterface, CHolder<TInterface, TClass>>();
+    Live<TInterface, CHolderOfTwo<TInterface, TClass, TInterface>>();
+    Live<TInterface, CHolderOfTwo<TInterface, TInterface, TClass>>();
+
+    // The class as the base, the interface, a lock and a shared pointer as members.
+    typedef CHolder<CHolderOfTwo<TClass, CTOVMutex, CTOVSmartPointer<int>>, TInterface> tDerived;
+    static_assert(std::is_nothrow_destructible_v<tDerived>);
+    const auto pDerived = std::make_unique<const tDerived>();
+    EXPECT_EQ(TInterface::MARK, pDerived->m_oMember.GetMark());
+}
+
+template<class TInterface, class TClass> void MixAsBases()
+{
+    static_assert(std::is_nothrow_destructible_v<CBases<TClass, TInterface>>);
+    static_assert(std::is_nothrow_destructible_v<CBases<TInterface, TClass>>);
+    static_assert(std::is_nothrow_destructible_v<CHolderOfTwo<TClass, CTOVMutex, TInterface>>);
+    EXPECT_TRUE((std::is_abstract_v<CBases<TClass, TInterface>>)) << "it can be made: it belongs into the other list";
+}
+
+template<class T> class CTOVMixableClassTest : public testing::Test
+{
+};
+TYPED_TEST_SUITE(CTOVMixableClassTest, tMixable::tTests);
+
+template<class T> class CTOVMixableInterfaceTest : public testing::Test
+{
+};
+TYPED_TEST_SUITE(CTOVMixableInterfaceTest, tInterfaces::tTests);
+
+template<class T> class CTOVThrowingClassTest : public testing::Test
+{
+};
+TYPED_TEST_SUITE(CTOVThrowingClassTest, tThrowing::tTests);
+
+template<class... TClasses> void Collect(sClasses<TClasses...>, std::set<std::string>& aTables)
+{
+    (aTables.insert("_ZTV" + std::string(typeid(TClasses).name())), ...);
+}
+} // namespace
+
+TYPED_TEST(CTOVMixableClassTest, MixesWithOrdinaryClassesAsBasesAndMembersInBothOrders)
+{
+    typedef typename sMade<TypeParam>::type tClass;
+
+    Mix<IDefaulted, tClass>();
+    Mix<IWritten, tClass>();
+    Mix<IStandard, tClass>();
+}
+
+TYPED_TEST(CTOVMixableInterfaceTest, MixesWithOrdinaryClassesAsBasesInBothOrders)
+{
+    MixAsBases<IDefaulted, TypeParam>();
+    MixAsBases<IWritten, TypeParam>();
+    MixAsBases<IStandard, TypeParam>();
+}
+
+TYPED_TEST(CTOVThrowingClassTest, LetsThroughWhatAListenerThrows)
+{
+    EXPECT_FALSE(std::is_nothrow_destructible_v<TypeParam>);
+}
+
+TEST(CTOVMixedClassesTest, ListsEveryExportedClassThatHasVirtualOperations)
+{
+    std::set<std::string> aTables;
+    Collect(tMixable(), aTables);
+    Collect(tInterfaces(), aTables);
+    Collect(tThrowing(), aTables);
+
+    std::size_t nExported = 0;
+    for (const std::string& sName : ExportedNames(eModuleLibrary))
+    {
+        if (sName.compare(0, 4, "_ZTV") != 0)
+            continue;
+        ++nExported;
+        EXPECT_EQ(1u, aTables.count(sName)) << sName;
+    }
+    EXPECT_LT(50u, nExported);
+}
+
+// Several of the library's classes at once, with an interface between them.
+TEST(CTOVMixedClassesTest, AThreadIsCountedAndHoldsLocksAndPointers)
+{
+    class CJob : public CTOVRefCount, public IDefaulted, public CTOVThread
+    {
+    public:
+        explicit CJob(const CTOVSmartPointer<int>& pResult) : m_pResult(pResult) {}
+        unsigned long Run() override { return 0; }
+
+    private:
+        CTOVMutex m_oMutex;
+        CTOVSmartPointer<int> m_pResult;
+        CTOVCriticalSection m_oSection;
+    };
+    const CTOVSmartPointer<int> pResult(new int(7));
+    CJob* const pJob = new CJob(pResult);
+    ASSERT_EQ(2, pResult.GetRefCount());
+
+    EXPECT_EQ(0, pJob->Release());
+
+    EXPECT_EQ(1, pResult.GetRefCount());
+}
