@@ -48,14 +48,19 @@ CTOVClass::CTOVClass(const CTOVClass& oOther)
 
 CTOVClass::~CTOVClass() noexcept(false)
 {
-    if (m_dwClassId != s_dwNoClassId)
+    // The name goes also when a listener throws at the log line of the removal.
+    struct sNameRelease
     {
-        Unregister();
-        CTOVClassServer::Instance().ForgetClass(this);
-    }
+        char*& szName;
+        ~sNameRelease()
+        {
+            ReleaseName(szName);
+            szName = NULL;
+        }
+    } const oNameRelease = {m_szName};
 
-    ReleaseName(m_szName);
-    m_szName = NULL;
+    if (m_dwClassId != s_dwNoClassId)
+        CTOVClassServer::ForgetClass(this);
 }
 
 CTOVClass& CTOVClass::operator=(const CTOVClass& oOther)

@@ -31,7 +31,9 @@ class TOV_EXPORT CTOVClass
 {
 public:
     // Virtual operation. Removes whatever class holds this name from the server. The server does not keep this object
-    // under another name either.
+    // under another name either. Allocates nothing. What a listener throws at the log line of the removal goes through,
+    // and the server has forgotten this object all the same; so do not derive from this class, and do not hold it as a
+    // member, where destructors must not throw.
     virtual ~CTOVClass() noexcept(false);
 
     // Copies the name, takes the super classes that are not NULL, in argument order, and registers. The super classes

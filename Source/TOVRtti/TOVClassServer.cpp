@@ -4,7 +4,25 @@
 #include <Debug/TOVDebug.h>
 #include <TOVRtti/TOVClass.h>
 
+#include <algorithm>
+#include <iterator>
+
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVClassServer>;
+
+namespace
+{
+void LogRemoval(const char* szName, unsigned int nMap)
+{
+    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo,
+                   "CTOVClassServer::RemoveClass() : Removing class %s using map %x.", szName, nMap);
+}
+
+template<class TMap, class TCondition> void EraseIf(TMap& oMap, const TCondition& fnCondition)
+{
+    for (auto oEntry = oMap.begin(); oEntry != oMap.end();)
+        oEntry = fnCondition(*oEntry) ? oMap.erase(oEntry) : std::next(oEntry);
+}
+} // namespace
 
 CTOVClassServer::CTOVClassServer() : m_dwNextClassId(0)
 {
@@ -41,9 +59,10 @@ unsigned long CTOVClassServer::AddClass(const CTOVStringA& oName, CTOVClass* pCl
 
     if (const CTOVClass* pHeldClass = FindClass(oName))
     {
+        const unsigned long dwHeldId = pHeldClass->GetClassId(); // a listener may end that class
         TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning,
                        "CTOVClassServer::AddClass() : Class %s already registered!", oName.GetString());
-        return pHeldClass->GetClassId();
+        return dwHeldId;
     }
 
     const unsigned long dwClassId = NextClassId();
@@ -56,14 +75,11 @@ unsigned long CTOVClassServer::AddClass(const CTOVStringA& oName, CTOVClass* pCl
 
 void CTOVClassServer::RemoveClass(const CTOVStringA& oName)
 {
-    const auto oEntry = m_oClasses.find(oName);
-    if (oEntry == m_oClasses.end())
+    if (m_oClasses.find(oName) == m_oClasses.end())
         return;
 
-    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo,
-                   "CTOVClassServer::RemoveClass() : Removing class %s using map %x.", oName.GetString(),
-                   GetMapNumber());
-    m_oClasses.erase(oEntry);
+    LogRemoval(oName.GetString(), GetMapNumber());
+    m_oClasses.erase(oName); // searched anew, as a listener may have removed it
 }
 
 bool CTOVClassServer::HasClass(const CTOVStringA& oName) const
@@ -110,13 +126,27 @@ unsigned long CTOVClassServer::NextClassId()
 
 void CTOVClassServer::ForgetClass(const CTOVClass* pClass)
 {
-    for (auto oEntry = m_oClasses.begin(); oEntry != m_oClasses.end();)
+    CTOVClassServer* const pServer = CTOVDynamicSingleton<CTOVClassServer>::s_pInstance;
+    if (pServer == NULL)
+        return;
+
+    struct sDrop
     {
-        if (oEntry->second.pClass == pClass)
-            oEntry = m_oClasses.erase(oEntry);
-        else
-            ++oEntry;
-    }
+        CTOVClassServer& oServer;
+        const CTOVClass* const pClass;
+        ~sDrop()
+        {
+            EraseIf(oServer.m_oClasses, [this](const auto& oEntry) { return oEntry.second.pClass == pClass; });
+        }
+    } const oDrop = {*pServer, pClass};
+
+    // By the text: a string of it would take memory.
+    const auto IsNamed = [szName = pClass->GetName()](const auto& oEntry) { return oEntry.first == szName; };
+    if (std::none_of(pServer->m_oClasses.begin(), pServer->m_oClasses.end(), IsNamed))
+        return;
+
+    LogRemoval(pClass->GetName(), pServer->GetMapNumber());
+    EraseIf(pServer->m_oClasses, IsNamed);
 }
 
 unsigned int CTOVClassServer::GetMapNumber() const

@@ -10,11 +10,13 @@ class CTOVClass;
 
 // Maps names to descriptors and allots class ids, from 0 on. Descriptors enter and leave by themselves; the server does
 // not own them. Names are case-sensitive, compared bytewise. Each look-up is one search in an ordered map. No lock:
-// registration is expected during start-up or on one thread, and so is the end.
+// registration is expected during start-up or on one thread, and so is the end. A listener may add and remove classes
+// while the server logs.
 class TOV_EXPORT CTOVClassServer
 {
 public:
-    // Virtual operation. The process's server unregisters the descriptors that are left; a copy of it just goes.
+    // Virtual operation. The process's server unregisters the descriptors that are left; a copy of it just goes. What a
+    // listener throws meanwhile goes through.
     virtual ~CTOVClassServer() noexcept(false);
 
     CTOVClassServer();
@@ -54,8 +56,9 @@ private:
     CTOVClass* FindClass(const CTOVStringA& oName) const;
     unsigned long NextClassId();
 
-    // Drops every entry of a descriptor that dies.
-    void ForgetClass(const CTOVClass* pClass);
+    // Removes the name of a descriptor that dies from the process's server, if there still is one, and drops every
+    // other entry of that descriptor, also when a listener throws meanwhile. Allocates nothing.
+    static void ForgetClass(const CTOVClass* pClass);
 
     // The map's address as log lines show it, in 32 bits.
     unsigned int GetMapNumber() const;

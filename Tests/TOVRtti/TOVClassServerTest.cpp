@@ -1,17 +1,11 @@
 #include "Support/TOVPrivateMember.h"
-#include "Support/TOVTestSupport.h"
+#include "TOVRtti/TOVClassInstruments.h"
 
-#include <TOVRtti/TOVClass.h>
-#include <TOVRtti/TOVClassServer.h>
-
-#include <cstdarg>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
-#include <functional>
 #include <map>
 #include <memory>
-#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -42,23 +36,6 @@ struct sEntryMembers
 template struct sOffsets<sServerMembers, &CTOVClassServer::m_oClasses, &CTOVClassServer::m_dwNextClassId>;
 template struct sOffsets<sEntryMembers, &CTOVClassServer::sClassEntry::pClass,
                          &CTOVClassServer::sClassEntry::dwClassId>;
-
-// Does something at each line that is logged while it lives.
-class CActingRecorder : public CLogRecorder
-{
-public:
-    explicit CActingRecorder(std::function<void()> fnAction) : m_fnAction(std::move(fnAction)) {}
-
-    void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
-                va_list pArguments) override
-    {
-        CLogRecorder::OnLogV(szFile, ulLine, eSeverity, szFormat, pArguments);
-        m_fnAction();
-    }
-
-private:
-    std::function<void()> m_fnAction;
-};
 
 // The map stands first in the server; log lines show the low 32 bits of its address.
 std::string MapOf(const CTOVClassServer& oServer)
