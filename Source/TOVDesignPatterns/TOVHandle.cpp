@@ -16,6 +16,13 @@ std::uintptr_t AddressOf(const void* pThing)
 {
     return reinterpret_cast<std::uintptr_t>(pThing);
 }
+
+// By value: the handle may be part of the object that goes.
+void ReleaseReference(ITOVRefCount* pObject, long lHandle, ITOVHandleDatabase* pDatabase)
+{
+    if (pObject != NULL && pObject->Release() == 0)
+        pDatabase->RemoveHandle(lHandle);
+}
 } // namespace
 
 CTOVHandle::~CTOVHandle()
@@ -57,19 +64,21 @@ CTOVHandle::CTOVHandle(const CTOVHandle& oOther)
 
 const CTOVHandle& CTOVHandle::operator=(const CTOVHandle& oOther)
 {
-    // Settled: releases before it adds, and looks at the validity and not at the object alone.
-    if (IsValid())
-    {
-        const bool bOwnLast = this == &oOther && m_pObject->GetRefCount() == 1;
-        Release();
-        if (bOwnLast)
-            m_pObject = NULL; // it is gone
-    }
-    if (oOther.m_pObject != NULL)
-        oOther.m_pObject->AddRef();
-    m_pObject = oOther.m_pObject;
+    // Settled: a last handle that is assigned to itself lets go of its object and is left without one.
+    const bool bOwnLast = this == &oOther && IsValid() && m_pObject->GetRefCount() == 1;
+    ITOVRefCount* const pNewObject = bOwnLast ? NULL : oOther.m_pObject;
+    // Settled: the validity decides, not the object alone.
+    ITOVRefCount* const pOldObject = IsValid() ? m_pObject : NULL;
+    const long lOldHandle = m_lHandle;
+    ITOVHandleDatabase* const pOldDatabase = m_pDatabase;
+
+    // The source may be part of the object that goes: it is counted first, and read before.
+    if (pNewObject != NULL)
+        pNewObject->AddRef();
+    m_pObject = pNewObject;
     m_lHandle = oOther.m_lHandle;
     m_pDatabase = oOther.m_pDatabase;
+    ReleaseReference(pOldObject, lOldHandle, pOldDatabase);
     return *this;
 }
 
@@ -129,8 +138,7 @@ void CTOVHandle::Delete()
 
 void CTOVHandle::Release()
 {
-    if (m_pObject != NULL && m_pObject->Release() == 0)
-        m_pDatabase->RemoveHandle(m_lHandle);
+    ReleaseReference(m_pObject, m_lHandle, m_pDatabase);
 }
 
 ITOVHandleDatabase::ITOVHandleDatabase() = default;

@@ -23,8 +23,10 @@ public:
     CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle);
     CTOVHandle(const CTOVHandle& oOther);
 
-    // Settled: lets go of its own object first, and only if it is valid. A last handle that is assigned to itself so
-    // destroys its object and is left without one, and one with an object but without an id keeps a reference for ever.
+    // Counts the source's object and takes its members before it lets go of its own, so that a handle can walk a list,
+    // whose next handle dies with the element behind it. When letting go throws, the handle has the new object already.
+    // Settled: lets go only if it is valid, so that one with an object but without an id keeps a reference for ever. A
+    // last handle that is assigned to itself destroys its object and is left without one.
     const CTOVHandle& operator=(const CTOVHandle& oOther);
 
     // What the database has for an id, or for an object. Both throw unless "m_pDatabase != NULL".

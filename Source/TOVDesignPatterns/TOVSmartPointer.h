@@ -25,7 +25,7 @@ public:
     CTOVSmartPointer(const CTOVSmartPointer& oOther);
     ~CTOVSmartPointer();
 
-    // Lets go of the old control block and shares oOther's.
+    // Shares oOther's control block, then lets go of the old one, so that a pointer can walk a list: p = p->pNext.
     // Settled: a sole owner that is assigned to itself loses its T, and is a null smart pointer then.
     CTOVSmartPointer& operator=(const CTOVSmartPointer& oOther);
     // Lets go of the old control block and holds pObject in one with count 1; also for a null pointer, so that other
@@ -80,7 +80,7 @@ template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOV
         return *this;
     }
 
-    // oOther may be part of what the old block owns: its block is counted before the old one goes.
+    // Settled: oOther's block is counted before the old one goes, as oOther may be part of what the old block owns.
     m_pObject = oOther.m_pObject;
     m_pObject->AddRef();
     pOld->Release();

@@ -10,6 +10,42 @@ TOV_PRIVATE_MEMBER(DatabaseOf, CTOVHandle, ITOVHandleDatabase*, m_pDatabase)
 class CTOVHandleAssignTest : public CHandleFixture
 {
 };
+
+// An element of a list that handles hold together.
+class CNode : public CTOVRefCount
+{
+public:
+    explicit CNode(int& nDeaths) : m_nDeaths(nDeaths) {}
+    ~CNode() override { ++m_nDeaths; }
+    CNode(const CNode&) = delete;
+    CNode& operator=(const CNode&) = delete;
+
+    CTOVHandle m_oNext;
+
+private:
+    int& m_nDeaths;
+};
+
+// A list of nodes with the ids from 1 on, held by its first handle alone.
+CTOVHandle MakeList(CTestDatabase& oDatabase, long lNodes, int& nDeaths)
+{
+    CTOVHandle oHead;
+    for (long lId = lNodes; lId > 0; --lId)
+    {
+        CNode* const pNode = new CNode(nDeaths);
+        pNode->m_oNext = oHead;
+        oDatabase.m_aThings[lId] = pNode;
+        oHead = CTOVHandle(oDatabase, lId);
+        pNode->Release();
+    }
+    oDatabase.Calls();
+    return oHead;
+}
+
+CTOVHandle& NextOf(CTOVHandle& oHandle)
+{
+    return static_cast<CNode*>(oHandle.Get())->m_oNext;
+}
 } // namespace
 
 TEST_F(CTOVHandleAssignTest, BoundToADatabaseItTakesIdsAndObjects)
@@ -183,4 +219,70 @@ TEST_F(CTOVHandleAssignTest, AssignedToItselfAsTheLastReferenceItEndsTheObject)
     }
     EXPECT_EQ(1, nDeaths);
     EXPECT_EQ(tCalls(), m_oDatabase.Calls());
+}
+
+TEST_F(CTOVHandleAssignTest, WalksAListThatDiesBehindIt)
+{
+    int nDeaths = 0;
+    CTOVHandle oHandle(MakeList(m_oDatabase, 3, nDeaths));
+
+    for (const long lId : {1, 2, 3})
+    {
+        EXPECT_EQ(lId, static_cast<long>(oHandle));
+        EXPECT_EQ(1, oHandle.Get()->GetRefCount());
+        oHandle = NextOf(oHandle);
+        EXPECT_EQ(lId, nDeaths);
+    }
+
+    EXPECT_FALSE(oHandle.IsValid());
+    EXPECT_EQ((tCalls{"remove 1", "remove 2", "remove 3"}), m_oDatabase.Calls());
+}
+
+TEST_F(CTOVHandleAssignTest, TakesAnElementOutOfItsList)
+{
+    int nDeaths = 0;
+    CTOVHandle oHead(MakeList(m_oDatabase, 3, nDeaths));
+
+    NextOf(oHead) = NextOf(NextOf(oHead));
+
+    EXPECT_EQ(1, nDeaths);
+    EXPECT_EQ(3, static_cast<long>(NextOf(oHead)));
+    EXPECT_EQ((tCalls{"remove 2"}), m_oDatabase.Calls());
+}
+
+TEST_F(CTOVHandleAssignTest, GoesWithTheObjectThatItHoldsItself)
+{
+    int nDeaths = 0;
+    CNode* pNode = NULL;
+    {
+        const CTOVHandle oHandle(MakeList(m_oDatabase, 1, nDeaths));
+        pNode = static_cast<CNode*>(oHandle.Get());
+        pNode->m_oNext = oHandle;
+    }
+    ASSERT_EQ(1, pNode->GetRefCount());
+
+    EXPECT_NO_CHECK(pNode->m_oNext = CTOVHandle::Null());
+
+    EXPECT_EQ(1, nDeaths);
+    EXPECT_EQ((tCalls{"remove 1"}), m_oDatabase.Calls());
+}
+
+TEST_F(CTOVHandleAssignTest, HasTheNewObjectAlsoWhenTheOldOnesReleaseRaises)
+{
+    class CSpent : public CTOVRefCount
+    {
+    public:
+        void Spend() { m_lRefCount = 0; }
+    };
+    CSpent oSpent;
+    m_oDatabase.m_aThings[3] = &oSpent;
+    CTOVHandle oHandle(m_oDatabase, 3l);
+    oSpent.Spend();
+    {
+        const CTOVHandle oSource(m_oDatabase, 5l);
+        EXPECT_CHECK("lRefCount >= 0", oHandle = oSource);
+    }
+
+    EXPECT_EQ(5, static_cast<long>(oHandle));
+    EXPECT_EQ(2, m_oFive.GetRefCount());
 }
