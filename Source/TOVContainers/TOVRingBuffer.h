@@ -48,7 +48,9 @@ public:
     // Capacity 0; or as SetCapacity.
     CTOVRingBuffer();
     CTOVRingBuffer(long lNumElements);
-    // Deep copies, with the positions of the source. Assigned to itself, it stays as it is.
+    // Deep copies, with the positions of the source: SetCapacity of the source's GetCapacity, then all places. Where a
+    // derived class limits the one or tells another number by the other, so that the places differ in number, the
+    // target takes the oldest elements that fit. Assigned to itself, it stays as it is.
     CTOVRingBuffer(const CTOVRingBuffer& oSource);
     CTOVRingBuffer& operator=(const CTOVRingBuffer& oSource);
 
@@ -86,16 +88,29 @@ template<class T> CTOVRingBuffer<T>& CTOVRingBuffer<T>::operator=(const CTOVRing
         return *this;
 
     SetCapacity(oSource.GetCapacity());
-    std::copy(oSource.m_pBuffer, oSource.m_pBuffer + oSource.m_lCapacity, m_pBuffer);
-    m_lReadPos = oSource.m_lReadPos;
-    m_lWritePos = oSource.m_lWritePos;
-    m_lCount = oSource.m_lCount;
+    CTOVRingBuffer::Clear(); // what an overridden SetCapacity may have left
+    if (m_lCapacity == oSource.m_lCapacity)
+    {
+        std::copy(oSource.m_pBuffer, oSource.m_pBuffer + oSource.m_lCapacity, m_pBuffer);
+        m_lReadPos = oSource.m_lReadPos;
+        m_lWritePos = oSource.m_lWritePos;
+        m_lCount = oSource.m_lCount;
+    }
+    else
+    {
+        const long lCount = std::min(oSource.m_lCount, m_lCapacity);
+        for (long lIndex = 0; lIndex < lCount; ++lIndex)
+            m_pBuffer[lIndex] = oSource.m_pBuffer[(oSource.m_lReadPos + lIndex) % oSource.m_lCapacity];
+        m_lWritePos = lCount < m_lCapacity ? lCount : 0;
+        m_lCount = lCount;
+    }
     return *this;
 }
 
 template<class T> bool CTOVRingBuffer<T>::Write(const T& oElement)
 {
-    if (IsFull())
+    // The places decide as well: a derived class may tell of more than there are.
+    if (IsFull() || m_lCount == m_lCapacity)
         return false;
 
     m_pBuffer[m_lWritePos] = oElement;
@@ -106,7 +121,7 @@ template<class T> bool CTOVRingBuffer<T>::Write(const T& oElement)
 
 template<class T> bool CTOVRingBuffer<T>::Read(T& oElement)
 {
-    if (IsEmpty())
+    if (IsEmpty() || m_lCount == 0)
         return false;
 
     oElement = m_pBuffer[m_lReadPos];
