@@ -6,6 +6,7 @@
 #include <TOVProcess/TOVEvent.h>
 
 #include <climits>
+#include <memory>
 #include <new>
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
@@ -19,10 +20,11 @@ template<class TEventAt> unsigned long long* TakeHandles(int nNumEvents, const T
     if (nNumEvents > INT_MAX / static_cast<int>(sizeof(unsigned long long)))
         return NULL;
 
-    unsigned long long* const pHandles = new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)];
+    std::unique_ptr<unsigned long long[]> pHandles(
+        new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)]);
     for (int nEvent = 0; pHandles != NULL && nEvent < nNumEvents; ++nEvent)
-        pHandles[nEvent] = fnEventAt(nEvent).GetHandle();
-    return pHandles;
+        pHandles[nEvent] = fnEventAt(nEvent).GetHandle(); // an array's own access may throw
+    return pHandles.release();
 }
 } // namespace
 

@@ -29,7 +29,8 @@ public:
     // "m_pEventHandles != NULL" when there is no memory.
     CTOVEventCondition(eConditionType eType, CTOVEvent* pEvents, int nNumEvents);
     CTOVEventCondition(eConditionType eType, CTOVEvent** pEvents, int nNumEvents);
-    // Throws unless "!oEvents.IsEmpty()", and "m_pEventHandles != NULL" when there is no memory.
+    // Throws unless "!oEvents.IsEmpty()", and "m_pEventHandles != NULL" when there is no memory. What the array's size
+    // and element access throw goes through.
     CTOVEventCondition(eConditionType eType, const CTOVArray<CTOVEvent>& oEvents);
     CTOVEventCondition(const CTOVEventCondition& oOther);
     CTOVEventCondition& operator=(const CTOVEventCondition& oOther);

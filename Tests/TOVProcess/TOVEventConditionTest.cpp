@@ -265,6 +265,37 @@ TEST_F(CTOVEventConditionTest, ARefusedOneLeavesNothingBehind)
     EXPECT_EQ(0, oCounter.Kept());
 }
 
+TEST_F(CTOVEventConditionTest, LeavesNothingBehindWhenTheArraysElementAccessThrows)
+{
+    class CThrowingArray : public CTOVArray<CTOVEvent>
+    {
+    public:
+        CThrowingArray() { Resize(3); }
+        using CTOVArray<CTOVEvent>::operator[];
+        const CTOVEvent& operator[](long lIndex) const override
+        {
+            if (lIndex == 1)
+                throw 7;
+            return GetAt(lIndex);
+        }
+    };
+    const CThrowingArray aEvents;
+    bool bThrew = false;
+    CAllocationCounter oCounter;
+    try
+    {
+        tCondition oCondition(ANY, aEvents);
+    }
+    catch (int)
+    {
+        bThrew = true;
+    }
+    const long lKept = oCounter.Kept();
+
+    EXPECT_TRUE(bThrew);
+    EXPECT_EQ(0, lKept);
+}
+
 #if TOV_CAN_FAIL_ALLOCATIONS
 TEST_F(CTOVEventConditionTest, IsNotMadeWithoutMemory)
 {
