@@ -9,8 +9,12 @@ class CTOVTestCase;
 class CTOVTestSuite;
 
 // Walks all registered suites in the factory's order, and in each all cases, and tells a listener. Failed checks are
-// counted events. An exception that leaves a case ends the run at once, without the events that were to close it, and
-// goes through to the caller. The main program must export "SetListener" (Test/TOVTestHost.h).
+// counted events. The main program must export "SetListener" (Test/TOVTestHost.h).
+//
+// An exception that leaves a case, or what stands around it, ends the run at once and goes through to the caller. There
+// is no LeaveTestCase, Closedown, LeaveSuite or LeaveEnvironment then, and no result of Run. The suite object is
+// deleted, and the counter knows no current suite and case any more. The exception itself counts as nothing: the counts
+// stay what the failed checks before it made of them, also of the case that threw, until the next run clears them.
 //
 // Counter, listener in force and case object are the process's only ones: runs must not overlap. One thread.
 class TOV_EXPORT CTOVTestRunner

@@ -355,6 +355,26 @@ TEST_F(CTOVTestRunnerTest, KnowsNoSuiteAndNoCaseAfterARunThatThrew)
     EXPECT_EQ(&CTOVTestCase::Null(), &oCounter.GetCurrentTestCase());
 }
 
+TEST_F(CTOVTestRunnerTest, DeletesTheSuiteAndKeepsTheCountsWhenACaseThrows)
+{
+    const int nBefore = CFunctionSuite::s_nAlive;
+    AddSuite("suite", {[] { CTOVTestListener::Instance().FailedTest("a.cpp", 1, "broken"); },
+                       [] {
+                           CTOVTestListener::Instance().FailedTest("a.cpp", 2, "broken");
+                           throw 7;
+                       }});
+    const int nPattern = CFunctionSuite::s_nAlive - nBefore;
+
+    EXPECT_THROW(Run(), int);
+
+    const CTOVTestTracker& oTracker = CTOVTestTracker::Instance();
+    EXPECT_EQ(nPattern, CFunctionSuite::s_nAlive - nBefore);
+    EXPECT_EQ(1, oTracker.GetNumFailedAsserts());
+    EXPECT_EQ(2, oTracker.GetNumFailedSuiteTests());
+    EXPECT_EQ(1, oTracker.GetNumFailedSuites());
+    EXPECT_EQ(2, oTracker.GetNumTotalFailedTests());
+}
+
 TEST_F(CTOVTestRunnerTest, StartsCleanAfterARunThatThrew)
 {
     bool bThrows = true;
