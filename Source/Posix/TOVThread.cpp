@@ -1,6 +1,7 @@
 #include <TOVPlatform/TOVThread.h>
 #include <TOVPlatform/TOVThreadPriority.h>
 
+#include <Posix/TOVLibraryHold.h>
 #include <Posix/TOVObjectEnd.h>
 #include <Posix/TOVWaiter.h>
 
@@ -29,6 +30,7 @@ struct sStart
     tThreadEntry pEntry;
     void* pParam;
     unsigned long long hThread;
+    void* pLibraryHold; // of the new thread: it runs in this library's code
     tFutex nStep;
 };
 
@@ -51,6 +53,7 @@ void* EnterThread(void* pParam)
         FutexSleep(&pStart->nStep, START_BEGUN, eFutexPrivate, CDeadline::Never());
 
     ThisThread().hThread = pStart->hThread;
+    ThisThread().pLibraryHold = pStart->pLibraryHold;
     const tThreadEntry pEntry = pStart->pEntry;
     void* const pEntryParam = pStart->pParam;
     delete pStart; // before the entry function: it need not return
@@ -61,8 +64,14 @@ void* EnterThread(void* pParam)
 // Not to be joined: an end is known by the handle.
 bool StartThread(sStart& oStart, pthread_t& oThread)
 {
-    if (::pthread_create(&oThread, nullptr, EnterThread, &oStart) != 0)
+    oStart.pLibraryHold = HoldLibrary();
+    if (oStart.pLibraryHold == nullptr)
         return false;
+    if (::pthread_create(&oThread, nullptr, EnterThread, &oStart) != 0)
+    {
+        GetReleaseHold()(oStart.pLibraryHold); // never the last one: the caller has its own
+        return false;
+    }
     ::pthread_detach(oThread);
     return true;
 }
@@ -134,7 +143,7 @@ unsigned long long TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned
         return 0;
 
     const unsigned long long hThread = CHandleTable::Publish(pThread, eKindThread, 0);
-    sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam, hThread, {START_BEGUN}};
+    sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam, hThread, nullptr, {START_BEGUN}};
     pthread_t oThread;
     if (pStart == nullptr || !StartThread(*pStart, oThread))
     {

@@ -1,6 +1,7 @@
 #include <Posix/TOVThreadRecord.h>
 
 #include <Posix/TOVHandleTable.h>
+#include <Posix/TOVLibraryHold.h>
 #include <Posix/TOVNamedObject.h>
 #include <Posix/TOVObjectEnd.h>
 #include <Posix/TOVWaiter.h>
@@ -19,7 +20,8 @@ thread_local sThreadRecord t_oRecord = {};
 
 pthread_once_t s_oOnce = PTHREAD_ONCE_INIT;
 pthread_key_t s_oEndKey;
-std::atomic<bool> s_bEndKey = {false};
+pthread_key_t s_oHoldKey; // its destructor gives back a hold on this library
+std::atomic<bool> s_bKeys = {false};
 
 tDword KernelId()
 {
@@ -46,13 +48,20 @@ void OnThreadEnd(void*)
         ::munmap(oRecord.pExitStack, EXIT_STACK_SIZE);
 
     const unsigned long long hThread = oRecord.hThread;
+    void* const pLibraryHold = oRecord.pLibraryHold;
     oRecord.pExitStack = nullptr;
     oRecord.nOwnedMutexes = 0;
     oRecord.hThread = 0;
+    oRecord.pLibraryHold = nullptr;
     oRecord.nId = 0; // a key destructor that still comes starts anew
     oRecord.bEndDeferred = false;
     if (hThread != 0)
         EndThread(hThread);
+
+    // Who waited for the handle may unload the library while this thread is still here. So the C library gives the hold
+    // back, when this function has returned to it, and the thread does not come here again.
+    if (pLibraryHold != nullptr && s_bKeys)
+        ::pthread_setspecific(s_oHoldKey, pLibraryHold);
 }
 
 // A lock of ours that another thread holds during a fork would stay locked in the child for ever.
@@ -80,22 +89,31 @@ void AfterForkInChild()
     t_oRecord.pOwnedNamed = nullptr;
 }
 
-// A library that is unloaded leaves no key behind, and no thread that ends later comes back to it.
-struct sEndKeyRelease
+// A library that is unloaded leaves no keys behind, and no thread that ends later comes back to it.
+struct sKeyRelease
 {
-    ~sEndKeyRelease()
+    ~sKeyRelease()
     {
-        if (s_bEndKey.exchange(false))
-            ::pthread_key_delete(s_oEndKey);
+        if (!s_bKeys.exchange(false))
+            return;
+        ::pthread_key_delete(s_oEndKey);
+        ::pthread_key_delete(s_oHoldKey);
     }
 };
 
 void Prepare()
 {
-    s_bEndKey = ::pthread_key_create(&s_oEndKey, OnThreadEnd) == 0;
-    // An object, and not a function for the end of the process: sanitizers take the latter away from the library.
-    static const sEndKeyRelease s_oRelease;
     ::pthread_atfork(BeforeFork, AfterFork, AfterForkInChild);
+    if (::pthread_key_create(&s_oEndKey, OnThreadEnd) != 0)
+        return;
+    if (::pthread_key_create(&s_oHoldKey, GetReleaseHold()) != 0)
+    {
+        ::pthread_key_delete(s_oEndKey);
+        return;
+    }
+    s_bKeys = true;
+    // An object, and not a function for the end of the process: sanitizers take the latter away from the library.
+    static const sKeyRelease s_oRelease;
 }
 
 void Introduce(sThreadRecord& oRecord)
@@ -103,7 +121,7 @@ void Introduce(sThreadRecord& oRecord)
     ::pthread_once(&s_oOnce, Prepare);
     oRecord.nKernelId = KernelId();
     oRecord.nId = oRecord.nKernelId;
-    if (s_bEndKey)
+    if (s_bKeys)
         ::pthread_setspecific(s_oEndKey, &oRecord);
 }
 } // namespace
@@ -119,7 +137,7 @@ sThreadRecord& ThisThread()
 bool CanNoticeEnds()
 {
     ThisThread();
-    return s_bEndKey;
+    return s_bKeys;
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

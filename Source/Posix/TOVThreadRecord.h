@@ -21,6 +21,7 @@ struct sThreadRecord
     tDword nOwnedMutexes;       // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed;  // list of mutexes with name that the thread owns
     unsigned long long hThread; // the thread's handle if TOVThread::Create started it, else 0
+    void* pLibraryHold;         // the thread's hold on this library, likewise
     std::jmp_buf* pExit;        // the frame to which TOVThread::Exit goes back; null in threads that others started
     void* pExitStack;           // memory to release at the thread's end; see TOVThread::Exit
     bool bEndDeferred;
@@ -30,7 +31,7 @@ struct sThreadRecord
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
 sThreadRecord& ThisThread();
 
-// False if the process has no key left by which a thread's end could be noticed.
+// False if the process has no keys left by which a thread's end could be noticed.
 bool CanNoticeEnds();
 
 constexpr std::size_t EXIT_STACK_SIZE = 0x40000;

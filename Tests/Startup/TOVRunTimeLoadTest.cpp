@@ -4,17 +4,19 @@
 
 namespace
 {
-sChildResult RunLoader(const std::string& sHow)
+sChildResult RunLoader(const std::vector<std::string>& aHow)
 {
     const std::string sProgram = PathOfThisProgram();
     const std::string sFolder = sProgram.substr(0, sProgram.find_last_of("/\\") + 1);
-    return RunProgram({sFolder + TOV_LOADER, sFolder + TOV_LIBRARY, sHow});
+    std::vector<std::string> aCommand = {sFolder + TOV_LOADER, sFolder + TOV_LIBRARY};
+    aCommand.insert(aCommand.end(), aHow.begin(), aHow.end());
+    return RunProgram(aCommand);
 }
 } // namespace
 
 TEST(TOVRunTimeLoadTest, ComesToLifeAndIsGoneWithItsUnloading)
 {
-    const sChildResult oResult = RunLoader("1");
+    const sChildResult oResult = RunLoader({"1"});
 
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
@@ -23,7 +25,7 @@ TEST(TOVRunTimeLoadTest, ComesToLifeAndIsGoneWithItsUnloading)
 // More often than a process has keys for its threads' storage.
 TEST(TOVRunTimeLoadTest, CanBeLoadedAndUnloadedMoreThanAThousandTimes)
 {
-    const sChildResult oResult = RunLoader("1100");
+    const sChildResult oResult = RunLoader({"1100"});
 
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ(1100, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
@@ -31,17 +33,33 @@ TEST(TOVRunTimeLoadTest, CanBeLoadedAndUnloadedMoreThanAThousandTimes)
 
 TEST(TOVRunTimeLoadTest, AThreadThatUsedItMayEndAfterItsUnloading)
 {
-    const sChildResult oResult = RunLoader("thread");
+    const sChildResult oResult = RunLoader({"thread"});
 
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
 }
 
+TEST(TOVRunTimeLoadTest, CanBeUnloadedAsSoonAsItsThreadsWereWaitedFor)
+{
+    const sChildResult oResult = RunLoader({"waited", "500"});
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ(500, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
+}
+
 #if !TOV_SYSTEM_WINDOWS
+TEST(TOVRunTimeLoadTest, StaysUntilItsLastThreadHasEnded)
+{
+    const sChildResult oResult = RunLoader({"held"});
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
+}
+
 // A thread's end could not be noticed, and nobody could wait for it.
 TEST(TOVRunTimeLoadTest, StartsNoThreadWhereTheProcessHasNoKeyLeft)
 {
-    const sChildResult oResult = RunLoader("keys");
+    const sChildResult oResult = RunLoader({"keys"});
 
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;

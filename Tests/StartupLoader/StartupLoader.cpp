@@ -2,15 +2,19 @@
 //
 //   StartupLoader LIBRARY TIMES     a number of times
 //   StartupLoader LIBRARY thread    once, with a thread that used it and ends when it is gone
+//   StartupLoader LIBRARY waited N  N times, with threads of the library that are waited for
+//   StartupLoader LIBRARY held      once, with a thread of the library that ends after the unloading (Posix)
 //   StartupLoader LIBRARY keys      once, with every key for threads' storage taken before (Posix)
 #include <Debug/TOVCompiler.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <future>
 #include <map>
 #include <thread>
+#include <vector>
 
 #if TOV_SYSTEM_WINDOWS
 #include <windows.h>
@@ -36,6 +40,12 @@ static void Unload(void* pLibrary)
     ::FreeLibrary(static_cast<HMODULE>(pLibrary));
 }
 
+// Whoever wakes a more urgent thread is interrupted by it there and then.
+static void UseOneProcessor()
+{
+    ::SetProcessAffinityMask(::GetCurrentProcess(), 1);
+}
+
 static bool IsLoaded(const char* szLibrary)
 {
     return ::GetModuleHandleA(szLibrary) != nullptr;
@@ -43,6 +53,7 @@ static bool IsLoaded(const char* szLibrary)
 #else
 #include <dlfcn.h>
 #include <pthread.h>
+#include <sched.h>
 
 static void KeepSystemLibraries()
 {
@@ -63,12 +74,104 @@ static void Unload(void* pLibrary)
     ::dlclose(pLibrary);
 }
 
+static void UseOneProcessor()
+{
+    cpu_set_t oProcessors;
+    CPU_ZERO(&oProcessors);
+    CPU_SET(static_cast<unsigned>(::sched_getcpu()), &oProcessors);
+    ::sched_setaffinity(0, sizeof(oProcessors), &oProcessors);
+}
+
 static bool IsLoaded(const char* szLibrary)
 {
     void* const pLibrary = ::dlopen(szLibrary, RTLD_NOW | RTLD_NOLOAD);
     if (pLibrary != nullptr)
         ::dlclose(pLibrary);
     return pLibrary != nullptr;
+}
+
+#endif
+
+// What the library offers for threads, found by the compiler's names.
+typedef unsigned long (*tEntry)(unsigned long long ullParam);
+
+struct sThreadCalls
+{
+    explicit sThreadCalls(void* pLibrary)
+        : pfCreate(reinterpret_cast<unsigned long long (*)(tEntry, void*, unsigned long*)>(
+              Find(pLibrary, "_ZN11TOVPlatform9TOVThread6CreateEPFmyEPvPm"))),
+          pfWait(reinterpret_cast<void (*)(unsigned long long)>(
+              Find(pLibrary, "_ZN11TOVPlatform9TOVThread19WaitForExitInfiniteEy"))),
+          pfSetPriority(reinterpret_cast<void (*)(unsigned long long, int)>(
+              Find(pLibrary, "_ZN11TOVPlatform9TOVThread11SetPriorityEyNS0_15eThreadPriorityE")))
+    {
+    }
+
+    bool AreThere() const { return pfCreate != nullptr && pfWait != nullptr && pfSetPriority != nullptr; }
+
+    unsigned long long (*const pfCreate)(tEntry pEntry, void* pParam, unsigned long* pulThreadId);
+    void (*const pfWait)(unsigned long long hThread);
+    void (*const pfSetPriority)(unsigned long long hThread, int nPriority);
+};
+
+// Whether the library leaves the process. A thread that was waited for may still be in its last steps.
+static bool GoesAway(const char* szLibrary)
+{
+    const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (IsLoaded(szLibrary))
+    {
+        if (std::chrono::steady_clock::now() > oDeadline)
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+// Whether the library can be unloaded as soon as its threads were waited for.
+static bool IsUnloadedAfterItsThreads(const char* szLibrary)
+{
+    void* const pLibrary = Load(szLibrary);
+    if (pLibrary == nullptr)
+        return false;
+
+    const sThreadCalls oCalls(pLibrary);
+    bool bGood = oCalls.AreThere();
+    std::vector<unsigned long long> aThreads;
+    for (int nThread = 0; bGood && nThread < 4; ++nThread)
+    {
+        unsigned long ulThreadId = 0;
+        aThreads.push_back(
+            oCalls.pfCreate([](unsigned long long) -> unsigned long { return 0; }, nullptr, &ulThreadId));
+        oCalls.pfSetPriority(aThreads.back(), 0); // low, so that its end wakes this thread before it goes on itself
+        bGood = aThreads.back() != 0;
+    }
+    for (const unsigned long long hThread : aThreads)
+        oCalls.pfWait(hThread);
+    Unload(pLibrary);
+    return GoesAway(szLibrary) && bGood;
+}
+
+#if !TOV_SYSTEM_WINDOWS
+static std::promise<void> s_oMayEnd;
+
+// Whether a thread that nobody waits for keeps the library until its own end, and no longer.
+static bool IsHeldByItsThread(const char* szLibrary)
+{
+    void* const pLibrary = Load(szLibrary);
+    if (pLibrary == nullptr)
+        return false;
+
+    const sThreadCalls oCalls(pLibrary);
+    const auto fnWait = [](unsigned long long) -> unsigned long {
+        s_oMayEnd.get_future().wait();
+        return 0;
+    };
+    unsigned long ulThreadId = 0;
+    const bool bStarted = oCalls.AreThere() && oCalls.pfCreate(fnWait, nullptr, &ulThreadId) != 0;
+    Unload(pLibrary);
+    const bool bHeld = IsLoaded(szLibrary);
+    s_oMayEnd.set_value();
+    return bStarted && bHeld && GoesAway(szLibrary);
 }
 
 // Whether the library, which can get no key, starts no thread.
@@ -82,12 +185,10 @@ static bool StartsNoThreadWithoutKeys(const char* szLibrary)
     if (pLibrary == nullptr)
         return false;
 
-    typedef unsigned long (*tEntry)(unsigned long long);
-    const auto pfCreate = reinterpret_cast<unsigned long long (*)(tEntry, void*, unsigned long*)>(
-        Find(pLibrary, "_ZN11TOVPlatform9TOVThread6CreateEPFmyEPvPm"));
+    const sThreadCalls oCalls(pLibrary);
+    const auto fnFail = [](unsigned long long) -> unsigned long { std::abort(); };
     unsigned long ulThreadId = 0;
-    const bool bGood = pfCreate != nullptr &&
-                       pfCreate([](unsigned long long) -> unsigned long { std::abort(); }, nullptr, &ulThreadId) == 0;
+    const bool bGood = oCalls.AreThere() && oCalls.pfCreate(fnFail, nullptr, &ulThreadId) == 0;
     Unload(pLibrary);
     return bGood;
 }
@@ -142,29 +243,37 @@ static bool EndsAThreadLater(const char* szLibrary)
     return bRaised && bGone;
 }
 
+// Runs the check so often, and prints how often all was well.
+static void Count(int nTimes, bool (*fnCheck)(const char* szLibrary), const char* szLibrary)
+{
+    int nGood = 0;
+    for (int nTime = 0; nTime < nTimes; ++nTime)
+        nGood += fnCheck(szLibrary) ? 1 : 0;
+    std::printf("%d\n", nGood);
+}
+
 int main(int nArguments, char** aszArguments)
 {
-    if (nArguments != 3)
+    if (nArguments < 3)
         return 2;
 
     KeepSystemLibraries();
-    if (std::strcmp(aszArguments[2], "thread") == 0)
+    const char* const szLibrary = aszArguments[1];
+    const char* const szHow = aszArguments[2];
+    if (std::strcmp(szHow, "thread") == 0)
+        Count(1, &EndsAThreadLater, szLibrary);
+    else if (std::strcmp(szHow, "waited") == 0 && nArguments == 4)
     {
-        std::printf("%d\n", EndsAThreadLater(aszArguments[1]) ? 1 : 0);
-        return 0;
+        UseOneProcessor();
+        Count(std::atoi(aszArguments[3]), &IsUnloadedAfterItsThreads, szLibrary);
     }
 #if !TOV_SYSTEM_WINDOWS
-    if (std::strcmp(aszArguments[2], "keys") == 0)
-    {
-        std::printf("%d\n", StartsNoThreadWithoutKeys(aszArguments[1]) ? 1 : 0);
-        return 0;
-    }
+    else if (std::strcmp(szHow, "held") == 0)
+        Count(1, &IsHeldByItsThread, szLibrary);
+    else if (std::strcmp(szHow, "keys") == 0)
+        Count(1, &StartsNoThreadWithoutKeys, szLibrary);
 #endif
-
-    const int nTimes = std::atoi(aszArguments[2]);
-    int nGood = 0;
-    for (int nTime = 0; nTime < nTimes; ++nTime)
-        nGood += UseOnce(aszArguments[1]) ? 1 : 0;
-    std::printf("%d\n", nGood);
+    else
+        Count(std::atoi(szHow), &UseOnce, szLibrary);
     return 0;
 }

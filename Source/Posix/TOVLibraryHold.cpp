@@ -1,0 +1,42 @@
+#include <Posix/TOVLibraryHold.h>
+
+#include <atomic>
+#include <dlfcn.h>
+#include <link.h>
+
+namespace TOVPlatform
+{
+namespace TOVPosix
+{
+namespace
+{
+// The name under which the loader knows the library finds it without a look at any file.
+void* OpenThisLibrary(int nFlags)
+{
+    Dl_info oInfo;
+    void* pMap = nullptr;
+    if (::dladdr1(reinterpret_cast<void*>(&OpenThisLibrary), &oInfo, &pMap, RTLD_DL_LINKMAP) == 0)
+        return nullptr;
+    return ::dlopen(static_cast<const link_map*>(pMap)->l_name, RTLD_NOW | RTLD_NOLOAD | nFlags);
+}
+} // namespace
+
+void* HoldLibrary()
+{
+    return OpenThisLibrary(0);
+}
+
+tReleaseHold GetReleaseHold()
+{
+    // The calling convention lets a caller pass over an integer result.
+    return reinterpret_cast<tReleaseHold>(reinterpret_cast<void (*)()>(&::dlclose));
+}
+
+void HoldLibraryForEver()
+{
+    static std::atomic<bool> s_bHeld;
+    if (!s_bHeld.load(std::memory_order_relaxed))
+        s_bHeld.store(OpenThisLibrary(RTLD_NODELETE) != nullptr, std::memory_order_relaxed);
+}
+} // namespace TOVPosix
+} // namespace TOVPlatform
