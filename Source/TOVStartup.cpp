@@ -6,6 +6,7 @@
 #include <File/TOVVirtualFileSystem.h>
 #include <Path/TOVPath.h>
 #include <TOVPlatform/TOVFile.h>
+#include <TOVPlatform/TOVSystem.h>
 #include <TOVRtti/TOVClass.h>
 #include <TOVRtti/TOVClassServer.h>
 #include <TOVString/TOVStringA.h>
@@ -23,6 +24,13 @@
 #include <TestSuites/Test_TOVString.h>
 #include <TestSuites/Test_TOVSystem.h>
 #include <Timer/TOVTimer.h>
+
+// 0. What the backend registers with the system, for use from here on.
+struct sBackend
+{
+    sBackend() { TOVPlatform::TOVSystem::PrepareProcess(); }
+};
+static const sBackend s_oBackend;
 
 // 1. The suites that the library carries for itself: for each its creator, which leaves the factory when it ends, and
 // its registration. The factory's map comes to life with the first of them.

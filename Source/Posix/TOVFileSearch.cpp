@@ -2,6 +2,7 @@
 
 #include <Posix/TOVFileName.h>
 #include <Posix/TOVFileStatus.h>
+#include <Posix/TOVProcessLocks.h>
 #include <TOVPlatform/TOVFileBackend.h>
 
 #include <cstdlib>
@@ -9,7 +10,6 @@
 #include <string>
 
 #include <fcntl.h>
-#include <pthread.h>
 
 namespace TOVPlatform
 {
@@ -19,6 +19,8 @@ namespace Backend
 {
 namespace
 {
+using namespace TOVPosix;
+
 const char* const NAVIGATION_ENTRIES[] = {".", ".."};
 const int NUM_NAVIGATION_ENTRIES = 2;
 
@@ -27,7 +29,8 @@ bool IsNavigationEntry(const char* szName)
     return std::strcmp(szName, ".") == 0 || std::strcmp(szName, "..") == 0;
 }
 
-// The searches at work; few at a time. Nothing here needs to be constructed or destroyed with the library.
+// The searches at work; few at a time, under the lock of the file searches. Nothing here needs to be constructed or
+// destroyed with the library.
 struct sSearch
 {
     unsigned long long hSearch;
@@ -35,25 +38,14 @@ struct sSearch
     sSearch* pNext;
 };
 
-pthread_mutex_t s_oLock = PTHREAD_MUTEX_INITIALIZER;
 sSearch* s_pSearches = NULL;
 unsigned long long s_hLast = 0;
-
-class CLock
-{
-public:
-    CLock() { ::pthread_mutex_lock(&s_oLock); }
-    ~CLock() { ::pthread_mutex_unlock(&s_oLock); }
-
-    CLock(const CLock&) = delete;
-    CLock& operator=(const CLock&) = delete;
-};
 
 unsigned long long Register(std::shared_ptr<CFileSearch> pSearch)
 {
     sSearch* pNew = new sSearch{0, std::move(pSearch), NULL};
 
-    const CLock oLock;
+    const CProcessLockScope oScope(eLockFileSearches);
     pNew->hSearch = ++s_hLast;
     pNew->pNext = s_pSearches;
     s_pSearches = pNew;
@@ -123,7 +115,7 @@ unsigned long long CFileSearch::Begin(const char* szPattern, sTOVFindData& oFind
 
 std::shared_ptr<CFileSearch> CFileSearch::Find(unsigned long long hSearch)
 {
-    const CLock oLock;
+    const CProcessLockScope oScope(eLockFileSearches);
     for (sSearch* pSearch = s_pSearches; pSearch != NULL; pSearch = pSearch->pNext)
     {
         if (pSearch->hSearch == hSearch)
@@ -136,7 +128,7 @@ void CFileSearch::End(unsigned long long hSearch)
 {
     sSearch* pFound = NULL;
     {
-        const CLock oLock;
+        const CProcessLockScope oScope(eLockFileSearches);
         sSearch** ppSearch = &s_pSearches;
         while (*ppSearch != NULL && (*ppSearch)->hSearch != hSearch)
             ppSearch = &(*ppSearch)->pNext;

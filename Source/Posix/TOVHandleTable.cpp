@@ -1,19 +1,20 @@
 #include <Posix/TOVHandleTable.h>
 
+#include <Posix/TOVProcessLocks.h>
+
 #include <new>
 
 namespace TOVPlatform
 {
 namespace TOVPosix
 {
-CShortLock CHandleTable::s_oLock;
 tDword CHandleTable::s_nChunks = 0;
 CWaitable* CHandleTable::s_pFirstFree = nullptr;
 std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT] = {};
 
 CWaitable* CHandleTable::Allocate()
 {
-    CShortLockScope oScope(s_oLock);
+    const CProcessLockScope oScope(eLockHandles);
     if (s_pFirstFree == nullptr && !AddChunk())
         return nullptr;
 
@@ -27,7 +28,7 @@ unsigned long long CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDwo
     const tDword nUses = (pObject->GetTag() >> TAG_KIND_BITS) + 1;
     const tDword nTag = nUses << TAG_KIND_BITS | eObject;
     pObject->m_nWord.store(CWaitable::MakeWord(nTag, nValue), std::memory_order_release);
-    return static_cast<unsigned long long>(nTag) << 32 | pObject->m_nPlace;
+    return pObject->GetHandle();
 }
 
 CWaitable* CHandleTable::Find(unsigned long long hObject)
@@ -45,19 +46,9 @@ CWaitable* CHandleTable::Find(unsigned long long hObject)
 
 void CHandleTable::Recycle(CWaitable* pObject)
 {
-    CShortLockScope oScope(s_oLock);
+    const CProcessLockScope oScope(eLockHandles);
     pObject->m_pNextFree = s_pFirstFree;
     s_pFirstFree = pObject;
-}
-
-void CHandleTable::Lock()
-{
-    s_oLock.Lock();
-}
-
-void CHandleTable::Unlock()
-{
-    s_oLock.Unlock();
 }
 
 bool CHandleTable::AddChunk()

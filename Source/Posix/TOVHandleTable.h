@@ -33,10 +33,6 @@ public:
     // Calls fnVisit(CWaitable&) for every record, free ones included.
     template<class TVisit> static void ForEach(TVisit fnVisit);
 
-    // For the time of a fork.
-    static void Lock();
-    static void Unlock();
-
 private:
     static constexpr tDword CHUNK_BITS = 8;
     static constexpr tDword CHUNK_SIZE = 1u << CHUNK_BITS;
@@ -44,7 +40,7 @@ private:
 
     static bool AddChunk();
 
-    static CShortLock s_oLock; // guards the two below and the chunks' growth
+    // These and the chunks' growth have the lock of the handles.
     static tDword s_nChunks;
     static CWaitable* s_pFirstFree;
     static std::atomic<CWaitable*> s_apChunks[CHUNK_COUNT];

@@ -1,6 +1,7 @@
 #include <Posix/TOVNamedObject.h>
 
 #include <Posix/TOVHandleTable.h>
+#include <Posix/TOVProcessLocks.h>
 
 #include <cstring>
 #include <new>
@@ -31,7 +32,6 @@ namespace
 {
 constexpr tDword LAYOUT = 0x544F5600 + sizeof(sSharedState);
 
-CShortLock s_oRegistryLock;
 CNamedObject* s_pFirstObject = nullptr;
 
 // The word that the kernel marks when the owner of a robust mutex dies: the owner's id and the FUTEX_ flags.
@@ -52,7 +52,7 @@ bool IsFree(tDword nOwner)
 
 bool IsOwnedBy(tDword nOwner, const sThreadRecord& oThread)
 {
-    return !IsFree(nOwner) && (nOwner & FUTEX_TID_MASK) == oThread.nKernelId;
+    return !IsFree(nOwner) && (nOwner & FUTEX_TID_MASK) == oThread.nId;
 }
 
 bool MakeRobust(pthread_mutex_t& oMutex)
@@ -108,7 +108,7 @@ CNamedObject* CNamedObject::Open(const char* szName, const sInitial& oInitial)
     if (szLocalName == nullptr || std::strlen(szLocalName) > CSharedSegment::MAXIMUM_NAME)
         return nullptr;
 
-    CShortLockScope oScope(s_oRegistryLock);
+    const CProcessLockScope oScope(eLockNamedObjects);
     CNamedObject* pObject = FindOpen(szLocalName);
     if (pObject == nullptr)
         return OpenSegment(szLocalName, oInitial, oThread);
@@ -159,7 +159,7 @@ CNamedObject* CNamedObject::FromHandle(unsigned long long hObject)
     if (KindOf(CHandleTable::TagOf(hObject)) != eKindNamed)
         return nullptr;
 
-    CShortLockScope oScope(s_oRegistryLock);
+    const CProcessLockScope oScope(eLockNamedObjects);
     CWaitable* const pRecord = CHandleTable::Find(hObject);
     if (pRecord == nullptr)
         return nullptr;
@@ -172,7 +172,7 @@ bool CNamedObject::CloseHandle(unsigned long long hObject)
 {
     CNamedObject* pObject = nullptr;
     {
-        CShortLockScope oScope(s_oRegistryLock);
+        const CProcessLockScope oScope(eLockNamedObjects);
         CWaitable* const pRecord = CHandleTable::Find(hObject);
         if (pRecord == nullptr)
             return false;
@@ -188,7 +188,7 @@ bool CNamedObject::CloseHandle(unsigned long long hObject)
 
 void CNamedObject::Release()
 {
-    CShortLockScope oScope(s_oRegistryLock);
+    const CProcessLockScope oScope(eLockNamedObjects);
     if (--m_nReferences != 0)
         return;
 
@@ -391,22 +391,12 @@ void CNamedObject::WakeSleepers()
 // Who ends without closing leaves no names behind. Nothing is closed, because later clean-up may still use it.
 void CNamedObject::RemoveNames()
 {
-    CShortLockScope oScope(s_oRegistryLock);
+    const CProcessLockScope oScope(eLockNamedObjects);
     if (s_pFirstObject == nullptr)
         return;
     const CSegmentLock oLock;
     for (CNamedObject* pObject = s_pFirstObject; pObject != nullptr; pObject = pObject->m_pNext)
         pObject->m_oSegment.RemoveName(oLock);
-}
-
-void CNamedObject::LockRegistry()
-{
-    s_oRegistryLock.Lock();
-}
-
-void CNamedObject::UnlockRegistry()
-{
-    s_oRegistryLock.Unlock();
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

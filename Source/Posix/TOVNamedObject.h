@@ -66,10 +66,6 @@ public:
     // What a thread's end does: the next wait for what it owns is told.
     static void AbandonMutexes(sThreadRecord& oThread);
 
-    // For the time of a fork.
-    static void LockRegistry();
-    static void UnlockRegistry();
-
 private:
     explicit CNamedObject(const CSharedSegment& oSegment);
 

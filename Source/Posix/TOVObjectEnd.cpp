@@ -59,5 +59,10 @@ void EndThread(unsigned long long hThread)
     oScope.Serve(*pThread);
     pThread->Release();
 }
+
+void EndOtherThreads(const sThreadRecord& oThread, tDword nFormerId)
+{
+    CHandleTable::ForEach([&](CWaitable& oObject) { oObject.LeaveTo(oThread, nFormerId); });
+}
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -16,5 +16,10 @@ bool CloseRecord(CWaitable& oRecord, tDword nTag);
 // What a thread's end does: its mutexes without name go to the next waits as abandoned, its handle is signalled.
 void AbandonMutexes(tDword nThreadId);
 void EndThread(unsigned long long hThread);
+
+// What a fork does in the child, where the calling thread is the only one, under a new id: all others count as ended.
+// Their mutexes are abandoned, their critical sections free, their handles signalled, their waits over. What the
+// calling thread owned under its former id, 0 for nothing, it goes on owning. Under all locks of the process.
+void EndOtherThreads(const sThreadRecord& oThread, tDword nFormerId);
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -13,9 +13,6 @@ namespace
 {
 using namespace TOVPosix;
 
-// The state of a critical section is its owner's id, with this bit while somebody may sleep on it.
-constexpr tDword SECTION_CONTENDED = 0x80000000;
-
 CWaitable* FindEvent(unsigned long long hObject)
 {
     CWaitable* const pEvent = CHandleTable::Find(hObject, eKindAutoEvent);

@@ -1,5 +1,7 @@
 #include <TOVPlatform/TOVSystem.h>
 
+#include <Posix/TOVProcessLocks.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -107,6 +109,11 @@ void Show(int nDescriptor, const char* szText, const char* szCaption)
     Write(nDescriptor, "\n");
 }
 } // namespace
+
+void PrepareProcess()
+{
+    TOVPosix::NoticeForks();
+}
 
 // Without a system-wide channel for debugger text, it goes to standard error while a debugger looks on.
 void OutputDebugText(const char* szText)

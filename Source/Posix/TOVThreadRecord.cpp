@@ -1,10 +1,8 @@
 #include <Posix/TOVThreadRecord.h>
 
-#include <Posix/TOVHandleTable.h>
 #include <Posix/TOVLibraryHold.h>
 #include <Posix/TOVNamedObject.h>
 #include <Posix/TOVObjectEnd.h>
-#include <Posix/TOVWaiter.h>
 
 #include <atomic>
 #include <pthread.h>
@@ -64,31 +62,6 @@ void OnThreadEnd(void*)
         ::pthread_setspecific(s_oHoldKey, pLibraryHold);
 }
 
-// A lock of ours that another thread holds during a fork would stay locked in the child for ever.
-void BeforeFork()
-{
-    CNamedObject::LockRegistry();
-    LockWaits();
-    CHandleTable::Lock();
-}
-
-void AfterFork()
-{
-    CHandleTable::Unlock();
-    UnlockWaits();
-    CNamedObject::UnlockRegistry();
-}
-
-// The child is a new thread for the kernel and owns none of the parent's shared mutexes; what its one thread owned of
-// the others it goes on owning.
-void AfterForkInChild()
-{
-    AfterFork();
-    if (t_oRecord.nId != 0)
-        t_oRecord.nKernelId = KernelId();
-    t_oRecord.pOwnedNamed = nullptr;
-}
-
 // A library that is unloaded leaves no keys behind, and no thread that ends later comes back to it.
 struct sKeyRelease
 {
@@ -103,7 +76,6 @@ struct sKeyRelease
 
 void Prepare()
 {
-    ::pthread_atfork(BeforeFork, AfterFork, AfterForkInChild);
     if (::pthread_key_create(&s_oEndKey, OnThreadEnd) != 0)
         return;
     if (::pthread_key_create(&s_oHoldKey, GetReleaseHold()) != 0)
@@ -119,8 +91,7 @@ void Prepare()
 void Introduce(sThreadRecord& oRecord)
 {
     ::pthread_once(&s_oOnce, Prepare);
-    oRecord.nKernelId = KernelId();
-    oRecord.nId = oRecord.nKernelId;
+    oRecord.nId = KernelId();
     if (s_bKeys)
         ::pthread_setspecific(s_oEndKey, &oRecord);
 }
@@ -138,6 +109,15 @@ bool CanNoticeEnds()
 {
     ThisThread();
     return s_bKeys;
+}
+
+void ContinueAlone()
+{
+    const tDword nFormerId = t_oRecord.nId;
+    if (nFormerId != 0)
+        t_oRecord.nId = KernelId();
+    t_oRecord.pOwnedNamed = nullptr;
+    EndOtherThreads(t_oRecord, nFormerId);
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -16,8 +16,7 @@ class CNamedObject;
 struct sThreadRecord
 {
     tFutex nWake;               // what the thread sleeps on in a wait: 0 asleep, 1 woken
-    tDword nId;                 // the owner's mark in locks of this process; 0 until the thread is first seen
-    tDword nKernelId;           // the kernel's id, which differs from nId in the child of a fork
+    tDword nId;                 // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
     tDword nOwnedMutexes;       // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed;  // list of mutexes with name that the thread owns
     unsigned long long hThread; // the thread's handle if TOVThread::Create started it, else 0
@@ -33,6 +32,10 @@ sThreadRecord& ThisThread();
 
 // False if the process has no keys left by which a thread's end could be noticed.
 bool CanNoticeEnds();
+
+// In the child of a fork, under all locks of the process: the calling thread is the only one, and a new one for the
+// kernel. It owns none of the parent's named mutexes; what it owned of the others it goes on owning.
+void ContinueAlone();
 
 constexpr std::size_t EXIT_STACK_SIZE = 0x40000;
 } // namespace TOVPosix

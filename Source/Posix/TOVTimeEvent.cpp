@@ -1,9 +1,11 @@
+#include <Posix/TOVTimeEvent.h>
+
 #include <TOVPlatform/TOVSystem.h>
 
-#include <Posix/TOVFutex.h>
+#include <Posix/TOVLibraryHold.h>
+#include <Posix/TOVProcessLocks.h>
 
 #include <algorithm>
-#include <dlfcn.h>
 #include <initializer_list>
 #include <pthread.h>
 #include <signal.h>
@@ -60,9 +62,9 @@ public:
     unsigned int EndPeriod(unsigned int nMilliseconds);
     unsigned int Set(unsigned int nDelay, tTimeEvent pCallback, unsigned long ulUser, bool bPeriodic);
     unsigned int Kill(unsigned int nEvent);
+    void Forget();
 
 private:
-    void Prepare();
     bool StartThread();
     sTimeEvent* FindFree();
     sTimeEvent* FindEarliest();
@@ -71,13 +73,9 @@ private:
     void Serve();
 
     static void* EnterThread(void* pService);
-    static void BeforeFork();
-    static void AfterFork();
-    static void AfterForkInChild();
 
-    CShortLock m_oLock;      // for everything below
+    // Everything has the lock of the time events.
     tFutex m_nChanges = {0}; // what the thread sleeps on: counts the events that have come
-    std::atomic_bool m_bPrepared = {false};
     bool m_bThread = false;
     unsigned int m_nLastId = 0;
     sTimeEvent m_aEvents[MAX_EVENTS] = {};
@@ -93,14 +91,14 @@ unsigned int CTimeEventService::BeginPeriod(unsigned int nMilliseconds)
     if (!IsPeriod(nMilliseconds))
         return RESULT_CANNOT_DO;
 
-    const CShortLockScope oScope(m_oLock);
+    const CProcessLockScope oScope(eLockTimeEvents);
     ++m_aPeriods[nMilliseconds];
     return RESULT_DONE;
 }
 
 unsigned int CTimeEventService::EndPeriod(unsigned int nMilliseconds)
 {
-    const CShortLockScope oScope(m_oLock);
+    const CProcessLockScope oScope(eLockTimeEvents);
     if (!IsPeriod(nMilliseconds) || m_aPeriods[nMilliseconds] == 0)
         return RESULT_CANNOT_DO;
 
@@ -113,8 +111,10 @@ unsigned int CTimeEventService::Set(unsigned int nDelay, tTimeEvent pCallback, u
     if (!IsPeriod(nDelay))
         return 0;
 
-    Prepare();
-    const CShortLockScope oScope(m_oLock);
+    // The thread runs in this library's code. Without the lock, because the loader has one of its own, under which
+    // other threads come here.
+    HoldLibraryForEver();
+    const CProcessLockScope oScope(eLockTimeEvents);
     sTimeEvent* const pEvent = FindFree();
     if (pEvent == nullptr || !StartThread())
         return 0;
@@ -128,26 +128,13 @@ unsigned int CTimeEventService::Set(unsigned int nDelay, tTimeEvent pCallback, u
 
 unsigned int CTimeEventService::Kill(unsigned int nEvent)
 {
-    const CShortLockScope oScope(m_oLock);
+    const CProcessLockScope oScope(eLockTimeEvents);
     sTimeEvent& oEvent = m_aEvents[nEvent % MAX_EVENTS];
     if (nEvent == 0 || oEvent.nId != nEvent)
         return RESULT_CANNOT_DO;
 
     oEvent.nId = 0;
     return RESULT_DONE;
-}
-
-// Without the lock: the loader and the list of fork handlers have locks of their own, under which others come here.
-void CTimeEventService::Prepare()
-{
-    if (m_bPrepared.exchange(true))
-        return;
-
-    // The thread runs in this library's code, which therefore stays in memory, even if the program lets go of it.
-    Dl_info oInfo;
-    if (::dladdr(&s_oService, &oInfo) != 0)
-        ::dlopen(oInfo.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
-    ::pthread_atfork(BeforeFork, AfterFork, AfterForkInChild);
 }
 
 bool CTimeEventService::StartThread()
@@ -202,7 +189,7 @@ unsigned int CTimeEventService::NextId(const sTimeEvent& oPlace)
 // The event whose turn it is, or else the time of the next.
 bool CTimeEventService::TakeDue(sTimeEvent& oDue, CDeadline& oNext)
 {
-    const CShortLockScope oScope(m_oLock);
+    const CProcessLockScope oScope(eLockTimeEvents);
     sTimeEvent* const pEvent = FindEarliest();
     if (pEvent == nullptr)
         return false;
@@ -242,25 +229,18 @@ void* CTimeEventService::EnterThread(void* pService)
     return nullptr;
 }
 
-void CTimeEventService::BeforeFork()
+void CTimeEventService::Forget()
 {
-    s_oService.m_oLock.Lock();
-}
-
-void CTimeEventService::AfterFork()
-{
-    s_oService.m_oLock.Unlock();
-}
-
-// The thread stays with the parent, and so do its events, as timers do.
-void CTimeEventService::AfterForkInChild()
-{
-    s_oService.m_bThread = false;
-    for (sTimeEvent& oEvent : s_oService.m_aEvents)
+    m_bThread = false;
+    for (sTimeEvent& oEvent : m_aEvents)
         oEvent.nId = 0;
-    AfterFork();
 }
 } // namespace
+
+void TOVPosix::ForgetTimeEvents()
+{
+    s_oService.Forget();
+}
 
 namespace TOVSystem
 {

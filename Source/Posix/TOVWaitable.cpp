@@ -71,6 +71,26 @@ void CWaitable::Retire()
     m_nWord.store(MakeWord(GetTag() & ~TAG_KIND_MASK, 0), std::memory_order_release);
 }
 
+void CWaitable::LeaveTo(const sThreadRecord& oThread, tDword nFormerId)
+{
+    m_pFirstWait = m_pLastWait = nullptr; // the calling thread is not among them
+
+    const tDword nTag = GetTag();
+    tDword nValue = GetHeldValue();
+    if (KindOf(nTag) == eKindMutex && (nValue & MUTEX_OWNER) != 0)
+        nValue = (nValue & MUTEX_OWNER) == nFormerId ? oThread.nId : MUTEX_ABANDONED;
+    else if (KindOf(nTag) == eKindThread && GetHandle() == oThread.hThread)
+        m_nSystemId.store(oThread.nId, std::memory_order_relaxed);
+    else if (KindOf(nTag) == eKindThread)
+        nValue = VALUE_SIGNALLED;
+    else if (KindOf(nTag) == eKindCriticalSection)
+    {
+        const tDword nOwner = m_nLock.load(std::memory_order_relaxed) & ~SECTION_CONTENDED;
+        m_nLock.store(nOwner != 0 && nOwner == nFormerId ? oThread.nId : 0, std::memory_order_relaxed);
+    }
+    m_nWord.store(MakeWord(nTag, nValue), std::memory_order_release);
+}
+
 bool CWaitable::CanTakeHeld(tDword nThreadId) const
 {
     tDword nValue = GetHeldValue();

@@ -46,6 +46,9 @@ constexpr tDword VALUE_SIGNALLED = 1;
 constexpr tDword MUTEX_ABANDONED = 0x40000000;
 constexpr tDword MUTEX_OWNER = 0x3FFFFFFF;
 
+// The state of a critical section is its owner's id, with this bit while somebody may sleep on it.
+constexpr tDword SECTION_CONTENDED = 0x80000000;
+
 enum eTry
 {
     eTryDone,
@@ -140,6 +143,9 @@ public:
     // Makes the handle of a held object stale, for good.
     void Retire();
 
+    // EndOtherThreads, for this object.
+    void LeaveTo(const sThreadRecord& oThread, tDword nFormerId);
+
     tDword GetHeldValue() const { return static_cast<tDword>(m_nWord.load(std::memory_order_relaxed)) & ~VALUE_HELD; }
 
     template<class TChange> bool ChangeHeld(TChange fnChange)
@@ -170,6 +176,8 @@ public:
 
 private:
     friend class CHandleTable;
+
+    unsigned long long GetHandle() const { return static_cast<unsigned long long>(GetTag()) << 32 | m_nPlace; }
 
     static std::uint64_t MakeWord(tDword nTag, tDword nValue)
     {

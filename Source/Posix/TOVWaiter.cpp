@@ -1,6 +1,7 @@
 #include <Posix/TOVWaiter.h>
 
 #include <Posix/TOVNamedObject.h>
+#include <Posix/TOVProcessLocks.h>
 #include <TOVPlatform/TOVWait.h>
 
 namespace TOVPlatform
@@ -13,8 +14,6 @@ using TOVWait::RESULT_ABANDONED;
 using TOVWait::RESULT_FAILED;
 using TOVWait::RESULT_SIGNALLED;
 using TOVWait::RESULT_TIMEOUT;
-
-CShortLock s_oWaitLock;
 
 constexpr tDword ASLEEP = 0;
 constexpr tDword WOKEN = 1;
@@ -41,17 +40,17 @@ eSleepResult FutexSleepOnAny(const sFutexWait* pWaits, int nCount, const CDeadli
 {
     return ToSleepResult(::syscall(FUTEX_WAITV_NUMBER, pWaits, nCount, 0, oDeadline.Get(), CLOCK_MONOTONIC));
 }
-} // namespace
 
 void LockWaits()
 {
-    s_oWaitLock.Lock();
+    s_aProcessLocks[eLockWaits].Lock();
 }
 
 void UnlockWaits()
 {
-    s_oWaitLock.Unlock();
+    s_aProcessLocks[eLockWaits].Unlock();
 }
+} // namespace
 
 CWaitScope::CWaitScope() : m_pFirst(nullptr), m_pLast(nullptr)
 {

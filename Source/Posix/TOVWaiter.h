@@ -124,9 +124,5 @@ private:
     sWaitNode m_aNodes[MAXIMUM_OBJECTS];
     CNamedObject* m_apNamed[MAXIMUM_OBJECTS]; // each once, in the order in which they are locked
 };
-
-// For the time of a fork.
-void LockWaits();
-void UnlockWaits();
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -16,6 +16,9 @@ enum eAnswer
     eAnswerNo = 7
 };
 
+// Called once, when the library is loaded, before anything else: what the backend has to register with the system.
+void PrepareProcess();
+
 // Hands a finished text to the debugger, if there is one; otherwise nobody sees it. Allocates nothing.
 void OutputDebugText(const char* szText);
 

@@ -8,6 +8,11 @@ namespace TOVPlatform
 {
 namespace TOVSystem
 {
+// The system calls what it needs by the library's own exports and callbacks.
+void PrepareProcess()
+{
+}
+
 void OutputDebugText(const char* szText)
 {
     ::OutputDebugStringA(szText);

@@ -1,0 +1,290 @@
+// The child of a fork, which has one thread. What the other threads of the parent held comes up free in it.
+#include "Support/TOVBlockableThread.h"
+#include "Support/TOVForkedChild.h"
+#include "Support/TOVNativeThread.h"
+#include "Support/TOVPrivateMember.h"
+#include "Support/TOVWaitInstruments.h"
+#include "TOVProcess/TOVScriptedThread.h"
+
+#include <TOVPlatform/TOVFile.h>
+#include <TOVProcess/TOVCriticalSection.h>
+#include <Timer/TOVTimer.h>
+
+#include <atomic>
+
+namespace Event = TOVPlatform::TOVSynchronization::Event;
+namespace File = TOVPlatform::TOVFile;
+namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
+namespace Thread = TOVPlatform::TOVThread;
+
+namespace
+{
+const int FORKS = 100;
+const int ABANDONED = 0x80; // result of a wait for the first object, whose owner has ended
+
+TOV_PRIVATE_MEMBER(LockOfFiles, File::CTOVHandleManager, CTOVCriticalSection, m_oLock)
+
+bool SearchesTheRoot()
+{
+    File::sTOVFindData oRecord;
+    const unsigned long long hFind = File::FindFirst("/*", &oRecord);
+    const bool bNext = File::FindNext(hFind, &oRecord);
+    File::FindClose(hFind);
+    return bNext;
+}
+
+// Does nothing but that, so that the lock is nearly always taken.
+void LooksForASearch()
+{
+    File::sTOVFindData oRecord;
+    File::FindNext(0x7FFFFFFF, &oRecord);
+}
+
+bool CreatesAnEvent(const char* szName)
+{
+    const COwnHandle hEvent(Event::Create(true, true, szName));
+    return TakesNow(hEvent);
+}
+
+bool LetsAWaitRunOut()
+{
+    const COwnHandle hFirst(Event::Create(false, false, nullptr));
+    const COwnHandle hSecond(Event::Create(false, true, nullptr));
+    return WaitForAll({hFirst, hSecond}, 1) == -2;
+}
+
+bool InstallsATimeEvent()
+{
+    CTally oCalls;
+    const auto fnCall = [](unsigned int, unsigned int, unsigned long ulUser, unsigned long, unsigned long) {
+        reinterpret_cast<CTally*>(ulUser)->Add();
+    };
+    CTOVTimer::InstallTimeEvent(1, 0, +fnCall, reinterpret_cast<unsigned long>(&oCalls), 0);
+    return oCalls.Reaches(1);
+}
+
+void InstallsAndUninstallsATimeEvent()
+{
+    const auto fnCall = [](unsigned int, unsigned int, unsigned long, unsigned long, unsigned long) {};
+    CTOVTimer::UninstallTimeEvent(CTOVTimer::InstallTimeEvent(60000, 0, +fnCall, 0, 0), 60000);
+}
+
+// Starts an object that deletes itself, and waits for that.
+bool RunsAnAutoDeletingThread()
+{
+    CTally oDeleted;
+    CScriptedThread* const pThread = new CScriptedThread(true);
+    pThread->m_fnDelete = [&oDeleted] { oDeleted.Add(); };
+    return pThread->StartNormally() && oDeleted.Reaches(1);
+}
+
+// Stays in the first line that it hears, under the debug server's lock, until it is let go.
+class CSlowListener : public TOVDebug::ITOVLogListener
+{
+public:
+    CSlowListener() { TOVDebug::CTOVDebugServer::Instance().Register(this); }
+    virtual ~CSlowListener() { TOVDebug::CTOVDebugServer::Instance().Unregister(this); }
+    CSlowListener(const CSlowListener&) = delete;
+    CSlowListener& operator=(const CSlowListener&) = delete;
+
+    void OnStartup() override {}
+    void OnClosedown() override {}
+    void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override
+    {
+        if (m_bHeard.exchange(true))
+            return;
+        m_oEntered.Open();
+        m_oMayLeave.Wait();
+    }
+    void OnAssert(const char*, unsigned long, const char*) override {}
+    void OnPanicV(const char*, unsigned long, const char*, va_list) override {}
+    void SetApplicationName(const char*) override {}
+
+    CGate m_oEntered;
+    CGate m_oMayLeave;
+
+private:
+    std::atomic<bool> m_bHeard = {false};
+};
+} // namespace
+
+TEST(TOVForkTest, TheTableOfHandlesIsFree)
+{
+    EXPECT_EQ(FORKS, CountForksAmid(
+                         FORKS, [] { CreatesAnEvent(nullptr); }, [] { return CreatesAnEvent(nullptr); }));
+}
+
+TEST(TOVForkTest, TheLockOfTheWaitsIsFree)
+{
+    EXPECT_EQ(FORKS, CountForksAmid(FORKS, &LetsAWaitRunOut, &LetsAWaitRunOut));
+}
+
+TEST(TOVForkTest, TheListOfNamedObjectsIsFree)
+{
+    const std::string sName = UniqueName();
+    EXPECT_EQ(FORKS, CountForksAmid(
+                         FORKS, [&] { CreatesAnEvent(sName.c_str()); }, [&] { return CreatesAnEvent(sName.c_str()); }));
+}
+
+TEST(TOVForkTest, TheFileSearchesAreFree)
+{
+    EXPECT_EQ(FORKS, CountForksAmid(FORKS, &LooksForASearch, &SearchesTheRoot));
+}
+
+TEST(TOVForkTest, TheTimeEventsAreFree)
+{
+    EXPECT_EQ(FORKS, CountForksAmid(FORKS, &InstallsAndUninstallsATimeEvent, &InstallsATimeEvent));
+}
+
+TEST(TOVForkTest, AnAutoDeletingThreadCanBeStartedAmidOthers)
+{
+    EXPECT_EQ(FORKS, CountForksAmid(FORKS, &RunsAnAutoDeletingThread, &RunsAnAutoDeletingThread));
+}
+
+TEST(TOVForkTest, ALineCanBeLoggedWhileAListenerIsAtWork)
+{
+    CSlowListener oListener;
+    CBlockableThread oLogger([] { TOVDebug::_Log("file", 1, 0x1, eSeverityInfo, "first"); });
+    ASSERT_TRUE(oListener.m_oEntered.Wait());
+
+    EXPECT_TRUE(IsTrueInFork([] { return TOVDebug::_Log("file", 1, 0x1, eSeverityInfo, "second"); }));
+
+    oListener.m_oMayLeave.Open();
+    EXPECT_TRUE(oLogger.Finishes());
+}
+
+TEST(TOVForkTest, AFileCanBeOpenedThoughTheTableWasLeftLocked)
+{
+    CTOVCriticalSection& oLock = LockOfFiles(File::CTOVHandleManager::Instance());
+    CWorker oOther;
+    oOther.Do([] { EXPECT_CHECK("hHandle != FILE_INVALID_HANDLE", File::Close(FILE_INVALID_HANDLE)); });
+
+    EXPECT_TRUE(IsTrueInFork([] {
+        const unsigned long long hFile = File::Open("/proc/self/exe", "rb");
+        return hFile != FILE_INVALID_HANDLE && File::Close(hFile) == File::eFileSuccess;
+    }));
+
+    oOther.Do([&] { oLock.Leave(); });
+}
+
+TEST(TOVForkTest, ACriticalSectionOfAnotherThreadIsFree)
+{
+    CTOVCriticalSection oSection;
+    CWorker oOwner;
+    oOwner.Do([&] { oSection.Enter(); });
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        oSection.Enter();
+        oSection.Leave();
+        CWorker oThird;
+        oThird.Do([&] { oSection.Enter(); });
+        return true;
+    }));
+
+    oOwner.Do([&] { oSection.Leave(); });
+}
+
+TEST(TOVForkTest, ACriticalSectionOfItsOwnIsStillItsOwn)
+{
+    CTOVCriticalSection oSection;
+    oSection.Enter();
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        CBlockableThread oOther([&] { oSection.Enter(); });
+        const bool bKeptOut = oOther.IsBlocked();
+        oSection.Leave();
+        return oOther.Finishes() && bKeptOut;
+    }));
+
+    oSection.Leave();
+}
+
+TEST(TOVForkTest, AMutexOfAnotherThreadIsAbandoned)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+    CWorker oOwner;
+    oOwner.Do([&] { Mutex::Lock(hMutex); });
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        const int nResult = WaitForAny({hMutex}, 0);
+        return nResult == ABANDONED && IsLockedForOthers(hMutex);
+    }));
+
+    EXPECT_EQ(-2, WaitForAny({hMutex}, 0)) << "nothing changes in the parent";
+    oOwner.Do([&] { Mutex::Unlock(hMutex); });
+}
+
+TEST(TOVForkTest, AMutexOfItsOwnIsStillItsOwn)
+{
+    const COwnHandle hMutex(Mutex::Create(true, nullptr));
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        const bool bKeptOut = IsLockedForOthers(hMutex);
+        Mutex::Unlock(hMutex);
+        return bKeptOut && !IsLockedForOthers(hMutex);
+    }));
+
+    Mutex::Unlock(hMutex);
+}
+
+TEST(TOVForkTest, ASignalGoesToAWaitOfTheChild)
+{
+    const COwnHandle hEvent(Event::Create(false, false, nullptr));
+    CBlockableThread oWaiting([&] { Event::Wait(hEvent); });
+    ASSERT_TRUE(oWaiting.IsBlocked());
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        Event::Signal(hEvent);
+        return TakesNow(hEvent);
+    }));
+
+    Event::Signal(hEvent);
+    EXPECT_TRUE(oWaiting.Finishes());
+}
+
+TEST(TOVForkTest, ThreadsOfTheParentCountAsEnded)
+{
+    CStubbornThread oThread;
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+
+    EXPECT_TRUE(IsTrueInFork([&] { return oThread.Stop(true, 0xFFFFFFFF) && oThread.HasEnded(); }));
+
+    EXPECT_FALSE(oThread.HasEnded());
+}
+
+TEST(TOVForkTest, TheForkingThreadGoesOnUnderItsHandle)
+{
+    bool bGood = false;
+    int nPriority = 0;
+    CScriptedThread oThread;
+    oThread.m_fnRun = [&] {
+        const sNativeThread oNative = {oThread.Handle(), NativeThreadId()};
+        bGood = IsTrueInFork([&] {
+            oThread.SetPriority(Thread::eThreadPriorityLow);
+            return !oThread.HasEnded() && NativePriority({oThread.Handle(), NativeThreadId()}) < 0;
+        });
+        nPriority = NativePriority(oNative);
+    };
+    ASSERT_TRUE(oThread.StartNormally());
+    ASSERT_TRUE(oThread.Ends());
+
+    EXPECT_TRUE(bGood);
+    EXPECT_EQ(0, nPriority) << "the parent's thread is another one";
+}
+
+TEST(TOVForkTest, AGrandchildIsLikeAChild)
+{
+    CTOVCriticalSection oSection;
+    CWorker oOwner;
+    oOwner.Do([&] { oSection.Enter(); });
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        return IsTrueInFork([&] {
+            oSection.Enter();
+            return SearchesTheRoot() && CreatesAnEvent(nullptr);
+        });
+    }));
+
+    oOwner.Do([&] { oSection.Leave(); });
+}
