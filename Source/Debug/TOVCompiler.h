@@ -1,6 +1,11 @@
 // The one header that asks which compiler and which system this is.
 #pragma once
 
+#if defined(_MSC_VER)
+#include <intrin.h>
+#include <string.h>
+#endif
+
 #if defined(_WIN32)
 #define TOV_SYSTEM_WINDOWS 1
 #define TOV_CALLBACK __stdcall
@@ -54,6 +59,76 @@
 #else
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
+
+// Whole reads and writes of a plain variable of 1, 4 or 8 bytes that several threads use. They order nothing else.
+namespace TOVAtomic
+{
+#if defined(_MSC_VER)
+template<int nBytes> struct sWord;
+
+template<> struct sWord<1>
+{
+    typedef char tBits;
+    static tBits Exchange(volatile tBits* pBits, tBits nNew, tBits nOld)
+    {
+        return _InterlockedCompareExchange8(pBits, nNew, nOld);
+    }
+};
+
+template<> struct sWord<4>
+{
+    typedef long tBits;
+    static tBits Exchange(volatile tBits* pBits, tBits nNew, tBits nOld)
+    {
+        return _InterlockedCompareExchange(pBits, nNew, nOld);
+    }
+};
+
+template<> struct sWord<8>
+{
+    typedef __int64 tBits;
+    static tBits Exchange(volatile tBits* pBits, tBits nNew, tBits nOld)
+    {
+        return _InterlockedCompareExchange64(pBits, nNew, nOld);
+    }
+};
+
+template<class T> T Load(const T& oVariable)
+{
+    typedef sWord<sizeof(T)> tWord;
+    typedef typename tWord::tBits tBits;
+    const tBits nBits = tWord::Exchange(reinterpret_cast<volatile tBits*>(const_cast<T*>(&oVariable)), 0, 0);
+    T oValue;
+    memcpy(&oValue, &nBits, sizeof(T));
+    return oValue;
+}
+
+template<class T> void Store(T& oVariable, const T& oValue)
+{
+    typedef sWord<sizeof(T)> tWord;
+    typedef typename tWord::tBits tBits;
+    volatile tBits* const pBits = reinterpret_cast<volatile tBits*>(&oVariable);
+    tBits nNew;
+    memcpy(&nNew, &oValue, sizeof(T));
+    tBits nOld = 0;
+    for (tBits nSeen; (nSeen = tWord::Exchange(pBits, nNew, nOld)) != nOld;)
+        nOld = nSeen;
+}
+#else
+template<class T> T Load(const T& oVariable)
+{
+    T oValue;
+    __atomic_load(&oVariable, &oValue, __ATOMIC_RELAXED);
+    return oValue;
+}
+
+template<class T> void Store(T& oVariable, const T& oValue)
+{
+    T oNew = oValue;
+    __atomic_store(&oVariable, &oNew, __ATOMIC_RELAXED);
+}
+#endif
+} // namespace TOVAtomic
 
 static_assert(sizeof(wchar_t) == 2,
               "TOVKernel's wchar_t is one UTF-16 code unit: add -fshort-wchar to the compiler's options");

@@ -3,6 +3,8 @@
 #include <Debug/TOVDebug.h>
 #include <TOVPlatform/TOVSynchronization.h>
 
+#include <atomic>
+
 namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
 namespace Thread = TOVPlatform::TOVThread;
 
@@ -11,26 +13,29 @@ namespace
 constexpr tDword NO_TIMEOUT = 0xFFFFFFFF;
 constexpr unsigned long OLD_THREAD_TIMEOUT = 10000; // milliseconds
 
-// The thread of an object that deletes itself can be through before Start has stored its handle in that object. So both
-// pass here: Start from before the creation to the storing, the thread before the deletion. One lock serves all such
-// objects; it lives as long as the process.
+// A new thread can be at work, and even through, before Start has stored its handle in the object. So both pass here:
+// Start from before the creation to the storing, the thread before it touches the object. One lock serves all objects;
+// it lives as long as the process.
 class CStartGate
 {
 public:
-    explicit CStartGate(bool bNeeded) : m_hSection(bNeeded ? GetSection() : 0)
+    CStartGate() : m_hSection(GetSection())
     {
-        if (m_hSection != 0)
+        if (IsThere())
             CriticalSection::Enter(m_hSection);
     }
 
     ~CStartGate()
     {
-        if (m_hSection != 0)
+        if (IsThere())
             CriticalSection::Leave(m_hSection);
     }
 
     CStartGate(const CStartGate&) = delete;
     CStartGate& operator=(const CStartGate&) = delete;
+
+    // False if the system has no lock to give. Then nothing is started.
+    bool IsThere() const { return m_hSection != 0; }
 
 private:
     static unsigned long long GetSection()
@@ -58,7 +63,7 @@ void LogError(int nLine, const char* szMessage)
 
 CTOVThread::~CTOVThread()
 {
-    m_hThread.store(0, std::memory_order_relaxed);
+    TOVAtomic::Store(m_hThread, 0ull);
 }
 
 bool CTOVThread::InitInstance()
@@ -80,17 +85,16 @@ bool CTOVThread::Start(unsigned long ulUserParam, Thread::eThreadPriority ePrior
 
 bool CTOVThread::StartNew(unsigned long ulUserParam, Thread::eThreadPriority ePriority)
 {
-    m_ulThreadId.store(0, std::memory_order_relaxed);
-    m_bStopPending.store(false, std::memory_order_relaxed);
-    m_ulUserParam.store(static_cast<tDword>(ulUserParam), std::memory_order_relaxed);
+    TOVAtomic::Store(m_ulThreadId, 0ul);
+    TOVAtomic::Store(m_bStopPending, false);
+    TOVAtomic::Store<unsigned long>(m_ulUserParam, static_cast<tDword>(ulUserParam));
 
     unsigned long long hThread = 0;
     {
-        const CStartGate oGate(m_bAutoDelete);
-        static_assert(sizeof m_ulThreadId == sizeof(unsigned long),
-                      "the system stores the id in the atomic's own word");
-        hThread = Thread::Create(&CTOVThread::ThreadProcess, this, reinterpret_cast<unsigned long*>(&m_ulThreadId));
-        m_hThread.store(hThread, std::memory_order_relaxed);
+        const CStartGate oGate;
+        if (oGate.IsThere())
+            hThread = Thread::Create(&CTOVThread::ThreadProcess, this, &m_ulThreadId);
+        TOVAtomic::Store(m_hThread, hThread);
     }
     if (hThread == 0)
         return false;
@@ -105,11 +109,11 @@ bool CTOVThread::Stop(bool bWait, unsigned long ulTimeout)
     if (!IsRunning())
         return true;
 
-    m_bStopPending.store(true, std::memory_order_relaxed);
+    TOVAtomic::Store(m_bStopPending, true);
     if (!bWait)
         return true;
 
-    const unsigned long long hThread = m_hThread.load(std::memory_order_relaxed);
+    const unsigned long long hThread = TOVAtomic::Load(m_hThread);
     if (static_cast<tDword>(ulTimeout) == NO_TIMEOUT)
         Thread::WaitForExitInfinite(hThread);
     else
@@ -119,12 +123,12 @@ bool CTOVThread::Stop(bool bWait, unsigned long ulTimeout)
 
 bool CTOVThread::IsStopPending() const
 {
-    return m_bStopPending.load(std::memory_order_relaxed);
+    return TOVAtomic::Load(m_bStopPending);
 }
 
 bool CTOVThread::IsRunning() const
 {
-    return m_hThread.load(std::memory_order_relaxed) != 0;
+    return TOVAtomic::Load(m_hThread) != 0;
 }
 
 CTOVThread::CTOVThread(bool bAutoDelete, bool bStart)
@@ -147,27 +151,26 @@ CTOVThread& CTOVThread::operator=(const CTOVThread& oOther)
 
 void CTOVThread::SetPriority(Thread::eThreadPriority ePriority)
 {
-    Thread::SetPriority(m_hThread.load(std::memory_order_relaxed), ePriority);
+    Thread::SetPriority(TOVAtomic::Load(m_hThread), ePriority);
 }
 
 Thread::eThreadPriority CTOVThread::GetPriority() const
 {
-    return Thread::GetPriority(m_hThread.load(std::memory_order_relaxed));
+    return Thread::GetPriority(TOVAtomic::Load(m_hThread));
 }
 
 unsigned long CTOVThread::GetUserParam() const
 {
-    return m_ulUserParam.load(std::memory_order_relaxed);
+    return TOVAtomic::Load(m_ulUserParam);
 }
 
 void CTOVThread::CopyMembers(const CTOVThread& oOther)
 {
-    constexpr std::memory_order eOrder = std::memory_order_relaxed;
-    m_ulThreadId.store(oOther.m_ulThreadId.load(eOrder), eOrder);
-    m_hThread.store(oOther.m_hThread.load(eOrder), eOrder);
-    m_ulUserParam.store(oOther.m_ulUserParam.load(eOrder), eOrder);
-    m_bStopPending.store(oOther.m_bStopPending.load(eOrder), eOrder);
-    m_bAutoDelete = oOther.m_bAutoDelete;
+    TOVAtomic::Store(m_ulThreadId, TOVAtomic::Load(oOther.m_ulThreadId));
+    TOVAtomic::Store(m_hThread, TOVAtomic::Load(oOther.m_hThread));
+    TOVAtomic::Store(m_ulUserParam, TOVAtomic::Load(oOther.m_ulUserParam));
+    TOVAtomic::Store(m_bStopPending, TOVAtomic::Load(oOther.m_bStopPending));
+    TOVAtomic::Store(m_bAutoDelete, TOVAtomic::Load(oOther.m_bAutoDelete));
 }
 
 unsigned long CTOVThread::ThreadProcess(unsigned long long ullParam)
@@ -179,6 +182,10 @@ unsigned long CTOVThread::ThreadProcess(unsigned long long ullParam)
         LogError(__LINE__, "CTOVThread::ThreadProcess() : Invalid thread object pointer specified.");
         Thread::Exit(-1);
     }
+
+    {
+        const CStartGate oGate;
+    }
     if (!pThread->InitInstance())
     {
         // Settled: the id stays, and an object that deletes itself is not deleted here.
@@ -188,13 +195,8 @@ unsigned long CTOVThread::ThreadProcess(unsigned long long ullParam)
 
     pThread->Run();
     pThread->ExitInstance();
-    pThread->m_ulThreadId.store(0, std::memory_order_relaxed);
-    if (pThread->m_bAutoDelete)
-    {
-        {
-            const CStartGate oGate(true);
-        }
+    TOVAtomic::Store(pThread->m_ulThreadId, 0ul);
+    if (TOVAtomic::Load(pThread->m_bAutoDelete))
         delete pThread;
-    }
     Thread::Exit(0);
 }

@@ -3,8 +3,6 @@
 
 #include <TOVPlatform/TOVThread.h>
 
-#include <atomic>
-
 // A subclass supplies Run, and InitInstance and ExitInstance if it needs them. Stopping is cooperative: Stop sets a
 // flag, Run polls IsStopPending and returns. A thread is never killed. One object can be started many times in turn.
 //
@@ -49,7 +47,8 @@ public:
 
     virtual bool IsStopPending() const;
 
-    // Settled: true from the first start on, also after the thread has ended.
+    // Settled: true from the first start on, also after the thread has ended. True on the new thread from the
+    // beginning, so that it can stop itself, although Start may not have returned.
     virtual bool IsRunning() const;
 
     // bAutoDelete: the thread deletes the object, which stands on the heap then, as its last act. bStart: starts it
@@ -67,11 +66,12 @@ public:
     unsigned long GetUserParam() const;
 
 protected:
-    // Atomic where both threads use them; no access orders anything else.
-    std::atomic<unsigned long> m_ulThreadId;   // the system's id; 0 before a start and after the work
-    std::atomic<unsigned long long> m_hThread; // 0 until the first start
-    std::atomic<unsigned long> m_ulUserParam;
-    std::atomic<bool> m_bStopPending;
+    // This class reads and writes them by TOVAtomic (Debug/TOVCompiler.h), since both threads use them. A subclass does
+    // so too where it reads what the other thread may be writing: the id at the end of the work, the flag of Stop.
+    unsigned long m_ulThreadId;   // the system's id; 0 before a start and after the work
+    unsigned long long m_hThread; // 0 until the first start
+    unsigned long m_ulUserParam;
+    bool m_bStopPending;
     bool m_bAutoDelete;
 
 private:

@@ -3,6 +3,7 @@
 #include "Support/TOVNativeThread.h"
 #include "TOVProcess/TOVScriptedThread.h"
 
+#include <cstdio>
 #include <memory>
 #include <type_traits>
 
@@ -14,6 +15,46 @@ namespace
 static_assert(std::is_abstract<CTOVThread>::value);
 static_assert(std::has_virtual_destructor<CTOVThread>::value);
 } // namespace
+
+namespace
+{
+// Reaches the members as any subclass may.
+class CReachingThread : public CTOVThread
+{
+public:
+    unsigned long Run() override { return 0; }
+
+    std::string Print()
+    {
+        unsigned long& rThreadId = m_ulThreadId;
+        unsigned long long& rThread = m_hThread;
+        unsigned long* const pUserParam = &m_ulUserParam;
+        bool* const pStopPending = &m_bStopPending;
+        bool& rAutoDelete = m_bAutoDelete;
+        char szText[128];
+        std::snprintf(szText, sizeof(szText), "%lu %llu %lu %d %d", rThreadId, rThread, *pUserParam, *pStopPending,
+                      rAutoDelete);
+        return szText;
+    }
+};
+} // namespace
+
+TEST(CTOVThreadTest, HasMembersOfPlainTypesForItsSubclasses)
+{
+    struct sLayout
+    {
+        void* pVirtualTable;
+        unsigned long ulThreadId;
+        unsigned long long hThread;
+        unsigned long ulUserParam;
+        bool bStopPending;
+        bool bAutoDelete;
+    };
+    CReachingThread oThread;
+
+    EXPECT_EQ("0 0 0 0 0", oThread.Print());
+    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVThread));
+}
 
 TEST(CTOVThreadTest, HasNothingBeforeItsFirstStart)
 {
