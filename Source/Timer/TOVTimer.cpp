@@ -8,6 +8,9 @@
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVTimer>;
 
+using TOVAtomic::Load;
+using TOVAtomic::Store;
+
 namespace
 {
 const long long MILLISECONDS_PER_SECOND = 1000;
@@ -103,14 +106,14 @@ bool CTOVTimer::DefineChannel(int nChannel, const char* szName)
 
     sTimeChannel& oChannel = m_aChannels[nChannel];
     oChannel.sName = szName;
-    oChannel.bDefined = true;
-    oChannel.bRunning = false;
-    oChannel.bPaused = false;
-    oChannel.nPauseTime = 0;
-    oChannel.bFrameTimeEnabled = false;
-    oChannel.dFrameTime = 0.0;
-    oChannel.dLastFrameTime = 0.0;
-    oChannel.nStartTime = 0;
+    Store(oChannel.bDefined, true);
+    Store(oChannel.bRunning, false);
+    Store(oChannel.bPaused, false);
+    Store(oChannel.nPauseTime, 0LL);
+    Store(oChannel.bFrameTimeEnabled, false);
+    Store(oChannel.dFrameTime, 0.0);
+    Store(oChannel.dLastFrameTime, 0.0);
+    Store(oChannel.nStartTime, 0LL);
     // Settled: the frame rate keeps what it held.
     return true;
 }
@@ -122,7 +125,7 @@ bool CTOVTimer::UndefineChannel(int nChannel)
 
     if (IsDefined(nChannel))
     {
-        m_aChannels[nChannel].bDefined = false;
+        Store(m_aChannels[nChannel].bDefined, false);
         m_aChannels[nChannel].sName.Empty();
     }
     return true;
@@ -153,19 +156,19 @@ const char* CTOVTimer::GetChannelName(int nChannel) const
 bool CTOVTimer::IsDefined(int nChannel) const
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    return m_aChannels[nChannel].bDefined;
+    return Load(m_aChannels[nChannel].bDefined);
 }
 
 bool CTOVTimer::IsRunning(int nChannel) const
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    return m_aChannels[nChannel].bRunning;
+    return Load(m_aChannels[nChannel].bRunning);
 }
 
 bool CTOVTimer::IsPaused(int nChannel) const
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    return m_aChannels[nChannel].bPaused;
+    return Load(m_aChannels[nChannel].bPaused);
 }
 
 bool CTOVTimer::IsDefinedAndRunning(int nChannel) const
@@ -177,64 +180,66 @@ void CTOVTimer::Start(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefined(nChannel));
     sTimeChannel& oChannel = m_aChannels[nChannel];
-    oChannel.bRunning = true;
-    oChannel.nStartTime = GetHardwareTime();
+    Store(oChannel.bRunning, true);
+    Store(oChannel.nStartTime, GetHardwareTime());
     // Settled: a channel that was paused is paused still.
 }
 
 void CTOVTimer::Stop(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefined(nChannel));
-    m_aChannels[nChannel].bRunning = false;
+    Store(m_aChannels[nChannel].bRunning, false);
 }
 
 void CTOVTimer::Reset(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
-    m_aChannels[nChannel].nStartTime = GetHardwareTime();
+    Store(m_aChannels[nChannel].nStartTime, GetHardwareTime());
 }
 
 void CTOVTimer::SetTime(int nChannel, double dTime)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
     sTimeChannel& oChannel = m_aChannels[nChannel];
-    if (oChannel.bFrameTimeEnabled)
-        oChannel.dFrameTime = dTime;
+    if (Load(oChannel.bFrameTimeEnabled))
+        Store(oChannel.dFrameTime, dTime);
 
     const double dFrequency = static_cast<double>(GetHardwareTimerFrequency());
     const long long nTicks = Truncated(Rounded(dFrequency * dTime));
-    oChannel.nStartTime = Difference(GetHardwareTime(), nTicks);
-    oChannel.nPauseTime = oChannel.nStartTime; // Settled: a paused channel stands at 0, whatever the time given.
+    Store(oChannel.nStartTime, Difference(GetHardwareTime(), nTicks));
+    // Settled: a paused channel stands at 0, whatever the time given.
+    Store(oChannel.nPauseTime, Load(oChannel.nStartTime));
 }
 
 void CTOVTimer::Pause(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
     sTimeChannel& oChannel = m_aChannels[nChannel];
-    if (oChannel.bPaused)
+    if (Load(oChannel.bPaused))
     {
         TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "Time channel %d (%s) is already paused!", nChannel,
                        TextOf(oChannel.sName));
         return;
     }
 
-    oChannel.bPaused = true;
-    oChannel.nPauseTime = GetHardwareTime();
+    Store(oChannel.bPaused, true);
+    Store(oChannel.nPauseTime, GetHardwareTime());
 }
 
 void CTOVTimer::Continue(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
     sTimeChannel& oChannel = m_aChannels[nChannel];
-    if (!oChannel.bPaused)
+    if (!Load(oChannel.bPaused))
     {
         TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "Time channel %d (%s) is not paused!", nChannel,
                        TextOf(oChannel.sName));
         return;
     }
 
-    oChannel.bPaused = false;
-    oChannel.nStartTime = Sum(oChannel.nStartTime, Difference(GetHardwareTime(), oChannel.nPauseTime));
+    Store(oChannel.bPaused, false);
+    Store(oChannel.nStartTime,
+          Sum(Load(oChannel.nStartTime), Difference(GetHardwareTime(), Load(oChannel.nPauseTime))));
 }
 
 double CTOVTimer::GetTime(int nChannel) const
@@ -246,7 +251,8 @@ double CTOVTimer::GetTime(int nChannel) const
     const sTimeChannel& oChannel = m_aChannels[nChannel];
     const long long nTime = GetHardwareTime();
     const long long nFrequency = GetHardwareTimerFrequency();
-    return ToSeconds(Difference(oChannel.bPaused ? oChannel.nPauseTime : nTime, oChannel.nStartTime), nFrequency);
+    return ToSeconds(Difference(Load(oChannel.bPaused) ? Load(oChannel.nPauseTime) : nTime, Load(oChannel.nStartTime)),
+                     nFrequency);
 }
 
 unsigned long CTOVTimer::GetTimeInMs(int nChannel) const
@@ -268,20 +274,20 @@ unsigned long CTOVTimer::GetTimeInMsDirect() const
 void CTOVTimer::EnableFrameTime(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
-    m_aChannels[nChannel].bFrameTimeEnabled = true;
-    m_aChannels[nChannel].dFrameTime = GetTime(nChannel);
+    Store(m_aChannels[nChannel].bFrameTimeEnabled, true);
+    Store(m_aChannels[nChannel].dFrameTime, GetTime(nChannel));
 }
 
 void CTOVTimer::DisableFrameTime(int nChannel)
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel));
-    m_aChannels[nChannel].bFrameTimeEnabled = false;
+    Store(m_aChannels[nChannel].bFrameTimeEnabled, false);
 }
 
 bool CTOVTimer::IsFrameTimeEnabled(int nChannel) const
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    return m_aChannels[nChannel].bFrameTimeEnabled;
+    return Load(m_aChannels[nChannel].bFrameTimeEnabled);
 }
 
 double CTOVTimer::GetFrameTime(int nChannel) const
@@ -290,13 +296,13 @@ double CTOVTimer::GetFrameTime(int nChannel) const
     if (!IsDefinedAndRunning(nChannel))
         return 0.0;
 
-    return m_aChannels[nChannel].bFrameTimeEnabled ? m_aChannels[nChannel].dFrameTime : GetTime(nChannel);
+    return Load(m_aChannels[nChannel].bFrameTimeEnabled) ? Load(m_aChannels[nChannel].dFrameTime) : GetTime(nChannel);
 }
 
 double CTOVTimer::GetFPS(int nChannel) const
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    return m_aChannels[nChannel].dFPS;
+    return Load(m_aChannels[nChannel].dFPS);
 }
 
 void CTOVTimer::Update(int nChannel)
@@ -306,10 +312,10 @@ void CTOVTimer::Update(int nChannel)
         return;
 
     sTimeChannel& oChannel = m_aChannels[nChannel];
-    oChannel.dFrameTime = GetTime(nChannel);
-    const double dElapsed = Rounded(oChannel.dFrameTime - oChannel.dLastFrameTime);
-    oChannel.dFPS = dElapsed > 0.0 ? 1.0 / dElapsed : 0.0; // also 0 for what is not a number
-    oChannel.dLastFrameTime = oChannel.dFrameTime;
+    Store(oChannel.dFrameTime, GetTime(nChannel));
+    const double dElapsed = Rounded(Load(oChannel.dFrameTime) - Load(oChannel.dLastFrameTime));
+    Store(oChannel.dFPS, dElapsed > 0.0 ? 1.0 / dElapsed : 0.0); // also 0 for what is not a number
+    Store(oChannel.dLastFrameTime, Load(oChannel.dFrameTime));
 }
 
 void CTOVTimer::UpdateAll()
@@ -349,17 +355,17 @@ bool CTOVTimer::IsHighResolutionTimerAvailable() const
 
 bool CTOVTimer::IsHighResolutionTimerActive() const
 {
-    return m_bHighResolutionTimer;
+    return Load(m_bHighResolutionTimer);
 }
 
 void CTOVTimer::UseHighResolutionTimer(bool bUse)
 {
-    m_bHighResolutionTimer = bUse;
+    Store(m_bHighResolutionTimer, bUse);
 }
 
 long long CTOVTimer::GetHardwareTime() const
 {
-    if (!m_bHighResolutionTimer)
+    if (!Load(m_bHighResolutionTimer))
         return TOVPlatform::TOVSystem::ReadMilliseconds();
 
     long long nTicks = 0;
@@ -373,7 +379,7 @@ long long CTOVTimer::GetHardwareTime() const
 
 long long CTOVTimer::GetHardwareTimerFrequency() const
 {
-    if (!m_bHighResolutionTimer)
+    if (!Load(m_bHighResolutionTimer))
         return MILLISECONDS_PER_SECOND;
 
     long long nFrequency = 0;

@@ -20,9 +20,9 @@
 // "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)"; where a channel has to be defined, that with
 // " && IsDefined(nChannel)"; where it has to run, that with " && IsDefinedAndRunning(nChannel)".
 //
-// Reading costs one read of the counter and one of its frequency. Of what is done with
-// channels, only DefineChannel allocates. No lock: what
-// changes a channel belongs to one thread. Copies are timers of their own and take the channels as they stand.
+// Reading costs one read of the counter and one of its frequency. Of what is done with channels, only DefineChannel
+// allocates. No lock: what changes a channel belongs to one thread. Others may read times, rates and states meanwhile,
+// each of which is whole, but no names. Copies are timers of their own and take the channels as they stand.
 class TOV_EXPORT CTOVTimer
 {
 public:
@@ -162,6 +162,7 @@ private:
     long long GetHardwareTime() const;           // ticks; a failure is logged and gives 0
     long long GetHardwareTimerFrequency() const; // ticks per second; a failure is logged and gives 0
 
+    // Numbers and flags, those of the channels too, are read and written by TOVAtomic (Debug/TOVCompiler.h).
     bool m_bHighResolutionTimer; // the time base: the high-resolution counter, else milliseconds
     sTimeChannel m_aChannels[TOV_TIMER_MAX_TIME_CHANNELS];
 };

@@ -1,6 +1,10 @@
 // The time of a channel, to the tick.
 #include "Timer/TOVTimerInstruments.h"
 
+#include <atomic>
+#include <cmath>
+#include <thread>
+
 namespace
 {
 // The same facts on both time bases: the parameter tells whether the counter is the high-resolution one.
@@ -35,6 +39,31 @@ TEST_P(CTOVTimerTest, CountsFromTheStart)
     EXPECT_TRUE(m_oTimer.IsDefinedAndRunning(0));
     EXPECT_EQ(2.5, m_oTimer.GetTime(0));
     EXPECT_EQ(2500ul, m_oTimer.GetTimeInMs(0));
+}
+
+// On a system without 64-bit registers, half of a number could be the old one and half the new one.
+TEST(CTOVTimerReaderTest, SeesWholeTimesWhileTheOwnerSetsThem)
+{
+    const double dFar = 1.0e6;
+    std::atomic<bool> bDone(false);
+    int nWrong = 0;
+    CTOVTimer oTimer;
+    oTimer.DefineChannel(0, "Shared");
+    oTimer.Start(0);
+    oTimer.EnableFrameTime(0);
+    std::thread oReader([&] {
+        while (!bDone)
+        {
+            for (const double dTime : {oTimer.GetFrameTime(0), oTimer.GetTime(0)})
+                nWrong += std::fabs(dTime) < 1000.0 || std::fabs(dTime - dFar) < 1000.0 ? 0 : 1;
+        }
+    });
+    for (int nTurn = 0; nTurn < 20000; ++nTurn)
+        oTimer.SetTime(0, nTurn % 2 == 0 ? dFar : 0.0);
+    bDone = true;
+    oReader.join();
+
+    EXPECT_EQ(0, nWrong);
 }
 
 TEST_P(CTOVTimerTest, CountsEachChannelByItself)
