@@ -55,6 +55,17 @@ static bool IsLoaded(const char* szLibrary)
 #include <pthread.h>
 #include <sched.h>
 
+#if defined(__SANITIZE_THREAD__)
+// The C library gives a thread's storage for a loaded library back when another thread takes its stack. The sanitizer
+// does not see that the first one has ended by then.
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions();
+
+const char* __tsan_default_suppressions()
+{
+    return "race:_dl_deallocate_tls";
+}
+#endif
+
 static void KeepSystemLibraries()
 {
 }

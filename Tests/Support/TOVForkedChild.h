@@ -3,6 +3,13 @@
 
 #include <functional>
 
+// ThreadSanitizer knows the parent's threads in the child as well, and ends it when one of theirs comes to life again.
+#if defined(__SANITIZE_THREAD__)
+#define TOV_CAN_FORK_AND_THREAD 0
+#else
+#define TOV_CAN_FORK_AND_THREAD 1
+#endif
+
 // Whether the action gives true in the child of a fork. A child that does not come to its end is killed at a deadline.
 bool IsTrueInFork(const std::function<bool()>& fnAction);
 

@@ -11,16 +11,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#if defined(__SANITIZE_THREAD__)
-// The sanitizer refuses threads in the child of a process that had several, unless it is told otherwise.
-extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options();
-
-const char* __tsan_default_options()
-{
-    return "die_after_fork=0";
-}
-#endif
-
 namespace
 {
 const int BUSY_THREADS = 3;
