@@ -193,21 +193,22 @@ TEST(TOVForkTest, ThreadsOfTheParentCountAsEnded)
 TEST(TOVForkTest, TheForkingThreadGoesOnUnderItsHandle)
 {
     bool bGood = false;
-    int nPriority = 0;
+    int nBefore = 0;
+    int nAfter = 0;
     CScriptedThread oThread;
     oThread.m_fnRun = [&] {
-        const sNativeThread oNative = {oThread.Handle(), NativeThreadId()};
+        nBefore = NativePriority({oThread.Handle(), NativeThreadId()});
         bGood = IsTrueInFork([&] {
             oThread.SetPriority(Thread::eThreadPriorityLow);
-            return !oThread.HasEnded() && NativePriority({oThread.Handle(), NativeThreadId()}) < 0;
+            return !oThread.HasEnded() && NativePriority({oThread.Handle(), NativeThreadId()}) < nBefore;
         });
-        nPriority = NativePriority(oNative);
+        nAfter = NativePriority({oThread.Handle(), NativeThreadId()});
     };
     ASSERT_TRUE(oThread.StartNormally());
     ASSERT_TRUE(oThread.Ends());
 
     EXPECT_TRUE(bGood);
-    EXPECT_EQ(0, nPriority) << "the parent's thread is another one";
+    EXPECT_EQ(nBefore, nAfter) << "the parent's thread is another one";
 }
 
 TEST(TOVForkTest, AGrandchildIsLikeAChild)
