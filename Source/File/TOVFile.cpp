@@ -4,6 +4,7 @@
 #include <Debug/TOVDebug.h>
 #include <File/TOVVirtualFileSystem.h>
 #include <Path/TOVPath.h>
+#include <TOVPlatform/TOVFileDiscard.h>
 
 namespace
 {
@@ -106,7 +107,9 @@ void CTOVFile::Close()
     if (m_hFile == FILE_INVALID_HANDLE)
         return;
 
-    TOVPlatform::TOVFile::Close(m_hFile);
+    // Settled: a failed close is not reported. As the handle is forgotten, nobody could close the file later.
+    if (TOVPlatform::TOVFile::Close(m_hFile) != TOVPlatform::TOVFile::eFileSuccess)
+        TOVPlatform::TOVFile::Discard(m_hFile);
     m_hFile = FILE_INVALID_HANDLE;
 }
 

@@ -31,11 +31,13 @@ public:
     // object is closed then. Settled: a handle already held is overwritten without being closed.
     void Open(const char* szFileName, int nFlags) override;
 
-    // A closed file is left alone. The handle is forgotten even when the system cannot close it.
+    // A closed file is left alone. A failure is not reported: the object forgets its handle, the file is closed all the
+    // same, and what the system did not take is lost.
     void Close() override;
 
     // Settled: 1 if the whole block was moved, otherwise 0, and never a count of bytes; what did arrive of a block cut
-    // short is in the buffer. 0 for a closed file and for a size of 0. The size is cut to its low 32 bits.
+    // short is in the buffer. 0 for a closed file, for a size of 0 and for a null buffer. The size is cut to its low 32
+    // bits.
     unsigned long long Read(void* pBuffer, unsigned long long ullSize) override;
     unsigned long long Write(const void* pBuffer, unsigned long long ullSize) override;
 
@@ -55,10 +57,11 @@ public:
     // Whether the position equals the size. A position beyond the end is not at the end.
     bool IsEof() const override;
 
-    // Size in bytes, within the limits of Tell. The position is kept.
+    // Size in bytes, within the limits of Tell. The position is kept, unless Tell cannot tell it or the system fails:
+    // it may be at the end then.
     unsigned long long GetSize() const override;
 
-    // As Close.
+    // Does the same as Close.
     virtual ~CTOVFile();
 
 private:

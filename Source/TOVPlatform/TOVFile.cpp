@@ -2,6 +2,7 @@
 
 #include <Debug/TOVCheck.h>
 #include <TOVPlatform/TOVFileBackend.h>
+#include <TOVPlatform/TOVFileDiscard.h>
 
 #include <algorithm>
 #include <cstring>
@@ -34,6 +35,15 @@ std::size_t ToCount(long lCount)
 eFileErrorCode ToErrorCode(bool bSuccess)
 {
     return bSuccess ? eFileSuccess : eFileFailure;
+}
+
+// Closes the stream and frees the slot. The runtime frees the stream whatever comes of its last flush.
+bool EndStream(unsigned long long hFile, FILE* pFile)
+{
+    std::clearerr(pFile); // to some versions of the runtime an earlier error is a failure to close
+    const bool bClosed = std::fclose(pFile) == 0;
+    CTOVHandleManager::Instance().ClearHandle(hFile);
+    return bClosed;
 }
 
 // Whether the text is one of the modes that TOVFile.h tells. Runtimes differ in what they make of any other: some end
@@ -78,20 +88,23 @@ eFileErrorCode Close(unsigned long long hFile)
 {
     FILE* pFile = GetFile(hFile);
 
-    // The flush is what can fail and be tried again: fclose frees the stream whatever comes of it.
+    // Settled: a failed close keeps the file, so that the flush stands alone, before anything is freed.
     if (pFile == NULL || std::fflush(pFile) != 0)
         return eFileFailure;
 
-    std::clearerr(pFile); // to some versions of the runtime an earlier error is a failure to close
-    const bool bClosed = std::fclose(pFile) == 0;
-    CTOVHandleManager::Instance().ClearHandle(hFile);
-    return ToErrorCode(bClosed);
+    return ToErrorCode(EndStream(hFile, pFile));
+}
+
+void Discard(unsigned long long hFile)
+{
+    if (FILE* pFile = GetFile(hFile))
+        EndStream(hFile, pFile);
 }
 
 unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL)
+    if (pFile == NULL || pBuffer == NULL)
         return 0;
 
     return static_cast<unsigned long>(std::fread(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
@@ -100,7 +113,7 @@ unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, l
 unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL)
+    if (pFile == NULL || pBuffer == NULL)
         return 0;
 
     return static_cast<unsigned long>(std::fwrite(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
@@ -109,7 +122,7 @@ unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElement
 eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL || nSize <= 0)
+    if (pFile == NULL || szBuffer == NULL || nSize <= 0)
         return eFileFailure;
 
     // Runtimes differ in whether room for the terminator alone holds a line.
@@ -130,7 +143,7 @@ eFileErrorCode Puts(unsigned long long hFile, const char* szText)
 
     // Settled: the result of fputs is reduced like the pointer of fgets, and so turned around. Runtimes differ in which
     // value above zero a written text gives, so that all of them count as zero.
-    return ToErrorCode(std::fputs(szText, pFile) < 0);
+    return ToErrorCode(szText == NULL || std::fputs(szText, pFile) < 0);
 }
 
 long Printf(unsigned long long hFile, const char* szFormat, ...)

@@ -74,18 +74,23 @@ struct sTOVFindData
 // also a directory, and a read-only file that is to be written.
 TOV_EXPORT unsigned long long Open(const char* szName, const char* szMode);
 
-// Flushes and closes. A failed flush leaves the file open and its handle valid.
+// Flushes and closes. A failed flush leaves the file open and its handle valid. What it could not write may be lost:
+// the runtime of Linux drops it, so that a second close succeeds without it. Failure for an empty slot.
 TOV_EXPORT eFileErrorCode Close(unsigned long long hFile);
 
-// Number of whole elements moved, 0 for an empty slot. Sizes count as 32-bit numbers. Between reading and writing one
-// file a Seek or a Flush has to stand.
+// Return the number of whole elements moved; 0 for an empty slot and for a null buffer. Sizes and counts are 32-bit
+// numbers. Between reading and writing one file a Seek or a Flush has to stand.
 TOV_EXPORT unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount);
 TOV_EXPORT unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount);
 
-// Reads a line with its line feed, at most nSize - 1 characters. Failure at the end of the file, on error, for size 0.
+// Reads a line with its line feed, at most nSize - 1 characters, and ends it. A size of 1 has room for the terminator
+// alone: it gives an empty text and success, and reads nothing, also at the end of the file. Failure, with the buffer
+// unchanged, at the end of the file, for an empty slot, for a null buffer and for a size of 0 or less; failure, with
+// anything in the buffer, for an error of the system.
 TOV_EXPORT eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize);
 
-// Writes a text. Settled: the result is the opposite of what happened, eFileFailure for a text that was written.
+// Writes a text. Settled: the result is the opposite of what happened, eFileFailure for a text that was written and
+// eFileSuccess for one that could not be, such as a null text. An empty slot gives eFileFailure.
 TOV_EXPORT eFileErrorCode Puts(unsigned long long hFile, const char* szText);
 
 // Formats as TOVPlatform::TOVStringA does and writes. The count of characters, before any translation of line ends;

@@ -1,5 +1,6 @@
 // File objects that are closed, and copies of them.
 #include "File/TOVOpenFile.h"
+#include "Support/TOVFullDisk.h"
 #include "Support/TOVNativeFile.h"
 #include "Support/TOVPrivateMember.h"
 
@@ -45,20 +46,66 @@ TEST_F(CTOVFileCloseTest, DoesNothingWhenItClosesAgain)
     EXPECT_EQ(4u, oOther.GetSize());
 }
 
-// Settled: the handle is forgotten even when the platform keeps the file.
-TEST_F(CTOVFileCloseTest, ForgetsAHandleThatThePlatformFailsToClose)
+// Settled: the handle is forgotten although the platform fails to close the file.
+TEST_F(CTOVFileCloseTest, GivesUpAFileThatThePlatformFailsToClose)
 {
+    const CFullDisk oFullDisk;
     CTOVFile oFile;
-    OpenWith(oFile, "", WRITE);
+    oFile.Open(oFullDisk.Path(), WRITE);
     oFile.Write("0123", 4);
     const unsigned long long hFile = HandleOf(oFile);
-    {
-        CUnusableStream oUnusable(File::CTOVHandleManager::Instance().GetFile(hFile));
-        EXPECT_NO_THROW(oFile.Close());
-    }
+
+    EXPECT_NO_CHECK(oFile.Close());
 
     EXPECT_FALSE(oFile.IsOpen());
-    EXPECT_EQ(File::eFileSuccess, File::Close(hFile));
+    EXPECT_EQ(hFile, NextHandle());
+    EXPECT_EQ(File::eFileFailure, File::Close(hFile));
+}
+
+TEST_F(CTOVFileCloseTest, OpensFilesHoweverOftenTheDiskWasFull)
+{
+    const CFullDisk oFullDisk;
+    for (unsigned long ulFile = 0; ulFile <= FILE_SLOTS; ++ulFile)
+    {
+        CTOVFile oFile;
+        ASSERT_NO_THROW(oFile.Open(oFullDisk.Path(), WRITE)) << "file " << ulFile;
+        oFile.Write("0123", 4);
+        oFile.Close();
+    }
+
+    CTOVFile oFile;
+    OpenWith(oFile, "0123", READ);
+    EXPECT_EQ(4u, oFile.GetSize());
+}
+
+TEST_F(CTOVFileCloseTest, GivesTheDescriptorOfAFullDiskBack)
+{
+    const CFullDisk oFullDisk;
+    int nDescriptor = -1;
+    for (int nFile = 0; nFile < 3; ++nFile)
+    {
+        CTOVFile oFile; // closed by its destructor
+        oFile.Open(oFullDisk.Path(), WRITE);
+        oFile.Write("0123", 4);
+
+        const int nOwn = DescriptorOf(File::CTOVHandleManager::Instance().GetFile(HandleOf(oFile)));
+        EXPECT_TRUE(nDescriptor == -1 || nDescriptor == nOwn) << nDescriptor << " and " << nOwn;
+        nDescriptor = nOwn;
+    }
+}
+
+TEST_F(CTOVFileCloseTest, LeavesACopyWithAStaleHandleOnAFullDiskToo)
+{
+    const CFullDisk oFullDisk;
+    CTOVFile oFile;
+    oFile.Open(oFullDisk.Path(), WRITE);
+    CTOVFile oCopy(oFile);
+    oFile.Write("0123", 4);
+
+    oFile.Close();
+
+    EXPECT_EQ(0u, oCopy.Write("x", 1));
+    EXPECT_NO_CHECK(oCopy.Close());
 }
 
 TEST_F(CTOVFileCloseTest, ClosesAtItsEnd)

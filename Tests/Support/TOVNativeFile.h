@@ -33,6 +33,9 @@ private:
     const unsigned long long m_ullBefore;
 };
 
+// The system's number of an open stream.
+int DescriptorOf(FILE* pFile);
+
 // Times of the last access and of the last change, in seconds since the start of 1970.
 void SetFileTimes(const std::string& sPath, long long llAccess, long long llChange);
 

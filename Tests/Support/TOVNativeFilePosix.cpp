@@ -47,6 +47,11 @@ CFewOpenFiles::~CFewOpenFiles()
     SetOpenFileLimit(m_ullBefore);
 }
 
+int DescriptorOf(FILE* pFile)
+{
+    return ::fileno(pFile);
+}
+
 void SetFileTimes(const std::string& sPath, long long llAccess, long long llChange)
 {
     const timespec aTimes[] = {{llAccess, 0}, {llChange, 0}};

@@ -24,6 +24,11 @@ CFewOpenFiles::CFewOpenFiles() : m_ullBefore(0)
 
 CFewOpenFiles::~CFewOpenFiles() = default;
 
+int DescriptorOf(FILE* pFile)
+{
+    return ::_fileno(pFile);
+}
+
 void SetFileTimes(const std::string& sPath, long long llAccess, long long llChange)
 {
     __utimbuf64 oTimes = {llAccess, llChange};

@@ -93,6 +93,22 @@ TEST_F(TOVPlatformFileTransferTest, MovesNothingForASizeOrACountOfZero)
     EXPECT_EQ("0123", CloseAndRead(hFile));
 }
 
+TEST_F(TOVPlatformFileTransferTest, MovesNothingWithoutABuffer)
+{
+    const unsigned long long hFile = OpenWith("0123", "r+b");
+
+    EXPECT_EQ(0u, File::Read(hFile, NULL, 0, 1));
+    EXPECT_EQ(0u, File::Read(hFile, NULL, 1, 4));
+    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, NULL, 1));
+    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, NULL, 8));
+    EXPECT_EQ(0, File::Tell(hFile));
+    EXPECT_EQ(0u, File::Write(hFile, NULL, 0, 1));
+    EXPECT_EQ(0u, File::Write(hFile, NULL, 1, 4));
+    EXPECT_EQ(File::eFileSuccess, File::Puts(hFile, NULL)); // turned around, as for every text that is not written
+
+    EXPECT_EQ("0123", CloseAndRead(hFile));
+}
+
 TEST_F(TOVPlatformFileTransferTest, CountsSizesIn32Bits)
 {
     const unsigned long long hFile = OpenWith("0123", "r+b");

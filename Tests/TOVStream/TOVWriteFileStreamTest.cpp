@@ -1,5 +1,6 @@
 // The stream that writes a file, opened by name.
 #include "Support/TOVExhaustedSystem.h"
+#include "Support/TOVFullDisk.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVStream/TOVStreamInstruments.h"
 
@@ -406,4 +407,18 @@ TEST_F(CTOVWriteFileStreamTest, WritesWhatAReaderLoadsByTheSameAssignedName)
     EXPECT_EQ(2, oReader.GetVersion());
     EXPECT_EQ(1234, nValue);
     EXPECT_EQ(Bytes({2, 0, 0, 0, 0xD2, 4, 0, 0}), Contents());
+}
+
+TEST_F(CTOVWriteFileStreamTest, OpensFilesHoweverOftenTheDiskWasFull)
+{
+    const CFullDisk oFullDisk;
+    for (int nFile = 0; nFile <= 1024; ++nFile)
+    {
+        std::unique_ptr<CTOVWriteFileStream> pStream;
+        ASSERT_NO_THROW(pStream = std::make_unique<CTOVWriteFileStream>(oFullDisk.Path(), false, 0))
+            << "file " << nFile;
+        pStream->Write("0123", 4);
+    }
+
+    EXPECT_NO_THROW(CTOVWriteFileStream(Name(), false, 0));
 }

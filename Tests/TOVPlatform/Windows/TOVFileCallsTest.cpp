@@ -55,6 +55,20 @@ DWORD Written(unsigned long ulAttributes)
     return s_dwAttributes;
 }
 
+int s_nTransfers;
+
+std::size_t CountRead(void*, std::size_t, std::size_t, FILE*)
+{
+    ++s_nTransfers;
+    return 0;
+}
+
+std::size_t CountWrite(const void*, std::size_t, std::size_t, FILE*)
+{
+    ++s_nTransfers;
+    return 0;
+}
+
 std::string s_sName;
 std::string s_sMode;
 
@@ -217,6 +231,22 @@ TEST(TOVWindowsFileOpenTest, LeavesCommittingToThoseThatWrite)
             EXPECT_EQ(szMode, s_sMode);
         }
     }
+}
+
+TEST(TOVWindowsFileTransferTest, HandsNoNullBufferToTheRuntime)
+{
+    const CTempFolder oFolder;
+    const unsigned long long hFile = File::Open(oFolder.File("file").c_str(), "w+b");
+    s_nTransfers = 0;
+    {
+        const CImportHook oRead("fread", &CountRead);
+        const CImportHook oWrite("fwrite", &CountWrite);
+        File::Read(hFile, NULL, 0, 1);
+        File::Write(hFile, NULL, 0, 1);
+    }
+
+    EXPECT_EQ(0, s_nTransfers);
+    File::Close(hFile);
 }
 
 TEST(TOVWindowsFileExistsTest, AsksForExistenceAlone)

@@ -1,0 +1,11 @@
+// The end of a file whose owner forgets its handle. Internal and not exported: applications use CTOVFile.
+#pragma once
+
+namespace TOVPlatform
+{
+namespace TOVFile
+{
+// Closes the stream and frees its slot, although what it still holds may be lost. An empty slot is left alone.
+void Discard(unsigned long long hFile);
+} // namespace TOVFile
+} // namespace TOVPlatform

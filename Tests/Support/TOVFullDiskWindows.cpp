@@ -1,0 +1,34 @@
+#include "Support/TOVFullDisk.h"
+
+#include "Support/TOVImportHook.h"
+#include "Support/TOVTestSupport.h"
+
+#include <cerrno>
+#include <cstdio>
+
+namespace
+{
+int RefuseToFlush(FILE*)
+{
+    errno = ENOSPC;
+    return EOF;
+}
+} // namespace
+
+struct CFullDisk::sSystem
+{
+    const CTempFolder oFolder;
+    const std::string sFile = oFolder.File("full");
+    const CImportHook oFlush{"fflush", &RefuseToFlush};
+};
+
+CFullDisk::CFullDisk() : m_pSystem(std::make_unique<sSystem>())
+{
+}
+
+CFullDisk::~CFullDisk() = default;
+
+const char* CFullDisk::Path() const
+{
+    return m_pSystem->sFile.c_str();
+}
