@@ -144,9 +144,17 @@ const wchar_t* FindLastCharacter(const wchar_t* szString, wchar_t cUnit)
 
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
-    wchar_t* const szEnd = szString + Length(szString);
-    wchar_t* const szFound = std::search(szString, szEnd, szSubString, szSubString + Length(szSubString));
-    return (szFound != szEnd) ? szFound : NULL;
+    // The text is not measured first: it may be the rest of a long one, with a hit close by.
+    for (;; ++szString)
+    {
+        int nEqual = 0;
+        while ((szSubString[nEqual] != 0) && (szString[nEqual] == szSubString[nEqual]))
+            ++nEqual;
+        if (szSubString[nEqual] == 0)
+            return szString;
+        if (szString[nEqual] == 0)
+            return NULL;
+    }
 }
 
 const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)

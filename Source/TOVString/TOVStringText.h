@@ -133,16 +133,15 @@ public:
         return BeginsWith(LoweredCopy(oString), LoweredCopy(oOther));
     }
 
-    // Settled: a suffix one character longer than the string makes -1 on both sides, which counts as found.
     static bool EndsWith(const TString& oString, const TString& oOther)
     {
-        return LastPosition(oString, oOther) == oString.m_nStringLength - oOther.m_nStringLength;
+        return IsLastPosition(oString, oOther, oString.m_nStringLength - oOther.m_nStringLength);
     }
 
     static bool EndsWithNoCase(const TString& oString, const TString& oOther)
     {
-        return LastPosition(LoweredCopy(oString), LoweredCopy(oOther)) ==
-               oString.m_nStringLength - oOther.m_nStringLength;
+        return IsLastPosition(LoweredCopy(oString), LoweredCopy(oOther),
+                              oString.m_nStringLength - oOther.m_nStringLength);
     }
 
     // Comparing
@@ -343,12 +342,39 @@ private:
         return oCopy;
     }
 
-    // The last position of oOther's text, hits overlapping; -1 for none.
-    static int LastPosition(const TString& oString, const TString& oOther)
+    // Whether the last position of oOther's text, hits overlapping and -1 for none, is the given one.
+    static bool IsLastPosition(const TString& oString, const TString& oOther, int nPosition)
     {
+        const tUnit* const szOther = oOther.GetString();
+        const int nFirst = oString.Find(szOther);
+        // Settled: a suffix one character longer than the string makes -1 on both sides, which counts as found.
+        if (nFirst == -1 || nPosition < nFirst)
+            return nFirst == nPosition;
+
+        // Where units are characters, every hit is reached, and the walk can begin at the position itself.
+        const tUnit* const szText = oString.GetString();
+        const int nLast = TOVStringPlatform::Length(szText) - TOVStringPlatform::Length(szOther);
+        const bool bUnits = nPosition <= nLast && TOVStringPlatform::NInc(szText, nPosition) == szText + nPosition;
+        return LastPosition(oString, szOther, bUnits ? nPosition : 0, nLast) == nPosition;
+    }
+
+    // The last position that a walk from hit to hit reaches, none of which can be behind nLast; -1 for none. Units in
+    // front of nStart are characters. Settled: each search starts as many characters from the start of the text as the
+    // hit before it has units in front of it, plus 1. Behind characters of more than one unit that leaves hits out.
+    static int LastPosition(const TString& oString, const tUnit* szOther, int nStart, int nLast)
+    {
+        tUnit* const szText = const_cast<tUnit*>(oString.GetString());
+        tUnit* szStart = szText + nStart;
         int nPosition = -1;
-        for (int nHit; (nHit = oString.Find(oOther.GetString(), nPosition + 1)) != -1;)
+        while (nStart <= oString.m_nStringLength && szStart - szText <= nLast)
+        {
+            const int nHit = IndexOf(oString, TOVStringPlatform::FindString(szStart, szOther));
+            if (nHit <= nPosition) // also where a step stays in front of a character that the terminator cuts off
+                break;
             nPosition = nHit;
+            szStart = TOVStringPlatform::NInc(szStart, nHit + 1 - nStart);
+            nStart = nHit + 1;
+        }
         return nPosition;
     }
 
@@ -380,13 +406,35 @@ private:
         return nHits;
     }
 
+    // Calls fnReplace for each hit that is replaced, front to back, and returns their number. Settled: segments whose
+    // place in the new text is at nLimit or behind it are not looked at.
+    template<class TFunction>
+    static int VisitHits(tUnit* szText, int nLength, const tUnit* szOld, int nDifference, int nLimit,
+                         TFunction fnReplace)
+    {
+        const int nOldLength = TOVStringPlatform::Length(szOld);
+        const tUnit* const pEnd = szText + nLength;
+        int nHits = 0;
+        for (tUnit* szSegment = szText; szSegment < pEnd && szSegment - szText + nHits * nDifference < nLimit;
+             szSegment = NextSegment(szSegment))
+        {
+            while (tUnit* szHit = NextHit(szSegment, pEnd, szOld, nOldLength))
+            {
+                szSegment = szHit + nOldLength;
+                fnReplace(szHit);
+                ++nHits;
+            }
+        }
+        return nHits;
+    }
+
     static void ReplaceHits(TString& oString, const tUnit* szOld, const tUnit* szNew, int nHits)
     {
         const int nOldLength = TOVStringPlatform::Length(szOld);
         const int nReplacementLength = TOVStringPlatform::Length(szNew);
         const int nDifference = nReplacementLength - nOldLength;
-        int nRunningLength = oString.m_nStringLength;
-        const int nNewLength = tStore::CheckedLength(static_cast<long long>(nDifference) * nHits + nRunningLength);
+        const int nTextLength = oString.m_nStringLength;
+        const int nNewLength = tStore::CheckedLength(static_cast<long long>(nDifference) * nHits + nTextLength);
         if (oString.m_oData.GetSize() < nNewLength + 1)
         {
             oString.m_oData.Resize(nNewLength + 1, true);
@@ -394,23 +442,53 @@ private:
             oString.m_nStringLength = nNewLength;
         }
 
+        // A text that grows is first moved to where it will end, so that what is written never overtakes what is read.
         // Settled: in a block that did not grow, segments are looked for up to the old length only.
         tUnit* const szText = oString.GetString();
-        const tUnit* const pEnd = szText + oString.m_nStringLength;
-        for (tUnit* szSegment = szText; szSegment < pEnd; szSegment = NextSegment(szSegment))
+        const int nLimit = oString.m_nStringLength;
+        tUnit* szSource = szText;
+        if (nDifference > 0)
         {
-            while (tUnit* szHit = NextHit(szSegment, szText + nRunningLength, szOld, nOldLength))
-            {
-                const int nRest = nRunningLength - static_cast<int>(szHit - szText) - nOldLength;
-                szSegment = szHit + nReplacementLength; // the replacement is never searched again
-                Move(szSegment, szHit + nOldLength, nRest);
-                Move(szHit, szNew, nReplacementLength);
-                nRunningLength += nDifference;
-                szText[nRunningLength] = 0;
-            }
+            szSource += nDifference * VisitHits(szText, nTextLength, szOld, nDifference, nLimit, [](const tUnit*) {});
+            Move(szSource, szText, nTextLength);
         }
+
+        tUnit* pWritten = szText;
+        const tUnit* pRead = szSource;
+        const int nReplaced = VisitHits(szSource, nTextLength, szOld, nDifference, nLimit, [&](const tUnit* szHit) {
+            pWritten = Append(pWritten, pRead, szHit);
+            pWritten = Append(pWritten, szNew, szNew + nReplacementLength);
+            pRead = szHit + nOldLength;
+        });
+        pWritten = Append(pWritten, pRead, szSource + nTextLength);
+        if (nReplaced > 0)
+            *pWritten = 0;
+        if (nDifference < 0)
+            EndShrunkText(szText + nTextLength, -nDifference, nReplaced);
+
         TOV_ASSERT_TEXT_AT(SOURCE, szText[nNewLength] == 0, "GetData()->GetBuffer()[nNewLength] == '\\0'");
         oString.m_nStringLength = nNewLength;
+    }
+
+    // Copies the units and returns the place behind the copies.
+    static tUnit* Append(tUnit* pDestination, const tUnit* pBegin, const tUnit* pEnd)
+    {
+        const int nCount = static_cast<int>(pEnd - pBegin);
+        Move(pDestination, pBegin, nCount);
+        return pDestination + nCount;
+    }
+
+    // Settled: each replacement moves the rest of the text and ends it anew, and what it leaves behind the text can be
+    // seen through sharers of the block and by Left: a terminator for each, and between two of them the text's last
+    // units again.
+    static void EndShrunkText(tUnit* pOldEnd, int nShrinkage, int nReplaced)
+    {
+        for (int nMove = 1; nMove <= nReplaced; ++nMove)
+        {
+            tUnit* const pEnd = pOldEnd - nMove * nShrinkage;
+            *pEnd = 0;
+            Move(pEnd + 1, pOldEnd - nShrinkage + 1, nShrinkage - 1);
+        }
     }
 
     static void Move(tUnit* pDestination, const tUnit* pSource, int nCount)
