@@ -88,12 +88,17 @@ public:
     CTOVArray& operator=(const CTOVArray& oArray);
 
     // Sorts in ascending order of pfCompare (see ISorter) by heap sort. Not stable. Elements are read and written by
-    // the virtual operations, so that it works on derived arrays too.
+    // the virtual operations, so that it works on derived arrays too. A comparison that gives a bool or an unsigned
+    // number does not compile.
     template<class TCompare> void Sort(TCompare pfCompare);
 
     // Heap sort (Floyd's bottom-up construction, Williams' sift-down) of one array, which it does not own.
     template<class TCompare> class CHeapSort : public ISorter<TCompare>
     {
+        static_assert(!std::is_unsigned_v<std::decay_t<std::invoke_result_t<TCompare&, const T&, const T&>>>,
+                      "a comparison returns an int: below 0 when the first element orders before the second, above 0 "
+                      "when after, else 0; a bool is never below 0");
+
     public:
         void Sort(TCompare pfCompare) override;
 
