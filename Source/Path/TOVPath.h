@@ -4,6 +4,8 @@
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
 #include <TOVString/TOVStringA.h>
 
+#include <iosfwd>
+
 // A path held exactly as given: nothing is normalised, made absolute or looked up, and "." and ".." are names like any
 // other. The structure is read from the text at each call. Owns one text, shared between copies as CTOVStringA shares
 // it: a change in place, such as MakeLower, reaches all sharers. No lock: one thread at a time.
@@ -42,6 +44,14 @@ public:
 
     // The characters; NULL for a path that never had any.
     const char* operator~() const;
+
+    // Writes the characters to a stream of the standard library, as for a string.
+    template<class TTraits>
+    friend std::basic_ostream<char, TTraits>& operator<<(std::basic_ostream<char, TTraits>& oStream,
+                                                         const CTOVPath& oPath)
+    {
+        return oStream << oPath.m_oPath;
+    }
 
     long GetLength() const;
     bool IsEmpty() const;

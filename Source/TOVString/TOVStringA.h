@@ -6,6 +6,7 @@
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
 
 #include <cstdarg>
+#include <iosfwd>
 
 class CTOVStringA;
 class CTOVStringW;
@@ -81,6 +82,15 @@ public:
     operator const tChar*() const { return GetString(); }
     const char* operator~() const { return GetString(); }
     const CTOVBuffer<char>* GetData() const { return &m_oData; }
+
+    // Writes the text, up to its first 0, to a stream of the standard library, which fills it to the stream's width. A
+    // null pointer, which the conversion above gives for a string without a block, would end the stream's output.
+    template<class TTraits>
+    friend std::basic_ostream<char, TTraits>& operator<<(std::basic_ostream<char, TTraits>& oStream,
+                                                         const CTOVStringA& oString)
+    {
+        return oStream << (oString.IsEmpty() ? "" : oString.GetString());
+    }
 
     // The character as 0 to 255; SetAt stores the low 8 bits into the block as it is, shared or not.
     // Throw unless 0 <= lIndex < GetLength().

@@ -6,6 +6,7 @@
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
 
 #include <cstdarg>
+#include <iosfwd>
 
 class CTOVStringA;
 class CTOVStringW;
@@ -67,6 +68,14 @@ public:
     operator const wchar_t*() const { return GetString(); }
     const wchar_t* operator~() const { return GetString(); }
     const CTOVBuffer<wchar_t>* GetData() const { return &m_oData; }
+
+    // Writes the text to a wide stream. The runtime's wide streams take 16-bit units on Windows alone.
+    template<class TTraits>
+    friend std::basic_ostream<wchar_t, TTraits>& operator<<(std::basic_ostream<wchar_t, TTraits>& oStream,
+                                                            const CTOVStringW& oString)
+    {
+        return oStream << (oString.IsEmpty() ? L"" : oString.GetString());
+    }
 
     // Throw unless 0 <= lIndex < GetLength().
     int GetAt(long lIndex) const;

@@ -4,6 +4,8 @@
 #include <TOVString/TOVResourceLoader.h>
 
 #include <climits>
+#include <iomanip>
+#include <sstream>
 #include <type_traits>
 
 namespace
@@ -580,4 +582,13 @@ TEST(CTOVPathTest, ReplacesSeparatorsForAllSharers)
     oSecond.MakeBackwardslashes();
 
     EXPECT_EQ("a\\b", Text(oFirst));
+}
+
+TEST(CTOVPathTest, IsWrittenToAStream)
+{
+    std::ostringstream oStream;
+
+    oStream << CTOVPath("a/b") << '|' << CTOVPath() << '|' << std::setw(4) << CTOVPath("c");
+
+    EXPECT_EQ("a/b||   c", oStream.str());
 }
