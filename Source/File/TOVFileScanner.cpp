@@ -9,6 +9,39 @@ namespace
 {
 const char EVERYTHING[] = "*.*";
 
+// A directory search that closes itself. FindFirst and FindNext report whether there is an entry.
+class CSearch
+{
+public:
+    explicit CSearch(const CTOVPath& oPattern)
+        : m_hFind(TOVPlatform::TOVFile::FindFirst(~oPattern, &m_oFindData)), m_bForeign(false)
+    {
+    }
+
+    ~CSearch()
+    {
+        if (!m_bForeign)
+            TOVPlatform::TOVFile::FindClose(m_hFind);
+    }
+
+    CSearch(const CSearch&) = delete;
+    CSearch& operator=(const CSearch&) = delete;
+
+    bool HasBegun() const { return m_hFind != FILE_INVALID_HANDLE; }
+
+    bool Next() { return TOVPlatform::TOVFile::FindNext(m_hFind, &m_oFindData); }
+
+    const TOVPlatform::TOVFile::sTOVFindData& Entry() const { return m_oFindData; }
+
+    // While foreign code is at work, the search stays open at its own end.
+    void SetForeign(bool bForeign) { m_bForeign = bForeign; }
+
+private:
+    TOVPlatform::TOVFile::sTOVFindData m_oFindData;
+    const unsigned long long m_hFind;
+    bool m_bForeign;
+};
+
 bool IsDirectory(const TOVPlatform::TOVFile::sTOVFindData& oFindData)
 {
     return (oFindData.ulAttributes & TOVPlatform::TOVFile::eFileAttributeDirectory) != 0;
@@ -52,8 +85,6 @@ void CTOVFileScanner::Run(tScannerCallback pCallback, unsigned long long ullUser
 void CTOVFileScanner::ScanForFiles(const CTOVPath& oDirectory, const CTOVPath& oPattern, bool bIncludeSubDirs,
                                    tScannerCallback pCallback, unsigned long long ullUserValue)
 {
-    using namespace TOVPlatform;
-
     sTOVFileDescriptor oDescriptor;
     oDescriptor.oDirectory = oDirectory;
     oDescriptor.oSearchPath = MakeOwnPath(oDirectory);
@@ -66,20 +97,21 @@ void CTOVFileScanner::ScanForFiles(const CTOVPath& oDirectory, const CTOVPath& o
     oDescriptor.oSearchPath.Append(oPattern);
 
     bool bStopped = false;
-    TOVFile::sTOVFindData oFindData;
-    const unsigned long long hFind = TOVFile::FindFirst(~oDescriptor.oSearchPath, &oFindData);
-    for (bool bFound = hFind != FILE_INVALID_HANDLE; bFound && !bStopped;)
     {
-        if (!IsDirectory(oFindData))
+        CSearch oSearch(oDescriptor.oSearchPath);
+        for (bool bFound = oSearch.HasBegun(); bFound && !bStopped;)
         {
-            oDescriptor.oFileName = oFindData.szName;
-            bStopped = pCallback(eScannerModeFile, &oDescriptor, ullUserValue) == eScannerStop;
+            if (!IsDirectory(oSearch.Entry()))
+            {
+                oDescriptor.oFileName = oSearch.Entry().szName;
+                oSearch.SetForeign(true);
+                bStopped = pCallback(eScannerModeFile, &oDescriptor, ullUserValue) == eScannerStop;
+                oSearch.SetForeign(false);
+            }
+            if (!bStopped)
+                bFound = oSearch.Next();
         }
-        if (!bStopped)
-            bFound = TOVFile::FindNext(hFind, &oFindData);
     }
-    TOVFile::FindClose(hFind);
-
     if (bStopped || !bIncludeSubDirs)
         return;
 
@@ -91,18 +123,14 @@ void CTOVFileScanner::ScanForFiles(const CTOVPath& oDirectory, const CTOVPath& o
 // search path's own "*.*" stays inside the paths that come out.
 void CTOVFileScanner::FetchSubDirectories(const CTOVPath& oSearchPath, CTOVArray<CTOVStringA>& aSubDirectories) const
 {
-    using namespace TOVPlatform;
-
-    TOVFile::sTOVFindData oFindData;
-    const unsigned long long hFind = TOVFile::FindFirst(~oSearchPath, &oFindData);
-    while (TOVFile::FindNext(hFind, &oFindData))
+    CSearch oSearch(oSearchPath);
+    while (oSearch.Next())
     {
-        if (IsDirectory(oFindData) && oFindData.szName[0] != '.')
+        if (IsDirectory(oSearch.Entry()) && oSearch.Entry().szName[0] != '.')
         {
             CTOVPath oSubDirectory(oSearchPath);
-            oSubDirectory.Append(CTOVPath(oFindData.szName));
+            oSubDirectory.Append(CTOVPath(oSearch.Entry().szName));
             aSubDirectories.Add(oSubDirectory.AsString());
         }
     }
-    TOVFile::FindClose(hFind);
 }

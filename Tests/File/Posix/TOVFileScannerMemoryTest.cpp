@@ -1,0 +1,46 @@
+// The scanner when memory runs out.
+#include "File/TOVScanInstruments.h"
+#include "Support/TOVAllocationCounter.h"
+
+#include <filesystem>
+#include <new>
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+static CTOVFileScanner::eScannerControl TakeNothing(CTOVFileScanner::eScannerMode, CTOVFileScanner::sTOVFileDescriptor*,
+                                                    unsigned long long)
+{
+    return CTOVFileScanner::eScannerContinue;
+}
+
+static long CountDescriptors()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST(CTOVFileScannerMemoryTest, ClosesItsSearchesWhereverMemoryRunsOut)
+{
+    const CTempFolder oFolder;
+    std::filesystem::create_directories(oFolder.File("sub"));
+    WriteWholeFile(oFolder.File("a-name-that-is-longer-than-any-buffer.txt"), "");
+    CTOVFileScanner oScanner;
+    oScanner.AddScanDirectory(oFolder.Path().c_str(), "*.txt");
+    const long lBefore = CountDescriptors();
+    int nFailed = 0;
+
+    for (unsigned long ulSuccesses = 0; ulSuccesses < 200; ++ulSuccesses)
+    {
+        try
+        {
+            const CAllocationFailure oFailure(ulSuccesses);
+            oScanner.Run(&TakeNothing, 0);
+        }
+        catch (const std::bad_alloc&)
+        {
+            ++nFailed;
+        }
+    }
+
+    EXPECT_LT(10, nFailed);
+    EXPECT_EQ(lBefore, CountDescriptors());
+}
+#endif
