@@ -169,15 +169,15 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
     return ulMode == oStat.st_mode || ::chmod(oName, ulMode & ALL_PERMISSIONS) == 0;
 }
 
-unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
+eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned long long& hFind)
 {
-    return CFileSearch::Begin(szPattern, *pFindData);
+    return CFileSearch::Begin(szPattern, *pFindData, hFind);
 }
 
-bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData)
 {
     const std::shared_ptr<CFileSearch> pSearch = CFileSearch::Find(hFind);
-    return pSearch != NULL && pSearch->Next(*pFindData);
+    return pSearch != NULL ? pSearch->Next(*pFindData) : eFindFailure;
 }
 
 void FindClose(unsigned long long hFind)

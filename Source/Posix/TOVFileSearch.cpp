@@ -5,6 +5,7 @@
 #include <Posix/TOVProcessLocks.h>
 #include <TOVPlatform/TOVFileBackend.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -52,6 +53,12 @@ unsigned long long Register(std::shared_ptr<CFileSearch> pSearch)
     return pNew->hSearch;
 }
 
+// After a failed call: whether it failed because there is no such file.
+bool IsNothingThere()
+{
+    return errno == ENOENT || errno == ENOTDIR;
+}
+
 // Where the last component of a name begins.
 const char* FindLastComponent(const char* szName)
 {
@@ -61,7 +68,7 @@ const char* FindLastComponent(const char* szName)
     return pLast != NULL ? pLast + 1 : szName;
 }
 
-// Fills the record for a name without wildcards.
+// Fills the record for a name without wildcards. Sets errno on failure.
 bool FillExact(sTOVFindData& oFindData, const char* szName)
 {
     const CFileName oName(szName);
@@ -79,7 +86,11 @@ bool FillExact(sTOVFindData& oFindData, const char* szName)
 
     // A directory that is named by its place is found under its own name; the root has none.
     char* szReal = ::realpath(oName, NULL);
-    const bool bFound = szReal != NULL && szReal[1] != 0 && FillStatus(oFindData, AT_FDCWD, szReal);
+    if (szReal == NULL)
+        return false;
+
+    errno = ENOENT;
+    const bool bFound = szReal[1] != 0 && FillStatus(oFindData, AT_FDCWD, szReal);
     if (bFound)
         SetName(oFindData, std::strrchr(szReal, '/') + 1);
     std::free(szReal);
@@ -87,30 +98,36 @@ bool FillExact(sTOVFindData& oFindData, const char* szName)
 }
 } // namespace
 
-unsigned long long CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData)
+eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, unsigned long long& hFind)
 {
     const char* szMask = FindLastComponent(szPattern);
     const std::size_t ulFolderLength = szMask - szPattern;
     if (*szMask == 0 || CFilePattern::HasWildcard(szPattern, ulFolderLength))
-        return FILE_INVALID_HANDLE;
+        return eFindEnd;
 
     // The very name goes before one that differs in case alone. A place has no such other.
     const bool bWildcard = CFilePattern::HasWildcard(szMask, std::strlen(szMask));
     if (!bWildcard && FillExact(oFindData, szPattern))
-        return Register(std::make_shared<CFileSearch>(static_cast<DIR*>(NULL), szMask));
+    {
+        hFind = Register(std::make_shared<CFileSearch>(tFolder(), szMask));
+        return eFindEntry;
+    }
     if (!bWildcard && IsNavigationEntry(szMask))
-        return FILE_INVALID_HANDLE;
+        return IsNothingThere() ? eFindEnd : eFindFailure;
 
     // The separator before the mask belongs to the directory only where it is all that there is.
     const std::string oFolder = ulFolderLength == 0   ? "."
                                 : ulFolderLength == 1 ? "/"
                                                       : std::string(szPattern, ulFolderLength - 1);
-    DIR* pFolder = ::opendir(CFileName(oFolder.c_str()));
+    tFolder pFolder(::opendir(CFileName(oFolder.c_str())));
     if (pFolder == NULL)
-        return FILE_INVALID_HANDLE;
+        return IsNothingThere() ? eFindEnd : eFindFailure;
 
-    std::shared_ptr<CFileSearch> pSearch = std::make_shared<CFileSearch>(pFolder, szMask);
-    return pSearch->Next(oFindData) ? Register(std::move(pSearch)) : FILE_INVALID_HANDLE;
+    std::shared_ptr<CFileSearch> pSearch = std::make_shared<CFileSearch>(std::move(pFolder), szMask);
+    const eFindResult eResult = pSearch->Next(oFindData);
+    if (eResult == eFindEntry)
+        hFind = Register(std::move(pSearch));
+    return eResult;
 }
 
 std::shared_ptr<CFileSearch> CFileSearch::Find(unsigned long long hSearch)
@@ -140,41 +157,43 @@ void CFileSearch::End(unsigned long long hSearch)
     delete pFound; // closes the directory, unless another thread is still at work with it
 }
 
-CFileSearch::CFileSearch(DIR* pFolder, const char* szMask)
-    : m_pFolder(pFolder), m_oPattern(szMask), m_nNavigationEntries(0)
+CFileSearch::CFileSearch(tFolder pFolder, const char* szMask)
+    : m_pFolder(std::move(pFolder)), m_oPattern(szMask), m_nNavigationEntries(0), m_bFailed(false)
 {
 }
 
-CFileSearch::~CFileSearch()
-{
-    if (m_pFolder != NULL)
-        ::closedir(m_pFolder);
-}
-
-bool CFileSearch::Next(sTOVFindData& oFindData)
+eFindResult CFileSearch::Next(sTOVFindData& oFindData)
 {
     if (m_pFolder == NULL)
-        return false;
+        return eFindEnd;
 
     while (m_nNavigationEntries < NUM_NAVIGATION_ENTRIES)
     {
         if (Accept(oFindData, NAVIGATION_ENTRIES[m_nNavigationEntries++]))
-            return true;
+            return eFindEntry;
     }
 
-    while (const struct dirent* pEntry = ::readdir(m_pFolder))
+    errno = 0; // the end leaves it alone
+    while (const struct dirent* pEntry = ::readdir(m_pFolder.get()))
     {
         if (!IsNavigationEntry(pEntry->d_name) && Accept(oFindData, pEntry->d_name))
-            return true;
+            return eFindEntry;
+        errno = 0;
     }
-    return false;
+    m_bFailed = m_bFailed || errno != 0;
+    return m_bFailed ? eFindFailure : eFindEnd;
 }
 
 // An entry that is gone by now is no entry.
 bool CFileSearch::Accept(sTOVFindData& oFindData, const char* szName)
 {
-    if (!m_oPattern.Matches(szName) || !FillStatus(oFindData, ::dirfd(m_pFolder), szName))
+    if (!m_oPattern.Matches(szName))
         return false;
+    if (!FillStatus(oFindData, ::dirfd(m_pFolder.get()), szName))
+    {
+        m_bFailed = m_bFailed || errno != ENOENT;
+        return false;
+    }
 
     SetName(oFindData, szName);
     return true;

@@ -20,30 +20,33 @@ namespace Backend
 class CFileSearch
 {
 public:
-    // Starts a search and fills the record with its first entry. FILE_INVALID_HANDLE if there is none.
-    static unsigned long long Begin(const char* szPattern, sTOVFindData& oFindData);
+    // Starts a search and fills the record with its first entry. Stores the handle only if there is one.
+    static eFindResult Begin(const char* szPattern, sTOVFindData& oFindData, unsigned long long& hFind);
 
     // The search behind a handle, null if there is none.
     static std::shared_ptr<CFileSearch> Find(unsigned long long hSearch);
 
     static void End(unsigned long long hSearch);
 
-    // pFolder is null for a search that ends behind its first entry; otherwise it is owned.
-    CFileSearch(DIR* pFolder, const char* szMask);
-    ~CFileSearch();
+    struct sCloseFolder
+    {
+        void operator()(DIR* pFolder) const { ::closedir(pFolder); }
+    };
+    typedef std::unique_ptr<DIR, sCloseFolder> tFolder;
 
-    CFileSearch(const CFileSearch&) = delete;
-    CFileSearch& operator=(const CFileSearch&) = delete;
+    // pFolder is null for a search that ends after its first entry.
+    CFileSearch(tFolder pFolder, const char* szMask);
 
-    // Fills the record with the next entry; false at the end.
-    bool Next(sTOVFindData& oFindData);
+    // Fills the record with the next entry. An entry that the system cannot look at is remembered for the end.
+    eFindResult Next(sTOVFindData& oFindData);
 
 private:
     bool Accept(sTOVFindData& oFindData, const char* szName);
 
-    DIR* m_pFolder;
+    const tFolder m_pFolder;
     CFilePattern m_oPattern;
     int m_nNavigationEntries; // how many of `.` and `..` are behind it
+    bool m_bFailed;           // not all entries were seen
 };
 } // namespace Backend
 } // namespace TOVFile

@@ -217,12 +217,25 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
 
 unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
 {
-    return szPattern != NULL ? Backend::FindFirst(szPattern, pFindData) : FILE_INVALID_HANDLE;
+    unsigned long long hFind;
+    FindFirstEntry(szPattern, pFindData, &hFind);
+    return hFind;
 }
 
 bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
 {
-    return hFind != 0 && hFind != FILE_INVALID_HANDLE && Backend::FindNext(hFind, pFindData);
+    return FindNextEntry(hFind, pFindData) == eFindEntry;
+}
+
+eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, unsigned long long* phFind)
+{
+    *phFind = FILE_INVALID_HANDLE;
+    return szPattern != NULL ? Backend::FindFirst(szPattern, pFindData, *phFind) : eFindEnd;
+}
+
+eFindResult FindNextEntry(unsigned long long hFind, sTOVFindData* pFindData)
+{
+    return hFind != 0 && hFind != FILE_INVALID_HANDLE ? Backend::FindNext(hFind, pFindData) : eFindFailure;
 }
 
 void FindClose(unsigned long long hFind)

@@ -55,6 +55,14 @@ enum eFileAttribute
     eFileAttributeTemporary = 0x80
 };
 
+// What a step of a search has come to. There is no zero value here either.
+enum eFindResult
+{
+    eFindEntry = 1,    // an entry was found, and the record is filled
+    eFindEnd = 2,      // there is no such entry, or no more of them
+    eFindFailure = -1, // the system could not look at all entries: nobody knows whether there are more
+};
+
 // One entry of a directory search. Times are ticks of 100 nanoseconds since the start of 1601.
 struct sTOVFindData
 {
@@ -130,8 +138,17 @@ TOV_EXPORT bool SetAttributes(const char* szName, unsigned long ulAttributes);
 // component. A handle has to be given to FindClose.
 TOV_EXPORT unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData);
 
-// Fills the record with the next entry; false at the end, and for a handle that is none.
+// Fills the record with the next entry; false at the end, for a handle that is none, and where the directory cannot be
+// read any further. FindNextEntry tells these apart.
 TOV_EXPORT bool FindNext(unsigned long long hFind, sTOVFindData* pFindData);
+
+// Do the same as FindFirst and FindNext, and tell an end from a failure. FindFirstEntry stores the handle, which is
+// FILE_INVALID_HANDLE unless it finds an entry. A missing directory, a null pattern and a wildcard before the last
+// component are an end. An entry that the system cannot look at is passed over; the search goes on, and comes to a
+// failure where it would have come to its end. A handle that is none is a failure. The record changes for an entry
+// alone.
+TOV_EXPORT eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, unsigned long long* phFind);
+TOV_EXPORT eFindResult FindNextEntry(unsigned long long hFind, sTOVFindData* pFindData);
 
 TOV_EXPORT void FindClose(unsigned long long hFind);
 

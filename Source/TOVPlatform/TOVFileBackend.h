@@ -43,10 +43,10 @@ void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFil
 unsigned long GetAttributes(const char* szName);
 bool SetAttributes(const char* szName, unsigned long ulAttributes);
 
-// A search as TOVFile.h tells it. FILE_INVALID_HANDLE, and the record unchanged, if nothing is found. FindNext and
-// FindClose see neither 0 nor FILE_INVALID_HANDLE.
-unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData);
-bool FindNext(unsigned long long hFind, sTOVFindData* pFindData);
+// A search as TOVFile.h tells it for FindFirstEntry and FindNextEntry. The handle is stored for an entry alone.
+// FindNext and FindClose see neither 0 nor FILE_INVALID_HANDLE.
+eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned long long& hFind);
+eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData);
 void FindClose(unsigned long long hFind);
 
 // Puts an entry's name into a record.

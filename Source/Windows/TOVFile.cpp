@@ -79,6 +79,23 @@ unsigned long long Join(DWORD dwHigh, DWORD dwLow)
     return static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
 }
 
+// What a search has come to that does not begin. These errors mean that nothing has such a name, or can have it.
+eFindResult ResultOfNoBegin(DWORD dwError)
+{
+    switch (dwError)
+    {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_NO_MORE_FILES:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_DIRECTORY:
+        return eFindEnd;
+    default:
+        return eFindFailure;
+    }
+}
+
 void Fill(sTOVFindData& oFindData, const WIN32_FIND_DATAA& oNative)
 {
     oFindData.ulAttributes = FromNativeAttributes(oNative.dwFileAttributes);
@@ -164,23 +181,26 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
     return ::SetFileAttributesA(szName, ToNativeAttributes(ulAttributes)) != FALSE;
 }
 
-unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
+eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned long long& hFind)
 {
     WIN32_FIND_DATAA oNative;
     const HANDLE hNative = ::FindFirstFileA(szPattern, &oNative);
-    if (hNative != INVALID_HANDLE_VALUE)
-        Fill(*pFindData, oNative);
-    return FromNativeSearch(hNative);
+    if (hNative == INVALID_HANDLE_VALUE)
+        return ResultOfNoBegin(::GetLastError());
+
+    Fill(*pFindData, oNative);
+    hFind = FromNativeSearch(hNative);
+    return eFindEntry;
 }
 
-bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData)
 {
     WIN32_FIND_DATAA oNative;
     if (::FindNextFileA(ToNativeSearch(hFind), &oNative) == FALSE)
-        return false;
+        return ::GetLastError() == ERROR_NO_MORE_FILES ? eFindEnd : eFindFailure;
 
     Fill(*pFindData, oNative);
-    return true;
+    return eFindEntry;
 }
 
 void FindClose(unsigned long long hFind)

@@ -1,0 +1,33 @@
+// Directories that fail while they are read, for the searches that the library makes.
+#pragma once
+
+#include <memory>
+#include <string>
+
+// While it lives, the constructing thread can read that many entries of directories, `.` and `..` included, and then
+// the system reports a read error for every further one.
+class CDirectoryFault
+{
+public:
+    explicit CDirectoryFault(unsigned long ulGoodEntries);
+    ~CDirectoryFault();
+    CDirectoryFault(const CDirectoryFault&) = delete;
+    CDirectoryFault& operator=(const CDirectoryFault&) = delete;
+
+private:
+    struct sHook;
+
+    const std::unique_ptr<sHook> m_pHook;
+};
+
+#if !defined(_WIN32)
+// While it lives, the constructing thread cannot look at entries of this name: the system gives this error.
+class CStatusFault
+{
+public:
+    CStatusFault(const std::string& sName, int nError);
+    ~CStatusFault();
+    CStatusFault(const CStatusFault&) = delete;
+    CStatusFault& operator=(const CStatusFault&) = delete;
+};
+#endif

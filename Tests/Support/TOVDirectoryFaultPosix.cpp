@@ -1,0 +1,69 @@
+// The program's readdir and statx stand before the C library's in every module of the process.
+#include "Support/TOVDirectoryFault.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <dirent.h>
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+static thread_local unsigned long s_ulGoodEntries = ULONG_MAX;
+static thread_local std::string* s_pBadName = nullptr;
+static thread_local int s_nError = 0;
+
+struct CDirectoryFault::sHook
+{
+};
+
+CDirectoryFault::CDirectoryFault(unsigned long ulGoodEntries)
+{
+    s_ulGoodEntries = ulGoodEntries;
+}
+
+CDirectoryFault::~CDirectoryFault()
+{
+    s_ulGoodEntries = ULONG_MAX;
+}
+
+CStatusFault::CStatusFault(const std::string& sName, int nError)
+{
+    s_pBadName = new std::string(sName);
+    s_nError = nError;
+}
+
+CStatusFault::~CStatusFault()
+{
+    delete s_pBadName;
+    s_pBadName = nullptr;
+}
+
+extern "C" __attribute__((visibility("default"))) struct dirent* readdir(DIR* pFolder)
+{
+    typedef struct dirent* (*tRead)(DIR*);
+    static const tRead s_fnRead = reinterpret_cast<tRead>(::dlsym(RTLD_NEXT, "readdir"));
+
+    if (s_ulGoodEntries == 0)
+    {
+        errno = EIO;
+        return nullptr;
+    }
+    if (s_ulGoodEntries != ULONG_MAX)
+        --s_ulGoodEntries;
+    return s_fnRead(pFolder);
+}
+
+extern "C" __attribute__((visibility("default"))) int statx(int nFolder, const char* szName, int nFlags,
+                                                            unsigned int nMask, struct statx* pStatus) noexcept
+{
+    typedef int (*tStatus)(int, const char*, int, unsigned int, struct statx*);
+    static const tStatus s_fnStatus = reinterpret_cast<tStatus>(::dlsym(RTLD_NEXT, "statx"));
+
+    const char* szSlash = std::strrchr(szName, '/');
+    if (s_pBadName != nullptr && *s_pBadName == (szSlash != nullptr ? szSlash + 1 : szName))
+    {
+        errno = s_nError;
+        return -1;
+    }
+    return s_fnStatus(nFolder, szName, nFlags, nMask, pStatus);
+}

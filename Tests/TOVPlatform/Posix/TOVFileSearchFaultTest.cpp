@@ -1,0 +1,135 @@
+// Searches whose system calls fail one by one.
+#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVDirectoryFault.h"
+#include "TOVPlatform/TOVFileInstruments.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace File = TOVPlatform::TOVFile;
+
+namespace
+{
+typedef std::vector<std::string> tNames;
+
+class TOVFileSearchFaultTest : public CFileFixture
+{
+protected:
+    TOVFileSearchFaultTest()
+    {
+        for (const char* szName : {"a", "bad", "c"})
+            WriteWholeFile(Path(szName), "");
+    }
+
+    // The names that a search finds, sorted. m_eEnd tells how it ended.
+    tNames Find(const std::string& sPattern)
+    {
+        tNames aNames;
+        File::sTOVFindData oRecord;
+        unsigned long long hFind = 0;
+        m_eEnd = File::FindFirstEntry(Path(sPattern).c_str(), &oRecord, &hFind);
+        for (; m_eEnd == File::eFindEntry; m_eEnd = File::FindNextEntry(hFind, &oRecord))
+            aNames.push_back(oRecord.szName);
+        File::FindClose(hFind);
+        std::sort(aNames.begin(), aNames.end());
+        return aNames;
+    }
+
+    static long CountDescriptors() { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); }
+
+    File::eFindResult m_eEnd = File::eFindEntry;
+};
+} // namespace
+
+TEST_F(TOVFileSearchFaultTest, PassesOverAnEntryThatCannotBeLookedAtAndFailsAtItsEnd)
+{
+    for (const int nError : {EIO, EACCES, ENOMEM, ESTALE})
+    {
+        const CStatusFault oFault("bad", nError);
+        EXPECT_EQ(tNames({".", "..", "a", "c"}), Find("*")) << nError;
+        EXPECT_EQ(File::eFindFailure, m_eEnd) << nError;
+        EXPECT_EQ(tNames(), Find("b*")) << nError;
+        EXPECT_EQ(File::eFindFailure, m_eEnd) << nError;
+        EXPECT_EQ(tNames(), Find("bad")) << nError;
+        EXPECT_EQ(File::eFindFailure, m_eEnd) << nError;
+    }
+}
+
+TEST_F(TOVFileSearchFaultTest, CaresForNoEntryThatDoesNotMatch)
+{
+    const CStatusFault oFault("bad", EIO);
+
+    EXPECT_EQ(tNames({"a"}), Find("a*"));
+    EXPECT_EQ(File::eFindEnd, m_eEnd);
+}
+
+TEST_F(TOVFileSearchFaultTest, TakesAnEntryThatIsGoneByNowForNone)
+{
+    const CStatusFault oFault("bad", ENOENT);
+
+    EXPECT_EQ(tNames({".", "..", "a", "c"}), Find("*"));
+    EXPECT_EQ(File::eFindEnd, m_eEnd);
+    EXPECT_EQ(tNames(), Find("bad"));
+    EXPECT_EQ(File::eFindEnd, m_eEnd);
+}
+
+TEST_F(TOVFileSearchFaultTest, FindsALinkThatLeadsWhereNobodyCanLook)
+{
+    std::filesystem::create_symlink(std::string(5000, 'x').substr(0, 4000) + "/x", Path("link"));
+
+    EXPECT_EQ(tNames({"link"}), Find("l*"));
+    EXPECT_EQ(File::eFindEnd, m_eEnd);
+}
+
+TEST_F(TOVFileSearchFaultTest, FailsWhereADirectoryCannotBeOpened)
+{
+    std::string sLong;
+    for (int nLevel = 0; nLevel < 20; ++nLevel)
+        sLong += std::string(250, 'd') + "/";
+
+    EXPECT_EQ(tNames(), Find(sLong + "*"));
+    EXPECT_EQ(File::eFindFailure, m_eEnd);
+}
+
+TEST_F(TOVFileSearchFaultTest, FailsForAHandleThatWasNeverGiven)
+{
+    File::sTOVFindData oRecord;
+    EXPECT_EQ(File::eFindFailure, File::FindNextEntry(0x7FFFFFFFFFFF, &oRecord));
+}
+
+TEST_F(TOVFileSearchFaultTest, FindsNothingForTheRootsOwnName)
+{
+    File::sTOVFindData oRecord;
+    unsigned long long hFind = 0;
+    EXPECT_EQ(File::eFindEnd, File::FindFirstEntry("/.", &oRecord, &hFind));
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_F(TOVFileSearchFaultTest, KeepsNoDescriptorWhenThereIsNoMemory)
+{
+    const std::string sPattern = Path("*");
+    const long lBefore = CountDescriptors();
+    int nFailed = 0;
+    for (unsigned long ulSuccesses = 0; ulSuccesses < 20; ++ulSuccesses)
+    {
+        File::sTOVFindData oRecord;
+        unsigned long long hFind = FILE_INVALID_HANDLE;
+        try
+        {
+            const CAllocationFailure oFailure(ulSuccesses);
+            File::FindFirstEntry(sPattern.c_str(), &oRecord, &hFind);
+        }
+        catch (const std::bad_alloc&)
+        {
+            ++nFailed;
+        }
+        File::FindClose(hFind);
+    }
+
+    EXPECT_LT(2, nFailed);
+    EXPECT_EQ(lBefore, CountDescriptors());
+}
+#endif
