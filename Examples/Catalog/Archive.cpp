@@ -6,7 +6,6 @@
 #include <TOVString/TOVCrc.h>
 
 #include <cstring>
-#include <vector>
 
 namespace
 {
@@ -84,14 +83,14 @@ void CArchive::Word(tDword& dwValue)
     std::memcpy(&dwValue, &nValue, sizeof(nValue));
 }
 
-void CArchive::Count(int& nCount)
+void CArchive::Count(int& nCount, int nSmallest)
 {
     Number(nCount);
     if (m_oStream.IsStoring())
         return;
     if (nCount < 0)
         throw CCatalogError(DAMAGED);
-    Require(4ull * static_cast<unsigned long long>(nCount), TRUNCATED);
+    Require(static_cast<unsigned long long>(nSmallest) * static_cast<unsigned long long>(nCount), TRUNCATED);
 }
 
 void CArchive::Text(CTOVStringA& oText)
@@ -100,23 +99,18 @@ void CArchive::Text(CTOVStringA& oText)
     Number(nLength);
     if (m_oStream.IsStoring())
     {
-        if (nLength > 0)
-            Bytes(oText.GetString(), nLength, TRUNCATED);
+        Bytes(oText.GetString(), nLength, TRUNCATED);
         return;
     }
 
-    if (nLength < 0)
+    if (nLength <= 0 || nLength > LONGEST_NAME)
+        throw CCatalogError("is damaged: it holds a name that cannot be");
+    char szText[LONGEST_NAME];
+    Bytes(szText, nLength, TRUNCATED);
+    if (std::memchr(szText, '\0', static_cast<std::size_t>(nLength)) != nullptr)
         throw CCatalogError(DAMAGED);
-    Require(static_cast<unsigned long long>(nLength), TRUNCATED);
     oText.Empty();
-    if (nLength > 0)
-    {
-        std::vector<char> aText(static_cast<std::size_t>(nLength));
-        Bytes(aText.data(), nLength, TRUNCATED);
-        if (std::memchr(aText.data(), '\0', aText.size()) != nullptr)
-            throw CCatalogError(DAMAGED);
-        oText.Copy(aText.data(), nLength);
-    }
+    oText.Copy(szText, nLength);
 }
 
 void CArchive::ExpectEnd() const
@@ -128,6 +122,12 @@ void CArchive::ExpectEnd() const
 tDword CArchive::GetCrc() const
 {
     return ~m_dwCrc;
+}
+
+tDword CArchive::GetCrcWithZero() const
+{
+    const char cZero = 0;
+    return ~static_cast<tDword>(CRC32Generate(&cZero, 1, m_dwCrc));
 }
 
 void CArchive::Pass(const void* pBytes, int nSize)

@@ -28,9 +28,10 @@ public:
     void Number(int& nValue);
     void Word(tDword& dwValue);
 
-    // A number of things of at least four bytes each.
-    void Count(int& nCount);
+    // A number of things of at least nSmallest bytes each.
+    void Count(int& nCount, int nSmallest);
 
+    // A name or a pattern: neither empty nor longer than LONGEST_NAME.
     void Text(CTOVStringA& oText);
 
     // Throws if there is more to read.
@@ -38,6 +39,9 @@ public:
 
     // CRC-32 of all bytes so far.
     tDword GetCrc() const;
+
+    // CRC-32 of all bytes so far and a zero byte after them.
+    tDword GetCrcWithZero() const;
 
 private:
     void Pass(const void* pBytes, int nSize);

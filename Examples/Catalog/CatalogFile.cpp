@@ -1,6 +1,7 @@
 #include "CatalogFile.h"
 
 #include "Archive.h"
+#include "UnfinishedCatalog.h"
 
 #include <File/TOVFile.h>
 #include <File/TOVVirtualFileSystem.h>
@@ -10,43 +11,75 @@
 #include <TOVStream/TOVWriteFileStream.h>
 
 #include <cstring>
-#include <filesystem>
 
 // The file, all numbers with 4 bytes in the host's order, a text as its length and its bytes:
 //
 //   "TOVCATLG"
-//   section, version 2
+//   section, version 3
 //     section, version 1:  number of directories, each a text; number of patterns, each a text
 //     number of files, each a section, version 2:  directory, path, size low, size high, CRC-32
-//     CRC-32 of all bytes so far
+//     CRC-32 of all bytes so far and a zero byte after them
+//
+// Version 2 had the CRC-32 of all bytes so far at its end. All files that end in their own CRC-32 have the same CRC-32,
+// so that one such catalogue could take the place of another one of its size unnoticed.
 //
 // Version 1 had one directory and no patterns, no directory and no high size word in its file sections (version 1),
 // and no CRC at the end.
 
 namespace
 {
-const char MAGIC[] = {'T', 'O', 'V', 'C', 'A', 'T', 'L', 'G'};
-const int CATALOG_VERSION = 2;
+const int CATALOG_VERSION = 3;
 const int SELECTION_VERSION = 1;
 const int RECORD_VERSION = 2;
 
+// The fewest bytes that things can have: a text has a length and a byte, a record such a text and its numbers.
+const int SMALLEST_TEXT = 5;
+const int SMALLEST_RECORD = SMALLEST_TEXT + 20;
+const int SMALLEST_RECORD_OF_VERSION_1 = SMALLEST_TEXT + 12;
+
 const char ASSIGN[] = "catalog";
 
-void Serialize(CArchive& oArchive, CTOVArray<CTOVStringA>& aTexts)
+// What becomes of the elements that are read. A check keeps none, so that it needs no memory for what a count promises.
+enum eReading
 {
-    int nCount = static_cast<int>(aTexts.GetSize());
-    oArchive.Count(nCount);
-    aTexts.Resize(nCount);
+    eReadingCheck,
+    eReadingKeep
+};
+
+// Passes the elements of an array one by one. Returns their number.
+template<class T, class TPass>
+int PassEach(CArchive& oArchive, CTOVArray<T>& aElements, int nSmallest, eReading eMode, TPass fnPass)
+{
+    int nCount = static_cast<int>(aElements.GetSize());
+    oArchive.Count(nCount, nSmallest);
+    if (eMode == eReadingKeep)
+        aElements.Resize(nCount);
+    T oDropped;
     for (int i = 0; i < nCount; ++i)
-        oArchive.Text(aTexts[i]);
+        fnPass(eMode == eReadingKeep ? aElements[i] : oDropped);
+    return nCount;
 }
 
-void SerializeSelection(CArchive& oArchive, sCatalog& oCatalog)
+int SerializeTexts(CArchive& oArchive, CTOVArray<CTOVStringA>& aTexts, eReading eMode)
+{
+    return PassEach(oArchive, aTexts, SMALLEST_TEXT, eMode, [&](CTOVStringA& oText) { oArchive.Text(oText); });
+}
+
+// Returns the number of directories.
+int SerializeSelection(CArchive& oArchive, sCatalog& oCatalog, eReading eMode)
 {
     oArchive.Begin(SELECTION_VERSION);
-    Serialize(oArchive, oCatalog.aDirectories);
-    Serialize(oArchive, oCatalog.aPatterns);
+    const int nDirectories = SerializeTexts(oArchive, oCatalog.aDirectories, eMode);
+    SerializeTexts(oArchive, oCatalog.aPatterns, eMode);
     oArchive.End();
+    return nDirectories;
+}
+
+int SerializeOnlyDirectory(CArchive& oArchive, sCatalog& oCatalog)
+{
+    oCatalog.aDirectories.Resize(1);
+    oArchive.Text(oCatalog.aDirectories[0]);
+    return 1;
 }
 
 void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
@@ -70,44 +103,28 @@ void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
     oArchive.End();
 }
 
-void CheckRecord(const sCatalog& oCatalog, const sFileRecord& oRecord)
-{
-    if (oRecord.lDirectory < 0 || oRecord.lDirectory >= oCatalog.aDirectories.GetSize() || oRecord.oPath.IsEmpty())
-        throw CCatalogError("is damaged: it names a file without a place");
-}
-
 // One calling sequence for both directions.
-void Serialize(CArchive& oArchive, sCatalog& oCatalog)
+void Serialize(CArchive& oArchive, sCatalog& oCatalog, eReading eMode)
 {
-    char szMagic[sizeof(MAGIC)];
-    std::memcpy(szMagic, MAGIC, sizeof(MAGIC));
+    char szMagic[sizeof(CATALOG_MAGIC)];
+    std::memcpy(szMagic, CATALOG_MAGIC, sizeof(CATALOG_MAGIC));
     oArchive.Bytes(szMagic, sizeof(szMagic), "is no catalogue");
-    if (std::memcmp(szMagic, MAGIC, sizeof(MAGIC)) != 0)
+    if (std::memcmp(szMagic, CATALOG_MAGIC, sizeof(CATALOG_MAGIC)) != 0)
         throw CCatalogError("is no catalogue");
 
     const int nVersion = oArchive.Begin(CATALOG_VERSION);
-    if (nVersion >= 2)
-    {
-        SerializeSelection(oArchive, oCatalog);
-    }
-    else
-    {
-        oCatalog.aDirectories.Resize(1);
-        oArchive.Text(oCatalog.aDirectories[0]);
-    }
-
-    int nFiles = static_cast<int>(oCatalog.aFiles.GetSize());
-    oArchive.Count(nFiles);
-    oCatalog.aFiles.Resize(nFiles);
-    for (int i = 0; i < nFiles; ++i)
-    {
-        SerializeRecord(oArchive, oCatalog.aFiles[i]);
-        CheckRecord(oCatalog, oCatalog.aFiles[i]);
-    }
+    const int nDirectories =
+        nVersion >= 2 ? SerializeSelection(oArchive, oCatalog, eMode) : SerializeOnlyDirectory(oArchive, oCatalog);
+    const int nSmallest = nVersion >= 2 ? SMALLEST_RECORD : SMALLEST_RECORD_OF_VERSION_1;
+    PassEach(oArchive, oCatalog.aFiles, nSmallest, eMode, [&](sFileRecord& oRecord) {
+        SerializeRecord(oArchive, oRecord);
+        if (oRecord.lDirectory < 0 || oRecord.lDirectory >= nDirectories)
+            throw CCatalogError("is damaged: it names a file without a place");
+    });
 
     if (nVersion >= 2)
     {
-        const tDword dwExpected = oArchive.GetCrc();
+        const tDword dwExpected = nVersion >= 3 ? oArchive.GetCrcWithZero() : oArchive.GetCrc();
         tDword dwCrc = dwExpected;
         oArchive.Word(dwCrc);
         if (dwCrc != dwExpected)
@@ -160,10 +177,13 @@ unsigned long long SizeOf(const CTOVStringA& oAssigned)
 sCatalog Load(const CTOVStringA& oAssigned)
 {
     const unsigned long long ullSize = SizeOf(oAssigned);
-    CTOVReadFileStream oStream(~oAssigned, 0);
-    CArchive oArchive(oStream, ullSize);
     sCatalog oCatalog;
-    Serialize(oArchive, oCatalog);
+    for (const eReading eMode : {eReadingCheck, eReadingKeep})
+    {
+        CTOVReadFileStream oStream(~oAssigned, 0);
+        CArchive oArchive(oStream, ullSize);
+        Serialize(oArchive, oCatalog, eMode);
+    }
     return oCatalog;
 }
 } // namespace
@@ -197,28 +217,25 @@ void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
     if (CTOVPath(oName).DoesExist() && !IsFile(oName))
         throw About(oName, "cannot be written: it is no file");
 
-    CTOVStringA oTemporary(~oName);
-    oTemporary += ".new";
     try
     {
-        const CTOVStringA oAssigned = AssignDirectoryOf(oTemporary);
+        CUnfinishedCatalog oUnfinished(oName);
+        const CTOVStringA oAssigned = AssignDirectoryOf(oUnfinished.GetName());
         {
             sCatalog oCopy = oCatalog;
             CTOVWriteFileStream oStream(~oAssigned, false, 0);
             CArchive oArchive(oStream);
-            Serialize(oArchive, oCopy);
+            Serialize(oArchive, oCopy, eReadingKeep);
         }
         Load(oAssigned); // a full disk shows here: a stream's writes report nothing
-        std::filesystem::rename(SystemPath(oTemporary), SystemPath(oName));
+        oUnfinished.PutInPlace();
     }
     catch (const std::exception&)
     {
-        TOVPlatform::TOVFile::Delete(~oTemporary);
         throw About(oName, "cannot be written");
     }
     catch (const CTOVException&)
     {
-        TOVPlatform::TOVFile::Delete(~oTemporary);
         throw About(oName, "cannot be written");
     }
 }

@@ -1,7 +1,8 @@
 #include "Checksummer.h"
 
+#include "CatalogSystem.h"
+
 #include <TOVContainers/TOVSafeQueue.h>
-#include <TOVPlatform/TOVFile.h>
 #include <TOVProcess/TOVEvent.h>
 #include <TOVProcess/TOVThread.h>
 #include <TOVString/TOVCrc.h>
@@ -9,12 +10,10 @@
 #include <memory>
 #include <vector>
 
-namespace TOVFile = TOVPlatform::TOVFile;
-
 namespace
 {
 const long NO_MORE_JOBS = -1;
-const long READ_SIZE = 256 * 1024;
+const unsigned long READ_SIZE = 256 * 1024;
 const long PROGRESS_INTERVAL = 200; // milliseconds
 const unsigned long FOREVER = 0xFFFFFFFFul;
 
@@ -61,23 +60,23 @@ protected:
 private:
     void Read(sChecksumJob& oJob)
     {
-        const unsigned long long hFile = TOVFile::Open(~oJob.oName, "rb");
-        if (hFile == FILE_INVALID_HANDLE)
+        // By the time, anything can stand there.
+        CInputFile oFile(oJob.oName);
+        if (!oFile.IsOpen())
             return;
 
         tDword dwCrc = 0xFFFFFFFF;
         unsigned long ulRead = 0;
         do
         {
-            ulRead = TOVFile::Read(hFile, m_aBuffer.data(), 1, READ_SIZE);
+            ulRead = oFile.Read(m_aBuffer.data(), READ_SIZE);
             dwCrc = static_cast<tDword>(CRC32Generate(m_aBuffer.data(), ulRead, dwCrc));
             oJob.ullSize += ulRead;
             m_oShared.ullBytesDone += ulRead;
-        } while (ulRead == static_cast<unsigned long>(READ_SIZE) && !m_oShared.bStop);
-        TOVFile::Close(hFile);
+        } while (ulRead == READ_SIZE && !m_oShared.bStop);
 
         oJob.dwCrc = ~dwCrc;
-        oJob.bOpened = true;
+        oJob.bRead = !oFile.HasFailed();
     }
 
     sShared& m_oShared;

@@ -16,10 +16,10 @@ struct sChecksumJob
 
     unsigned long long ullSize = 0;
     tDword dwCrc = 0;
-    bool bOpened = false;
+    bool bRead = false;
 
-    // A read says nothing of errors; a file that ends too early tells of one.
-    bool IsWhole() const { return bOpened && ullSize >= ullExpectedSize; }
+    // A file that ends too early was cut while it was read.
+    bool IsWhole() const { return bRead && ullSize >= ullExpectedSize; }
 };
 
 struct sChecksumProgress

@@ -8,24 +8,47 @@
 #include <Path/TOVPath.h>
 
 #include <cstdio>
+#include <string>
 
 namespace
 {
 typedef std::chrono::steady_clock tClock;
 
-// The files that stand in the directories now, sorted, without checksums.
-CTOVArray<sFileRecord> FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, tUnreadable& aUnreadable)
+const char INTERRUPTED[] = "interrupted";
+
+// What stands in a catalogue's directories now.
+struct sFound
 {
-    CTOVArray<sFileRecord> aFiles;
-    CTreeWalker oWalker(oCatalog.aPatterns, aFiles, aUnreadable);
-    CTOVStringA oTemporary(~oCatalogName);
-    oTemporary += ".new";
+    CTOVArray<sFileRecord> aFiles; // sorted, without checksums
+    tUnreadable aUnreadable;
+
+    // What has given nothing.
+    CTOVArray<CTOVStringA> aEmptyDirectories;
+    CTOVArray<CTOVStringA> aUnmatchedPatterns;
+};
+
+// Throws when interrupted.
+sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, const std::atomic<bool>& bStop)
+{
+    sFound oFound;
+    CTreeWalker oWalker(oCatalog.aPatterns, oFound.aFiles, oFound.aUnreadable, bStop);
     oWalker.Exclude(oCatalogName);
-    oWalker.Exclude(oTemporary);
     for (long i = 0; i < oCatalog.aDirectories.GetSize(); ++i)
+    {
+        const long lBefore = oFound.aFiles.GetSize() + oFound.aUnreadable.GetSize();
         oWalker.Walk(i, oCatalog.aDirectories[i]);
-    aFiles.Sort(&CompareRecords);
-    return aFiles;
+        if (oFound.aFiles.GetSize() + oFound.aUnreadable.GetSize() == lBefore)
+            oFound.aEmptyDirectories.Add(oCatalog.aDirectories[i]);
+    }
+    for (long i = 0; i < oCatalog.aPatterns.GetSize(); ++i)
+    {
+        if (!oWalker.HasMatched(i))
+            oFound.aUnmatchedPatterns.Add(oCatalog.aPatterns[i]);
+    }
+    if (bStop)
+        throw CCatalogError(INTERRUPTED);
+    oFound.aFiles.Sort(&CompareRecords);
+    return oFound;
 }
 
 CTOVArray<sChecksumJob> MakeJobs(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFiles)
@@ -55,13 +78,47 @@ CTOVArray<sChecksumJob> ReadFiles(const sCatalog& oCatalog, const CTOVArray<sFil
     CTOVArray<sChecksumJob> aJobs = MakeJobs(oCatalog, aFiles);
     CProgressLine oLine(aFiles.GetSize(), TotalSize(aFiles));
     if (!RunChecksums(aJobs, nThreads, bStop, [&](const sChecksumProgress& oProgress) { oLine.Show(oProgress); }))
-        throw CCatalogError(bStop ? "interrupted" : "no thread could be started");
+        throw CCatalogError(bStop ? INTERRUPTED : "no thread could be started");
     return aJobs;
 }
 
 void Report(std::FILE* pOutput, const char* szWhat, const CTOVStringA& oName)
 {
     std::fprintf(pOutput, "%-10s %s\n", szWhat, ~Printable(oName));
+}
+
+void ReportUnreadable(std::FILE* pOutput, const tUnreadable& aUnreadable)
+{
+    for (long i = 0; i < aUnreadable.GetSize(); ++i)
+        Report(pOutput, "unreadable", aUnreadable[i]);
+}
+
+// Names what was asked for in vain.
+void ReportNothing(const sFound& oFound)
+{
+    for (long i = 0; i < oFound.aEmptyDirectories.GetSize(); ++i)
+        Report(stderr, "empty", oFound.aEmptyDirectories[i]);
+    for (long i = 0; i < oFound.aUnmatchedPatterns.GetSize(); ++i)
+        Report(stderr, "unmatched", oFound.aUnmatchedPatterns[i]);
+}
+
+std::string JoinNames(const CTOVArray<CTOVStringA>& aNames)
+{
+    std::string sNames;
+    for (long i = 0; i < aNames.GetSize(); ++i)
+        sNames += (i > 0 ? ", " : "") + std::string(~Printable(aNames[i]));
+    return sNames;
+}
+
+// A catalogue of nothing would agree with everything.
+CCatalogError NothingToCatalog(const CTOVStringA& oName, const sCatalog& oCatalog, const sFound& oFound)
+{
+    std::string sWhy = "no file in " + JoinNames(oCatalog.aDirectories);
+    if (!oFound.aFiles.IsEmpty())
+        sWhy += " can be read";
+    else if (!oCatalog.aPatterns.IsEmpty())
+        sWhy += " matches " + JoinNames(oCatalog.aPatterns);
+    return CCatalogError(sWhy + ": " + ~Printable(oName) + " is not written (--allow-empty does it)");
 }
 
 // Counts of a verification.
@@ -152,25 +209,31 @@ int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop
             throw CCatalogError(std::string(~Printable(oCatalog.aDirectories[i])) + " is no directory");
     }
 
-    tUnreadable aUnreadable;
-    const CTOVArray<sFileRecord> aFound = FindFiles(oCatalog, oOptions.oCatalog, aUnreadable);
-    const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, aFound, oOptions.nThreads, bStop);
-    for (long i = 0; i < aFound.GetSize(); ++i)
+    const sFound oFound = FindFiles(oCatalog, oOptions.oCatalog, bStop);
+    tUnreadable aUnreadable = oFound.aUnreadable;
+    const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, oFound.aFiles, oOptions.nThreads, bStop);
+    for (long i = 0; i < oFound.aFiles.GetSize(); ++i)
     {
         if (!aJobs[i].IsWhole())
         {
             aUnreadable.Add(aJobs[i].oName);
             continue;
         }
-        sFileRecord oRecord = aFound[i];
+        sFileRecord oRecord = oFound.aFiles[i];
         oRecord.ullSize = aJobs[i].ullSize;
         oRecord.dwCrc = aJobs[i].dwCrc;
         oCatalog.aFiles.Add(oRecord);
     }
-    SaveCatalog(oOptions.oCatalog, oCatalog);
+    const bool bWorthless = oCatalog.aFiles.IsEmpty() && !oOptions.bAllowEmpty;
+    if (!bWorthless)
+    {
+        SaveCatalog(oOptions.oCatalog, oCatalog);
+        ReportNothing(oFound);
+    }
+    ReportUnreadable(stderr, aUnreadable);
+    if (bWorthless)
+        throw NothingToCatalog(oOptions.oCatalog, oCatalog, oFound);
 
-    for (long i = 0; i < aUnreadable.GetSize(); ++i)
-        Report(stderr, "unreadable", aUnreadable[i]);
     std::printf("%s catalogued", ~DescribeWork(oCatalog.aFiles.GetSize(), TotalRead(aJobs), tClock::now() - oStart));
     if (!aUnreadable.IsEmpty())
         std::printf(", %d unreadable", static_cast<int>(aUnreadable.GetSize()));
@@ -178,21 +241,21 @@ int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop
     return aUnreadable.IsEmpty() ? eExitSame : eExitDifferences;
 }
 
-int VerifyCatalog(const CTOVStringA& oName, int nThreads, const std::atomic<bool>& bStop)
+int VerifyCatalog(const CTOVStringA& oName, int nThreads, bool bAllowEmpty, const std::atomic<bool>& bStop)
 {
     const tClock::time_point oStart = tClock::now();
     sCatalog oCatalog = LoadCatalog(oName);
+    if (oCatalog.aFiles.IsEmpty() && !bAllowEmpty)
+        throw CCatalogError(std::string(~Printable(oName)) + " holds no file (--allow-empty verifies it all the same)");
     oCatalog.aFiles.Sort(&CompareRecords);
 
-    tUnreadable aUnreadable;
-    const CTOVArray<sFileRecord> aFound = FindFiles(oCatalog, oName, aUnreadable);
+    const sFound oFound = FindFiles(oCatalog, oName, bStop);
     sDifferences oDifferences;
-    for (long i = 0; i < aUnreadable.GetSize(); ++i)
-        Report(stdout, "unreadable", aUnreadable[i]);
-    oDifferences.lUnreadable = aUnreadable.GetSize();
+    ReportUnreadable(stdout, oFound.aUnreadable);
+    oDifferences.lUnreadable = oFound.aUnreadable.GetSize();
 
     sCommonFiles oCommon;
-    CompareLists(oCatalog, aFound, oCommon, oDifferences);
+    CompareLists(oCatalog, oFound.aFiles, oCommon, oDifferences);
     const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, oCommon.aNow, nThreads, bStop);
     CompareContents(oCommon.aThen, aJobs, oDifferences);
 

@@ -18,8 +18,10 @@ struct sCreateOptions
     CTOVArray<CTOVStringA> aDirectories;
     CTOVArray<CTOVStringA> aPatterns;
     int nThreads = 1;
+    bool bAllowEmpty = false;
 };
 
+// A catalogue without files proves nothing: unless bAllowEmpty, none is written, and none is verified.
 int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop);
-int VerifyCatalog(const CTOVStringA& oName, int nThreads, const std::atomic<bool>& bStop);
+int VerifyCatalog(const CTOVStringA& oName, int nThreads, bool bAllowEmpty, const std::atomic<bool>& bStop);
 int ListCatalog(const CTOVStringA& oName);

@@ -1,24 +1,12 @@
 #include "Console.h"
 
-#include <cstdio>
+#include "CatalogSystem.h"
 
-#if defined(_WIN32)
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include <cstdio>
+#include <string>
 
 namespace
 {
-bool IsTerminal(std::FILE* pFile)
-{
-#if defined(_WIN32)
-    return ::_isatty(::_fileno(pFile)) != 0;
-#else
-    return ::isatty(::fileno(pFile)) != 0;
-#endif
-}
-
 const double BYTES_PER_MEGABYTE = 1000000.0;
 
 double Seconds(std::chrono::steady_clock::duration oTime)
@@ -29,22 +17,17 @@ double Seconds(std::chrono::steady_clock::duration oTime)
 
 CTOVStringA Printable(const CTOVStringA& oName)
 {
-    CTOVStringA oShown;
-    for (long i = 0; i < oName.GetLength(); ++i)
+    // Not by appending to a string of the library's: each time, that takes a new block.
+    std::string sShown;
+    for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0'; ++p)
     {
-        const int nCharacter = oName.GetAt(i);
+        const unsigned char nCharacter = static_cast<unsigned char>(*p);
+        char szEscape[5] = {*p, '\0'};
         if (nCharacter < 0x20 || nCharacter == 0x7f)
-        {
-            CTOVStringA oEscape;
-            oEscape.Format("\\x%02x", nCharacter);
-            oShown += oEscape;
-        }
-        else
-        {
-            oShown += static_cast<char>(nCharacter);
-        }
+            std::snprintf(szEscape, sizeof(szEscape), "\\x%02x", nCharacter);
+        sShown += szEscape;
     }
-    return oShown;
+    return CTOVStringA(sShown.c_str());
 }
 
 CProgressLine::CProgressLine(long lFiles, unsigned long long ullBytes)

@@ -1,4 +1,4 @@
-// tovcatalog: proves that files are unchanged, by a catalogue of their sizes and checksums.
+// tovcatalog: finds out whether files have changed, by a catalogue of their sizes and checksums.
 
 #include "Commands.h"
 
@@ -14,8 +14,10 @@ namespace
 {
 std::atomic<bool> g_bStop(false);
 
-void StopWork(int /*nSignal*/)
+// A second signal ends the program at once.
+void StopWork(int nSignal)
 {
+    std::signal(nSignal, SIG_DFL);
     g_bStop = true;
 }
 
@@ -37,20 +39,31 @@ int DefaultThreads()
     const unsigned nCores = std::thread::hardware_concurrency();
     return nCores > 0 ? static_cast<int>(nCores) : 2;
 }
+
+// The status, unless the report has been lost.
+int Finish(int nStatus)
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        throw CCatalogError("standard output cannot be written");
+    return nStatus;
+}
 } // namespace
 
 int main(int nArguments, char** aszArguments)
 {
-    CLI::App oProgram("Proves that files are unchanged, by a catalogue of their sizes and CRC-32 checksums.\n"
+    CLI::App oProgram("Finds changed files, by a catalogue of their sizes and CRC-32 checksums.\n"
                       "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
                       "tovcatalog");
     oProgram.require_subcommand(1);
     oProgram.allow_windows_style_options(false); // "/data" is a directory on every system
     const CLI::Validator oNotEmpty([](const std::string& sText) { return sText.empty() ? "is empty" : ""; }, "");
+    const CLI::Validator oNotTooLong(
+        [](const std::string& sText) { return sText.size() > LONGEST_NAME ? "is too long" : ""; }, "");
     std::string sCatalog;
     std::vector<std::string> aDirectories;
     std::vector<std::string> aPatterns;
     int nThreads = DefaultThreads();
+    bool bAllowEmpty = false;
 
     CLI::App* pCreate = oProgram.add_subcommand("create", "Write the catalogue of all files below directories");
     pCreate->add_option("CATALOG", sCatalog, "File to write; replaced only when all went well")
@@ -61,12 +74,15 @@ int main(int nArguments, char** aszArguments)
         ->check(oNotEmpty);
     pCreate->add_option("--pattern", aPatterns, "Only files of such names, with * and ?; may be given again")
         ->allow_extra_args(false)
-        ->check(oNotEmpty);
+        ->check(oNotEmpty)
+        ->check(oNotTooLong);
     pCreate->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
+    pCreate->add_flag("--allow-empty", bAllowEmpty, "Also write a catalogue without a file");
 
     CLI::App* pVerify = oProgram.add_subcommand("verify", "Report changed, missing and new files");
     pVerify->add_option("CATALOG", sCatalog, "File that create has written")->required()->check(oNotEmpty);
     pVerify->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
+    pVerify->add_flag("--allow-empty", bAllowEmpty, "Also verify a catalogue without a file");
 
     CLI::App* pList = oProgram.add_subcommand("list", "Print a catalogue");
     pList->add_option("CATALOG", sCatalog, "File that create has written")->required()->check(oNotEmpty);
@@ -85,16 +101,17 @@ int main(int nArguments, char** aszArguments)
     try
     {
         if (pList->parsed())
-            return ListCatalog(ToString(sCatalog));
+            return Finish(ListCatalog(ToString(sCatalog)));
         if (pVerify->parsed())
-            return VerifyCatalog(ToString(sCatalog), nThreads, g_bStop);
+            return Finish(VerifyCatalog(ToString(sCatalog), nThreads, bAllowEmpty, g_bStop));
 
         sCreateOptions oOptions;
         oOptions.oCatalog = ToString(sCatalog);
         oOptions.aDirectories = ToArray(aDirectories);
         oOptions.aPatterns = ToArray(aPatterns);
         oOptions.nThreads = nThreads;
-        return CreateCatalog(oOptions, g_bStop);
+        oOptions.bAllowEmpty = bAllowEmpty;
+        return Finish(CreateCatalog(oOptions, g_bStop));
     }
     catch (const std::exception& oError)
     {

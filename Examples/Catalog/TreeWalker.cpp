@@ -1,5 +1,7 @@
 #include "TreeWalker.h"
 
+#include "UnfinishedCatalog.h"
+
 #include <Path/TOVPath.h>
 #include <TOVPlatform/TOVFile.h>
 
@@ -15,30 +17,27 @@ namespace
 // A mount can lead back up: deeper than this nobody keeps files.
 const int DEEPEST_LEVEL = 200;
 
-const unsigned long long NOTHING_FOUND = static_cast<unsigned long long>(-1);
-
 // A directory search that closes itself.
 class CSearch
 {
 public:
-    explicit CSearch(const CTOVStringA& oPattern) : m_hSearch(TOVFile::FindFirst(~oPattern, &m_oFound))
+    explicit CSearch(const CTOVStringA& oPattern)
+        : m_hSearch(FILE_INVALID_HANDLE), m_eResult(TOVFile::FindFirstEntry(~oPattern, &m_oFound, &m_hSearch))
     {
-        m_bFound = m_hSearch != NOTHING_FOUND;
     }
 
-    ~CSearch()
-    {
-        if (m_hSearch != NOTHING_FOUND)
-            TOVFile::FindClose(m_hSearch);
-    }
+    ~CSearch() { TOVFile::FindClose(m_hSearch); }
 
     CSearch(const CSearch&) = delete;
     CSearch& operator=(const CSearch&) = delete;
 
     // True while an entry stands; Next moves on.
-    bool HasEntry() const { return m_bFound; }
+    bool HasEntry() const { return m_eResult == TOVFile::eFindEntry; }
 
-    void Next() { m_bFound = TOVFile::FindNext(m_hSearch, &m_oFound); }
+    // Without an entry: whether there may be more of them, which the system could not read.
+    bool HasFailed() const { return m_eResult == TOVFile::eFindFailure; }
+
+    void Next() { m_eResult = TOVFile::FindNextEntry(m_hSearch, &m_oFound); }
 
     CTOVStringA GetName() const
     {
@@ -62,7 +61,7 @@ public:
 private:
     TOVFile::sTOVFindData m_oFound;
     unsigned long long m_hSearch;
-    bool m_bFound;
+    TOVFile::eFindResult m_eResult;
 };
 
 CTOVStringA WorkingDirectory()
@@ -119,21 +118,12 @@ bool IsNavigation(const CTOVStringA& oName)
 {
     return oName.Compare(".") == 0 || oName.Compare("..") == 0;
 }
-
-bool Contains(const CTOVArray<CTOVStringA>& aNames, const CTOVStringA& oName)
-{
-    for (long i = 0; i < aNames.GetSize(); ++i)
-    {
-        if (aNames[i].Compare(~oName) == 0)
-            return true;
-    }
-    return false;
-}
 } // namespace
 
 CTreeWalker::CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles,
-                         tUnreadable& aUnreadable)
-    : m_aPatterns(aPatterns), m_aFiles(aFiles), m_aUnreadable(aUnreadable)
+                         tUnreadable& aUnreadable, const std::atomic<bool>& bStop)
+    : m_aPatterns(aPatterns), m_aFiles(aFiles), m_aUnreadable(aUnreadable), m_bStop(bStop),
+      m_aMatched(static_cast<std::size_t>(aPatterns.GetSize()))
 {
 }
 
@@ -153,6 +143,8 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
 {
     const CTOVStringA oDirectory = oRelative.IsEmpty() ? m_oRoot : JoinPath(m_oRoot, oRelative);
     CTOVArray<CTOVStringA> aSubdirectories;
+    std::vector<std::string> aNames; // of the files found, in their order
+    tMatching aMatching;
     const long lFirstFile = m_aFiles.GetSize();
     {
         const CSearchPlace oPlace(oDirectory);
@@ -163,8 +155,8 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
             return;
         }
 
-        const CTOVArray<CTOVStringA> aMatching = FindMatching(oPlace.GetName());
-        for (; oSearch.HasEntry(); oSearch.Next())
+        const bool bMatchingKnown = FindMatching(oPlace.GetName(), aMatching);
+        for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
         {
             const CTOVStringA oName = oSearch.GetName();
             if (oSearch.IsDirectory() && !IsNavigation(oName))
@@ -176,8 +168,11 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
                 oRecord.oPath = oRelative.IsEmpty() ? oName : JoinPath(oRelative, oName);
                 oRecord.ullSize = oSearch.GetSize();
                 m_aFiles.Add(oRecord);
+                aNames.push_back(~oName);
             }
         }
+        if (oSearch.HasFailed() || !bMatchingKnown)
+            m_aUnreadable.Add(oDirectory);
     }
 
     // Only now: names count from the working directory, and the search may have been inside another.
@@ -185,9 +180,11 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
     {
         if (IsExcluded(JoinPath(m_oRoot, m_aFiles[i].oPath)))
             m_aFiles.RemoveAt(i);
+        else
+            NoteMatches(aNames[static_cast<std::size_t>(i - lFirstFile)], aMatching);
     }
 
-    for (long i = 0; i < aSubdirectories.GetSize(); ++i)
+    for (long i = 0; i < aSubdirectories.GetSize() && !m_bStop; ++i)
     {
         const CTOVStringA oBelow = oRelative.IsEmpty() ? aSubdirectories[i] : JoinPath(oRelative, aSubdirectories[i]);
         if (!IsLink(JoinPath(m_oRoot, oBelow)))
@@ -195,9 +192,12 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
     }
 }
 
-bool CTreeWalker::IsWanted(const CTOVStringA& oName, const CTOVArray<CTOVStringA>& aMatching) const
+bool CTreeWalker::IsWanted(const CTOVStringA& oName, const tMatching& aMatching) const
 {
-    return m_aPatterns.IsEmpty() || Contains(aMatching, oName);
+    bool bWanted = m_aPatterns.IsEmpty();
+    for (const std::set<std::string>& aNames : aMatching)
+        bWanted = bWanted || aNames.count(~oName) > 0;
+    return bWanted;
 }
 
 bool CTreeWalker::IsExcluded(const CTOVStringA& oName) const
@@ -210,16 +210,25 @@ bool CTreeWalker::IsExcluded(const CTOVStringA& oName) const
             std::filesystem::equivalent(SystemPath(oName), SystemPath(m_aExcluded[i]), oIgnored))
             return true;
     }
-    return false;
+    return IsUnfinishedCatalog(oName);
 }
 
-CTOVArray<CTOVStringA> CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory) const
+bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, tMatching& aMatching) const
 {
-    CTOVArray<CTOVStringA> aMatching;
+    bool bKnown = true;
+    aMatching.resize(static_cast<std::size_t>(m_aPatterns.GetSize()));
     for (long i = 0; i < m_aPatterns.GetSize(); ++i)
     {
-        for (CSearch oSearch(JoinPath(oSearchDirectory, m_aPatterns[i])); oSearch.HasEntry(); oSearch.Next())
-            aMatching.Add(oSearch.GetName());
+        CSearch oSearch(JoinPath(oSearchDirectory, m_aPatterns[i]));
+        for (; oSearch.HasEntry(); oSearch.Next())
+            aMatching[static_cast<std::size_t>(i)].insert(~oSearch.GetName());
+        bKnown = bKnown && !oSearch.HasFailed();
     }
-    return aMatching;
+    return bKnown;
+}
+
+void CTreeWalker::NoteMatches(const std::string& sName, const tMatching& aMatching)
+{
+    for (std::size_t n = 0; n < aMatching.size(); ++n)
+        m_aMatched[n] = m_aMatched[n] || aMatching[n].count(sName) > 0;
 }

@@ -19,7 +19,7 @@ TEST_F(CCatalogBigFileTest, IsReadToItsEndWithoutAWordOfProgress)
     const sRun oRun = Run({"create", "c.cat", "tree"});
 
     EXPECT_EQ(0, oRun.nExitCode);
-    EXPECT_EQ(CatalogVersion2({"tree"}, {},
+    EXPECT_EQ(CatalogVersion3({"tree"}, {},
                               {{0, "big", ullZeros + 8, CReferenceCrc().AddZeros(ullZeros).Add("the tail").Value()}}),
               Read("c.cat"));
     EXPECT_EQ("1 file, 2147483656 bytes: catalogued", Summary(oRun));

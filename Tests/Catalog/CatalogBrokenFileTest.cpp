@@ -11,7 +11,7 @@ protected:
     CCatalogBrokenFileTest() { Write("tree/a", "hello\n"); }
 
     // Agrees with the tree, and holds one of everything.
-    static std::string Good() { return CatalogVersion2({"tree"}, {"*"}, {{0, "a", 6, 0x363a3020}}); }
+    static std::string Good() { return CatalogVersion3({"tree"}, {"*"}, {{0, "a", 6, 0x363a3020}}); }
 
     testing::AssertionResult Refuses(const char* szCommand, const std::string& sBytes,
                                      const std::string& sPart = "c.cat")
@@ -93,6 +93,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhenMoreFollows)
 
     // Also with a checksum behind it.
     EXPECT_TRUE(BothRefuse(Sealed(Good())));
+    EXPECT_TRUE(BothRefuse(SealedOfVersion2(Good())));
     EXPECT_TRUE(BothRefuse(Sealed(Good().substr(0, Good().size() - 4) + "more")));
 }
 
@@ -104,13 +105,13 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhenForeign)
 
     for (const std::string& sForeign :
          {std::string("hello\n"), std::string(1000000, '\0'), std::string(MAGIC), "tovcatlg" + Good().substr(8), sNoise,
-          MAGIC + sNoise, MAGIC + CatalogNumber(2) + sNoise, ReadWholeFile(PathOfCatalogProgram()), " " + Good()})
+          MAGIC + sNoise, MAGIC + CatalogNumber(3) + sNoise, ReadWholeFile(PathOfCatalogProgram()), " " + Good()})
         EXPECT_TRUE(BothRefuse(sForeign)) << sForeign.substr(0, 20);
 }
 
 TEST_F(CCatalogBrokenFileTest, IsCalledNewerWhenItIs)
 {
-    for (const std::uint32_t nVersion : {3u, 4u, 255u, 256u, 0x7FFFFFFFu})
+    for (const std::uint32_t nVersion : {4u, 5u, 255u, 256u, 0x7FFFFFFFu})
     {
         EXPECT_TRUE(BothRefuse(Patched(ePlaceVersion, CatalogNumber(nVersion)), "newer")) << nVersion;
         EXPECT_TRUE(BothRefuse(MAGIC + CatalogNumber(nVersion) + "another format", "newer")) << nVersion;
@@ -139,7 +140,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedForAFileOfADirectoryThatIsNotThere)
 {
     for (const std::uint32_t nDirectory : {1u, 2u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu})
         EXPECT_TRUE(BothRefuse(Patched(ePlaceFileDirectory, CatalogNumber(nDirectory)))) << nDirectory;
-    EXPECT_TRUE(BothRefuse(CatalogVersion2({}, {}, {{0, "a", 6, 0x363a3020}})));
+    EXPECT_TRUE(BothRefuse(CatalogVersion3({}, {}, {{0, "a", 6, 0x363a3020}})));
 }
 
 TEST_F(CCatalogBrokenFileTest, IsReplacedByANewOne)

@@ -23,8 +23,8 @@ protected:
     {
         Remove("tree/big");
         Create({"c.cat", "tree"});
-        EXPECT_EQ(CatalogVersion2({"tree"}, {}, {{0, "a", 1, 0x8cdc1683}}), Read("c.cat"));
-        EXPECT_FALSE(Exists("c.cat.new"));
+        EXPECT_EQ(CatalogVersion3({"tree"}, {}, {{0, "a", 1, 0x8cdc1683}}), Read("c.cat"));
+        EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
     }
 };
 } // namespace
@@ -33,16 +33,6 @@ TEST_F(CCatalogFailedCreateTest, LeavesItWhenADirectoryIsWrong)
 {
     EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree", "nowhere"}), "nowhere"));
     EXPECT_EQ(EXISTING, Read("c.cat"));
-}
-
-TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheNewOneHasNoPlace)
-{
-    MakeDirectory("c.cat.new");
-    Write("c.cat.new/file", "stays");
-
-    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat"));
-    EXPECT_EQ(EXISTING, Read("c.cat"));
-    EXPECT_EQ("stays", Read("c.cat.new/file"));
 }
 
 TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)

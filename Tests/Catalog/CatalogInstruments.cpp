@@ -109,14 +109,26 @@ std::string CatalogText(const std::string& sText)
 
 std::string Sealed(const std::string& sBytes)
 {
+    return sBytes + CatalogNumber(Crc(sBytes + '\0'));
+}
+
+std::string SealedOfVersion2(const std::string& sBytes)
+{
     return sBytes + CatalogNumber(Crc(sBytes));
+}
+
+std::string CatalogVersion3(const std::vector<std::string>& aDirectories, const std::vector<std::string>& aPatterns,
+                            const std::vector<sCatalogFile>& aFiles)
+{
+    return Sealed("TOVCATLG" + CatalogNumber(3) + CatalogNumber(1) + TextList(aDirectories) + TextList(aPatterns) +
+                  FileSections(2, aFiles));
 }
 
 std::string CatalogVersion2(const std::vector<std::string>& aDirectories, const std::vector<std::string>& aPatterns,
                             const std::vector<sCatalogFile>& aFiles)
 {
-    return Sealed("TOVCATLG" + CatalogNumber(2) + CatalogNumber(1) + TextList(aDirectories) + TextList(aPatterns) +
-                  FileSections(2, aFiles));
+    return SealedOfVersion2("TOVCATLG" + CatalogNumber(2) + CatalogNumber(1) + TextList(aDirectories) +
+                            TextList(aPatterns) + FileSections(2, aFiles));
 }
 
 std::string CatalogVersion1(const std::string& sDirectory, const std::vector<sCatalogFile>& aFiles)
@@ -235,6 +247,15 @@ bool CCatalogTest::Exists(const std::string& sName) const
 sRun CCatalogTest::Run(const std::vector<std::string>& aArguments) const
 {
     return RunCatalog(aArguments, Folder());
+}
+
+std::vector<std::string> CCatalogTest::NamesInFolder() const
+{
+    std::vector<std::string> aNames;
+    for (const auto& oEntry : std::filesystem::directory_iterator(Folder()))
+        aNames.push_back(oEntry.path().filename().string());
+    std::sort(aNames.begin(), aNames.end());
+    return aNames;
 }
 
 void CCatalogTest::Create(const std::vector<std::string>& aArguments)

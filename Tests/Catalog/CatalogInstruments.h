@@ -33,9 +33,12 @@ struct sCatalogFile
 std::string CatalogNumber(std::uint32_t nNumber);
 std::string CatalogText(const std::string& sText);
 
-// The bytes with their own CRC-32 behind them.
+// The bytes with the check value of a catalogue after them: of version 3, and their plain CRC-32 of version 2.
 std::string Sealed(const std::string& sBytes);
+std::string SealedOfVersion2(const std::string& sBytes);
 
+std::string CatalogVersion3(const std::vector<std::string>& aDirectories, const std::vector<std::string>& aPatterns,
+                            const std::vector<sCatalogFile>& aFiles);
 std::string CatalogVersion2(const std::vector<std::string>& aDirectories, const std::vector<std::string>& aPatterns,
                             const std::vector<sCatalogFile>& aFiles);
 std::string CatalogVersion1(const std::string& sDirectory, const std::vector<sCatalogFile>& aFiles);
@@ -73,6 +76,9 @@ protected:
     bool Exists(const std::string& sName) const;
 
     sRun Run(const std::vector<std::string>& aArguments) const;
+
+    // Names of what stands in the folder, sorted.
+    std::vector<std::string> NamesInFolder() const;
 
     // Runs create, which must succeed.
     void Create(const std::vector<std::string>& aArguments);

@@ -10,7 +10,7 @@ class CCatalogListTest : public CCatalogTest
 
 TEST_F(CCatalogListTest, PrintsChecksumSizeAndName)
 {
-    Write("c.cat", CatalogVersion2({"one", "two/"}, {},
+    Write("c.cat", CatalogVersion3({"one", "two/"}, {},
                                    {{0, "a.txt", 6, 0x363a3020}, {0, "sub/b", 4000000000, 0}, {1, "c", 0, 0xFF}}));
 
     EXPECT_EQ((tNames{"363a3020 6 one/a.txt", "00000000 4000000000 one/sub/b", "000000ff 0 two/c"}), Listed());
@@ -18,9 +18,9 @@ TEST_F(CCatalogListTest, PrintsChecksumSizeAndName)
 
 TEST_F(CCatalogListTest, EndsWithTheSum)
 {
-    Write("none.cat", CatalogVersion2({"one"}, {}, {}));
-    Write("one.cat", CatalogVersion2({"one"}, {}, {{0, "a", 1, 0}}));
-    Write("two.cat", CatalogVersion2({"one"}, {}, {{0, "a", 0xFFFFFFFF, 0}, {0, "b", 0xFFFFFFFF, 0}}));
+    Write("none.cat", CatalogVersion3({"one"}, {}, {}));
+    Write("one.cat", CatalogVersion3({"one"}, {}, {{0, "a", 1, 0}}));
+    Write("two.cat", CatalogVersion3({"one"}, {}, {{0, "a", 0xFFFFFFFF, 0}, {0, "b", 0xFFFFFFFF, 0}}));
 
     EXPECT_EQ("0 files, 0 bytes\n", Run({"list", "none.cat"}).sOutput);
     EXPECT_EQ("1 file, 1 bytes", Lines(Run({"list", "one.cat"}).sOutput).back());
@@ -29,7 +29,7 @@ TEST_F(CCatalogListTest, EndsWithTheSum)
 
 TEST_F(CCatalogListTest, NeedsNoneOfTheFiles)
 {
-    Write("c.cat", CatalogVersion2({"nowhere"}, {"*.x"}, {{0, "gone.x", 6, 0x363a3020}}));
+    Write("c.cat", CatalogVersion3({"nowhere"}, {"*.x"}, {{0, "gone.x", 6, 0x363a3020}}));
 
     EXPECT_EQ((tNames{"363a3020 6 nowhere/gone.x"}), Listed());
 }
@@ -37,7 +37,7 @@ TEST_F(CCatalogListTest, NeedsNoneOfTheFiles)
 TEST_F(CCatalogListTest, KeepsEachFileOnOneLine)
 {
     Write("c.cat",
-          CatalogVersion2({"tree"}, {}, {{0, "new\nline", 1, 1}, {0, "return\r", 1, 2}, {0, "esc\x1b[2J", 1, 3}}));
+          CatalogVersion3({"tree"}, {}, {{0, "new\nline", 1, 1}, {0, "return\r", 1, 2}, {0, "esc\x1b[2J", 1, 3}}));
 
     const sRun oRun = Run({"list", "c.cat"});
 

@@ -29,7 +29,7 @@ protected:
 
 TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
 {
-    Write("c.cat", CatalogVersion2({"tree"}, {}, {{0, "big", 30000000000, 0}}));
+    Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}}));
 
     for (const tNames& aCommand : {tNames{"create", "new.cat", "tree"}, tNames{"verify", "c.cat"}})
     {
@@ -46,7 +46,7 @@ TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
 
 TEST_F(CCatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
 {
-    Write("c.cat", CatalogVersion2({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));
+    Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));
     CCatalogTerminal oTerminal({"verify", "c.cat"}, Folder());
     ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
 

@@ -9,7 +9,7 @@ protected:
     CCatalogUsageTest()
     {
         Write("tree/a.txt", "x");
-        Write("good.cat", CatalogVersion2({"tree"}, {}, {{0, "a.txt", 1, 0x8cdc1683}}));
+        Write("good.cat", CatalogVersion3({"tree"}, {}, {{0, "a.txt", 1, 0x8cdc1683}}));
     }
 };
 } // namespace
@@ -25,6 +25,7 @@ TEST_F(CCatalogUsageTest, RefusesWrongCommandLines)
         {"create", "c.cat", "--pattern", "*"},
         {"create", "c.cat", "tree", "--pattern"},
         {"create", "c.cat", "tree", "--unknown"},
+        {"create", "c.cat", "tree", "--pattern", std::string(4097, '*')},
         {"create", "c.cat", "tree", "--threads"},
         {"create", "c.cat", "tree", "--threads", "0"},
         {"create", "c.cat", "tree", "--threads", "-1"},
@@ -39,6 +40,7 @@ TEST_F(CCatalogUsageTest, RefusesWrongCommandLines)
         {"list"},
         {"list", "good.cat", "good.cat"},
         {"list", "good.cat", "--threads", "2"},
+        {"list", "good.cat", "--allow-empty"},
     };
 
     for (const std::vector<std::string>& aCommand : aCommands)
@@ -63,8 +65,7 @@ TEST_F(CCatalogUsageTest, NamesWhatIsWrongWithAnArgument)
     EXPECT_TRUE(IsRefused(Run({"list", "nowhere.cat"}), "nowhere.cat"));
     EXPECT_TRUE(IsRefused(Run({"verify", "tree"}), "tree"));
     EXPECT_TRUE(IsRefused(Run({"list", "tree"}), "tree"));
-    EXPECT_FALSE(Exists("c.cat"));
-    EXPECT_FALSE(Exists("c.cat.new"));
+    EXPECT_EQ((tNames{"file", "good.cat", "tree"}), NamesInFolder());
 }
 
 TEST_F(CCatalogUsageTest, RefusesEmptyNamesInPlainWords)
@@ -97,6 +98,7 @@ TEST_F(CCatalogUsageTest, ExplainsItself)
         EXPECT_EQ(0, oOfCommand.nExitCode);
         EXPECT_NE(std::string::npos, oOfCommand.sOutput.find("CATALOG")) << szCommand;
         EXPECT_EQ(std::string(szCommand) != "list", oOfCommand.sOutput.find("--threads") != std::string::npos);
+        EXPECT_EQ(std::string(szCommand) != "list", oOfCommand.sOutput.find("--allow-empty") != std::string::npos);
         EXPECT_EQ(std::string(szCommand) == "create", oOfCommand.sOutput.find("--pattern") != std::string::npos);
     }
 }

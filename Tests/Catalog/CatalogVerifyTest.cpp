@@ -90,7 +90,7 @@ TEST_F(CCatalogVerifyTest, ReportsAChangeThatKeepsTheChecksumButNotTheSize)
     const std::string sSameChecksum("\xFF\xFF\xFF\xFF", 4);
     ASSERT_EQ(0xFFFFFFFFu, Crc(sSameChecksum));
     Write("tree/a.txt", sSameChecksum);
-    Write("c.cat", CatalogVersion2({"tree"}, {"a.txt"}, {{0, "a.txt", 5, 0xFFFFFFFF}}));
+    Write("c.cat", CatalogVersion3({"tree"}, {"a.txt"}, {{0, "a.txt", 5, 0xFFFFFFFF}}));
 
     EXPECT_EQ((tNames{"changed tree/a.txt"}), Reports(Run({"verify", "c.cat"})));
 }
@@ -210,12 +210,12 @@ TEST_F(CCatalogVerifyTest, LeavesTheCatalogueAsItIs)
     Run({"list", "c.cat"});
 
     EXPECT_EQ(sBefore, Read("c.cat"));
-    EXPECT_FALSE(Exists("c.cat.new"));
+    EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
 }
 
 TEST_F(CCatalogVerifyTest, ReadsSizesBeyondFourGigabytes)
 {
-    Write("c.cat", CatalogVersion2({"tree"}, {"a.txt"}, {{0, "a.txt", 0x300000005, Crc("hello")}}));
+    Write("c.cat", CatalogVersion3({"tree"}, {"a.txt"}, {{0, "a.txt", 0x300000005, Crc("hello")}}));
 
     EXPECT_EQ((tNames{"3610a686 12884901893 tree/a.txt"}), Listed());
     EXPECT_EQ((tNames{"changed tree/a.txt"}), Reports(Run({"verify", "c.cat"})));

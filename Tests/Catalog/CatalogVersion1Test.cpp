@@ -102,7 +102,7 @@ TEST_F(CCatalogVersion1Test, IsReplacedByTheNewFormat)
     Create({"c.cat", "tree"});
 
     EXPECT_EQ(
-        CatalogVersion2({"tree"}, {},
+        CatalogVersion3({"tree"}, {},
                         {{0, "all-bytes", 256, 0x29058c73}, {0, "empty", 0, 0}, {0, "sub/hello.txt", 6, 0x363a3020}}),
         Read("c.cat"));
 }

@@ -38,7 +38,7 @@ TEST_F(CCatalogPosixNamesTest, MayHoldAnyByte)
         }
 
     ExpectFiles(254);
-    EXPECT_EQ(CatalogVersion2({"tree"}, {}, aFiles), Read("c.cat"));
+    EXPECT_EQ(CatalogVersion3({"tree"}, {}, aFiles), Read("c.cat"));
 
     for (const sCatalogFile& oFile : aFiles)
         Write("tree/" + oFile.sPath, "changed");
@@ -78,7 +78,7 @@ TEST_F(CCatalogPosixNamesTest, OfDirectoriesAreNoPatternsForTheirOwnCatalogue)
     for (const std::string sDirectory : {"tr*e", "tree?"})
     {
         Write(sDirectory + "/a", "1");
-        Write(sDirectory + "/c.cat.new", "half");
+        Write(sDirectory + "/tovcatalog-1.new", "TOVCATLG and more");
         for (int nRun = 0; nRun < 2; ++nRun)
         {
             Create({sDirectory + "/c.cat", sDirectory});

@@ -26,15 +26,18 @@ TEST_F(CCatalogWindowsFailedCreateTest, LeavesItWhenAnotherHoldsIt)
             EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat")) << dwShared;
         }
         EXPECT_EQ(EXISTING, Read("c.cat"));
-        EXPECT_FALSE(Exists("c.cat.new"));
+        EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
     }
 }
 
-TEST_F(CCatalogWindowsFailedCreateTest, LeavesItWhenAnotherHoldsTheNewOne)
+// As another run does it that is writing its own.
+TEST_F(CCatalogWindowsFailedCreateTest, TouchesNoUnfinishedOneThatAnotherHolds)
 {
-    Write("c.cat.new", "half");
-    const CHeldFile oHeld(Path("c.cat.new"), 0);
+    Write("tovcatalog-1.new", "TOVCATLG");
+    const CHeldFile oHeld(Path("tovcatalog-1.new"), FILE_SHARE_READ | FILE_SHARE_WRITE);
 
-    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat"));
-    EXPECT_EQ(EXISTING, Read("c.cat"));
+    Create({"c.cat", "tree"});
+
+    EXPECT_EQ("TOVCATLG", Read("tovcatalog-1.new"));
+    EXPECT_EQ((tNames{"c.cat", "tovcatalog-1.new", "tree"}), NamesInFolder());
 }

@@ -1,0 +1,135 @@
+#include "CatalogSystem.h"
+
+#include "Catalog.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+const std::intptr_t NO_FILE = -1;
+const mode_t PERMISSIONS = 0777;
+const mode_t NEW_FILE_PERMISSIONS = 0666;
+
+int ToNative(std::intptr_t hFile)
+{
+    return static_cast<int>(hFile);
+}
+
+// O_NONBLOCK means nothing to a file. It keeps the opening of a pipe from waiting.
+int OpenFile(const CTOVStringA& oName, int nFlags)
+{
+    const int nFile = ::open(SystemPath(oName).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | nFlags);
+    struct stat oStatus;
+    if (nFile >= 0 && (::fstat(nFile, &oStatus) != 0 || !S_ISREG(oStatus.st_mode)))
+    {
+        ::close(nFile);
+        return -1;
+    }
+    return nFile;
+}
+
+// Whether the name still leads to the open file: another process can have removed or replaced it before the lock.
+bool IsStillNamed(int nFile, const CTOVStringA& oName)
+{
+    struct stat oOpen;
+    struct stat oNamed;
+    return ::fstat(nFile, &oOpen) == 0 && ::lstat(SystemPath(oName).c_str(), &oNamed) == 0 &&
+           oOpen.st_dev == oNamed.st_dev && oOpen.st_ino == oNamed.st_ino;
+}
+
+bool Lock(int nFile, const CTOVStringA& oName)
+{
+    return ::flock(nFile, LOCK_EX | LOCK_NB) == 0 && IsStillNamed(nFile, oName);
+}
+} // namespace
+
+CInputFile::CInputFile(const CTOVStringA& oName) : m_hFile(OpenFile(oName, 0))
+{
+}
+
+CInputFile::~CInputFile()
+{
+    if (IsOpen())
+        ::close(ToNative(m_hFile));
+}
+
+bool CInputFile::IsOpen() const
+{
+    return m_hFile != NO_FILE;
+}
+
+unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
+{
+    unsigned long ulRead = 0;
+    while (ulRead < ulSize)
+    {
+        const ssize_t nPart = ::read(ToNative(m_hFile), static_cast<char*>(pBuffer) + ulRead, ulSize - ulRead);
+        if (nPart < 0 && errno == EINTR)
+            continue;
+        m_bFailed = m_bFailed || nPart < 0;
+        if (nPart <= 0)
+            break;
+        ulRead += static_cast<unsigned long>(nPart);
+    }
+    return ulRead;
+}
+
+CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
+    : m_oName(~oName), m_oTarget(~oTarget), m_hFile(NO_FILE)
+{
+    struct stat oStatus;
+    const bool bReplaces = ::stat(SystemPath(m_oTarget).c_str(), &oStatus) == 0;
+    // The owner has to be able to write it, for now.
+    const mode_t ulMode = bReplaces ? (oStatus.st_mode & PERMISSIONS) | S_IWUSR : NEW_FILE_PERMISSIONS;
+
+    const int nFile = ::open(SystemPath(m_oName).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ulMode);
+    if (nFile >= 0 && !Lock(nFile, m_oName))
+        ::close(nFile); // another run took it for an abandoned one before it was locked
+    else
+        m_hFile = nFile;
+}
+
+CNewFile::~CNewFile()
+{
+    if (!IsOpen())
+        return;
+    if (!m_bInPlace && IsStillNamed(ToNative(m_hFile), m_oName))
+        ::unlink(SystemPath(m_oName).c_str());
+    ::close(ToNative(m_hFile)); // only now: the lock keeps the name for this file
+}
+
+bool CNewFile::IsOpen() const
+{
+    return m_hFile != NO_FILE;
+}
+
+bool CNewFile::PutInPlace()
+{
+    const std::filesystem::path oTarget = SystemPath(m_oTarget);
+    struct stat oStatus;
+    if (::stat(oTarget.c_str(), &oStatus) == 0 && ::fchmod(ToNative(m_hFile), oStatus.st_mode & PERMISSIONS) != 0)
+        return false;
+    m_bInPlace = ::fsync(ToNative(m_hFile)) == 0 && IsStillNamed(ToNative(m_hFile), m_oName) &&
+                 ::rename(SystemPath(m_oName).c_str(), oTarget.c_str()) == 0;
+    return m_bInPlace;
+}
+
+bool RemoveAbandonedFile(const CTOVStringA& oName)
+{
+    const int nFile = OpenFile(oName, O_NOFOLLOW);
+    if (nFile < 0)
+        return false;
+    const bool bRemoved = Lock(nFile, oName) && ::unlink(SystemPath(oName).c_str()) == 0;
+    ::close(nFile);
+    return bRemoved;
+}
+
+bool IsTerminal(std::FILE* pFile)
+{
+    return ::isatty(::fileno(pFile)) != 0;
+}

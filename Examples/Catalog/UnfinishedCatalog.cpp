@@ -1,0 +1,73 @@
+#include "UnfinishedCatalog.h"
+
+#include "Catalog.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+namespace
+{
+const char NAME_BEGIN[] = "tovcatalog-";
+const char NAME_END[] = ".new";
+
+// More runs at once nobody has.
+const int MAX_TRIES = 1000;
+
+const char* FindFileName(const CTOVStringA& oName)
+{
+    const char* szFileName = ~oName;
+    for (const char* p = szFileName; *p != '\0'; ++p)
+    {
+        if (*p == '/' || *p == '\\')
+            szFileName = p + 1;
+    }
+    return szFileName;
+}
+
+CTOVStringA NameBeside(const CTOVStringA& oCatalog, int nTry)
+{
+    const std::string sFolder(~oCatalog, FindFileName(oCatalog));
+    return CTOVStringA((sFolder + NAME_BEGIN + std::to_string(nTry) + NAME_END).c_str());
+}
+
+bool HasSuchName(const CTOVStringA& oName)
+{
+    const std::string sName = FindFileName(oName);
+    const std::size_t nBegin = std::strlen(NAME_BEGIN);
+    const std::size_t nEnd = sName.size() - std::min(sName.size(), std::strlen(NAME_END));
+    return nEnd > nBegin && sName.compare(0, nBegin, NAME_BEGIN) == 0 &&
+           sName.compare(nEnd, sName.npos, NAME_END) == 0 &&
+           std::all_of(sName.begin() + nBegin, sName.begin() + nEnd, [](char c) { return '0' <= c && c <= '9'; });
+}
+} // namespace
+
+CUnfinishedCatalog::CUnfinishedCatalog(const CTOVStringA& oCatalog)
+{
+    for (int nTry = 1; nTry <= MAX_TRIES; ++nTry)
+    {
+        m_oName = NameBeside(oCatalog, nTry);
+        if (IsUnfinishedCatalog(m_oName))
+            RemoveAbandonedFile(m_oName);
+        m_pFile.reset(new CNewFile(m_oName, oCatalog));
+        if (m_pFile->IsOpen())
+            return;
+    }
+    throw CCatalogError("cannot be written");
+}
+
+void CUnfinishedCatalog::PutInPlace()
+{
+    if (!m_pFile->PutInPlace())
+        throw CCatalogError("cannot be written");
+}
+
+bool IsUnfinishedCatalog(const CTOVStringA& oName)
+{
+    if (!HasSuchName(oName))
+        return false;
+    CInputFile oFile(oName);
+    char szBegin[sizeof(CATALOG_MAGIC)];
+    const unsigned long ulRead = oFile.IsOpen() ? oFile.Read(szBegin, sizeof(szBegin)) : 0;
+    return oFile.IsOpen() && !oFile.HasFailed() && std::memcmp(szBegin, CATALOG_MAGIC, ulRead) == 0;
+}

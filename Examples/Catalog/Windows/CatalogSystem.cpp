@@ -1,0 +1,105 @@
+#include "CatalogSystem.h"
+
+#include <io.h>
+
+#include <windows.h>
+
+namespace
+{
+const std::intptr_t NO_FILE = -1; // INVALID_HANDLE_VALUE
+
+HANDLE ToNative(std::intptr_t hFile)
+{
+    return reinterpret_cast<HANDLE>(hFile);
+}
+
+std::intptr_t FromNative(HANDLE hFile)
+{
+    return reinterpret_cast<std::intptr_t>(hFile);
+}
+} // namespace
+
+CInputFile::CInputFile(const CTOVStringA& oName)
+    : m_hFile(FromNative(::CreateFileA(~oName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                       NULL, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, NULL)))
+{
+    // A name can belong to a device.
+    if (IsOpen() && ::GetFileType(ToNative(m_hFile)) != FILE_TYPE_DISK)
+    {
+        ::CloseHandle(ToNative(m_hFile));
+        m_hFile = NO_FILE;
+    }
+}
+
+CInputFile::~CInputFile()
+{
+    if (IsOpen())
+        ::CloseHandle(ToNative(m_hFile));
+}
+
+bool CInputFile::IsOpen() const
+{
+    return m_hFile != NO_FILE;
+}
+
+unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
+{
+    unsigned long ulRead = 0;
+    while (ulRead < ulSize)
+    {
+        DWORD dwPart = 0;
+        const BOOL bRead =
+            ::ReadFile(ToNative(m_hFile), static_cast<char*>(pBuffer) + ulRead, ulSize - ulRead, &dwPart, NULL);
+        m_bFailed = m_bFailed || !bRead;
+        if (!bRead || dwPart == 0)
+            break;
+        ulRead += dwPart;
+    }
+    return ulRead;
+}
+
+// Nobody can remove a file that is open without the permission to do so.
+CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
+    : m_oName(~oName), m_oTarget(~oTarget),
+      m_hFile(FromNative(::CreateFileA(~oName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, NULL, CREATE_NEW,
+                                       FILE_ATTRIBUTE_NORMAL, NULL)))
+{
+}
+
+CNewFile::~CNewFile()
+{
+    if (!IsOpen())
+        return;
+    ::CloseHandle(ToNative(m_hFile)); // an open file cannot be removed
+    if (!m_bInPlace)
+        ::DeleteFileA(~m_oName);
+}
+
+bool CNewFile::IsOpen() const
+{
+    return m_hFile != NO_FILE;
+}
+
+bool CNewFile::PutInPlace()
+{
+    if (!::FlushFileBuffers(ToNative(m_hFile)))
+        return false;
+
+    // An open file cannot be moved either. Whoever removes it now makes the move fail, and no more.
+    ::CloseHandle(ToNative(m_hFile));
+    m_hFile = NO_FILE;
+    m_bInPlace = ::MoveFileExA(~m_oName, ~m_oTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    if (!m_bInPlace)
+        ::DeleteFileA(~m_oName);
+    return m_bInPlace;
+}
+
+bool RemoveAbandonedFile(const CTOVStringA& oName)
+{
+    return ::DeleteFileA(~oName) != FALSE;
+}
+
+bool IsTerminal(std::FILE* pFile)
+{
+    return ::_isatty(::_fileno(pFile)) != 0;
+}

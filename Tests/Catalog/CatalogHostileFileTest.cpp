@@ -1,0 +1,98 @@
+// Catalogues whose numbers promise more than there is, and names that nothing can have.
+#include "Catalog/CatalogInstruments.h"
+#include "Support/TOVAllocationCounter.h"
+
+#include <CatalogFile.h>
+#include <Console.h>
+
+#include <filesystem>
+
+namespace
+{
+const std::size_t MEBIBYTE = 1024 * 1024;
+
+class CCatalogHostileFileTest : public CCatalogTest
+{
+protected:
+    // The head of a catalogue of one directory, up to the number of its files.
+    static std::string Head() { return "TOVCATLG" + CatalogNumber(3) + CatalogNumber(1); }
+
+    // Reads such a catalogue, which must be refused. Returns how many bytes of memory that takes in all.
+    std::size_t MemoryToRefuse(const std::string& sBytes)
+    {
+        Write("c.cat", sBytes);
+        const std::string sPath = Path("c.cat");
+        const CAllocationCounter oCounter;
+        try
+        {
+            LoadCatalog(sPath.c_str());
+            return SIZE_MAX;
+        }
+        catch (const CCatalogError&)
+        {
+            return oCounter.BytesTaken();
+        }
+    }
+
+    static std::string Promise(std::size_t nCount) { return CatalogNumber(static_cast<std::uint32_t>(nCount)); }
+};
+} // namespace
+
+TEST_F(CCatalogHostileFileTest, TakesNoMemoryForWhatACountPromises)
+{
+    const std::string sRest(4 * MEBIBYTE, '\0');
+    const std::string sOneDirectory = CatalogNumber(1) + CatalogText("tree") + CatalogNumber(0);
+    for (const std::size_t nEach : {4u, 5u, 17u, 25u})
+    {
+        const std::string sCount = Promise(sRest.size() / nEach);
+        EXPECT_GT(MEBIBYTE, MemoryToRefuse(Head() + sCount + sRest)) << nEach;
+        EXPECT_GT(MEBIBYTE, MemoryToRefuse(Sealed(Head() + sCount + sRest))) << nEach;
+        EXPECT_GT(MEBIBYTE, MemoryToRefuse(Head() + CatalogNumber(0) + sCount + sRest)) << nEach;
+        EXPECT_GT(MEBIBYTE, MemoryToRefuse(Sealed(Head() + sOneDirectory + sCount + sRest))) << nEach;
+        EXPECT_GT(MEBIBYTE, MemoryToRefuse("TOVCATLG" + CatalogNumber(1) + CatalogText("tree") + sCount + sRest));
+    }
+}
+
+TEST_F(CCatalogHostileFileTest, IsRefusedForNamesThatCannotBe)
+{
+    for (const std::string& sName : {std::string(), std::string(4097, 'x'), std::string(1000000, 'x'),
+                                     std::string(1000000, '\n'), std::string(5000000, '\x1b')})
+    {
+        for (const std::string& sBytes :
+             {CatalogVersion3({sName}, {}, {{0, "a", 1, 0}}), CatalogVersion3({"tree"}, {sName}, {{0, "a", 1, 0}}),
+              CatalogVersion3({"tree"}, {}, {{0, sName, 1, 0}}), CatalogVersion2({sName}, {}, {{0, "a", 1, 0}}),
+              CatalogVersion1(sName, {{0, "a", 1, 0}}), CatalogVersion1("tree", {{0, sName, 1, 0}})})
+        {
+            Write("c.cat", sBytes);
+            EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat is ")) << sName.size();
+            EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat is ")) << sName.size();
+        }
+    }
+}
+
+TEST_F(CCatalogHostileFileTest, IsListedWithTheLongestNamesThatCanBe)
+{
+    const std::string sName(4096, '\x01');
+    Write("c.cat", CatalogVersion3({sName}, {sName}, {{0, sName, 1, 0}}));
+
+    const sRun oRun = Run({"list", "c.cat"});
+
+    EXPECT_EQ(0, oRun.nExitCode) << oRun.sErrors;
+    EXPECT_EQ(2u, Lines(oRun.sOutput).size());
+    EXPECT_LT(4 * 2 * sName.size(), oRun.sOutput.size());
+}
+
+TEST_F(CCatalogHostileFileTest, HasItsNamesShownAtACostOfTheirLength)
+{
+    for (const char cCharacter : {'x', '\x01'})
+    {
+        const CTOVStringA oName(std::string(500000, cCharacter).c_str());
+
+        const CAllocationCounter oCounter;
+        const CTOVStringA oShown = Printable(oName);
+        const std::size_t nTaken = oCounter.BytesTaken();
+
+        EXPECT_EQ(cCharacter == 'x' ? 500000 : 2000000, oShown.GetLength());
+        EXPECT_GT(16 * MEBIBYTE, nTaken);
+    }
+}

@@ -1,0 +1,88 @@
+// Catalogues of version 2. Data/version-2.cat is such a one, which an earlier program has written.
+#include "Catalog/CatalogInstruments.h"
+
+namespace
+{
+class CCatalogVersion2Test : public CCatalogTest
+{
+protected:
+    CCatalogVersion2Test()
+    {
+        std::string sAllBytes;
+        for (int nByte = 0; nByte < 256; ++nByte)
+            sAllBytes += static_cast<char>(nByte);
+        Write("tree/all-bytes", sAllBytes);
+        Write("tree/empty", "");
+        Write("tree/sub/hello.txt", "hello\n");
+        Write("c.cat", Sample());
+    }
+
+    static std::string Sample()
+    {
+        const std::string sProgram = PathOfCatalogProgram();
+        return ReadWholeFile(sProgram.substr(0, sProgram.find_last_of("\\/") + 1) + "CatalogSamples/version-2.cat");
+    }
+
+    static std::vector<sCatalogFile> Files()
+    {
+        return {{0, "all-bytes", 256, 0x29058c73}, {0, "empty", 0, 0}, {0, "sub/hello.txt", 6, 0x363a3020}};
+    }
+};
+} // namespace
+
+TEST_F(CCatalogVersion2Test, HasTheDescribedFormat)
+{
+    EXPECT_EQ(CatalogVersion2({"tree"}, {"*"}, Files()), Sample());
+}
+
+TEST_F(CCatalogVersion2Test, IsListed)
+{
+    EXPECT_EQ((tNames{"29058c73 256 tree/all-bytes", "00000000 0 tree/empty", "363a3020 6 tree/sub/hello.txt"}),
+              Listed());
+}
+
+TEST_F(CCatalogVersion2Test, IsVerified)
+{
+    const sRun oRun = Run({"verify", "c.cat"});
+
+    EXPECT_EQ(0, oRun.nExitCode);
+    EXPECT_EQ("3 files, 262 bytes: verified: all unchanged", Summary(oRun));
+}
+
+TEST_F(CCatalogVersion2Test, ShowsDifferences)
+{
+    Write("tree/all-bytes", "less");
+    Remove("tree/empty");
+    Write("tree/more", "");
+
+    EXPECT_EQ((tNames{"changed tree/all-bytes", "missing tree/empty", "new tree/more"}),
+              Reports(Run({"verify", "c.cat"})));
+}
+
+TEST_F(CCatalogVersion2Test, IsRefusedWhereverItIsCutOffOrChanged)
+{
+    for (std::size_t nByte = 0; nByte < Sample().size(); ++nByte)
+    {
+        Write("c.cat", Sample().substr(0, nByte));
+        EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat")) << nByte << " bytes";
+
+        std::string sBytes = Sample();
+        sBytes[nByte] = static_cast<char>(~sBytes[nByte]);
+        Write("c.cat", sBytes);
+        EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat")) << "byte " << nByte;
+    }
+}
+
+TEST_F(CCatalogVersion2Test, IsRefusedWithTheCheckValueOfTheNextVersion)
+{
+    Write("c.cat", Sealed(Sample().substr(0, Sample().size() - 4)));
+
+    EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "checksum"));
+}
+
+TEST_F(CCatalogVersion2Test, IsReplacedByTheNewFormat)
+{
+    Create({"c.cat", "tree", "--pattern", "*"});
+
+    EXPECT_EQ(CatalogVersion3({"tree"}, {"*"}, Files()), Read("c.cat"));
+}

@@ -1,0 +1,88 @@
+// Files that have turned into something else by the time they are read, and an output that takes nothing.
+#include "Catalog/CatalogFiles.h"
+#include "Catalog/CatalogInstruments.h"
+#include "Catalog/CatalogTerminal.h"
+#include "Catalog/Posix/CatalogHindrance.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+class CCatalogPipeTest : public CCatalogTest
+{
+protected:
+    // The one thread is at work with the first file for as long as that is big.
+    CCatalogPipeTest()
+    {
+        Write("tree/z", "x");
+        Write("tree/zz", "x");
+        WriteSparseFile(Path("tree/big"), 30000000000, "");
+    }
+
+    // Waits until all files have been found. Puts a pipe in the place of one, and then lets the reading go on.
+    void SwapAndGoOn(CCatalogTerminal& oTerminal)
+    {
+        ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
+        Remove("tree/z");
+        ASSERT_EQ(0, ::mkfifo(Path("tree/z").c_str(), 0666));
+        CutFile(Path("tree/big"), 10);
+    }
+};
+} // namespace
+
+TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToCreate)
+{
+    CCatalogTerminal oTerminal({"create", "c.cat", "tree", "--threads", "1"}, Folder());
+    SwapAndGoOn(oTerminal);
+
+    EXPECT_EQ(1, oTerminal.WaitForEnd());
+    const tNames aScreen = oTerminal.Screen();
+    ASSERT_EQ(3u, aScreen.size()) << testing::PrintToString(aScreen);
+    EXPECT_EQ("unreadable tree/big", aScreen[0]); // it has become shorter
+    EXPECT_EQ("unreadable tree/z", aScreen[1]);
+    EXPECT_EQ((tNames{"8cdc1683 1 tree/zz"}), Listed());
+}
+
+TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToVerify)
+{
+    Write("c.cat",
+          CatalogVersion3({"tree"}, {}, {{0, "big", 10, 0}, {0, "z", 1, 0x8cdc1683}, {0, "zz", 1, 0x8cdc1683}}));
+    CCatalogTerminal oTerminal({"verify", "c.cat", "--threads", "1"}, Folder());
+    SwapAndGoOn(oTerminal);
+
+    EXPECT_EQ(1, oTerminal.WaitForEnd());
+    const tNames aScreen = oTerminal.Screen();
+    ASSERT_EQ(3u, aScreen.size()) << testing::PrintToString(aScreen);
+    EXPECT_EQ("unreadable tree/z", aScreen[1]);
+}
+
+TEST_F(CCatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
+{
+    for (const int nSignal : {SIGINT, SIGTERM})
+    {
+        WriteSparseFile(Path("tree/big"), 30000000000, "");
+        Remove("tree/z");
+        Write("tree/z", "x");
+        CCatalogTerminal oTerminal({"create", "c.cat", "tree", "--threads", "1"}, Folder());
+        SwapAndGoOn(oTerminal);
+
+        ::kill(static_cast<pid_t>(oTerminal.ProcessId()), nSignal);
+
+        EXPECT_NE(-1, oTerminal.WaitForEnd()) << nSignal;
+    }
+}
+
+TEST_F(CCatalogPipeTest, ThatIsFullLosesNoReportInSilence)
+{
+    Remove("tree/big");
+    Create({"c.cat", "tree"});
+    const auto fnFullOutput = [] { ::dup2(::open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); };
+
+    for (const tNames& aCommand :
+         {tNames{"list", "c.cat"}, tNames{"verify", "c.cat"}, tNames{"create", "c.cat", "tree"}})
+        EXPECT_TRUE(IsRefused(RunHindered(aCommand, Folder(), fnFullOutput), "standard output")) << aCommand[0];
+}

@@ -1,0 +1,96 @@
+// The unfinished catalogue, with links and permissions, and with another run at any moment.
+#include "Catalog/CatalogInstruments.h"
+#include "Catalog/Posix/CatalogHindrance.h"
+#include "Catalog/Posix/CatalogSteps.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace
+{
+const char EXISTING[] = "an existing catalogue\n";
+
+class CCatalogPosixUnfinishedTest : public CCatalogTest
+{
+protected:
+    CCatalogPosixUnfinishedTest()
+    {
+        Write("tree/a", "x");
+        Write("c.cat", EXISTING);
+    }
+
+    static std::string Good() { return CatalogVersion3({"tree"}, {}, {{0, "a", 1, 0x8cdc1683}}); }
+
+    mode_t ModeOf(const std::string& sName) const
+    {
+        struct stat oStatus = {};
+        EXPECT_EQ(0, ::stat(Path(sName).c_str(), &oStatus));
+        return oStatus.st_mode & 07777;
+    }
+};
+} // namespace
+
+TEST_F(CCatalogPosixUnfinishedTest, IsWrittenThroughNoLink)
+{
+    Write("victim", Good().substr(0, 12));
+    for (const char* szName : {"c.cat.new", "tovcatalog-1.new", "tovcatalog-2.new"})
+        std::filesystem::create_symlink("victim", Path(szName));
+    std::filesystem::create_symlink("nowhere", Path("tovcatalog-3.new"));
+
+    Create({"c.cat", "tree"});
+
+    EXPECT_EQ(Good(), Read("c.cat"));
+    EXPECT_FALSE(std::filesystem::is_symlink(Path("c.cat")));
+    EXPECT_EQ(Good().substr(0, 12), Read("victim"));
+    EXPECT_FALSE(Exists("nowhere"));
+    for (const char* szName : {"c.cat.new", "tovcatalog-1.new", "tovcatalog-2.new", "tovcatalog-3.new"})
+        EXPECT_TRUE(std::filesystem::is_symlink(Path(szName))) << szName;
+}
+
+TEST_F(CCatalogPosixUnfinishedTest, WaitsForNoPipeOfItsName)
+{
+    ASSERT_EQ(0, ::mkfifo(Path("tovcatalog-1.new").c_str(), 0666));
+
+    Create({"c.cat", "tree"});
+
+    EXPECT_EQ(Good(), Read("c.cat"));
+}
+
+TEST_F(CCatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
+{
+    for (const mode_t ulMode : {0600u, 0640u, 0400u, 0666u})
+    {
+        ASSERT_EQ(0, ::chmod(Path("c.cat").c_str(), ulMode));
+        mode_t ulSeen = 0;
+        const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
+            if (Exists("tovcatalog-1.new"))
+                ulSeen |= ModeOf("tovcatalog-1.new");
+        });
+
+        EXPECT_EQ(0, nExitCode);
+        EXPECT_EQ(ulMode, ModeOf("c.cat"));
+        EXPECT_NE(0u, ulSeen);
+        EXPECT_EQ(0u, ulSeen & ~(ulMode | S_IWUSR));
+    }
+}
+
+TEST_F(CCatalogPosixUnfinishedTest, IsLostToNoOtherRunThatDiesAtAnyMoment)
+{
+    int nOthers = 0;
+    const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
+        const std::string sBefore = Read("c.cat");
+        EXPECT_TRUE(sBefore == EXISTING || sBefore == Good());
+        if (NamesInFolder().size() == 2 && sBefore == EXISTING)
+            return; // not yet begun
+
+        ++nOthers;
+        EXPECT_EQ(-1, RunHindered({"create", "c.cat", "tree"}, Folder(), [] { DieBeyondFileSize(10); }).nExitCode);
+        EXPECT_EQ(sBefore, Read("c.cat"));
+    });
+
+    EXPECT_EQ(0, nExitCode);
+    EXPECT_LT(10, nOthers);
+    EXPECT_EQ(Good(), Read("c.cat"));
+    Create({"c.cat", "tree"});
+    EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
+}
