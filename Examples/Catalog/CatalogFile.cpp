@@ -39,38 +39,32 @@ const int SMALLEST_RECORD_OF_VERSION_1 = SMALLEST_TEXT + 12;
 
 const char ASSIGN[] = "catalog";
 
-// What becomes of the elements that are read. A check keeps none, so that it needs no memory for what a count promises.
-enum eReading
-{
-    eReadingCheck,
-    eReadingKeep
-};
-
-// Passes the elements of an array one by one. Returns their number.
+// Passes the elements of an array one by one. Returns their number. Keeps none of them unless bKeep: a check needs no
+// memory for what a count promises.
 template<class T, class TPass>
-int PassEach(CArchive& oArchive, CTOVArray<T>& aElements, int nSmallest, eReading eMode, TPass fnPass)
+int PassEach(CArchive& oArchive, CTOVArray<T>& aElements, int nSmallest, bool bKeep, TPass fnPass)
 {
     int nCount = static_cast<int>(aElements.GetSize());
     oArchive.Count(nCount, nSmallest);
-    if (eMode == eReadingKeep)
+    if (bKeep)
         aElements.Resize(nCount);
     T oDropped;
     for (int i = 0; i < nCount; ++i)
-        fnPass(eMode == eReadingKeep ? aElements[i] : oDropped);
+        fnPass(bKeep ? aElements[i] : oDropped);
     return nCount;
 }
 
-int SerializeTexts(CArchive& oArchive, CTOVArray<CTOVStringA>& aTexts, eReading eMode)
+int SerializeTexts(CArchive& oArchive, CTOVArray<CTOVStringA>& aTexts, bool bKeep)
 {
-    return PassEach(oArchive, aTexts, SMALLEST_TEXT, eMode, [&](CTOVStringA& oText) { oArchive.Text(oText); });
+    return PassEach(oArchive, aTexts, SMALLEST_TEXT, bKeep, [&](CTOVStringA& oText) { oArchive.Text(oText); });
 }
 
 // Returns the number of directories.
-int SerializeSelection(CArchive& oArchive, sCatalog& oCatalog, eReading eMode)
+int SerializeSelection(CArchive& oArchive, sCatalog& oCatalog, bool bKeep)
 {
     oArchive.Begin(SELECTION_VERSION);
-    const int nDirectories = SerializeTexts(oArchive, oCatalog.aDirectories, eMode);
-    SerializeTexts(oArchive, oCatalog.aPatterns, eMode);
+    const int nDirectories = SerializeTexts(oArchive, oCatalog.aDirectories, bKeep);
+    SerializeTexts(oArchive, oCatalog.aPatterns, bKeep);
     oArchive.End();
     return nDirectories;
 }
@@ -103,8 +97,9 @@ void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
     oArchive.End();
 }
 
-// One calling sequence for both directions.
-void Serialize(CArchive& oArchive, sCatalog& oCatalog, eReading eMode)
+// One calling sequence for both directions. Each record that is not kept is handed on.
+void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool bKeepRecords,
+               const tRecordVisitor& fnVisit)
 {
     char szMagic[sizeof(CATALOG_MAGIC)];
     std::memcpy(szMagic, CATALOG_MAGIC, sizeof(CATALOG_MAGIC));
@@ -113,13 +108,15 @@ void Serialize(CArchive& oArchive, sCatalog& oCatalog, eReading eMode)
         throw CCatalogError("is no catalogue");
 
     const int nVersion = oArchive.Begin(CATALOG_VERSION);
-    const int nDirectories =
-        nVersion >= 2 ? SerializeSelection(oArchive, oCatalog, eMode) : SerializeOnlyDirectory(oArchive, oCatalog);
+    const int nDirectories = nVersion >= 2 ? SerializeSelection(oArchive, oCatalog, bKeepSelection)
+                                           : SerializeOnlyDirectory(oArchive, oCatalog);
     const int nSmallest = nVersion >= 2 ? SMALLEST_RECORD : SMALLEST_RECORD_OF_VERSION_1;
-    PassEach(oArchive, oCatalog.aFiles, nSmallest, eMode, [&](sFileRecord& oRecord) {
+    PassEach(oArchive, oCatalog.aFiles, nSmallest, bKeepRecords, [&](sFileRecord& oRecord) {
         SerializeRecord(oArchive, oRecord);
         if (oRecord.lDirectory < 0 || oRecord.lDirectory >= nDirectories)
             throw CCatalogError("is damaged: it names a file without a place");
+        if (!bKeepRecords)
+            fnVisit(oCatalog, oRecord);
     });
 
     if (nVersion >= 2)
@@ -174,21 +171,25 @@ unsigned long long SizeOf(const CTOVStringA& oAssigned)
     return oFile.GetSize();
 }
 
-sCatalog Load(const CTOVStringA& oAssigned)
+void IgnoreRecord(const sCatalog&, const sFileRecord&)
+{
+}
+
+// The first of two readings only looks whether all is well.
+sCatalog Load(const CTOVStringA& oAssigned, bool bKeepRecords, const tRecordVisitor& fnVisit)
 {
     const unsigned long long ullSize = SizeOf(oAssigned);
     sCatalog oCatalog;
-    for (const eReading eMode : {eReadingCheck, eReadingKeep})
+    for (const bool bCheck : {true, false})
     {
         CTOVReadFileStream oStream(~oAssigned, 0);
         CArchive oArchive(oStream, ullSize);
-        Serialize(oArchive, oCatalog, eMode);
+        Serialize(oArchive, oCatalog, !bCheck, !bCheck && bKeepRecords, bCheck ? &IgnoreRecord : fnVisit);
     }
     return oCatalog;
 }
-} // namespace
 
-sCatalog LoadCatalog(const CTOVStringA& oName)
+sCatalog LoadNamed(const CTOVStringA& oName, bool bKeepRecords, const tRecordVisitor& fnVisit)
 {
     if (!CTOVPath(oName).DoesExist())
         throw About(oName, "does not exist");
@@ -199,7 +200,7 @@ sCatalog LoadCatalog(const CTOVStringA& oName)
         throw About(oName, "is no catalogue");
     try
     {
-        return Load(AssignDirectoryOf(oName));
+        return Load(AssignDirectoryOf(oName), bKeepRecords, fnVisit);
     }
     catch (const CCatalogError& oError)
     {
@@ -209,6 +210,17 @@ sCatalog LoadCatalog(const CTOVStringA& oName)
     {
         throw About(oName, "cannot be opened");
     }
+}
+} // namespace
+
+sCatalog LoadCatalog(const CTOVStringA& oName)
+{
+    return LoadNamed(oName, true, &IgnoreRecord);
+}
+
+void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
+{
+    LoadNamed(oName, false, fnVisit);
 }
 
 void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
@@ -225,9 +237,9 @@ void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
             sCatalog oCopy = oCatalog;
             CTOVWriteFileStream oStream(~oAssigned, false, 0);
             CArchive oArchive(oStream);
-            Serialize(oArchive, oCopy, eReadingKeep);
+            Serialize(oArchive, oCopy, true, true, &IgnoreRecord);
         }
-        Load(oAssigned); // a full disk shows here: a stream's writes report nothing
+        Load(oAssigned, false, &IgnoreRecord); // a full disk shows here: a stream's writes report nothing
         oUnfinished.PutInPlace();
     }
     catch (const std::exception&)

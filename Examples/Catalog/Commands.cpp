@@ -273,14 +273,15 @@ int VerifyCatalog(const CTOVStringA& oName, int nThreads, bool bAllowEmpty, cons
 
 int ListCatalog(const CTOVStringA& oName)
 {
-    const sCatalog oCatalog = LoadCatalog(oName);
-    for (long i = 0; i < oCatalog.aFiles.GetSize(); ++i)
-    {
-        const sFileRecord& oRecord = oCatalog.aFiles[i];
+    long lFiles = 0;
+    unsigned long long ullBytes = 0;
+    VisitCatalog(oName, [&](const sCatalog& oCatalog, const sFileRecord& oRecord) {
         CTOVStringA oLine;
         oLine.Format("%08x %14I64u  %s", oRecord.dwCrc, oRecord.ullSize, ~Printable(FullName(oCatalog, oRecord)));
         std::printf("%s\n", ~oLine);
-    }
-    std::printf("%s\n", ~DescribeFiles(oCatalog.aFiles.GetSize(), TotalSize(oCatalog.aFiles)));
+        ++lFiles;
+        ullBytes += oRecord.ullSize;
+    });
+    std::printf("%s\n", ~DescribeFiles(lFiles, ullBytes));
     return eExitSame;
 }

@@ -42,10 +42,6 @@ bool IsStillNamed(int nFile, const CTOVStringA& oName)
            oOpen.st_dev == oNamed.st_dev && oOpen.st_ino == oNamed.st_ino;
 }
 
-bool Lock(int nFile, const CTOVStringA& oName)
-{
-    return ::flock(nFile, LOCK_EX | LOCK_NB) == 0 && IsStillNamed(nFile, oName);
-}
 } // namespace
 
 CInputFile::CInputFile(const CTOVStringA& oName) : m_hFile(OpenFile(oName, 0))
@@ -88,10 +84,16 @@ CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
     const mode_t ulMode = bReplaces ? (oStatus.st_mode & PERMISSIONS) | S_IWUSR : NEW_FILE_PERMISSIONS;
 
     const int nFile = ::open(SystemPath(m_oName).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ulMode);
-    if (nFile >= 0 && !Lock(nFile, m_oName))
-        ::close(nFile); // another run took it for an abandoned one before it was locked
-    else
+    if (nFile < 0)
+        return;
+
+    // A file system without locks has to do without. Before the lock, another run can take the file for an abandoned
+    // one: it removes it then.
+    const bool bLocked = ::flock(nFile, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (bLocked && IsStillNamed(nFile, m_oName))
         m_hFile = nFile;
+    else
+        ::close(nFile);
 }
 
 CNewFile::~CNewFile()
@@ -124,7 +126,8 @@ bool RemoveAbandonedFile(const CTOVStringA& oName)
     const int nFile = OpenFile(oName, O_NOFOLLOW);
     if (nFile < 0)
         return false;
-    const bool bRemoved = Lock(nFile, oName) && ::unlink(SystemPath(oName).c_str()) == 0;
+    const bool bRemoved = ::flock(nFile, LOCK_EX | LOCK_NB) == 0 && IsStillNamed(nFile, oName) &&
+                          ::unlink(SystemPath(oName).c_str()) == 0;
     ::close(nFile);
     return bRemoved;
 }
