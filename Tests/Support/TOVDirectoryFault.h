@@ -20,8 +20,7 @@ private:
     const std::unique_ptr<sHook> m_pHook;
 };
 
-#if !defined(_WIN32)
-// While it lives, the constructing thread cannot look at entries of this name: the system gives this error.
+// Posix only. While it lives, the constructing thread cannot look at entries of this name: the system gives this error.
 class CStatusFault
 {
 public:
@@ -30,4 +29,3 @@ public:
     CStatusFault(const CStatusFault&) = delete;
     CStatusFault& operator=(const CStatusFault&) = delete;
 };
-#endif
