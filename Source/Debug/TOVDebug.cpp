@@ -22,6 +22,12 @@ const char QUESTION[] = "\n" DASHES "\n\nWould you like to debug the application
 
 #undef DASHES
 
+// A line as listeners get it: of 32 bits, also where their type has more.
+template<class TLine> unsigned long ToLine(TLine nLine)
+{
+    return static_cast<tDword>(nLine);
+}
+
 // Settled: never cleared, so that each further failed check shows the question once more, as far as it fits.
 char s_szQuestions[1024];
 } // namespace
@@ -31,20 +37,20 @@ bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, e
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
-    CTOVDebugServer::Instance().OnLogV(szFile, ulLine, eSeverity, szFormat, pArguments);
+    CTOVDebugServer::Instance().OnLogV(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
     va_end(pArguments);
     return true;
 }
 
 void Assert(const char* szExpression, const char* szFile, int nLine)
 {
-    CTOVDebugServer::Instance().OnAssert(szFile, static_cast<unsigned long>(nLine), szExpression);
+    CTOVDebugServer::Instance().OnAssert(szFile, ToLine(nLine), szExpression);
     throw CTOVAssertException();
 }
 
 bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine)
 {
-    CTOVDebugServer::Instance().OnAssert(szFile, static_cast<unsigned long>(nLine), szExpression);
+    CTOVDebugServer::Instance().OnAssert(szFile, ToLine(nLine), szExpression);
 
     const std::size_t nUsed = std::strlen(s_szQuestions);
     std::strncat(s_szQuestions, QUESTION, sizeof(s_szQuestions) - 1 - nUsed);
@@ -67,7 +73,7 @@ void TOVPanic(const char* szFile, unsigned long ulLine, const char* szFormat, ..
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
-    TOVDebug::CTOVDebugServer::Instance().OnPanicV(szFile, ulLine, szFormat, pArguments);
+    TOVDebug::CTOVDebugServer::Instance().OnPanicV(szFile, TOVDebug::ToLine(ulLine), szFormat, pArguments);
     va_end(pArguments);
     std::exit(-1);
 }

@@ -93,6 +93,33 @@ TEST(TOVAssertTest, TellsTheListenersFileFirstAndExpressionLast)
     TOVDebug::CTOVDebugServer::Instance().Unregister(&oA);
 }
 
+TEST(TOVAssertTest, TheLineHas32BitsForListeners)
+{
+    CLogRecorder oRecorder;
+
+    EXPECT_THROW(TOVDebug::Assert("false", "File", -1), TOVDebug::CTOVAssertException);
+    TOVDebug::_Log("File", static_cast<unsigned long>(-1), 0x1, eSeverityInfo, "text");
+
+    ASSERT_EQ(1u, oRecorder.Checks().size());
+    EXPECT_EQ(4294967295u, oRecorder.Checks()[0].ulLine);
+    ASSERT_EQ(1u, oRecorder.Lines().size());
+    EXPECT_EQ(4294967295u, oRecorder.Lines()[0].ulLine);
+}
+
+TOV_CHILD(AsksAboutALineBelowZero)
+{
+    MakeImmortal<CWitness>();
+    TOVDebug::Alternate_Assert("false", "File", -1);
+    TOVPanic("File", static_cast<unsigned long>(-1), "text");
+}
+
+TEST(TOVAssertTest, TheLineHas32BitsAtAQuestionAndAPanicToo)
+{
+    const sObservedChild oChild = RunObserved("AsksAboutALineBelowZero", WithAnswers({eUserYes, eUserOk}));
+
+    EXPECT_EQ("heard false at File 4294967295; panic text at File 4294967295; ", oChild.sOutput);
+}
+
 TEST(TOVAssertTest, ThrowsClassOneAndCodeFfff)
 {
     try
