@@ -4,11 +4,71 @@
 #include <TOVPlatform/TOVSynchronization.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
+#include <iterator>
 
 namespace TOVDebug
 {
 namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
+
+namespace
+{
+// The servers that have closed down and still exist. Their handle keeps the value of a lock that is gone, so that it
+// cannot tell. One beyond this number destroys its lock once more at its end.
+const int MOST_CLOSED_SERVERS = 32;
+std::atomic<const CTOVDebugServer*> s_apClosedServers[MOST_CLOSED_SERVERS];
+std::atomic<int> s_nClosedServers(0);
+
+bool HasClosedDown(const CTOVDebugServer* pServer)
+{
+    return s_nClosedServers != 0 && std::find(std::begin(s_apClosedServers), std::end(s_apClosedServers), pServer) !=
+                                        std::end(s_apClosedServers);
+}
+
+// Puts one entry into the place of another one, of which there may be none.
+bool ReplaceClosedServer(const CTOVDebugServer* pOld, const CTOVDebugServer* pNew)
+{
+    return std::any_of(std::begin(s_apClosedServers), std::end(s_apClosedServers), [=](auto& pPlace) {
+        const CTOVDebugServer* pExpected = pOld;
+        return pPlace.compare_exchange_strong(pExpected, pNew);
+    });
+}
+
+void NoteClosedown(const CTOVDebugServer* pServer)
+{
+    if (!HasClosedDown(pServer) && ReplaceClosedServer(nullptr, pServer))
+        ++s_nClosedServers;
+}
+
+void ForgetClosedown(const CTOVDebugServer* pServer)
+{
+    if (HasClosedDown(pServer) && ReplaceClosedServer(pServer, nullptr))
+        --s_nClosedServers;
+}
+
+// Runs a function at the end of its scope, unless it is dropped before.
+template<class TFunction> class CScopeEnd
+{
+public:
+    explicit CScopeEnd(TFunction fnRun) : m_fnRun(fnRun), m_bDropped(false) {}
+
+    ~CScopeEnd()
+    {
+        if (!m_bDropped)
+            m_fnRun();
+    }
+
+    CScopeEnd(const CScopeEnd&) = delete;
+    CScopeEnd& operator=(const CScopeEnd&) = delete;
+
+    void Drop() { m_bDropped = true; }
+
+private:
+    const TFunction m_fnRun;
+    bool m_bDropped;
+};
+} // namespace
 
 CTOVDebugServer* CTOVDebugServer::s_pInstance = nullptr;
 
@@ -25,11 +85,26 @@ CTOVDebugServer::CTOVDebugServer() : m_hLoggerLock(0), m_szApplicationName()
     CreateLock();
 }
 
-CTOVDebugServer::CTOVDebugServer(const CTOVDebugServer& oOther) = default;
-CTOVDebugServer& CTOVDebugServer::operator=(const CTOVDebugServer& oOther) = default;
+CTOVDebugServer::CTOVDebugServer(const CTOVDebugServer& oOther) : ITOVLogListener(), m_hLoggerLock(0)
+{
+    CTOVDebugServer::operator=(oOther);
+}
+
+CTOVDebugServer& CTOVDebugServer::operator=(const CTOVDebugServer& oOther)
+{
+    m_oLoggers = oOther.m_oLoggers;
+    m_hLoggerLock = oOther.m_hLoggerLock;
+    std::copy(std::begin(oOther.m_szApplicationName), std::end(oOther.m_szApplicationName), m_szApplicationName);
+    if (HasClosedDown(&oOther))
+        NoteClosedown(this);
+    else
+        ForgetClosedown(this);
+    return *this;
+}
 
 CTOVDebugServer::~CTOVDebugServer() noexcept(false)
 {
+    const CScopeEnd oForget([this] { ForgetClosedown(this); });
     CTOVDebugServer::OnClosedown();
 }
 
@@ -39,12 +114,24 @@ void CTOVDebugServer::Register(ITOVLogListener* pListener)
         return;
 
     LockLoggers();
-    // Settled: a listener found in the table leaves the lock entered once more.
+    CScopeEnd oUnlock([this] { UnlockLoggers(); });
     if (std::find(m_oLoggers.begin(), m_oLoggers.end(), pListener) != m_oLoggers.end())
+    {
+        // Settled: a listener found in the table leaves the lock entered once more.
+        oUnlock.Drop();
         return;
+    }
     m_oLoggers.push_back(pListener);
+
+    // Settled: a listener that throws leaves the lock taken.
+    oUnlock.Drop();
+    const unsigned long long hEntered = m_hLoggerLock;
     StartupLogger(pListener);
-    UnlockLoggers();
+    // A server that is its own listener has a new lock now, which nobody has entered.
+    if (m_hLoggerLock == hEntered)
+        UnlockLoggers();
+    else
+        CriticalSection::Leave(hEntered);
 }
 
 void CTOVDebugServer::Unregister(ITOVLogListener* pListener)
@@ -67,7 +154,9 @@ template<class TCall> void CTOVDebugServer::Dispatch(TCall fnCall)
     // By index and with the size read anew: a listener may change the table from inside its call.
     for (std::size_t i = 0; i < m_oLoggers.size(); ++i)
     {
-        if (ITOVLogListener* pListener = m_oLoggers[i])
+        // A server that is in its own table would never come to an end.
+        ITOVLogListener* const pListener = m_oLoggers[i];
+        if (pListener != nullptr && pListener != this)
             fnCall(pListener);
     }
     UnlockLoggers();
@@ -108,6 +197,9 @@ void CTOVDebugServer::OnStartup()
 void CTOVDebugServer::OnClosedown()
 {
     Dispatch([this](ITOVLogListener* pListener) { ClosedownLogger(pListener); });
+    if (HasClosedDown(this))
+        return;
+    NoteClosedown(this);
     CriticalSection::Destroy(m_hLoggerLock);
 }
 
@@ -126,6 +218,7 @@ void CTOVDebugServer::SetDebugServer(CTOVDebugServer* pServer)
     if (pOld != nullptr)
     {
         pServer->CTOVDebugServer::operator=(*pOld);
+        NoteClosedown(pServer);
         delete pOld;
     }
     s_pInstance = pServer;
@@ -135,14 +228,16 @@ void CTOVDebugServer::LockLoggers()
 {
     if (m_hLoggerLock == 0)
         std::exit(-1);
-    CriticalSection::Enter(m_hLoggerLock);
+    if (!HasClosedDown(this))
+        CriticalSection::Enter(m_hLoggerLock);
 }
 
 void CTOVDebugServer::UnlockLoggers()
 {
     if (m_hLoggerLock == 0)
         std::exit(-1);
-    CriticalSection::Leave(m_hLoggerLock);
+    if (!HasClosedDown(this))
+        CriticalSection::Leave(m_hLoggerLock);
 }
 
 void CTOVDebugServer::StartupLogger(ITOVLogListener* pListener)
@@ -159,6 +254,7 @@ void CTOVDebugServer::ClosedownLogger(ITOVLogListener* pListener)
 
 void CTOVDebugServer::CreateLock()
 {
+    ForgetClosedown(this);
     m_hLoggerLock = CriticalSection::Create(2000);
     if (m_hLoggerLock == 0)
         std::exit(-1);

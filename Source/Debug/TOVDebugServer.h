@@ -11,6 +11,7 @@ namespace TOVDebug
 // and filters nothing, and does not own the listeners. It lives until the process ends.
 //
 // Threads: any. A listener that blocks blocks all diagnostics of the process; one that throws leaves the lock taken.
+// Exhausted memory does not: the server's own allocations happen in Register and in copies, and leave the lock free.
 // Without its lock the server cannot go on: any lock or unlock with handle 0 ends the process with exit(-1).
 class TOV_EXPORT CTOVDebugServer : public ITOVLogListener
 {
@@ -21,18 +22,21 @@ public:
     // An empty table, the name "<unknown>" and a lock of its own; exit(-1) if there can be none.
     CTOVDebugServer();
 
-    // Memberwise: the table by value, the lock shared.
+    // Memberwise: the table by value, the lock shared. Each of the two destroys the lock at its end: before the first
+    // of them ends, the other one must get a lock of its own through OnStartup.
     CTOVDebugServer(const CTOVDebugServer& oOther);
     CTOVDebugServer& operator=(const CTOVDebugServer& oOther);
 
     // Closes down all listeners and leaves them in the table, then destroys the lock; the handle keeps its old value.
-    // A server that closed down is not to be used before it got a fresh lock through OnStartup.
+    // A server that closed down works without a lock until it gets a fresh one through OnStartup: one thread at a time.
+    // Another closedown, that of its destructor included, tells the listeners once more and destroys nothing.
     void OnClosedown() override;
 
     // Creates a new lock over the old one, which is not destroyed; exit(-1) if there can be none.
     void OnStartup() override;
 
-    // One dispatch each. A listener may register and unregister listeners from inside.
+    // One dispatch each. A listener may register and unregister listeners from inside. A server that is in its own
+    // table is passed over there.
     void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                 va_list pArguments) override;
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
@@ -45,7 +49,7 @@ public:
     // Runs OnClosedown.
     virtual ~CTOVDebugServer() noexcept(false);
 
-    // Appends the listener and calls its OnStartup. Null is ignored.
+    // Appends the listener and calls its OnStartup. Null is ignored. Throws std::bad_alloc with nothing changed.
     // A second registration adds nothing and, settled, leaves the lock entered once more by the calling thread: every
     // other thread that logs then waits until this one has left. Do not register a listener twice.
     void Register(ITOVLogListener* pListener);
