@@ -2,17 +2,20 @@
 
 #include <Debug/TOVDebugServer.h>
 #include <TOVPlatform/TOVString.h>
+#include <TOVPlatform/TOVStringBackend.h>
 #include <TOVPlatform/TOVSystem.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
-#include <vector>
+#include <memory>
+#include <new>
 
 namespace TOVDebug
 {
 namespace
 {
 const int BUFFER_SIZE = 1024;
-const int LONGEST_LINE = 16 * 1024 * 1024;
 
 // Shared by all instances; guarded by the server's lock.
 char s_szBuffer[BUFFER_SIZE];
@@ -27,20 +30,52 @@ int TryPrint(char* szBuffer, int nSize, const char* szFormat, va_list pArguments
     return nCount < nSize ? nCount : -1;
 }
 
-// How often a text without arguments may be read as a format that finds zeros: each conversion takes three at most.
+// The length of a text, however long it is; -1 if it has no narrow form, or is longer than a size can tell.
+int LengthOf(const char* szFormat, va_list pArguments)
+{
+    va_list pCopy;
+    va_copy(pCopy, pArguments);
+    const int nLength = TOVPlatform::TOVStringBackend::VPrintedLength(szFormat, pCopy);
+    va_end(pCopy);
+    return nLength <= INT_MAX - 2 ? nLength : -1;
+}
+
+// Prints as much of a text as the block holds, and terminates it.
+void PrintBeginning(char* szBuffer, int nSize, const char* szFormat, va_list pArguments)
+{
+    std::memset(szBuffer, '\0', static_cast<std::size_t>(nSize));
+    TryPrint(szBuffer, nSize - 1, szFormat, pArguments);
+}
+
+// Prints the beginning of a panic into the work buffer.
+void PrintPanic(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments)
+{
+    const int MOST_OF_A_NAME = BUFFER_SIZE / 2;
+    const int nPrefix = TOVPlatform::TOVStringA::SNPrintf(s_szBuffer, BUFFER_SIZE, "%.*s(%d) : ", MOST_OF_A_NAME,
+                                                          szFile, static_cast<int>(ulLine));
+    if (szFormat != nullptr)
+        PrintBeginning(s_szBuffer + nPrefix, BUFFER_SIZE - nPrefix, szFormat, pArguments);
+}
+
+// How many arguments a text without arguments may ask for when it is read as a format: it finds zeros for so many.
 const int SPARE_ARGUMENTS = 24;
-const int MOST_CONVERSIONS = SPARE_ARGUMENTS / 3;
 
 // Whether a text can be read as a format for which there are only zeros: none of its conversions stores through its
-// argument, and there are not too many of them.
+// argument, and it does not ask for too many.
 bool CanReadAsFormat(const char* szText)
 {
-    int nConversions = 0;
+    int nArguments = 0;
     for (const char* szSign = std::strchr(szText, '%'); szSign != nullptr; szSign = std::strchr(szSign, '%'))
     {
-        ++szSign;
-        szSign += std::strspn(szSign, "-+ #0123456789.*hlLFNwI");
-        if (*szSign == 'n' || ++nConversions > MOST_CONVERSIONS)
+        const std::size_t nFlags = std::strspn(++szSign, "-+ #0123456789.*hlLFNwI");
+        nArguments += static_cast<int>(std::count(szSign, szSign + nFlags, '*'));
+        szSign += nFlags;
+        if (*szSign == 'n')
+            return false;
+        // A double percent sign asks for nothing.
+        if (*szSign != '%')
+            ++nArguments;
+        if (nArguments > SPARE_ARGUMENTS)
             return false;
         if (*szSign != '\0')
             ++szSign;
@@ -104,17 +139,28 @@ void CTOVMSDevLogger::OnAssert(const char* szFile, unsigned long ulLine, const c
 
 void CTOVMSDevLogger::OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments)
 {
-    CTOVStringA oPrefix;
-    oPrefix.Format("%s(%d) : ", szFile, static_cast<int>(ulLine));
-    CTOVStringA oText(oPrefix);
-    oText += FormatPanic(szFormat, pArguments);
+    try
+    {
+        CTOVStringA oPrefix;
+        oPrefix.Format("%s(%d) : ", szFile, static_cast<int>(ulLine));
+        CTOVStringA oText(oPrefix);
+        oText += FormatPanic(szFormat, pArguments);
 
-    if (CanReadAsFormat(~oText))
-        Printf(~oText, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL,
-               0LL, 0LL, 0LL, 0LL, 0LL);
-    else
-        Printf("%s", ~oText);
-    TOVPlatform::TOVSystem::ShowError(~oText, "Critical Application Error");
+        // The first zeros are there for systems that hand on floating numbers separately.
+        if (CanReadAsFormat(~oText))
+            Printf(~oText, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL,
+                   0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL);
+        else
+            Printf("%s", ~oText);
+        TOVPlatform::TOVSystem::ShowError(~oText, "Critical Application Error");
+    }
+    catch (const std::bad_alloc&)
+    {
+        // Without memory for the text, as much of it as the buffer holds must do.
+        PrintPanic(szFile, ulLine, szFormat, pArguments);
+        TOVPlatform::TOVSystem::OutputDebugText(s_szBuffer);
+        TOVPlatform::TOVSystem::ShowError(s_szBuffer, "Critical Application Error");
+    }
 }
 
 void CTOVMSDevLogger::SetApplicationName(const char* szName)
@@ -131,14 +177,15 @@ int CTOVMSDevLogger::VPrintf(const char* szFormat, va_list pArguments)
         return nCount;
     }
 
-    std::vector<char> aBuffer;
-    for (int nSize = 2 * BUFFER_SIZE; nCount < 0 && nSize <= LONGEST_LINE; nSize *= 2)
-    {
-        aBuffer.assign(nSize, '\0');
-        nCount = TryPrint(aBuffer.data(), nSize - 1, szFormat, pArguments);
-    }
-    TOVPlatform::TOVSystem::OutputDebugText(aBuffer.data());
-    return nCount;
+    // A text that is merely too long has a length. For one without a narrow form, and without memory, the beginning
+    // does.
+    const int nLength = LengthOf(szFormat, pArguments);
+    const int nSize = nLength + 2;
+    const std::unique_ptr<char[]> pBuffer(nLength >= 0 ? new (std::nothrow) char[nSize] : nullptr);
+    char* const szBuffer = pBuffer != nullptr ? pBuffer.get() : s_szBuffer;
+    PrintBeginning(szBuffer, pBuffer != nullptr ? nSize : BUFFER_SIZE, szFormat, pArguments);
+    TOVPlatform::TOVSystem::OutputDebugText(szBuffer);
+    return nLength;
 }
 
 int CTOVMSDevLogger::Printf(const char* szFormat, ...)

@@ -180,7 +180,7 @@ int PrintedLength(const char* szFormat, ...)
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const int nLength = TOVFormat::PrintedLength(szFormat, pArguments);
+    const int nLength = VPrintedLength(szFormat, pArguments);
     va_end(pArguments);
     return nLength;
 }
@@ -189,9 +189,19 @@ int PrintedLength(const wchar_t* szFormat, ...)
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const int nLength = TOVFormat::PrintedLength(szFormat, pArguments);
+    const int nLength = VPrintedLength(szFormat, pArguments);
     va_end(pArguments);
     return nLength;
+}
+
+int VPrintedLength(const char* szFormat, va_list pArguments)
+{
+    return TOVFormat::PrintedLength(szFormat, pArguments);
+}
+
+int VPrintedLength(const wchar_t* szFormat, va_list pArguments)
+{
+    return TOVFormat::PrintedLength(szFormat, pArguments);
 }
 
 void Copy(char* szDestination, const char* szSource)

@@ -48,9 +48,11 @@ const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet);
 int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArguments);
 int Print(wchar_t* szBuffer, int nCapacity, const wchar_t* szFormat, va_list pArguments);
 
-// Length of the text that Print would write, or -1.
+// Length of the text that Print would write without a bound, or -1 for a text that has no form in the other width.
 int PrintedLength(const char* szFormat, ...);
 int PrintedLength(const wchar_t* szFormat, ...);
+int VPrintedLength(const char* szFormat, va_list pArguments);
+int VPrintedLength(const wchar_t* szFormat, va_list pArguments);
 
 void Copy(char* szDestination, const char* szSource);
 void Copy(wchar_t* szDestination, const wchar_t* szSource);

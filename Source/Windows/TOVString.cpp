@@ -163,7 +163,7 @@ int PrintedLength(const char* szFormat, ...)
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const int nLength = _vscprintf(szFormat, pArguments);
+    const int nLength = VPrintedLength(szFormat, pArguments);
     va_end(pArguments);
     return nLength;
 }
@@ -172,9 +172,19 @@ int PrintedLength(const wchar_t* szFormat, ...)
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const int nLength = _vscwprintf(szFormat, pArguments);
+    const int nLength = VPrintedLength(szFormat, pArguments);
     va_end(pArguments);
     return nLength;
+}
+
+int VPrintedLength(const char* szFormat, va_list pArguments)
+{
+    return _vscprintf(szFormat, pArguments);
+}
+
+int VPrintedLength(const wchar_t* szFormat, va_list pArguments)
+{
+    return _vscwprintf(szFormat, pArguments);
 }
 
 void Copy(char* szDestination, const char* szSource)

@@ -1,6 +1,7 @@
 // What the library's own listener makes of a panic: a box, and a piece of text for the debugger.
 #include "Debug/TOVDebugInstruments.h"
 #include "Debug/TOVDebuggerLines.h"
+#include "Support/TOVAllocationCounter.h"
 #include "Support/TOVBlockableThread.h"
 
 #include <cstdlib>
@@ -45,6 +46,34 @@ TEST(CTOVMSDevLoggerPanicTest, APanicReadsThePercentSignsOfItsMessage)
                             "Folder/File.cpp(148) : lost 50% of 0"))
         << Joined(oChild.aDebuggerTexts);
     EXPECT_EQ(FAILED_EXIT, oChild.nExitCode);
+}
+
+TEST(CTOVMSDevLoggerPanicTest, DoublePercentSignsAreNoConversions)
+{
+    std::string sMessage;
+    for (int nSign = 0; nSign < 30; ++nSign)
+        sMessage += "%%";
+    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {sMessage + " of %d and %.1f"});
+
+    EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
+                            PREFIX + std::string(30, '%') + " of 0 and 0.0"))
+        << Joined(oChild.aDebuggerTexts);
+}
+
+TEST(CTOVMSDevLoggerPanicTest, APanicReadsZerosForAsManyConversionsAsThereAre)
+{
+    std::string sMessage;
+    std::string sRead;
+    for (int nConversion = 0; nConversion < 8; ++nConversion)
+    {
+        sMessage += "%d %.1f %I64d ";
+        sRead += "0 0.0 0 ";
+    }
+    EXPECT_NE(std::string::npos,
+              Joined(RunDebugged("PanicsWithPercentSigns", {sMessage}).aDebuggerTexts).find(PREFIX + sRead));
+    // One more is too many.
+    EXPECT_NE(std::string::npos,
+              Joined(RunDebugged("PanicsWithPercentSigns", {sMessage + "%d"}).aDebuggerTexts).find(sMessage + "%d"));
 }
 
 TEST(CTOVMSDevLoggerPanicTest, APanicWithoutPercentSignsIsOnePieceAsItStands)
@@ -127,3 +156,26 @@ TEST(CTOVMSDevLoggerPanicTest, APanicWithoutAFormatShowsItsPosition)
     EXPECT_EQ(PREFIX, oChild.aBoxes[0].sText);
     EXPECT_EQ("Folder/File.cpp heard of nothing; free", oChild.sOutput);
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TOV_CHILD(PanicsWithoutMemory)
+{
+    // The clean-up of a process that ends has its memory back.
+    std::atexit([] { AllocationCountsOfThisThread().bFailing = false; });
+    const CAllocationFailure oFailure;
+    TOVPanic("Folder/File.cpp", 148, "%s of %d", aArguments[0].c_str(), 7);
+}
+
+TEST(CTOVMSDevLoggerPanicTest, APanicComesToItsEndWithoutMemory)
+{
+    const sObservedChild oShort = RunDebugged("PanicsWithoutMemory", {"lost"});
+    EXPECT_EQ(FAILED_EXIT, oShort.nExitCode);
+    ASSERT_EQ(1u, oShort.aBoxes.size());
+    EXPECT_EQ(std::string(PREFIX) + "lost of 7", oShort.aBoxes[0].sText);
+
+    const sObservedChild oLong = RunDebugged("PanicsWithoutMemory", {std::string(2000, 'p')});
+    EXPECT_EQ(FAILED_EXIT, oLong.nExitCode);
+    ASSERT_EQ(1u, oLong.aBoxes.size());
+    EXPECT_EQ((PREFIX + std::string(2000, 'p')).substr(0, 1022), oLong.aBoxes[0].sText.substr(0, 1022));
+}
+#endif

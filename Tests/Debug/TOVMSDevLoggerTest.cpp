@@ -6,6 +6,7 @@
 #include <Debug/TOVMSDevLogger.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <type_traits>
 
@@ -362,3 +363,77 @@ TEST(CTOVMSDevLoggerTest, ALineAllocatesNothingWithADebugger)
 {
     EXPECT_EQ("0 blocks", RunDebugged("CountsAllocationsOfLines").sOutput);
 }
+
+namespace
+{
+// Blocks that a line takes whose text has no narrow form in the "C" locale.
+unsigned long CountAllocationsOfAWideLine()
+{
+    const wchar_t szCity[] = {'N', 0x100, 'N', 0x4eac, 0};
+    CTOVMSDevLogger oLogger;
+    CAllocationCounter oCounter;
+
+    TOVDebug::_Log("Folder/File.cpp", 148, 0x1, eSeverityInfo, "%S", szCity);
+    return oCounter.Taken();
+}
+} // namespace
+
+TOV_CHILD(LogsATextWithoutANarrowForm)
+{
+    MarkBegin();
+    std::printf("%lu blocks", CountAllocationsOfAWideLine());
+    MarkEnd();
+}
+
+TEST(CTOVMSDevLoggerTest, ATextWithoutANarrowFormTakesNoBlock)
+{
+    EXPECT_EQ(0ul, CountAllocationsOfAWideLine());
+
+    const sObservedChild oChild = RunDebugged("LogsATextWithoutANarrowForm");
+    EXPECT_EQ("0 blocks", oChild.sOutput);
+    const std::string sLine = Joined(SplitAtMarks(oChild.aDebuggerTexts).aBetween);
+    EXPECT_EQ("Folder/File.cpp(148) : N", sLine.substr(0, 24)) << sLine;
+}
+
+TEST(CTOVMSDevLoggerTest, ALineThatIsTooLongForTheBufferTakesOneBlockOfItsLength)
+{
+    const std::string sLong(20000, 'x');
+    CTOVMSDevLogger oLogger;
+    CAllocationCounter oCounter;
+    oLogger.OnLog("File", 1, eSeverityInfo, "%s", sLong.c_str());
+    const unsigned long ulTaken = oCounter.Taken();
+    const std::size_t nLast = oCounter.LastSize();
+
+    EXPECT_EQ(1ul, ulTaken);
+    EXPECT_EQ(sLong.size() + 2, nLast);
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TOV_CHILD(LogsALongLineWithoutMemory)
+{
+    const std::string sLong(3000, 'x');
+    MarkBegin();
+    try
+    {
+        const CAllocationFailure oFailure;
+        TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s", sLong.c_str());
+    }
+    catch (const std::bad_alloc&)
+    {
+        std::printf("thrown; ");
+    }
+    MarkEnd();
+    CBlockableThread oOther([] { LogPlainly("File", "text"); });
+    std::printf("%s", oOther.Finishes() ? "free" : "locked");
+    std::fflush(stdout);
+    std::_Exit(0);
+}
+
+TEST(CTOVMSDevLoggerTest, WithoutMemoryALongLineIsCutAndTheLockIsFree)
+{
+    const sObservedChild oChild = RunDebugged("LogsALongLineWithoutMemory");
+
+    EXPECT_EQ("free", oChild.sOutput);
+    EXPECT_EQ("File(1) : " + std::string(1023, 'x') + '\n', Joined(SplitAtMarks(oChild.aDebuggerTexts).aBetween));
+}
+#endif
