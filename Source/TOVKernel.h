@@ -5,6 +5,7 @@
 #include <Debug/TOVDebug.h>
 #include <Debug/TOVDebugServer.h>
 #include <Debug/TOVException.h>
+#include <Debug/TOVFormatCheck.h>
 #include <Debug/TOVLogListener.h>
 #include <Debug/TOVMSDevLogger.h>
 

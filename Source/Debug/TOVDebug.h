@@ -3,6 +3,7 @@
 
 #include <Debug/TOVBase.h>
 #include <Debug/TOVException.h>
+#include <Debug/TOVFormatCheck.h>
 
 // How grave a log line is. Nothing in the library filters by it: a listener drops what it does not want.
 enum eTOVDebugSeverity
@@ -22,6 +23,14 @@ namespace TOVDebug
 TOV_EXPORT bool _Log(const char* szFile, unsigned long ulLine, unsigned long ulFlags, eTOVDebugSeverity eSeverity,
                      const char* szFormat, ...);
 
+// Does not compile: an object among the arguments.
+template<class... TArguments, tRefusal<TArguments...> = 0>
+inline bool _Log(const char*, unsigned long, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+    return false;
+}
+
 // Interactive variant of Assert, for applications: tells the listeners, then asks the user in a box of three buttons.
 // Yes: returns true if a debugger is attached (break into it), else false. No: exit(0). Cancel: the process ends at
 // once, without static clean-up. Any other answer, or no place to ask: returns false, "go on past the check".
@@ -31,3 +40,10 @@ TOV_EXPORT bool Alternate_Assert(const char* szExpression, const char* szFile, i
 
 // Hands the message to every listener (ITOVLogListener::OnPanicV), then ends the process with exit(-1).
 extern "C" [[noreturn]] TOV_EXPORT void TOVPanic(const char* szFile, unsigned long ulLine, const char* szFormat, ...);
+
+// Does not compile: an object among the arguments.
+template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+inline void TOVPanic(const char*, unsigned long, const char*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+}

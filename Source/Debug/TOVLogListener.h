@@ -35,5 +35,17 @@ public:
     virtual void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) = 0;
     virtual void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) = 0;
     virtual void SetApplicationName(const char* szName) = 0;
+
+    // Do not compile: an object among the arguments.
+    template<class... TArguments, tRefusal<TArguments...> = 0>
+    void OnLog(const char*, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
+    {
+        TOV_REFUSE_OBJECTS(TArguments);
+    }
+    template<class... TArguments, tRefusal<TArguments...> = 0>
+    void OnPanic(const char*, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
+    {
+        TOV_REFUSE_OBJECTS(TArguments);
+    }
 };
 } // namespace TOVDebug

@@ -12,6 +12,7 @@
 #pragma once
 
 #include <Debug/TOVBase.h>
+#include <Debug/TOVFormatCheck.h>
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
 #include <TOVProcess/TOVCriticalSection.h>
 
@@ -105,6 +106,14 @@ TOV_EXPORT eFileErrorCode Puts(unsigned long long hFile, const char* szText);
 // negative on error, -1 for an empty slot.
 TOV_EXPORT long Printf(unsigned long long hFile, const char* szFormat, ...);
 TOV_EXPORT long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments);
+
+// Does not compile: an object among the arguments.
+template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+inline long Printf(unsigned long long, const char*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+    return 0;
+}
 
 // Position in bytes, 32 bits only: -1 beyond 0x7FFFFFFF, on error and for an empty slot.
 TOV_EXPORT long Tell(unsigned long long hFile);

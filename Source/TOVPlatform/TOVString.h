@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Debug/TOVBase.h>
+#include <Debug/TOVFormatCheck.h>
 
 #include <cstdarg>
 
@@ -69,6 +70,20 @@ TOV_EXPORT int VSNPrintf(char* szBuffer, int nCount, const char* szFormat, va_li
 // Cost: linear. An f is formatted, and so is what may exceed its usual size; no block is taken for it.
 TOV_EXPORT int VSCPrintf(const char* szFormat, va_list pArguments);
 
+// Do not compile: an object among the arguments.
+template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+inline int SPrintf(char*, const char*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+    return 0;
+}
+template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+inline int SNPrintf(char*, int, const char*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+    return 0;
+}
+
 // Copy up to and including the terminator, or append; return the destination.
 TOV_EXPORT char* Copy(char* szStringDest, const char* szStringSrc);
 TOV_EXPORT char* Concat(char* szStringDest, const char* szStringSrc);
@@ -125,6 +140,20 @@ TOV_EXPORT int SNPrintf(wchar_t* szBuffer, int nCount, const wchar_t* szFormat, 
 TOV_EXPORT int VSPrintf(wchar_t* szBuffer, const wchar_t* szFormat, va_list pArguments);
 TOV_EXPORT int VSNPrintf(wchar_t* szBuffer, int nCount, const wchar_t* szFormat, va_list pArguments);
 TOV_EXPORT int VSCPrintf(const wchar_t* szFormat, va_list pArguments);
+
+// Do not compile: an object among the arguments.
+template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+inline int SPrintf(wchar_t*, const wchar_t*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+    return 0;
+}
+template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+inline int SNPrintf(wchar_t*, int, const wchar_t*, const TArguments&...)
+{
+    TOV_REFUSE_OBJECTS(TArguments);
+    return 0;
+}
 
 TOV_EXPORT wchar_t* Copy(wchar_t* szStringDest, const wchar_t* szStringSrc);
 TOV_EXPORT wchar_t* Concat(wchar_t* szStringDest, const wchar_t* szStringSrc);

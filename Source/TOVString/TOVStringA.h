@@ -1,6 +1,7 @@
 // Narrow text: CTOVStringA, a value type on a shared block.
 #pragma once
 
+#include <Debug/TOVFormatCheck.h>
 #include <TOVContainers/TOVArray.h>
 #include <TOVContainers/TOVBuffer.h>
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
@@ -177,6 +178,13 @@ public:
     // "nCount > 0" for a format that can yield no character.
     int Format(const char* szFormat, ...);
     int FormatV(const char* szFormat, va_list pArguments);
+
+    // Does not compile: an object among the arguments.
+    template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0> int Format(const char*, const TArguments&...)
+    {
+        TOV_REFUSE_OBJECTS(TArguments);
+        return 0;
+    }
 
 private:
     friend class CTOVStringStore<CTOVStringA>;

@@ -1,6 +1,7 @@
 // Wide text: CTOVStringW, the twin of CTOVStringA for UTF-16 code units.
 #pragma once
 
+#include <Debug/TOVFormatCheck.h>
 #include <TOVContainers/TOVArray.h>
 #include <TOVContainers/TOVBuffer.h>
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
@@ -136,6 +137,14 @@ public:
 
     int Format(const wchar_t* szFormat, ...);
     int FormatV(const wchar_t* szFormat, va_list pArguments);
+
+    // Does not compile: an object among the arguments.
+    template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
+    int Format(const wchar_t*, const TArguments&...)
+    {
+        TOV_REFUSE_OBJECTS(TArguments);
+        return 0;
+    }
 
 private:
     friend class CTOVStringStore<CTOVStringW>;

@@ -79,6 +79,32 @@ TEST_F(TOVLogTest, KeepsPercentSignsOfAPlainMessage)
     EXPECT_EQ(tRecord{"A log File(1) 200: 100%s %d %n"}, m_aRecord);
 }
 
+namespace
+{
+enum eColour : unsigned char
+{
+    eColourRed = 7
+};
+struct sBits
+{
+    unsigned int nThree : 3;
+    long long llFive : 5;
+};
+} // namespace
+
+// What is refused among the arguments is told when a program is compiled; all else is handed on as C hands it on.
+TEST_F(TOVLogTest, TakesScalarsOfAllKinds)
+{
+    const sBits oBits = {5, -3};
+    char szArray[] = "array";
+    const char* szText = "text";
+
+    TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s %s %s %d %d %d %d %lld %c %.1f %d", "literal", szArray, szText,
+                   eColourRed, oBits.nThree, oBits.llFive, true, 1LL << 40, 'c', 1.5F, 9);
+
+    EXPECT_EQ(tRecord{"A log File(1) 200: literal array text 7 5 -3 1 1099511627776 c 1.5 9"}, m_aRecord);
+}
+
 TEST_F(TOVLogTest, TakesALineNumberOf32Bits)
 {
     TOVDebug::_Log("File", 4294967295ul, 0x1, eSeverityInfo, "text");
