@@ -1,6 +1,7 @@
 #include <Listeners/TOVListenerSystem.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
@@ -81,6 +82,14 @@ std::FILE* OpenFile(const std::string& sPath, bool bAppend)
     return std::fopen(sPath.c_str(), bAppend ? "abN" : "wbN");
 }
 
+ePresence PresenceOf(const std::string& sPath)
+{
+    if (::GetFileAttributesA(sPath.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return ePresent;
+    const DWORD dwError = ::GetLastError();
+    return dwError == ERROR_FILE_NOT_FOUND || dwError == ERROR_PATH_NOT_FOUND ? eAbsent : ePresenceUnknown;
+}
+
 unsigned long long SizeOf(std::FILE* pFile)
 {
     const long long llSize = ::_filelengthi64(::_fileno(pFile));
@@ -122,6 +131,14 @@ std::tm LocalTime(std::time_t nTime)
 std::FILE* OpenFile(const std::string& sPath, bool bAppend)
 {
     return std::fopen(sPath.c_str(), bAppend ? "abe" : "wbe");
+}
+
+ePresence PresenceOf(const std::string& sPath)
+{
+    struct stat oStatus;
+    if (::lstat(sPath.c_str(), &oStatus) == 0)
+        return ePresent;
+    return errno == ENOENT ? eAbsent : ePresenceUnknown;
 }
 
 unsigned long long SizeOf(std::FILE* pFile)

@@ -26,6 +26,16 @@ std::tm LocalTime(std::time_t nTime);
 // is started does not inherit it.
 std::FILE* OpenFile(const std::string& sPath, bool bAppend);
 
+enum ePresence
+{
+    ePresent,
+    eAbsent,
+    ePresenceUnknown // the system does not tell
+};
+
+// Whether there is anything of this name. It is not opened: whatever cannot be read counts as well.
+ePresence PresenceOf(const std::string& sPath);
+
 // Bytes of an open file; 0 where that cannot be told.
 unsigned long long SizeOf(std::FILE* pFile);
 

@@ -6,14 +6,6 @@ namespace TOVDebug
 {
 namespace
 {
-bool Exists(const std::string& sPath)
-{
-    std::FILE* pFile = std::fopen(sPath.c_str(), "rb");
-    if (pFile != nullptr)
-        std::fclose(pFile);
-    return pFile != nullptr;
-}
-
 bool Move(const std::string& sFrom, const std::string& sTo)
 {
     return std::rename(sFrom.c_str(), sTo.c_str()) == 0;
@@ -35,10 +27,11 @@ void CTOVRotatingFileListener::BeforeWrite(std::size_t nBytes)
 {
     if (!m_bOpened)
         return;
-    if (m_ullSize > 0 && m_ullSize + nBytes > m_ullMaxSize)
+    if (m_pFile == nullptr && Open(true))
+        m_ullSize = TOVListenerSystem::SizeOf(m_pFile);
+    // Without a file there is nothing to move: the kept ones would move on for each line that is lost.
+    if (m_pFile != nullptr && m_ullSize > 0 && m_ullSize + nBytes > m_ullMaxSize)
         Rotate();
-    if (m_pFile == nullptr)
-        Open(true);
     m_ullSize += nBytes;
 }
 
@@ -53,12 +46,14 @@ void CTOVRotatingFileListener::Rotate()
     m_ullSize = 0;
 }
 
-// Moves the file of this number one on, if there is one, and removes the last. False if it is still there.
+// Moves the file of this number one on, if there is one, and removes the last. False if it is, or may be, still there:
+// what takes its name would overwrite it on some systems.
 bool CTOVRotatingFileListener::FreeName(int nNumber)
 {
     const std::string sName = Name(nNumber);
-    if (!Exists(sName))
-        return true;
+    const TOVListenerSystem::ePresence eKept = TOVListenerSystem::PresenceOf(sName);
+    if (eKept != TOVListenerSystem::ePresent)
+        return eKept == TOVListenerSystem::eAbsent;
     if (nNumber >= m_nKeptFiles)
         return std::remove(sName.c_str()) == 0;
     return FreeName(nNumber + 1) && Move(sName, Name(nNumber + 1));

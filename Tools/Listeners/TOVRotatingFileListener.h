@@ -13,7 +13,9 @@ namespace TOVDebug
 // - With no kept files, the full file's contents go.
 // - Files of higher numbers, of a time when more were kept, stay as they are.
 // - While a file cannot be moved (another program holds it), the lines go on into the same file, and the next try is
-//   made when as much again has been written. While the new file cannot be opened, each line tries again.
+//   made when as much again has been written. While the new file cannot be opened, each line tries again, and
+//   HasLostLines tells of those that were lost.
+// - A kept file is never opened: one that cannot be read is kept like the others.
 //
 // One process for one file.
 class CTOVRotatingFileListener final : public CTOVFileListener
