@@ -1,6 +1,7 @@
 // How listeners come into the server's table and out of it, also in the middle of its calls.
 #include "Debug/TOVDebugInstruments.h"
 #include "Listeners/ListenerInstruments.h"
+#include "Support/TOVAllocationCounter.h"
 #include "Support/TOVBlockableThread.h"
 
 #include <Listeners/TOVMemoryListener.h>
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <thread>
 
 using namespace TOVDebug;
@@ -221,6 +223,30 @@ TEST_F(CTOVListenerTest, CanBeRegisteredByManyThreadsAtOnce)
     }
     ExpectAFreeLock();
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_F(CTOVListenerTest, ARegistrationWithoutMemoryLeavesTheLockFree)
+{
+    CTOVMemoryListener oMemory;
+    TableOf(CTOVDebugServer::Instance()).shrink_to_fit();
+    bool bThrown = false;
+    try
+    {
+        const CAllocationFailure oFailure;
+        oMemory.Register();
+    }
+    catch (const std::bad_alloc&)
+    {
+        bThrown = true;
+    }
+
+    EXPECT_TRUE(bThrown);
+    ExpectAFreeLock();
+    EXPECT_EQ(0, CountInTable(oMemory));
+    oMemory.Register();
+    EXPECT_EQ(1, CountInTable(oMemory));
+}
+#endif
 
 TEST_F(CTOVListenerTest, CanComeAndGoWhileOthersLog)
 {

@@ -2,6 +2,7 @@
 
 #include <Debug/TOVDebugServer.h>
 
+#include <exception>
 #include <functional>
 
 namespace TOVDebug
@@ -17,10 +18,25 @@ public:
     {
         CLockedAction oAction(fnAction);
         CTOVDebugServer::Instance().Unregister(&oAction);
+        if (oAction.m_pFailure != nullptr)
+            std::rethrow_exception(oAction.m_pFailure);
     }
 
     void OnStartup() override {}
-    void OnClosedown() override { m_fnAction(); }
+
+    // What is thrown through a call of the server leaves its lock taken.
+    void OnClosedown() override
+    {
+        try
+        {
+            m_fnAction();
+        }
+        catch (...)
+        {
+            m_pFailure = std::current_exception();
+        }
+    }
+
     void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override {}
     void OnAssert(const char*, unsigned long, const char*) override {}
     void OnPanicV(const char*, unsigned long, const char*, va_list) override {}
@@ -30,6 +46,7 @@ private:
     explicit CLockedAction(const std::function<void()>& fnAction) : m_fnAction(fnAction) {}
 
     const std::function<void()>& m_fnAction;
+    std::exception_ptr m_pFailure;
 };
 } // namespace
 

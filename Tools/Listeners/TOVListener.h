@@ -25,6 +25,7 @@ public:
 
     // Registers it with the current server, at the end of its table. Nothing happens when it already is, so that it is
     // never there twice; one that came in by the server's own Register moves to the end.
+    // Throws std::bad_alloc; it is not registered then.
     void Register();
 
     // Takes it out of the current server's table; harmless when it is not there. Its OnClosedown is called in any case.
