@@ -13,7 +13,9 @@ typedef std::uint32_t tDword; // a 32-bit word
 
 namespace TOVDebug
 {
-// Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException.
+// Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException. On Linux a check
+// that no listener of the application has heard of, and that nobody catches, is shown on standard error before the
+// process ends by it.
 [[noreturn]] TOV_EXPORT void Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 

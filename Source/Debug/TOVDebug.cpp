@@ -44,8 +44,11 @@ bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, e
 
 void Assert(const char* szExpression, const char* szFile, int nLine)
 {
-    CTOVDebugServer::Instance().OnAssert(szFile, ToLine(nLine), szExpression);
-    throw CTOVAssertException();
+    CTOVDebugServer& oServer = CTOVDebugServer::Instance();
+    oServer.OnAssert(szFile, ToLine(nLine), szExpression);
+    if (HasOtherListeners(oServer))
+        throw CTOVAssertException();
+    TOVPlatform::TOVSystem::ThrowUnheardCheck(szExpression, szFile, static_cast<tDword>(nLine));
 }
 
 bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine)

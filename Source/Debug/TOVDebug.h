@@ -1,4 +1,9 @@
 // The entrances to the debug server: logging, failed checks and panic.
+//
+// An application sees what is logged through a listener (Debug/TOVLogListener.h), and the library has ready-made ones
+// beside it: TOVDebug::CTOVConsoleListener (Listeners/TOVConsoleListener.h) prints all of it. On Linux, the environment
+// variable TOVKERNEL_LOG, if it is set and not empty when the library is loaded, sends all lines and failed checks to
+// standard error.
 #pragma once
 
 #include <Debug/TOVBase.h>

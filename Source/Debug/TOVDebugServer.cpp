@@ -1,5 +1,6 @@
 #include <Debug/TOVDebugServer.h>
 
+#include <Debug/TOVMSDevLogger.h>
 #include <TOVPlatform/TOVString.h>
 #include <TOVPlatform/TOVSynchronization.h>
 
@@ -250,6 +251,17 @@ void CTOVDebugServer::ClosedownLogger(ITOVLogListener* pListener)
 {
     if (pListener != nullptr)
         pListener->OnClosedown();
+}
+
+bool HasOtherListeners(CTOVDebugServer& oServer)
+{
+    oServer.LockLoggers();
+    const bool bOthers =
+        std::any_of(oServer.m_oLoggers.begin(), oServer.m_oLoggers.end(), [](const ITOVLogListener* pListener) {
+            return pListener != nullptr && pListener != &CTOVMSDevLogger::_m_this;
+        });
+    oServer.UnlockLoggers();
+    return bOthers;
 }
 
 void CTOVDebugServer::CreateLock()

@@ -71,6 +71,9 @@ protected:
     void ClosedownLogger(ITOVLogListener* pListener);
 
 private:
+    // Whether the table has listeners besides the library's own. Internal.
+    friend bool HasOtherListeners(CTOVDebugServer& oServer);
+
     static constexpr int NAME_SIZE = 256;
 
     void CreateLock();

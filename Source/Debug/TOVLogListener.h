@@ -8,7 +8,11 @@
 namespace TOVDebug
 {
 // Register an object of a derived class with CTOVDebugServer. The server does not own it, and calls it with its lock
-// held: one call at a time over all threads. A listener must not throw; it may log or fail a check itself (the lock is
+// held: one call at a time over all threads. Unregister it before it ends: the library logs to its very end, which
+// comes after that of main and its objects. CTOVListener (Listeners/TOVListener.h), the base of the ready-made
+// listeners, unregisters by itself.
+//
+// A listener must not throw; it may log or fail a check itself (the lock is
 // recursive and all listeners, itself included, hear of it), and may register and unregister listeners in a call.
 // What it throws all the same when a destructor tells it of a failed check is dropped there, so that the process goes on.
 class TOV_EXPORT ITOVLogListener

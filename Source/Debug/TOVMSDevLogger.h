@@ -8,8 +8,10 @@ namespace TOVDebug
 {
 // Writes every log line and failed check to the debugger's output, in the form that a development environment turns
 // into a clickable source position, and shows the box of a panic. One static instance registers itself at load.
-// The severity is not shown. Below 1024 characters a line allocates nothing; a longer one comes out whole.
-// No lock of its own: it relies on the server's, which is held over every call.
+// The severity is not shown. Below 1024 characters a line allocates nothing; a longer one comes out whole. Of a message
+// that has no narrow form, and of a longer one when memory is exhausted, at most 1023 characters come out. A panic
+// comes to its end without memory as well. No lock of its own: it relies on the server's, which is held over every
+// call.
 class TOV_EXPORT CTOVMSDevLogger : public ITOVLogListener
 {
 public:
@@ -32,7 +34,8 @@ public:
 
     // Shows the message in a box "Critical Application Error" and waits. Settled: position and message go to the
     // debugger's output as a format of their own, so that percent signs in the message are read as conversions there.
-    // There are no arguments for them: they read zeros.
+    // There are no arguments for them: they read zeros. A message that asks for more than 24, or stores through one,
+    // stands as it is.
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
 
     // Keeps the name; nothing reads it.

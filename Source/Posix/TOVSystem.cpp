@@ -1,6 +1,7 @@
 #include <TOVPlatform/TOVSystem.h>
 
 #include <Posix/TOVProcessLocks.h>
+#include <Posix/TOVTextOutput.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -39,21 +40,6 @@ public:
 private:
     const int m_nDescriptor;
 };
-
-void Write(int nDescriptor, const char* szText)
-{
-    std::size_t nLeft = std::strlen(szText);
-    while (nLeft > 0)
-    {
-        const ssize_t nWritten = ::write(nDescriptor, szText, nLeft);
-        if (nWritten < 0 && errno == EINTR)
-            continue;
-        if (nWritten <= 0)
-            return;
-        szText += nWritten;
-        nLeft -= static_cast<std::size_t>(nWritten);
-    }
-}
 
 // The next character; 0 at the end of the input.
 char ReadCharacter(int nDescriptor)
@@ -102,11 +88,11 @@ bool IsMainProgram(const void* pAddress)
 
 void Show(int nDescriptor, const char* szText, const char* szCaption)
 {
-    Write(nDescriptor, "\n");
-    Write(nDescriptor, szCaption);
-    Write(nDescriptor, "\n");
-    Write(nDescriptor, szText);
-    Write(nDescriptor, "\n");
+    TOVTextOutput::Write(nDescriptor, "\n");
+    TOVTextOutput::Write(nDescriptor, szCaption);
+    TOVTextOutput::Write(nDescriptor, "\n");
+    TOVTextOutput::Write(nDescriptor, szText);
+    TOVTextOutput::Write(nDescriptor, "\n");
 }
 } // namespace
 
@@ -115,11 +101,11 @@ void PrepareProcess()
     TOVPosix::NoticeForks();
 }
 
-// Without a system-wide channel for debugger text, it goes to standard error while a debugger looks on.
+// There is no system-wide channel for debugger text.
 void OutputDebugText(const char* szText)
 {
-    if (IsDebuggerAttached())
-        Write(STDERR_FILENO, szText);
+    if (TOVTextOutput::ShowsDebugText())
+        TOVTextOutput::Write(STDERR_FILENO, szText);
 }
 
 bool IsDebuggerAttached()
@@ -145,7 +131,7 @@ eAnswer AskYesNoCancel(const char* szText, const char* szCaption)
     Show(oTerminal, szText, szCaption);
     for (;;)
     {
-        Write(oTerminal, "[y]es, [n]o, [c]ancel? ");
+        TOVTextOutput::Write(oTerminal, "[y]es, [n]o, [c]ancel? ");
         switch (ReadAnswer(oTerminal))
         {
         case 'y':
@@ -176,7 +162,7 @@ void ShowError(const char* szText, const char* szCaption)
     }
 
     Show(oTerminal, szText, szCaption);
-    Write(oTerminal, "[Enter] ");
+    TOVTextOutput::Write(oTerminal, "[Enter] ");
     ReadAnswer(oTerminal);
 }
 

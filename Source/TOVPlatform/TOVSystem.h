@@ -19,8 +19,15 @@ enum eAnswer
 // Called once, when the library is loaded, before anything else: what the backend has to register with the system.
 void PrepareProcess();
 
-// Hands a finished text to the debugger, if there is one; otherwise nobody sees it. Allocates nothing.
+// Hands a finished text to the debugger, if there is one; otherwise nobody sees it. Where the system has no debugger's
+// output, it goes to standard error, and there without a debugger as well if the environment variable TOVKERNEL_LOG is
+// set and not empty when the library first asks. Allocates nothing.
 void OutputDebugText(const char* szText);
+
+// Throws the exception of a failed check that no listener of the application has heard of. If nobody catches it, so that
+// the process ends by it, a system without a debugger's output shows the check on standard error first. One that was
+// caught and is thrown again is not shown. Nothing but the exception is allocated.
+[[noreturn]] void ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine);
 
 // True if a debugger is attached to this process.
 bool IsDebuggerAttached();

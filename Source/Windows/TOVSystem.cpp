@@ -1,5 +1,7 @@
 #include <TOVPlatform/TOVSystem.h>
 
+#include <Debug/TOVException.h>
+
 #include <windows.h>
 
 #include <mmsystem.h>
@@ -16,6 +18,11 @@ void PrepareProcess()
 void OutputDebugText(const char* szText)
 {
     ::OutputDebugStringA(szText);
+}
+
+void ThrowUnheardCheck(const char* /*szExpression*/, const char* /*szFile*/, tDword /*dwLine*/)
+{
+    throw TOVDebug::CTOVAssertException();
 }
 
 bool IsDebuggerAttached()

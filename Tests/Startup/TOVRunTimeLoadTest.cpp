@@ -47,6 +47,14 @@ TEST(TOVRunTimeLoadTest, CanBeUnloadedAsSoonAsItsThreadsWereWaitedFor)
     EXPECT_EQ(500, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
 }
 
+TEST(TOVRunTimeLoadTest, AFailedCheckLeavesNoHandlerBehindThatIsUnloaded)
+{
+    const sChildResult oResult = RunLoader({"check"});
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
+}
+
 #if !TOV_SYSTEM_WINDOWS
 TEST(TOVRunTimeLoadTest, StaysUntilItsLastThreadHasEnded)
 {

@@ -4,6 +4,7 @@
 //   StartupLoader LIBRARY thread    once, with a thread that used it and ends when it is gone
 //   StartupLoader LIBRARY waited N  N times, with threads of the library that are waited for
 //   StartupLoader LIBRARY held      once, with a thread of the library that ends after the unloading (Posix)
+//   StartupLoader LIBRARY check     once, with a check that fails, and the process ends by another exception afterwards
 //   StartupLoader LIBRARY keys      once, with every key for threads' storage taken before (Posix)
 #include <Debug/TOVCompiler.h>
 
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <future>
 #include <map>
 #include <thread>
@@ -254,6 +256,31 @@ static bool EndsAThreadLater(const char* szLibrary)
     return bRaised && bGone;
 }
 
+// Whether a check that failed left nothing behind that the end of this process would still call. Asks in the middle of
+// it, too, where a program might set a handler of its own and keep the old one.
+static bool LeavesNoHandler(const char* szLibrary)
+{
+    void* const pLibrary = Load(szLibrary);
+    if (pLibrary == nullptr)
+        return false;
+
+    const auto pfSet = reinterpret_cast<void (*)(void*, int, unsigned short)>(Find(pLibrary, "TOVMemory_Set"));
+    const std::terminate_handler pfBefore = std::get_terminate();
+    std::terminate_handler pfInside = nullptr;
+    bool bRaised = false;
+    try
+    {
+        pfSet(nullptr, 0, 0);
+    }
+    catch (...)
+    {
+        bRaised = true;
+        pfInside = std::get_terminate();
+    }
+    Unload(pLibrary);
+    return bRaised && !IsLoaded(szLibrary) && std::get_terminate() == pfBefore && pfInside == pfBefore;
+}
+
 // Runs the check so often, and prints how often all was well.
 static void Count(int nTimes, bool (*fnCheck)(const char* szLibrary), const char* szLibrary)
 {
@@ -277,6 +304,13 @@ int main(int nArguments, char** aszArguments)
     {
         UseOneProcessor();
         Count(std::atoi(aszArguments[3]), &IsUnloadedAfterItsThreads, szLibrary);
+    }
+    else if (std::strcmp(szHow, "check") == 0)
+    {
+        Count(1, &LeavesNoHandler, szLibrary);
+        std::fflush(stdout);
+        std::set_terminate([] { std::_Exit(0); });
+        throw 1;
     }
 #if !TOV_SYSTEM_WINDOWS
     else if (std::strcmp(szHow, "held") == 0)

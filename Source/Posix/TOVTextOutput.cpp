@@ -1,0 +1,42 @@
+#include <Posix/TOVTextOutput.h>
+
+#include <TOVPlatform/TOVSystem.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+namespace TOVPlatform
+{
+namespace
+{
+bool IsAskedFor()
+{
+    const char* szLog = std::getenv("TOVKERNEL_LOG");
+    return szLog != nullptr && *szLog != '\0';
+}
+} // namespace
+
+void TOVTextOutput::Write(int nDescriptor, const char* szText)
+{
+    std::size_t nLeft = std::strlen(szText);
+    while (nLeft > 0)
+    {
+        const ssize_t nWritten = ::write(nDescriptor, szText, nLeft);
+        if (nWritten < 0 && errno == EINTR)
+            continue;
+        if (nWritten <= 0)
+            return;
+        szText += nWritten;
+        nLeft -= static_cast<std::size_t>(nWritten);
+    }
+}
+
+bool TOVTextOutput::ShowsDebugText()
+{
+    // Once, on the thread that loads the library and logs there: the environment may change under other threads.
+    static const bool s_bAskedFor = IsAskedFor();
+    return s_bAskedFor || TOVSystem::IsDebuggerAttached();
+}
+} // namespace TOVPlatform

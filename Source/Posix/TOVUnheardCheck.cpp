@@ -1,0 +1,161 @@
+// A failed check that nobody has heard of is told when the process ends by it.
+
+#include <TOVPlatform/TOVSystem.h>
+
+#include <Debug/TOVException.h>
+#include <Posix/TOVTextOutput.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cxxabi.h>
+#include <exception>
+#include <new>
+#include <typeinfo>
+#include <unistd.h>
+
+namespace TOVPlatform
+{
+namespace
+{
+// The text of one exception. It outlives the frame that throws, which is gone where a function that must not throw
+// ends the process.
+struct sCheckText
+{
+    std::atomic<bool> bInUse;
+    const void* pException;
+    char szText[1024];
+};
+
+// The latest checks. With more at the same time, some are not told.
+const unsigned int MOST_CHECKS = 16;
+sCheckText s_aTexts[MOST_CHECKS];
+std::atomic<unsigned int> s_nNext(0);
+
+void Keep(const void* pException, const char* szExpression, const char* szFile, tDword dwLine)
+{
+    sCheckText& oText = s_aTexts[s_nNext++ % MOST_CHECKS];
+    if (oText.bInUse.exchange(true))
+        return;
+    // A new exception may have the address of an old one.
+    oText.pException = pException;
+    const int nLength = std::snprintf(oText.szText, sizeof(oText.szText) - 1,
+                                      "%s(%u) : check failed, and nobody caught it: %s", szFile, dwLine, szExpression);
+    const int nMost = static_cast<int>(sizeof(oText.szText)) - 2;
+    if (nLength >= 0)
+    {
+        char* const szEnd = oText.szText + (nLength < nMost ? nLength : nMost);
+        szEnd[0] = '\n';
+        szEnd[1] = '\0';
+    }
+    oText.bInUse = false;
+}
+
+// The address of the check's exception that ends the process; null if it is another one.
+const void* CurrentCheck()
+{
+    if (abi::__cxa_current_exception_type() == nullptr)
+        return nullptr;
+    try
+    {
+        throw;
+    }
+    catch (const TOVDebug::CTOVAssertException& oException)
+    {
+        return &oException;
+    }
+    catch (...)
+    {
+        return nullptr;
+    }
+}
+
+void Tell(const void* pException)
+{
+    // Backwards from the latest one.
+    for (unsigned int nBack = 1; nBack <= MOST_CHECKS; ++nBack)
+    {
+        sCheckText& oText = s_aTexts[(s_nNext - nBack) % MOST_CHECKS];
+        if (oText.bInUse.exchange(true))
+            continue;
+        if (oText.pException == pException)
+        {
+            TOVTextOutput::Write(STDERR_FILENO, oText.szText);
+            return;
+        }
+        oText.bInUse = false;
+    }
+}
+
+// The handler that ours stands in front of.
+std::atomic<std::terminate_handler> s_pfBehind(nullptr);
+
+void TellAndTerminate()
+{
+    const void* const pException = CurrentCheck();
+    if (pException != nullptr && !TOVTextOutput::ShowsDebugText())
+        Tell(pException);
+
+    const std::terminate_handler pfNow = std::get_terminate();
+    const std::terminate_handler pfBehind = pfNow != &TellAndTerminate ? pfNow : s_pfBehind.load();
+    if (pfBehind != nullptr)
+        pfBehind();
+    std::abort();
+}
+
+// While one lives, an exception that nobody catches ends in our handler. It lives while the exception looks for one who
+// catches it, and no longer, so that nobody else ever meets this handler: not one who sets another handler and keeps
+// the old one, and not a process that has unloaded this library. The exception itself remembers the handler of this
+// moment, for functions that must not throw.
+class CTerminateWatch
+{
+public:
+    CTerminateWatch()
+    {
+        ++s_nWatches;
+        Put();
+    }
+
+    ~CTerminateWatch()
+    {
+        if (--s_nWatches > 0 || std::get_terminate() != &TellAndTerminate)
+            return;
+        const std::terminate_handler pfReplaced = std::set_terminate(s_pfBehind);
+        // Somebody may have been quicker with a handler of his own, and another thread with a watch.
+        if (pfReplaced != &TellAndTerminate)
+            std::set_terminate(pfReplaced);
+        if (s_nWatches > 0)
+            Put();
+    }
+
+    CTerminateWatch(const CTerminateWatch&) = delete;
+    CTerminateWatch& operator=(const CTerminateWatch&) = delete;
+
+private:
+    static void Put()
+    {
+        const std::terminate_handler pfNow = std::get_terminate();
+        if (pfNow == &TellAndTerminate)
+            return;
+        s_pfBehind = pfNow;
+        const std::terminate_handler pfReplaced = std::set_terminate(&TellAndTerminate);
+        if (pfReplaced != &TellAndTerminate)
+            s_pfBehind = pfReplaced;
+    }
+
+    static std::atomic<int> s_nWatches;
+};
+std::atomic<int> CTerminateWatch::s_nWatches(0);
+} // namespace
+
+void TOVSystem::ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine)
+{
+    // What the compiler makes of "throw CTOVAssertException()", done here, since the exception's address is needed.
+    void* const pRoom = abi::__cxa_allocate_exception(sizeof(TOVDebug::CTOVAssertException));
+    const void* const pException = new (pRoom) TOVDebug::CTOVAssertException;
+    Keep(pException, szExpression, szFile, dwLine);
+
+    const CTerminateWatch oWatch;
+    abi::__cxa_throw(pRoom, const_cast<std::type_info*>(&typeid(TOVDebug::CTOVAssertException)), nullptr);
+}
+} // namespace TOVPlatform
