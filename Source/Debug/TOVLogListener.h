@@ -12,9 +12,9 @@ namespace TOVDebug
 // comes after that of main and its objects. CTOVListener (Listeners/TOVListener.h), the base of the ready-made
 // listeners, unregisters by itself.
 //
-// A listener must not throw; it may log or fail a check itself (the lock is
-// recursive and all listeners, itself included, hear of it), and may register and unregister listeners in a call.
-// What it throws all the same when a destructor tells it of a failed check is dropped there, so that the process goes on.
+// A listener must not throw; it may log or fail a check itself (the lock is recursive and all listeners, itself
+// included, hear of it), and may register and unregister listeners in a call. What it throws all the same when a
+// destructor tells it of a failed check is dropped there, so that the process goes on.
 class TOV_EXPORT ITOVLogListener
 {
 public:

@@ -10,6 +10,13 @@ namespace TOVPlatform
 {
 namespace TOVSystem
 {
+namespace
+{
+// Set by the thread that ends the process; the clean-up runs on the same one.
+bool s_bEnding = false;
+UINT s_nExitCode = 0;
+} // namespace
+
 // The system calls what it needs by the library's own exports and callbacks.
 void PrepareProcess()
 {
@@ -52,9 +59,18 @@ void ShowError(const char* szText, const char* szCaption)
     ::MessageBoxA(NULL, szText, szCaption, MB_OK | MB_ICONHAND);
 }
 
+// The program's own clean-up is passed over, but each library is told of the end and cleans up then.
 void EndProcess(int nExitCode)
 {
-    ::ExitProcess(static_cast<UINT>(nExitCode));
+    s_nExitCode = static_cast<UINT>(nExitCode);
+    s_bEnding = true;
+    ::ExitProcess(s_nExitCode);
+}
+
+void PassOverCleanUp()
+{
+    if (s_bEnding)
+        ::TerminateProcess(::GetCurrentProcess(), s_nExitCode);
 }
 
 void* FindInMainProgram(const char* szFunction)

@@ -320,6 +320,43 @@ TEST(TOVAlternateAssertTest, CancelEndsTheProcessWithoutCleanUp)
     EXPECT_EQ(0, oChild.nExitCode);
 }
 
+namespace
+{
+// Says each line that is logged, as the library does at its own clean-up.
+class CLineWitness : public CRecordingListener
+{
+public:
+    CLineWitness() : CRecordingListener("line", m_aRecord) { TOVDebug::CTOVDebugServer::Instance().Register(this); }
+
+    void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char* szFormat, va_list pArguments) override
+    {
+        const std::string sText = FormatPlainly(szFormat, pArguments);
+        Say(sText.find("Removing class") != std::string::npos ? "removing a class" : "a line");
+    }
+
+private:
+    tRecord m_aRecord;
+};
+} // namespace
+
+TOV_CHILD(HearsTheLibrarysCleanUp)
+{
+    MakeImmortal<CLineWitness>();
+    if (TOVDebug::Alternate_Assert("false", "File", 1))
+        Say("true");
+}
+
+TEST(TOVAlternateAssertTest, CancelPassesOverTheCleanUpOfTheLibraryItself)
+{
+    sObservation oHow = WithAnswers({eUserCancel});
+    const sObservedChild oCancelled = RunObserved("HearsTheLibrarysCleanUp", oHow);
+    EXPECT_EQ("", oCancelled.sOutput);
+    EXPECT_EQ(0, oCancelled.nExitCode);
+
+    oHow.aAnswers = {eUserNo};
+    EXPECT_EQ(0u, RunObserved("HearsTheLibrarysCleanUp", oHow).sOutput.find("removing a class; "));
+}
+
 TEST(TOVAlternateAssertTest, AnyOtherAnswerIsFalseAlsoWithADebugger)
 {
     for (const bool bDebugger : {false, true})
