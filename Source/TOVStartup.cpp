@@ -87,10 +87,3 @@ static const TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap> s_oCreatorM
 
 // 8. Last, the file handle table. Nothing above may open a file.
 static const CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager> s_oHandleManagerHolder;
-
-// The first to end: nothing above is cleaned up where a process is to end at once.
-static const struct sFirstToEnd
-{
-    sFirstToEnd() {}
-    ~sFirstToEnd() { TOVPlatform::TOVSystem::PassOverCleanUp(); }
-} s_oFirstToEnd;

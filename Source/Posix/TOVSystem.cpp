@@ -171,11 +171,6 @@ void EndProcess(int nExitCode)
     ::_exit(nExitCode);
 }
 
-void PassOverCleanUp()
-{
-    // The system starts no clean-up there.
-}
-
 void* FindInMainProgram(const char* szFunction)
 {
     // The program comes first in the global scope, so that its own function hides all others of the name.

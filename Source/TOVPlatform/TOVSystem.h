@@ -41,10 +41,6 @@ void ShowError(const char* szText, const char* szCaption);
 // Ends the process at once: no static clean-up, no exit handlers.
 [[noreturn]] void EndProcess(int nExitCode);
 
-// The library's clean-up calls this first. While EndProcess ends the process and the system cleans up all the same, this
-// does not return.
-void PassOverCleanUp();
-
 // The address of a function that the main program of this process exports under this plain name; NULL if it does not.
 // What a library exports that the program merely links does not count.
 void* FindInMainProgram(const char* szFunction);

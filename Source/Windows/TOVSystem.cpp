@@ -2,6 +2,7 @@
 
 #include <Debug/TOVException.h>
 
+#include <cstdlib>
 #include <windows.h>
 
 #include <mmsystem.h>
@@ -12,9 +13,12 @@ namespace TOVSystem
 {
 namespace
 {
-// Set by the thread that ends the process; the clean-up runs on the same one.
-bool s_bEnding = false;
-UINT s_nExitCode = 0;
+UINT s_nExitCode = 0; // of a process that is to end at once
+
+void EndNow()
+{
+    ::TerminateProcess(::GetCurrentProcess(), s_nExitCode);
+}
 } // namespace
 
 // The system calls what it needs by the library's own exports and callbacks.
@@ -59,18 +63,13 @@ void ShowError(const char* szText, const char* szCaption)
     ::MessageBoxA(NULL, szText, szCaption, MB_OK | MB_ICONHAND);
 }
 
-// The program's own clean-up is passed over, but each library is told of the end and cleans up then.
+// ExitProcess passes over the program's clean-up, but has each library clean up. The function that registers last runs
+// first there, and ends the process before anything of this library is cleaned up.
 void EndProcess(int nExitCode)
 {
     s_nExitCode = static_cast<UINT>(nExitCode);
-    s_bEnding = true;
+    std::atexit(&EndNow);
     ::ExitProcess(s_nExitCode);
-}
-
-void PassOverCleanUp()
-{
-    if (s_bEnding)
-        ::TerminateProcess(::GetCurrentProcess(), s_nExitCode);
 }
 
 void* FindInMainProgram(const char* szFunction)

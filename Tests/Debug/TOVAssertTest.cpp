@@ -5,6 +5,7 @@
 #include "Support/TOVObservedChild.h"
 
 #include <Debug/TOVDebug.h>
+#include <TOVDesignPatterns/TOVRefCount.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -342,6 +343,7 @@ private:
 TOV_CHILD(HearsTheLibrarysCleanUp)
 {
     MakeImmortal<CLineWitness>();
+    CTOVRefCount::GetClass(); // comes to life here, after all that was there from the start
     if (TOVDebug::Alternate_Assert("false", "File", 1))
         Say("true");
 }
