@@ -39,6 +39,7 @@ function(tov_add_tests folder)
     add_executable(${program} ${ARGN})
     target_link_libraries(${program} PRIVATE TOVTestSupport)
     tov_test_code(${program})
+    target_precompile_headers(${program} REUSE_FROM TOVTestSupport)
 
     string(REPLACE ";" "|" listed "${ARGN}")
     add_custom_target(${program}IsComplete
