@@ -31,9 +31,9 @@ target_compile_options(gtest PRIVATE -w)
 target_link_libraries(gtest PUBLIC Threads::Threads)
 tov_compile_quickly(gtest)
 
-# tov_add_tests(<Folder> <file>...): builds the test program Test<Folder> of the listed files and makes each of its
-# cases a case of CTest. The build fails when a source file of the folder is not listed, and a program without a case
-# is a failed test.
+# tov_add_tests(<Folder> <file>...): builds the test program Test<Folder> of the listed files and makes it a test of CTest,
+# which runs its cases as CMake/run-cases describes. The build fails when a source file of the folder is not listed, and
+# a program without a case is a failed test.
 function(tov_add_tests folder)
     set(program "Test${folder}")
     add_executable(${program} ${ARGN})
@@ -49,17 +49,16 @@ function(tov_add_tests folder)
         VERBATIM)
     add_dependencies(${program} ${program}IsComplete)
 
-    # The cases are asked for when the tests start, not in the build: a build needs no Wine, and a program that cannot
-    # even tell its cases does not keep the others from being tested.
-    set(discovery "${CMAKE_CURRENT_BINARY_DIR}/${program}.cmake")
-    set(emulator "")
-    foreach(word IN LISTS CMAKE_CROSSCOMPILING_EMULATOR)
-        string(APPEND emulator " \"${word}\"")
-    endforeach()
-    file(GENERATE OUTPUT "${discovery}" CONTENT
-"set(TOV_CMAKE \"${CMAKE_COMMAND}\")
-include(\"${PROJECT_SOURCE_DIR}/CMake/TOVDiscoverCases.cmake\")
-tov_discover_cases(${program} \"$<TARGET_FILE:${program}>\" ${folder}${emulator})
-")
-    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${discovery}")
+    # The cases are asked for when the tests run, not in the build: a build needs no Wine, and a program that cannot even
+    # tell its cases does not keep the others from being tested.
+    add_test(NAME ${program}
+             COMMAND "${PROJECT_SOURCE_DIR}/CMake/run-cases" ${program}
+                     "--own-process=$<JOIN:$<TARGET_PROPERTY:${program},TOV_OWN_PROCESS>,:>"
+                     ${CMAKE_CROSSCOMPILING_EMULATOR} "$<TARGET_FILE:${program}>")
+    set_tests_properties(${program} PROPERTIES LABELS ${folder} TIMEOUT 3600)
+endfunction()
+
+# tov_own_process(<Folder> <pattern>...): cases of Test<Folder>, by googletest's patterns, that need a process of their own.
+function(tov_own_process folder)
+    set_property(TARGET Test${folder} APPEND PROPERTY TOV_OWN_PROCESS ${ARGN})
 endfunction()
