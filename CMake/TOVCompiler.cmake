@@ -7,6 +7,14 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# Where ccache is installed, sources that have not changed are not compiled again. It reads precompiled headers only when
+# told that their macros and times do not matter.
+find_program(TOV_CCACHE ccache)
+if(TOV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${TOV_CCACHE}")
+endif()
+
 # wchar_t has 16 bits on every target; everything that is linked together must agree on it.
 if(NOT WIN32)
     add_compile_options(-fshort-wchar)

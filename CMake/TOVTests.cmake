@@ -22,6 +22,8 @@ endfunction()
 function(tov_test_code target)
     tov_own_code(${target})
     tov_compile_quickly(${target})
+    # ccache can then read precompiled headers.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endfunction()
 
 add_library(gtest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
