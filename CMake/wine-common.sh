@@ -7,7 +7,7 @@ tov_wine_root="$tov_cache/wine-root"
 tov_wine_libraries="$tov_wine_root/usr/lib/i386-linux-gnu:$tov_wine_root/lib/i386-linux-gnu"
 
 # Counted up whenever make-wine-root or the making of a prefix changes: what was made before is then made anew.
-tov_wine_recipe=1
+tov_wine_recipe=2
 
 # The programs inside the root know it by its absolute path, so a root that was moved is as good as none.
 tov_wine_mark="recipe $tov_wine_recipe at $tov_wine_root"

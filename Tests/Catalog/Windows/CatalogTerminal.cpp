@@ -1,5 +1,6 @@
 #include "Catalog/CatalogTerminal.h"
 #include "Catalog/Windows/CatalogCommandLine.h"
+#include "Support/TOVConsoleWindows.h"
 
 #include <stdexcept>
 #include <windows.h>
@@ -27,15 +28,9 @@ struct CCatalogTerminal::sState
 CCatalogTerminal::CCatalogTerminal(const std::vector<std::string>& aArguments, const std::string& sFolder)
     : m_pState(new sState)
 {
-    // The console is this program's too: else it would vanish together with the other, before it can be read.
-    ::FreeConsole();
-    if (!::AllocConsole())
-        throw std::runtime_error("no console");
-    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), NULL, TRUE};
-    m_pState->hScreen = ::CreateFileA("CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      &oInherited, OPEN_EXISTING, 0, NULL);
     // Wide enough for any line that is printed here.
-    ::SetConsoleScreenBufferSize(m_pState->hScreen, {250, 50});
+    m_pState->hScreen = OpenConsole({250, 50});
+    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), NULL, TRUE};
     const HANDLE hKeys = ::CreateFileA("CONIN$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                        &oInherited, OPEN_EXISTING, 0, NULL);
 

@@ -1,4 +1,5 @@
 #include "Listeners/ListenerTerminal.h"
+#include "Support/TOVConsoleWindows.h"
 #include "Support/TOVTestSupport.h"
 
 #include <stdexcept>
@@ -69,14 +70,7 @@ void StartAndWait(const std::string& sScenario, const std::vector<std::string>& 
 std::vector<sShownLine> ShownOnTerminal(const std::string& sScenario, const std::vector<std::string>& aArguments,
                                         const std::map<std::string, std::string>& aVariables)
 {
-    // The console is this program's too: else it would vanish together with the other, before it can be read.
-    ::FreeConsole();
-    if (!::AllocConsole())
-        throw std::runtime_error("no console");
-    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), NULL, TRUE};
-    const HANDLE hScreen = ::CreateFileA("CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                         &oInherited, OPEN_EXISTING, 0, NULL);
-    ::SetConsoleScreenBufferSize(hScreen, {WIDTH, HEIGHT});
+    const HANDLE hScreen = OpenConsole({WIDTH, HEIGHT});
     CONSOLE_SCREEN_BUFFER_INFO oBefore = {};
     ::GetConsoleScreenBufferInfo(hScreen, &oBefore);
 

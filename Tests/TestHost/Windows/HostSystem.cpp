@@ -1,5 +1,6 @@
 #include "TestHost/HostSystem.h"
 #include "Support/TOVChildProcess.h"
+#include "Support/TOVConsoleWindows.h"
 
 #include <stdexcept>
 #include <windows.h>
@@ -74,14 +75,7 @@ std::string PathOfSuites(const std::string& sName)
 sTerminalRun RunOnTerminal(const std::vector<std::string>& aArguments, const std::string& sText,
                            const std::function<void()>& fnWhenSeen)
 {
-    // The console is this program's too: else it would vanish together with the other, before it can be read.
-    ::FreeConsole();
-    if (!::AllocConsole())
-        throw std::runtime_error("no console");
-    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), NULL, TRUE};
-    const HANDLE hScreen = ::CreateFileA("CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                         &oInherited, OPEN_EXISTING, 0, NULL);
-    ::SetConsoleScreenBufferSize(hScreen, {WIDTH, HEIGHT});
+    const HANDLE hScreen = OpenConsole({WIDTH, HEIGHT});
     const HANDLE hProcess = StartHost(aArguments, hScreen);
 
     sTerminalRun oRun = {-1, {}, {}};
