@@ -15,14 +15,17 @@
 #define TOV_EXPORT __declspec(dllexport)
 #define TOV_EXPORT_HOOK __declspec(dllexport)
 #if defined(__GNUC__)
+#define TOV_EXPORT_INLINE __declspec(dllexport) inline
 // GCC takes the attribute from an instantiation's first declaration, others from its definition.
 #define TOV_TEMPLATE_DECLARE __declspec(dllexport)
 #define TOV_TEMPLATE_DEFINE
 #else
+#define TOV_EXPORT_INLINE inline
 #define TOV_TEMPLATE_DECLARE
 #define TOV_TEMPLATE_DEFINE __declspec(dllexport)
 #endif
 #else
+#define TOV_EXPORT_INLINE inline
 #define TOV_EXPORT __declspec(dllimport)
 #define TOV_EXPORT_HOOK
 #define TOV_TEMPLATE_DECLARE __declspec(dllimport)
@@ -39,11 +42,18 @@
 #define TOV_PROGRAM_EXPORT __attribute__((visibility("default")))
 #define TOV_TEMPLATE_DECLARE __attribute__((visibility("default")))
 #define TOV_TEMPLATE_DEFINE
+#if defined(TOVKERNEL_BUILD)
+#define TOV_EXPORT_INLINE __attribute__((used)) inline
+#else
+#define TOV_EXPORT_INLINE inline
+#endif
 #define TOV_PLATFORM_SOURCE(szName) "Posix/" szName
 #endif
 
 // TOV_CALLBACK           calling convention of functions that the system calls.
 // TOV_EXPORT             exported class or function.
+// TOV_EXPORT_INLINE      in place of inline, for a member of an exported class: the library exports it in any case, and
+//                        not only where a compiler did not merge it into its callers.
 // TOV_EXPORT_HOOK        exported function that a program may export in a version of its own as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;

@@ -9,6 +9,10 @@ namespace
 const int MIN_NAME_LENGTH = 2;
 } // namespace
 
+ITOVVirtualFileSystem::ITOVVirtualFileSystem() = default;
+ITOVVirtualFileSystem::ITOVVirtualFileSystem(const ITOVVirtualFileSystem& oOther) = default;
+ITOVVirtualFileSystem& ITOVVirtualFileSystem::operator=(const ITOVVirtualFileSystem& oOther) = default;
+
 const CTOVClass& ITOVVirtualFileSystem::GetClass()
 {
     static CTOVClass _s_oClass("ITOVVirtualFileSystem");

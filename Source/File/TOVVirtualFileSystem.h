@@ -15,6 +15,10 @@
 class TOV_EXPORT ITOVVirtualFileSystem
 {
 public:
+    ITOVVirtualFileSystem();
+    ITOVVirtualFileSystem(const ITOVVirtualFileSystem& oOther);
+    ITOVVirtualFileSystem& operator=(const ITOVVirtualFileSystem& oOther);
+
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
     virtual const CTOVClass& GetRuntimeClass() const;
     virtual void* QueryInterface(const CTOVClass& oClass); // this for GetClass(), otherwise null

@@ -188,27 +188,27 @@ private:
 
 extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVPath>;
 
-inline const CTOVStringA& CTOVPath::AsString() const
+TOV_EXPORT_INLINE const CTOVStringA& CTOVPath::AsString() const
 {
     return m_oPath;
 }
 
-inline CTOVPath::operator const CTOVStringA&() const
+TOV_EXPORT_INLINE CTOVPath::operator const CTOVStringA&() const
 {
     return m_oPath;
 }
 
-inline const char* CTOVPath::operator~() const
+TOV_EXPORT_INLINE const char* CTOVPath::operator~() const
 {
     return m_oPath.GetString();
 }
 
-inline long CTOVPath::GetLength() const
+TOV_EXPORT_INLINE long CTOVPath::GetLength() const
 {
     return m_oPath.GetLength();
 }
 
-inline bool CTOVPath::IsEmpty() const
+TOV_EXPORT_INLINE bool CTOVPath::IsEmpty() const
 {
     return m_oPath.IsEmpty();
 }

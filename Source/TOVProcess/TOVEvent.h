@@ -36,12 +36,12 @@ private:
     unsigned long long m_hEvent;
 };
 
-inline unsigned long long CTOVEvent::GetHandle() const
+TOV_EXPORT_INLINE unsigned long long CTOVEvent::GetHandle() const
 {
     return m_hEvent;
 }
 
-inline CTOVEvent::operator unsigned long long() const
+TOV_EXPORT_INLINE CTOVEvent::operator unsigned long long() const
 {
     return m_hEvent;
 }

@@ -56,14 +56,14 @@ private:
     char m_cTerminator; // directly behind, so that both make one text
 };
 
-inline char CTOVFourCC::GetAt(int nIndex) const
+TOV_EXPORT_INLINE char CTOVFourCC::GetAt(int nIndex) const
 {
     TOV_ASSERT(nIndex >= 0);
     TOV_ASSERT(nIndex < 4);
     return ToString()[nIndex];
 }
 
-inline void CTOVFourCC::SetAt(int nIndex, char cCharacter)
+TOV_EXPORT_INLINE void CTOVFourCC::SetAt(int nIndex, char cCharacter)
 {
     TOV_ASSERT(nIndex >= 0);
     TOV_ASSERT(nIndex < 4);

@@ -75,14 +75,14 @@ public:
     // Asks the resource loader to fill this string, which is not emptied first. The loader's result.
     bool LoadStringResource(long lStringId);
 
-    long GetLength() const { return m_nStringLength; }
-    bool IsEmpty() const { return m_nStringLength == 0; }
+    TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
+    TOV_EXPORT_INLINE bool IsEmpty() const { return m_nStringLength == 0; }
     // The text, NULL without a block. The writable form takes no private copy.
-    const char* GetString() const { return m_oData.GetBuffer(); }
-    char* GetString() { return m_oData.GetBuffer(); }
-    operator const tChar*() const { return GetString(); }
-    const char* operator~() const { return GetString(); }
-    const CTOVBuffer<char>* GetData() const { return &m_oData; }
+    TOV_EXPORT_INLINE const char* GetString() const { return m_oData.GetBuffer(); }
+    TOV_EXPORT_INLINE char* GetString() { return m_oData.GetBuffer(); }
+    TOV_EXPORT_INLINE operator const tChar*() const { return GetString(); }
+    TOV_EXPORT_INLINE const char* operator~() const { return GetString(); }
+    TOV_EXPORT_INLINE const CTOVBuffer<char>* GetData() const { return &m_oData; }
 
     // Writes the text, up to its first 0, to a stream of the standard library, which fills it to the stream's width. A
     // null pointer, which the conversion above gives for a string without a block, would end the stream's output.
@@ -190,37 +190,37 @@ private:
     friend class CTOVStringStore<CTOVStringA>;
     friend class CTOVStringText<CTOVStringA>;
 
-    void Init() { m_nStringLength = 0; }
+    TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const char* szString); // 0 for NULL
 
     CTOVBuffer<char> m_oData; // the store; its size is the capacity, terminator included
     int m_nStringLength;      // characters that count as the text
 };
 
-inline const CTOVStringA& CTOVStringA::operator+=(const char* szString)
+TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(const char* szString)
 {
     TOV_ASSERT(szString != NULL);
     ConcatInPlace(GetSafeStringLength(szString), szString);
     return *this;
 }
 
-inline int CTOVStringA::GetAt(long lIndex) const
+TOV_EXPORT_INLINE int CTOVStringA::GetAt(long lIndex) const
 {
     TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
     return static_cast<tUchar>(m_oData.GetBuffer()[lIndex]);
 }
 
-inline int CTOVStringA::operator[](int nIndex) const
+TOV_EXPORT_INLINE int CTOVStringA::operator[](int nIndex) const
 {
     return GetAt(nIndex);
 }
 
-inline int CTOVStringA::operator[](long lIndex) const
+TOV_EXPORT_INLINE int CTOVStringA::operator[](long lIndex) const
 {
     return GetAt(lIndex);
 }
 
-inline void CTOVStringA::SetAt(long lIndex, int nChar)
+TOV_EXPORT_INLINE void CTOVStringA::SetAt(long lIndex, int nChar)
 {
     TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
     m_oData.GetBuffer()[lIndex] = static_cast<char>(nChar);

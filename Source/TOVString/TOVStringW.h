@@ -62,13 +62,13 @@ public:
     // Always false: wide strings never ask the resource loader.
     bool LoadStringResource(long lStringId);
 
-    long GetLength() const { return m_nStringLength; }
-    bool IsEmpty() const { return m_nStringLength == 0; }
-    const wchar_t* GetString() const { return m_oData.GetBuffer(); }
-    wchar_t* GetString() { return m_oData.GetBuffer(); }
-    operator const wchar_t*() const { return GetString(); }
-    const wchar_t* operator~() const { return GetString(); }
-    const CTOVBuffer<wchar_t>* GetData() const { return &m_oData; }
+    TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
+    TOV_EXPORT_INLINE bool IsEmpty() const { return m_nStringLength == 0; }
+    TOV_EXPORT_INLINE const wchar_t* GetString() const { return m_oData.GetBuffer(); }
+    TOV_EXPORT_INLINE wchar_t* GetString() { return m_oData.GetBuffer(); }
+    TOV_EXPORT_INLINE operator const wchar_t*() const { return GetString(); }
+    TOV_EXPORT_INLINE const wchar_t* operator~() const { return GetString(); }
+    TOV_EXPORT_INLINE const CTOVBuffer<wchar_t>* GetData() const { return &m_oData; }
 
     // Writes the text to a wide stream. The runtime's wide streams take 16-bit units on Windows alone.
     template<class TTraits>
@@ -150,37 +150,37 @@ private:
     friend class CTOVStringStore<CTOVStringW>;
     friend class CTOVStringText<CTOVStringW>;
 
-    void Init() { m_nStringLength = 0; }
+    TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const wchar_t* szString); // 0 for NULL
 
     CTOVBuffer<wchar_t> m_oData; // the store; its size is the capacity, terminator included
     int m_nStringLength;         // characters that count as the text
 };
 
-inline const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szString)
+TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szString)
 {
     TOV_ASSERT(szString != NULL);
     ConcatInPlace(GetSafeStringLength(szString), szString);
     return *this;
 }
 
-inline int CTOVStringW::GetAt(long lIndex) const
+TOV_EXPORT_INLINE int CTOVStringW::GetAt(long lIndex) const
 {
     TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
     return m_oData.GetBuffer()[lIndex];
 }
 
-inline int CTOVStringW::operator[](int nIndex) const
+TOV_EXPORT_INLINE int CTOVStringW::operator[](int nIndex) const
 {
     return GetAt(nIndex);
 }
 
-inline int CTOVStringW::operator[](long lIndex) const
+TOV_EXPORT_INLINE int CTOVStringW::operator[](long lIndex) const
 {
     return GetAt(lIndex);
 }
 
-inline void CTOVStringW::SetAt(long lIndex, int nChar)
+TOV_EXPORT_INLINE void CTOVStringW::SetAt(long lIndex, int nChar)
 {
     TOV_ASSERT((0 <= lIndex) && (lIndex < GetLength()));
     m_oData.GetBuffer()[lIndex] = static_cast<wchar_t>(nChar);

@@ -2,6 +2,9 @@
 
 namespace TOVTest
 {
+CTOVCountingTracker::CTOVCountingTracker(const CTOVCountingTracker& oOther) = default;
+CTOVCountingTracker& CTOVCountingTracker::operator=(const CTOVCountingTracker& oOther) = default;
+
 void CTOVCountingTracker::EnterEnvironment()
 {
     m_lFailedAsserts = 0;

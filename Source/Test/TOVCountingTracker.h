@@ -13,8 +13,8 @@ class TOV_EXPORT CTOVCountingTracker : public CTOVTestListener, public CTOVTestT
 public:
     // Events go nowhere until SetListener.
     constexpr CTOVCountingTracker();
-    CTOVCountingTracker(const CTOVCountingTracker& oOther) = default;
-    CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther) = default;
+    CTOVCountingTracker(const CTOVCountingTracker& oOther);
+    CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther);
 
     void EnterEnvironment() override;
     void LeaveEnvironment() override;
@@ -72,7 +72,7 @@ private:
     long m_lTotalFailedTests;
 };
 
-constexpr CTOVCountingTracker::CTOVCountingTracker()
+TOV_EXPORT_INLINE constexpr CTOVCountingTracker::CTOVCountingTracker()
     : m_pListener(NULL), m_pCurrentSuite(NULL), m_pCurrentTestCase(NULL), m_lFailedAsserts(0), m_lFailedSuiteTests(0),
       m_lFailedSuites(0), m_lTotalFailedTests(0)
 {

@@ -4,6 +4,9 @@ namespace TOVTest
 {
 CTOVTestCase CTOVTestCase::m_oNull;
 
+CTOVTestCase::CTOVTestCase(const CTOVTestCase& oOther) = default;
+CTOVTestCase& CTOVTestCase::operator=(const CTOVTestCase& oOther) = default;
+
 const char* CTOVTestCase::GetDescription() const
 {
     return m_szDescription;

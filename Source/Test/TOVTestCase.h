@@ -12,8 +12,8 @@ class TOV_EXPORT CTOVTestCase
 public:
     // No suite, no function, no texts.
     constexpr CTOVTestCase();
-    CTOVTestCase(const CTOVTestCase& oOther) = default;
-    CTOVTestCase& operator=(const CTOVTestCase& oOther) = default;
+    CTOVTestCase(const CTOVTestCase& oOther);
+    CTOVTestCase& operator=(const CTOVTestCase& oOther);
 
     // The case's name; NULL for a default case.
     const char* GetDescription() const;
@@ -43,7 +43,7 @@ private:
     static CTOVTestCase m_oNull;
 };
 
-constexpr CTOVTestCase::CTOVTestCase()
+TOV_EXPORT_INLINE constexpr CTOVTestCase::CTOVTestCase()
     : m_szFileName(NULL), m_ulLine(0), m_szDescription(NULL), m_pfTest(NULL), m_pSuite(NULL)
 {
 }

@@ -5,6 +5,9 @@
 
 namespace TOVTest
 {
+CTOVTestListener::CTOVTestListener(const CTOVTestListener& oOther) = default;
+CTOVTestListener& CTOVTestListener::operator=(const CTOVTestListener& oOther) = default;
+
 void CTOVTestListener::EnterEnvironment()
 {
 }

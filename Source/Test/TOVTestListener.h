@@ -16,9 +16,9 @@ class CTOVTestSuite;
 class TOV_EXPORT CTOVTestListener
 {
 public:
-    constexpr CTOVTestListener() {}
-    CTOVTestListener(const CTOVTestListener& oOther) = default;
-    CTOVTestListener& operator=(const CTOVTestListener& oOther) = default;
+    TOV_EXPORT_INLINE constexpr CTOVTestListener() {}
+    CTOVTestListener(const CTOVTestListener& oOther);
+    CTOVTestListener& operator=(const CTOVTestListener& oOther);
 
     // Virtual operations; their order is part of the exported design. A run, a suite and a case begin and end.
     virtual void EnterEnvironment();

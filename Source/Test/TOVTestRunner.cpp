@@ -15,6 +15,9 @@ CTOVTestRunner::CTOVTestRunner(CTOVTestListener* pListener)
     CTOVTestTracker::SetTracker(&m_oCounter);
 }
 
+CTOVTestRunner::CTOVTestRunner(const CTOVTestRunner& oOther) = default;
+CTOVTestRunner& CTOVTestRunner::operator=(const CTOVTestRunner& oOther) = default;
+
 void CTOVTestRunner::RunAllTests(CTOVTestListener* pListener)
 {
     CTOVTestRunner(pListener).RunEnvironment();

@@ -20,6 +20,9 @@ class CTOVTestSuite;
 class TOV_EXPORT CTOVTestRunner
 {
 public:
+    CTOVTestRunner(const CTOVTestRunner& oOther);
+    CTOVTestRunner& operator=(const CTOVTestRunner& oOther);
+
     // Runs everything and tells the listener, which may be NULL. The counting listener and tracker stay in force behind
     // the run, with the counts of it, and go on telling the listener of failed checks: it must outlive them, or the
     // next run.

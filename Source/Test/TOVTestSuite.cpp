@@ -4,6 +4,9 @@
 
 namespace TOVTest
 {
+CTOVTestSuite::CTOVTestSuite(const CTOVTestSuite& oOther) = default;
+CTOVTestSuite& CTOVTestSuite::operator=(const CTOVTestSuite& oOther) = default;
+
 CTOVTestSuite::~CTOVTestSuite()
 {
 }

@@ -16,6 +16,10 @@ public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVTestSuite();
 
+    TOV_EXPORT_INLINE constexpr CTOVTestSuite() {}
+    CTOVTestSuite(const CTOVTestSuite& oOther);
+    CTOVTestSuite& operator=(const CTOVTestSuite& oOther);
+
     // Called before and after each case. The base does nothing.
     virtual void Startup();
     virtual void Closedown();

@@ -5,6 +5,13 @@
 
 namespace TOVTest
 {
+ITOVTestSuiteCreator::ITOVTestSuiteCreator(const ITOVTestSuiteCreator& oOther) = default;
+ITOVTestSuiteCreator& ITOVTestSuiteCreator::operator=(const ITOVTestSuiteCreator& oOther) = default;
+
+CTOVTestSuiteFactory::CTOVTestSuiteFactory() = default;
+CTOVTestSuiteFactory::CTOVTestSuiteFactory(const CTOVTestSuiteFactory& oOther) = default;
+CTOVTestSuiteFactory& CTOVTestSuiteFactory::operator=(const CTOVTestSuiteFactory& oOther) = default;
+
 void CTOVTestSuiteFactory::Register(const char* szName, ITOVTestSuiteCreator* pCreator)
 {
     GetCreatorMap().emplace(szName, pCreator);

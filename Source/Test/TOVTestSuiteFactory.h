@@ -18,6 +18,11 @@ typedef std::map<const char*, ITOVTestSuiteCreator*, std::less<const char*>> tCr
 class TOV_EXPORT CTOVTestSuiteFactory
 {
 public:
+    // An object of the factory holds nothing.
+    CTOVTestSuiteFactory();
+    CTOVTestSuiteFactory(const CTOVTestSuiteFactory& oOther);
+    CTOVTestSuiteFactory& operator=(const CTOVTestSuiteFactory& oOther);
+
     // Enters a creator, which is not owned. A name that is already known keeps its creator.
     static void Register(const char* szName, ITOVTestSuiteCreator* pCreator);
     // An unknown name is ignored.

@@ -153,6 +153,9 @@ CTOVTestText::CTOVTestText(double dValue) : m_nLength(0), m_szText()
     AppendDouble(dValue);
 }
 
+CTOVTestText::CTOVTestText(const CTOVTestText& oOther) = default;
+CTOVTestText& CTOVTestText::operator=(const CTOVTestText& oOther) = default;
+
 void CTOVTestText::SetUnprintable()
 {
     Append("(unprintable value)");

@@ -35,6 +35,8 @@ public:
     explicit CTOVTestText(unsigned long long nValue);
     explicit CTOVTestText(double dValue);
     template<class T> explicit CTOVTestText(const T& oValue);
+    CTOVTestText(const CTOVTestText& oOther);
+    CTOVTestText& operator=(const CTOVTestText& oOther);
 
     operator const char*() const;
 
@@ -56,7 +58,7 @@ template<class T> CTOVTestText::CTOVTestText(const T& /*oValue*/) : m_nLength(0)
     SetUnprintable();
 }
 
-inline CTOVTestText::operator const char*() const
+TOV_EXPORT_INLINE CTOVTestText::operator const char*() const
 {
     return m_szText;
 }

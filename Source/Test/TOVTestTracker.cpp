@@ -5,6 +5,9 @@ namespace TOVTest
 CTOVTestTracker CTOVTestTracker::m_oNull;
 CTOVTestTracker* CTOVTestTracker::m_pTracker = NULL;
 
+CTOVTestTracker::CTOVTestTracker(const CTOVTestTracker& oOther) = default;
+CTOVTestTracker& CTOVTestTracker::operator=(const CTOVTestTracker& oOther) = default;
+
 bool CTOVTestTracker::HasTestFailed() const
 {
     return GetNumFailedAsserts() > 0;

@@ -10,9 +10,9 @@ namespace TOVTest
 class TOV_EXPORT CTOVTestTracker
 {
 public:
-    constexpr CTOVTestTracker() {}
-    CTOVTestTracker(const CTOVTestTracker& oOther) = default;
-    CTOVTestTracker& operator=(const CTOVTestTracker& oOther) = default;
+    TOV_EXPORT_INLINE constexpr CTOVTestTracker() {}
+    CTOVTestTracker(const CTOVTestTracker& oOther);
+    CTOVTestTracker& operator=(const CTOVTestTracker& oOther);
 
     // Virtual operations; their order is part of the exported design.
     // Whether the current case, the current suite, the run has failed: by the counters below.

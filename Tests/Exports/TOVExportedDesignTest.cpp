@@ -6,7 +6,6 @@
 #include <TOVContainers/TOVSafeQueue.h>
 #include <TOVContainers/TOVSorter.h>
 #include <TOVString/TOVStringA.h>
-#include <Test/TOVTestSuiteCreator.h>
 
 #include <algorithm>
 #include <cxxabi.h>
@@ -17,15 +16,6 @@ typedef int (*tCompareInts)(const int&, const int&);
 template class TOV_PROGRAM_EXPORT CTOVSafeQueue<CTOVStringA>;
 template class TOV_PROGRAM_EXPORT ISorter<tCompareInts>;
 template class TOV_PROGRAM_EXPORT CTOVArray<int>::CHeapSort<tCompareInts>;
-
-// A base with nothing but a pure operation has its table where a constructor needs it on Linux; Windows exports it.
-const eModule WHERE_THE_CREATOR_IS = TOV_SYSTEM_WINDOWS ? eModuleLibrary : eModuleProgram;
-class CCreatorForTest : public TOVTest::ITOVTestSuiteCreator
-{
-public:
-    CCreatorForTest() {}
-    TOVTest::CTOVTestSuite* New() override { return NULL; }
-} g_oCreatorForTest;
 
 namespace
 {
@@ -311,7 +301,7 @@ const sTable TABLES[] = {
      "_ZTVN7TOVTest13CTOVTestSuiteE",
      {"destructor", "Startup()", "Closedown()", "GetNumTestCases() const", "GetTestCase(long) const",
       "GetDescription() const", "GetFileName() const", "GetLine() const"}},
-    {WHERE_THE_CREATOR_IS, "_ZTVN7TOVTest20ITOVTestSuiteCreatorE", {"pure"}},
+    {eModuleLibrary, "_ZTVN7TOVTest20ITOVTestSuiteCreatorE", {"pure"}},
     {eModuleLibrary,
      "_ZTVN7TOVTest24CTOVTestDynamicSingletonISt3mapIPKcPNS_20ITOVTestSuiteCreatorESt4lessIS3_ESaISt4pairIKS3_S5_EEEEE",
      OnlyDestructor()},
@@ -391,13 +381,10 @@ TEST(CTOVExportedNamesTest, HoldExactlyThesePlainNames)
     EXPECT_EQ(aExpected, aPlain);
 }
 
-// exported-names.txt holds the qualified name of every exported function, one a line. Behind "inline " stands one that
-// a header defines: Windows exports it, and Linux where the compiler had to make a function of it. Behind "used "
-// stands one of a template that the library uses and does not own, or of a class inside a template: either target may
-// export it.
+// exported-names.txt holds the qualified name of every exported function, one a line. Behind "used " stands one of a
+// template that the library uses and does not own, or of a class inside a template: either target may export it.
 TEST(CTOVExportedNamesTest, HoldExactlyTheListedFunctions)
 {
-    const std::string INLINE = "inline ";
     const std::string USED = "used ";
     std::set<std::string> aMayBeAbsent;
     std::set<std::string> aListed;
@@ -405,11 +392,10 @@ TEST(CTOVExportedNamesTest, HoldExactlyTheListedFunctions)
     ASSERT_TRUE(oList.is_open()) << TOV_EXPORTED_NAMES;
     for (std::string sLine; std::getline(oList, sLine);)
     {
-        const bool bInline = sLine.rfind(INLINE, 0) == 0;
         const bool bUsed = sLine.rfind(USED, 0) == 0;
-        sLine.erase(0, bInline ? INLINE.size() : bUsed ? USED.size() : 0);
+        sLine.erase(0, bUsed ? USED.size() : 0);
         aListed.insert(sLine);
-        if (bUsed || (bInline && !TOV_SYSTEM_WINDOWS))
+        if (bUsed)
             aMayBeAbsent.insert(sLine);
     }
 
