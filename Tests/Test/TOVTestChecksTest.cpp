@@ -29,6 +29,14 @@ protected:
         return {std::string(szEvent) + "|" + __FILE__ + "|" + std::to_string(nLine) + "|" + sArguments};
     }
 
+    static tTexts NamesOf(const tTexts& aEvents)
+    {
+        tTexts aNames;
+        for (const std::string& sEvent : aEvents)
+            aNames.push_back(sEvent.substr(0, sEvent.find('|')));
+        return aNames;
+    }
+
     CControlledHost m_oHost;
     CEventRecorder m_oRecorder;
 };
@@ -65,6 +73,7 @@ void ThrowNumber()
 #define ANSWER_OF_TEST (40 + 2)
 #define NESTED_ANSWER_OF_TEST ANSWER_OF_TEST
 #define PAIR_OF_TEST Sum(1, 2)
+#define BARE_COMMA_OF_TEST std::pair<int, int>(1, 2).first
 
 namespace
 {
@@ -348,6 +357,9 @@ TEST_F(CTOVTestChecksTest, ShowsAMacroWithACommaInIt)
 {
     TOV_TEST_EQUALS(PAIR_OF_TEST, 4);
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1, "Sum(1, 2)|4|3|4"), Heard());
+
+    TOV_TEST_CHECK(BARE_COMMA_OF_TEST == 2);
+    EXPECT_EQ(Event("FailedAssert", __LINE__ - 1, "std::pair<int, int>(1, 2).first == 2"), Heard());
 }
 
 TEST_F(CTOVTestChecksTest, ShowsTheWholeExpansionOfTheByteSwap)
@@ -373,6 +385,68 @@ TEST_F(CTOVTestChecksTest, IsOneStatement)
         TOV_TEST_WARNING("else");
 
     EXPECT_EQ(Event("Warning", __LINE__ - 2, "else"), Heard());
+}
+
+// The failing check stands in each place where an expression can, and tells its event each time.
+#define EXPECT_EXPRESSION(szEvent, check)                                                                              \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        const bool bFirst = Sum(1, 2) == 3;                                                                            \
+        bFirst ? check : TOV_TEST_FAIL("the other branch");                                                            \
+        !bFirst ? TOV_TEST_FAIL("the other branch") : check;                                                           \
+        int nDone = 0;                                                                                                 \
+        ++nDone, check;                                                                                                \
+        check, ++nDone;                                                                                                \
+        if (bFirst)                                                                                                    \
+            check;                                                                                                     \
+        else                                                                                                           \
+            TOV_TEST_FAIL("the other branch");                                                                         \
+        for (int i = 0; i < 1; ++i, check)                                                                             \
+            ++nDone;                                                                                                   \
+        [&] { return check; }();                                                                                       \
+        EXPECT_EQ(3, nDone);                                                                                           \
+        EXPECT_EQ(tTexts(7, szEvent), NamesOf(Heard())) << #check;                                                     \
+    } while (false)
+
+TEST_F(CTOVTestChecksTest, StandsInEachPlaceOfAnExpression)
+{
+    EXPECT_EXPRESSION("FailedAssert", TOV_TEST_CHECK(bFirst == false));
+    EXPECT_EXPRESSION("FailedAssertEquals", TOV_TEST_EQUALS(1, 2));
+    EXPECT_EXPRESSION("FailedAssertDiffers", TOV_TEST_DIFFERS(1, 1));
+    EXPECT_EXPRESSION("FailedAssertDelta", TOV_TEST_DELTA(1, 4, 2));
+    EXPECT_EXPRESSION("FailedAssertLessThan", TOV_TEST_LESS_THAN(2, 1));
+    EXPECT_EXPRESSION("FailedAssertThrows", TOV_TEST_THROWS(ThrowNothing()));
+    EXPECT_EXPRESSION("FailedAssertThrows", TOV_TEST_THROWS_EXCEPTION(ThrowNumber(), sBaseError));
+    EXPECT_EXPRESSION("FailedAssertThrowsNot", TOV_TEST_THROWS_NOT(ThrowNumber()));
+    EXPECT_EXPRESSION("FailedTest", TOV_TEST_FAIL("broken"));
+    EXPECT_EXPRESSION("Warning", TOV_TEST_WARNING("look again"));
+}
+
+TEST_F(CTOVTestChecksTest, StandsInBothBranchesOfAConditional)
+{
+    for (const bool bFirst : {true, false})
+    {
+        bFirst ? TOV_TEST_EQUALS(1, 1) : TOV_TEST_EQUALS(2, 2);
+        EXPECT_EQ(tTexts(), Heard());
+
+        bFirst ? TOV_TEST_CHECK(1 == 2) : TOV_TEST_THROWS(ThrowNothing());
+        EXPECT_EQ(tTexts(1, bFirst ? "FailedAssert" : "FailedAssertThrows"), NamesOf(Heard()));
+    }
+}
+
+TEST_F(CTOVTestChecksTest, SeesWhatItsSurroundingsHold)
+{
+    const struct sHolder
+    {
+        int nMember;
+        void Check() const { TOV_TEST_THROWS_NOT(Sum(nMember, nMember)); }
+    } oHolder = {1};
+    oHolder.Check();
+    int nLocal = 0;
+    TOV_TEST_THROWS((nLocal = oHolder.nMember, ThrowBase()));
+
+    EXPECT_EQ(1, nLocal);
+    EXPECT_EQ(tTexts(), Heard());
 }
 
 TEST_F(CTOVTestChecksTest, AsksForTheListenerAtTheTimeOfTheFailure)
