@@ -2,10 +2,17 @@
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
+# The package finds everything from its own place, so that it may be moved.
+foreach(folder CMAKE_INSTALL_BINDIR CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_LIBDIR)
+    if(IS_ABSOLUTE "${${folder}}")
+        message(FATAL_ERROR "${folder} is ${${folder}}: give a folder inside the prefix, as ${folder}=name")
+    endif()
+endforeach()
 set(TOV_INSTALL_HEADERS "${CMAKE_INSTALL_INCLUDEDIR}/TOVKernel")
 set(TOV_INSTALL_CONFIG "${CMAKE_INSTALL_LIBDIR}/cmake/TOVKernel")
 
 add_library(TOVKernel::TOVKernel ALIAS TOVKernel)
+target_include_directories(TOVKernel PUBLIC "$<INSTALL_INTERFACE:${TOV_INSTALL_HEADERS}>")
 target_compile_features(TOVKernel PUBLIC cxx_std_17)
 set_target_properties(TOVKernel PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 
