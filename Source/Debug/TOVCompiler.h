@@ -70,6 +70,22 @@
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
+// Around functions that are exported under plain names and yet give references to classes: no C program calls them,
+// which is what clang warns of.
+#if defined(__clang__)
+#define TOV_PLAIN_NAMES_BEGIN                                                                                          \
+    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"") extern "C"        \
+    {
+#define TOV_PLAIN_NAMES_END                                                                                            \
+    }                                                                                                                  \
+    _Pragma("clang diagnostic pop")
+#else
+#define TOV_PLAIN_NAMES_BEGIN                                                                                          \
+    extern "C"                                                                                                         \
+    {
+#define TOV_PLAIN_NAMES_END }
+#endif
+
 // Whole reads and writes of a plain variable of 1, 4 or 8 bytes that several threads use. They order nothing else.
 namespace TOVAtomic
 {

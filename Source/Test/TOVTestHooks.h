@@ -5,8 +5,7 @@
 #include <Test/TOVTestListener.h>
 #include <Test/TOVTestSuiteFactory.h>
 
-extern "C"
-{
+TOV_PLAIN_NAMES_BEGIN
 // The listener in force, and the one that hears nothing.
 TOV_EXPORT_HOOK TOVTest::CTOVTestListener& GetListener();
 TOV_EXPORT_HOOK TOVTest::CTOVTestListener& GetNull();
@@ -16,4 +15,4 @@ TOV_EXPORT_HOOK void SetListener(TOVTest::CTOVTestListener* pListener);
 
 // The map of all creators; made when there is none.
 TOV_EXPORT_HOOK TOVTest::tCreatorMap& GetCreatorMapDirect();
-}
+TOV_PLAIN_NAMES_END

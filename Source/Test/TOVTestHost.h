@@ -9,13 +9,12 @@
 // process uses this one listener and this one map. The library asks for the map before the program's own statics are
 // made, and after they are gone, so that it lives for ever.
 #define TOV_TEST_HOST                                                                                                  \
-    extern "C"                                                                                                         \
-    {                                                                                                                  \
+    TOV_PLAIN_NAMES_BEGIN                                                                                              \
     TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetNull();                                                           \
     TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetListener();                                                       \
     TOV_PROGRAM_EXPORT void SetListener(TOVTest::CTOVTestListener* pListener);                                         \
     TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect();                                                    \
-    }                                                                                                                  \
+    TOV_PLAIN_NAMES_END                                                                                                \
     static TOVTest::CTOVTestListener*& GetHostListener()                                                               \
     {                                                                                                                  \
         static TOVTest::CTOVTestListener* s_pListener = &GetNull();                                                    \

@@ -29,6 +29,7 @@ class CRecordingListener : public TOVDebug::ITOVLogListener
 {
 public:
     CRecordingListener(const std::string& sName, tRecord& aRecord) : m_sName(sName), m_aRecord(aRecord) {}
+    virtual ~CRecordingListener() = default;
 
     void OnStartup() override
     {

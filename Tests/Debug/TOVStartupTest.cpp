@@ -41,8 +41,7 @@ struct sEarlyUse
     sEarlyUse()
         : bLogged(TOVDebug::_Log("Early", 1, 0x1, eSeverityTrace, "%s", "text")),
           bHasClasses(CTOVClassServer::Instance().HasClass(CTOVStringA("CTOVVirtualFileSystem"))),
-          bHasEmptyTexts(&CTOVStringA::Null() != nullptr && &CTOVStringW::Null() != nullptr &&
-                         &CTOVPath::Null() != nullptr),
+          bHasEmptyTexts(CTOVStringA::Null().IsEmpty() && CTOVStringW::Null().IsEmpty() && CTOVPath::Null().IsEmpty()),
           bRefusedCheck(false), bFailedToOpen(false)
     {
         try

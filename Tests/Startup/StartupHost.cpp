@@ -24,9 +24,13 @@ static void TellUse()
     TellDebugger(szLine);
 }
 
+TOV_PLAIN_NAMES_BEGIN
+TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect();
+TOV_PLAIN_NAMES_END
+
 // The library comes here for its creator map before this program's statics are made and after they are gone. Each call
 // tells the names that came or went since the one before.
-extern "C" TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect()
+TOVTest::tCreatorMap& GetCreatorMapDirect()
 {
     static TOVTest::tCreatorMap* const s_pCreators = new TOVTest::tCreatorMap;
     static TOVTest::tCreatorMap* const s_pKnown = new TOVTest::tCreatorMap;

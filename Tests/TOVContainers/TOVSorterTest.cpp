@@ -165,7 +165,7 @@ TEST(CTOVSorterTest, SortsByTheCallersOrder)
     tIntArray oArray = MakeArray({2, 3, 1, 5, 4});
     const int nSign = -1;
 
-    oArray.Sort([nSign](const int& nA, const int& nB) { return nSign * CompareInts(nA, nB); });
+    oArray.Sort([&](const int& nA, const int& nB) { return nSign * CompareInts(nA, nB); });
 
     EXPECT_EQ((std::vector<int>{5, 4, 3, 2, 1}), Elements(oArray));
 }

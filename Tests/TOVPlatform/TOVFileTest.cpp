@@ -116,7 +116,7 @@ TEST_P(TOVPlatformFileAccessTest, KeepsOrCutsWhatAFileHolds)
 
 TEST_P(TOVPlatformFileAccessTest, ReadsIfItMay)
 {
-    ForEachMode([this](unsigned long long hFile) {
+    ForEachMode([](unsigned long long hFile) {
         char szBuffer[8] = "";
         File::Seek(hFile, 0, File::eSeekOriginStart);
 

@@ -1,11 +1,8 @@
 // The form that the sections of streams over files have on disk, and their versions.
-#include "Support/TOVPrivateMember.h"
 #include "TOVStream/TOVFileStreamInstruments.h"
 
 namespace
 {
-TOV_PRIVATE_MEMBER(VersionOf, CTOVFileStream, int, m_nVersion)
-
 class CTOVFileStreamSectionTest : public CFileStreamFixture
 {
 };

@@ -18,13 +18,12 @@ TOVTest::CTOVTestListener& LastingNull()
 }
 } // namespace
 
-extern "C"
-{
+TOV_PLAIN_NAMES_BEGIN
 TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetNull();
 TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetListener();
 TOV_PROGRAM_EXPORT void SetListener(TOVTest::CTOVTestListener* pListener);
 TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect();
-}
+TOV_PLAIN_NAMES_END
 
 TOVTest::CTOVTestListener& GetNull()
 {

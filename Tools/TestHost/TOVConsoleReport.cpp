@@ -96,8 +96,10 @@ void CTOVConsoleReport::OnEnterRun(const sTestRecord& oRecord)
 void CTOVConsoleReport::OnEnterCase(const sCaseRecord& oCase)
 {
     ++m_lEntered;
-    const std::string sOf = m_lPlanned > 0 ? "/" + std::to_string(m_lPlanned) : "";
-    ShowProgress("[" + std::to_string(m_lEntered) + sOf + "] " + OneLine(oCase.sName));
+    std::string sCount = std::to_string(m_lEntered);
+    if (m_lPlanned > 0)
+        sCount.append("/").append(std::to_string(m_lPlanned));
+    ShowProgress(std::string("[").append(sCount).append("] ").append(OneLine(oCase.sName)));
 }
 
 void CTOVConsoleReport::OnLeaveCase(const sCaseRecord& oCase)

@@ -46,7 +46,7 @@ private:
     ITOVTestEvents& m_oEvents;
 };
 
-class CChosenCreator : public TOVTest::ITOVTestSuiteCreator
+class CChosenCreator final : public TOVTest::ITOVTestSuiteCreator
 {
 public:
     CChosenCreator(TOVTest::ITOVTestSuiteCreator& oReal, const std::vector<long>& aCases, ITOVTestEvents& oEvents)

@@ -4,8 +4,7 @@
 #include <Test/TOVTestListener.h>
 #include <Test/TOVTestSuiteFactory.h>
 
-extern "C"
-{
+TOV_PLAIN_NAMES_BEGIN
 TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetNull();
 TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetListener();
 TOV_PROGRAM_EXPORT void SetListener(TOVTest::CTOVTestListener* pListener);
@@ -13,4 +12,4 @@ TOV_PROGRAM_EXPORT TOVTest::tCreatorMap& GetCreatorMapDirect();
 
 // How often one of them was called.
 TOV_PROGRAM_EXPORT int GetForeignCalls();
-}
+TOV_PLAIN_NAMES_END

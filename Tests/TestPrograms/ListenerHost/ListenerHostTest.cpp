@@ -18,14 +18,13 @@ CTOVTestListener* s_pLastSet = nullptr;
 int s_nHiddenCalls = 0;
 } // namespace
 
-extern "C"
-{
+TOV_PLAIN_NAMES_BEGIN
 TOV_PROGRAM_EXPORT void SetListener(CTOVTestListener* pListener);
 
 CTOVTestListener& GetListener();
 CTOVTestListener& GetNull();
 TOVTest::tCreatorMap& GetCreatorMapDirect();
-}
+TOV_PLAIN_NAMES_END
 
 void SetListener(CTOVTestListener* pListener)
 {
