@@ -11,6 +11,9 @@ namespace TOVPlatform
 // Threads: any, for all functions. Who destroys an object sees to it that nobody uses it any more. An uncontended lock
 // or unlock of a critical section is no system call on either platform; on Posix the same goes for all objects.
 //
+// In the child of a fork, what other threads owned comes up free: critical sections as if never entered, mutexes as
+// abandoned. What the forking thread owned of those without a name it owns there as well.
+//
 // Timeouts are unsigned 32-bit milliseconds, passed through unchanged: -1 and 0xFFFFFFFF wait for ever, 0 only looks.
 //
 // Names share an object inside a process and between the processes of one user: a name in use opens the object behind

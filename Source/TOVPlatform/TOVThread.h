@@ -8,6 +8,9 @@ namespace TOVPlatform
 // Free functions over handles, as in TOVSynchronization; a thread's handle can be waited for there as well, and counts
 // as signalled once the thread has ended. Nothing here closes it: it stays open for the rest of the process.
 //
+// A program that unloads the library waits for the threads first. On Linux the library stays in memory until each of
+// them has ended. In the child of a fork, all threads but the forking one count as ended.
+//
 // Threads: any, for all functions.
 namespace TOVThread
 {
