@@ -373,7 +373,7 @@ unsigned long CountAllocationsOfAWideLine()
     CTOVMSDevLogger oLogger;
     CAllocationCounter oCounter;
 
-    TOVDebug::_Log("Folder/File.cpp", 148, 0x1, eSeverityInfo, "%S", szCity);
+    TOVDebug::_Log("Folder/File.cpp", 148, 0x1, eSeverityInfo, "text %S", szCity);
     return oCounter.Taken();
 }
 } // namespace
@@ -392,7 +392,7 @@ TEST(CTOVMSDevLoggerTest, ATextWithoutANarrowFormTakesNoBlock)
     const sObservedChild oChild = RunDebugged("LogsATextWithoutANarrowForm");
     EXPECT_EQ("0 blocks", oChild.sOutput);
     const std::string sLine = Joined(SplitAtMarks(oChild.aDebuggerTexts).aBetween);
-    EXPECT_EQ("Folder/File.cpp(148) : N", sLine.substr(0, 24)) << sLine;
+    EXPECT_EQ("Folder/File.cpp(148) : text ", sLine.substr(0, 28)) << sLine;
 }
 
 TEST(CTOVMSDevLoggerTest, ALineThatIsTooLongForTheBufferTakesOneBlockOfItsLength)

@@ -30,8 +30,8 @@
         static constexpr auto FindNotOneOf = &Functions::FindNotOneOf;                                                 \
         static constexpr auto ReverseFindOneOf = &Functions::ReverseFindOneOf;                                         \
         static constexpr auto ReverseFindNotOneOf = &Functions::ReverseFindNotOneOf;                                   \
-        static constexpr auto SPrintf = &Functions::SPrintf;                                                           \
-        static constexpr auto SNPrintf = &Functions::SNPrintf;                                                         \
+        static constexpr int (*SPrintf)(tUnit*, const tUnit*, ...) = &Functions::SPrintf;                              \
+        static constexpr int (*SNPrintf)(tUnit*, int, const tUnit*, ...) = &Functions::SNPrintf;                       \
         static constexpr auto VSPrintf = &Functions::VSPrintf;                                                         \
         static constexpr auto VSNPrintf = &Functions::VSNPrintf;                                                       \
         static constexpr auto VSCPrintf = &Functions::VSCPrintf;                                                       \
