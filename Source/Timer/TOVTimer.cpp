@@ -104,9 +104,10 @@ bool CTOVTimer::DefineChannel(int nChannel, const char* szName)
     if (!IsChannel(nChannel) || IsDefined(nChannel))
         return false;
 
+    // Settled: the channel is defined first, and stays so when its name cannot be set.
     sTimeChannel& oChannel = m_aChannels[nChannel];
-    oChannel.sName = szName;
     Store(oChannel.bDefined, true);
+    oChannel.sName = szName;
     Store(oChannel.bRunning, false);
     Store(oChannel.bPaused, false);
     Store(oChannel.nPauseTime, 0LL);

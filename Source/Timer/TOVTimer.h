@@ -20,9 +20,13 @@
 // "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)"; where a channel has to be defined, that with
 // " && IsDefined(nChannel)"; where it has to run, that with " && IsDefinedAndRunning(nChannel)".
 //
-// Reading costs one read of the counter and one of its frequency. Of what is done with channels, only DefineChannel
-// allocates. No lock: what changes a channel belongs to one thread. Others may read times, rates and states meanwhile,
-// each of which is whole, but no names. Copies are timers of their own and take the channels as they stand.
+// Reading a time costs one read of the counter and one of its frequency. No lock: what changes a channel belongs to one
+// thread. Others may read times, rates and states meanwhile, each of which is whole, but no names. Copies are timers of
+// their own and take the channels as they stand, the rates and frozen times included.
+//
+// What allocates: DefineChannel, for the name; UndefineChannel, where a copy of the timer shares that name; copying a
+// timer; Instance, if there is none yet; InstallTimeEvent, and for the first event the system starts a thread. A
+// warning in the log allocates if it has 1024 characters or more, which takes a long name. Nothing else does.
 class TOV_EXPORT CTOVTimer
 {
 public:
@@ -45,8 +49,10 @@ public:
     // The timer of the process, created if there is none.
     static CTOVTimer& Instance();
 
-    // A channel that stands still at 0. False, with nothing changed, for an index out of range or a defined channel.
-    // NULL is the empty name; names need not differ. The frame rate keeps what it held.
+    // Makes a channel that stands still at 0. False, with nothing changed, for an index out of range or a defined
+    // channel. NULL is the empty name, and a value below 0x10000 is a string id, as for CTOVStringA; names need not
+    // differ. The frame rate keeps what it held. Settled: the channel is defined before it is named. What the naming
+    // throws leaves it defined, without a name, and otherwise as its last definition left it.
     bool DefineChannel(int nChannel, const char* szName);
     // Gives up the channel and empties its name; everything else stays until the next definition. False for an index
     // out of range alone.
@@ -118,8 +124,8 @@ public:
     // in milliseconds is a wish, 0 for the best. A period does not drift; calls that are held up follow without pause,
     // and of many, the oldest can be lost. With NULL nothing is called. The identifier of the event; -1, with nothing
     // installed, if the system refuses the delay as its timer's period: 0 always, and what is beyond its range, which
-    // reaches to 65535 at least. Throws "nResult != 0" if the system has no further event, of which it has 16; the
-    // period stays raised then.
+    // reaches to 65535 at least. Throws "nResult != 0" if the system cannot set the event: it has 16 of them, and needs
+    // memory or a thread for some. The period stays raised then.
     static int InstallTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback,
                                 unsigned long ulUser, int nKind);
     // The same for a callback of the system's form; a template, since both forms are one where the system has no

@@ -2,6 +2,9 @@
 #include "Support/TOVAllocationCounter.h"
 #include "Timer/TOVTimerInstruments.h"
 
+#include <TOVString/TOVResourceLoader.h>
+
+#include <cstddef>
 #include <type_traits>
 
 namespace
@@ -46,6 +49,30 @@ const sOperation RUNNING_OPERATIONS[] = {
     TOV_OPERATION(Pause(nChannel)),           TOV_OPERATION(Continue(nChannel)),
     TOV_OPERATION(EnableFrameTime(nChannel)), TOV_OPERATION(DisableFrameTime(nChannel)),
 };
+
+// Notes whether a channel is defined when its name is asked for.
+class CNotingLoader : public ITOVResourceLoader
+{
+public:
+    explicit CNotingLoader(const CTOVTimer& oTimer) : m_oTimer(oTimer) { SetInstance(this); }
+    virtual ~CNotingLoader() { SetInstance(nullptr); }
+    CNotingLoader(const CNotingLoader&) = delete;
+    CNotingLoader& operator=(const CNotingLoader&) = delete;
+
+    bool LoadString(long, CTOVStringA& oString) override
+    {
+        m_bDefined = m_oTimer.IsDefined(1);
+        oString = "Loaded";
+        return true;
+    }
+
+    bool m_bDefined = false;
+
+private:
+    const CTOVTimer& m_oTimer;
+};
+
+const char* const STRING_ID = reinterpret_cast<const char*>(static_cast<std::size_t>(7));
 
 const int OUTSIDE[] = {-1, 4, 5, -2147483647 - 1, 2147483647};
 
@@ -178,6 +205,28 @@ TEST_F(CTOVTimerChannelTest, ForgetsWhatItWasWhenDefinedAgain)
     EXPECT_FALSE(m_oTimer.IsPaused(2));
     EXPECT_FALSE(m_oTimer.IsFrameTimeEnabled(2));
     EXPECT_EQ(4.0, m_oTimer.GetFPS(2)); // the rate alone stays
+}
+
+// Settled: a channel is defined first and named then.
+TEST_F(CTOVTimerChannelTest, IsDefinedBeforeItIsNamed)
+{
+    const CNotingLoader oLoader(m_oTimer);
+
+    EXPECT_TRUE(m_oTimer.DefineChannel(1, STRING_ID));
+
+    EXPECT_TRUE(oLoader.m_bDefined);
+    EXPECT_EQ("Loaded", NameOf(1));
+}
+
+TEST_F(CTOVTimerChannelTest, IsDefinedAlthoughItCannotBeNamed)
+{
+    EXPECT_CHECK("m_pInstance != NULL", m_oTimer.DefineChannel(1, STRING_ID)); // there is no loader
+
+    EXPECT_TRUE(m_oTimer.IsDefined(1));
+    EXPECT_EQ("", NameOf(1));
+    EXPECT_FALSE(m_oTimer.DefineChannel(1, "Again"));
+    EXPECT_TRUE(m_oTimer.UndefineChannel(1));
+    EXPECT_TRUE(m_oTimer.DefineChannel(1, "Again"));
 }
 
 TEST_F(CTOVTimerChannelTest, IsFoundByItsNameWithoutRegardToCase)
@@ -327,6 +376,17 @@ TEST_F(CTOVTimerChannelTest, TakesMemoryForItsNameAlone)
     m_oTimer.UndefineChannel(0);
 
     EXPECT_EQ(0u, oCounter.Taken());
+}
+
+TEST_F(CTOVTimerChannelTest, IsUndefinedForItselfWhereACopySharesItsName)
+{
+    m_oTimer.DefineChannel(0, "World");
+    const CTOVTimer oCopy(m_oTimer);
+
+    EXPECT_TRUE(m_oTimer.UndefineChannel(0));
+
+    EXPECT_EQ("", NameOf(0));
+    EXPECT_STREQ("World", oCopy.GetChannelName(0));
 }
 
 TEST_F(CTOVTimerChannelTest, TakesNoMemoryForALineInTheLog)
