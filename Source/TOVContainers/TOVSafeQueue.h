@@ -19,6 +19,18 @@
 //   Dequeue                         blocks; 1 copy under the lock   unchanged
 //   IsEmpty, GetCount, GetSize      the lock                        -
 //
+// Elements are copied by T's own copy, into the list by the producer and out of it by the consumer. Whatever a copy
+// shares with its original is then shared by threads. CTOVStringA, CTOVPath, CTOVBuffer and CTOVSmartPointer share a
+// block, without a lock and with a plain count: producer and consumer must not both keep one, and as the producer's own
+// object is one, not even a temporary may be enqueued. Texts go in an element that copies the characters:
+//
+//   struct sLine
+//   {
+//       explicit sLine(const char* szText) : sText(szText) {}
+//       sLine(const sLine& oOther) : sText(~oOther.sText) {}
+//       const CTOVStringA sText;
+//   };
+//
 // A consumer on an empty queue stays blocked until the next Enqueue: there is no time-out and no cancel. Nothing
 // releases it when the queue is destroyed, so the owner stops consumers first. There is no virtual destructor: a queue
 // is not deleted through a base class. Each operation also throws what CTOVMutex throws for a mutex that was not

@@ -6,12 +6,27 @@
 
 namespace TOVTest
 {
-// A listener that counts and hands every event on, and the tracker that tells the counts. A case fails once, however
-// many of its checks fail; a suite fails once, however many of its cases do. One thread.
+// A listener that hands every event of a run on to another listener and counts the failures, and the tracker that tells
+// the counts. A case fails once, however many of its checks fail; a suite fails once, however many of its cases do. A
+// failure between two cases counts for the case before it, and one in front of a suite's first case as a failed case.
+//
+//   event              before it is handed on                           after that
+//   EnterEnvironment   all four counters become 0                       -
+//   EnterSuite         the counters of suite and case become 0;         -
+//                      the suite becomes the current one, and
+//                      there is no current case
+//   EnterTestCase      the counter of the case becomes 0;               -
+//                      the case becomes the current one
+//   a failure          is counted                                       -
+//   LeaveTestCase      -                                                there is no current case
+//   LeaveSuite         -                                                there is no current suite and no current case
+//
+// No end clears a counter: the counts of a run can be read until the next run begins. A copy takes the counts, the
+// current objects and the listener. One thread.
 class TOV_EXPORT CTOVCountingTracker : public CTOVTestListener, public CTOVTestTracker
 {
 public:
-    // Events go nowhere until SetListener.
+    // Events go to the null listener until SetListener is called. All counters are 0.
     constexpr CTOVCountingTracker();
     CTOVCountingTracker(const CTOVCountingTracker& oOther);
     CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther);
@@ -38,21 +53,22 @@ public:
                             bool bOtherException) override;
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
 
-    // Further virtual operations of the listener's side, right behind its own; their order is part of the exported
-    // design. The suite and the case that run, or the null objects. Settled: not const, and so beside those of
-    // CTOVTestTracker.
+    // Further virtual operations, whose slots follow those of the listener; their order is part of the exported design.
+    // The suite and the case that run, or the null objects when none does. Settled: they are not const and override
+    // nothing. Those of CTOVTestTracker stay beside them, and give a const object, and everyone who knows this one as a
+    // tracker, the null objects.
     using CTOVTestTracker::GetCurrentTestCase;
     using CTOVTestTracker::GetCurrentTestSuite;
     virtual const CTOVTestSuite& GetCurrentTestSuite();
     virtual const CTOVTestCase& GetCurrentTestCase();
 
+    // The tracker's side. These stand after the two above, whose slots they would take otherwise.
     long GetNumFailedAsserts() const override;
     long GetNumFailedSuiteTests() const override;
     long GetNumFailedSuites() const override;
     long GetNumTotalFailedTests() const override;
 
-    // The tracker's side. They stand behind the two above, whose slots they would otherwise take.
-    // Where events go on; NULL means the null listener. Not owned.
+    // Sets the listener that events are handed on to; NULL means the null listener. It is not owned.
     void SetListener(CTOVTestListener* pListener);
 
 private:

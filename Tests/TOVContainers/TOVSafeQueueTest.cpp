@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -142,6 +143,36 @@ TEST(CTOVSafeQueueTest, HoldsStrings)
 
     EXPECT_STREQ("first", oQueue.Dequeue().GetString());
     EXPECT_STREQ("second", oQueue.Dequeue().GetString());
+}
+
+// The element for texts that the header shows.
+TEST(CTOVSafeQueueTest, HandsTextsOverThatShareNothing)
+{
+    struct sLine
+    {
+        explicit sLine(const char* szText) : sText(szText) {}
+        sLine(const sLine& oOther) : sText(~oOther.sText) {}
+        const CTOVStringA sText;
+    };
+    const int LINES = 1000;
+    CTOVSafeQueue<sLine> oQueue;
+    int nLines = 0;
+    CBlockableThread oConsumer([&] {
+        for (int nLine = 0; nLine < LINES; ++nLine)
+        {
+            const sLine oLine = oQueue.Dequeue();
+            const sLine oCopy(oLine);
+            nLines += std::string("line") == ~oCopy.sText ? 1 : 0;
+        }
+    });
+
+    const sLine oKept("line");
+    for (int nLine = 0; nLine < LINES; ++nLine)
+        oQueue.Enqueue(nLine % 2 == 0 ? oKept : sLine("line"));
+
+    ASSERT_TRUE(oConsumer.Finishes());
+    EXPECT_EQ(LINES, nLines);
+    EXPECT_STREQ("line", ~oKept.sText);
 }
 
 TEST(CTOVSafeQueueTest, ConsumerWaitsForAnElement)

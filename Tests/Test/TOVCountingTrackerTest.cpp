@@ -202,6 +202,21 @@ TEST_F(CTOVCountingTrackerTest, CountsNoCaseThatPasses)
     EXPECT_EQ((sCounts{0, 0, 1, 1}), CountsOf(m_oCounter));
 }
 
+TEST_F(CTOVCountingTrackerTest, CountsAFailureBetweenTwoCasesForTheCaseBeforeIt)
+{
+    m_oCounter.EnterSuite(m_oSuite);
+    m_oCounter.FailedAssertThrowsNot("File", 1, "in front of all cases");
+    EXPECT_EQ((sCounts{1, 1, 1, 1}), CountsOf(m_oCounter));
+
+    RunCase(1);
+    m_oCounter.FailedAssertThrowsNot("File", 1, "behind a case that failed");
+    EXPECT_EQ((sCounts{2, 2, 1, 2}), CountsOf(m_oCounter));
+
+    RunCase(0);
+    m_oCounter.FailedAssertThrowsNot("File", 1, "behind a case that passed");
+    EXPECT_EQ((sCounts{1, 3, 1, 3}), CountsOf(m_oCounter));
+}
+
 TEST_F(CTOVCountingTrackerTest, CountsNoWarning)
 {
     m_oCounter.EnterSuite(m_oSuite);
