@@ -21,22 +21,38 @@ template<class TString> class CTOVStringText;
 //                            +----> | a | b | c | 0 | e | 0 |     GetData()->GetSize() 6, the capacity
 //    oB  m_nStringLength 3 --+      +---+---+---+---+---+---+     with the place of the terminator
 //
-//   shares the block      copy constructor, operator=(const CTOVStringA&), Left, Right and Mid of the whole string
-//   takes a private copy  AllocBuffer above 0, AssignCopy, Copy, ConcatCopy, Empty; ConcatInPlace, FormatV, GetBuffer
-//                         and Replace(text, text) when they must grow
-//   writes where it is    SetAt, GetString(), ReleaseBuffer, MakeLower, MakeUpper, Reverse, Replace(char, char);
-//                         ConcatInPlace, FormatV, GetBuffer and Replace(text, text) when they need not grow
+//   shares the block     copy constructor, operator=(const CTOVStringA&), Left, Right and Mid of the whole string
+//   takes a new block    AllocBuffer, AssignCopy and Copy above 0, ConcatCopy, operator=(const char*), Empty of a
+//                        shared block; ConcatInPlace, operator+=, FormatV, GetBuffer and Replace(text, text) that
+//                        must grow
+//   writes where it is   SetAt, GetString(), ReleaseBuffer, AssignCopy of 0, MakeLower, MakeUpper, Reverse,
+//                        Replace(char, char); ConcatInPlace, operator+=, FormatV, GetBuffer and Replace(text, text)
+//                        that need not grow
 //
 // A new string has no block at all: GetString() is NULL. Where there is a block, the character at m_nStringLength is 0.
-// Every allocation is exactly the length plus 1: appending in a loop costs one allocation and copy a call, so size with
-// GetBuffer first. Nothing gives capacity back.
+// A new block has exactly the length that is asked for plus 1: appending in a loop costs one allocation and copy a
+// call, so size with GetBuffer first. What writes into the block where it is, and what empties it, keeps its capacity.
 //
-// Text arguments below 0x10000 are string ids where operator=(const char*) is told to load them. A source that lies
+// A text argument below 0x10000 is a string id where operator=(const char*) is told to load it. A source that lies
 // inside the string's own block is read before it is overwritten or freed.
 //
-// Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was, but for those of a format without
-// text, of a NULL to copy, and behind a replacement. Exhausted memory surfaces as
-// std::bad_alloc. No lock: one thread at a time, for all strings that share a block together.
+// Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was, with these exceptions:
+//
+//   a string id without a loader    the string is empty
+//   AssignCopy of NULL              the string is empty
+//   ConcatCopy of NULL or of a      the length is the sum, the characters are undefined
+//   negative length
+//   ConcatInPlace of NULL           the capacity has grown if it had to
+//   Replace(text, text) that does   the length is what it was, the block holds the new text as far as it was made;
+//   not end where it should         met when a sharer has overwritten the terminator, or zeros split a text that grows
+//                                   in place
+//   a format without a character    a string without a block has an empty one
+//   a print that fails              the length is what it was, the block is a new one if it had to grow and holds what
+//                                   the print has written: assign to the string before you use its text; met when a
+//                                   text has no form in the other width
+//
+// Exhausted memory surfaces as std::bad_alloc. No lock: one thread at a time, for all strings that share a block
+// together.
 class TOV_EXPORT CTOVStringA
 {
 public:
@@ -45,13 +61,13 @@ public:
 
     // Construction. No allocation of a block for empty text or for nCount <= 0.
     CTOVStringA();
-    CTOVStringA(const char* szString);      // as operator=(const char*), string ids included
+    CTOVStringA(const char* szString);      // does the same as operator=(const char*), string ids included
     CTOVStringA(const CTOVStringA& oOther); // shares oOther's block
     CTOVStringA(const CTOVStringW& oOther); // the low 8 bits of each character, no code page
     CTOVStringA(char cChar, int nCount);    // nCount times cChar
 
     // The process's shared empty string, for functions that return a reference and have no text. Created on demand.
-    // Writable, and nothing protects it: who changes it changes it for all.
+    // It is writable, and nothing protects it: who changes it changes it for all.
     static CTOVStringA& Null();
 
     // Shares oOther's block. Two strings on one block already: nothing happens, their lengths stay apart.
@@ -70,7 +86,7 @@ public:
     // Assigns exactly nStringLength characters, a terminator among them included.
     // Throws unless szSrcString != NULL and nStringLength > 0.
     void Copy(const char* szSrcString, int nStringLength);
-    // Zero-fills the whole capacity and sets the length to 0; nothing for a length of 0. Keeps the capacity.
+    // Zero-fills the whole capacity, which stays, and sets the length to 0. Does nothing for a length of 0.
     void Empty();
     // Asks the resource loader to fill this string, which is not emptied first. The loader's result.
     bool LoadStringResource(long lStringId);
@@ -105,16 +121,18 @@ public:
     // A private block for nLength characters, undefined but for the terminator; 0 sets the length alone.
     // Throws unless 0 <= nLength <= INT_MAX-1.
     void AllocBuffer(int nLength);
-    // nLength characters into a new block; 0 ends the text in the block as it stands.
+    // Copies nLength characters into a new block; 0 ends the text in the block as it stands, shared or not.
+    // Throws unless 0 <= nLength <= INT_MAX-1, and for NULL with a length above 0.
     void AssignCopy(int nLength, const char* szString);
-    // Two parts, one behind the other, into a new block; nothing if both are empty.
+    // Copies two parts, one after the other, into a new block. Two lengths that add up to 0 change nothing.
     void ConcatCopy(int nLength1, const char* sz1, int nLength2, const char* sz2);
     // Appends nLength characters, in place where the capacity allows it. Cost: at most one allocation.
     void ConcatInPlace(int nLength, const char* szString);
     // The block with room for nLength characters and the terminator, to be written to until ReleaseBuffer. Growing
     // loses the text; the length is not changed.
     char* GetBuffer(int nLength);
-    // Ends the text at nNewLength, or at its first 0 for -1. Throws unless nNewLength <= the capacity.
+    // Ends the text at nNewLength, or at its first 0 for -1. Throws unless 0 <= nNewLength <= the capacity, and for -1
+    // without a block.
     void ReleaseBuffer(int nNewLength);
 
     // Search: the index of the first or last hit, -1 for none. In a multi-byte code page the start of a search for text
@@ -122,34 +140,39 @@ public:
     int Find(char cCharToSearch, int nStartPos = 0) const;
     int Find(const char* szSubStringToSearch, int nStartPos = 0) const;
     int ReverseFind(char cCharToSearch) const; // 0 finds the terminator
-    // Throw unless szCharSet != NULL, and on a string without a block or a negative start.
+    // They throw unless szCharSet != NULL, on a string without a block and for a negative start.
     int FindOneOf(const char* szCharSet, int nStartPos = 0) const;
     int FindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
-    // Never look at index 0. Throw unless szCharSet != NULL and nStartPos == 0.
+    // They never look at index 0. They throw unless szCharSet != NULL and nStartPos == 0.
     int ReverseFindOneOf(const char* szCharSet, int nStartPos = 0) const;
     int ReverseFindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
 
-    // Replace every hit; the number of hits. The first throws unless cNewChar > 0, which refuses 0x80 and above too. In
-    // the second a NULL szNew deletes; a NULL or empty szOld finds nothing. Grows to the exact size if it must.
+    // Replace every hit, and return the number of hits. The first throws unless cNewChar > 0, which refuses 0x80 and
+    // above too. In the second a NULL szNew deletes, and a NULL or empty szOld finds nothing; it grows to the exact
+    // size if it must. Cost: linear in the old and the new text.
     int Replace(char cOldChar, char cNewChar);
     int Replace(const char* szOld, const char* szNew);
 
     // Cutting, measured against the capacity with its terminator, not against the length: Right, and a Mid that reaches
     // the end, take the terminator with them. Right(5) of "Das ist ein test" is "test" with a length of 5, Mid(4) is
-    // "ist ein test" with a length of 13. Mid at or beyond the capacity with nCount > 0 throws.
+    // "ist ein test" with a length of 13. Mid(nFirst, nCount) throws for a start at or beyond the capacity and a count
+    // above 0, save that Mid(0, nCount) of a string without a block is empty; Mid(nFirst) is empty there.
     CTOVStringA Left(int nCount) const;
     CTOVStringA Right(int nCount) const;
     CTOVStringA Mid(int nFirst, int nCount) const;
     CTOVStringA Mid(int nFirst) const;
 
-    // Prefix and suffix tests by search: linear in the string. Throw for an oOther without a block; the forms without
-    // case also for an emptied one. A suffix exactly one character longer than the string counts as found.
+    // Prefix and suffix tests by search. Cost: linear in the string, as far as the runtime's search is; the forms
+    // without case copy both texts. They throw for an oOther without a block, and the forms without case also for an
+    // emptied one. Settled: a suffix exactly one character longer than the string counts as found, and behind
+    // characters of more than one byte the search for the last hit leaves some out.
     bool BeginsWith(const CTOVStringA& oOther) const;
     bool BeginsWithNoCase(const CTOVStringA& oOther) const;
     bool EndsWith(const CTOVStringA& oOther) const;
     bool EndsWithNoCase(const CTOVStringA& oOther) const;
 
-    // Order: -1, 0 or 1. Compare and CompareNoCase read NULL and a missing block as "", the others throw for them.
+    // The order as -1, 0 or 1. Compare and CompareNoCase read NULL and a missing block as "", the others throw for
+    // them.
     int Compare(const char* szString) const;
     int CompareNoCase(const char* szString) const;
     int Collate(const char* szString) const;
@@ -160,8 +183,9 @@ public:
     void MakeUpper();
     void Reverse();
 
-    // Replaces oResult by the parts between the separators, empty ones included; the number of parts. An empty string
-    // has none. Throws for a separator of 0.
+    // Replaces oResult by the parts between the separators, empty ones included, and returns the number of parts. An
+    // empty string has none. What lies behind a 0 inside the text belongs to the last part. Throws for a separator of 0
+    // and a string that is not empty, and leaves oResult empty then.
     int Split(CTOVArray<CTOVStringA>& oResult, char cSeparator) const;
 
     // Numbers at 32 bits, saturating; 0 for text that begins with none. Base 0 lets a prefix decide. AsUint parses with

@@ -153,6 +153,23 @@ TYPED_TEST(CTOVStringFormatTest, RefusesAFormatThatYieldsNothing)
     EXPECT_EQ(Holds("", 1), StateOf(oNew));
 }
 
+// The euro sign has no form in the "C" locale.
+TEST(CTOVStringAFormatTest, KeepsTheLengthWhenAPrintFails)
+{
+    for (const char* szText : {"abc", "a text of some length, long enough for what is printed into it"})
+    {
+        CTOVStringA oText(szText);
+        const long lLength = oText.GetLength();
+
+        EXPECT_CHECK("nNumCharacters != -1", oText.Format("%S", L"\x20AC"));
+        EXPECT_EQ(lLength, oText.GetLength());
+        EXPECT_LE(lLength + 1, CapacityOf(oText));
+
+        oText = "new";
+        EXPECT_EQ(Holds("new", 4), StateOf(oText));
+    }
+}
+
 TYPED_TEST(CTOVStringFormatTest, RefusesNullAndUnknownConversions)
 {
     const tUnitOf<TypeParam>* const szNull = NULL;
