@@ -103,7 +103,7 @@ TEST_F(CCatalogFaultTest, DoesNotKeepAWalkFromBeingInterrupted)
     CTOVArray<sFileRecord> aFiles;
     tUnreadable aUnreadable;
     m_bStop = true;
-    CTreeWalker oWalker(CTOVArray<CTOVStringA>(), aFiles, aUnreadable, m_bStop);
+    CTreeWalker oWalker(m_oOptions.aPatterns, aFiles, aUnreadable, m_bStop);
 
     oWalker.Walk(0, m_oOptions.aDirectories[0]);
 
