@@ -10,6 +10,13 @@
 #define TOV_CAN_FORK_AND_THREAD 1
 #endif
 
+// The sanitizers' memory can be locked for ever in the child of a process whose other threads allocate.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define TOV_CAN_FORK_AMID_ALLOCATIONS 0
+#else
+#define TOV_CAN_FORK_AMID_ALLOCATIONS 1
+#endif
+
 // Whether the action gives true in the child of a fork. A child that does not come to its end is killed at a deadline.
 bool IsTrueInFork(const std::function<bool()>& fnAction);
 
