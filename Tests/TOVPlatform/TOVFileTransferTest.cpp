@@ -192,6 +192,8 @@ TEST_F(TOVPlatformFileTransferTest, ReadsNoLineAtTheEndOfTheFile)
 
     EXPECT_EQ(File::eFileFailure, File::Gets(hFile, szBuffer, sizeof(szBuffer)));
     EXPECT_STREQ("x", szBuffer);
+    EXPECT_EQ(File::eFileSuccess, File::Gets(hFile, szBuffer, 1)); // room for the terminator
+    EXPECT_STREQ("", szBuffer);
 }
 
 TEST_F(TOVPlatformFileTransferTest, ReadsNoLineIntoNoRoom)
