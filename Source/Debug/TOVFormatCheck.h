@@ -17,6 +17,8 @@ template<class... TArguments> using tRefusal = std::enable_if_t<!ARE_FORMAT_ARGU
 } // namespace TOVDebug
 
 // The body of these overloads begins with it. In the body of each, so that each is told of.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define TOV_REFUSE_OBJECTS(TArguments)                                                                                 \
     static_assert(TOVDebug::ARE_FORMAT_ARGUMENTS<TArguments...>,                                                       \
                   "a format takes numbers and pointers, but no objects: write ~oText for a string object oText")
+// NOLINTEND(bugprone-macro-parentheses)
