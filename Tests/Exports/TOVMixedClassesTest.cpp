@@ -13,7 +13,8 @@
 
 namespace
 {
-// Ordinary interfaces: with a destructor that the compiler writes, and with one that somebody wrote.
+// Ordinary classes: an interface whose destructor the compiler writes, one whose destructor somebody wrote, and one of
+// the standard library.
 class IDefaulted
 {
 public:
@@ -27,19 +28,12 @@ class IWritten
 {
 public:
     virtual ~IWritten() {}
-    virtual int GetMark() const { return MARK; }
-
-    static constexpr int MARK = 43;
 };
 
-// One that tells what it is by an operation of the standard library.
 class IStandard : public std::runtime_error
 {
 public:
-    IStandard() : std::runtime_error("mark") {}
-    virtual int GetMark() const { return *what() == 'm' ? MARK : 0; }
-
-    static constexpr int MARK = 44;
+    IStandard() : std::runtime_error("standard") {}
 };
 
 // Where a base's assignment is a virtual operation, the using-declarations keep it in sight.
@@ -239,29 +233,30 @@ typedef sClasses<ISorter<int (*)(const int&, const int&)>, ITOVFile, ITOVHandleD
 // Nobody derives from these or has them as members: what a listener throws at their end goes straight through.
 typedef sClasses<CTOVClass, CTOVClassServer, TOVDebug::CTOVDebugServer, TOVDebug::CTOVMSDevLogger> tThrowing;
 
-// Makes one, and ends it through the interface.
-template<class TInterface, class TMix> void Live()
+// The class as a base, and as a member behind its first base; in both orders.
+template<class TInterface, class TClass> struct sMixes
 {
-    static_assert(std::is_nothrow_destructible_v<TMix>);
-    static_assert(std::has_virtual_destructor_v<TMix>);
-
-    const std::unique_ptr<const TInterface> pMix = std::make_unique<const TMix>();
-    EXPECT_EQ(TInterface::MARK, pMix->GetMark());
-}
-
-template<class TInterface, class TClass> void Mix()
-{
-    Live<TInterface, CBases<TClass, TInterface>>();
-    Live<TInterface, CBases<TInterface, TClass>>();
-    Live<TInterface, CHolder<TInterface, TClass>>();
-    Live<TInterface, CHolderOfTwo<TInterface, TClass, TInterface>>();
-    Live<TInterface, CHolderOfTwo<TInterface, TInterface, TClass>>();
-
+    typedef CBases<TClass, TInterface> tClassFirst;
+    typedef CBases<TInterface, TClass> tClassLast;
+    typedef CHolder<TInterface, TClass> tMember;
+    typedef CHolderOfTwo<TInterface, TClass, TInterface> tMemberFirst;
+    typedef CHolderOfTwo<TInterface, TInterface, TClass> tMemberLast;
     // The class as the base, the interface, a lock and a shared pointer as members.
-    typedef CHolder<CHolderOfTwo<TClass, CTOVMutex, CTOVSmartPointer<int>>, TInterface> tDerived;
-    static_assert(std::is_nothrow_destructible_v<tDerived>);
-    const auto pDerived = std::make_unique<const tDerived>();
-    EXPECT_EQ(TInterface::MARK, pDerived->m_oMember.GetMark());
+    typedef CHolder<CHolderOfTwo<TClass, CTOVMutex, CTOVSmartPointer<int>>, TInterface> tBaseOfMembers;
+
+    static_assert(std::is_nothrow_destructible_v<tClassFirst> && std::has_virtual_destructor_v<tClassFirst>);
+    static_assert(std::is_nothrow_destructible_v<tClassLast> && std::has_virtual_destructor_v<tClassLast>);
+    static_assert(std::is_nothrow_destructible_v<tMember> && std::has_virtual_destructor_v<tMember>);
+    static_assert(std::is_nothrow_destructible_v<tMemberFirst> && std::has_virtual_destructor_v<tMemberFirst>);
+    static_assert(std::is_nothrow_destructible_v<tMemberLast> && std::has_virtual_destructor_v<tMemberLast>);
+    static_assert(std::is_nothrow_destructible_v<tBaseOfMembers>);
+};
+
+// Makes one, and ends it through the interface.
+template<class TMix> void Live()
+{
+    const std::unique_ptr<const IDefaulted> pMix = std::make_unique<const TMix>();
+    EXPECT_EQ(IDefaulted::MARK, pMix->GetMark());
 }
 
 template<class TInterface, class TClass> void MixAsBases()
@@ -297,9 +292,17 @@ TYPED_TEST(CTOVMixableClassTest, MixesWithOrdinaryClassesAsBasesAndMembersInBoth
 {
     typedef typename sMade<TypeParam>::type tClass;
 
-    Mix<IDefaulted, tClass>();
-    Mix<IWritten, tClass>();
-    Mix<IStandard, tClass>();
+    // That these can be named as complete types is the test for the other two.
+    static_assert(sizeof(sMixes<IWritten, tClass>) > 0 && sizeof(sMixes<IStandard, tClass>) > 0);
+
+    typedef sMixes<IDefaulted, tClass> tMixes;
+    Live<typename tMixes::tClassFirst>();
+    Live<typename tMixes::tClassLast>();
+    Live<typename tMixes::tMember>();
+    Live<typename tMixes::tMemberFirst>();
+    Live<typename tMixes::tMemberLast>();
+    const auto pBase = std::make_unique<const typename tMixes::tBaseOfMembers>();
+    EXPECT_EQ(IDefaulted::MARK, pBase->m_oMember.GetMark());
 }
 
 TYPED_TEST(CTOVMixableInterfaceTest, MixesWithOrdinaryClassesAsBasesInBothOrders)
