@@ -2,8 +2,7 @@
 #pragma once
 
 #if defined(_MSC_VER)
-#include <intrin.h>
-#include <string.h>
+#include <atomic>
 #endif
 
 #if defined(_WIN32)
@@ -90,55 +89,17 @@
 namespace TOVAtomic
 {
 #if defined(_MSC_VER)
-template<int nBytes> struct sWord;
-
-template<> struct sWord<1>
-{
-    typedef char tBits;
-    static tBits Exchange(volatile tBits* pBits, tBits nNew, tBits nOld)
-    {
-        return _InterlockedCompareExchange8(pBits, nNew, nOld);
-    }
-};
-
-template<> struct sWord<4>
-{
-    typedef long tBits;
-    static tBits Exchange(volatile tBits* pBits, tBits nNew, tBits nOld)
-    {
-        return _InterlockedCompareExchange(pBits, nNew, nOld);
-    }
-};
-
-template<> struct sWord<8>
-{
-    typedef __int64 tBits;
-    static tBits Exchange(volatile tBits* pBits, tBits nNew, tBits nOld)
-    {
-        return _InterlockedCompareExchange64(pBits, nNew, nOld);
-    }
-};
-
+// This compiler's atomic object of such a size is the value and nothing else.
 template<class T> T Load(const T& oVariable)
 {
-    typedef sWord<sizeof(T)> tWord;
-    typedef typename tWord::tBits tBits;
-    const tBits nBits = tWord::Exchange(reinterpret_cast<volatile tBits*>(const_cast<T*>(&oVariable)), 0, 0);
-    T oValue;
-    memcpy(&oValue, &nBits, sizeof(T));
-    return oValue;
+    static_assert(sizeof(std::atomic<T>) == sizeof(T) && std::atomic<T>::is_always_lock_free);
+    return reinterpret_cast<const std::atomic<T>&>(oVariable).load(std::memory_order_relaxed);
 }
 
 template<class T> void Store(T& oVariable, const T& oValue)
 {
-    typedef sWord<sizeof(T)> tWord;
-    typedef typename tWord::tBits tBits;
-    volatile tBits* const pBits = reinterpret_cast<volatile tBits*>(&oVariable);
-    tBits nNew;
-    memcpy(&nNew, &oValue, sizeof(T));
-    tBits nOld = 0;
-    for (tBits nSeen; (nSeen = tWord::Exchange(pBits, nNew, nOld)) != nOld;)
-        nOld = nSeen;
+    static_assert(sizeof(std::atomic<T>) == sizeof(T) && std::atomic<T>::is_always_lock_free);
+    reinterpret_cast<std::atomic<T>&>(oVariable).store(oValue, std::memory_order_relaxed);
 }
 #else
 template<class T> T Load(const T& oVariable)

@@ -24,9 +24,9 @@ void PrepareProcess();
 // set and not empty when the library first asks. Allocates nothing.
 void OutputDebugText(const char* szText);
 
-// Throws the exception of a failed check that no listener of the application has heard of. If nobody catches it, so that
-// the process ends by it, a system without a debugger's output shows the check on standard error first. One that was
-// caught and is thrown again is not shown. Nothing but the exception is allocated.
+// Throws the exception of a failed check that no listener of the application has heard of. If nobody catches it, so
+// that the process ends by it, a system without a debugger's output shows the check on standard error first. One that
+// was caught and is thrown again is not shown. Nothing but the exception is allocated.
 [[noreturn]] void ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine);
 
 // True if a debugger is attached to this process.

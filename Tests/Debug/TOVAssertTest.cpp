@@ -342,8 +342,8 @@ private:
 
 TOV_CHILD(HearsTheLibrarysCleanUp)
 {
-    MakeImmortal<CLineWitness>();
     CTOVRefCount::GetClass(); // comes to life here, after all that was there from the start
+    MakeImmortal<CLineWitness>();
     if (TOVDebug::Alternate_Assert("false", "File", 1))
         Say("true");
 }
