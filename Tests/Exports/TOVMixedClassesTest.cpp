@@ -327,7 +327,8 @@ TEST(CTOVMixedClassesTest, ListsEveryExportedClassThatHasVirtualOperations)
     std::size_t nExported = 0;
     for (const std::string& sName : ExportedNames(eModuleLibrary))
     {
-        if (sName.compare(0, 4, "_ZTV") != 0)
+        // A build that is not optimised exports some of the standard library as well.
+        if (sName.compare(0, 4, "_ZTV") != 0 || sName.compare(0, 6, "_ZTVSt") == 0)
             continue;
         ++nExported;
         EXPECT_EQ(1u, aTables.count(sName)) << sName;
