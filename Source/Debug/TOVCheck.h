@@ -39,5 +39,5 @@ template<class TPart> void RunInDestructor(const TPart& fnPart) noexcept
 }
 } // namespace TOVDebug
 
-// A check in a destructor: a false condition is told, and the destructor goes on behind it.
+// A check in a destructor: a false condition is told, and the destructor goes on after it.
 #define TOV_TELL_TEXT(condition, szText) TOVDebug::RunInDestructor([&] { TOV_ASSERT_TEXT(condition, szText); })

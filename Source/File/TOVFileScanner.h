@@ -3,7 +3,7 @@
 // The platform's directory search does the matching and gives the order. Within one directory the files come first,
 // then its subdirectories. Settled: the search in a subdirectory is made below a path that holds "*.*", which the
 // platform refuses, so that files below the first level are never reported. Settled: a directory that cannot be read,
-// or not to its end, looks the same as one without further files; who has to tell these apart searches with
+// or not to its end, looks the same as one without further files; to tell these apart, search with
 // TOVPlatform::TOVFile::FindFirstEntry. No lock: one thread at a time; the callback runs on the thread of Run.
 #pragma once
 

@@ -24,7 +24,7 @@ public:
     CTOVHandle(const CTOVHandle& oOther);
 
     // Counts the source's object and takes its members before it lets go of its own, so that a handle can walk a list,
-    // whose next handle dies with the element behind it. When letting go throws, the handle has the new object already.
+    // whose next handle dies with its element. When letting go throws, the handle has the new object already.
     // Settled: lets go only if it is valid, so that one with an object but without an id keeps a reference for ever. A
     // last handle that is assigned to itself destroys its object and is left without one.
     const CTOVHandle& operator=(const CTOVHandle& oOther);

@@ -67,7 +67,7 @@ public:
     CTOVStringA(char cChar, int nCount);    // nCount times cChar
 
     // The process's shared empty string, for functions that return a reference and have no text. Created on demand.
-    // It is writable, and nothing protects it: who changes it changes it for all.
+    // It is writable, and nothing protects it: a change is seen by every user of it.
     static CTOVStringA& Null();
 
     // Shares oOther's block. Two strings on one block already: nothing happens, their lengths stay apart.
@@ -164,7 +164,7 @@ public:
 
     // Prefix and suffix tests by search. Cost: linear in the string, as far as the runtime's search is; the forms
     // without case copy both texts. They throw for an oOther without a block, and the forms without case also for an
-    // emptied one. Settled: a suffix exactly one character longer than the string counts as found, and behind
+    // emptied one. Settled: a suffix exactly one character longer than the string counts as found, and after
     // characters of more than one byte the search for the last hit leaves some out.
     bool BeginsWith(const CTOVStringA& oOther) const;
     bool BeginsWithNoCase(const CTOVStringA& oOther) const;
@@ -184,7 +184,7 @@ public:
     void Reverse();
 
     // Replaces oResult by the parts between the separators, empty ones included, and returns the number of parts. An
-    // empty string has none. What lies behind a 0 inside the text belongs to the last part. Throws for a separator of 0
+    // empty string has none. What follows a 0 inside the text belongs to the last part. Throws for a separator of 0
     // and a string that is not empty, and leaves oResult empty then.
     int Split(CTOVArray<CTOVStringA>& oResult, char cSeparator) const;
 

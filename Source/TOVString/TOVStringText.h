@@ -358,7 +358,7 @@ private:
         return LastPosition(oString, szOther, bUnits ? nPosition : 0, nLast) == nPosition;
     }
 
-    // The last position that a walk from hit to hit reaches, none of which can be behind nLast; -1 for none. Units in
+    // The last position that a walk from hit to hit reaches, none of which can be after nLast; -1 for none. Units in
     // front of nStart are characters. Settled: each search starts as many characters from the start of the text as the
     // hit before it has units in front of it, plus 1. Behind characters of more than one unit that leaves hits out.
     static int LastPosition(const TString& oString, const tUnit* szOther, int nStart, int nLast)
@@ -407,7 +407,7 @@ private:
     }
 
     // Calls fnReplace for each hit that is replaced, front to back, and returns their number. Settled: segments whose
-    // place in the new text is at nLimit or behind it are not looked at.
+    // place in the new text is at nLimit or after it are not looked at.
     template<class TFunction>
     static int VisitHits(tUnit* szText, int nLength, const tUnit* szOld, int nDifference, int nLimit,
                          TFunction fnReplace)
@@ -470,7 +470,7 @@ private:
         oString.m_nStringLength = nNewLength;
     }
 
-    // Copies the units and returns the place behind the copies.
+    // Copies the units and returns the place after the copies.
     static tUnit* Append(tUnit* pDestination, const tUnit* pBegin, const tUnit* pEnd)
     {
         const int nCount = static_cast<int>(pEnd - pBegin);
@@ -478,7 +478,7 @@ private:
         return pDestination + nCount;
     }
 
-    // Settled: each replacement moves the rest of the text and ends it anew, and what it leaves behind the text can be
+    // Settled: each replacement moves the rest of the text and ends it anew, and what it leaves after the text can be
     // seen through sharers of the block and by Left: a terminator for each, and between two of them the text's last
     // units again.
     static void EndShrunkText(tUnit* pOldEnd, int nShrinkage, int nReplaced)

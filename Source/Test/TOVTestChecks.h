@@ -1,6 +1,6 @@
 // The checks of a test: on failure they tell the listener in force, and the case goes on.
 //
-// Each is an expression of type void, and so can stand behind a comma and in a conditional. Expressions appear in the
+// Each is an expression of type void, and so can stand after a comma and in a conditional. Expressions appear in the
 // texts as the preprocessor leaves them, with macros expanded.
 #pragma once
 
