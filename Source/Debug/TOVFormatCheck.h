@@ -20,6 +20,6 @@ template<class... TArguments> using tRefusal = std::enable_if_t<!ARE_FORMAT_ARGU
 // NOLINTBEGIN(bugprone-macro-parentheses)
 #define TOV_REFUSE_OBJECTS(TArguments)                                                                                 \
     static_assert(TOVDebug::ARE_FORMAT_ARGUMENTS<TArguments...>,                                                       \
-                  "a format takes numbers and pointers, but no objects: write ~oText for a string object "
-                  "oText, and c_str() for one of the standard library")
+                  "a format takes numbers and pointers, but no objects: write ~oText for a string object oText, and "  \
+                  "c_str() for one of the standard library")
 // NOLINTEND(bugprone-macro-parentheses)
