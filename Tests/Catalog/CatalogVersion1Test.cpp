@@ -1,35 +1,18 @@
 // Catalogues of the older format. Data/version-1.cat is such a one; Data/make-version-1 has made it.
-#include "Catalog/CatalogInstruments.h"
+#include "Catalog/CatalogSample.h"
 
 namespace
 {
-class CCatalogVersion1Test : public CCatalogTest
+class CCatalogVersion1Test : public CCatalogSampleTest
 {
 protected:
-    CCatalogVersion1Test()
-    {
-        std::string sAllBytes;
-        for (int nByte = 0; nByte < 256; ++nByte)
-            sAllBytes += static_cast<char>(nByte);
-        Write("tree/all-bytes", sAllBytes);
-        Write("tree/empty", "");
-        Write("tree/sub/hello.txt", "hello\n");
-        Write("c.cat", Sample());
-    }
-
-    static std::string Sample()
-    {
-        const std::string sProgram = PathOfCatalogProgram();
-        return ReadWholeFile(sProgram.substr(0, sProgram.find_last_of("\\/") + 1) + "CatalogSamples/version-1.cat");
-    }
+    CCatalogVersion1Test() : CCatalogSampleTest("version-1.cat") {}
 };
 } // namespace
 
 TEST_F(CCatalogVersion1Test, HasTheDescribedFormat)
 {
-    EXPECT_EQ(CatalogVersion1(
-                  "tree", {{0, "all-bytes", 256, 0x29058c73}, {0, "empty", 0, 0}, {0, "sub/hello.txt", 6, 0x363a3020}}),
-              Sample());
+    EXPECT_EQ(CatalogVersion1("tree", Files()), Sample());
 }
 
 TEST_F(CCatalogVersion1Test, IsListed)

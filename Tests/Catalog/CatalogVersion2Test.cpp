@@ -1,32 +1,12 @@
 // Catalogues of version 2. Data/version-2.cat is such a one, which an earlier program has written.
-#include "Catalog/CatalogInstruments.h"
+#include "Catalog/CatalogSample.h"
 
 namespace
 {
-class CCatalogVersion2Test : public CCatalogTest
+class CCatalogVersion2Test : public CCatalogSampleTest
 {
 protected:
-    CCatalogVersion2Test()
-    {
-        std::string sAllBytes;
-        for (int nByte = 0; nByte < 256; ++nByte)
-            sAllBytes += static_cast<char>(nByte);
-        Write("tree/all-bytes", sAllBytes);
-        Write("tree/empty", "");
-        Write("tree/sub/hello.txt", "hello\n");
-        Write("c.cat", Sample());
-    }
-
-    static std::string Sample()
-    {
-        const std::string sProgram = PathOfCatalogProgram();
-        return ReadWholeFile(sProgram.substr(0, sProgram.find_last_of("\\/") + 1) + "CatalogSamples/version-2.cat");
-    }
-
-    static std::vector<sCatalogFile> Files()
-    {
-        return {{0, "all-bytes", 256, 0x29058c73}, {0, "empty", 0, 0}, {0, "sub/hello.txt", 6, 0x363a3020}};
-    }
+    CCatalogVersion2Test() : CCatalogSampleTest("version-2.cat") {}
 };
 } // namespace
 

@@ -233,7 +233,7 @@ typedef sClasses<ISorter<int (*)(const int&, const int&)>, ITOVFile, ITOVHandleD
 // Nobody derives from these or has them as members: what a listener throws at their end goes straight through.
 typedef sClasses<CTOVClass, CTOVClassServer, TOVDebug::CTOVDebugServer, TOVDebug::CTOVMSDevLogger> tThrowing;
 
-// The class as a base, and as a member behind its first base; in both orders.
+// The class as a base, and as a member beside another; in both orders.
 template<class TInterface, class TClass> struct sMixes
 {
     typedef CBases<TClass, TInterface> tClassFirst;

@@ -35,7 +35,7 @@ protected:
     }
 
     // A string of few letters with zeros inside. Some have more in their block than their text, and of some the text
-    // goes on behind their length, as a sharer has written there.
+    // goes on after their length, as a sharer has written there.
     TString RandomString(int nMostUnits, const tUnits& aLetters)
     {
         const int nLength = 1 + Random(nMostUnits);
@@ -136,7 +136,7 @@ sReplaced<tUnitOf<TString>> ReplaceByItsSteps(const TString& oString, const std:
     std::size_t nCapacity = aBlock.size();
     long lEnd = oString.GetLength();
     sReplaced<tUnit> oResult = {aBlock, lEnd, 0, NULL, nCapacity};
-    aBlock.push_back(0); // stands behind each block
+    aBlock.push_back(0); // follows each block
 
     for (std::size_t nSegment = 0; static_cast<long>(nSegment) < lEnd; nSegment += LengthAt(aBlock, nSegment) + 1)
     {
@@ -285,7 +285,7 @@ TEST(CTOVStringALongSearchTest, EndsWithOneLetterThatIsRepeatedInAMultiByteCodeP
     const CMultiByteCodePage oCodePage;
     const CTOVStringA oText((oCodePage.Character() + std::string(LONG_LENGTH, 'a')).c_str());
 
-    // Settled: behind the first character, each search leaves one unit out.
+    // Settled: after the first character, each search leaves one unit out.
     EXPECT_TRUE(oText.EndsWith("aa"));
     EXPECT_FALSE(oText.EndsWith("a"));
 }

@@ -9,7 +9,7 @@ namespace
 class CTOVStringStreamTest : public testing::Test
 {
 protected:
-    // What the stream got, with a mark behind it that only a good stream takes.
+    // What the stream got, with a mark after it that only a good stream takes.
     template<class T> std::string Written(const T& oText)
     {
         m_oStream << oText << '|';
