@@ -40,19 +40,19 @@ namespace TOVDebug
 #define TOV_SAFE_DELETE(pointer)                                                                                       \
     do                                                                                                                 \
     {                                                                                                                  \
-        if ((pointer) != NULL)                                                                                         \
+        if ((pointer) != nullptr)                                                                                         \
         {                                                                                                              \
             delete (pointer);                                                                                          \
-            (pointer) = NULL;                                                                                          \
+            (pointer) = nullptr;                                                                                          \
         }                                                                                                              \
     } while (false)
 
 #define TOV_SAFE_DELETE_ARRAY(pointer)                                                                                 \
     do                                                                                                                 \
     {                                                                                                                  \
-        if ((pointer) != NULL)                                                                                         \
+        if ((pointer) != nullptr)                                                                                         \
         {                                                                                                              \
             delete[](pointer);                                                                                         \
-            (pointer) = NULL;                                                                                          \
+            (pointer) = nullptr;                                                                                          \
         }                                                                                                              \
     } while (false)

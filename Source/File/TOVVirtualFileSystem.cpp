@@ -26,7 +26,7 @@ const CTOVClass& ITOVVirtualFileSystem::GetRuntimeClass() const
 
 void* ITOVVirtualFileSystem::QueryInterface(const CTOVClass& oClass)
 {
-    return oClass == GetClass() ? this : NULL;
+    return oClass == GetClass() ? this : nullptr;
 }
 
 bool ITOVVirtualFileSystem::IsInstanceOf(const CTOVClass& oClass) const

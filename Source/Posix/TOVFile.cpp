@@ -31,7 +31,7 @@ const int SHORT_TEXT = 512;
 
 bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t ulSize)
 {
-    if (szOutput == NULL)
+    if (szOutput == nullptr)
         return true;
     if (static_cast<std::size_t>(pEnd - pBegin) >= ulSize)
         return false;
@@ -57,19 +57,19 @@ void RaiseStreamLimit(unsigned long ulStreams)
 FILE* OpenStream(const char* szName, const char* szMode)
 {
     const CFileName oName(szName);
-    const bool bUpdate = std::strchr(szMode, '+') != NULL;
+    const bool bUpdate = std::strchr(szMode, '+') != nullptr;
     const char szPlainMode[] = {*szMode, bUpdate ? '+' : '\0', '\0'};
 
     struct stat oStat;
     const bool bWrites = bUpdate || *szMode != 'r';
     if (bWrites && ::stat(oName, &oStat) == 0 && IsReadOnlyFile(oStat.st_mode))
-        return NULL;
+        return nullptr;
 
     FILE* pFile = ::fopen(oName, szPlainMode);
-    if (pFile != NULL && ::fstat(::fileno(pFile), &oStat) == 0 && S_ISDIR(oStat.st_mode))
+    if (pFile != nullptr && ::fstat(::fileno(pFile), &oStat) == 0 && S_ISDIR(oStat.st_mode))
     {
         ::fclose(pFile);
-        return NULL;
+        return nullptr;
     }
     return pFile;
 }
@@ -96,7 +96,7 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
     }
 
     const std::size_t ulLength = static_cast<std::size_t>(nLength);
-    return ::fwrite(pLong != NULL ? pLong.get() : szShort, 1, ulLength, pFile) == ulLength ? nLength : -1;
+    return ::fwrite(pLong != nullptr ? pLong.get() : szShort, 1, ulLength, pFile) == ulLength ? nLength : -1;
 }
 
 long long GetPosition(FILE* pFile)
@@ -146,7 +146,7 @@ void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFil
 
     for (char* szOutput : {szDrive, szDirectory, szFileName, szExtension})
     {
-        if (szOutput != NULL)
+        if (szOutput != nullptr)
             *szOutput = 0;
     }
 }
@@ -177,7 +177,7 @@ eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned l
 eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData)
 {
     const std::shared_ptr<CFileSearch> pSearch = CFileSearch::Find(hFind);
-    return pSearch != NULL ? pSearch->Next(*pFindData) : eFindFailure;
+    return pSearch != nullptr ? pSearch->Next(*pFindData) : eFindFailure;
 }
 
 void FindClose(unsigned long long hFind)
@@ -210,7 +210,7 @@ bool Change(const char* szPath)
 
 bool GetWorkingDirectory(char* szBuffer, int nSize)
 {
-    return ::getcwd(szBuffer, static_cast<std::size_t>(nSize)) != NULL;
+    return ::getcwd(szBuffer, static_cast<std::size_t>(nSize)) != nullptr;
 }
 } // namespace Backend
 } // namespace TOVDirectory

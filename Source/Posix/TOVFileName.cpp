@@ -14,7 +14,7 @@ namespace Backend
 CFileName::CFileName(const char* szName) : m_szName(szName)
 {
     struct stat oStat;
-    if (std::strchr(szName, '\\') == NULL || ::lstat(szName, &oStat) == 0)
+    if (std::strchr(szName, '\\') == nullptr || ::lstat(szName, &oStat) == 0)
         return;
 
     m_oTranslated = szName;

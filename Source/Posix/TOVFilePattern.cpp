@@ -87,7 +87,7 @@ CFilePattern::CFilePattern(const char* szMask)
 
 bool CFilePattern::HasWildcard(const char* szMask, std::size_t ulLength)
 {
-    return std::memchr(szMask, '*', ulLength) != NULL || std::memchr(szMask, '?', ulLength) != NULL;
+    return std::memchr(szMask, '*', ulLength) != nullptr || std::memchr(szMask, '?', ulLength) != nullptr;
 }
 
 // Follows all ways through the mask at once: m_aReached tells which places of it the name has led to so far.

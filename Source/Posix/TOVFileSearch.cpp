@@ -39,12 +39,12 @@ struct sSearch
     sSearch* pNext;
 };
 
-sSearch* s_pSearches = NULL;
+sSearch* s_pSearches = nullptr;
 unsigned long long s_hLast = 0;
 
 unsigned long long Register(std::shared_ptr<CFileSearch> pSearch)
 {
-    sSearch* pNew = new sSearch{0, std::move(pSearch), NULL};
+    sSearch* pNew = new sSearch{0, std::move(pSearch), nullptr};
 
     const CProcessLockScope oScope(eLockFileSearches);
     pNew->hSearch = ++s_hLast;
@@ -64,8 +64,8 @@ const char* FindLastComponent(const char* szName)
 {
     const char* pBackslash = std::strrchr(szName, '\\');
     const char* pSlash = std::strrchr(szName, '/');
-    const char* pLast = pSlash == NULL || (pBackslash != NULL && pBackslash > pSlash) ? pBackslash : pSlash;
-    return pLast != NULL ? pLast + 1 : szName;
+    const char* pLast = pSlash == nullptr || (pBackslash != nullptr && pBackslash > pSlash) ? pBackslash : pSlash;
+    return pLast != nullptr ? pLast + 1 : szName;
 }
 
 // Fills the record for a name without wildcards. Sets errno on failure.
@@ -73,7 +73,7 @@ bool FillExact(sTOVFindData& oFindData, const char* szName)
 {
     const CFileName oName(szName);
     const char* pSlash = std::strrchr(oName, '/');
-    const char* szEntry = pSlash != NULL ? pSlash + 1 : static_cast<const char*>(oName);
+    const char* szEntry = pSlash != nullptr ? pSlash + 1 : static_cast<const char*>(oName);
 
     if (!IsNavigationEntry(szEntry))
     {
@@ -85,8 +85,8 @@ bool FillExact(sTOVFindData& oFindData, const char* szName)
     }
 
     // A directory that is named by its place is found under its own name; the root has none.
-    char* szReal = ::realpath(oName, NULL);
-    if (szReal == NULL)
+    char* szReal = ::realpath(oName, nullptr);
+    if (szReal == nullptr)
         return false;
 
     errno = ENOENT;
@@ -120,7 +120,7 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, u
                                 : ulFolderLength == 1 ? "/"
                                                       : std::string(szPattern, ulFolderLength - 1);
     tFolder pFolder(::opendir(CFileName(oFolder.c_str())));
-    if (pFolder == NULL)
+    if (pFolder == nullptr)
         return IsNothingThere() ? eFindEnd : eFindFailure;
 
     std::shared_ptr<CFileSearch> pSearch = std::make_shared<CFileSearch>(std::move(pFolder), szMask);
@@ -133,25 +133,25 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, u
 std::shared_ptr<CFileSearch> CFileSearch::Find(unsigned long long hSearch)
 {
     const CProcessLockScope oScope(eLockFileSearches);
-    for (sSearch* pSearch = s_pSearches; pSearch != NULL; pSearch = pSearch->pNext)
+    for (sSearch* pSearch = s_pSearches; pSearch != nullptr; pSearch = pSearch->pNext)
     {
         if (pSearch->hSearch == hSearch)
             return pSearch->pSearch;
     }
-    return NULL;
+    return nullptr;
 }
 
 void CFileSearch::End(unsigned long long hSearch)
 {
-    sSearch* pFound = NULL;
+    sSearch* pFound = nullptr;
     {
         const CProcessLockScope oScope(eLockFileSearches);
         sSearch** ppSearch = &s_pSearches;
-        while (*ppSearch != NULL && (*ppSearch)->hSearch != hSearch)
+        while (*ppSearch != nullptr && (*ppSearch)->hSearch != hSearch)
             ppSearch = &(*ppSearch)->pNext;
 
         pFound = *ppSearch;
-        if (pFound != NULL)
+        if (pFound != nullptr)
             *ppSearch = pFound->pNext;
     }
     delete pFound; // closes the directory, unless another thread is still at work with it
@@ -164,7 +164,7 @@ CFileSearch::CFileSearch(tFolder pFolder, const char* szMask)
 
 eFindResult CFileSearch::Next(sTOVFindData& oFindData)
 {
-    if (m_pFolder == NULL)
+    if (m_pFolder == nullptr)
         return eFindEnd;
 
     while (m_nNavigationEntries < NUM_NAVIGATION_ENTRIES)

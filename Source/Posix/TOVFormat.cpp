@@ -304,7 +304,7 @@ template<class T> void CFormatter<T>::PrintText(const sFormatItem& oItem, bool b
 {
     const void* pText = m_oArguments.NextPointer();
     const int nLimit = (oItem.nPrecision == NO_PRECISION) ? INT_MAX : oItem.nPrecision;
-    if (pText == NULL)
+    if (pText == nullptr)
     {
         PrintUnits(oItem, NULL_TEXT, std::min(nLimit, static_cast<int>(sizeof(NULL_TEXT)) - 1));
     }
@@ -369,7 +369,7 @@ template<class T> void CFormatter<T>::PrintConverted(const sFormatItem& oItem, c
 template<class T> void CFormatter<T>::StoreLength(const sFormatItem& oItem)
 {
     void* const pResult = m_oArguments.NextPointer();
-    if ((pResult == NULL) || m_oSink.IsFull())
+    if ((pResult == nullptr) || m_oSink.IsFull())
         return;
 
     const long long llLength = m_oSink.GetLength();
@@ -399,7 +399,7 @@ template<class T> int Print(T* szBuffer, int nCapacity, const T* szFormat, va_li
 
 template<class T> int PrintedLength(const T* szFormat, va_list pArguments)
 {
-    CFormatter<T> oFormatter(NULL, 0, szFormat, pArguments);
+    CFormatter<T> oFormatter(nullptr, 0, szFormat, pArguments);
     return oFormatter.Run().GetResult();
 }
 

@@ -32,7 +32,7 @@ char UpperCase(char cUnit)
 // The order of the "C" locale is that of the bytes.
 bool CollatesByBytes()
 {
-    const char* szLocale = std::setlocale(LC_COLLATE, NULL);
+    const char* szLocale = std::setlocale(LC_COLLATE, nullptr);
     return (std::strcmp(szLocale, "C") == 0) || (std::strcmp(szLocale, "POSIX") == 0);
 }
 

@@ -111,9 +111,9 @@ private:
 
     const T* m_szBegin;
     const T* m_szEnd;
-    const T* m_szPoint = NULL;
-    const T* m_szBehindPoint = NULL;
-    const T* m_szExponent = NULL;
+    const T* m_szPoint = nullptr;
+    const T* m_szBehindPoint = nullptr;
+    const T* m_szExponent = nullptr;
     bool m_bHasNumber = false;
 };
 
@@ -174,14 +174,14 @@ template<class T> double CDecimalScanner<T>::GetValue() const
     char* szOut = std::transform(m_szBegin, m_szPoint, szNumber, ToAscii);
     if (m_szBehindPoint != m_szPoint)
         szOut = std::copy_n(oPoint.szUnits, oPoint.nUnits, szOut);
-    szOut = std::transform(m_szBehindPoint, m_szExponent != NULL ? m_szExponent : m_szEnd, szOut, ToAscii);
-    if (m_szExponent != NULL)
+    szOut = std::transform(m_szBehindPoint, m_szExponent != nullptr ? m_szExponent : m_szEnd, szOut, ToAscii);
+    if (m_szExponent != nullptr)
     {
         *szOut++ = 'e';
         szOut = std::transform(m_szExponent + 1, m_szEnd, szOut, ToAscii);
     }
     *szOut = '\0';
-    return std::strtod(szNumber, NULL);
+    return std::strtod(szNumber, nullptr);
 }
 } // namespace
 

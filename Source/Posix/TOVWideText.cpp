@@ -44,7 +44,7 @@ template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar
 // The order of the "C" locale is that of the units.
 bool CollatesByUnits()
 {
-    const char* szLocale = std::setlocale(LC_COLLATE, NULL);
+    const char* szLocale = std::setlocale(LC_COLLATE, nullptr);
     return (std::strcmp(szLocale, "C") == 0) || (std::strcmp(szLocale, "POSIX") == 0);
 }
 
@@ -125,14 +125,14 @@ const wchar_t* FindCharacter(const wchar_t* szString, wchar_t cUnit)
     for (; *szString != cUnit; ++szString)
     {
         if (*szString == 0)
-            return NULL;
+            return nullptr;
     }
     return szString;
 }
 
 const wchar_t* FindLastCharacter(const wchar_t* szString, wchar_t cUnit)
 {
-    const wchar_t* szLast = NULL;
+    const wchar_t* szLast = nullptr;
     for (;; ++szString)
     {
         if (*szString == cUnit)
@@ -153,7 +153,7 @@ wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
         if (szSubString[nEqual] == 0)
             return szString;
         if (szString[nEqual] == 0)
-            return NULL;
+            return nullptr;
     }
 }
 
@@ -161,10 +161,10 @@ const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)
 {
     for (; *szString != 0; ++szString)
     {
-        if (FindCharacter(szCharSet, *szString) != NULL)
+        if (FindCharacter(szCharSet, *szString) != nullptr)
             return szString;
     }
-    return NULL;
+    return nullptr;
 }
 
 bool BeginsWith(const wchar_t* szString, const wchar_t* szPrefix, int nCount)

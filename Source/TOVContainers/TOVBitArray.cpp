@@ -18,7 +18,7 @@ CTOVBitArray::~CTOVBitArray()
     delete[] m_pStream;
 }
 
-CTOVBitArray::CTOVBitArray() : m_pStream(NULL), m_nSize(0), m_nNumBits(0)
+CTOVBitArray::CTOVBitArray() : m_pStream(nullptr), m_nSize(0), m_nNumBits(0)
 {
 }
 

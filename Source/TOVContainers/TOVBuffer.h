@@ -214,7 +214,7 @@ template<class T> void CTOVBuffer<T>::Resize(long lNumElements, bool bKeepData)
 
 template<class T> void CTOVBuffer<T>::Free()
 {
-    m_pArray = NULL;
+    m_pArray = nullptr;
     m_lSize = 0;
 }
 
@@ -266,7 +266,7 @@ template<class T> bool CTOVBuffer<T>::operator==(const CTOVBuffer& oBuffer) cons
 
     const T* const pFirst = m_pArray.Get();
     const T* const pSecond = oBuffer.m_pArray.Get();
-    if (pFirst == NULL || pSecond == NULL)
+    if (pFirst == nullptr || pSecond == nullptr)
         return pFirst == pSecond;
 
     return m_lSize == 0 || TOVPlatform::TOVMemory::Compare(pFirst, pSecond, GetByteCount(m_lSize)) == 0;
@@ -307,7 +307,7 @@ template<class T> bool CTOVBuffer<T>::IsInside(const T* pElements) const
 {
     const std::less<const T*> oBefore;
     const T* const pBlock = m_pArray.Get();
-    return pBlock != NULL && !oBefore(pElements, pBlock) && !oBefore(pBlock + m_lSize, pElements);
+    return pBlock != nullptr && !oBefore(pElements, pBlock) && !oBefore(pBlock + m_lSize, pElements);
 }
 
 template<class T> unsigned long CTOVBuffer<T>::GetByteCount(long lNumElements)

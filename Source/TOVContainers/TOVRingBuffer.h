@@ -63,7 +63,7 @@ private:
 };
 
 template<class T>
-CTOVRingBuffer<T>::CTOVRingBuffer() : m_pBuffer(NULL), m_lCount(0), m_lCapacity(0), m_lReadPos(0), m_lWritePos(0)
+CTOVRingBuffer<T>::CTOVRingBuffer() : m_pBuffer(nullptr), m_lCount(0), m_lCapacity(0), m_lReadPos(0), m_lWritePos(0)
 {
 }
 

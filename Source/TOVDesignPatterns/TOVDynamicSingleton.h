@@ -54,7 +54,7 @@ private:
     static long s_lRefCount;
 };
 
-template<class T> T* CTOVDynamicSingleton<T>::s_pInstance = NULL;
+template<class T> T* CTOVDynamicSingleton<T>::s_pInstance = nullptr;
 template<class T> long CTOVDynamicSingleton<T>::s_lRefCount = 0;
 
 template<class T> CTOVDynamicSingleton<T>::CTOVDynamicSingleton()
@@ -73,13 +73,13 @@ template<class T> CTOVDynamicSingleton<T>::~CTOVDynamicSingleton()
     if (--s_lRefCount == 0)
     {
         TOVDebug::RunInDestructor([] { delete s_pInstance; });
-        s_pInstance = NULL;
+        s_pInstance = nullptr;
     }
 }
 
 template<class T> T& CTOVDynamicSingleton<T>::GetInstance()
 {
-    if (s_pInstance == NULL)
+    if (s_pInstance == nullptr)
         s_pInstance = Create<T>(0);
 
     return *s_pInstance;

@@ -20,7 +20,7 @@ std::uintptr_t AddressOf(const void* pThing)
 // By value: the handle may be part of the object that goes.
 void ReleaseReference(ITOVRefCount* pObject, long lHandle, ITOVHandleDatabase* pDatabase)
 {
-    if (pObject != NULL && pObject->Release() == 0)
+    if (pObject != nullptr && pObject->Release() == 0)
         pDatabase->RemoveHandle(lHandle);
 }
 } // namespace
@@ -30,26 +30,26 @@ CTOVHandle::~CTOVHandle()
     TOVDebug::RunInDestructor([this] { Release(); });
 }
 
-CTOVHandle::CTOVHandle() : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(NULL)
+CTOVHandle::CTOVHandle() : m_pObject(nullptr), m_lHandle(NO_HANDLE), m_pDatabase(nullptr)
 {
 }
 
 CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle, ITOVRefCount* pObject)
     : m_pObject(pObject), m_lHandle(lHandle), m_pDatabase(&oDatabase)
 {
-    if (m_pObject != NULL)
+    if (m_pObject != nullptr)
         m_pObject->AddRef();
 }
 
 CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, ITOVRefCount* pObject)
-    : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(&oDatabase)
+    : m_pObject(nullptr), m_lHandle(NO_HANDLE), m_pDatabase(&oDatabase)
 {
-    if (pObject != NULL)
+    if (pObject != nullptr)
         operator=(pObject);
 }
 
 CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle)
-    : m_pObject(NULL), m_lHandle(NO_HANDLE), m_pDatabase(&oDatabase)
+    : m_pObject(nullptr), m_lHandle(NO_HANDLE), m_pDatabase(&oDatabase)
 {
     if (lHandle != NO_HANDLE)
         operator=(lHandle);
@@ -58,7 +58,7 @@ CTOVHandle::CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle)
 CTOVHandle::CTOVHandle(const CTOVHandle& oOther)
     : m_pObject(oOther.m_pObject), m_lHandle(oOther.m_lHandle), m_pDatabase(oOther.m_pDatabase)
 {
-    if (m_pObject != NULL)
+    if (m_pObject != nullptr)
         m_pObject->AddRef();
 }
 
@@ -66,14 +66,14 @@ const CTOVHandle& CTOVHandle::operator=(const CTOVHandle& oOther)
 {
     // Settled: a last handle that is assigned to itself lets go of its object and is left without one.
     const bool bOwnLast = this == &oOther && IsValid() && m_pObject->GetRefCount() == 1;
-    ITOVRefCount* const pNewObject = bOwnLast ? NULL : oOther.m_pObject;
+    ITOVRefCount* const pNewObject = bOwnLast ? nullptr : oOther.m_pObject;
     // Settled: the validity decides, not the object alone.
-    ITOVRefCount* const pOldObject = IsValid() ? m_pObject : NULL;
+    ITOVRefCount* const pOldObject = IsValid() ? m_pObject : nullptr;
     const long lOldHandle = m_lHandle;
     ITOVHandleDatabase* const pOldDatabase = m_pDatabase;
 
     // The source may be part of the object that goes: it is counted first, and read before.
-    if (pNewObject != NULL)
+    if (pNewObject != nullptr)
         pNewObject->AddRef();
     m_pObject = pNewObject;
     m_lHandle = oOther.m_lHandle;
@@ -102,7 +102,7 @@ const CTOVHandle& CTOVHandle::Null()
 
 bool CTOVHandle::IsValid() const
 {
-    return m_lHandle != NO_HANDLE && m_pObject != NULL && m_pDatabase != NULL;
+    return m_lHandle != NO_HANDLE && m_pObject != nullptr && m_pDatabase != nullptr;
 }
 
 ITOVRefCount* CTOVHandle::Get()

@@ -9,7 +9,7 @@ const CTOVClass& ITOVRefCount::GetRuntimeClass() const
 
 void* ITOVRefCount::QueryInterface(const CTOVClass& oClass)
 {
-    return oClass == GetClass() ? this : NULL;
+    return oClass == GetClass() ? this : nullptr;
 }
 
 bool ITOVRefCount::IsInstanceOf(const CTOVClass& oClass) const

@@ -160,7 +160,7 @@ template<class T> CTOVRefCountObject<T>::CTOVRefCountObject(T* pObject) : m_lRef
 
 template<class T> CTOVRefCountObject<T>::~CTOVRefCountObject()
 {
-    if (m_pObject != NULL)
+    if (m_pObject != nullptr)
         CTOVOwnedObject<T>::Free(m_pObject);
 }
 
@@ -192,7 +192,7 @@ template<class T> long CTOVRefCountObject<T>::GetRefCount() const
 
 template<class T> bool CTOVRefCountObject<T>::IsValid() const
 {
-    return m_pObject != NULL;
+    return m_pObject != nullptr;
 }
 
 template<class T> void CTOVRefCountObject<T>::Replace(T* pObject)
@@ -201,6 +201,6 @@ template<class T> void CTOVRefCountObject<T>::Replace(T* pObject)
     T* const pOld = m_pObject;
     m_pObject = pObject;
 
-    if (pOld != NULL)
+    if (pOld != nullptr)
         CTOVOwnedObject<T>::Free(pOld);
 }

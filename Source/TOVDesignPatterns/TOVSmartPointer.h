@@ -66,7 +66,7 @@ template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(const CTOVSmartPointer& 
 
 template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer()
 {
-    if (m_pObject != NULL)
+    if (m_pObject != nullptr)
         TOVDebug::RunInDestructor([this] { m_pObject->Release(); });
 }
 
@@ -76,7 +76,7 @@ template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOV
     if (pOld == oOther.m_pObject)
     {
         if (pOld->m_lRefCount == 1)
-            pOld->Replace(NULL);
+            pOld->Replace(nullptr);
         return *this;
     }
 
@@ -89,7 +89,7 @@ template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOV
 
 template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(T* pObject)
 {
-    if (pObject != NULL && pObject == m_pObject->m_pObject)
+    if (pObject != nullptr && pObject == m_pObject->m_pObject)
         return *this;
 
     if (m_pObject->m_lRefCount == 1)
@@ -162,5 +162,5 @@ template<class T> bool CTOVSmartPointer<T>::IsValid() const
 
 template<class T> long CTOVSmartPointer<T>::GetRefCount() const
 {
-    return m_pObject != NULL ? m_pObject->m_lRefCount : 0;
+    return m_pObject != nullptr ? m_pObject->m_lRefCount : 0;
 }

@@ -50,7 +50,7 @@ bool EndStream(unsigned long long hFile, FILE* pFile)
 // the process.
 bool IsMode(const char* szMode)
 {
-    if (szMode == NULL || *szMode == 0 || std::strchr("rwa", *szMode) == NULL)
+    if (szMode == nullptr || *szMode == 0 || std::strchr("rwa", *szMode) == nullptr)
         return false;
 
     bool bUpdate = false;
@@ -58,8 +58,8 @@ bool IsMode(const char* szMode)
     bool bCommit = false;
     for (const char* pLetter = szMode + 1; *pLetter != 0; ++pLetter)
     {
-        bool& bSeen = *pLetter == '+' ? bUpdate : std::strchr("tb", *pLetter) != NULL ? bKind : bCommit;
-        if (std::strchr("+tbcn", *pLetter) == NULL || bSeen || bCommit)
+        bool& bSeen = *pLetter == '+' ? bUpdate : std::strchr("tb", *pLetter) != nullptr ? bKind : bCommit;
+        if (std::strchr("+tbcn", *pLetter) == nullptr || bSeen || bCommit)
             return false;
         bSeen = true;
     }
@@ -74,8 +74,8 @@ unsigned long long Open(const char* szName, const char* szMode)
     if (oManager.FindFreeHandle() == FILE_INVALID_HANDLE) // before the file system is touched
         return FILE_INVALID_HANDLE;
 
-    FILE* pFile = szName != NULL && IsMode(szMode) ? Backend::OpenStream(szName, szMode) : NULL;
-    if (pFile == NULL)
+    FILE* pFile = szName != nullptr && IsMode(szMode) ? Backend::OpenStream(szName, szMode) : nullptr;
+    if (pFile == nullptr)
         return FILE_INVALID_HANDLE;
 
     const unsigned long long hFile = oManager.AddFile(pFile);
@@ -89,7 +89,7 @@ eFileErrorCode Close(unsigned long long hFile)
     FILE* pFile = GetFile(hFile);
 
     // Settled: a failed close keeps the file, so that the flush stands alone, before anything is freed.
-    if (pFile == NULL || std::fflush(pFile) != 0)
+    if (pFile == nullptr || std::fflush(pFile) != 0)
         return eFileFailure;
 
     return ToErrorCode(EndStream(hFile, pFile));
@@ -104,7 +104,7 @@ void Discard(unsigned long long hFile)
 unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL || pBuffer == NULL)
+    if (pFile == nullptr || pBuffer == nullptr)
         return 0;
 
     return static_cast<unsigned long>(std::fread(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
@@ -113,7 +113,7 @@ unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, l
 unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL || pBuffer == NULL)
+    if (pFile == nullptr || pBuffer == nullptr)
         return 0;
 
     return static_cast<unsigned long>(std::fwrite(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
@@ -122,7 +122,7 @@ unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElement
 eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL || szBuffer == NULL || nSize <= 0)
+    if (pFile == nullptr || szBuffer == nullptr || nSize <= 0)
         return eFileFailure;
 
     // Runtimes differ in whether room for the terminator alone holds a line.
@@ -132,18 +132,18 @@ eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
         return eFileSuccess;
     }
 
-    return ToErrorCode(std::fgets(szBuffer, nSize, pFile) != NULL);
+    return ToErrorCode(std::fgets(szBuffer, nSize, pFile) != nullptr);
 }
 
 eFileErrorCode Puts(unsigned long long hFile, const char* szText)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL)
+    if (pFile == nullptr)
         return eFileFailure;
 
     // Settled: the result of fputs is reduced like the pointer of fgets, and so turned around. Runtimes differ in which
     // value above zero a written text gives, so that all of them count as zero.
-    return ToErrorCode(szText == NULL || std::fputs(szText, pFile) < 0);
+    return ToErrorCode(szText == nullptr || std::fputs(szText, pFile) < 0);
 }
 
 long Printf(unsigned long long hFile, const char* szFormat, ...)
@@ -158,7 +158,7 @@ long Printf(unsigned long long hFile, const char* szFormat, ...)
 long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL || szFormat == NULL)
+    if (pFile == nullptr || szFormat == nullptr)
         return -1;
 
     return Backend::PrintStream(pFile, szFormat, pArguments);
@@ -167,7 +167,7 @@ long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments)
 long Tell(unsigned long long hFile)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL)
+    if (pFile == nullptr)
         return -1;
 
     const long long llPosition = Backend::GetPosition(pFile);
@@ -177,7 +177,7 @@ long Tell(unsigned long long hFile)
 eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin)
 {
     FILE* pFile = GetFile(hFile);
-    if (pFile == NULL)
+    if (pFile == nullptr)
         return eFileFailure;
 
     const int nOrigin = eOrigin == eSeekOriginCurrent ? SEEK_CUR : eOrigin == eSeekOriginEnd ? SEEK_END : SEEK_SET;
@@ -187,32 +187,32 @@ eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin)
 eFileErrorCode Flush(unsigned long long hFile)
 {
     FILE* pFile = GetFile(hFile);
-    return ToErrorCode(pFile != NULL && std::fflush(pFile) == 0);
+    return ToErrorCode(pFile != nullptr && std::fflush(pFile) == 0);
 }
 
 eFileErrorCode Delete(const char* szName)
 {
-    return ToErrorCode(szName != NULL && Backend::Delete(szName));
+    return ToErrorCode(szName != nullptr && Backend::Delete(szName));
 }
 
 bool DoesExist(const char* szName)
 {
-    return szName != NULL && Backend::DoesExist(szName);
+    return szName != nullptr && Backend::DoesExist(szName);
 }
 
 void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension)
 {
-    Backend::SplitPath(szPath != NULL ? szPath : "", szDrive, szDirectory, szFileName, szExtension);
+    Backend::SplitPath(szPath != nullptr ? szPath : "", szDrive, szDirectory, szFileName, szExtension);
 }
 
 unsigned long GetAttributes(const char* szName)
 {
-    return szName != NULL ? Backend::GetAttributes(szName) : 0xFFFFFFFF;
+    return szName != nullptr ? Backend::GetAttributes(szName) : 0xFFFFFFFF;
 }
 
 bool SetAttributes(const char* szName, unsigned long ulAttributes)
 {
-    return szName != NULL && Backend::SetAttributes(szName, ulAttributes);
+    return szName != nullptr && Backend::SetAttributes(szName, ulAttributes);
 }
 
 unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
@@ -230,7 +230,7 @@ bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
 eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, unsigned long long* phFind)
 {
     *phFind = FILE_INVALID_HANDLE;
-    return szPattern != NULL ? Backend::FindFirst(szPattern, pFindData, *phFind) : eFindEnd;
+    return szPattern != nullptr ? Backend::FindFirst(szPattern, pFindData, *phFind) : eFindEnd;
 }
 
 eFindResult FindNextEntry(unsigned long long hFind, sTOVFindData* pFindData)
@@ -244,7 +244,7 @@ void FindClose(unsigned long long hFind)
         Backend::FindClose(hFind);
 }
 
-CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(NULL), m_oLock(2000), m_ulMaxHandles(0)
+CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(nullptr), m_oLock(2000), m_ulMaxHandles(0)
 {
     m_pFiles = new FILE*[ulMaxHandles]();
     m_ulMaxHandles = ulMaxHandles;
@@ -287,7 +287,7 @@ unsigned long long CTOVHandleManager::AddFile(FILE* pFile)
 unsigned long long CTOVHandleManager::FindFreeSlot() const
 {
     FILE** pEnd = m_pFiles + m_ulMaxHandles;
-    FILE** pFree = std::find(m_pFiles, pEnd, static_cast<FILE*>(NULL));
+    FILE** pFree = std::find(m_pFiles, pEnd, static_cast<FILE*>(nullptr));
     return pFree != pEnd ? static_cast<unsigned long long>(pFree - m_pFiles) : FILE_INVALID_HANDLE;
 }
 
@@ -318,7 +318,7 @@ void CTOVHandleManager::ClearHandle(unsigned long long hHandle)
 {
     m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);
-    m_pFiles[hHandle] = NULL;
+    m_pFiles[hHandle] = nullptr;
     m_oLock.Leave();
 }
 } // namespace TOVFile
@@ -335,22 +335,22 @@ eDirectoryErrorCode ToErrorCode(bool bSuccess)
 
 eDirectoryErrorCode Create(const char* szPath)
 {
-    return ToErrorCode(szPath != NULL && Backend::Create(szPath));
+    return ToErrorCode(szPath != nullptr && Backend::Create(szPath));
 }
 
 eDirectoryErrorCode Remove(const char* szPath)
 {
-    return ToErrorCode(szPath != NULL && Backend::Remove(szPath));
+    return ToErrorCode(szPath != nullptr && Backend::Remove(szPath));
 }
 
 eDirectoryErrorCode Change(const char* szPath)
 {
-    return ToErrorCode(szPath != NULL && Backend::Change(szPath));
+    return ToErrorCode(szPath != nullptr && Backend::Change(szPath));
 }
 
 eDirectoryErrorCode GetWorkingDirectory(char* szBuffer, int nSize)
 {
-    return ToErrorCode(szBuffer != NULL && nSize > 0 && Backend::GetWorkingDirectory(szBuffer, nSize));
+    return ToErrorCode(szBuffer != nullptr && nSize > 0 && Backend::GetWorkingDirectory(szBuffer, nSize));
 }
 } // namespace TOVDirectory
 } // namespace TOVPlatform

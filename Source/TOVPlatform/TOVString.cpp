@@ -26,7 +26,7 @@ bool IsNumberBase(int nBase)
 
 template<class T> bool IsInSet(T cUnit, const T* szCharSet)
 {
-    return TOVStringBackend::FindCharacter(szCharSet, cUnit) != NULL;
+    return TOVStringBackend::FindCharacter(szCharSet, cUnit) != nullptr;
 }
 
 // Settled: the walk ends when it reaches the start, so the unit at index 0 is never examined. An empty text, where the
@@ -40,7 +40,7 @@ template<class T> const T* ReverseFind(const T* szString, const T* szCharSet, bo
         if ((szPosition > szString) && (IsInSet(*szPosition, szCharSet) == bWantedInSet))
             return szPosition;
     }
-    return NULL;
+    return nullptr;
 }
 } // namespace
 

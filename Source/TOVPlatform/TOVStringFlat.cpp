@@ -17,8 +17,8 @@ extern "C"
 {
 char* TOVString_CopyN(char* szDestination, const char* szSource, tUchar ucCount)
 {
-    if ((szDestination == NULL) || (szSource == NULL))
-        return NULL;
+    if ((szDestination == nullptr) || (szSource == nullptr))
+        return nullptr;
 
     unsigned int nLength = 0;
     while ((nLength < ucCount) && (szSource[nLength] != '\0'))

@@ -92,7 +92,7 @@ const T* FindNotOneOf(const T* szString, const T* szCharSet)
         if (!IsInSet(*szString, szCharSet))
             return szString;
     }
-    return NULL;
+    return nullptr;
 }
 
 const T* ReverseFindOneOf(const T* szString, const T* szCharSet)
@@ -205,7 +205,7 @@ T* Dec(const T* szStringStart, const T* szStringCurrent)
     TOV_ASSERT_AT(SOURCE, szStringStart != NULL);
     TOV_ASSERT_AT(SOURCE, szStringCurrent != NULL);
     if (szStringCurrent <= szStringStart)
-        return NULL;
+        return nullptr;
     return const_cast<T*>(TOVStringBackend::Dec(szStringStart, szStringCurrent));
 }
 
@@ -214,7 +214,7 @@ long ToLong(const T* szStart, T** pszEnd, int nBase)
     TOV_ASSERT_AT(SOURCE, szStart != NULL);
     T* szEnd = const_cast<T*>(szStart);
     const long lValue = IsNumberBase(nBase) ? TOVStringBackend::ToLong(szStart, &szEnd, nBase) : 0;
-    if (pszEnd != NULL)
+    if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return lValue;
 }
@@ -224,7 +224,7 @@ unsigned long ToUlong(const T* szStart, T** pszEnd, int nBase)
     TOV_ASSERT_AT(SOURCE, szStart != NULL);
     T* szEnd = const_cast<T*>(szStart);
     const unsigned long ulValue = IsNumberBase(nBase) ? TOVStringBackend::ToUlong(szStart, &szEnd, nBase) : 0;
-    if (pszEnd != NULL)
+    if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return ulValue;
 }
@@ -234,7 +234,7 @@ double ToDouble(const T* szStart, T** pszEnd)
     TOV_ASSERT_AT(SOURCE, szStart != NULL);
     T* szEnd = const_cast<T*>(szStart);
     const double dValue = TOVStringBackend::ToDouble(szStart, &szEnd);
-    if (pszEnd != NULL)
+    if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return dValue;
 }

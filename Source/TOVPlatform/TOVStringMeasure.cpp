@@ -305,7 +305,7 @@ template<class T> long long CFormatMeasure<T>::CharacterSize(const sItemFormat& 
 template<class T> long long CFormatMeasure<T>::TextSize(const sItemFormat& oFormat, bool bWide)
 {
     const void* pText = m_oArguments.NextPointer();
-    if (pText == NULL)
+    if (pText == nullptr)
         return FieldSize(oFormat, NULL_TEXT_SIZE);
 
     // Text is sized by the width that the print will read it with: "%hs" in a wide format is narrow text.

@@ -18,11 +18,11 @@ namespace
 template<class TEventAt> unsigned long long* TakeHandles(int nNumEvents, const TEventAt& fnEventAt)
 {
     if (nNumEvents > INT_MAX / static_cast<int>(sizeof(unsigned long long)))
-        return NULL;
+        return nullptr;
 
     std::unique_ptr<unsigned long long[]> pHandles(
         new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)]);
-    for (int nEvent = 0; pHandles != NULL && nEvent < nNumEvents; ++nEvent)
+    for (int nEvent = 0; pHandles != nullptr && nEvent < nNumEvents; ++nEvent)
         pHandles[nEvent] = fnEventAt(nEvent).GetHandle(); // an array's own access may throw
     return pHandles.release();
 }
@@ -35,7 +35,7 @@ CTOVEventCondition::~CTOVEventCondition()
 }
 
 CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent* pEvents, int nNumEvents)
-    : m_eConditionType(eType), m_pEventHandles(NULL), m_nNumEvents(nNumEvents)
+    : m_eConditionType(eType), m_pEventHandles(nullptr), m_nNumEvents(nNumEvents)
 {
     TOV_ASSERT(pEvents != NULL);
     TOV_ASSERT(nNumEvents > 0);
@@ -44,7 +44,7 @@ CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent* pEvents,
 }
 
 CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent** pEvents, int nNumEvents)
-    : m_eConditionType(eType), m_pEventHandles(NULL), m_nNumEvents(nNumEvents)
+    : m_eConditionType(eType), m_pEventHandles(nullptr), m_nNumEvents(nNumEvents)
 {
     TOV_ASSERT(pEvents != NULL);
     TOV_ASSERT(nNumEvents > 0);
@@ -53,7 +53,7 @@ CTOVEventCondition::CTOVEventCondition(eConditionType eType, CTOVEvent** pEvents
 }
 
 CTOVEventCondition::CTOVEventCondition(eConditionType eType, const CTOVArray<CTOVEvent>& oEvents)
-    : m_eConditionType(eType), m_pEventHandles(NULL), m_nNumEvents(static_cast<int>(oEvents.GetSize()))
+    : m_eConditionType(eType), m_pEventHandles(nullptr), m_nNumEvents(static_cast<int>(oEvents.GetSize()))
 {
     TOV_ASSERT(!oEvents.IsEmpty());
     m_pEventHandles = TakeHandles(m_nNumEvents, [&](int nEvent) -> const CTOVEvent& { return oEvents[nEvent]; });

@@ -18,7 +18,7 @@ long& OwnersOf(char* szName)
 
 CTOVClass::CTOVClass(const char* szClassName, const CTOVClass* pSuper1, const CTOVClass* pSuper2,
                      const CTOVClass* pSuper3, const CTOVClass* pSuper4)
-    : m_szName(NULL), m_dwClassId(s_dwNoClassId), m_bRegistered(false)
+    : m_szName(nullptr), m_dwClassId(s_dwNoClassId), m_bRegistered(false)
 {
     TOV_ASSERT(szClassName != NULL);
 
@@ -27,7 +27,7 @@ CTOVClass::CTOVClass(const char* szClassName, const CTOVClass* pSuper1, const CT
     {
         for (const CTOVClass* pSuper : {pSuper1, pSuper2, pSuper3, pSuper4})
         {
-            if (pSuper != NULL)
+            if (pSuper != nullptr)
                 m_aSuperClasses.push_back(pSuper);
         }
         Register();
@@ -40,7 +40,7 @@ CTOVClass::CTOVClass(const char* szClassName, const CTOVClass* pSuper1, const CT
 }
 
 CTOVClass::CTOVClass(const CTOVClass& oOther)
-    : m_szName(NULL), m_dwClassId(oOther.m_dwClassId), m_bRegistered(oOther.m_bRegistered),
+    : m_szName(nullptr), m_dwClassId(oOther.m_dwClassId), m_bRegistered(oOther.m_bRegistered),
       m_aSuperClasses(oOther.m_aSuperClasses)
 {
     m_szName = ShareName(oOther.m_szName);
@@ -55,7 +55,7 @@ CTOVClass::~CTOVClass() noexcept(false)
         ~sNameRelease()
         {
             ReleaseName(szName);
-            szName = NULL;
+            szName = nullptr;
         }
     } const oNameRelease = {m_szName};
 

@@ -84,7 +84,7 @@ void CTOVClassServer::RemoveClass(const CTOVStringA& oName)
 
 bool CTOVClassServer::HasClass(const CTOVStringA& oName) const
 {
-    return FindClass(oName) != NULL;
+    return FindClass(oName) != nullptr;
 }
 
 long CTOVClassServer::GetNumClasses() const
@@ -114,7 +114,7 @@ bool CTOVClassServer::GetNextClass(const CTOVStringA& oName, CTOVStringA& oNext)
 CTOVClass* CTOVClassServer::FindClass(const CTOVStringA& oName) const
 {
     const auto oEntry = m_oClasses.find(oName);
-    return oEntry != m_oClasses.end() ? oEntry->second.pClass : NULL;
+    return oEntry != m_oClasses.end() ? oEntry->second.pClass : nullptr;
 }
 
 unsigned long CTOVClassServer::NextClassId()
@@ -127,7 +127,7 @@ unsigned long CTOVClassServer::NextClassId()
 void CTOVClassServer::ForgetClass(const CTOVClass* pClass)
 {
     CTOVClassServer* const pServer = CTOVDynamicSingleton<CTOVClassServer>::s_pInstance;
-    if (pServer == NULL)
+    if (pServer == nullptr)
         return;
 
     struct sDrop
@@ -157,5 +157,5 @@ unsigned int CTOVClassServer::GetMapNumber() const
 const CTOVClass& TOVRuntimeClass(const CTOVStringA& oName)
 {
     const CTOVClass* const pClass = CTOVClassServer::Instance().FindClass(oName);
-    return pClass != NULL ? *pClass : CTOVClass::Invalid();
+    return pClass != nullptr ? *pClass : CTOVClass::Invalid();
 }

@@ -21,7 +21,7 @@ CTOVReadFileStream::ReadFileStreamException&
 CTOVReadFileStream::ReadFileStreamException::operator=(const ReadFileStreamException& oOther) = default;
 
 CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long long ullOption)
-    : m_pStream(NULL), m_nMode(0)
+    : m_pStream(nullptr), m_nMode(0)
 {
     const int nOpenFlags = ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary;
     try
@@ -36,7 +36,7 @@ CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long lon
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeLoading, ullOption);
     TOV_ASSERT(m_pStream != NULL);
-    if (m_pStream == NULL)
+    if (m_pStream == nullptr)
         throw ReadFileStreamException(s_usNoStream);
 }
 

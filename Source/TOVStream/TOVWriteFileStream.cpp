@@ -23,7 +23,7 @@ CTOVWriteFileStream::WriteFileStreamException&
 CTOVWriteFileStream::WriteFileStreamException::operator=(const WriteFileStreamException& oOther) = default;
 
 CTOVWriteFileStream::CTOVWriteFileStream(const char* szFileName, bool bAppend, unsigned long long ullOption)
-    : m_pStream(NULL),
+    : m_pStream(nullptr),
       m_nMode(ITOVFile::eFileOpenBinary | (bAppend ? ITOVFile::eFileOpenAppend : ITOVFile::eFileOpenWrite))
 {
     try
@@ -37,7 +37,7 @@ CTOVWriteFileStream::CTOVWriteFileStream(const char* szFileName, bool bAppend, u
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeSaving, ullOption);
     TOV_ASSERT(m_pStream != NULL);
-    if (m_pStream == NULL)
+    if (m_pStream == nullptr)
         throw WriteFileStreamException(s_usNoStream);
 }
 

@@ -1,6 +1,6 @@
 #include <TOVString/TOVResourceLoader.h>
 
-ITOVResourceLoader* ITOVResourceLoader::m_pInstance = NULL;
+ITOVResourceLoader* ITOVResourceLoader::m_pInstance = nullptr;
 
 ITOVResourceLoader::ITOVResourceLoader() = default;
 ITOVResourceLoader::ITOVResourceLoader(const ITOVResourceLoader&) = default;
@@ -8,7 +8,7 @@ ITOVResourceLoader& ITOVResourceLoader::operator=(const ITOVResourceLoader&) = d
 
 void ITOVResourceLoader::SetInstance(ITOVResourceLoader* pInstance)
 {
-    if (pInstance != NULL)
+    if (pInstance != nullptr)
         TOV_ASSERT(m_pInstance == NULL);
     m_pInstance = pInstance;
 }

@@ -58,7 +58,7 @@ const CTOVStringA& CTOVStringA::operator=(const CTOVStringA& oOther)
 const CTOVStringA& CTOVStringA::operator=(const char* szString)
 {
     const std::uintptr_t nStringId = reinterpret_cast<std::uintptr_t>(szString);
-    if (szString == NULL || nStringId >= STRING_ID_END)
+    if (szString == nullptr || nStringId >= STRING_ID_END)
     {
         tStore::AssignText(*this, szString);
         return *this;

@@ -44,7 +44,7 @@ public:
 
     static int GetSafeStringLength(const tUnit* szString)
     {
-        return szString != NULL ? TOVStringPlatform::Length(szString) : 0;
+        return szString != nullptr ? TOVStringPlatform::Length(szString) : 0;
     }
 
     static void Fill(TString& oString, tUnit cChar, int nCount)
@@ -207,7 +207,7 @@ public:
     {
         const tUnit* pBlock = oString.GetString();
         const std::less<const tUnit*> oBefore;
-        return pBlock != NULL && !oBefore(szText, pBlock) && !oBefore(pBlock + oString.m_oData.GetSize(), szText);
+        return pBlock != nullptr && !oBefore(szText, pBlock) && !oBefore(pBlock + oString.m_oData.GetSize(), szText);
     }
 
 private:

@@ -36,7 +36,7 @@ public:
 
     static int ReverseFind(const TString& oString, tUnit cCharToSearch)
     {
-        if (oString.GetString() == NULL)
+        if (oString.GetString() == nullptr)
             return -1;
         return IndexOf(oString, TOVStringPlatform::FindLastCharacter(oString.GetString(), cCharToSearch));
     }
@@ -63,7 +63,7 @@ public:
     {
         TOV_ASSERT_AT(SOURCE, szCharSet != NULL);
         TOV_ASSERT_AT(SOURCE, nStartPos == 0);
-        if (oString.GetString() == NULL)
+        if (oString.GetString() == nullptr)
             return -1;
         return IndexOf(oString, TOVStringPlatform::ReverseFindOneOf(oString.GetString(), szCharSet));
     }
@@ -72,7 +72,7 @@ public:
     {
         TOV_ASSERT_AT(SOURCE, szCharSet != NULL);
         TOV_ASSERT_AT(SOURCE, nStartPos == 0);
-        if (oString.GetString() == NULL)
+        if (oString.GetString() == nullptr)
             return -1;
         return IndexOf(oString, TOVStringPlatform::ReverseFindNotOneOf(oString.GetString(), szCharSet));
     }
@@ -111,7 +111,7 @@ public:
         if (nFirst == 0 && nCount == nSize)
             return oString;
         // Settled: a start at or behind the capacity is a fault. A copy of nothing raises it.
-        return CopyOf(nCount > 0 ? oString.GetString() + nFirst : NULL, nCount);
+        return CopyOf(nCount > 0 ? oString.GetString() + nFirst : nullptr, nCount);
     }
 
     static TString Mid(const TString& oString, int nFirst)
@@ -208,7 +208,7 @@ public:
 
     static int Replace(TString& oString, const tUnit* szOld, const tUnit* szNew)
     {
-        if (szOld == NULL || *szOld == 0)
+        if (szOld == nullptr || *szOld == 0)
             return 0;
         if (tStore::IsOwnText(oString, szOld) || tStore::IsOwnText(oString, szNew))
         {
@@ -246,17 +246,17 @@ public:
 
     static long AsLong(const TString& oString, int nBase)
     {
-        return oString.IsEmpty() ? 0 : TOVStringPlatform::ToLong(oString.GetString(), NULL, nBase);
+        return oString.IsEmpty() ? 0 : TOVStringPlatform::ToLong(oString.GetString(), nullptr, nBase);
     }
 
     static unsigned long AsUlong(const TString& oString, int nBase)
     {
-        return oString.IsEmpty() ? 0 : TOVStringPlatform::ToUlong(oString.GetString(), NULL, nBase);
+        return oString.IsEmpty() ? 0 : TOVStringPlatform::ToUlong(oString.GetString(), nullptr, nBase);
     }
 
     static double AsDouble(const TString& oString)
     {
-        return oString.IsEmpty() ? 0.0 : TOVStringPlatform::ToDouble(oString.GetString(), NULL);
+        return oString.IsEmpty() ? 0.0 : TOVStringPlatform::ToDouble(oString.GetString(), nullptr);
     }
 
     static bool AsBool(const TString& oString)
@@ -302,12 +302,12 @@ private:
     static const tUnit* OrEmpty(const tUnit* szString)
     {
         static constexpr tUnit EMPTY_TEXT[] = {0};
-        return szString != NULL ? szString : EMPTY_TEXT;
+        return szString != nullptr ? szString : EMPTY_TEXT;
     }
 
     static int IndexOf(const TString& oString, const tUnit* szHit)
     {
-        return szHit != NULL ? static_cast<int>(szHit - oString.GetString()) : -1;
+        return szHit != nullptr ? static_cast<int>(szHit - oString.GetString()) : -1;
     }
 
     // A new string of nCount characters. Of none it throws "m_pArray.IsValid()", as there is no block to write into.
@@ -382,7 +382,7 @@ private:
     static tUnit* NextHit(tUnit* szSegment, const tUnit* pEnd, const tUnit* szOld, int nOldLength)
     {
         tUnit* szHit = TOVStringPlatform::FindString(szSegment, szOld);
-        return szHit != NULL && pEnd - szHit >= nOldLength ? szHit : NULL;
+        return szHit != nullptr && pEnd - szHit >= nOldLength ? szHit : nullptr;
     }
 
     // Zeros inside the text split it into segments; each is searched.

@@ -30,7 +30,7 @@ void CTOVCountingTracker::EnterSuite(const CTOVTestSuite& oSuite)
 void CTOVCountingTracker::LeaveSuite(const CTOVTestSuite& oSuite)
 {
     GetForward().LeaveSuite(oSuite);
-    SetCurrentTestSuite(NULL);
+    SetCurrentTestSuite(nullptr);
 }
 
 void CTOVCountingTracker::EnterTestCase(const CTOVTestCase& oTestCase)
@@ -43,7 +43,7 @@ void CTOVCountingTracker::EnterTestCase(const CTOVTestCase& oTestCase)
 void CTOVCountingTracker::LeaveTestCase(const CTOVTestCase& oTestCase)
 {
     GetForward().LeaveTestCase(oTestCase);
-    SetCurrentTestCase(NULL);
+    SetCurrentTestCase(nullptr);
 }
 
 void CTOVCountingTracker::Warning(const char* szFile, long lLine, const char* szMessage)
@@ -129,12 +129,12 @@ long CTOVCountingTracker::GetNumTotalFailedTests() const
 
 const CTOVTestSuite& CTOVCountingTracker::GetCurrentTestSuite()
 {
-    return m_pCurrentSuite != NULL ? *m_pCurrentSuite : CTOVTestSuite::Null();
+    return m_pCurrentSuite != nullptr ? *m_pCurrentSuite : CTOVTestSuite::Null();
 }
 
 const CTOVTestCase& CTOVCountingTracker::GetCurrentTestCase()
 {
-    return m_pCurrentTestCase != NULL ? *m_pCurrentTestCase : CTOVTestCase::Null();
+    return m_pCurrentTestCase != nullptr ? *m_pCurrentTestCase : CTOVTestCase::Null();
 }
 
 void CTOVCountingTracker::SetListener(CTOVTestListener* pListener)
@@ -144,13 +144,13 @@ void CTOVCountingTracker::SetListener(CTOVTestListener* pListener)
 
 void CTOVCountingTracker::SetCurrentTestCase(const CTOVTestCase* pTestCase)
 {
-    m_pCurrentTestCase = pTestCase != NULL ? pTestCase : &CTOVTestCase::Null();
+    m_pCurrentTestCase = pTestCase != nullptr ? pTestCase : &CTOVTestCase::Null();
 }
 
 void CTOVCountingTracker::SetCurrentTestSuite(const CTOVTestSuite* pSuite)
 {
-    m_pCurrentSuite = pSuite != NULL ? pSuite : &CTOVTestSuite::Null();
-    SetCurrentTestCase(NULL);
+    m_pCurrentSuite = pSuite != nullptr ? pSuite : &CTOVTestSuite::Null();
+    SetCurrentTestCase(nullptr);
 }
 
 void CTOVCountingTracker::CountFailure()

@@ -89,7 +89,7 @@ private:
 };
 
 TOV_EXPORT_INLINE constexpr CTOVCountingTracker::CTOVCountingTracker()
-    : m_pListener(NULL), m_pCurrentSuite(NULL), m_pCurrentTestCase(NULL), m_lFailedAsserts(0), m_lFailedSuiteTests(0),
+    : m_pListener(nullptr), m_pCurrentSuite(nullptr), m_pCurrentTestCase(nullptr), m_lFailedAsserts(0), m_lFailedSuiteTests(0),
       m_lFailedSuites(0), m_lTotalFailedTests(0)
 {
 }

@@ -15,7 +15,7 @@ const char* CTOVTestCase::GetDescription() const
 const char* CTOVTestCase::GetFileName() const
 {
     // Settled: spelled like this, and unlike the text of a suite.
-    return m_szFileName != NULL ? m_szFileName : "<Unkown filename>";
+    return m_szFileName != nullptr ? m_szFileName : "<Unkown filename>";
 }
 
 unsigned long CTOVTestCase::GetLine() const
@@ -25,7 +25,7 @@ unsigned long CTOVTestCase::GetLine() const
 
 void CTOVTestCase::Run() const
 {
-    if (m_pSuite != NULL && m_pfTest != NULL)
+    if (m_pSuite != nullptr && m_pfTest != nullptr)
         (m_pSuite->*m_pfTest)();
 }
 

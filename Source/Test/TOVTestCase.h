@@ -44,7 +44,7 @@ private:
 };
 
 TOV_EXPORT_INLINE constexpr CTOVTestCase::CTOVTestCase()
-    : m_szFileName(NULL), m_ulLine(0), m_szDescription(NULL), m_pfTest(NULL), m_pSuite(NULL)
+    : m_szFileName(nullptr), m_ulLine(0), m_szDescription(nullptr), m_pfTest(nullptr), m_pSuite(nullptr)
 {
 }
 } // namespace TOVTest

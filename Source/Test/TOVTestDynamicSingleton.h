@@ -27,7 +27,7 @@ private:
     static long s_lRefCount;
 };
 
-template<class T> T* CTOVTestDynamicSingleton<T>::s_pInstance = NULL;
+template<class T> T* CTOVTestDynamicSingleton<T>::s_pInstance = nullptr;
 template<class T> long CTOVTestDynamicSingleton<T>::s_lRefCount = 0;
 
 template<class T> CTOVTestDynamicSingleton<T>::CTOVTestDynamicSingleton()
@@ -46,13 +46,13 @@ template<class T> CTOVTestDynamicSingleton<T>::~CTOVTestDynamicSingleton()
     if (--s_lRefCount == 0)
     {
         delete s_pInstance;
-        s_pInstance = NULL;
+        s_pInstance = nullptr;
     }
 }
 
 template<class T> T& CTOVTestDynamicSingleton<T>::GetInstance()
 {
-    if (s_pInstance == NULL)
+    if (s_pInstance == nullptr)
         s_pInstance = new T();
     return *s_pInstance;
 }

@@ -80,13 +80,13 @@ void CTOVTestListener::FailedAssertThrowsNot(const char* /*szFile*/, long /*lLin
 CTOVTestListener& CTOVTestListener::Null()
 {
     const auto pfOfProgram = FindProgramFunction<decltype(GetNull)>("GetNull");
-    return pfOfProgram != NULL ? pfOfProgram() : GetOwnNull();
+    return pfOfProgram != nullptr ? pfOfProgram() : GetOwnNull();
 }
 
 CTOVTestListener& CTOVTestListener::Instance()
 {
     const auto pfOfProgram = FindProgramFunction<decltype(GetListener)>("GetListener");
-    return pfOfProgram != NULL ? pfOfProgram() : GetOwnListener();
+    return pfOfProgram != nullptr ? pfOfProgram() : GetOwnListener();
 }
 
 void CTOVTestListener::SetListener(CTOVTestListener* pListener)
@@ -97,6 +97,6 @@ void CTOVTestListener::SetListener(CTOVTestListener* pListener)
 
 CTOVTestListener* CTOVTestListener::GetSafeListener(CTOVTestListener* pListener)
 {
-    return pListener != NULL ? pListener : &Null();
+    return pListener != nullptr ? pListener : &Null();
 }
 } // namespace TOVTest

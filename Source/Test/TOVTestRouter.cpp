@@ -49,7 +49,7 @@ bool CTOVTestRouter::HasListeners() const
 
 CTOVTestListener* CTOVTestRouter::GetListener(long lIndex) const
 {
-    return 0 <= lIndex && lIndex < GetNumListeners() ? m_aListeners[static_cast<std::size_t>(lIndex)] : NULL;
+    return 0 <= lIndex && lIndex < GetNumListeners() ? m_aListeners[static_cast<std::size_t>(lIndex)] : nullptr;
 }
 
 void CTOVTestRouter::EnterEnvironment()

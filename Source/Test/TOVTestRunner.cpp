@@ -26,19 +26,19 @@ void CTOVTestRunner::RunAllTests(CTOVTestListener* pListener)
 void CTOVTestRunner::Forget(const CTOVTestListener* pListener)
 {
     if (m_oCounter.m_pListener == pListener)
-        m_oCounter.SetListener(NULL);
+        m_oCounter.SetListener(nullptr);
 }
 
 void CTOVTestRunner::RunEnvironment()
 {
     m_oCounter.EnterEnvironment();
 
-    const char* szName = NULL;
+    const char* szName = nullptr;
     for (bool bFound = CTOVTestSuiteFactory::GetFirst(szName); bFound;
          bFound = CTOVTestSuiteFactory::GetNext(szName, szName))
     {
         std::unique_ptr<CTOVTestSuite> pSuite(CTOVTestSuiteFactory::New(szName));
-        if (pSuite != NULL)
+        if (pSuite != nullptr)
         {
             try
             {
@@ -46,7 +46,7 @@ void CTOVTestRunner::RunEnvironment()
             }
             catch (...)
             {
-                m_oCounter.SetCurrentTestSuite(NULL); // it is about to go
+                m_oCounter.SetCurrentTestSuite(nullptr); // it is about to go
                 throw;
             }
         }

@@ -26,7 +26,7 @@ long CTOVTestSuite::GetNumTestCases() const
 
 CTOVTestCase& CTOVTestSuite::GetTestCase(long /*lIndex*/) const
 {
-    return GetSharedTestCase()(NULL, NULL, "<invalid test case>", "<invalid file name>", 0);
+    return GetSharedTestCase()(nullptr, nullptr, "<invalid test case>", "<invalid file name>", 0);
 }
 
 const char* CTOVTestSuite::GetDescription() const

@@ -26,7 +26,7 @@ CTOVTestSuite* CTOVTestSuiteFactory::New(const char* szName)
 {
     tCreatorMap& aCreators = GetCreatorMap();
     const tCreatorMap::iterator pFound = aCreators.find(szName);
-    return pFound != aCreators.end() && pFound->second != NULL ? pFound->second->New() : NULL;
+    return pFound != aCreators.end() && pFound->second != nullptr ? pFound->second->New() : nullptr;
 }
 
 bool CTOVTestSuiteFactory::GetFirst(const char*& szName)
@@ -64,6 +64,6 @@ tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
 {
     // Settled: looked up at each call, so that one map serves all, whenever the program exports its own.
     const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
-    return pfOfProgram != NULL ? pfOfProgram() : GetOwnCreatorMap();
+    return pfOfProgram != nullptr ? pfOfProgram() : GetOwnCreatorMap();
 }
 } // namespace TOVTest

@@ -195,8 +195,8 @@ void CTOVTestText::AppendCharacter(unsigned long nCode)
     const char LETTERS[] = "0abtnr\"\'\\";
 
     Append('\'');
-    const void* const pSpecial = nCode < 128 ? std::memchr(CODES, static_cast<int>(nCode), sizeof(CODES) - 1) : NULL;
-    if (pSpecial != NULL)
+    const void* const pSpecial = nCode < 128 ? std::memchr(CODES, static_cast<int>(nCode), sizeof(CODES) - 1) : nullptr;
+    if (pSpecial != nullptr)
     {
         Append('\\');
         Append(LETTERS[static_cast<const char*>(pSpecial) - CODES]);

@@ -3,7 +3,7 @@
 namespace TOVTest
 {
 CTOVTestTracker CTOVTestTracker::m_oNull;
-CTOVTestTracker* CTOVTestTracker::m_pTracker = NULL;
+CTOVTestTracker* CTOVTestTracker::m_pTracker = nullptr;
 
 CTOVTestTracker::CTOVTestTracker(const CTOVTestTracker& oOther) = default;
 CTOVTestTracker& CTOVTestTracker::operator=(const CTOVTestTracker& oOther) = default;
@@ -70,6 +70,6 @@ void CTOVTestTracker::SetTracker(CTOVTestTracker* pTracker)
 
 CTOVTestTracker* CTOVTestTracker::GetSafeTracker(CTOVTestTracker* pTracker)
 {
-    return pTracker != NULL ? pTracker : &m_oNull;
+    return pTracker != nullptr ? pTracker : &m_oNull;
 }
 } // namespace TOVTest

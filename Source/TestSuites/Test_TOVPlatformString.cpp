@@ -27,7 +27,7 @@ template<class T> bool IsSame(const T* szText, const T* szExpected)
 // Where a search found something, counted from the start; -1 for nothing.
 template<class T> int PositionIn(const T* szText, const T* szFound)
 {
-    return szFound != NULL ? static_cast<int>(szFound - szText) : -1;
+    return szFound != nullptr ? static_cast<int>(szFound - szText) : -1;
 }
 
 template<class T> int PrintList(T* szBuffer, const T* szFormat, ...)
@@ -60,7 +60,7 @@ template<class T> int MeasureList(const T* szFormat, ...)
 // The order that all four comparisons have in common, and what they refuse.
 template<class T> void CheckOrder(int (*pfCompare)(const T*, const T*))
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     TOV_TEST_EQUALS(pfCompare(TEXT("abc"), TEXT("abc")), 0);
     TOV_TEST_EQUALS(pfCompare(TEXT(""), TEXT("")), 0);
     TOV_TEST_EQUALS(pfCompare(TEXT("abc"), TEXT("abd")) < 0, true);
@@ -98,7 +98,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestLocaleCompareNoCase()
 
 template<class T> void CTOVPlatformStringCases<T>::TestLength()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     TOV_TEST_EQUALS(Text::Length(TEXT("")), 0);
     TOV_TEST_EQUALS(Text::Length(TEXT("This is a test")), 14);
     TOV_TEST_THROWS(Text::Length(szNull));
@@ -106,7 +106,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestLength()
 
 template<class T> void CTOVPlatformStringCases<T>::TestLower()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("Under THE 7 Clouds"));
     TOV_TEST_EQUALS(Text::ToLower(szText) == szText, true);
@@ -116,7 +116,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestLower()
 
 template<class T> void CTOVPlatformStringCases<T>::TestUpper()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("Under the 7 Clouds"));
     TOV_TEST_EQUALS(Text::ToUpper(szText) == szText, true);
@@ -126,7 +126,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestUpper()
 
 template<class T> void CTOVPlatformStringCases<T>::TestReverse()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("drawer"));
     TOV_TEST_EQUALS(Text::Reverse(szText) == szText, true);
@@ -138,7 +138,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestReverse()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindCharacter()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindCharacter(szText, 's')), 3);
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindCharacter(szText, 'z')), -1);
@@ -149,7 +149,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindCharacter()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindLastCharacter()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindLastCharacter(szText, 's')), 12);
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindLastCharacter(szText, 'z')), -1);
@@ -160,7 +160,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindLastCharacter()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindString()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("This is a find test"));
     TOV_TEST_EQUALS(PositionIn<T>(szText, Text::FindString(szText, TEXT("find"))), 10);
@@ -172,7 +172,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindString()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindOneOf()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindOneOf(szText, TEXT("tsa"))), 3);
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindOneOf(szText, TEXT("xyz"))), -1);
@@ -183,7 +183,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindOneOf()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindNotOneOf()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindNotOneOf(szText, TEXT("Ths"))), 2);
     TOV_TEST_EQUALS(PositionIn(szText, Text::FindNotOneOf(szText, szText)), -1);
@@ -194,7 +194,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindNotOneOf()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindOneOfReverse()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn(szText, Text::ReverseFindOneOf(szText, TEXT("sia"))), 12);
     TOV_TEST_EQUALS(PositionIn(szText, Text::ReverseFindOneOf(szText, TEXT("xyz"))), -1);
@@ -207,7 +207,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindOneOfReverse()
 
 template<class T> void CTOVPlatformStringCases<T>::TestFindNotOneOfReverse()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn(szText, Text::ReverseFindNotOneOf(szText, TEXT("tes"))), 9);
     TOV_TEST_EQUALS(PositionIn(szText, Text::ReverseFindNotOneOf(szText, szText)), -1);
@@ -220,7 +220,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestFindNotOneOfReverse()
 
 template<class T> void CTOVPlatformStringCases<T>::TestSPrintf()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     TOV_TEST_EQUALS(Text::SPrintf(szText, TEXT("%s is %d"), TEXT("This"), -12), 11);
     TOV_TEST_EQUALS(IsSame(szText, TEXT("This is -12")), true);
@@ -230,7 +230,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestSPrintf()
 
 template<class T> void CTOVPlatformStringCases<T>::TestSNPrintf()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     TOV_TEST_EQUALS(Text::SNPrintf(szText, 20, TEXT("%s is %d"), TEXT("This"), -12), 11);
     TOV_TEST_EQUALS(IsSame(szText, TEXT("This is -12")), true);
@@ -242,7 +242,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestSNPrintf()
 
 template<class T> void CTOVPlatformStringCases<T>::TestVSPrintf()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     TOV_TEST_EQUALS(PrintList(szText, TEXT("%s is %d"), TEXT("This"), -12), 11);
     TOV_TEST_EQUALS(IsSame(szText, TEXT("This is -12")), true);
@@ -256,7 +256,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestVSPrintf()
 
 template<class T> void CTOVPlatformStringCases<T>::TestVSNPrintf()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     TOV_TEST_EQUALS(PrintListWithin(szText, 20, TEXT("%s is %d"), TEXT("This"), -12), 11);
     TOV_TEST_EQUALS(IsSame(szText, TEXT("This is -12")), true);
@@ -273,7 +273,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestVSNPrintf()
 
 template<class T> void CTOVPlatformStringCases<T>::TestCopy()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     TOV_TEST_EQUALS(Text::Copy(szText, TEXT("This")) == szText, true);
     TOV_TEST_EQUALS(IsSame(szText, TEXT("This")), true);
@@ -283,7 +283,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestCopy()
 
 template<class T> void CTOVPlatformStringCases<T>::TestNCopy()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("........"));
     TOV_TEST_EQUALS(Text::NCopy(szText, TEXT("This"), 2) == szText, true);
@@ -297,7 +297,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestNCopy()
 
 template<class T> void CTOVPlatformStringCases<T>::TestConcat()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("This"));
     TOV_TEST_EQUALS(Text::Concat(szText, TEXT(" is")) == szText, true);
@@ -308,7 +308,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestConcat()
 
 template<class T> void CTOVPlatformStringCases<T>::TestNConcat()
 {
-    T* const szNull = NULL;
+    T* const szNull = nullptr;
     T szText[20];
     Text::Copy(szText, TEXT("This"));
     TOV_TEST_EQUALS(Text::NConcat(szText, TEXT(" is a test"), 3) == szText, true);
@@ -320,7 +320,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestNConcat()
 
 template<class T> void CTOVPlatformStringCases<T>::TestInc()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn<T>(szText, Text::Inc(szText)), 1);
     TOV_TEST_THROWS(Text::Inc(szNull));
@@ -328,7 +328,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestInc()
 
 template<class T> void CTOVPlatformStringCases<T>::TestNInc()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn<T>(szText, Text::NInc(szText, 2)), 2);
     TOV_TEST_EQUALS(*Text::NInc(szText, 2) == 'i', true);
@@ -339,7 +339,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestNInc()
 
 template<class T> void CTOVPlatformStringCases<T>::TestDec()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("This is a test");
     TOV_TEST_EQUALS(PositionIn<T>(szText, Text::Dec(szText, szText + 4)), 3);
     TOV_TEST_EQUALS(Text::Dec(szText, szText) == NULL, true);
@@ -350,10 +350,10 @@ template<class T> void CTOVPlatformStringCases<T>::TestDec()
 
 template<class T> void CTOVPlatformStringCases<T>::TestToLong()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szPositive = TEXT("123456This stopped it");
     const T* const szNegative = TEXT("-123456This stopped it");
-    T* szEnd = NULL;
+    T* szEnd = nullptr;
     TOV_TEST_EQUALS(Text::ToLong(szPositive, &szEnd, 10), 123456);
     TOV_TEST_EQUALS(PositionIn<T>(szPositive, szEnd), 6);
     TOV_TEST_EQUALS(Text::ToLong(szNegative, &szEnd, 10), -123456);
@@ -368,9 +368,9 @@ template<class T> void CTOVPlatformStringCases<T>::TestToLong()
 
 template<class T> void CTOVPlatformStringCases<T>::TestToUlong()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     const T* const szText = TEXT("123456This stopped it");
-    T* szEnd = NULL;
+    T* szEnd = nullptr;
     TOV_TEST_EQUALS(Text::ToUlong(szText, &szEnd, 10), 123456u);
     TOV_TEST_EQUALS(PositionIn<T>(szText, szEnd), 6);
     TOV_TEST_EQUALS(Text::ToUlong(szText, static_cast<T**>(NULL), 10), 123456u);
@@ -379,13 +379,13 @@ template<class T> void CTOVPlatformStringCases<T>::TestToUlong()
 
 template<class T> void CTOVPlatformStringCases<T>::TestToDouble()
 {
-    const T* const szNull = NULL;
+    const T* const szNull = nullptr;
     T szNumber[40];
     const int nLength = Text::SPrintf(szNumber, TEXT("%.7f"), 3.1415926);
     T szText[60];
     Text::Concat(Text::Copy(szText, szNumber), TEXT("This stopped it"));
 
-    T* szEnd = NULL;
+    T* szEnd = nullptr;
     TOV_TEST_EQUALS(Text::ToDouble(szText, &szEnd), 3.1415926);
     TOV_TEST_EQUALS(PositionIn<T>(szText, szEnd), nLength);
     TOV_TEST_EQUALS(Text::ToDouble(szText, static_cast<T**>(NULL)), 3.1415926);

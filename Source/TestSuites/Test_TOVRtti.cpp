@@ -38,7 +38,7 @@ bool IInterface::IsKindOf(const CTOVClass& oClass) const
 
 void* IInterface::QueryInterface(const CTOVClass& oClass)
 {
-    return oClass == GetClass() ? this : NULL;
+    return oClass == GetClass() ? this : nullptr;
 }
 
 const CTOVClass& CBase::GetRuntimeClass() const

@@ -184,7 +184,7 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckReplace
     nCount = oTest.Replace(TEXT("s"), TEXT("sss"));
     TOV_TEST_EQUALS(nCount, 3);
     TOV_TEST_EQUALS(oTest == TEXT("Dasss issst der tessst"), true);
-    nCount = oTest.Replace(TEXT("ss"), NULL);
+    nCount = oTest.Replace(TEXT("ss"), nullptr);
     TOV_TEST_EQUALS(nCount, 3);
     TOV_TEST_EQUALS(oTest == TEXT("Das ist der test"), true);
     TOV_TEST_EQUALS(oTest.Replace(TEXT(""), TEXT("x")), 0);

@@ -139,7 +139,7 @@ int CTOVTimer::GetNumChannels() const
 
 int CTOVTimer::GetChannelByName(const char* szName) const
 {
-    const char* const szWanted = szName != NULL ? szName : "";
+    const char* const szWanted = szName != nullptr ? szName : "";
     for (int i = 0; i < TOV_TIMER_MAX_TIME_CHANNELS; ++i)
     {
         if (IsDefined(i) && TOVPlatform::TOVStringA::CompareNoCase(GetChannelName(i), szWanted) == 0)

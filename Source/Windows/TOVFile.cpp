@@ -121,9 +121,9 @@ void RaiseStreamLimit(unsigned long ulStreams)
 FILE* OpenStream(const char* szName, const char* szMode)
 {
     // A commit of a stream that only reads is refused by the system, so that each of its flushes would fail.
-    const bool bReadsOnly = *szMode == 'r' && std::strchr(szMode, '+') == NULL;
-    const bool bText = std::strchr(szMode, 't') != NULL;
-    const bool bBinary = std::strchr(szMode, 'b') != NULL;
+    const bool bReadsOnly = *szMode == 'r' && std::strchr(szMode, '+') == nullptr;
+    const bool bText = std::strchr(szMode, 't') != nullptr;
+    const bool bBinary = std::strchr(szMode, 'b') != nullptr;
     return fopen(szName, !bReadsOnly ? szMode : bText ? "rt" : bBinary ? "rb" : "r");
 }
 
@@ -231,7 +231,7 @@ bool Change(const char* szPath)
 
 bool GetWorkingDirectory(char* szBuffer, int nSize)
 {
-    return _getcwd(szBuffer, nSize) != NULL;
+    return _getcwd(szBuffer, nSize) != nullptr;
 }
 } // namespace Backend
 } // namespace TOVDirectory

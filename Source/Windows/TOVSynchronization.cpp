@@ -55,7 +55,7 @@ void CriticalSection::Destroy(unsigned long long hCriticalSection)
 
 unsigned long long Event::Create(bool bManualReset, bool bInitiallySignalled, const char* szName)
 {
-    return FromNative(::CreateEventA(NULL, bManualReset, bInitiallySignalled, szName));
+    return FromNative(::CreateEventA(nullptr, bManualReset, bInitiallySignalled, szName));
 }
 
 bool Event::Destroy(unsigned long long hEvent)
@@ -75,7 +75,7 @@ void Event::Reset(unsigned long long hEvent)
 
 unsigned long long Mutex::Create(bool bInitiallyOwned, const char* szName)
 {
-    return FromNative(::CreateMutexA(NULL, bInitiallyOwned, szName));
+    return FromNative(::CreateMutexA(nullptr, bInitiallyOwned, szName));
 }
 
 bool Mutex::Destroy(unsigned long long hMutex)
@@ -90,7 +90,7 @@ void Mutex::Unlock(unsigned long long hMutex)
 
 unsigned long long Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
 {
-    return FromNative(::CreateSemaphoreA(NULL, lInitialCount, lMaximumCount, szName));
+    return FromNative(::CreateSemaphoreA(nullptr, lInitialCount, lMaximumCount, szName));
 }
 
 bool Semaphore::Destroy(unsigned long long hSemaphore)

@@ -60,7 +60,7 @@ eAnswer AskYesNoCancel(const char* szText, const char* szCaption)
 
 void ShowError(const char* szText, const char* szCaption)
 {
-    ::MessageBoxA(NULL, szText, szCaption, MB_OK | MB_ICONHAND);
+    ::MessageBoxA(nullptr, szText, szCaption, MB_OK | MB_ICONHAND);
 }
 
 // ExitProcess passes over the program's clean-up, but has each library clean up. The function that registers last runs
@@ -74,7 +74,7 @@ void EndProcess(int nExitCode)
 
 void* FindInMainProgram(const char* szFunction)
 {
-    return reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA(NULL), szFunction));
+    return reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA(nullptr), szFunction));
 }
 
 bool ReadPerformanceCounter(long long& nTicks)

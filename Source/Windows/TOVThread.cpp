@@ -33,8 +33,8 @@ unsigned long long Create(tThreadEntry pEntry, void* pParam, unsigned long* pulT
     if (pStart == nullptr)
         return 0;
 
-    const HANDLE hThread = ::CreateThread(NULL, 0, EnterThread, pStart, 0, pulThreadId);
-    if (hThread == NULL)
+    const HANDLE hThread = ::CreateThread(nullptr, 0, EnterThread, pStart, 0, pulThreadId);
+    if (hThread == nullptr)
         delete pStart;
     return FromNative(hThread);
 }

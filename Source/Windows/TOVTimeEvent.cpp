@@ -26,7 +26,7 @@ struct sPlainEvent
 // Held also while an event is set or killed, so that the list knows each event before its first call. Neither these nor
 // the records are destroyed: the system calls to the end.
 SRWLOCK s_oLock = SRWLOCK_INIT;
-sPlainEvent* s_pPlainEvents = NULL;
+sPlainEvent* s_pPlainEvents = nullptr;
 
 class CScope
 {
@@ -43,7 +43,7 @@ public:
 sPlainEvent** FindPlain(UINT nId)
 {
     sPlainEvent** ppEvent = &s_pPlainEvents;
-    while (*ppEvent != NULL && (*ppEvent)->nId != nId)
+    while (*ppEvent != nullptr && (*ppEvent)->nId != nId)
         ppEvent = &(*ppEvent)->pNext;
     return ppEvent;
 }
@@ -51,7 +51,7 @@ sPlainEvent** FindPlain(UINT nId)
 void Forget(sPlainEvent** ppEvent)
 {
     sPlainEvent* const pEvent = *ppEvent;
-    if (pEvent == NULL)
+    if (pEvent == nullptr)
         return;
     *ppEvent = pEvent->pNext;
     delete pEvent;
@@ -62,8 +62,8 @@ tTimeEvent TakeCallback(UINT nId)
 {
     const CScope oScope;
     sPlainEvent** const ppEvent = FindPlain(nId);
-    const tTimeEvent pCallback = *ppEvent != NULL ? (*ppEvent)->pCallback : NULL;
-    if (*ppEvent != NULL && !(*ppEvent)->bPeriodic)
+    const tTimeEvent pCallback = *ppEvent != nullptr ? (*ppEvent)->pCallback : nullptr;
+    if (*ppEvent != nullptr && !(*ppEvent)->bPeriodic)
         Forget(ppEvent);
     return pCallback;
 }
@@ -71,7 +71,7 @@ tTimeEvent TakeCallback(UINT nId)
 void CALLBACK CallPlain(UINT nId, UINT nMessage, DWORD_PTR nUser, DWORD_PTR nReserved1, DWORD_PTR nReserved2)
 {
     const tTimeEvent pCallback = TakeCallback(nId);
-    if (pCallback != NULL)
+    if (pCallback != nullptr)
         pCallback(nId, nMessage, nUser, nReserved1, nReserved2);
 }
 
@@ -83,7 +83,7 @@ void CALLBACK CallNobody(UINT, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR)
 // The system calls into this library, which therefore stays in memory, even if the program lets go of it.
 void StayInMemory()
 {
-    HMODULE hLibrary = NULL;
+    HMODULE hLibrary = nullptr;
     ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                          reinterpret_cast<LPCSTR>(&CallPlain), &hLibrary);
 }
@@ -104,8 +104,8 @@ unsigned int EndTimerPeriod(unsigned int nMilliseconds)
 unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback, unsigned long ulUser,
                           bool bPeriodic)
 {
-    sPlainEvent* const pEvent = new (std::nothrow) sPlainEvent{0, pCallback, bPeriodic, NULL};
-    if (pEvent == NULL)
+    sPlainEvent* const pEvent = new (std::nothrow) sPlainEvent{0, pCallback, bPeriodic, nullptr};
+    if (pEvent == nullptr)
         return 0;
 
     StayInMemory();
@@ -122,7 +122,7 @@ unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEv
 unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
                                 unsigned long ulUser, bool bPeriodic)
 {
-    if (pCallback == NULL)
+    if (pCallback == nullptr)
     {
         StayInMemory();
         pCallback = CallNobody;

@@ -10,7 +10,7 @@ namespace
 // Whoever raises an event by hand may leave a text out.
 std::string TextOf(const char* szText)
 {
-    return szText != NULL ? szText : "";
+    return szText != nullptr ? szText : "";
 }
 
 sTestNote Failure(const char* szType, const char* szFile, long lLine, const std::string& sMessage)

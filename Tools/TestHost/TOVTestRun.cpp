@@ -104,6 +104,6 @@ void RunTests(const sTestRun& oRun, ITOVTestEvents& oEvents)
     {
         oEvents.OnEndEarly(DescribeException(oChecks));
     }
-    TOVTest::CTOVTestListener::SetListener(NULL);
+    TOVTest::CTOVTestListener::SetListener(nullptr);
 }
 } // namespace TOVTestHost

@@ -21,7 +21,7 @@ std::intptr_t FromNative(HANDLE hFile)
 
 CInputFile::CInputFile(const CTOVStringA& oName)
     : m_hFile(FromNative(::CreateFileA(~oName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                       NULL, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, NULL)))
+                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)))
 {
     // A name can belong to a device.
     if (IsOpen() && ::GetFileType(ToNative(m_hFile)) != FILE_TYPE_DISK)
@@ -49,7 +49,7 @@ unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
     {
         DWORD dwPart = 0;
         const BOOL bRead =
-            ::ReadFile(ToNative(m_hFile), static_cast<char*>(pBuffer) + ulRead, ulSize - ulRead, &dwPart, NULL);
+            ::ReadFile(ToNative(m_hFile), static_cast<char*>(pBuffer) + ulRead, ulSize - ulRead, &dwPart, nullptr);
         m_bFailed = m_bFailed || !bRead;
         if (!bRead || dwPart == 0)
             break;
@@ -61,8 +61,8 @@ unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
 // Nobody can remove a file that is open without the permission to do so.
 CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
     : m_oName(~oName), m_oTarget(~oTarget),
-      m_hFile(FromNative(::CreateFileA(~oName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, NULL, CREATE_NEW,
-                                       FILE_ATTRIBUTE_NORMAL, NULL)))
+      m_hFile(FromNative(::CreateFileA(~oName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_NEW,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr)))
 {
 }
 

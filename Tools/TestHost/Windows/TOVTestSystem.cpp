@@ -20,7 +20,7 @@ public:
     ~CProcessLink() override
     {
         Cut();
-        if (m_hWorker != NULL)
+        if (m_hWorker != nullptr)
             ::CloseHandle(m_hWorker);
     }
 
@@ -30,7 +30,7 @@ public:
         while (nBytes > 0)
         {
             DWORD dwWritten = 0;
-            if (!::WriteFile(m_hWrite, pNext, static_cast<DWORD>(nBytes), &dwWritten, NULL) || dwWritten == 0)
+            if (!::WriteFile(m_hWrite, pNext, static_cast<DWORD>(nBytes), &dwWritten, nullptr) || dwWritten == 0)
                 return false;
             pNext += dwWritten;
             nBytes -= dwWritten;
@@ -44,7 +44,7 @@ public:
         while (nBytes > 0)
         {
             DWORD dwRead = 0;
-            if (!::ReadFile(m_hRead, pNext, static_cast<DWORD>(nBytes), &dwRead, NULL) || dwRead == 0)
+            if (!::ReadFile(m_hRead, pNext, static_cast<DWORD>(nBytes), &dwRead, nullptr) || dwRead == 0)
                 return false;
             pNext += dwRead;
             nBytes -= dwRead;
@@ -66,9 +66,9 @@ private:
     {
         for (HANDLE* phEnd : {&m_hRead, &m_hWrite})
         {
-            if (*phEnd != NULL)
+            if (*phEnd != nullptr)
                 ::CloseHandle(*phEnd);
-            *phEnd = NULL;
+            *phEnd = nullptr;
         }
     }
 
@@ -108,7 +108,7 @@ private:
 // A pipe of which the worker inherits one end.
 void MakePipe(HANDLE& hRead, HANDLE& hWrite, HANDLE& hOwn)
 {
-    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), NULL, TRUE};
+    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), nullptr, TRUE};
     if (!::CreatePipe(&hRead, &hWrite, &oInherited, 0))
         throw std::runtime_error("no connection between processes");
     ::SetHandleInformation(hOwn, HANDLE_FLAG_INHERIT, 0);
@@ -154,7 +154,7 @@ BOOL WINAPI OnInterrupt(DWORD dwEvent)
 bool StartProcess(PROCESS_INFORMATION& oProcess)
 {
     char szProgram[MAX_PATH] = "";
-    ::GetModuleFileNameA(NULL, szProgram, sizeof(szProgram));
+    ::GetModuleFileNameA(nullptr, szProgram, sizeof(szProgram));
     std::string sCommandLine = ::GetCommandLineA();
     STARTUPINFOA oStartup = {};
     oStartup.cb = sizeof(oStartup);
@@ -162,7 +162,7 @@ bool StartProcess(PROCESS_INFORMATION& oProcess)
     oStartup.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
     oStartup.hStdOutput = ::GetStdHandle(STD_OUTPUT_HANDLE);
     oStartup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
-    return ::CreateProcessA(szProgram, &sCommandLine[0], NULL, NULL, TRUE, 0, NULL, NULL, &oStartup, &oProcess) != 0;
+    return ::CreateProcessA(szProgram, &sCommandLine[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr, &oStartup, &oProcess) != 0;
 }
 } // namespace
 
@@ -174,19 +174,19 @@ bool IsTerminal(std::FILE* pStream)
 const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason)
 {
     char szPath[MAX_PATH] = "";
-    const DWORD dwLength = ::GetFullPathNameA(sFile.c_str(), sizeof(szPath), szPath, NULL);
+    const DWORD dwLength = ::GetFullPathNameA(sFile.c_str(), sizeof(szPath), szPath, nullptr);
     // What the library needs may stand beside it.
     const HMODULE hLibrary = dwLength > 0 && dwLength < sizeof(szPath)
-                                 ? ::LoadLibraryExA(szPath, NULL, LOAD_WITH_ALTERED_SEARCH_PATH)
-                                 : NULL;
-    if (hLibrary == NULL)
+                                 ? ::LoadLibraryExA(szPath, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH)
+                                 : nullptr;
+    if (hLibrary == nullptr)
         sReason = sFile + ": error " + std::to_string(::GetLastError());
     return hLibrary;
 }
 
 bool StandInOneModule(const void* pOne, const void* pOther)
 {
-    HMODULE aModules[2] = {NULL, NULL};
+    HMODULE aModules[2] = {nullptr, nullptr};
     const DWORD dwFlags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
     return ::GetModuleHandleExA(dwFlags, static_cast<LPCSTR>(pOne), &aModules[0]) &&
            ::GetModuleHandleExA(dwFlags, static_cast<LPCSTR>(pOther), &aModules[1]) && aModules[0] == aModules[1];
@@ -200,14 +200,14 @@ void SendOutputToErrors()
 
 std::unique_ptr<ITOVProcessLink> StartWorker(char** /*aszArguments*/)
 {
-    HANDLE hRead = NULL, hWorkerWrite = NULL, hWorkerRead = NULL, hWrite = NULL;
+    HANDLE hRead = nullptr, hWorkerWrite = nullptr, hWorkerRead = nullptr, hWrite = nullptr;
     MakePipe(hRead, hWorkerWrite, hRead);
     MakePipe(hWorkerRead, hWrite, hWrite);
-    std::fflush(NULL);
+    std::fflush(nullptr);
     ::SetEnvironmentVariableA(VARIABLE, (ToText(hWorkerRead) + "," + ToText(hWorkerWrite)).c_str());
     PROCESS_INFORMATION oProcess = {};
     const bool bStarted = StartProcess(oProcess);
-    ::SetEnvironmentVariableA(VARIABLE, NULL);
+    ::SetEnvironmentVariableA(VARIABLE, nullptr);
     ::CloseHandle(hWorkerRead);
     ::CloseHandle(hWorkerWrite);
     std::unique_ptr<ITOVProcessLink> pLink(new CProcessLink(hRead, hWrite, oProcess.hProcess));
@@ -225,8 +225,8 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     if (dwLength == 0 || dwLength >= sizeof(szHandles))
         return nullptr;
     // What a case starts is no worker, and does not hold the link open.
-    ::SetEnvironmentVariableA(VARIABLE, NULL);
-    char* szEnd = NULL;
+    ::SetEnvironmentVariableA(VARIABLE, nullptr);
+    char* szEnd = nullptr;
     const HANDLE hRead = ToHandle(szHandles, &szEnd);
     const HANDLE hWrite = ToHandle(szEnd + (*szEnd != '\0'), &szEnd);
 
@@ -237,7 +237,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     // Enough for the filter when the stack has run out.
     ULONG ulReserve = 32768;
     ::SetThreadStackGuarantee(&ulReserve);
-    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(hRead, hWrite, NULL));
+    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(hRead, hWrite, nullptr));
 }
 
 void EndWorker()
