@@ -9,8 +9,8 @@
 
 namespace
 {
-const char TRUNCATED[] = "is truncated";
-const char DAMAGED[] = "is damaged";
+constexpr char TRUNCATED[] = "is truncated";
+constexpr char DAMAGED[] = "is damaged";
 } // namespace
 
 CArchive::CArchive(ITOVStream& oStream) : CArchive(oStream, 0)

@@ -8,10 +8,10 @@
 #include <stdexcept>
 
 // How each catalogue begins.
-const char CATALOG_MAGIC[] = {'T', 'O', 'V', 'C', 'A', 'T', 'L', 'G'};
+constexpr char CATALOG_MAGIC[] = {'T', 'O', 'V', 'C', 'A', 'T', 'L', 'G'};
 
 // No system that the program knows takes a longer name in one call.
-const int LONGEST_NAME = 4096;
+constexpr int LONGEST_NAME = 4096;
 
 // An error that ends a command; its text is one line for the user.
 class CCatalogError : public std::runtime_error

@@ -28,16 +28,16 @@
 
 namespace
 {
-const int CATALOG_VERSION = 3;
-const int SELECTION_VERSION = 1;
-const int RECORD_VERSION = 2;
+constexpr int CATALOG_VERSION = 3;
+constexpr int SELECTION_VERSION = 1;
+constexpr int RECORD_VERSION = 2;
 
 // The fewest bytes that things can have: a text has a length and a byte, a record such a text and its numbers.
-const int SMALLEST_TEXT = 5;
-const int SMALLEST_RECORD = SMALLEST_TEXT + 20;
-const int SMALLEST_RECORD_OF_VERSION_1 = SMALLEST_TEXT + 12;
+constexpr int SMALLEST_TEXT = 5;
+constexpr int SMALLEST_RECORD = SMALLEST_TEXT + 20;
+constexpr int SMALLEST_RECORD_OF_VERSION_1 = SMALLEST_TEXT + 12;
 
-const char ASSIGN[] = "catalog";
+constexpr char ASSIGN[] = "catalog";
 
 // Passes the elements of an array one by one. Returns their number. Keeps none of them unless bKeep: a check needs no
 // memory for what a count promises.

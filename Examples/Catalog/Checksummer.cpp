@@ -12,10 +12,10 @@
 
 namespace
 {
-const long NO_MORE_JOBS = -1;
-const unsigned long READ_SIZE = 256 * 1024;
-const long PROGRESS_INTERVAL = 200; // milliseconds
-const unsigned long FOREVER = 0xFFFFFFFFul;
+constexpr long NO_MORE_JOBS = -1;
+constexpr unsigned long READ_SIZE = 256 * 1024;
+constexpr long PROGRESS_INTERVAL = 200; // milliseconds
+constexpr unsigned long FOREVER = 0xFFFFFFFFul;
 
 // What all workers share. Strings are not shared between threads: the queue carries indices into the jobs, and a worker
 // only reads the text of its own job.

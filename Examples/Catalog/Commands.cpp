@@ -14,7 +14,7 @@ namespace
 {
 typedef std::chrono::steady_clock tClock;
 
-const char INTERRUPTED[] = "interrupted";
+constexpr char INTERRUPTED[] = "interrupted";
 
 // What stands in a catalogue's directories now.
 struct sFound

@@ -7,7 +7,7 @@
 
 namespace
 {
-const double BYTES_PER_MEGABYTE = 1000000.0;
+constexpr double BYTES_PER_MEGABYTE = 1000000.0;
 
 double Seconds(std::chrono::steady_clock::duration oTime)
 {

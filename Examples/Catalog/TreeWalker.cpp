@@ -15,7 +15,7 @@ namespace TOVDirectory = TOVPlatform::TOVDirectory;
 namespace
 {
 // A mount can lead back up: deeper than this nobody keeps files.
-const int DEEPEST_LEVEL = 200;
+constexpr int DEEPEST_LEVEL = 200;
 
 // A directory search that closes itself.
 class CSearch

@@ -8,11 +8,11 @@
 
 namespace
 {
-const char NAME_BEGIN[] = "tovcatalog-";
-const char NAME_END[] = ".new";
+constexpr char NAME_BEGIN[] = "tovcatalog-";
+constexpr char NAME_END[] = ".new";
 
 // More runs at once nobody has.
-const int MAX_TRIES = 1000;
+constexpr int MAX_TRIES = 1000;
 
 const char* FindFileName(const CTOVStringA& oName)
 {

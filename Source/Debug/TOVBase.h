@@ -40,19 +40,19 @@ namespace TOVDebug
 #define TOV_SAFE_DELETE(pointer)                                                                                       \
     do                                                                                                                 \
     {                                                                                                                  \
-        if ((pointer) != nullptr)                                                                                         \
+        if ((pointer) != nullptr)                                                                                      \
         {                                                                                                              \
             delete (pointer);                                                                                          \
-            (pointer) = nullptr;                                                                                          \
+            (pointer) = nullptr;                                                                                       \
         }                                                                                                              \
     } while (false)
 
 #define TOV_SAFE_DELETE_ARRAY(pointer)                                                                                 \
     do                                                                                                                 \
     {                                                                                                                  \
-        if ((pointer) != nullptr)                                                                                         \
+        if ((pointer) != nullptr)                                                                                      \
         {                                                                                                              \
             delete[](pointer);                                                                                         \
-            (pointer) = nullptr;                                                                                          \
+            (pointer) = nullptr;                                                                                       \
         }                                                                                                              \
     } while (false)

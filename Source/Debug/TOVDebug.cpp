@@ -14,11 +14,11 @@ namespace
 // 88 dashes: the rule above and below the question.
 #define DASHES "----------------------------------------------------------------------------------------"
 
-const char QUESTION[] = "\n" DASHES "\n\nWould you like to debug the application?\n"
-                        "\n YES:           Debug or try to continue (if no debugger present) "
-                        "\n NO:             Try a clean shutdown (might throw more exceptions)"
-                        "\n CANCEL:     Force the application to exit\n"
-                        "\n" DASHES "\n";
+constexpr char QUESTION[] = "\n" DASHES "\n\nWould you like to debug the application?\n"
+                            "\n YES:           Debug or try to continue (if no debugger present) "
+                            "\n NO:             Try a clean shutdown (might throw more exceptions)"
+                            "\n CANCEL:     Force the application to exit\n"
+                            "\n" DASHES "\n";
 
 #undef DASHES
 

@@ -17,8 +17,8 @@ namespace
 {
 // The servers that have closed down and still exist. Their handle keeps the value of a lock that is gone, so that it
 // cannot tell. One beyond this number destroys its lock once more at its end.
-const int MOST_CLOSED_SERVERS = 32;
-std::atomic<const CTOVDebugServer*> s_apClosedServers[MOST_CLOSED_SERVERS];
+constexpr int MAX_CLOSED_SERVERS = 32;
+std::atomic<const CTOVDebugServer*> s_apClosedServers[MAX_CLOSED_SERVERS];
 std::atomic<int> s_nClosedServers(0);
 
 bool HasClosedDown(const CTOVDebugServer* pServer)

@@ -15,7 +15,7 @@ namespace TOVDebug
 {
 namespace
 {
-const int BUFFER_SIZE = 1024;
+constexpr int BUFFER_SIZE = 1024;
 
 // Shared by all instances; guarded by the server's lock.
 char s_szBuffer[BUFFER_SIZE];
@@ -50,15 +50,15 @@ void PrintBeginning(char* szBuffer, int nSize, const char* szFormat, va_list pAr
 // Prints the beginning of a panic into the work buffer.
 void PrintPanic(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments)
 {
-    const int MOST_OF_A_NAME = BUFFER_SIZE / 2;
-    const int nPrefix = TOVPlatform::TOVStringA::SNPrintf(s_szBuffer, BUFFER_SIZE, "%.*s(%d) : ", MOST_OF_A_NAME,
-                                                          szFile, static_cast<int>(ulLine));
+    constexpr int MAX_NAME = BUFFER_SIZE / 2;
+    const int nPrefix = TOVPlatform::TOVStringA::SNPrintf(s_szBuffer, BUFFER_SIZE, "%.*s(%d) : ", MAX_NAME, szFile,
+                                                          static_cast<int>(ulLine));
     if (szFormat != nullptr)
         PrintBeginning(s_szBuffer + nPrefix, BUFFER_SIZE - nPrefix, szFormat, pArguments);
 }
 
 // How many arguments a text without arguments may ask for when it is read as a format: it finds zeros for so many.
-const int SPARE_ARGUMENTS = 24;
+constexpr int SPARE_ARGUMENTS = 24;
 
 // Whether a text can be read as a format for which there are only zeros: none of its conversions stores through its
 // argument, and it does not ask for too many.

@@ -8,14 +8,14 @@
 
 namespace
 {
-const unsigned short CODE_OPEN = 0;
-const unsigned short CODE_SEEK = 5;
+constexpr unsigned short CODE_OPEN = 0;
+constexpr unsigned short CODE_SEEK = 5;
 
-const char OPEN_FAILED[] =
+constexpr char OPEN_FAILED[] =
     "CTOVFile::Open() : Enhance the exception throwing. Should be more detailed, what exactly failed.";
 
 // The longest mode is "a+bc".
-const int MAX_MODE = 8;
+constexpr int MAX_MODE = 8;
 
 bool Has(int nFlags, ITOVFile::eFileOpenFlags eFlag)
 {

@@ -7,7 +7,7 @@ template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVPath>;
 
 namespace
 {
-const char EVERYTHING[] = "*.*";
+constexpr char EVERYTHING[] = "*.*";
 
 // A directory search that closes itself. FindFirst and FindNext report whether there is an entry.
 class CSearch

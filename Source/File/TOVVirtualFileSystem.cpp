@@ -6,7 +6,7 @@ template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVVirtualFileSystem>;
 
 namespace
 {
-const int MIN_NAME_LENGTH = 2;
+constexpr int MIN_NAME_LENGTH = 2;
 } // namespace
 
 ITOVVirtualFileSystem::ITOVVirtualFileSystem() = default;

@@ -11,7 +11,7 @@ namespace TOVPlatform
 {
 namespace
 {
-const int DEFAULT_PRECISION = 6;
+constexpr int DEFAULT_PRECISION = 6;
 
 // Digits behind the point that the binary value has: each bit behind it makes one.
 int FractionDigits(double dValue)
@@ -45,12 +45,12 @@ void CTOVDecimal::SetDigits(const char* szDigits)
 // With as many digits as the value has, the C library's text is exact and nothing depends on how it rounds.
 void CTOVDecimal::ReadDigits(double dValue)
 {
-    char szText[MAXIMUM_DIGITS + 32];
+    char szText[MAX_DIGITS + 32];
     const int nFractionDigits = FractionDigits(dValue);
     const int nLength = std::snprintf(szText, sizeof(szText), "%.*f", nFractionDigits, dValue);
 
     // The point, of whatever locale, is passed over.
-    const auto IsDigit = [](char cUnit) { return ('0' <= cUnit) && (cUnit <= '9'); };
+    const auto IsDigit = [](char cUnit) { return '0' <= cUnit && cUnit <= '9'; };
     char* const szEnd = std::remove_if(szText, szText + nLength, [&](char cUnit) { return !IsDigit(cUnit); });
     const char* const szFirst = std::find_if(szText, szEnd, [](char cUnit) { return cUnit != '0'; });
     m_nDigits = static_cast<int>(szEnd - szFirst);
@@ -61,7 +61,7 @@ void CTOVDecimal::ReadDigits(double dValue)
 
 void CTOVDecimal::DropTrailingZeros()
 {
-    while ((m_nDigits > 0) && (m_szDigits[m_nDigits - 1] == '0'))
+    while (m_nDigits > 0 && m_szDigits[m_nDigits - 1] == '0')
         --m_nDigits;
 }
 
@@ -79,7 +79,7 @@ void CTOVDecimal::Round(long long llKeptDigits)
     m_nDigits = static_cast<int>(llKeptDigits);
     if (bUp)
     {
-        while ((m_nDigits > 0) && (m_szDigits[m_nDigits - 1] == '9'))
+        while (m_nDigits > 0 && m_szDigits[m_nDigits - 1] == '9')
             --m_nDigits;
         if (m_nDigits > 0)
         {
@@ -99,7 +99,7 @@ sRealText CTOVDecimal::ToText(char cConversion, int nPrecision, bool bAlternate)
 {
     if (nPrecision < 0)
         nPrecision = DEFAULT_PRECISION;
-    const bool bPoint = (nPrecision > 0) || (bAlternate && m_bFinite);
+    const bool bPoint = nPrecision > 0 || (bAlternate && m_bFinite);
 
     switch (cConversion)
     {
@@ -121,7 +121,7 @@ sRealText CTOVDecimal::ToFixed(long long llPrecision, bool bPoint)
 
     sRealText oText;
     oText.bHasPoint = bPoint;
-    const int nWhole = (m_nDigits > 0) ? std::max(m_nPoint, 0) : 0;
+    const int nWhole = m_nDigits > 0 ? std::max(m_nPoint, 0) : 0;
     const int nWholeDigits = std::min(nWhole, m_nDigits);
     if (nWhole > 0)
     {
@@ -164,12 +164,12 @@ sRealText CTOVDecimal::ToGeneral(int nPrecision, bool bAlternate, char cLetter)
     Round(llSignificant);
 
     const int nExponent = GetExponent();
-    const bool bScientific = (nExponent < -4) || (nExponent >= llSignificant);
+    const bool bScientific = nExponent < -4 || nExponent >= llSignificant;
     long long llPrecision = bScientific ? llSignificant - 1 : llSignificant - 1 - nExponent;
     if (!bAlternate)
-        llPrecision = (m_nDigits > 0) ? std::max(0, m_nDigits - (bScientific ? 1 : m_nPoint)) : 0;
+        llPrecision = m_nDigits > 0 ? std::max(0, m_nDigits - (bScientific ? 1 : m_nPoint)) : 0;
 
-    const bool bPoint = (llPrecision > 0) || (bAlternate && m_bFinite);
+    const bool bPoint = llPrecision > 0 || (bAlternate && m_bFinite);
     return bScientific ? ToScientific(llPrecision, bPoint, cLetter) : ToFixed(llPrecision, bPoint);
 }
 } // namespace TOVPlatform

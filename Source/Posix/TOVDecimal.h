@@ -33,19 +33,19 @@ public:
     sRealText ToText(char cConversion, int nPrecision, bool bAlternate);
 
 private:
-    static const int MAXIMUM_DIGITS = 309 + 1074; // before the point and behind it
+    static constexpr int MAX_DIGITS = 309 + 1074; // before the point and behind it
 
     void SetDigits(const char* szDigits);
     void ReadDigits(double dValue);
     void Round(long long llKeptDigits);
     void DropTrailingZeros();
-    int GetExponent() const { return (m_nDigits > 0) ? m_nPoint - 1 : 0; }
+    int GetExponent() const { return m_nDigits > 0 ? m_nPoint - 1 : 0; }
 
     sRealText ToFixed(long long llPrecision, bool bPoint);
     sRealText ToScientific(long long llPrecision, bool bPoint, char cLetter);
     sRealText ToGeneral(int nPrecision, bool bAlternate, char cLetter);
 
-    char m_szDigits[MAXIMUM_DIGITS];
+    char m_szDigits[MAX_DIGITS];
     int m_nDigits = 0;
     int m_nPoint = 0;
     bool m_bFinite = true;

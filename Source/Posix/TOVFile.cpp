@@ -23,11 +23,11 @@ namespace Backend
 namespace
 {
 // Sizes of the outputs of SplitPath, terminators included.
-const std::size_t MAX_DRIVE = 3;
-const std::size_t MAX_PART = 256;
+constexpr std::size_t MAX_DRIVE = 3;
+constexpr std::size_t MAX_PART = 256;
 
 // Printed texts up to here need no block from the heap.
-const int SHORT_TEXT = 512;
+constexpr int SHORT_TEXT = 512;
 
 bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t ulSize)
 {

@@ -14,11 +14,11 @@ namespace
 {
 // The wildcards of a mask, outside the range of characters. The last two are the other system's reading of masks that
 // were made for names with one full stop, or a hidden one.
-const char32_t ONE = 0x110000;        // one character
-const char32_t ANY = 0x110001;        // any number of characters
-const char32_t ANY_TO_DOT = 0x110002; // as above, but never over the last full stop
-const char32_t DOT_OR_END = 0x110003; // a full stop, or nothing at the end
-const char32_t RAW_BYTE = 0x80000000; // marks a byte that is no character
+constexpr char32_t ONE = 0x110000;        // one character
+constexpr char32_t ANY = 0x110001;        // any number of characters
+constexpr char32_t ANY_TO_DOT = 0x110002; // as above, but never over the last full stop
+constexpr char32_t DOT_OR_END = 0x110003; // a full stop, or nothing at the end
+constexpr char32_t RAW_BYTE = 0x80000000; // marks a byte that is no character
 
 char32_t ToUpper(char32_t cChar)
 {

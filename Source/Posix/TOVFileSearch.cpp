@@ -22,8 +22,8 @@ namespace
 {
 using namespace TOVPosix;
 
-const char* const NAVIGATION_ENTRIES[] = {".", ".."};
-const int NUM_NAVIGATION_ENTRIES = 2;
+constexpr const char* NAVIGATION_ENTRIES[] = {".", ".."};
+constexpr int NUM_NAVIGATION_ENTRIES = 2;
 
 bool IsNavigationEntry(const char* szName)
 {

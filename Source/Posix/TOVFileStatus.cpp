@@ -12,9 +12,9 @@ namespace Backend
 {
 namespace
 {
-const long long SECONDS_FROM_1601_TO_1970 = 11644473600;
-const long long TICKS_PER_SECOND = 10000000;
-const int NANOSECONDS_PER_TICK = 100;
+constexpr long long SECONDS_FROM_1601_TO_1970 = 11644473600;
+constexpr long long TICKS_PER_SECOND = 10000000;
+constexpr int NANOSECONDS_PER_TICK = 100;
 
 unsigned long long ToTicks(const struct statx_timestamp& oTime)
 {
@@ -28,7 +28,7 @@ unsigned long long ToTicks(const struct statx_timestamp& oTime)
 
 bool FillStatus(sTOVFindData& oFindData, int nFolder, const char* szName)
 {
-    const unsigned int WANTED = STATX_BASIC_STATS | STATX_BTIME;
+    constexpr unsigned int WANTED = STATX_BASIC_STATS | STATX_BTIME;
 
     struct statx oStatus;
     if (::statx(nFolder, szName, 0, WANTED, &oStatus) != 0 &&

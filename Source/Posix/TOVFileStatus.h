@@ -11,8 +11,8 @@ namespace TOVFile
 {
 namespace Backend
 {
-const mode_t WRITE_PERMISSIONS = S_IWUSR | S_IWGRP | S_IWOTH;
-const mode_t ALL_PERMISSIONS = 07777;
+constexpr mode_t WRITE_PERMISSIONS = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr mode_t ALL_PERMISSIONS = 07777;
 
 // Read-only is what nobody may write by its permission bits, whoever asks: a user above permissions gets the same
 // answer.

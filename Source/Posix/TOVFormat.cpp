@@ -15,8 +15,8 @@ namespace TOVFormat
 {
 namespace
 {
-const int POINTER_DIGITS = 8;
-const char NULL_TEXT[] = "(null)";
+constexpr int POINTER_DIGITS = 8;
+constexpr char NULL_TEXT[] = "(null)";
 
 // The sign or base in front of a number.
 struct sPrefix
@@ -49,7 +49,7 @@ public:
 private:
     typedef std::conditional_t<std::is_same_v<T, char>, wchar_t, char> tOtherUnit;
 
-    static const bool IS_WIDE_FORMAT = std::is_same_v<T, wchar_t>;
+    static constexpr bool IS_WIDE_FORMAT = std::is_same_v<T, wchar_t>;
 
     std::int64_t ReadSigned(const sFormatItem& oItem);
     std::uint64_t ReadUnsigned(const sFormatItem& oItem);
@@ -80,7 +80,7 @@ template<class T> const CTOVFormatSink<T>& CFormatter<T>::Run()
     while (*m_szFormat != 0)
     {
         const T* const szLiteral = m_szFormat;
-        while ((*m_szFormat != 0) && (*m_szFormat != '%'))
+        while (*m_szFormat != 0 && *m_szFormat != '%')
             ++m_szFormat;
         m_oSink.Put(szLiteral, m_szFormat - szLiteral);
 
@@ -203,7 +203,7 @@ template<class T> void CFormatter<T>::PrintUnsigned(const sFormatItem& oItem, un
 {
     const std::uint64_t ullValue = ReadUnsigned(oItem);
     sPrefix oPrefix;
-    if (oItem.bAlternate && (nBase == 16) && (ullValue != 0))
+    if (oItem.bAlternate && nBase == 16 && ullValue != 0)
     {
         oPrefix.Add('0');
         oPrefix.Add(bCapitals ? 'X' : 'x');
@@ -237,9 +237,9 @@ void CFormatter<T>::PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64
 
     // Zero is nothing but the zeros that are asked for.
     const long long llDigits = szEnd - szFirst;
-    long long llZeros = ((oItem.nPrecision == NO_PRECISION) ? 1 : oItem.nPrecision) - llDigits;
+    long long llZeros = (oItem.nPrecision == NO_PRECISION ? 1 : oItem.nPrecision) - llDigits;
     llZeros = std::max(llZeros, 0LL);
-    if (oItem.bAlternate && (nBase == 8))
+    if (oItem.bAlternate && nBase == 8)
         llZeros = std::max(llZeros, 1LL);
 
     if (oItem.nPrecision != NO_PRECISION)
@@ -281,7 +281,7 @@ bool IsWide(const sFormatItem& oItem, bool bWideType)
 {
     if (oItem.eSize == eFormatModifier::Narrow)
         return false;
-    return bWideType || (oItem.eSize == eFormatModifier::Wide);
+    return bWideType || oItem.eSize == eFormatModifier::Wide;
 }
 
 template<class T> void CFormatter<T>::PrintCharacter(const sFormatItem& oItem, bool bWideType)
@@ -303,7 +303,7 @@ template<class T> void CFormatter<T>::PrintCharacter(const sFormatItem& oItem, b
 template<class T> void CFormatter<T>::PrintText(const sFormatItem& oItem, bool bWideType)
 {
     const void* pText = m_oArguments.NextPointer();
-    const int nLimit = (oItem.nPrecision == NO_PRECISION) ? INT_MAX : oItem.nPrecision;
+    const int nLimit = oItem.nPrecision == NO_PRECISION ? INT_MAX : oItem.nPrecision;
     if (pText == nullptr)
     {
         PrintUnits(oItem, NULL_TEXT, std::min(nLimit, static_cast<int>(sizeof(NULL_TEXT)) - 1));
@@ -316,7 +316,7 @@ template<class T> void CFormatter<T>::PrintText(const sFormatItem& oItem, bool b
     {
         const T* szText = static_cast<const T*>(pText);
         int nLength = 0;
-        while ((nLength < nLimit) && (szText[nLength] != 0))
+        while (nLength < nLimit && szText[nLength] != 0)
             ++nLength;
         PrintUnits(oItem, szText, nLength);
     }
@@ -336,7 +336,7 @@ template<class T>
 template<class tTake>
 void CFormatter<T>::ForEachConverted(const tOtherUnit* szText, int nLimit, tTake Take)
 {
-    while ((nLimit > 0) && (*szText != 0))
+    while (nLimit > 0 && *szText != 0)
     {
         TOVMultiByte::sCharacter<T> oCharacter;
         const int nRead = TOVMultiByte::Convert(szText, oCharacter);
@@ -369,7 +369,7 @@ template<class T> void CFormatter<T>::PrintConverted(const sFormatItem& oItem, c
 template<class T> void CFormatter<T>::StoreLength(const sFormatItem& oItem)
 {
     void* const pResult = m_oArguments.NextPointer();
-    if ((pResult == nullptr) || m_oSink.IsFull())
+    if (pResult == nullptr || m_oSink.IsFull())
         return;
 
     const long long llLength = m_oSink.GetLength();

@@ -13,7 +13,7 @@ namespace
 template<class T> int ReadNumber(const T*& szFormat)
 {
     long long llValue = 0;
-    for (; ('0' <= *szFormat) && (*szFormat <= '9'); ++szFormat)
+    for (; '0' <= *szFormat && *szFormat <= '9'; ++szFormat)
         llValue = std::min<long long>(llValue * 10 + (*szFormat - '0'), INT_MAX);
     return static_cast<int>(llValue);
 }
@@ -55,8 +55,8 @@ template<class T> void ReadWidth(const T*& szFormat, CTOVArgumentList& oArgument
 
     ++szFormat;
     const long long llWidth = oArguments.NextInt();
-    oItem.bLeft = oItem.bLeft || (llWidth < 0);
-    oItem.nWidth = static_cast<int>(std::min<long long>((llWidth < 0) ? -llWidth : llWidth, INT_MAX));
+    oItem.bLeft = oItem.bLeft || llWidth < 0;
+    oItem.nWidth = static_cast<int>(std::min<long long>(llWidth < 0 ? -llWidth : llWidth, INT_MAX));
 }
 
 template<class T> void ReadPrecision(const T*& szFormat, CTOVArgumentList& oArguments, sFormatItem& oItem)
@@ -96,12 +96,12 @@ template<class T> bool ReadModifier(const T*& szFormat, sFormatItem& oItem)
         }
         return true;
     case 'I':
-        if ((szFormat[1] == '6') && (szFormat[2] == '4'))
+        if (szFormat[1] == '6' && szFormat[2] == '4')
         {
             oItem.eSize = eFormatModifier::Int64;
             szFormat += 2;
         }
-        else if ((szFormat[1] == '3') && (szFormat[2] == '2'))
+        else if (szFormat[1] == '3' && szFormat[2] == '2')
         {
             szFormat += 2;
         }

@@ -7,7 +7,7 @@ namespace TOVPlatform
 {
 namespace TOVFormat
 {
-const int NO_PRECISION = -1;
+constexpr int NO_PRECISION = -1;
 
 enum class eFormatModifier
 {

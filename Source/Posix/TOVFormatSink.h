@@ -40,7 +40,7 @@ public:
     }
 
     // The length as result of a print: -1 for a text that could not be rendered or counted.
-    int GetResult() const { return (m_bFailed || (m_llLength > INT_MAX)) ? -1 : static_cast<int>(m_llLength); }
+    int GetResult() const { return (m_bFailed || m_llLength > INT_MAX) ? -1 : static_cast<int>(m_llLength); }
 
 private:
     long long StoredLength() const { return std::min(m_llLength, m_llCapacity); }

@@ -14,11 +14,11 @@ namespace TOVMultiByte
 {
 namespace
 {
-const char32_t FIRST_HIGH_SURROGATE = 0xD800;
-const char32_t FIRST_LOW_SURROGATE = 0xDC00;
-const char32_t LAST_SURROGATE = 0xDFFF;
-const char32_t FIRST_SUPPLEMENTARY = 0x10000;
-const char32_t LAST_CHARACTER = 0x10FFFF;
+constexpr char32_t FIRST_HIGH_SURROGATE = 0xD800;
+constexpr char32_t FIRST_LOW_SURROGATE = 0xDC00;
+constexpr char32_t LAST_SURROGATE = 0xDFFF;
+constexpr char32_t FIRST_SUPPLEMENTARY = 0x10000;
+constexpr char32_t LAST_CHARACTER = 0x10FFFF;
 
 bool IsAscii(char cByte)
 {
@@ -50,10 +50,9 @@ std::size_t AvailableBytes(const char* szText)
 const char* PreviousUtf8Character(const char* szStart, const char* szCurrent)
 {
     const char* szPrevious = szCurrent - 1;
-    for (std::size_t nStep = 1; (nStep < MB_CUR_MAX) && (szPrevious > szStart) && IsUtf8Continuation(*szPrevious);
-         ++nStep)
+    for (std::size_t nStep = 1; nStep < MB_CUR_MAX && szPrevious > szStart && IsUtf8Continuation(*szPrevious); ++nStep)
         --szPrevious;
-    return (szPrevious + CharacterSize(szPrevious) == szCurrent) ? szPrevious : szCurrent - 1;
+    return szPrevious + CharacterSize(szPrevious) == szCurrent ? szPrevious : szCurrent - 1;
 }
 
 // Character sets whose second bytes look like first bytes are read from the start.
@@ -68,13 +67,13 @@ const char* PreviousCharacterFromStart(const char* szStart, const char* szCurren
 
 int CharacterSize(const char* szText)
 {
-    if (IsAscii(*szText) || (MB_CUR_MAX == 1))
+    if (IsAscii(*szText) || MB_CUR_MAX == 1)
         return 1;
 
     std::mbstate_t oState = {};
     const std::size_t nAvailable = AvailableBytes(szText);
     const std::size_t nSize = std::mbrlen(szText, nAvailable, &oState);
-    return ((1 <= nSize) && (nSize <= nAvailable)) ? static_cast<int>(nSize) : 1;
+    return (1 <= nSize && nSize <= nAvailable) ? static_cast<int>(nSize) : 1;
 }
 
 const char* PreviousCharacter(const char* szStart, const char* szCurrent)
@@ -98,7 +97,7 @@ int Convert(const char* szText, sCharacter<wchar_t>& oResult)
     std::mbstate_t oState = {};
     const std::size_t nAvailable = AvailableBytes(szText);
     const std::size_t nSize = mbrtoc32(&cCharacter, szText, nAvailable, &oState);
-    if ((nSize < 1) || (nSize > nAvailable) || (cCharacter > LAST_CHARACTER))
+    if (nSize < 1 || nSize > nAvailable || cCharacter > LAST_CHARACTER)
         return 0;
 
     if (cCharacter < FIRST_SUPPLEMENTARY)
@@ -118,15 +117,15 @@ int Convert(const wchar_t* szText, sCharacter<char>& oResult)
 {
     oResult.nUnits = 1;
     char32_t cCharacter = szText[0];
-    if ((cCharacter < 0x80) || ((cCharacter <= UCHAR_MAX) && HasPlainBytes()))
+    if (cCharacter < 0x80 || (cCharacter <= UCHAR_MAX && HasPlainBytes()))
     {
         oResult.szUnits[0] = static_cast<char>(cCharacter);
         return 1;
     }
 
     int nUnits = 1;
-    if ((FIRST_HIGH_SURROGATE <= cCharacter) && (cCharacter < FIRST_LOW_SURROGATE) &&
-        (FIRST_LOW_SURROGATE <= szText[1]) && (szText[1] <= LAST_SURROGATE))
+    if (FIRST_HIGH_SURROGATE <= cCharacter && cCharacter < FIRST_LOW_SURROGATE && FIRST_LOW_SURROGATE <= szText[1] &&
+        szText[1] <= LAST_SURROGATE)
     {
         cCharacter =
             FIRST_SUPPLEMENTARY + ((cCharacter - FIRST_HIGH_SURROGATE) << 10) + (szText[1] - FIRST_LOW_SURROGATE);

@@ -16,7 +16,7 @@ struct sSharedState
 {
     tDword nLayout; // the processes must agree on it
     tDword nKind;
-    char szName[CSharedSegment::MAXIMUM_NAME + 1];
+    char szName[CSharedSegment::MAX_NAME + 1];
 
     pthread_mutex_t oGuard; // of all below but the words that threads sleep on; survives the death of its holder
     pthread_mutex_t oOwner; // mutex: held by the owning thread
@@ -105,7 +105,7 @@ CNamedObject* CNamedObject::Open(const char* szName, const sInitial& oInitial)
 {
     sThreadRecord& oThread = ThisThread();
     const char* const szLocalName = WithoutScope(szName);
-    if (szLocalName == nullptr || std::strlen(szLocalName) > CSharedSegment::MAXIMUM_NAME)
+    if (szLocalName == nullptr || std::strlen(szLocalName) > CSharedSegment::MAX_NAME)
         return nullptr;
 
     const CProcessLockScope oScope(eLockNamedObjects);

@@ -54,7 +54,7 @@ std::uint64_t Sum(const char* szText, std::uint64_t nStart)
 // Letters, digits and a few signs stand for themselves, all else as two hexadecimal digits behind a percent sign.
 void MakePath(char* szPath, std::size_t nSize, const char* szName)
 {
-    char szEncoded[CSharedSegment::MAXIMUM_NAME * 3 + 1];
+    char szEncoded[CSharedSegment::MAX_NAME * 3 + 1];
     int nLength = 0;
     for (const char* szRead = szName; *szRead != '\0'; ++szRead)
     {
@@ -97,7 +97,7 @@ CSharedSegment::CSharedSegment()
 
 bool CSharedSegment::Open(const CSegmentLock& oLock, const char* szName, std::size_t nSize)
 {
-    if (!oLock.IsHeld() || std::strlen(szName) > MAXIMUM_NAME)
+    if (!oLock.IsHeld() || std::strlen(szName) > MAX_NAME)
         return false;
 
     MakePath(m_szPath, sizeof m_szPath, szName);

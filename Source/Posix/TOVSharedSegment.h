@@ -31,7 +31,7 @@ private:
 class CSharedSegment
 {
 public:
-    static constexpr std::size_t MAXIMUM_NAME = 259; // as on Windows
+    static constexpr std::size_t MAX_NAME = 259; // as on Windows
 
     CSharedSegment();
 
@@ -55,7 +55,7 @@ public:
     std::uint64_t GetNumber() const { return m_nNumber; }
 
 private:
-    static constexpr std::size_t MAXIMUM_PATH = 256;
+    static constexpr std::size_t MAX_SEGMENT_PATH = 256;
 
     bool Attach(std::size_t nSize);
 
@@ -65,7 +65,7 @@ private:
     std::size_t m_nSize;
     std::uint64_t m_nNumber;
     bool m_bNew;
-    char m_szPath[MAXIMUM_PATH];
+    char m_szPath[MAX_SEGMENT_PATH];
 };
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -33,7 +33,7 @@ char UpperCase(char cUnit)
 bool CollatesByBytes()
 {
     const char* szLocale = std::setlocale(LC_COLLATE, nullptr);
-    return (std::strcmp(szLocale, "C") == 0) || (std::strcmp(szLocale, "POSIX") == 0);
+    return std::strcmp(szLocale, "C") == 0 || std::strcmp(szLocale, "POSIX") == 0;
 }
 
 std::string ToLowerText(const char* szString)
@@ -246,7 +246,7 @@ void AppendAtMost(wchar_t* szDestination, const wchar_t* szSource, int nCount)
 
 const char* Inc(const char* szString)
 {
-    return szString + ((*szString != '\0') ? TOVMultiByte::CharacterSize(szString) : 1);
+    return szString + (*szString != '\0' ? TOVMultiByte::CharacterSize(szString) : 1);
 }
 
 const wchar_t* Inc(const wchar_t* szString)
@@ -256,7 +256,7 @@ const wchar_t* Inc(const wchar_t* szString)
 
 const char* NInc(const char* szString, int nCount)
 {
-    for (; (nCount > 0) && (*szString != '\0'); --nCount)
+    for (; nCount > 0 && *szString != '\0'; --nCount)
         szString += TOVMultiByte::CharacterSize(szString);
     return szString;
 }
@@ -278,12 +278,12 @@ const wchar_t* Dec(const wchar_t*, const wchar_t* szCurrent)
 
 bool IsDigit(char cUnit)
 {
-    return ('0' <= cUnit) && (cUnit <= '9');
+    return '0' <= cUnit && cUnit <= '9';
 }
 
 bool IsDigit(wchar_t cUnit)
 {
-    return (L'0' <= cUnit) && (cUnit <= L'9');
+    return L'0' <= cUnit && cUnit <= L'9';
 }
 
 bool BeginsWith(const char* szString, const char* szPrefix, int nCount)

@@ -15,7 +15,7 @@ namespace TOVTextNumber
 {
 namespace
 {
-const std::uint64_t MAXIMUM_MAGNITUDE = UINT32_MAX;
+constexpr std::uint64_t MAX_MAGNITUDE = UINT32_MAX;
 
 bool IsWhiteSpace(char cUnit)
 {
@@ -29,7 +29,7 @@ bool IsWhiteSpace(wchar_t cUnit)
 
 template<class T> bool IsDecimalDigit(T cUnit)
 {
-    return ('0' <= cUnit) && (cUnit <= '9');
+    return '0' <= cUnit && cUnit <= '9';
 }
 
 // 36 for what is no digit in any base.
@@ -37,9 +37,9 @@ template<class T> int DigitValue(T cUnit)
 {
     if (IsDecimalDigit(cUnit))
         return cUnit - '0';
-    if (('a' <= cUnit) && (cUnit <= 'z'))
+    if ('a' <= cUnit && cUnit <= 'z')
         return cUnit - 'a' + 10;
-    if (('A' <= cUnit) && (cUnit <= 'Z'))
+    if ('A' <= cUnit && cUnit <= 'Z')
         return cUnit - 'A' + 10;
     return 36;
 }
@@ -55,7 +55,7 @@ template<class T> const T* SkipWhiteSpace(const T* szText)
 template<class T> bool ReadSign(const T*& szText)
 {
     const bool bNegative = *szText == '-';
-    if (bNegative || (*szText == '+'))
+    if (bNegative || *szText == '+')
         ++szText;
     return bNegative;
 }
@@ -73,20 +73,20 @@ template<class T> sInteger ReadInteger(const T* szStart, T** pszEnd, int nBase)
 
     const T* szText = SkipWhiteSpace(szStart);
     oResult.bNegative = ReadSign(szText);
-    if (((nBase == 0) || (nBase == 16)) && (szText[0] == '0') && ((szText[1] == 'x') || (szText[1] == 'X')))
+    if ((nBase == 0 || nBase == 16) && szText[0] == '0' && (szText[1] == 'x' || szText[1] == 'X'))
     {
         szText += 2;
         nBase = 16;
     }
     else if (nBase == 0)
     {
-        nBase = (*szText == '0') ? 8 : 10;
+        nBase = *szText == '0' ? 8 : 10;
     }
 
     for (; DigitValue(*szText) < nBase; ++szText)
     {
         const std::uint64_t ullValue = oResult.ullMagnitude * static_cast<std::uint64_t>(nBase) + DigitValue(*szText);
-        oResult.ullMagnitude = std::min(ullValue, MAXIMUM_MAGNITUDE + 1);
+        oResult.ullMagnitude = std::min(ullValue, MAX_MAGNITUDE + 1);
         *pszEnd = const_cast<T*>(szText + 1);
     }
     return oResult;
@@ -135,7 +135,7 @@ template<class T> const T* CDecimalScanner<T>::ScanDigits(const T* szText)
 template<class T> void CDecimalScanner<T>::ScanExponent()
 {
     const T* szText = m_szEnd;
-    if ((*szText != 'e') && (*szText != 'E') && (*szText != 'd') && (*szText != 'D'))
+    if (*szText != 'e' && *szText != 'E' && *szText != 'd' && *szText != 'D')
         return;
     ++szText;
     ReadSign(szText);
@@ -197,7 +197,7 @@ template<class T> long ToLong(const T* szStart, T** pszEnd, int nBase)
 template<class T> unsigned long ToUlong(const T* szStart, T** pszEnd, int nBase)
 {
     const sInteger oInteger = ReadInteger(szStart, pszEnd, nBase);
-    const std::uint32_t dwMagnitude = static_cast<std::uint32_t>(std::min(oInteger.ullMagnitude, MAXIMUM_MAGNITUDE));
+    const std::uint32_t dwMagnitude = static_cast<std::uint32_t>(std::min(oInteger.ullMagnitude, MAX_MAGNITUDE));
     return oInteger.bNegative ? 0u - dwMagnitude : dwMagnitude;
 }
 

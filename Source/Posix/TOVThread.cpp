@@ -116,7 +116,7 @@ struct sNiceLevel
     int nOffset;
 };
 
-constexpr sNiceLevel s_aNiceLevels[] = {
+constexpr sNiceLevel NICE_LEVELS[] = {
     {TOVThreadPriority::LEVEL_LOWEST, 10},
     {TOVThreadPriority::LEVEL_NORMAL, 0},
     {TOVThreadPriority::LEVEL_HIGHEST, -10},
@@ -189,7 +189,7 @@ int TOVThreadPriority::Read(unsigned long long hThread)
     const int nNice = ReadNice(*pThread);
     if (nNice == pThread->m_nNice.load(std::memory_order_relaxed))
         return nSetLevel;
-    for (const sNiceLevel& oLevel : s_aNiceLevels) // somebody else has set it
+    for (const sNiceLevel& oLevel : NICE_LEVELS) // somebody else has set it
     {
         if (ToNice(oLevel) == nNice)
             return oLevel.nLevel;
@@ -207,7 +207,7 @@ void TOVThreadPriority::Write(unsigned long long hThread, int nLevel)
     pThread->m_nPriorityLevel.store(nLevel, std::memory_order_relaxed);
     if (pThread->IsSignalled())
         return;
-    for (const sNiceLevel& oLevel : s_aNiceLevels)
+    for (const sNiceLevel& oLevel : NICE_LEVELS)
     {
         if (oLevel.nLevel == nLevel)
             ::setpriority(PRIO_PROCESS, pThread->m_nSystemId.load(std::memory_order_relaxed), ToNice(oLevel));

@@ -28,13 +28,13 @@ struct sCheckText
 };
 
 // The latest checks. With more at the same time, some are not told.
-const unsigned int MOST_CHECKS = 16;
-sCheckText s_aTexts[MOST_CHECKS];
+constexpr unsigned int MAX_CHECKS = 16;
+sCheckText s_aTexts[MAX_CHECKS];
 std::atomic<unsigned int> s_nNext(0);
 
 void Keep(const void* pException, const char* szExpression, const char* szFile, tDword dwLine)
 {
-    sCheckText& oText = s_aTexts[s_nNext++ % MOST_CHECKS];
+    sCheckText& oText = s_aTexts[s_nNext++ % MAX_CHECKS];
     if (oText.bInUse.exchange(true))
         return;
     // A new exception may have the address of an old one.
@@ -73,9 +73,9 @@ const void* CurrentCheck()
 void Tell(const void* pException)
 {
     // Backwards from the latest one.
-    for (unsigned int nBack = 1; nBack <= MOST_CHECKS; ++nBack)
+    for (unsigned int nBack = 1; nBack <= MAX_CHECKS; ++nBack)
     {
-        sCheckText& oText = s_aTexts[(s_nNext - nBack) % MOST_CHECKS];
+        sCheckText& oText = s_aTexts[(s_nNext - nBack) % MAX_CHECKS];
         if (oText.bInUse.exchange(true))
             continue;
         if (oText.pException == pException)

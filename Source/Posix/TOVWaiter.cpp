@@ -349,7 +349,7 @@ eSleepResult CWaiter::Sleep(const CDeadline& oDeadline)
     if (m_nCount == 1)
         return FutexSleep(m_aNodes[0].pNamed->GetWord(), m_aNodes[0].nSeen, eFutexShared, oDeadline);
 
-    sFutexWait aWaits[MAXIMUM_OBJECTS + 1];
+    sFutexWait aWaits[MAX_OBJECTS + 1];
     int nWaits = 0;
     for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
     {

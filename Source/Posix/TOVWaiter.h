@@ -89,7 +89,7 @@ public:
 private:
     friend class CWaitScope;
 
-    static constexpr int MAXIMUM_OBJECTS = 64;
+    static constexpr int MAX_OBJECTS = 64;
 
     void AddNamed(CNamedObject& oNamed);
     bool HasTwins() const;
@@ -121,8 +121,8 @@ private:
     bool m_bWakeComing; // somebody is about to set the thread's word to 1
     tDword m_dwResult;
     CWaiter* m_pNextToWake;
-    sWaitNode m_aNodes[MAXIMUM_OBJECTS];
-    CNamedObject* m_apNamed[MAXIMUM_OBJECTS]; // each once, in the order in which they are locked
+    sWaitNode m_aNodes[MAX_OBJECTS];
+    CNamedObject* m_apNamed[MAX_OBJECTS]; // each once, in the order in which they are locked
 };
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -22,13 +22,13 @@ wchar_t Unchanged(wchar_t cUnit)
 wchar_t LowerCase(wchar_t cUnit)
 {
     const wint_t cLower = towlower(cUnit);
-    return (cLower <= 0xFFFF) ? static_cast<wchar_t>(cLower) : cUnit;
+    return cLower <= 0xFFFF ? static_cast<wchar_t>(cLower) : cUnit;
 }
 
 wchar_t UpperCase(wchar_t cUnit)
 {
     const wint_t cUpper = towupper(cUnit);
-    return (cUpper <= 0xFFFF) ? static_cast<wchar_t>(cUpper) : cUnit;
+    return cUpper <= 0xFFFF ? static_cast<wchar_t>(cUpper) : cUnit;
 }
 
 template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar_t* szString2, tMapping Map)
@@ -36,7 +36,7 @@ template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar
     for (;; ++szString1, ++szString2)
     {
         const int nOrder = Map(*szString1) - Map(*szString2);
-        if ((nOrder != 0) || (*szString1 == 0))
+        if (nOrder != 0 || *szString1 == 0)
             return nOrder;
     }
 }
@@ -45,7 +45,7 @@ template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar
 bool CollatesByUnits()
 {
     const char* szLocale = std::setlocale(LC_COLLATE, nullptr);
-    return (std::strcmp(szLocale, "C") == 0) || (std::strcmp(szLocale, "POSIX") == 0);
+    return std::strcmp(szLocale, "C") == 0 || std::strcmp(szLocale, "POSIX") == 0;
 }
 
 template<class tMapping> std::u32string ToCodePoints(const wchar_t* szString, tMapping Map)
@@ -54,8 +54,8 @@ template<class tMapping> std::u32string ToCodePoints(const wchar_t* szString, tM
     for (; *szString != 0; ++szString)
     {
         const char32_t cUnit = Map(*szString);
-        const bool bLow = (0xDC00 <= cUnit) && (cUnit <= 0xDFFF);
-        if (bLow && !sResult.empty() && (0xD800 <= sResult.back()) && (sResult.back() <= 0xDBFF))
+        const bool bLow = 0xDC00 <= cUnit && cUnit <= 0xDFFF;
+        if (bLow && !sResult.empty() && 0xD800 <= sResult.back() && sResult.back() <= 0xDBFF)
             sResult.back() = 0x10000 + ((sResult.back() - 0xD800) << 10) + (cUnit - 0xDC00);
         else
             sResult.push_back(cUnit);
@@ -79,7 +79,7 @@ template<class tMapping> int CollateMapped(const wchar_t* szString1, const wchar
 int LengthAtMost(const wchar_t* szString, int nCount)
 {
     int nLength = 0;
-    while ((nLength < nCount) && (szString[nLength] != 0))
+    while (nLength < nCount && szString[nLength] != 0)
         ++nLength;
     return nLength;
 }
@@ -148,7 +148,7 @@ wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
     for (;; ++szString)
     {
         int nEqual = 0;
-        while ((szSubString[nEqual] != 0) && (szString[nEqual] == szSubString[nEqual]))
+        while (szSubString[nEqual] != 0 && szString[nEqual] == szSubString[nEqual])
             ++nEqual;
         if (szSubString[nEqual] == 0)
             return szString;

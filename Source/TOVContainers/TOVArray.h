@@ -310,8 +310,8 @@ template<class T> void CTOVArray<T>::InsertAside(std::size_t nIndex, const T* pE
 template<class T> std::size_t CTOVArray<T>::GetCapacityFor(std::size_t nNeeded) const
 {
     // The largest size is that of a 32-bit target, on all of them.
-    constexpr std::size_t nLargest = 0x7FFFFFFF / sizeof(T);
-    if (nNeeded > nLargest)
+    constexpr std::size_t MAX_ELEMENTS = 0x7FFFFFFF / sizeof(T);
+    if (nNeeded > MAX_ELEMENTS)
         throw std::length_error("vector<T> too long");
 
     const std::size_t nCapacity = m_aArray.capacity();
@@ -319,7 +319,7 @@ template<class T> std::size_t CTOVArray<T>::GetCapacityFor(std::size_t nNeeded) 
         return nCapacity;
 
     const std::size_t nGrown = nCapacity + nCapacity / 2;
-    return nGrown < nNeeded || nGrown > nLargest ? nNeeded : nGrown;
+    return nGrown < nNeeded || nGrown > MAX_ELEMENTS ? nNeeded : nGrown;
 }
 
 template<class T>

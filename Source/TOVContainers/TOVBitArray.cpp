@@ -5,7 +5,7 @@
 
 namespace
 {
-const int BITS_PER_BYTE = 8;
+constexpr int BITS_PER_BYTE = 8;
 
 tByte MaskOf(int nPos)
 {

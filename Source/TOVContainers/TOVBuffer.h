@@ -278,8 +278,8 @@ template<class T> T* CTOVBuffer<T>::NewBlock(long lNumElements, long lNumKept) c
                   "the elements of a buffer are copied and freed as plain memory");
 
     // What no 32-bit target can hold fails on all of them.
-    constexpr long lMaxElements = static_cast<long>(0x7FFFFFFF / sizeof(T)) - 1;
-    if (lNumElements > lMaxElements)
+    constexpr long MAX_ELEMENTS = static_cast<long>(0x7FFFFFFF / sizeof(T)) - 1;
+    if (lNumElements > MAX_ELEMENTS)
         throw std::bad_alloc();
 
     T* const pBlock = static_cast<T*>(CTOVOwnedObject<T>::Allocate(GetByteCount(lNumElements + 1)));

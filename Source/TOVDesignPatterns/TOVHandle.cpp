@@ -5,7 +5,7 @@
 
 namespace
 {
-const long NO_HANDLE = -1;
+constexpr long NO_HANDLE = -1;
 
 template<class T> int CompareValues(T oFirst, T oSecond)
 {

@@ -15,11 +15,11 @@ namespace TOVFile
 {
 namespace
 {
-const unsigned long MAX_HANDLES = 1024;
-const long MAX_POSITION = 0x7FFFFFFF;
+constexpr unsigned long MAX_HANDLES = 1024;
+constexpr long MAX_POSITION = 0x7FFFFFFF;
 
 // The handle table is the same on both platforms and reports the backend's name.
-const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
+constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
 
 FILE* GetFile(unsigned long long hFile)
 {

@@ -12,7 +12,7 @@ namespace TOVMemory
 namespace
 {
 // The runtime's memory functions are the same on both platforms, so this stands once, under the backend's name.
-const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
+constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
 } // namespace
 
 void* Alloc(unsigned long dwSize)

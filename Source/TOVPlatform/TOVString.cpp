@@ -11,7 +11,7 @@ namespace TOVPlatform
 namespace
 {
 // Checks report the platform's source for both widths.
-const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
 
 // Exactly -1, 0 or 1.
 int Sign(int nOrder)
@@ -21,7 +21,7 @@ int Sign(int nOrder)
 
 bool IsNumberBase(int nBase)
 {
-    return (nBase == 0) || ((2 <= nBase) && (nBase <= 36));
+    return nBase == 0 || (2 <= nBase && nBase <= 36);
 }
 
 template<class T> bool IsInSet(T cUnit, const T* szCharSet)
@@ -37,7 +37,7 @@ template<class T> const T* ReverseFind(const T* szString, const T* szCharSet, bo
     while (szPosition > szString)
     {
         szPosition = TOVStringBackend::Dec(szString, szPosition);
-        if ((szPosition > szString) && (IsInSet(*szPosition, szCharSet) == bWantedInSet))
+        if (szPosition > szString && IsInSet(*szPosition, szCharSet) == bWantedInSet)
             return szPosition;
     }
     return nullptr;

@@ -9,7 +9,7 @@ namespace
 // The runtime's classification is defined for these values alone.
 bool IsUnsignedCharacter(int nCharacter)
 {
-    return (0 <= nCharacter) && (nCharacter <= UCHAR_MAX);
+    return 0 <= nCharacter && nCharacter <= UCHAR_MAX;
 }
 } // namespace
 
@@ -17,11 +17,11 @@ extern "C"
 {
 char* TOVString_CopyN(char* szDestination, const char* szSource, tUchar ucCount)
 {
-    if ((szDestination == nullptr) || (szSource == nullptr))
+    if (szDestination == nullptr || szSource == nullptr)
         return nullptr;
 
     unsigned int nLength = 0;
-    while ((nLength < ucCount) && (szSource[nLength] != '\0'))
+    while (nLength < ucCount && szSource[nLength] != '\0')
     {
         szDestination[nLength] = szSource[nLength];
         ++nLength;
@@ -35,11 +35,11 @@ char* TOVString_CopyN(char* szDestination, const char* szSource, tUchar ucCount)
 
 bool IsAlphanumeric(int nCharacter)
 {
-    return IsUnsignedCharacter(nCharacter) && (std::isalnum(nCharacter) != 0);
+    return IsUnsignedCharacter(nCharacter) && std::isalnum(nCharacter) != 0;
 }
 
 bool IsSpace(int nCharacter)
 {
-    return IsUnsignedCharacter(nCharacter) && (std::isspace(nCharacter) != 0);
+    return IsUnsignedCharacter(nCharacter) && std::isspace(nCharacter) != 0;
 }
 }

@@ -11,23 +11,23 @@ namespace TOVPlatform
 {
 namespace
 {
-const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
 
 // Sizes that a format is given without a look at the value.
-const long long CHARACTER_SIZE = 2;
-const long long NULL_TEXT_SIZE = 6;
-const long long INTEGER_SIZE = 32;
-const long long REAL_SIZE = 128;
-const long long ALTERNATE_FORM_SIZE = 2;
-const int FIXED_EXTRA_DIGITS = 6;
+constexpr long long CHARACTER_SIZE = 2;
+constexpr long long NULL_TEXT_SIZE = 6;
+constexpr long long INTEGER_SIZE = 32;
+constexpr long long REAL_SIZE = 128;
+constexpr long long ALTERNATE_FORM_SIZE = 2;
+constexpr int FIXED_EXTRA_DIGITS = 6;
 
 // What an exponent form has around its digits: sign, point, first digit and an exponent of up to five units.
-const long long REAL_FRAME_SIZE = 9;
+constexpr long long REAL_FRAME_SIZE = 9;
 
 // A double has at most this many decimal digits behind the point; all digits behind them are zeros.
-const long long MAXIMUM_REAL_DIGITS = 1100;
+constexpr long long MAX_REAL_DIGITS = 1100;
 
-const long long MAXIMUM_BOUND = INT_MAX - 1; // the terminator must be countable as well
+constexpr long long MAX_BOUND = INT_MAX - 1; // the terminator must be countable as well
 
 enum class eModifier
 {
@@ -80,7 +80,7 @@ public:
     int Measure();
 
 private:
-    static const bool IS_WIDE_FORMAT = sizeof(T) > sizeof(char);
+    static constexpr bool IS_WIDE_FORMAT = sizeof(T) > sizeof(char);
 
     void AddItem(long long llSize);
     void MeasureItem();
@@ -110,7 +110,7 @@ template<class T> int CFormatMeasure<T>::Measure()
     while (*m_szPosition != 0)
     {
         // The second sign of a double percent sign is a literal as well.
-        if ((*m_szPosition == '%') && (*++m_szPosition != '%'))
+        if (*m_szPosition == '%' && *++m_szPosition != '%')
         {
             MeasureItem();
             continue;
@@ -122,8 +122,8 @@ template<class T> int CFormatMeasure<T>::Measure()
         m_szPosition = szNext;
     }
 
-    const long long llBound = (m_llGenerous <= MAXIMUM_BOUND) ? m_llGenerous : m_llPlain;
-    return (llBound <= MAXIMUM_BOUND) ? static_cast<int>(llBound) : -1;
+    const long long llBound = m_llGenerous <= MAX_BOUND ? m_llGenerous : m_llPlain;
+    return llBound <= MAX_BOUND ? static_cast<int>(llBound) : -1;
 }
 
 template<class T> void CFormatMeasure<T>::AddItem(long long llSize)
@@ -244,8 +244,8 @@ template<class T> void CFormatMeasure<T>::ReadPrecision(sItemFormat& oFormat)
 
 template<class T> void CFormatMeasure<T>::ReadModifier(sItemFormat& oFormat)
 {
-    static const T szInt64[] = {'I', '6', '4', 0};
-    if (TOVStringBackend::BeginsWith(m_szPosition, szInt64, 3))
+    static constexpr T INT64_MODIFIER[] = {'I', '6', '4', 0};
+    if (TOVStringBackend::BeginsWith(m_szPosition, INT64_MODIFIER, 3))
     {
         m_szPosition += 3;
         oFormat.eSize = eModifier::Int64;
@@ -275,13 +275,13 @@ bool IsWide(const sItemFormat& oFormat, bool bDefault)
 {
     if (oFormat.eSize == eModifier::Narrow)
         return false;
-    return bDefault || (oFormat.eSize == eModifier::Wide);
+    return bDefault || oFormat.eSize == eModifier::Wide;
 }
 
 // The size of a character or text, of llLength units, in its field.
 long long FieldSize(const sItemFormat& oFormat, long long llLength)
 {
-    if ((oFormat.nPrecision != 0) && (oFormat.nPrecision <= llLength))
+    if (oFormat.nPrecision != 0 && oFormat.nPrecision <= llLength)
         llLength = oFormat.nPrecision;
     return std::max<long long>(llLength, oFormat.nWidth);
 }
@@ -292,7 +292,7 @@ template<class T> long long CFormatMeasure<T>::CharacterSize(const sItemFormat& 
     long long llLength = 0;
 
     // A wide character can take several bytes of narrow text.
-    if (!IS_WIDE_FORMAT && IsWide(oFormat, bWide) && (static_cast<wchar_t>(nCharacter) > SCHAR_MAX))
+    if (!IS_WIDE_FORMAT && IsWide(oFormat, bWide) && static_cast<wchar_t>(nCharacter) > SCHAR_MAX)
     {
         CItemFormatText<T> oItem;
         oItem.Add('l');
@@ -316,19 +316,19 @@ template<class T> long long CFormatMeasure<T>::TextSize(const sItemFormat& oForm
 template<class T> template<class U> long long CFormatMeasure<T>::TextLength(const sItemFormat& oFormat, const U* szText)
 {
     // As in the print, a precision also bounds what is read, so that text without terminator can be given.
-    const int nLimit = (oFormat.nPrecision != 0) ? oFormat.nPrecision : INT_MAX;
+    const int nLimit = oFormat.nPrecision != 0 ? oFormat.nPrecision : INT_MAX;
     int nLength = 0;
     bool bSameInBothWidths = true;
-    for (; (nLength < nLimit) && (szText[nLength] != 0); ++nLength)
-        bSameInBothWidths = bSameInBothWidths && (0 < szText[nLength]) && (szText[nLength] <= SCHAR_MAX);
+    for (; nLength < nLimit && szText[nLength] != 0; ++nLength)
+        bSameInBothWidths = bSameInBothWidths && 0 < szText[nLength] && szText[nLength] <= SCHAR_MAX;
 
     long long llConverted = 0;
-    if ((sizeof(U) != sizeof(T)) && !bSameInBothWidths)
+    if (sizeof(U) != sizeof(T) && !bSameInBothWidths)
     {
         CItemFormatText<T> oItem;
         oItem.Add('.');
         oItem.Add('*');
-        oItem.Add((sizeof(U) > sizeof(char)) ? 'l' : 'h');
+        oItem.Add(sizeof(U) > sizeof(char) ? 'l' : 'h');
         oItem.Add('s');
         llConverted = TOVStringBackend::PrintedLength(oItem.GetText(), nLimit, szText);
     }
@@ -399,7 +399,7 @@ long long CFormatMeasure<T>::RealLength(const sItemFormat& oFormat, bool bSign, 
     oItem.Add('*');
     oItem.Add(cConversion);
 
-    const long long llPrinted = std::min(llDigits, MAXIMUM_REAL_DIGITS);
+    const long long llPrinted = std::min(llDigits, MAX_REAL_DIGITS);
     return (llDigits - llPrinted) +
            TOVStringBackend::PrintedLength(oItem.GetText(), static_cast<int>(llPrinted), dValue);
 }

@@ -38,7 +38,7 @@ bool HasTwins(const unsigned long long* pHandles, int nCount)
 
 int WaitForSeveral(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
-    if (pHandles == nullptr || nCount < 1 || nCount > TOVWait::MAXIMUM_OBJECTS)
+    if (pHandles == nullptr || nCount < 1 || nCount > TOVWait::MAX_OBJECTS)
         return MULTIPLE_WAIT_FAILED;
     if (bWaitForAll && HasTwins(pHandles, nCount))
         return MULTIPLE_WAIT_FAILED;

@@ -16,7 +16,7 @@ struct sPriority
     int nLevel;
 };
 
-constexpr sPriority s_aPriorities[] = {
+constexpr sPriority PRIORITIES[] = {
     {eThreadPriorityLow, TOVThreadPriority::LEVEL_LOWEST},
     {eThreadPriorityNormal, TOVThreadPriority::LEVEL_NORMAL},
     {eThreadPriorityHigh, TOVThreadPriority::LEVEL_HIGHEST},
@@ -37,7 +37,7 @@ void WaitForExitInfinite(unsigned long long hThread)
 eThreadPriority GetPriority(unsigned long long hThread)
 {
     const int nLevel = TOVThreadPriority::Read(hThread);
-    for (const sPriority& oEntry : s_aPriorities)
+    for (const sPriority& oEntry : PRIORITIES)
     {
         if (oEntry.nLevel == nLevel)
             return oEntry.ePriority;
@@ -48,7 +48,7 @@ eThreadPriority GetPriority(unsigned long long hThread)
 void SetPriority(unsigned long long hThread, eThreadPriority ePriority)
 {
     int nLevel = TOVThreadPriority::LEVEL_NORMAL;
-    for (const sPriority& oEntry : s_aPriorities)
+    for (const sPriority& oEntry : PRIORITIES)
     {
         if (oEntry.ePriority == ePriority)
             nLevel = oEntry.nLevel;

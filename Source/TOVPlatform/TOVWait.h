@@ -8,7 +8,7 @@ namespace TOVPlatform
 namespace TOVWait
 {
 constexpr tDword INFINITE_TIMEOUT = 0xFFFFFFFF;
-constexpr int MAXIMUM_OBJECTS = 64;
+constexpr int MAX_OBJECTS = 64;
 
 // What a wait tells, with the values of the Windows functions.
 constexpr tDword RESULT_SIGNALLED = 0;       // plus the index of the object
@@ -19,7 +19,7 @@ constexpr tDword RESULT_FAILED = 0xFFFFFFFF; // a bad handle
 // Waits for one object and takes it as its kind demands. A timeout of 0 only looks.
 tDword ForOne(unsigned long long hObject, tDword dwMilliseconds);
 
-// Waits for any or all of 1 to MAXIMUM_OBJECTS objects.
+// Waits for any or all of 1 to MAX_OBJECTS objects.
 tDword ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds);
 } // namespace TOVWait
 } // namespace TOVPlatform

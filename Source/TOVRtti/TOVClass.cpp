@@ -7,7 +7,7 @@
 
 namespace
 {
-const unsigned long s_dwNoClassId = 0xFFFFFFFFul; // -1 in 32 bits
+constexpr unsigned long NO_CLASS_ID = 0xFFFFFFFFul; // -1 in 32 bits
 
 // The number of owners in front of a name.
 long& OwnersOf(char* szName)
@@ -18,7 +18,7 @@ long& OwnersOf(char* szName)
 
 CTOVClass::CTOVClass(const char* szClassName, const CTOVClass* pSuper1, const CTOVClass* pSuper2,
                      const CTOVClass* pSuper3, const CTOVClass* pSuper4)
-    : m_szName(nullptr), m_dwClassId(s_dwNoClassId), m_bRegistered(false)
+    : m_szName(nullptr), m_dwClassId(NO_CLASS_ID), m_bRegistered(false)
 {
     TOV_ASSERT(szClassName != NULL);
 
@@ -59,7 +59,7 @@ CTOVClass::~CTOVClass() noexcept(false)
         }
     } const oNameRelease = {m_szName};
 
-    if (m_dwClassId != s_dwNoClassId)
+    if (m_dwClassId != NO_CLASS_ID)
         CTOVClassServer::ForgetClass(this);
 }
 
@@ -150,7 +150,7 @@ void CTOVClass::Register()
 
 void CTOVClass::Unregister()
 {
-    if (m_dwClassId != s_dwNoClassId)
+    if (m_dwClassId != NO_CLASS_ID)
         CTOVClassServer::Instance().RemoveClass(CTOVStringA(m_szName));
 }
 

@@ -2,9 +2,9 @@
 
 namespace
 {
-const unsigned short s_usReadRefused = 4;
-const unsigned short s_usWriteRefused = 5;
-const int s_nNoVersion = -1;
+constexpr unsigned short READ_REFUSED = 4;
+constexpr unsigned short WRITE_REFUSED = 5;
+constexpr int NO_VERSION = -1;
 } // namespace
 
 CTOVFileStream::FileStreamException::FileStreamException(unsigned short usErrorCode)
@@ -17,7 +17,7 @@ CTOVFileStream::FileStreamException&
 CTOVFileStream::FileStreamException::operator=(const FileStreamException& oOther) = default;
 
 CTOVFileStream::CTOVFileStream(CTOVFile* pFile, int nMode, unsigned long long ullOption)
-    : m_pFile(pFile), m_ullReserved(0), m_ullSize(0), m_ullOption(ullOption), m_nMode(nMode), m_nVersion(s_nNoVersion)
+    : m_pFile(pFile), m_ullReserved(0), m_ullSize(0), m_ullOption(ullOption), m_nMode(nMode), m_nVersion(NO_VERSION)
 {
     TOV_ASSERT(pFile != NULL);
     m_ullSize = m_pFile->GetSize();
@@ -35,7 +35,7 @@ void CTOVFileStream::Read(void* pBuffer, unsigned long long ullSize)
 {
     TOV_ASSERT(m_pFile != NULL);
     if (IsStoring() && !IsLoading())
-        throw FileStreamException(s_usReadRefused);
+        throw FileStreamException(READ_REFUSED);
     m_pFile->Read(pBuffer, ullSize);
 }
 
@@ -43,7 +43,7 @@ void CTOVFileStream::Write(const void* pBuffer, unsigned long long ullSize)
 {
     TOV_ASSERT(m_pFile != NULL);
     if (!IsStoring() && IsLoading())
-        throw FileStreamException(s_usWriteRefused);
+        throw FileStreamException(WRITE_REFUSED);
     m_pFile->Write(pBuffer, ullSize);
 }
 
@@ -126,7 +126,7 @@ void CTOVFileStream::PushVersion(int nVersion)
 int CTOVFileStream::PopVersion()
 {
     if (m_aVersionStack.IsEmpty())
-        return s_nNoVersion;
+        return NO_VERSION;
     const int nVersion = m_aVersionStack.GetTop();
     m_aVersionStack.Pop();
     return nVersion;

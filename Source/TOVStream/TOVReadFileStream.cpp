@@ -6,9 +6,9 @@
 
 namespace
 {
-const unsigned short s_usNotOpened = 0;
-const unsigned short s_usNoStream = 2;
-const unsigned short s_usWrongDirection = 4;
+constexpr unsigned short NOT_OPENED = 0;
+constexpr unsigned short NO_STREAM = 2;
+constexpr unsigned short WRONG_DIRECTION = 4;
 } // namespace
 
 CTOVReadFileStream::ReadFileStreamException::ReadFileStreamException(unsigned short usErrorCode)
@@ -30,14 +30,14 @@ CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long lon
     }
     catch (const CTOVFile::FileException&)
     {
-        throw ReadFileStreamException(s_usNotOpened);
+        throw ReadFileStreamException(NOT_OPENED);
     }
     m_nMode = nOpenFlags;
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeLoading, ullOption);
     TOV_ASSERT(m_pStream != NULL);
     if (m_pStream == nullptr)
-        throw ReadFileStreamException(s_usNoStream);
+        throw ReadFileStreamException(NO_STREAM);
 }
 
 CTOVReadFileStream::CTOVReadFileStream(const CTOVReadFileStream& oOther) = default;
@@ -59,25 +59,25 @@ void CTOVReadFileStream::Read(void* pBuffer, unsigned long long ullSize)
 
 void CTOVReadFileStream::Write(const void* /*pBuffer*/, unsigned long long /*ullSize*/)
 {
-    throw ReadFileStreamException(s_usWrongDirection);
+    throw ReadFileStreamException(WRONG_DIRECTION);
 }
 
 void CTOVReadFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSeekOrigin /*eOrigin*/)
 {
-    throw ReadFileStreamException(s_usWrongDirection);
+    throw ReadFileStreamException(WRONG_DIRECTION);
 }
 
 void CTOVReadFileStream::SerializeBegin(int nDataFormatVersion)
 {
     if (m_pStream->IsStoring())
-        throw ReadFileStreamException(s_usWrongDirection);
+        throw ReadFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeBegin(nDataFormatVersion);
 }
 
 void CTOVReadFileStream::SerializeEnd()
 {
     if (m_pStream->IsStoring())
-        throw ReadFileStreamException(s_usWrongDirection);
+        throw ReadFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeEnd();
 }
 

@@ -6,10 +6,10 @@
 
 namespace
 {
-const unsigned short s_usNotOpened = 0;
-const unsigned short s_usNoStream = 2;
-const unsigned short s_usSeek = 3;
-const unsigned short s_usWrongDirection = 4;
+constexpr unsigned short NOT_OPENED = 0;
+constexpr unsigned short NO_STREAM = 2;
+constexpr unsigned short SEEK = 3;
+constexpr unsigned short WRONG_DIRECTION = 4;
 } // namespace
 
 CTOVWriteFileStream::WriteFileStreamException::WriteFileStreamException(unsigned short usErrorCode)
@@ -32,13 +32,13 @@ CTOVWriteFileStream::CTOVWriteFileStream(const char* szFileName, bool bAppend, u
     }
     catch (const CTOVFile::FileException&)
     {
-        throw WriteFileStreamException(s_usNotOpened);
+        throw WriteFileStreamException(NOT_OPENED);
     }
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeSaving, ullOption);
     TOV_ASSERT(m_pStream != NULL);
     if (m_pStream == nullptr)
-        throw WriteFileStreamException(s_usNoStream);
+        throw WriteFileStreamException(NO_STREAM);
 }
 
 CTOVWriteFileStream::CTOVWriteFileStream(const CTOVWriteFileStream& oOther) = default;
@@ -58,7 +58,7 @@ CTOVWriteFileStream::~CTOVWriteFileStream()
 
 void CTOVWriteFileStream::Read(void* /*pBuffer*/, unsigned long long /*ullSize*/)
 {
-    throw WriteFileStreamException(s_usWrongDirection);
+    throw WriteFileStreamException(WRONG_DIRECTION);
 }
 
 void CTOVWriteFileStream::Write(const void* pBuffer, unsigned long long ullSize)
@@ -68,20 +68,20 @@ void CTOVWriteFileStream::Write(const void* pBuffer, unsigned long long ullSize)
 
 void CTOVWriteFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSeekOrigin /*eOrigin*/)
 {
-    throw WriteFileStreamException(s_usSeek);
+    throw WriteFileStreamException(SEEK);
 }
 
 void CTOVWriteFileStream::SerializeBegin(int nDataFormatVersion)
 {
     if (!m_pStream->IsStoring())
-        throw WriteFileStreamException(s_usWrongDirection);
+        throw WriteFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeBegin(nDataFormatVersion);
 }
 
 void CTOVWriteFileStream::SerializeEnd()
 {
     if (!m_pStream->IsStoring())
-        throw WriteFileStreamException(s_usWrongDirection);
+        throw WriteFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeEnd();
 }
 

@@ -11,7 +11,7 @@ typedef CTOVStringStore<CTOVStringA> tStore;
 namespace
 {
 // A pointer below this value is none: it carries the id of a text that the resource loader knows.
-const std::uintptr_t STRING_ID_END = 0x10000;
+constexpr std::uintptr_t STRING_ID_END = 0x10000;
 } // namespace
 
 CTOVStringA::CTOVStringA()

@@ -89,8 +89,8 @@ private:
 };
 
 TOV_EXPORT_INLINE constexpr CTOVCountingTracker::CTOVCountingTracker()
-    : m_pListener(nullptr), m_pCurrentSuite(nullptr), m_pCurrentTestCase(nullptr), m_lFailedAsserts(0), m_lFailedSuiteTests(0),
-      m_lFailedSuites(0), m_lTotalFailedTests(0)
+    : m_pListener(nullptr), m_pCurrentSuite(nullptr), m_pCurrentTestCase(nullptr), m_lFailedAsserts(0),
+      m_lFailedSuiteTests(0), m_lFailedSuites(0), m_lTotalFailedTests(0)
 {
 }
 } // namespace TOVTest

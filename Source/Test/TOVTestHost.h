@@ -31,7 +31,7 @@
     }                                                                                                                  \
     void SetListener(TOVTest::CTOVTestListener* pListener)                                                             \
     {                                                                                                                  \
-        GetHostListener() = pListener != nullptr ? pListener : &GetNull();                                                \
+        GetHostListener() = pListener != nullptr ? pListener : &GetNull();                                             \
     }                                                                                                                  \
     TOVTest::tCreatorMap& GetCreatorMapDirect()                                                                        \
     {                                                                                                                  \

@@ -68,14 +68,14 @@ private:                                                                        
     long Suite::GetNumTestCases() const                                                                                \
     {                                                                                                                  \
         long lCount = 0;                                                                                               \
-        while (s_aTestEntries[lCount].pfTest != nullptr)                                                                  \
+        while (s_aTestEntries[lCount].pfTest != nullptr)                                                               \
             ++lCount;                                                                                                  \
         return lCount;                                                                                                 \
     }                                                                                                                  \
     TOVTest::CTOVTestCase& Suite::GetTestCase(long lIndex) const                                                       \
     {                                                                                                                  \
         if (lIndex < 0 || lIndex >= Suite::GetNumTestCases())                                                          \
-            return SetupTestCase(nullptr, nullptr, "<invalid test case>", "<invalid file name", 0);                          \
+            return SetupTestCase(nullptr, nullptr, "<invalid test case>", "<invalid file name", 0);                    \
         const TOVTest::sTestEntry& oEntry = s_aTestEntries[lIndex];                                                    \
         return SetupTestCase(this, oEntry.pfTest, oEntry.szDescription, oEntry.szFileName, oEntry.ulLine);             \
     }                                                                                                                  \
@@ -100,7 +100,7 @@ private:                                                                        
 
 #define TOV_TEST_CASES_END                                                                                             \
     {                                                                                                                  \
-        nullptr, nullptr, nullptr, 0                                                                                            \
+        nullptr, nullptr, nullptr, 0                                                                                   \
     }                                                                                                                  \
     }                                                                                                                  \
     ;

@@ -7,7 +7,7 @@ namespace TOVTest
 {
 namespace
 {
-const int WORDS = 32; // of 32 bits: the 1024 bits of the largest double
+constexpr int WORDS = 32; // of 32 bits: the 1024 bits of the largest double
 
 // The decimal digits of a whole number, exactly.
 class CWholeDigits
@@ -191,8 +191,8 @@ void CTOVTestText::AppendInteger(long long nValue)
 
 void CTOVTestText::AppendCharacter(unsigned long nCode)
 {
-    const char CODES[] = "\0\a\b\t\n\r\"\'\\";
-    const char LETTERS[] = "0abtnr\"\'\\";
+    constexpr char CODES[] = "\0\a\b\t\n\r\"\'\\";
+    constexpr char LETTERS[] = "0abtnr\"\'\\";
 
     Append('\'');
     const void* const pSpecial = nCode < 128 ? std::memchr(CODES, static_cast<int>(nCode), sizeof(CODES) - 1) : nullptr;

@@ -15,17 +15,17 @@
 // The library's own instance, for all: the string stands above the folder of the queue.
 template class TOV_EXPORT CTOVSafeQueue<CTOVStringA>;
 
-static const char s_szFile[] = "TestSuites\\Test_TOVContainers";
+constexpr char FILE_NAME[] = "TestSuites\\Test_TOVContainers";
 
 // clang-format off
-TOV_TEST_CASES_BEGIN_AT(CTOVContainersTest, "TOVContainers", s_szFile, 33)
-    TOV_TEST_CASE_AT("CTOVQueue", TestQueue, s_szFile, 47)
-    TOV_TEST_CASE_AT("CTOVStack", TestStack, s_szFile, 48)
-    TOV_TEST_CASE_AT("CTOVBitArray", TestBitArray, s_szFile, 49)
-    TOV_TEST_CASE_AT("CTOVArray", TestArray, s_szFile, 50)
-    TOV_TEST_CASE_AT("CTOVBuffer", TestBuffer, s_szFile, 51)
-    TOV_TEST_CASE_AT("CTOVRingBuffer", TestRingBuffer, s_szFile, 52)
-    TOV_TEST_CASE_AT("CTOVSafeQueue", TestSafeQueue, s_szFile, 53)
+TOV_TEST_CASES_BEGIN_AT(CTOVContainersTest, "TOVContainers", FILE_NAME, 33)
+    TOV_TEST_CASE_AT("CTOVQueue", TestQueue, FILE_NAME, 47)
+    TOV_TEST_CASE_AT("CTOVStack", TestStack, FILE_NAME, 48)
+    TOV_TEST_CASE_AT("CTOVBitArray", TestBitArray, FILE_NAME, 49)
+    TOV_TEST_CASE_AT("CTOVArray", TestArray, FILE_NAME, 50)
+    TOV_TEST_CASE_AT("CTOVBuffer", TestBuffer, FILE_NAME, 51)
+    TOV_TEST_CASE_AT("CTOVRingBuffer", TestRingBuffer, FILE_NAME, 52)
+    TOV_TEST_CASE_AT("CTOVSafeQueue", TestSafeQueue, FILE_NAME, 53)
 TOV_TEST_CASES_END
 // clang-format on
 
@@ -103,7 +103,7 @@ void CheckBits()
 
 void CheckComplementOfBits()
 {
-    static const bool aValues[] = {false, true, false, false};
+    static constexpr bool aValues[] = {false, true, false, false};
     CTOVBitArray oBitArray;
     oBitArray.SetNumBits(45);
     for (int nPos = 0; nPos < 4; ++nPos)
@@ -250,7 +250,7 @@ void CTOVContainersTest::TestArray()
 
 namespace
 {
-const tByte s_aBytes[] = {5, 6, 7};
+constexpr tByte s_aBytes[] = {5, 6, 7};
 
 void CheckSharedBuffers()
 {

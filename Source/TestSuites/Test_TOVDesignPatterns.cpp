@@ -4,12 +4,12 @@
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 #include <Test/TOVTestChecks.h>
 
-static const char s_szFile[] = "TestSuites\\Test_TOVDesignPatterns";
+constexpr char FILE_NAME[] = "TestSuites\\Test_TOVDesignPatterns";
 
 // clang-format off
-TOV_TEST_CASES_BEGIN_AT(CTOVDesignPatternsTest, "TOVDesignPatterns", s_szFile, 31)
-    TOV_TEST_CASE_AT("CTOVSmartPointer", TestSmartPointer, s_szFile, 39)
-    TOV_TEST_CASE_AT("CTOVRef", TestRef, s_szFile, 40)
+TOV_TEST_CASES_BEGIN_AT(CTOVDesignPatternsTest, "TOVDesignPatterns", FILE_NAME, 31)
+    TOV_TEST_CASE_AT("CTOVSmartPointer", TestSmartPointer, FILE_NAME, 39)
+    TOV_TEST_CASE_AT("CTOVRef", TestRef, FILE_NAME, 40)
 TOV_TEST_CASES_END
 // clang-format on
 

@@ -4,12 +4,12 @@
 #include <Test/TOVTestChecks.h>
 #include <TestSuites/Test_TOVRttiClasses.h>
 
-static const char s_szFile[] = "TestSuites\\Test_TOVRtti";
+constexpr char FILE_NAME[] = "TestSuites\\Test_TOVRtti";
 
 // clang-format off
-TOV_TEST_CASES_BEGIN_AT(CTOVRttiTest, "TOVRtti", s_szFile, 68)
-    TOV_TEST_CASE_AT("CTOVClass", TestClass, s_szFile, 76)
-    TOV_TEST_CASE_AT("CTOVClassServer", TestClassServer, s_szFile, 77)
+TOV_TEST_CASES_BEGIN_AT(CTOVRttiTest, "TOVRtti", FILE_NAME, 68)
+    TOV_TEST_CASE_AT("CTOVClass", TestClass, FILE_NAME, 76)
+    TOV_TEST_CASE_AT("CTOVClassServer", TestClassServer, FILE_NAME, 77)
 TOV_TEST_CASES_END
 // clang-format on
 

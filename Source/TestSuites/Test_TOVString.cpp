@@ -5,13 +5,13 @@
 #include <Test/TOVTestChecks.h>
 #include <TestSuites/Test_TOVStringChecks.h>
 
-static const char s_szFile[] = "TestSuites\\Test_TOVString";
+constexpr char FILE_NAME[] = "TestSuites\\Test_TOVString";
 
 // clang-format off
-TOV_TEST_CASES_BEGIN_AT(CTOVStringTest, "TOVString Test", s_szFile, 33)
-    TOV_TEST_CASE_AT("TOV String Test (Ascii)", TestStringA, s_szFile, 47)
-    TOV_TEST_CASE_AT("TOV String Test (Unicode)", TestStringW, s_szFile, 49)
-    TOV_TEST_CASE_AT("TOV Path Test", TestPath, s_szFile, 50)
+TOV_TEST_CASES_BEGIN_AT(CTOVStringTest, "TOVString Test", FILE_NAME, 33)
+    TOV_TEST_CASE_AT("TOV String Test (Ascii)", TestStringA, FILE_NAME, 47)
+    TOV_TEST_CASE_AT("TOV String Test (Unicode)", TestStringW, FILE_NAME, 49)
+    TOV_TEST_CASE_AT("TOV Path Test", TestPath, FILE_NAME, 50)
 TOV_TEST_CASES_END
 // clang-format on
 

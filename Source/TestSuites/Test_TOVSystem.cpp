@@ -2,13 +2,13 @@
 
 #include <Test/TOVTestChecks.h>
 
-static const char s_szFile[] = "TestSuites\\Test_TOVSystem";
+constexpr char FILE_NAME[] = "TestSuites\\Test_TOVSystem";
 
 // clang-format off
-TOV_TEST_CASES_BEGIN_AT(CTOVSystemTest, "TOVSystem Test", s_szFile, 57)
-    TOV_TEST_CASE_AT("Types Test", TestTypes, s_szFile, 66)
-    TOV_TEST_CASE_AT("Macros Test", TestMacros, s_szFile, 67)
-    TOV_TEST_CASE_AT("Bit Macros Test", TestBitMacros, s_szFile, 68)
+TOV_TEST_CASES_BEGIN_AT(CTOVSystemTest, "TOVSystem Test", FILE_NAME, 57)
+    TOV_TEST_CASE_AT("Types Test", TestTypes, FILE_NAME, 66)
+    TOV_TEST_CASE_AT("Macros Test", TestMacros, FILE_NAME, 67)
+    TOV_TEST_CASE_AT("Bit Macros Test", TestBitMacros, FILE_NAME, 68)
 TOV_TEST_CASES_END
 // clang-format on
 

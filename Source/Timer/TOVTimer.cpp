@@ -13,7 +13,7 @@ using TOVAtomic::Store;
 
 namespace
 {
-const long long MILLISECONDS_PER_SECOND = 1000;
+constexpr long long MILLISECONDS_PER_SECOND = 1000;
 
 // Registers can hold more digits than a double has, and what is cut or stored later would differ from target to target.
 double Rounded(double dValue)
@@ -67,8 +67,8 @@ bool IsChannel(int nChannel)
     return 0 <= nChannel && nChannel < TOV_TIMER_MAX_TIME_CHANNELS;
 }
 
-const int PERIODIC_EVENT = 1;
-const unsigned int TIMERR_NOERROR = 0; // the name stands in checks
+constexpr int PERIODIC_EVENT = 1;
+constexpr unsigned int TIMERR_NOERROR = 0; // the name stands in checks
 
 template<class TCallback>
 int InstallEvent(unsigned int (*fnSet)(unsigned int, unsigned int, TCallback, unsigned long, bool), unsigned int nDelay,

@@ -28,7 +28,7 @@ struct sAttribute
     DWORD dwNative;
 };
 
-const sAttribute ATTRIBUTES[] = {
+constexpr sAttribute ATTRIBUTES[] = {
     {eFileAttributeArchive, FILE_ATTRIBUTE_ARCHIVE},     {eFileAttributeCompressed, FILE_ATTRIBUTE_COMPRESSED},
     {eFileAttributeDirectory, FILE_ATTRIBUTE_DIRECTORY}, {eFileAttributeHidden, FILE_ATTRIBUTE_HIDDEN},
     {eFileAttributeNormal, FILE_ATTRIBUTE_NORMAL},       {eFileAttributeReadOnly, FILE_ATTRIBUTE_READONLY},
@@ -111,7 +111,7 @@ void RaiseStreamLimit(unsigned long ulStreams)
 {
     // As many streams again are left to the rest of the process, up to the most that every version of the runtime
     // knows.
-    const unsigned long MAX_STREAMS = 2048;
+    constexpr unsigned long MAX_STREAMS = 2048;
     const int nNeeded = static_cast<int>(ulStreams < MAX_STREAMS / 2 ? ulStreams * 2 : MAX_STREAMS);
 
     if (_getmaxstdio() < nNeeded)

@@ -155,8 +155,8 @@ int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArgument
 int Print(wchar_t* szBuffer, int nCapacity, const wchar_t* szFormat, va_list pArguments)
 {
     // Some runtimes count the bytes in an int.
-    const int MOST_UNITS = INT_MAX / static_cast<int>(sizeof(wchar_t));
-    return _vsnwprintf(szBuffer, std::min(nCapacity, MOST_UNITS), szFormat, pArguments);
+    constexpr int MAX_UNITS = INT_MAX / static_cast<int>(sizeof(wchar_t));
+    return _vsnwprintf(szBuffer, std::min(nCapacity, MAX_UNITS), szFormat, pArguments);
 }
 
 int PrintedLength(const char* szFormat, ...)
@@ -230,7 +230,7 @@ void AppendAtMost(wchar_t* szDestination, const wchar_t* szSource, int nCount)
 const char* Inc(const char* szString)
 {
     // Where the terminator cuts a character off, the runtime would step over it and out of the text.
-    if ((szString[0] == '\0') || (szString[1] == '\0'))
+    if (szString[0] == '\0' || szString[1] == '\0')
         return szString + 1;
     return FromBytes(_mbsinc(ToBytes(szString)));
 }
@@ -267,7 +267,7 @@ bool IsDigit(char cUnit)
 
 bool IsDigit(wchar_t cUnit)
 {
-    return (L'0' <= cUnit) && (cUnit <= L'9');
+    return L'0' <= cUnit && cUnit <= L'9';
 }
 
 bool BeginsWith(const char* szString, const char* szPrefix, int nCount)

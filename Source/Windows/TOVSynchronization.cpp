@@ -113,7 +113,7 @@ long Variable::InterlockedIncrement(long& lVariable)
 }
 } // namespace TOVSynchronization
 
-static_assert(TOVWait::MAXIMUM_OBJECTS == MAXIMUM_WAIT_OBJECTS && TOVWait::INFINITE_TIMEOUT == INFINITE &&
+static_assert(TOVWait::MAX_OBJECTS == MAXIMUM_WAIT_OBJECTS && TOVWait::INFINITE_TIMEOUT == INFINITE &&
                   TOVWait::RESULT_SIGNALLED == WAIT_OBJECT_0 && TOVWait::RESULT_ABANDONED == WAIT_ABANDONED_0 &&
                   TOVWait::RESULT_TIMEOUT == WAIT_TIMEOUT && TOVWait::RESULT_FAILED == WAIT_FAILED,
               "the waits' results are passed on as they stand");
@@ -125,7 +125,7 @@ tDword TOVWait::ForOne(unsigned long long hObject, tDword dwMilliseconds)
 
 tDword TOVWait::ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
-    HANDLE ahObjects[MAXIMUM_OBJECTS];
+    HANDLE ahObjects[MAX_OBJECTS];
     for (int nIndex = 0; nIndex < nCount; ++nIndex)
         ahObjects[nIndex] = ToNative(pHandles[nIndex]);
     return ::WaitForMultipleObjects(static_cast<DWORD>(nCount), ahObjects, bWaitForAll, dwMilliseconds);

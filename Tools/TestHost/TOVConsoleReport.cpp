@@ -7,7 +7,7 @@ namespace TOVTestHost
 namespace
 {
 // One column less than a usual window: a full line would break.
-const std::size_t PROGRESS_WIDTH = 79;
+constexpr std::size_t PROGRESS_WIDTH = 79;
 
 const char* NameOf(eTestOutcome eOutcome)
 {

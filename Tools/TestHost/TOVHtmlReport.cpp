@@ -6,7 +6,7 @@ namespace TOVTestHost
 {
 namespace
 {
-const char HEAD[] = R"(<!DOCTYPE html>
+constexpr char HEAD[] = R"(<!DOCTYPE html>
 <html lang="en">
 <head>
 <meta charset="UTF-8">

@@ -109,7 +109,7 @@ struct CTOVTestSelection::sSuite
 
 bool MatchesPattern(const std::string& sText, const std::string& sPattern)
 {
-    const std::size_t NONE = std::string::npos;
+    constexpr std::size_t NONE = std::string::npos;
     std::size_t nText = 0;
     std::size_t nPattern = 0;
     std::size_t nStar = NONE; // behind the last * seen, and where the text went on there

@@ -11,9 +11,9 @@
 
 namespace
 {
-const std::intptr_t NO_FILE = -1;
-const mode_t PERMISSIONS = 0777;
-const mode_t NEW_FILE_PERMISSIONS = 0666;
+constexpr std::intptr_t NO_FILE = -1;
+constexpr mode_t PERMISSIONS = 0777;
+constexpr mode_t NEW_FILE_PERMISSIONS = 0666;
 
 int ToNative(std::intptr_t hFile)
 {

@@ -6,7 +6,7 @@
 
 namespace
 {
-const std::intptr_t NO_FILE = -1; // INVALID_HANDLE_VALUE
+constexpr std::intptr_t NO_FILE = -1; // INVALID_HANDLE_VALUE
 
 HANDLE ToNative(std::intptr_t hFile)
 {

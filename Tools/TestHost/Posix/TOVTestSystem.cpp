@@ -16,7 +16,7 @@ namespace TOVTestHost
 {
 namespace
 {
-const char VARIABLE[] = "TOV_TEST_WORKER";
+constexpr char VARIABLE[] = "TOV_TEST_WORKER";
 
 class CProcessLink : public ITOVProcessLink
 {

@@ -10,8 +10,8 @@ namespace TOVTestHost
 {
 namespace
 {
-const char VARIABLE[] = "TOV_TEST_WORKER";
-const DWORD CALLED_ABORT = 0xE0AB0047;
+constexpr char VARIABLE[] = "TOV_TEST_WORKER";
+constexpr DWORD CALLED_ABORT = 0xE0AB0047;
 
 class CProcessLink : public ITOVProcessLink
 {
@@ -162,7 +162,8 @@ bool StartProcess(PROCESS_INFORMATION& oProcess)
     oStartup.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
     oStartup.hStdOutput = ::GetStdHandle(STD_OUTPUT_HANDLE);
     oStartup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
-    return ::CreateProcessA(szProgram, &sCommandLine[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr, &oStartup, &oProcess) != 0;
+    return ::CreateProcessA(szProgram, &sCommandLine[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr, &oStartup,
+                            &oProcess) != 0;
 }
 } // namespace
 
