@@ -60,7 +60,7 @@ public:
 
 private:
     TOVFile::sTOVFindData m_oFound;
-    unsigned long long m_hSearch;
+    tHandle m_hSearch;
     TOVFile::eFindResult m_eResult;
 };
 

@@ -11,6 +11,9 @@ typedef char tChar;           // element of a narrow string
 typedef unsigned char tUchar; // a narrow character read as a number
 typedef std::uint32_t tDword; // a 32-bit word
 
+// A file, a search, a thread or an object of synchronisation, whatever the system calls it; always 64 bits.
+typedef unsigned long long tHandle;
+
 namespace TOVDebug
 {
 // Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException. On Linux a check

@@ -126,7 +126,7 @@ void CTOVDebugServer::Register(ITOVLogListener* pListener)
 
     // Settled: a listener that throws leaves the lock taken.
     oUnlock.Drop();
-    const unsigned long long hEntered = m_hLoggerLock;
+    const tHandle hEntered = m_hLoggerLock;
     StartupLogger(pListener);
     // A server that is its own listener has a new lock now, which nobody has entered.
     if (m_hLoggerLock == hEntered)

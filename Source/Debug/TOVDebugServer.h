@@ -82,7 +82,7 @@ private:
     static CTOVDebugServer* s_pInstance;
 
     std::vector<ITOVLogListener*> m_oLoggers;
-    unsigned long long m_hLoggerLock;
+    tHandle m_hLoggerLock;
     char m_szApplicationName[NAME_SIZE];
 };
 } // namespace TOVDebug

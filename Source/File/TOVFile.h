@@ -65,5 +65,5 @@ public:
     virtual ~CTOVFile();
 
 private:
-    unsigned long long m_hFile; // FILE_INVALID_HANDLE: closed
+    tHandle m_hFile; // FILE_INVALID_HANDLE: closed
 };

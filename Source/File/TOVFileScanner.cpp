@@ -38,7 +38,7 @@ public:
 
 private:
     TOVPlatform::TOVFile::sTOVFindData m_oFindData;
-    const unsigned long long m_hFind;
+    const tHandle m_hFind;
     bool m_bForeign;
 };
 

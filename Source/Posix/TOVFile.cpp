@@ -169,18 +169,18 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
     return ulMode == oStat.st_mode || ::chmod(oName, ulMode & ALL_PERMISSIONS) == 0;
 }
 
-eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned long long& hFind)
+eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, tHandle& hFind)
 {
     return CFileSearch::Begin(szPattern, *pFindData, hFind);
 }
 
-eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+eFindResult FindNext(tHandle hFind, sTOVFindData* pFindData)
 {
     const std::shared_ptr<CFileSearch> pSearch = CFileSearch::Find(hFind);
     return pSearch != nullptr ? pSearch->Next(*pFindData) : eFindFailure;
 }
 
-void FindClose(unsigned long long hFind)
+void FindClose(tHandle hFind)
 {
     CFileSearch::End(hFind);
 }

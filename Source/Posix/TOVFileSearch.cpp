@@ -34,15 +34,15 @@ bool IsNavigationEntry(const char* szName)
 // destroyed with the library.
 struct sSearch
 {
-    unsigned long long hSearch;
+    tHandle hSearch;
     std::shared_ptr<CFileSearch> pSearch;
     sSearch* pNext;
 };
 
 sSearch* s_pSearches = nullptr;
-unsigned long long s_hLast = 0;
+tHandle s_hLast = 0;
 
-unsigned long long Register(std::shared_ptr<CFileSearch> pSearch)
+tHandle Register(std::shared_ptr<CFileSearch> pSearch)
 {
     sSearch* pNew = new sSearch{0, std::move(pSearch), nullptr};
 
@@ -98,7 +98,7 @@ bool FillExact(sTOVFindData& oFindData, const char* szName)
 }
 } // namespace
 
-eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, unsigned long long& hFind)
+eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, tHandle& hFind)
 {
     const char* szMask = FindLastComponent(szPattern);
     const std::size_t ulFolderLength = szMask - szPattern;
@@ -130,7 +130,7 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, u
     return eResult;
 }
 
-std::shared_ptr<CFileSearch> CFileSearch::Find(unsigned long long hSearch)
+std::shared_ptr<CFileSearch> CFileSearch::Find(tHandle hSearch)
 {
     const CProcessLockScope oScope(eLockFileSearches);
     for (sSearch* pSearch = s_pSearches; pSearch != nullptr; pSearch = pSearch->pNext)
@@ -141,7 +141,7 @@ std::shared_ptr<CFileSearch> CFileSearch::Find(unsigned long long hSearch)
     return nullptr;
 }
 
-void CFileSearch::End(unsigned long long hSearch)
+void CFileSearch::End(tHandle hSearch)
 {
     sSearch* pFound = nullptr;
     {

@@ -21,12 +21,12 @@ class CFileSearch
 {
 public:
     // Starts a search and fills the record with its first entry. Stores the handle only if there is one.
-    static eFindResult Begin(const char* szPattern, sTOVFindData& oFindData, unsigned long long& hFind);
+    static eFindResult Begin(const char* szPattern, sTOVFindData& oFindData, tHandle& hFind);
 
     // The search behind a handle, null if there is none.
-    static std::shared_ptr<CFileSearch> Find(unsigned long long hSearch);
+    static std::shared_ptr<CFileSearch> Find(tHandle hSearch);
 
-    static void End(unsigned long long hSearch);
+    static void End(tHandle hSearch);
 
     struct sCloseFolder
     {

@@ -23,7 +23,7 @@ CWaitable* CHandleTable::Allocate()
     return pObject;
 }
 
-unsigned long long CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDword nValue)
+tHandle CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDword nValue)
 {
     const tDword nUses = (pObject->GetTag() >> TAG_KIND_BITS) + 1;
     const tDword nTag = nUses << TAG_KIND_BITS | eObject;
@@ -31,7 +31,7 @@ unsigned long long CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDwo
     return pObject->GetHandle();
 }
 
-CWaitable* CHandleTable::Find(unsigned long long hObject)
+CWaitable* CHandleTable::Find(tHandle hObject)
 {
     const tDword nPlace = static_cast<tDword>(hObject);
     if (KindOf(TagOf(hObject)) == eKindNone || nPlace >= CHUNK_COUNT * CHUNK_SIZE)

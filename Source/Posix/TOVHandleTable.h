@@ -16,16 +16,16 @@ public:
     // A free record, or null if there is no memory or no place. Nobody finds it before Publish, which gives it a new
     // tag and its first value, and returns the handle.
     static CWaitable* Allocate();
-    static unsigned long long Publish(CWaitable* pObject, eKind eObject, tDword nValue);
+    static tHandle Publish(CWaitable* pObject, eKind eObject, tDword nValue);
 
     // The record behind the handle, or null. It can become another object's at any time, so what follows compares tags.
-    static CWaitable* Find(unsigned long long hObject);
-    static CWaitable* Find(unsigned long long hObject, eKind eObject)
+    static CWaitable* Find(tHandle hObject);
+    static CWaitable* Find(tHandle hObject, eKind eObject)
     {
         return KindOf(TagOf(hObject)) == eObject ? Find(hObject) : nullptr;
     }
 
-    static tDword TagOf(unsigned long long hObject) { return static_cast<tDword>(hObject >> 32); }
+    static tDword TagOf(tHandle hObject) { return static_cast<tDword>(hObject >> 32); }
 
     // Gives a record back that nobody can find.
     static void Recycle(CWaitable* pObject);

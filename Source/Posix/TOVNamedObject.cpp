@@ -154,7 +154,7 @@ CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oIni
     return pObject;
 }
 
-CNamedObject* CNamedObject::FromHandle(unsigned long long hObject)
+CNamedObject* CNamedObject::FromHandle(tHandle hObject)
 {
     if (KindOf(CHandleTable::TagOf(hObject)) != eKindNamed)
         return nullptr;
@@ -168,7 +168,7 @@ CNamedObject* CNamedObject::FromHandle(unsigned long long hObject)
     return pObject;
 }
 
-bool CNamedObject::CloseHandle(unsigned long long hObject)
+bool CNamedObject::CloseHandle(tHandle hObject)
 {
     CNamedObject* pObject = nullptr;
     {

@@ -37,8 +37,8 @@ public:
     static CNamedObject* Open(const char* szName, const sInitial& oInitial);
 
     // The object behind a handle of this kind, kept open until Release; null if there is none.
-    static CNamedObject* FromHandle(unsigned long long hObject);
-    static bool CloseHandle(unsigned long long hObject);
+    static CNamedObject* FromHandle(tHandle hObject);
+    static bool CloseHandle(tHandle hObject);
     void Release();
 
     eNamedKind GetKind() const;

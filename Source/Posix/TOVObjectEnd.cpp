@@ -7,7 +7,7 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-bool CloseObject(unsigned long long hObject)
+bool CloseObject(tHandle hObject)
 {
     const tDword nTag = CHandleTable::TagOf(hObject);
     if (KindOf(nTag) == eKindNamed)
@@ -46,7 +46,7 @@ void AbandonMutexes(tDword nThreadId)
     });
 }
 
-void EndThread(unsigned long long hThread)
+void EndThread(tHandle hThread)
 {
     CWaitScope oScope; // in any case: whoever uses the thread's id holds this lock
     CWaitable* const pThread = CHandleTable::Find(hThread);

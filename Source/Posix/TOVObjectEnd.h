@@ -8,14 +8,14 @@ namespace TOVPlatform
 namespace TOVPosix
 {
 // Closes the handle of anything that can be waited for, and fails the waits for it. False if there is none.
-bool CloseObject(unsigned long long hObject);
+bool CloseObject(tHandle hObject);
 
 // The same for a record without a name, critical sections included. False if the tag does not match any more.
 bool CloseRecord(CWaitable& oRecord, tDword nTag);
 
 // What a thread's end does: its mutexes without name go to the next waits as abandoned, its handle is signalled.
 void AbandonMutexes(tDword nThreadId);
-void EndThread(unsigned long long hThread);
+void EndThread(tHandle hThread);
 
 // What a fork does in the child, where the calling thread is the only one, under a new id: all others count as ended.
 // Their mutexes are abandoned, their critical sections free, their handles signalled, their waits over. What the

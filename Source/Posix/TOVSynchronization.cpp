@@ -13,14 +13,14 @@ namespace
 {
 using namespace TOVPosix;
 
-CWaitable* FindEvent(unsigned long long hObject)
+CWaitable* FindEvent(tHandle hObject)
 {
     CWaitable* const pEvent = CHandleTable::Find(hObject, eKindAutoEvent);
     return pEvent != nullptr ? pEvent : CHandleTable::Find(hObject, eKindManualEvent);
 }
 
 // Calls fnCall(CNamedObject&) if the handle means a named object of this kind, which stays open meanwhile.
-template<class TCall> void WithNamed(unsigned long long hObject, eNamedKind eObject, TCall fnCall)
+template<class TCall> void WithNamed(tHandle hObject, eNamedKind eObject, TCall fnCall)
 {
     CNamedObject* const pObject = CNamedObject::FromHandle(hObject);
     if (pObject == nullptr)
@@ -35,7 +35,7 @@ bool HasName(const char* szName)
     return szName != nullptr && *szName != '\0';
 }
 
-unsigned long long CreateNamed(const char* szName, const CNamedObject::sInitial& oInitial)
+tHandle CreateNamed(const char* szName, const CNamedObject::sInitial& oInitial)
 {
     CNamedObject* const pNamed = CNamedObject::Open(szName, oInitial);
     if (pNamed == nullptr)
@@ -76,7 +76,7 @@ void SleepAndEnter(CWaitable& oSection, tDword nTag, tDword nThreadId)
 }
 } // namespace
 
-unsigned long long CriticalSection::Create(unsigned long)
+tHandle CriticalSection::Create(unsigned long)
 {
     CWaitable* const pSection = CHandleTable::Allocate();
     if (pSection == nullptr)
@@ -85,7 +85,7 @@ unsigned long long CriticalSection::Create(unsigned long)
     return CHandleTable::Publish(pSection, eKindCriticalSection, 0);
 }
 
-void CriticalSection::Enter(unsigned long long hCriticalSection)
+void CriticalSection::Enter(tHandle hCriticalSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hCriticalSection, eKindCriticalSection);
     if (pSection == nullptr)
@@ -102,7 +102,7 @@ void CriticalSection::Enter(unsigned long long hCriticalSection)
         SleepAndEnter(*pSection, CHandleTable::TagOf(hCriticalSection), nThreadId);
 }
 
-void CriticalSection::Leave(unsigned long long hCriticalSection)
+void CriticalSection::Leave(tHandle hCriticalSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hCriticalSection, eKindCriticalSection);
     if (pSection == nullptr)
@@ -115,7 +115,7 @@ void CriticalSection::Leave(unsigned long long hCriticalSection)
         FutexWake(&pSection->m_nLock, 1, eFutexPrivate);
 }
 
-void CriticalSection::Destroy(unsigned long long hCriticalSection)
+void CriticalSection::Destroy(tHandle hCriticalSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hCriticalSection, eKindCriticalSection);
     if (pSection == nullptr || !CloseRecord(*pSection, CHandleTable::TagOf(hCriticalSection)))
@@ -123,7 +123,7 @@ void CriticalSection::Destroy(unsigned long long hCriticalSection)
     FutexWake(&pSection->m_nLock, INT_MAX, eFutexPrivate);
 }
 
-unsigned long long Event::Create(bool bManualReset, bool bInitiallySignalled, const char* szName)
+tHandle Event::Create(bool bManualReset, bool bInitiallySignalled, const char* szName)
 {
     const tDword nValue = bInitiallySignalled ? VALUE_SIGNALLED : 0;
     if (HasName(szName))
@@ -135,12 +135,12 @@ unsigned long long Event::Create(bool bManualReset, bool bInitiallySignalled, co
     return CHandleTable::Publish(pEvent, bManualReset ? eKindManualEvent : eKindAutoEvent, nValue);
 }
 
-bool Event::Destroy(unsigned long long hEvent)
+bool Event::Destroy(tHandle hEvent)
 {
     return CloseObject(hEvent);
 }
 
-void Event::Signal(unsigned long long hEvent)
+void Event::Signal(tHandle hEvent)
 {
     if (CWaitable* const pEvent = FindEvent(hEvent))
         Change(*pEvent, CHandleTable::TagOf(hEvent), [](tDword& nValue) {
@@ -151,7 +151,7 @@ void Event::Signal(unsigned long long hEvent)
         WithNamed(hEvent, eNamedEvent, [](CNamedObject& oNamed) { oNamed.Signal(); });
 }
 
-void Event::Reset(unsigned long long hEvent)
+void Event::Reset(tHandle hEvent)
 {
     if (CWaitable* const pEvent = FindEvent(hEvent))
         Change(*pEvent, CHandleTable::TagOf(hEvent), [](tDword& nValue) {
@@ -162,7 +162,7 @@ void Event::Reset(unsigned long long hEvent)
         WithNamed(hEvent, eNamedEvent, [](CNamedObject& oNamed) { oNamed.Reset(); });
 }
 
-unsigned long long Mutex::Create(bool bInitiallyOwned, const char* szName)
+tHandle Mutex::Create(bool bInitiallyOwned, const char* szName)
 {
     if (HasName(szName))
         return CreateNamed(szName, {eNamedMutex, bInitiallyOwned ? 1u : 0u, 0, false});
@@ -178,12 +178,12 @@ unsigned long long Mutex::Create(bool bInitiallyOwned, const char* szName)
     return CHandleTable::Publish(pMutex, eKindMutex, oThread.nId);
 }
 
-bool Mutex::Destroy(unsigned long long hMutex)
+bool Mutex::Destroy(tHandle hMutex)
 {
     return CloseObject(hMutex);
 }
 
-void Mutex::Unlock(unsigned long long hMutex)
+void Mutex::Unlock(tHandle hMutex)
 {
     sThreadRecord& oThread = ThisThread();
     if (CWaitable* const pMutex = CHandleTable::Find(hMutex, eKindMutex))
@@ -200,7 +200,7 @@ void Mutex::Unlock(unsigned long long hMutex)
         WithNamed(hMutex, eNamedMutex, [&oThread](CNamedObject& oNamed) { oNamed.LeaveMutex(oThread); });
 }
 
-unsigned long long Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
+tHandle Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
 {
     const std::int32_t nInitial = static_cast<std::int32_t>(lInitialCount);
     const std::int32_t nMaximum = static_cast<std::int32_t>(lMaximumCount);
@@ -218,12 +218,12 @@ unsigned long long Semaphore::Create(long lInitialCount, long lMaximumCount, con
     return CHandleTable::Publish(pSemaphore, eKindSemaphore, nValue);
 }
 
-bool Semaphore::Destroy(unsigned long long hSemaphore)
+bool Semaphore::Destroy(tHandle hSemaphore)
 {
     return CloseObject(hSemaphore);
 }
 
-long Semaphore::Unlock(unsigned long long hSemaphore, long lReleaseCount)
+long Semaphore::Unlock(tHandle hSemaphore, long lReleaseCount)
 {
     const std::int32_t nRelease = static_cast<std::int32_t>(lReleaseCount);
     if (nRelease <= 0)
@@ -259,7 +259,7 @@ long Variable::InterlockedIncrement(long& lVariable)
 }
 } // namespace TOVSynchronization
 
-tDword TOVWait::ForOne(unsigned long long hObject, tDword dwMilliseconds)
+tDword TOVWait::ForOne(tHandle hObject, tDword dwMilliseconds)
 {
     using namespace TOVPosix;
 
@@ -282,7 +282,7 @@ tDword TOVWait::ForOne(unsigned long long hObject, tDword dwMilliseconds)
     return ForMany(&hObject, 1, false, dwMilliseconds);
 }
 
-tDword TOVWait::ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+tDword TOVWait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     TOVPosix::CWaiter oWaiter(TOVPosix::ThisThread(), bWaitForAll);
     for (int nIndex = 0; nIndex < nCount; ++nIndex)

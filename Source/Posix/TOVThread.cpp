@@ -29,7 +29,7 @@ struct sStart
 {
     tThreadEntry pEntry;
     void* pParam;
-    unsigned long long hThread;
+    tHandle hThread;
     void* pLibraryHold; // of the new thread: it runs in this library's code
     tFutex nStep;
 };
@@ -135,14 +135,14 @@ int ReadNice(const CWaitable& oThread)
 }
 } // namespace
 
-unsigned long long TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
+tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
 {
     // A thread whose end nobody could wait for is none.
     CWaitable* const pThread = CanNoticeEnds() ? CHandleTable::Allocate() : nullptr;
     if (pThread == nullptr)
         return 0;
 
-    const unsigned long long hThread = CHandleTable::Publish(pThread, eKindThread, 0);
+    const tHandle hThread = CHandleTable::Publish(pThread, eKindThread, 0);
     sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam, hThread, nullptr, {START_BEGUN}};
     pthread_t oThread;
     if (pStart == nullptr || !StartThread(*pStart, oThread))
@@ -176,7 +176,7 @@ void TOVThread::Exit(int)
 }
 
 // The lock of the waits keeps the thread from ending here, so that its id cannot become another thread's meanwhile.
-int TOVThreadPriority::Read(unsigned long long hThread)
+int TOVThreadPriority::Read(tHandle hThread)
 {
     const CWaitScope oScope;
     CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);
@@ -197,7 +197,7 @@ int TOVThreadPriority::Read(unsigned long long hThread)
     return LEVEL_NONE;
 }
 
-void TOVThreadPriority::Write(unsigned long long hThread, int nLevel)
+void TOVThreadPriority::Write(tHandle hThread, int nLevel)
 {
     const CWaitScope oScope;
     CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);

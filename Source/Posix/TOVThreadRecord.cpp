@@ -45,7 +45,7 @@ void OnThreadEnd(void*)
     if (oRecord.pExitStack != nullptr)
         ::munmap(oRecord.pExitStack, EXIT_STACK_SIZE);
 
-    const unsigned long long hThread = oRecord.hThread;
+    const tHandle hThread = oRecord.hThread;
     void* const pLibraryHold = oRecord.pLibraryHold;
     oRecord.pExitStack = nullptr;
     oRecord.nOwnedMutexes = 0;

@@ -19,7 +19,7 @@ struct sThreadRecord
     tDword nId;                 // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
     tDword nOwnedMutexes;       // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed;  // list of mutexes with name that the thread owns
-    unsigned long long hThread; // the thread's handle if TOVThread::Create started it, else 0
+    tHandle hThread; // the thread's handle if TOVThread::Create started it, else 0
     void* pLibraryHold;         // the thread's hold on this library, likewise
     std::jmp_buf* pExit;        // the frame to which TOVThread::Exit goes back; null in threads that others started
     void* pExitStack;           // memory to release at the thread's end; see TOVThread::Exit

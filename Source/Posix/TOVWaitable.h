@@ -177,7 +177,7 @@ public:
 private:
     friend class CHandleTable;
 
-    unsigned long long GetHandle() const { return static_cast<unsigned long long>(GetTag()) << 32 | m_nPlace; }
+    tHandle GetHandle() const { return static_cast<tHandle>(GetTag()) << 32 | m_nPlace; }
 
     static std::uint64_t MakeWord(tDword nTag, tDword nValue)
     {

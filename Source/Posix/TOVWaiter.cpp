@@ -132,7 +132,7 @@ CWaiter::~CWaiter()
     }
 }
 
-bool CWaiter::Add(unsigned long long hObject)
+bool CWaiter::Add(tHandle hObject)
 {
     const tDword nTag = CHandleTable::TagOf(hObject);
     sWaitNode oNode = {this, nullptr, nullptr, nTag, false, 0, nullptr, nullptr};

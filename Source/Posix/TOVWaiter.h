@@ -81,7 +81,7 @@ public:
     CWaiter& operator=(const CWaiter&) = delete;
 
     // False if the handle cannot be waited for.
-    bool Add(unsigned long long hObject);
+    bool Add(tHandle hObject);
 
     // The result as TOVWait tells it.
     tDword Wait(tDword dwMilliseconds);

@@ -21,7 +21,7 @@ constexpr long MAX_POSITION = 0x7FFFFFFF;
 // The handle table is the same on both platforms and reports the backend's name.
 constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
 
-FILE* GetFile(unsigned long long hFile)
+FILE* GetFile(tHandle hFile)
 {
     return CTOVHandleManager::Instance().GetFile(hFile);
 }
@@ -38,7 +38,7 @@ eFileErrorCode ToErrorCode(bool bSuccess)
 }
 
 // Closes the stream and frees the slot. The runtime frees the stream whatever comes of its last flush.
-bool EndStream(unsigned long long hFile, FILE* pFile)
+bool EndStream(tHandle hFile, FILE* pFile)
 {
     std::clearerr(pFile); // to some versions of the runtime an earlier error is a failure to close
     const bool bClosed = std::fclose(pFile) == 0;
@@ -67,7 +67,7 @@ bool IsMode(const char* szMode)
 }
 } // namespace
 
-unsigned long long Open(const char* szName, const char* szMode)
+tHandle Open(const char* szName, const char* szMode)
 {
     CTOVHandleManager& oManager = CTOVHandleManager::Instance();
 
@@ -78,13 +78,13 @@ unsigned long long Open(const char* szName, const char* szMode)
     if (pFile == nullptr)
         return FILE_INVALID_HANDLE;
 
-    const unsigned long long hFile = oManager.AddFile(pFile);
+    const tHandle hFile = oManager.AddFile(pFile);
     if (hFile == FILE_INVALID_HANDLE) // other threads have taken the last slots in the meantime
         std::fclose(pFile);
     return hFile;
 }
 
-eFileErrorCode Close(unsigned long long hFile)
+eFileErrorCode Close(tHandle hFile)
 {
     FILE* pFile = GetFile(hFile);
 
@@ -95,13 +95,13 @@ eFileErrorCode Close(unsigned long long hFile)
     return ToErrorCode(EndStream(hFile, pFile));
 }
 
-void Discard(unsigned long long hFile)
+void Discard(tHandle hFile)
 {
     if (FILE* pFile = GetFile(hFile))
         EndStream(hFile, pFile);
 }
 
-unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount)
+unsigned long Read(tHandle hFile, void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr || pBuffer == nullptr)
@@ -110,7 +110,7 @@ unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, l
     return static_cast<unsigned long>(std::fread(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
 }
 
-unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount)
+unsigned long Write(tHandle hFile, const void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr || pBuffer == nullptr)
@@ -119,7 +119,7 @@ unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElement
     return static_cast<unsigned long>(std::fwrite(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
 }
 
-eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
+eFileErrorCode Gets(tHandle hFile, char* szBuffer, int nSize)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr || szBuffer == nullptr || nSize <= 0)
@@ -135,7 +135,7 @@ eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize)
     return ToErrorCode(std::fgets(szBuffer, nSize, pFile) != nullptr);
 }
 
-eFileErrorCode Puts(unsigned long long hFile, const char* szText)
+eFileErrorCode Puts(tHandle hFile, const char* szText)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr)
@@ -146,7 +146,7 @@ eFileErrorCode Puts(unsigned long long hFile, const char* szText)
     return ToErrorCode(szText == nullptr || std::fputs(szText, pFile) < 0);
 }
 
-long Printf(unsigned long long hFile, const char* szFormat, ...)
+long Printf(tHandle hFile, const char* szFormat, ...)
 {
     va_list pArguments;
     va_start(pArguments, szFormat);
@@ -155,7 +155,7 @@ long Printf(unsigned long long hFile, const char* szFormat, ...)
     return lCount;
 }
 
-long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments)
+long Vprintf(tHandle hFile, const char* szFormat, va_list pArguments)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr || szFormat == nullptr)
@@ -164,7 +164,7 @@ long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments)
     return Backend::PrintStream(pFile, szFormat, pArguments);
 }
 
-long Tell(unsigned long long hFile)
+long Tell(tHandle hFile)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr)
@@ -174,7 +174,7 @@ long Tell(unsigned long long hFile)
     return llPosition <= MAX_POSITION ? static_cast<long>(llPosition) : -1;
 }
 
-eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin)
+eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin)
 {
     FILE* pFile = GetFile(hFile);
     if (pFile == nullptr)
@@ -184,7 +184,7 @@ eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin)
     return ToErrorCode(Backend::Seek(pFile, static_cast<int>(lOffset), nOrigin));
 }
 
-eFileErrorCode Flush(unsigned long long hFile)
+eFileErrorCode Flush(tHandle hFile)
 {
     FILE* pFile = GetFile(hFile);
     return ToErrorCode(pFile != nullptr && std::fflush(pFile) == 0);
@@ -215,30 +215,30 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
     return szName != nullptr && Backend::SetAttributes(szName, ulAttributes);
 }
 
-unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData)
+tHandle FindFirst(const char* szPattern, sTOVFindData* pFindData)
 {
-    unsigned long long hFind;
+    tHandle hFind;
     FindFirstEntry(szPattern, pFindData, &hFind);
     return hFind;
 }
 
-bool FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+bool FindNext(tHandle hFind, sTOVFindData* pFindData)
 {
     return FindNextEntry(hFind, pFindData) == eFindEntry;
 }
 
-eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, unsigned long long* phFind)
+eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, tHandle* phFind)
 {
     *phFind = FILE_INVALID_HANDLE;
     return szPattern != nullptr ? Backend::FindFirst(szPattern, pFindData, *phFind) : eFindEnd;
 }
 
-eFindResult FindNextEntry(unsigned long long hFind, sTOVFindData* pFindData)
+eFindResult FindNextEntry(tHandle hFind, sTOVFindData* pFindData)
 {
     return hFind != 0 && hFind != FILE_INVALID_HANDLE ? Backend::FindNext(hFind, pFindData) : eFindFailure;
 }
 
-void FindClose(unsigned long long hFind)
+void FindClose(tHandle hFind)
 {
     if (hFind != 0 && hFind != FILE_INVALID_HANDLE)
         Backend::FindClose(hFind);
@@ -266,38 +266,38 @@ CTOVHandleManager* CTOVHandleManager::CreateInstance()
     return new CTOVHandleManager(MAX_HANDLES);
 }
 
-unsigned long long CTOVHandleManager::FindFreeHandle()
+tHandle CTOVHandleManager::FindFreeHandle()
 {
     m_oLock.Enter();
-    const unsigned long long hFree = FindFreeSlot();
+    const tHandle hFree = FindFreeSlot();
     m_oLock.Leave();
     return hFree;
 }
 
-unsigned long long CTOVHandleManager::AddFile(FILE* pFile)
+tHandle CTOVHandleManager::AddFile(FILE* pFile)
 {
     m_oLock.Enter();
-    const unsigned long long hFree = FindFreeSlot();
+    const tHandle hFree = FindFreeSlot();
     if (hFree != FILE_INVALID_HANDLE)
         m_pFiles[hFree] = pFile;
     m_oLock.Leave();
     return hFree;
 }
 
-unsigned long long CTOVHandleManager::FindFreeSlot() const
+tHandle CTOVHandleManager::FindFreeSlot() const
 {
     FILE** pEnd = m_pFiles + m_ulMaxHandles;
     FILE** pFree = std::find(m_pFiles, pEnd, static_cast<FILE*>(nullptr));
-    return pFree != pEnd ? static_cast<unsigned long long>(pFree - m_pFiles) : FILE_INVALID_HANDLE;
+    return pFree != pEnd ? static_cast<tHandle>(pFree - m_pFiles) : FILE_INVALID_HANDLE;
 }
 
-void CTOVHandleManager::CheckHandle(unsigned long long hHandle) const
+void CTOVHandleManager::CheckHandle(tHandle hHandle) const
 {
     TOV_ASSERT_AT(SOURCE, hHandle != FILE_INVALID_HANDLE);
     TOV_ASSERT_TEXT_AT(SOURCE, hHandle < m_ulMaxHandles, "(0 <= hHandle) && (hHandle < m_ulMaxHandles)");
 }
 
-void CTOVHandleManager::SetFile(unsigned long long hHandle, FILE* pFile)
+void CTOVHandleManager::SetFile(tHandle hHandle, FILE* pFile)
 {
     m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);
@@ -305,7 +305,7 @@ void CTOVHandleManager::SetFile(unsigned long long hHandle, FILE* pFile)
     m_oLock.Leave();
 }
 
-FILE* CTOVHandleManager::GetFile(unsigned long long hHandle)
+FILE* CTOVHandleManager::GetFile(tHandle hHandle)
 {
     m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);
@@ -314,7 +314,7 @@ FILE* CTOVHandleManager::GetFile(unsigned long long hHandle)
     return pFile;
 }
 
-void CTOVHandleManager::ClearHandle(unsigned long long hHandle)
+void CTOVHandleManager::ClearHandle(tHandle hHandle)
 {
     m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);

@@ -81,48 +81,48 @@ struct sTOVFindData
 // four letters change nothing, and on Windows "c" and "n" change nothing where a file is only read. The result is the
 // lowest free handle, or FILE_INVALID_HANDLE when the table is full, the mode is another one, or the system refuses:
 // also a directory, and a read-only file that is to be written.
-TOV_EXPORT unsigned long long Open(const char* szName, const char* szMode);
+TOV_EXPORT tHandle Open(const char* szName, const char* szMode);
 
 // Flushes and closes. A failed flush leaves the file open and its handle valid. What it could not write may be lost:
 // the runtime of Linux drops it, so that a second close succeeds without it. Failure for an empty slot.
-TOV_EXPORT eFileErrorCode Close(unsigned long long hFile);
+TOV_EXPORT eFileErrorCode Close(tHandle hFile);
 
 // Return the number of whole elements moved; 0 for an empty slot and for a null buffer. Sizes and counts are 32-bit
 // numbers. Between reading and writing one file a Seek or a Flush has to stand.
-TOV_EXPORT unsigned long Read(unsigned long long hFile, void* pBuffer, long lElementSize, long lElementCount);
-TOV_EXPORT unsigned long Write(unsigned long long hFile, const void* pBuffer, long lElementSize, long lElementCount);
+TOV_EXPORT unsigned long Read(tHandle hFile, void* pBuffer, long lElementSize, long lElementCount);
+TOV_EXPORT unsigned long Write(tHandle hFile, const void* pBuffer, long lElementSize, long lElementCount);
 
 // Reads a line with its line feed, at most nSize - 1 characters, and ends it. A size of 1 has room for the terminator
 // alone: it gives an empty text and success, and reads nothing, also at the end of the file. Failure, with the buffer
 // unchanged, at the end of the file, for an empty slot, for a null buffer and for a size of 0 or less; failure, with
 // anything in the buffer, for an error of the system.
-TOV_EXPORT eFileErrorCode Gets(unsigned long long hFile, char* szBuffer, int nSize);
+TOV_EXPORT eFileErrorCode Gets(tHandle hFile, char* szBuffer, int nSize);
 
 // Writes a text. Settled: the result is the opposite of what happened, eFileFailure for a text that was written and
 // eFileSuccess for one that could not be, such as a null text. An empty slot gives eFileFailure.
-TOV_EXPORT eFileErrorCode Puts(unsigned long long hFile, const char* szText);
+TOV_EXPORT eFileErrorCode Puts(tHandle hFile, const char* szText);
 
 // Formats as TOVPlatform::TOVStringA does and writes. The count of characters, before any translation of line ends;
 // negative on error, -1 for an empty slot.
-TOV_EXPORT long Printf(unsigned long long hFile, const char* szFormat, ...);
-TOV_EXPORT long Vprintf(unsigned long long hFile, const char* szFormat, va_list pArguments);
+TOV_EXPORT long Printf(tHandle hFile, const char* szFormat, ...);
+TOV_EXPORT long Vprintf(tHandle hFile, const char* szFormat, va_list pArguments);
 
 // Does not compile: an object among the arguments.
 template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
-inline long Printf(unsigned long long, const char*, const TArguments&...)
+inline long Printf(tHandle, const char*, const TArguments&...)
 {
     TOV_REFUSE_OBJECTS(TArguments);
     return 0;
 }
 
 // Position in bytes, 32 bits only: -1 beyond 0x7FFFFFFF, on error and for an empty slot.
-TOV_EXPORT long Tell(unsigned long long hFile);
+TOV_EXPORT long Tell(tHandle hFile);
 
 // Moves by an offset of 32 bits from the origin; the place reached may lie beyond them, and beyond the file's end. A
 // failed one leaves the position as it was.
-TOV_EXPORT eFileErrorCode Seek(unsigned long long hFile, long lOffset, eSeekOrigin eOrigin);
+TOV_EXPORT eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin);
 
-TOV_EXPORT eFileErrorCode Flush(unsigned long long hFile);
+TOV_EXPORT eFileErrorCode Flush(tHandle hFile);
 
 // Removes a file; refuses a directory and a read-only file.
 TOV_EXPORT eFileErrorCode Delete(const char* szName);
@@ -145,21 +145,21 @@ TOV_EXPORT bool SetAttributes(const char* szName, unsigned long ulAttributes);
 // the last component `*.*` is everything. Where case counts to the system, an entry of that very name goes before
 // others. FILE_INVALID_HANDLE, and the record as it was, if there is none or a wildcard stands before the last
 // component. A handle has to be given to FindClose.
-TOV_EXPORT unsigned long long FindFirst(const char* szPattern, sTOVFindData* pFindData);
+TOV_EXPORT tHandle FindFirst(const char* szPattern, sTOVFindData* pFindData);
 
 // Fills the record with the next entry; false at the end, for a handle that is none, and where the directory cannot be
 // read any further. FindNextEntry tells these apart.
-TOV_EXPORT bool FindNext(unsigned long long hFind, sTOVFindData* pFindData);
+TOV_EXPORT bool FindNext(tHandle hFind, sTOVFindData* pFindData);
 
 // Do the same as FindFirst and FindNext, and tell an end from a failure. FindFirstEntry stores the handle, which is
 // FILE_INVALID_HANDLE unless it finds an entry. A missing directory, a null pattern and a wildcard before the last
 // component are an end. An entry that the system cannot look at is passed over; the search goes on, and comes to a
 // failure where it would have come to its end. A handle that is none is a failure. The record changes for an entry
 // alone.
-TOV_EXPORT eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, unsigned long long* phFind);
-TOV_EXPORT eFindResult FindNextEntry(unsigned long long hFind, sTOVFindData* pFindData);
+TOV_EXPORT eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, tHandle* phFind);
+TOV_EXPORT eFindResult FindNextEntry(tHandle hFind, sTOVFindData* pFindData);
 
-TOV_EXPORT void FindClose(unsigned long long hFind);
+TOV_EXPORT void FindClose(tHandle hFind);
 
 // The table of open streams. A slot is null or holds a stream that Open made, and its index is the stream's handle.
 // The library's own has 1024 slots; the first file operation makes it, or at the latest its holder at start-up.
@@ -182,19 +182,19 @@ public:
     static CTOVHandleManager* CreateInstance();
 
     // The lowest free slot, or FILE_INVALID_HANDLE if there is none. It is not reserved.
-    unsigned long long FindFreeHandle();
+    tHandle FindFreeHandle();
 
     // Finds and takes the lowest free slot in one access, so that threads that open at the same moment do not meet.
-    unsigned long long AddFile(FILE* pFile);
+    tHandle AddFile(FILE* pFile);
 
     // Each throws unless hHandle != FILE_INVALID_HANDLE and (0 <= hHandle) && (hHandle < m_ulMaxHandles).
-    void SetFile(unsigned long long hHandle, FILE* pFile);
-    FILE* GetFile(unsigned long long hHandle);
-    void ClearHandle(unsigned long long hHandle);
+    void SetFile(tHandle hHandle, FILE* pFile);
+    FILE* GetFile(tHandle hHandle);
+    void ClearHandle(tHandle hHandle);
 
 private:
-    unsigned long long FindFreeSlot() const;
-    void CheckHandle(unsigned long long hHandle) const;
+    tHandle FindFreeSlot() const;
+    void CheckHandle(tHandle hHandle) const;
 
     FILE** m_pFiles;
     CTOVCriticalSection m_oLock;

@@ -45,9 +45,9 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes);
 
 // A search as TOVFile.h tells it for FindFirstEntry and FindNextEntry. The handle is stored for an entry alone.
 // FindNext and FindClose see neither 0 nor FILE_INVALID_HANDLE.
-eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned long long& hFind);
-eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData);
-void FindClose(unsigned long long hFind);
+eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, tHandle& hFind);
+eFindResult FindNext(tHandle hFind, sTOVFindData* pFindData);
+void FindClose(tHandle hFind);
 
 // Puts an entry's name into a record.
 inline void SetName(sTOVFindData& oFindData, const char* szName)

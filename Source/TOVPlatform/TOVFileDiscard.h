@@ -6,6 +6,6 @@ namespace TOVPlatform
 namespace TOVFile
 {
 // Closes the stream and frees its slot, although what it still holds may be lost. An empty slot is left alone.
-void Discard(unsigned long long hFile);
+void Discard(tHandle hFile);
 } // namespace TOVFile
 } // namespace TOVPlatform

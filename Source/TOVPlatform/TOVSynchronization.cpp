@@ -14,19 +14,19 @@ namespace
 constexpr int MULTIPLE_WAIT_FAILED = -1;
 constexpr int MULTIPLE_WAIT_TIMEOUT = -2;
 
-void WaitForEver(unsigned long long hObject)
+void WaitForEver(tHandle hObject)
 {
     TOVWait::ForOne(hObject, TOVWait::INFINITE_TIMEOUT);
 }
 
 // Settled: a failed wait counts as a released one.
-bool IsReleasedInTime(unsigned long long hObject, long lMilliseconds)
+bool IsReleasedInTime(tHandle hObject, long lMilliseconds)
 {
     return TOVWait::ForOne(hObject, static_cast<tDword>(lMilliseconds)) != TOVWait::RESULT_TIMEOUT;
 }
 
 // One object cannot be had twice at once; not every version of the systems says so.
-bool HasTwins(const unsigned long long* pHandles, int nCount)
+bool HasTwins(const tHandle* pHandles, int nCount)
 {
     for (int nIndex = 1; nIndex < nCount; ++nIndex)
     {
@@ -36,7 +36,7 @@ bool HasTwins(const unsigned long long* pHandles, int nCount)
     return false;
 }
 
-int WaitForSeveral(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+int WaitForSeveral(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     if (pHandles == nullptr || nCount < 1 || nCount > TOVWait::MAX_OBJECTS)
         return MULTIPLE_WAIT_FAILED;
@@ -48,43 +48,43 @@ int WaitForSeveral(const unsigned long long* pHandles, int nCount, bool bWaitFor
 }
 } // namespace
 
-void Event::Wait(unsigned long long hEvent)
+void Event::Wait(tHandle hEvent)
 {
     WaitForEver(hEvent);
 }
 
-bool Event::TimedWait(unsigned long long hEvent, long lMilliseconds)
+bool Event::TimedWait(tHandle hEvent, long lMilliseconds)
 {
     return IsReleasedInTime(hEvent, lMilliseconds);
 }
 
-int Event::MultipleWait(unsigned long long* pHandles, int nCount, bool bWaitForAll)
+int Event::MultipleWait(tHandle* pHandles, int nCount, bool bWaitForAll)
 {
     return WaitForSeveral(pHandles, nCount, bWaitForAll, TOVWait::INFINITE_TIMEOUT);
 }
 
-int Event::MultipleTimedWait(unsigned long long* pHandles, int nCount, bool bWaitForAll, long lMilliseconds)
+int Event::MultipleTimedWait(tHandle* pHandles, int nCount, bool bWaitForAll, long lMilliseconds)
 {
     return WaitForSeveral(pHandles, nCount, bWaitForAll, static_cast<tDword>(lMilliseconds));
 }
 
-void Mutex::Lock(unsigned long long hMutex)
+void Mutex::Lock(tHandle hMutex)
 {
     WaitForEver(hMutex);
 }
 
-bool Mutex::IsLocked(unsigned long long hMutex)
+bool Mutex::IsLocked(tHandle hMutex)
 {
     // Settled: a free mutex is taken by this query.
     return TOVWait::ForOne(hMutex, 0) != TOVWait::RESULT_SIGNALLED;
 }
 
-void Semaphore::Lock(unsigned long long hSemaphore)
+void Semaphore::Lock(tHandle hSemaphore)
 {
     WaitForEver(hSemaphore);
 }
 
-bool Semaphore::TryLock(unsigned long long hSemaphore, long lMilliseconds)
+bool Semaphore::TryLock(tHandle hSemaphore, long lMilliseconds)
 {
     return IsReleasedInTime(hSemaphore, lMilliseconds);
 }

@@ -26,13 +26,13 @@ namespace TOVSynchronization
 namespace CriticalSection
 {
 // The spin count is accepted and not used. Returns 0 on failure.
-TOV_EXPORT unsigned long long Create(unsigned long ulSpinCount);
-TOV_EXPORT void Enter(unsigned long long hCriticalSection);
-TOV_EXPORT void Leave(unsigned long long hCriticalSection);
+TOV_EXPORT tHandle Create(unsigned long ulSpinCount);
+TOV_EXPORT void Enter(tHandle hCriticalSection);
+TOV_EXPORT void Leave(tHandle hCriticalSection);
 
 // Only when no thread is inside. On Windows the handle is the address of the lock's record, which is released here, so
 // that a second call for the same handle is an error of the caller; a handle of 0 is passed over.
-TOV_EXPORT void Destroy(unsigned long long hCriticalSection);
+TOV_EXPORT void Destroy(tHandle hCriticalSection);
 } // namespace CriticalSection
 
 // A signal. The waits here take any handle that can be waited for: events, mutexes, semaphores and threads.
@@ -40,18 +40,18 @@ namespace Event
 {
 // Manual reset: stays signalled until Reset, and lets every waiter go. Otherwise the one released wait clears it.
 // Returns 0 on failure.
-TOV_EXPORT unsigned long long Create(bool bManualReset, bool bInitiallySignalled, const char* szName);
+TOV_EXPORT tHandle Create(bool bManualReset, bool bInitiallySignalled, const char* szName);
 
 // True if the handle was open.
-TOV_EXPORT bool Destroy(unsigned long long hEvent);
-TOV_EXPORT void Signal(unsigned long long hEvent);
-TOV_EXPORT void Reset(unsigned long long hEvent);
+TOV_EXPORT bool Destroy(tHandle hEvent);
+TOV_EXPORT void Signal(tHandle hEvent);
+TOV_EXPORT void Reset(tHandle hEvent);
 
 // Waits until signalled; returns at once for a bad handle.
-TOV_EXPORT void Wait(unsigned long long hEvent);
+TOV_EXPORT void Wait(tHandle hEvent);
 
 // False only when the time ran out: a signal, a mutex whose owner died and a bad handle all give true.
-TOV_EXPORT bool TimedWait(unsigned long long hEvent, long lMilliseconds);
+TOV_EXPORT bool TimedWait(tHandle hEvent, long lMilliseconds);
 
 // Wait for 1 to 64 objects until any one of them can be had, or all of them at once; "all" takes none before it can
 // take every one. Results:
@@ -60,8 +60,8 @@ TOV_EXPORT bool TimedWait(unsigned long long hEvent, long lMilliseconds);
 //    -1                failed: a bad handle, a count outside 1 to 64, or one object twice in a wait for all
 //    -2                the time ran out (MultipleTimedWait only)
 // Posix: several objects of which at least one has a name need the system call futex_waitv (Linux 5.16), else -1.
-TOV_EXPORT int MultipleWait(unsigned long long* pHandles, int nCount, bool bWaitForAll);
-TOV_EXPORT int MultipleTimedWait(unsigned long long* pHandles, int nCount, bool bWaitForAll, long lMilliseconds);
+TOV_EXPORT int MultipleWait(tHandle* pHandles, int nCount, bool bWaitForAll);
+TOV_EXPORT int MultipleTimedWait(tHandle* pHandles, int nCount, bool bWaitForAll, long lMilliseconds);
 } // namespace Event
 
 // A lock with an owner, a thread, which may lock repeatedly and unlocks as often. A thread that ends as the owner
@@ -69,32 +69,32 @@ TOV_EXPORT int MultipleTimedWait(unsigned long long* pHandles, int nCount, bool 
 namespace Mutex
 {
 // bInitiallyOwned makes the calling thread the owner of a new mutex. Returns 0 on failure.
-TOV_EXPORT unsigned long long Create(bool bInitiallyOwned, const char* szName);
-TOV_EXPORT bool Destroy(unsigned long long hMutex);
-TOV_EXPORT void Lock(unsigned long long hMutex);
+TOV_EXPORT tHandle Create(bool bInitiallyOwned, const char* szName);
+TOV_EXPORT bool Destroy(tHandle hMutex);
+TOV_EXPORT void Lock(tHandle hMutex);
 
 // Does nothing unless the calling thread is the owner.
-TOV_EXPORT void Unlock(unsigned long long hMutex);
+TOV_EXPORT void Unlock(tHandle hMutex);
 
 // True if another thread holds the mutex. Settled: a free mutex is taken by this query, and one level of ownership is
 // added for the owner itself; each false has to be undone with Unlock. An abandoned mutex gives true and is taken too.
-TOV_EXPORT bool IsLocked(unsigned long long hMutex);
+TOV_EXPORT bool IsLocked(tHandle hMutex);
 } // namespace Mutex
 
 // A count that waits take down by one and that stops them at 0.
 namespace Semaphore
 {
 // Returns 0 unless 0 <= lInitialCount <= lMaximumCount and 0 < lMaximumCount.
-TOV_EXPORT unsigned long long Create(long lInitialCount, long lMaximumCount, const char* szName);
-TOV_EXPORT bool Destroy(unsigned long long hSemaphore);
-TOV_EXPORT void Lock(unsigned long long hSemaphore);
+TOV_EXPORT tHandle Create(long lInitialCount, long lMaximumCount, const char* szName);
+TOV_EXPORT bool Destroy(tHandle hSemaphore);
+TOV_EXPORT void Lock(tHandle hSemaphore);
 
 // As Event::TimedWait: false only when the time ran out.
-TOV_EXPORT bool TryLock(unsigned long long hSemaphore, long lMilliseconds);
+TOV_EXPORT bool TryLock(tHandle hSemaphore, long lMilliseconds);
 
 // Returns the count before the release. Fails with 0, and changes nothing, for a release of less than 1, for one beyond
 // the maximum and for a bad handle.
-TOV_EXPORT long Unlock(unsigned long long hSemaphore, long lReleaseCount);
+TOV_EXPORT long Unlock(tHandle hSemaphore, long lReleaseCount);
 } // namespace Semaphore
 
 namespace Variable

@@ -24,17 +24,17 @@ constexpr sPriority PRIORITIES[] = {
 };
 } // namespace
 
-void WaitForExit(unsigned long long hThread, unsigned long ulMilliseconds)
+void WaitForExit(tHandle hThread, unsigned long ulMilliseconds)
 {
     TOVWait::ForOne(hThread, static_cast<tDword>(ulMilliseconds));
 }
 
-void WaitForExitInfinite(unsigned long long hThread)
+void WaitForExitInfinite(tHandle hThread)
 {
     TOVWait::ForOne(hThread, TOVWait::INFINITE_TIMEOUT);
 }
 
-eThreadPriority GetPriority(unsigned long long hThread)
+eThreadPriority GetPriority(tHandle hThread)
 {
     const int nLevel = TOVThreadPriority::Read(hThread);
     for (const sPriority& oEntry : PRIORITIES)
@@ -45,7 +45,7 @@ eThreadPriority GetPriority(unsigned long long hThread)
     return static_cast<eThreadPriority>(-1); // Settled: the levels between have no enumerator, nor has this value.
 }
 
-void SetPriority(unsigned long long hThread, eThreadPriority ePriority)
+void SetPriority(tHandle hThread, eThreadPriority ePriority)
 {
     int nLevel = TOVThreadPriority::LEVEL_NORMAL;
     for (const sPriority& oEntry : PRIORITIES)

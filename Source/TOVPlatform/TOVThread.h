@@ -28,7 +28,7 @@ typedef unsigned long (*tThreadEntry)(unsigned long long ullParam);
 
 // Starts a thread, which runs at once. The system's id of the thread stands in *pulThreadId, unless that is null,
 // before the entry function begins. Returns 0 on failure.
-TOV_EXPORT unsigned long long Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId);
+TOV_EXPORT tHandle Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId);
 
 // Ends the calling thread. Its stack is not unwound, so no local object is destroyed; its thread-local storage is
 // released.
@@ -36,14 +36,14 @@ TOV_EXPORT unsigned long long Create(tThreadEntry pEntry, void* pParam, unsigned
 
 // Wait for a thread's end. Whether it ended, or the time ran out, or the handle was bad, is not told.
 // Unsigned 32-bit milliseconds; 0xFFFFFFFF waits for ever.
-TOV_EXPORT void WaitForExit(unsigned long long hThread, unsigned long ulMilliseconds);
-TOV_EXPORT void WaitForExitInfinite(unsigned long long hThread);
+TOV_EXPORT void WaitForExit(tHandle hThread, unsigned long ulMilliseconds);
+TOV_EXPORT void WaitForExitInfinite(tHandle hThread);
 
 // -1, which is no enumerator, for a priority of the system that has none here (above normal, idle) and a bad handle.
-TOV_EXPORT eThreadPriority GetPriority(unsigned long long hThread);
+TOV_EXPORT eThreadPriority GetPriority(tHandle hThread);
 
 // A value outside the enumerators sets normal priority. On Linux the levels are nice values of the thread; one that the
 // system refuses to this user reads back as set all the same.
-TOV_EXPORT void SetPriority(unsigned long long hThread, eThreadPriority ePriority);
+TOV_EXPORT void SetPriority(tHandle hThread, eThreadPriority ePriority);
 } // namespace TOVThread
 } // namespace TOVPlatform

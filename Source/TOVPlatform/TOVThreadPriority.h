@@ -15,7 +15,7 @@ constexpr int LEVEL_TIME_CRITICAL = 15;
 // What Read gives for a bad handle and for a priority that no level stands for.
 constexpr int LEVEL_NONE = 0x7FFFFFFF;
 
-int Read(unsigned long long hThread);
-void Write(unsigned long long hThread, int nLevel);
+int Read(tHandle hThread);
+void Write(tHandle hThread, int nLevel);
 } // namespace TOVThreadPriority
 } // namespace TOVPlatform

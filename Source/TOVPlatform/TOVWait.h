@@ -17,9 +17,9 @@ constexpr tDword RESULT_TIMEOUT = 0x102;     // nothing has been taken
 constexpr tDword RESULT_FAILED = 0xFFFFFFFF; // a bad handle
 
 // Waits for one object and takes it as its kind demands. A timeout of 0 only looks.
-tDword ForOne(unsigned long long hObject, tDword dwMilliseconds);
+tDword ForOne(tHandle hObject, tDword dwMilliseconds);
 
 // Waits for any or all of 1 to MAX_OBJECTS objects.
-tDword ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds);
+tDword ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds);
 } // namespace TOVWait
 } // namespace TOVPlatform

@@ -27,5 +27,5 @@ public:
     void Leave() const;
 
 private:
-    unsigned long long m_hCriticalSection;
+    tHandle m_hCriticalSection;
 };

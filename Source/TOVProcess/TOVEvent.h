@@ -29,19 +29,19 @@ public:
     bool TimedWait(long lMilliseconds);
 
     // For waits for several objects.
-    unsigned long long GetHandle() const;
-    operator unsigned long long() const;
+    tHandle GetHandle() const;
+    operator tHandle() const;
 
 private:
-    unsigned long long m_hEvent;
+    tHandle m_hEvent;
 };
 
-TOV_EXPORT_INLINE unsigned long long CTOVEvent::GetHandle() const
+TOV_EXPORT_INLINE tHandle CTOVEvent::GetHandle() const
 {
     return m_hEvent;
 }
 
-TOV_EXPORT_INLINE CTOVEvent::operator unsigned long long() const
+TOV_EXPORT_INLINE CTOVEvent::operator tHandle() const
 {
     return m_hEvent;
 }

@@ -15,13 +15,13 @@ namespace
 {
 // The handles of the events, which are asked for by their index. NULL when there is no memory, also for so many that
 // their bytes cannot be counted: new would throw then.
-template<class TEventAt> unsigned long long* TakeHandles(int nNumEvents, const TEventAt& fnEventAt)
+template<class TEventAt> tHandle* TakeHandles(int nNumEvents, const TEventAt& fnEventAt)
 {
-    if (nNumEvents > INT_MAX / static_cast<int>(sizeof(unsigned long long)))
+    if (nNumEvents > INT_MAX / static_cast<int>(sizeof(tHandle)))
         return nullptr;
 
-    std::unique_ptr<unsigned long long[]> pHandles(
-        new (std::nothrow) unsigned long long[static_cast<std::size_t>(nNumEvents)]);
+    std::unique_ptr<tHandle[]> pHandles(
+        new (std::nothrow) tHandle[static_cast<std::size_t>(nNumEvents)]);
     for (int nEvent = 0; pHandles != nullptr && nEvent < nNumEvents; ++nEvent)
         pHandles[nEvent] = fnEventAt(nEvent).GetHandle(); // an array's own access may throw
     return pHandles.release();

@@ -48,6 +48,6 @@ public:
 
 private:
     eConditionType m_eConditionType;
-    unsigned long long* m_pEventHandles;
+    tHandle* m_pEventHandles;
     int m_nNumEvents;
 };

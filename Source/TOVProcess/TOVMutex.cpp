@@ -52,7 +52,7 @@ bool CTOVMutex::IsLocked() const
     return Mutex::IsLocked(m_hMutex);
 }
 
-unsigned long long CTOVMutex::GetHandle() const
+tHandle CTOVMutex::GetHandle() const
 {
     TOV_ASSERT_TEXT(m_hMutex != 0, "m_hMutex != NULL");
 

@@ -29,9 +29,9 @@ public:
     bool IsLocked() const;
 
     // For waits for several objects.
-    unsigned long long GetHandle() const;
+    tHandle GetHandle() const;
 
 private:
-    unsigned long long m_hMutex;
+    tHandle m_hMutex;
     bool m_bMutexState; // only carried along by copies
 };

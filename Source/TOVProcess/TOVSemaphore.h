@@ -32,5 +32,5 @@ public:
 
 private:
     long m_lSemaphoreState; // only carried along by copies
-    unsigned long long m_hSemaphore;
+    tHandle m_hSemaphore;
 };

@@ -38,21 +38,21 @@ public:
     bool IsThere() const { return m_hSection != 0; }
 
 private:
-    static unsigned long long GetSection()
+    static tHandle GetSection()
     {
-        static std::atomic<unsigned long long> s_hSection;
+        static std::atomic<tHandle> s_hSection;
 
-        unsigned long long hSection = s_hSection.load(std::memory_order_acquire);
+        tHandle hSection = s_hSection.load(std::memory_order_acquire);
         if (hSection != 0)
             return hSection;
-        const unsigned long long hCreated = CriticalSection::Create(0);
+        const tHandle hCreated = CriticalSection::Create(0);
         if (s_hSection.compare_exchange_strong(hSection, hCreated, std::memory_order_acq_rel))
             return hCreated;
         CriticalSection::Destroy(hCreated); // another thread was first
         return hSection;
     }
 
-    const unsigned long long m_hSection;
+    const tHandle m_hSection;
 };
 
 void LogError(int nLine, const char* szMessage)
@@ -89,7 +89,7 @@ bool CTOVThread::StartNew(unsigned long ulUserParam, Thread::eThreadPriority ePr
     TOVAtomic::Store(m_bStopPending, false);
     TOVAtomic::Store<unsigned long>(m_ulUserParam, static_cast<tDword>(ulUserParam));
 
-    unsigned long long hThread = 0;
+    tHandle hThread = 0;
     {
         const CStartGate oGate;
         if (oGate.IsThere())
@@ -113,7 +113,7 @@ bool CTOVThread::Stop(bool bWait, unsigned long ulTimeout)
     if (!bWait)
         return true;
 
-    const unsigned long long hThread = TOVAtomic::Load(m_hThread);
+    const tHandle hThread = TOVAtomic::Load(m_hThread);
     if (static_cast<tDword>(ulTimeout) == NO_TIMEOUT)
         Thread::WaitForExitInfinite(hThread);
     else

@@ -64,12 +64,12 @@ DWORD ToNativeAttributes(unsigned long ulOwn)
 }
 
 // The handle of a search is an address, widened with sign extension.
-unsigned long long FromNativeSearch(HANDLE hNative)
+tHandle FromNativeSearch(HANDLE hNative)
 {
-    return static_cast<unsigned long long>(static_cast<long long>(reinterpret_cast<std::intptr_t>(hNative)));
+    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<std::intptr_t>(hNative)));
 }
 
-HANDLE ToNativeSearch(unsigned long long hFind)
+HANDLE ToNativeSearch(tHandle hFind)
 {
     return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(hFind));
 }
@@ -181,7 +181,7 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
     return ::SetFileAttributesA(szName, ToNativeAttributes(ulAttributes)) != FALSE;
 }
 
-eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned long long& hFind)
+eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, tHandle& hFind)
 {
     WIN32_FIND_DATAA oNative;
     const HANDLE hNative = ::FindFirstFileA(szPattern, &oNative);
@@ -193,7 +193,7 @@ eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, unsigned l
     return eFindEntry;
 }
 
-eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData)
+eFindResult FindNext(tHandle hFind, sTOVFindData* pFindData)
 {
     WIN32_FIND_DATAA oNative;
     if (::FindNextFileA(ToNativeSearch(hFind), &oNative) == FALSE)
@@ -203,7 +203,7 @@ eFindResult FindNext(unsigned long long hFind, sTOVFindData* pFindData)
     return eFindEntry;
 }
 
-void FindClose(unsigned long long hFind)
+void FindClose(tHandle hFind)
 {
     ::FindClose(ToNativeSearch(hFind));
 }

@@ -6,13 +6,13 @@
 namespace TOVPlatform
 {
 // Widened with sign extension; 0 stays 0.
-inline unsigned long long FromNative(HANDLE hObject)
+inline tHandle FromNative(HANDLE hObject)
 {
-    return static_cast<unsigned long long>(static_cast<long long>(reinterpret_cast<LONG_PTR>(hObject)));
+    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<LONG_PTR>(hObject)));
 }
 
 // Only the low 32 bits count: a kernel handle has no more.
-inline HANDLE ToNative(unsigned long long hObject)
+inline HANDLE ToNative(tHandle hObject)
 {
     return reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(static_cast<LONG>(hObject)));
 }

@@ -13,18 +13,18 @@ namespace TOVSynchronization
 {
 namespace
 {
-unsigned long long FromRecord(CRITICAL_SECTION* pRecord)
+tHandle FromRecord(CRITICAL_SECTION* pRecord)
 {
-    return static_cast<unsigned long long>(static_cast<long long>(reinterpret_cast<LONG_PTR>(pRecord)));
+    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<LONG_PTR>(pRecord)));
 }
 
-CRITICAL_SECTION* ToRecord(unsigned long long hCriticalSection)
+CRITICAL_SECTION* ToRecord(tHandle hCriticalSection)
 {
     return reinterpret_cast<CRITICAL_SECTION*>(static_cast<ULONG_PTR>(hCriticalSection));
 }
 } // namespace
 
-unsigned long long CriticalSection::Create(unsigned long)
+tHandle CriticalSection::Create(unsigned long)
 {
     CRITICAL_SECTION* const pRecord = new (std::nothrow) CRITICAL_SECTION;
     if (pRecord != nullptr)
@@ -32,19 +32,19 @@ unsigned long long CriticalSection::Create(unsigned long)
     return FromRecord(pRecord);
 }
 
-void CriticalSection::Enter(unsigned long long hCriticalSection)
+void CriticalSection::Enter(tHandle hCriticalSection)
 {
     if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
         ::EnterCriticalSection(pRecord);
 }
 
-void CriticalSection::Leave(unsigned long long hCriticalSection)
+void CriticalSection::Leave(tHandle hCriticalSection)
 {
     if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
         ::LeaveCriticalSection(pRecord);
 }
 
-void CriticalSection::Destroy(unsigned long long hCriticalSection)
+void CriticalSection::Destroy(tHandle hCriticalSection)
 {
     if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
     {
@@ -53,52 +53,52 @@ void CriticalSection::Destroy(unsigned long long hCriticalSection)
     }
 }
 
-unsigned long long Event::Create(bool bManualReset, bool bInitiallySignalled, const char* szName)
+tHandle Event::Create(bool bManualReset, bool bInitiallySignalled, const char* szName)
 {
     return FromNative(::CreateEventA(nullptr, bManualReset, bInitiallySignalled, szName));
 }
 
-bool Event::Destroy(unsigned long long hEvent)
+bool Event::Destroy(tHandle hEvent)
 {
     return ::CloseHandle(ToNative(hEvent)) != FALSE;
 }
 
-void Event::Signal(unsigned long long hEvent)
+void Event::Signal(tHandle hEvent)
 {
     ::SetEvent(ToNative(hEvent));
 }
 
-void Event::Reset(unsigned long long hEvent)
+void Event::Reset(tHandle hEvent)
 {
     ::ResetEvent(ToNative(hEvent));
 }
 
-unsigned long long Mutex::Create(bool bInitiallyOwned, const char* szName)
+tHandle Mutex::Create(bool bInitiallyOwned, const char* szName)
 {
     return FromNative(::CreateMutexA(nullptr, bInitiallyOwned, szName));
 }
 
-bool Mutex::Destroy(unsigned long long hMutex)
+bool Mutex::Destroy(tHandle hMutex)
 {
     return ::CloseHandle(ToNative(hMutex)) != FALSE;
 }
 
-void Mutex::Unlock(unsigned long long hMutex)
+void Mutex::Unlock(tHandle hMutex)
 {
     ::ReleaseMutex(ToNative(hMutex));
 }
 
-unsigned long long Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
+tHandle Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
 {
     return FromNative(::CreateSemaphoreA(nullptr, lInitialCount, lMaximumCount, szName));
 }
 
-bool Semaphore::Destroy(unsigned long long hSemaphore)
+bool Semaphore::Destroy(tHandle hSemaphore)
 {
     return ::CloseHandle(ToNative(hSemaphore)) != FALSE;
 }
 
-long Semaphore::Unlock(unsigned long long hSemaphore, long lReleaseCount)
+long Semaphore::Unlock(tHandle hSemaphore, long lReleaseCount)
 {
     LONG lPreviousCount = 0;
     if (lReleaseCount < 1 || !::ReleaseSemaphore( // not every version of the system refuses 0
@@ -118,12 +118,12 @@ static_assert(TOVWait::MAX_OBJECTS == MAXIMUM_WAIT_OBJECTS && TOVWait::INFINITE_
                   TOVWait::RESULT_TIMEOUT == WAIT_TIMEOUT && TOVWait::RESULT_FAILED == WAIT_FAILED,
               "the waits' results are passed on as they stand");
 
-tDword TOVWait::ForOne(unsigned long long hObject, tDword dwMilliseconds)
+tDword TOVWait::ForOne(tHandle hObject, tDword dwMilliseconds)
 {
     return ::WaitForSingleObject(ToNative(hObject), dwMilliseconds);
 }
 
-tDword TOVWait::ForMany(const unsigned long long* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+tDword TOVWait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     HANDLE ahObjects[MAX_OBJECTS];
     for (int nIndex = 0; nIndex < nCount; ++nIndex)

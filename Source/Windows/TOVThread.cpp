@@ -27,7 +27,7 @@ DWORD WINAPI EnterThread(void* pParam)
 }
 } // namespace
 
-unsigned long long Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
+tHandle Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
 {
     sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam};
     if (pStart == nullptr)
@@ -52,12 +52,12 @@ static_assert(TOVThreadPriority::LEVEL_LOWEST == THREAD_PRIORITY_LOWEST &&
                   TOVThreadPriority::LEVEL_NONE == THREAD_PRIORITY_ERROR_RETURN,
               "levels are passed on as they stand");
 
-int TOVThreadPriority::Read(unsigned long long hThread)
+int TOVThreadPriority::Read(tHandle hThread)
 {
     return ::GetThreadPriority(ToNative(hThread));
 }
 
-void TOVThreadPriority::Write(unsigned long long hThread, int nLevel)
+void TOVThreadPriority::Write(tHandle hThread, int nLevel)
 {
     ::SetThreadPriority(ToNative(hThread), nLevel);
 }
