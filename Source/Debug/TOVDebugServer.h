@@ -16,17 +16,6 @@ namespace TOVDebug
 class TOV_EXPORT CTOVDebugServer : public ITOVLogListener
 {
 public:
-    // The current server, made on first need (in the library's own start-up, on the loading thread).
-    static CTOVDebugServer& Instance();
-
-    // An empty table, the name "<unknown>" and a lock of its own; exit(-1) if there can be none.
-    CTOVDebugServer();
-
-    // Memberwise: the table by value, the lock shared. Each of the two destroys the lock at its end: before the first
-    // of them ends, the other one must get a lock of its own through OnStartup.
-    CTOVDebugServer(const CTOVDebugServer& oOther);
-    CTOVDebugServer& operator=(const CTOVDebugServer& oOther);
-
     // Closes down all listeners and leaves them in the table, then destroys the lock; the handle keeps its old value.
     // A server that closed down works without a lock until it gets a fresh one through OnStartup: one thread at a time.
     // Another closedown, that of its destructor included, tells the listeners once more and destroys nothing.
@@ -48,6 +37,17 @@ public:
 
     // Runs OnClosedown.
     virtual ~CTOVDebugServer() noexcept(false);
+
+    // The current server, made on first need (in the library's own start-up, on the loading thread).
+    static CTOVDebugServer& Instance();
+
+    // An empty table, the name "<unknown>" and a lock of its own; exit(-1) if there can be none.
+    CTOVDebugServer();
+
+    // Memberwise: the table by value, the lock shared. Each of the two destroys the lock at its end: before the first
+    // of them ends, the other one must get a lock of its own through OnStartup.
+    CTOVDebugServer(const CTOVDebugServer& oOther);
+    CTOVDebugServer& operator=(const CTOVDebugServer& oOther);
 
     // Appends the listener and calls its OnStartup. Null is ignored. Throws std::bad_alloc with nothing changed.
     // A second registration adds nothing and, settled, leaves the lock entered once more by the calling thread: every

@@ -14,13 +14,13 @@ public:
         eClassStream = 10
     };
 
-    CTOVException(eErrorClass eClass, unsigned long ulErrorCode);
-    CTOVException(const CTOVException& oOther);
-    CTOVException& operator=(const CTOVException& oOther);
-
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
     virtual eErrorClass GetClass(); // Settled: not const, unlike its neighbour.
     virtual unsigned long GetCode() const;
+
+    CTOVException(eErrorClass eClass, unsigned long ulErrorCode);
+    CTOVException(const CTOVException& oOther);
+    CTOVException& operator=(const CTOVException& oOther);
 
 private:
     eErrorClass m_eErrorClass;

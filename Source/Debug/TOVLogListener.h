@@ -18,10 +18,6 @@ namespace TOVDebug
 class TOV_EXPORT ITOVLogListener
 {
 public:
-    ITOVLogListener();
-    ITOVLogListener(const ITOVLogListener& oOther);
-    ITOVLogListener& operator=(const ITOVLogListener& oOther);
-
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
 
     // Called once when registered, and when unregistered or when the server closes down.
@@ -39,6 +35,10 @@ public:
     virtual void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) = 0;
     virtual void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) = 0;
     virtual void SetApplicationName(const char* szName) = 0;
+
+    ITOVLogListener();
+    ITOVLogListener(const ITOVLogListener& oOther);
+    ITOVLogListener& operator=(const ITOVLogListener& oOther);
 
     // Do not compile: an object among the arguments.
     template<class... TArguments, tRefusal<TArguments...> = 0>

@@ -15,13 +15,6 @@ namespace TOVDebug
 class TOV_EXPORT CTOVMSDevLogger : public ITOVLogListener
 {
 public:
-    // Registers itself with the current server.
-    CTOVMSDevLogger();
-
-    // Copies the name only; the copy is not registered.
-    CTOVMSDevLogger(const CTOVMSDevLogger& oOther);
-    CTOVMSDevLogger& operator=(const CTOVMSDevLogger& oOther);
-
     // Both empty.
     void OnStartup() override;
     void OnClosedown() override;
@@ -43,6 +36,13 @@ public:
 
     // Unregisters itself, also if it never was registered.
     virtual ~CTOVMSDevLogger() noexcept(false);
+
+    // Registers itself with the current server.
+    CTOVMSDevLogger();
+
+    // Copies the name only; the copy is not registered.
+    CTOVMSDevLogger(const CTOVMSDevLogger& oOther);
+    CTOVMSDevLogger& operator=(const CTOVMSDevLogger& oOther);
 
     // The one instance of the library.
     static const CTOVMSDevLogger _m_this;

@@ -18,13 +18,6 @@ public:
         FileException& operator=(const FileException& oOther);
     };
 
-    // Closed.
-    CTOVFile();
-
-    // Both copy the handle's value and nothing else. A handle that was held before is not closed.
-    CTOVFile(const CTOVFile& oOther);
-    CTOVFile& operator=(const CTOVFile& oOther);
-
     // Virtual operations; their order is part of the exported design.
 
     // Resolves the name and opens it with nFlags (eFileOpenFlags). Throws FileException with code 0 if that fails; the
@@ -63,6 +56,13 @@ public:
 
     // Does the same as Close.
     virtual ~CTOVFile();
+
+    // Closed.
+    CTOVFile();
+
+    // Both copy the handle's value and nothing else. A handle that was held before is not closed.
+    CTOVFile(const CTOVFile& oOther);
+    CTOVFile& operator=(const CTOVFile& oOther);
 
 private:
     tHandle m_hFile; // FILE_INVALID_HANDLE: closed

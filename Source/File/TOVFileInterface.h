@@ -28,10 +28,6 @@ public:
         Exception& operator=(const Exception& oOther);
     };
 
-    ITOVFile();
-    ITOVFile(const ITOVFile& oOther);
-    ITOVFile& operator=(const ITOVFile& oOther);
-
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
     virtual void Open(const char* szFileName, int nFlags) = 0;
     virtual void Close() = 0;
@@ -43,4 +39,8 @@ public:
     virtual bool IsOpen() const = 0;
     virtual bool IsEof() const = 0;
     virtual unsigned long long GetSize() const = 0;
+
+    ITOVFile();
+    ITOVFile(const ITOVFile& oOther);
+    ITOVFile& operator=(const ITOVFile& oOther);
 };

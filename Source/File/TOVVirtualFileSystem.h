@@ -15,10 +15,6 @@
 class TOV_EXPORT ITOVVirtualFileSystem
 {
 public:
-    ITOVVirtualFileSystem();
-    ITOVVirtualFileSystem(const ITOVVirtualFileSystem& oOther);
-    ITOVVirtualFileSystem& operator=(const ITOVVirtualFileSystem& oOther);
-
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
     virtual const CTOVClass& GetRuntimeClass() const;
     virtual void* QueryInterface(const CTOVClass& oClass); // this for GetClass(), otherwise null
@@ -27,6 +23,10 @@ public:
     virtual void SetAssign(const CTOVStringA& oName, const CTOVPath& oPath) = 0;
     virtual const CTOVStringA& GetAssign(const CTOVStringA& oName) const = 0;
     virtual CTOVPath ResolvePath(const CTOVPath& oPath) = 0;
+
+    ITOVVirtualFileSystem();
+    ITOVVirtualFileSystem(const ITOVVirtualFileSystem& oOther);
+    ITOVVirtualFileSystem& operator=(const ITOVVirtualFileSystem& oOther);
 
     static const CTOVClass& GetClass();
 };
@@ -44,16 +44,6 @@ public:
         Exception(const Exception& oOther);
         Exception& operator=(const Exception& oOther);
     };
-
-    // An empty table.
-    CTOVVirtualFileSystem();
-    CTOVVirtualFileSystem(const CTOVVirtualFileSystem& oOther);
-    CTOVVirtualFileSystem& operator=(const CTOVVirtualFileSystem& oOther);
-
-    // The table that CTOVFile asks, created if there is none.
-    static CTOVVirtualFileSystem& Instance();
-
-    static const CTOVClass& GetClass();
 
     // Virtual operations; their order is part of the exported design.
     const CTOVClass& GetRuntimeClass() const override;
@@ -74,6 +64,16 @@ public:
     CTOVPath ResolvePath(const CTOVPath& oPath) override;
 
     virtual ~CTOVVirtualFileSystem();
+
+    // An empty table.
+    CTOVVirtualFileSystem();
+    CTOVVirtualFileSystem(const CTOVVirtualFileSystem& oOther);
+    CTOVVirtualFileSystem& operator=(const CTOVVirtualFileSystem& oOther);
+
+    // The table that CTOVFile asks, created if there is none.
+    static CTOVVirtualFileSystem& Instance();
+
+    static const CTOVClass& GetClass();
 
 private:
     std::map<CTOVStringA, CTOVPath> m_oAssigns; // in the order of unsigned bytes

@@ -15,14 +15,14 @@ class CNamedObject;
 // which is harmless (see FutexWake).
 struct sThreadRecord
 {
-    tFutex nWake;               // what the thread sleeps on in a wait: 0 asleep, 1 woken
-    tDword nId;                 // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
-    tDword nOwnedMutexes;       // mutexes without name that the thread owns
-    CNamedObject* pOwnedNamed;  // list of mutexes with name that the thread owns
-    tHandle hThread; // the thread's handle if TOVThread::Create started it, else 0
-    void* pLibraryHold;         // the thread's hold on this library, likewise
-    std::jmp_buf* pExit;        // the frame to which TOVThread::Exit goes back; null in threads that others started
-    void* pExitStack;           // memory to release at the thread's end; see TOVThread::Exit
+    tFutex nWake;              // what the thread sleeps on in a wait: 0 asleep, 1 woken
+    tDword nId;                // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
+    tDword nOwnedMutexes;      // mutexes without name that the thread owns
+    CNamedObject* pOwnedNamed; // list of mutexes with name that the thread owns
+    tHandle hThread;           // the thread's handle if TOVThread::Create started it, else 0
+    void* pLibraryHold;        // the thread's hold on this library, likewise
+    std::jmp_buf* pExit;       // the frame to which TOVThread::Exit goes back; null in threads that others started
+    void* pExitStack;          // memory to release at the thread's end; see TOVThread::Exit
     bool bEndDeferred;
 };
 

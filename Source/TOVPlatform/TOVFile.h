@@ -169,13 +169,13 @@ TOV_EXPORT void FindClose(tHandle hFind);
 class TOV_EXPORT CTOVHandleManager
 {
 public:
+    // Virtual operation. Releases the slots; streams that are still open stay open.
+    virtual ~CTOVHandleManager();
+
     // Also sees to it that the system lets the process open so many streams.
     explicit CTOVHandleManager(unsigned long ulMaxHandles);
     CTOVHandleManager(const CTOVHandleManager&) = delete;
     CTOVHandleManager& operator=(const CTOVHandleManager&) = delete;
-
-    // Virtual operation. Releases the slots; streams that are still open stay open.
-    virtual ~CTOVHandleManager();
 
     // The table behind the file functions, made with 1024 slots if there is none.
     static CTOVHandleManager& Instance();

@@ -20,8 +20,7 @@ template<class TEventAt> tHandle* TakeHandles(int nNumEvents, const TEventAt& fn
     if (nNumEvents > INT_MAX / static_cast<int>(sizeof(tHandle)))
         return nullptr;
 
-    std::unique_ptr<tHandle[]> pHandles(
-        new (std::nothrow) tHandle[static_cast<std::size_t>(nNumEvents)]);
+    std::unique_ptr<tHandle[]> pHandles(new (std::nothrow) tHandle[static_cast<std::size_t>(nNumEvents)]);
     for (int nEvent = 0; pHandles != nullptr && nEvent < nNumEvents; ++nEvent)
         pHandles[nEvent] = fnEventAt(nEvent).GetHandle(); // an array's own access may throw
     return pHandles.release();

@@ -68,8 +68,8 @@ public:
 protected:
     // This class reads and writes them by TOVAtomic (Debug/TOVCompiler.h), since both threads use them. A subclass does
     // so too where it reads what the other thread may be writing: the id at the end of the work, the flag of Stop.
-    unsigned long m_ulThreadId;   // the system's id; 0 before a start and after the work
-    tHandle m_hThread; // 0 until the first start
+    unsigned long m_ulThreadId; // the system's id; 0 before a start and after the work
+    tHandle m_hThread;          // 0 until the first start
     unsigned long m_ulUserParam;
     bool m_bStopPending;
     bool m_bAutoDelete;

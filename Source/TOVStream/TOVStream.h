@@ -44,10 +44,6 @@ public:
         StreamException& operator=(const StreamException& oOther);
     };
 
-    ITOVStream();
-    ITOVStream(const ITOVStream& oOther);
-    ITOVStream& operator=(const ITOVStream& oOther);
-
     // Virtual operations; their order is part of the exported design.
 
     // Transfer ullSize bytes. A short transfer is not reported.
@@ -76,6 +72,10 @@ public:
 
     // Version of the section being read, -1 where there is none.
     virtual int GetVersion() const = 0;
+
+    ITOVStream();
+    ITOVStream(const ITOVStream& oOther);
+    ITOVStream& operator=(const ITOVStream& oOther);
 };
 
 // Renderings of a type, in TOVStream/TOVStreamTraits.h.

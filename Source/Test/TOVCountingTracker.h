@@ -26,11 +26,6 @@ namespace TOVTest
 class TOV_EXPORT CTOVCountingTracker : public CTOVTestListener, public CTOVTestTracker
 {
 public:
-    // Events go to the null listener until SetListener is called. All counters are 0.
-    constexpr CTOVCountingTracker();
-    CTOVCountingTracker(const CTOVCountingTracker& oOther);
-    CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther);
-
     void EnterEnvironment() override;
     void LeaveEnvironment() override;
     void EnterSuite(const CTOVTestSuite& oSuite) override;
@@ -67,6 +62,11 @@ public:
     long GetNumFailedSuiteTests() const override;
     long GetNumFailedSuites() const override;
     long GetNumTotalFailedTests() const override;
+
+    // Events go to the null listener until SetListener is called. All counters are 0.
+    constexpr CTOVCountingTracker();
+    CTOVCountingTracker(const CTOVCountingTracker& oOther);
+    CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther);
 
     // Sets the listener that events are handed on to; NULL means the null listener. It is not owned.
     void SetListener(CTOVTestListener* pListener);

@@ -19,13 +19,14 @@ namespace TOVTest
 class TOV_EXPORT CTOVSimpleTestRunner : public CTOVTestRouter
 {
 public:
-    CTOVSimpleTestRunner();
-    CTOVSimpleTestRunner(const CTOVSimpleTestRunner& oOther);
-    CTOVSimpleTestRunner& operator=(const CTOVSimpleTestRunner& oOther);
     ~CTOVSimpleTestRunner() override;
 
     // Virtual operation, behind those of the router. Runs everything, tells the added listeners, and gives the number
     // of failed cases. What a case throws past its checks goes through.
     virtual int Run();
+
+    CTOVSimpleTestRunner();
+    CTOVSimpleTestRunner(const CTOVSimpleTestRunner& oOther);
+    CTOVSimpleTestRunner& operator=(const CTOVSimpleTestRunner& oOther);
 };
 } // namespace TOVTest

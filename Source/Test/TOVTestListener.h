@@ -16,10 +16,6 @@ class CTOVTestSuite;
 class TOV_EXPORT CTOVTestListener
 {
 public:
-    TOV_EXPORT_INLINE constexpr CTOVTestListener() {}
-    CTOVTestListener(const CTOVTestListener& oOther);
-    CTOVTestListener& operator=(const CTOVTestListener& oOther);
-
     // Virtual operations; their order is part of the exported design. A run, a suite and a case begin and end.
     virtual void EnterEnvironment();
     virtual void LeaveEnvironment();
@@ -48,6 +44,10 @@ public:
     virtual void FailedAssertThrows(const char* szFile, long lLine, const char* szExpression, const char* szException,
                                     bool bOtherException);
     virtual void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression);
+
+    TOV_EXPORT_INLINE constexpr CTOVTestListener() {}
+    CTOVTestListener(const CTOVTestListener& oOther);
+    CTOVTestListener& operator=(const CTOVTestListener& oOther);
 
     // The listener that hears nothing, and the one in force.
     static CTOVTestListener& Null();

@@ -15,10 +15,6 @@ namespace TOVTest
 class TOV_EXPORT CTOVTestRouter : public CTOVTestListener
 {
 public:
-    CTOVTestRouter();
-    CTOVTestRouter(const CTOVTestRouter& oOther);
-    CTOVTestRouter& operator=(const CTOVTestRouter& oOther);
-
     void EnterEnvironment() override;
     void LeaveEnvironment() override;
     void EnterSuite(const CTOVTestSuite& oSuite) override;
@@ -48,6 +44,10 @@ public:
     virtual void AddListener(CTOVTestListener& oListener);
     // Removes the first entry of this listener; an unknown one is ignored.
     virtual void RemoveListener(CTOVTestListener& oListener);
+
+    CTOVTestRouter();
+    CTOVTestRouter(const CTOVTestRouter& oOther);
+    CTOVTestRouter& operator=(const CTOVTestRouter& oOther);
 
     long GetNumListeners() const;
     bool HasListeners() const;

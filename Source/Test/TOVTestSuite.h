@@ -16,10 +16,6 @@ public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVTestSuite();
 
-    TOV_EXPORT_INLINE constexpr CTOVTestSuite() {}
-    CTOVTestSuite(const CTOVTestSuite& oOther);
-    CTOVTestSuite& operator=(const CTOVTestSuite& oOther);
-
     // Called before and after each case. The base does nothing.
     virtual void Startup();
     virtual void Closedown();
@@ -33,6 +29,10 @@ public:
     virtual const char* GetDescription() const;
     virtual const char* GetFileName() const;
     virtual unsigned long GetLine() const;
+
+    TOV_EXPORT_INLINE constexpr CTOVTestSuite() {}
+    CTOVTestSuite(const CTOVTestSuite& oOther);
+    CTOVTestSuite& operator=(const CTOVTestSuite& oOther);
 
     // Stands in where there is no suite.
     static CTOVTestSuite& Null();

@@ -12,11 +12,11 @@ class CTOVTestSuite;
 class TOV_EXPORT ITOVTestSuiteCreator
 {
 public:
+    // Virtual operation. A new suite, which the caller deletes.
+    virtual CTOVTestSuite* New() = 0;
+
     TOV_EXPORT_INLINE constexpr ITOVTestSuiteCreator() {}
     ITOVTestSuiteCreator(const ITOVTestSuiteCreator& oOther);
     ITOVTestSuiteCreator& operator=(const ITOVTestSuiteCreator& oOther);
-
-    // Virtual operation. A new suite, which the caller deletes.
-    virtual CTOVTestSuite* New() = 0;
 };
 } // namespace TOVTest

@@ -10,10 +10,6 @@ namespace TOVTest
 class TOV_EXPORT CTOVTestTracker
 {
 public:
-    TOV_EXPORT_INLINE constexpr CTOVTestTracker() {}
-    CTOVTestTracker(const CTOVTestTracker& oOther);
-    CTOVTestTracker& operator=(const CTOVTestTracker& oOther);
-
     // Virtual operations; their order is part of the exported design.
     // Whether the current case, the current suite, the run has failed: by the counters below.
     virtual bool HasTestFailed() const;
@@ -28,6 +24,10 @@ public:
     // Settled: null objects also for a counting tracker, whose own two operations of these names are others.
     virtual CTOVTestCase& GetCurrentTestCase() const;
     virtual CTOVTestSuite& GetCurrentTestSuite() const;
+
+    TOV_EXPORT_INLINE constexpr CTOVTestTracker() {}
+    CTOVTestTracker(const CTOVTestTracker& oOther);
+    CTOVTestTracker& operator=(const CTOVTestTracker& oOther);
 
     // The tracker that counts nothing, and the one in force, which is the former until SetTracker was called. Trackers
     // are not owned; NULL means the null tracker.

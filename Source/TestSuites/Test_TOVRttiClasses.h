@@ -15,21 +15,23 @@ namespace TOVRttiTest
 class IInterface
 {
 public:
-    static const CTOVClass& GetClass();
     virtual const CTOVClass& GetRuntimeClass() const;
     virtual bool IsInstanceOf(const CTOVClass& oClass) const;
     virtual bool IsKindOf(const CTOVClass& oClass) const;
     virtual void* QueryInterface(const CTOVClass& oClass);
+
+    static const CTOVClass& GetClass();
 };
 
 // The descriptors of these two come to life when the library is loaded.
 class CBase
 {
 public:
-    static const CTOVClass& GetClass() { return _s_oClass; }
     virtual const CTOVClass& GetRuntimeClass() const;
     virtual bool IsInstanceOf(const CTOVClass& oClass) const;
     virtual bool IsKindOf(const CTOVClass& oClass) const;
+
+    static const CTOVClass& GetClass() { return _s_oClass; }
 
 private:
     friend class CClass;
@@ -40,11 +42,12 @@ private:
 class CClass : public CBase, public IInterface
 {
 public:
-    static const CTOVClass& GetClass() { return _s_oClass; }
     const CTOVClass& GetRuntimeClass() const override;
     bool IsInstanceOf(const CTOVClass& oClass) const override;
     bool IsKindOf(const CTOVClass& oClass) const override;
     void* QueryInterface(const CTOVClass& oClass) override;
+
+    static const CTOVClass& GetClass() { return _s_oClass; }
 
 private:
     static const CTOVClass _s_oClass;

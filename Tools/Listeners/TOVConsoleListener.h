@@ -21,12 +21,13 @@ enum eTOVConsoleStream
 class CTOVConsoleListener final : public CTOVLineListener
 {
 public:
-    // The stream, and whether it shows colours, is settled here.
-    explicit CTOVConsoleListener(eTOVConsoleStream eStream = eConsoleError);
     ~CTOVConsoleListener() override;
 
     // Flushes.
     void OnClosedown() override;
+
+    // The stream, and whether it shows colours, is settled here.
+    explicit CTOVConsoleListener(eTOVConsoleStream eStream = eConsoleError);
 
 protected:
     void OnLine(const sTOVLogLine& oLine) override;

@@ -19,18 +19,19 @@ namespace TOVDebug
 class CTOVFileListener : public CTOVLineListener
 {
 public:
+    ~CTOVFileListener() override;
+
+    // Flushes.
+    void OnClosedown() override;
+
     // Adds to a file that exists, or begins it anew. Whether that worked: IsOpen.
     explicit CTOVFileListener(const char* szPath, bool bAppend = true);
-    ~CTOVFileListener() override;
 
     // False where the file could not be opened, also for a null path.
     bool IsOpen() const;
 
     // Hands what has been written to the system.
     void Flush();
-
-    // Flushes.
-    void OnClosedown() override;
 
 protected:
     void OnLine(const sTOVLogLine& oLine) override;

@@ -14,12 +14,12 @@ namespace TOVDebug
 class CTOVLineListener : public CTOVListener
 {
 public:
-    CTOVLineListener();
-
     void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                 va_list pArguments) override;
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
+
+    CTOVLineListener();
 
     // True once a line has been lost: a write failed, a file is not open, memory has run out. Thread-safe.
     bool HasLostLines() const;

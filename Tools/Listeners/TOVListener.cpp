@@ -14,14 +14,6 @@ namespace
 class CLockedAction : public ITOVLogListener
 {
 public:
-    static void Run(const std::function<void()>& fnAction)
-    {
-        CLockedAction oAction(fnAction);
-        CTOVDebugServer::Instance().Unregister(&oAction);
-        if (oAction.m_pFailure != nullptr)
-            std::rethrow_exception(oAction.m_pFailure);
-    }
-
     void OnStartup() override {}
 
     // What is thrown through a call of the server leaves its lock taken.
@@ -41,6 +33,14 @@ public:
     void OnAssert(const char*, unsigned long, const char*) override {}
     void OnPanicV(const char*, unsigned long, const char*, va_list) override {}
     void SetApplicationName(const char*) override {}
+
+    static void Run(const std::function<void()>& fnAction)
+    {
+        CLockedAction oAction(fnAction);
+        CTOVDebugServer::Instance().Unregister(&oAction);
+        if (oAction.m_pFailure != nullptr)
+            std::rethrow_exception(oAction.m_pFailure);
+    }
 
 private:
     explicit CLockedAction(const std::function<void()>& fnAction) : m_fnAction(fnAction) {}

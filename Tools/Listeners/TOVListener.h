@@ -16,12 +16,19 @@ namespace TOVDebug
 class CTOVListener : public ITOVLogListener
 {
 public:
+    // Unregisters it, from the current server.
+    virtual ~CTOVListener();
+
+    // Overrides call these.
+    void OnStartup() override;
+    void OnClosedown() override;
+
+    // Ignored: the server passes on no name.
+    void SetApplicationName(const char* szName) override;
+
     CTOVListener();
     CTOVListener(const CTOVListener&) = delete;
     CTOVListener& operator=(const CTOVListener&) = delete;
-
-    // Unregisters it, from the current server.
-    virtual ~CTOVListener();
 
     // Registers it with the current server, at the end of its table. Nothing happens when it already is, so that it is
     // never there twice; one that came in by the server's own Register moves to the end.
@@ -30,13 +37,6 @@ public:
 
     // Takes it out of the current server's table; harmless when it is not there. Its OnClosedown is called in any case.
     void Unregister();
-
-    // Overrides call these.
-    void OnStartup() override;
-    void OnClosedown() override;
-
-    // Ignored: the server passes on no name.
-    void SetApplicationName(const char* szName) override;
 
 private:
     bool m_bRegistered; // certainly in the table; guarded by the server's lock

@@ -14,9 +14,10 @@ namespace TOVDebug
 class CTOVMemoryListener final : public CTOVLineListener
 {
 public:
+    ~CTOVMemoryListener() override;
+
     // How many are kept; 0 and below keep none.
     explicit CTOVMemoryListener(long lCapacity = 1000);
-    ~CTOVMemoryListener() override;
 
     // A copy of what is kept, oldest first.
     std::vector<sTOVLogLine> GetLines() const;

@@ -21,9 +21,10 @@ namespace TOVDebug
 class CTOVRotatingFileListener final : public CTOVFileListener
 {
 public:
+    ~CTOVRotatingFileListener() override;
+
     // ullMaxSize in bytes; 0 gives each line a file of its own. nKeptFiles below 0 counts as 0.
     CTOVRotatingFileListener(const char* szPath, unsigned long long ullMaxSize, int nKeptFiles);
-    ~CTOVRotatingFileListener() override;
 
 private:
     void BeforeWrite(std::size_t nBytes) override;

@@ -14,12 +14,7 @@ namespace TOVDebug
 class CTOVSeverityFilter final : public CTOVListener
 {
 public:
-    CTOVSeverityFilter(ITOVLogListener& oTarget, eTOVDebugSeverity eLeastSeverity);
     ~CTOVSeverityFilter() override;
-
-    // Thread-safe, also inside a call of the server.
-    eTOVDebugSeverity GetLeastSeverity() const;
-    void SetLeastSeverity(eTOVDebugSeverity eLeastSeverity);
 
     // Passed on when the filter is registered, and once when that is over.
     void OnStartup() override;
@@ -30,6 +25,12 @@ public:
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
     void SetApplicationName(const char* szName) override;
+
+    CTOVSeverityFilter(ITOVLogListener& oTarget, eTOVDebugSeverity eLeastSeverity);
+
+    // Thread-safe, also inside a call of the server.
+    eTOVDebugSeverity GetLeastSeverity() const;
+    void SetLeastSeverity(eTOVDebugSeverity eLeastSeverity);
 
 private:
     ITOVLogListener& m_oTarget;

@@ -12,15 +12,15 @@ namespace TOVTestHost
 class CTOVConsoleReport : public ITOVTestReport
 {
 public:
-    // With bVerbose every case has its line.
-    CTOVConsoleReport(std::FILE* pStream, bool bTerminal, bool bVerbose);
-
     void OnBegin(const sTestRecord& oRecord) override;
     void OnEnterRun(const sTestRecord& oRecord) override;
     void OnEnterCase(const sCaseRecord& oCase) override;
     void OnLeaveCase(const sCaseRecord& oCase) override;
     void OnLeaveSuite(const sSuiteRecord& oSuite) override;
     void OnEnd(const sTestRecord& oRecord) override;
+
+    // With bVerbose every case has its line.
+    CTOVConsoleReport(std::FILE* pStream, bool bTerminal, bool bVerbose);
 
 private:
     void PrintLine(const std::string& sLine);

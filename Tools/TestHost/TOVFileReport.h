@@ -12,13 +12,15 @@ namespace TOVTestHost
 class CTOVFileReport : public ITOVTestReport
 {
 public:
-    explicit CTOVFileReport(const std::string& sFile);
     ~CTOVFileReport() override;
-    CTOVFileReport(const CTOVFileReport&) = delete;
-    CTOVFileReport& operator=(const CTOVFileReport&) = delete;
 
     void OnBegin(const sTestRecord& oRecord) override;
     void OnEnd(const sTestRecord& oRecord) override;
+
+    explicit CTOVFileReport(const std::string& sFile);
+
+    CTOVFileReport(const CTOVFileReport&) = delete;
+    CTOVFileReport& operator=(const CTOVFileReport&) = delete;
 
 protected:
     // All that stands in the file.

@@ -12,12 +12,12 @@ namespace TOVTestHost
 class CTOVTapReport : public ITOVTestReport
 {
 public:
-    explicit CTOVTapReport(std::FILE* pStream);
-
     void OnBegin(const sTestRecord& oRecord) override;
     void OnEnterRun(const sTestRecord& oRecord) override;
     void OnLeaveCase(const sCaseRecord& oCase) override;
     void OnEnd(const sTestRecord& oRecord) override;
+
+    explicit CTOVTapReport(std::FILE* pStream);
 
 private:
     void PrintLine(const std::string& sLine);

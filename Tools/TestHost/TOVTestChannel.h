@@ -11,8 +11,6 @@ namespace TOVTestHost
 class CTOVTestSender : public ITOVTestEvents
 {
 public:
-    explicit CTOVTestSender(ITOVProcessLink& oLink);
-
     void OnPlan(const sTestPlan& oPlan) override;
     void OnEnterRun() override;
     void OnLeaveRun() override;
@@ -23,6 +21,8 @@ public:
     void OnCloseCase() override;
     void OnNote(const sTestNote& oNote) override;
     void OnEndEarly(const std::string& sReason) override;
+
+    explicit CTOVTestSender(ITOVProcessLink& oLink);
 
     // At the end, whatever the end was; with what stood against a run, where there was none.
     void SendDone(const std::string& sError);

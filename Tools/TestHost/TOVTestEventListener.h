@@ -11,8 +11,6 @@ namespace TOVTestHost
 class CTOVTestEventListener : public TOVTest::CTOVTestListener
 {
 public:
-    explicit CTOVTestEventListener(ITOVTestEvents& oEvents);
-
     void EnterEnvironment() override;
     void LeaveEnvironment() override;
     void EnterSuite(const TOVTest::CTOVTestSuite& oSuite) override;
@@ -34,6 +32,8 @@ public:
     void FailedAssertThrows(const char* szFile, long lLine, const char* szExpression, const char* szException,
                             bool bOtherException) override;
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
+
+    explicit CTOVTestEventListener(ITOVTestEvents& oEvents);
 
 private:
     ITOVTestEvents& m_oEvents;

@@ -21,8 +21,6 @@ namespace TOVTestHost
 class CTOVTestRecorder : public ITOVTestEvents
 {
 public:
-    CTOVTestRecorder();
-
     void OnPlan(const sTestPlan& oPlan) override;
     void OnEnterRun() override;
     void OnLeaveRun() override;
@@ -33,6 +31,8 @@ public:
     void OnCloseCase() override;
     void OnNote(const sTestNote& oNote) override;
     void OnEndEarly(const std::string& sReason) override;
+
+    CTOVTestRecorder();
 
     void AddReport(ITOVTestReport& oReport);
 

@@ -19,11 +19,6 @@ namespace
 class CCheckListener : public TOVDebug::ITOVLogListener
 {
 public:
-    CCheckListener() { TOVDebug::CTOVDebugServer::Instance().Register(this); }
-    ~CCheckListener() { TOVDebug::CTOVDebugServer::Instance().Unregister(this); }
-    CCheckListener(const CCheckListener&) = delete;
-    CCheckListener& operator=(const CCheckListener&) = delete;
-
     void OnStartup() override {}
     void OnClosedown() override {}
     void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override {}
@@ -33,6 +28,11 @@ public:
     {
         m_sCheck = std::string(szExpression) + " (" + szFile + ":" + std::to_string(ulLine) + ")";
     }
+
+    CCheckListener() { TOVDebug::CTOVDebugServer::Instance().Register(this); }
+    ~CCheckListener() { TOVDebug::CTOVDebugServer::Instance().Unregister(this); }
+    CCheckListener(const CCheckListener&) = delete;
+    CCheckListener& operator=(const CCheckListener&) = delete;
 
     const std::string& LastCheck() const { return m_sCheck; }
 

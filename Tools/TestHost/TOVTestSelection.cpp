@@ -19,12 +19,6 @@ namespace
 class CChosenSuite : public TOVTest::CTOVTestSuite
 {
 public:
-    CChosenSuite(std::unique_ptr<TOVTest::CTOVTestSuite> pReal, const std::vector<long>& aCases,
-                 ITOVTestEvents& oEvents)
-        : m_pReal(std::move(pReal)), m_aCases(aCases), m_oEvents(oEvents)
-    {
-    }
-
     void Startup() override { m_pReal->Startup(); }
     void Closedown() override
     {
@@ -40,6 +34,12 @@ public:
     const char* GetFileName() const override { return m_pReal->GetFileName(); }
     unsigned long GetLine() const override { return m_pReal->GetLine(); }
 
+    CChosenSuite(std::unique_ptr<TOVTest::CTOVTestSuite> pReal, const std::vector<long>& aCases,
+                 ITOVTestEvents& oEvents)
+        : m_pReal(std::move(pReal)), m_aCases(aCases), m_oEvents(oEvents)
+    {
+    }
+
 private:
     const std::unique_ptr<TOVTest::CTOVTestSuite> m_pReal;
     const std::vector<long> m_aCases;
@@ -49,15 +49,15 @@ private:
 class CChosenCreator final : public TOVTest::ITOVTestSuiteCreator
 {
 public:
-    CChosenCreator(TOVTest::ITOVTestSuiteCreator& oReal, const std::vector<long>& aCases, ITOVTestEvents& oEvents)
-        : m_oReal(oReal), m_aCases(aCases), m_oEvents(oEvents)
-    {
-    }
-
     TOVTest::CTOVTestSuite* New() override
     {
         std::unique_ptr<TOVTest::CTOVTestSuite> pReal(m_oReal.New());
         return pReal != nullptr ? new CChosenSuite(std::move(pReal), m_aCases, m_oEvents) : nullptr;
+    }
+
+    CChosenCreator(TOVTest::ITOVTestSuiteCreator& oReal, const std::vector<long>& aCases, ITOVTestEvents& oEvents)
+        : m_oReal(oReal), m_aCases(aCases), m_oEvents(oEvents)
+    {
     }
 
 private:

@@ -21,7 +21,6 @@ constexpr char VARIABLE[] = "TOV_TEST_WORKER";
 class CProcessLink : public ITOVProcessLink
 {
 public:
-    CProcessLink(int nSocket, pid_t nWorker) : m_nSocket(nSocket), m_nWorker(nWorker) {}
     ~CProcessLink() override { ::close(m_nSocket); }
 
     bool Write(const void* pBytes, std::size_t nBytes) override
@@ -69,6 +68,8 @@ public:
         const int nExit = WEXITSTATUS(nStatus);
         return nExit == 0 ? "" : "ended the process with status " + std::to_string(nExit);
     }
+
+    CProcessLink(int nSocket, pid_t nWorker) : m_nSocket(nSocket), m_nWorker(nWorker) {}
 
 private:
     static std::string DescribeSignal(int nSignal)

@@ -16,7 +16,6 @@ constexpr DWORD CALLED_ABORT = 0xE0AB0047;
 class CProcessLink : public ITOVProcessLink
 {
 public:
-    CProcessLink(HANDLE hRead, HANDLE hWrite, HANDLE hWorker) : m_hRead(hRead), m_hWrite(hWrite), m_hWorker(hWorker) {}
     ~CProcessLink() override
     {
         Cut();
@@ -60,6 +59,8 @@ public:
         ::GetExitCodeProcess(m_hWorker, &dwExit);
         return DescribeExit(dwExit);
     }
+
+    CProcessLink(HANDLE hRead, HANDLE hWrite, HANDLE hWorker) : m_hRead(hRead), m_hWrite(hWrite), m_hWorker(hWorker) {}
 
 private:
     void Cut()
