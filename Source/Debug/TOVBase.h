@@ -22,13 +22,19 @@ namespace TOVDebug
 [[noreturn]] TOV_EXPORT void Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 
+// The source file that a failed check names. A source that is shared by several classes, or by both platforms,
+// redefines it after its last #include, so that each check names the file of the class or platform that it serves.
+#ifndef TOV_CHECK_FILE
+#define TOV_CHECK_FILE __FILE__
+#endif
+
 // A precondition. Active in every build: a false expression is reported to all listeners under its literal text, then
 // TOVDebug::CTOVAssertException is thrown, so that code behind the check may rely on it.
 #define TOV_ASSERT(expression)                                                                                         \
     do                                                                                                                 \
     {                                                                                                                  \
         if (!(expression))                                                                                             \
-            TOVDebug::Assert(#expression, __FILE__, __LINE__);                                                         \
+            TOVDebug::Assert(#expression, TOV_CHECK_FILE, __LINE__);                                                   \
     } while (false)
 
 // Reverses the four bytes of a 32-bit value. The argument is used four times.

@@ -11,7 +11,7 @@
             TOVDebug::Assert(szText, szFile, __LINE__);                                                                \
     } while (false)
 
-#define TOV_ASSERT_TEXT(condition, szText) TOV_ASSERT_TEXT_AT(__FILE__, condition, szText)
+#define TOV_ASSERT_TEXT(condition, szText) TOV_ASSERT_TEXT_AT(TOV_CHECK_FILE, condition, szText)
 
 // A check in code that several classes, or both platforms, share: it reports the source of the one that it serves.
 // It stringises its own argument, so that macros in it keep their names in the text.

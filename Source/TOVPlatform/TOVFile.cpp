@@ -7,6 +7,10 @@
 #include <algorithm>
 #include <cstring>
 
+// Both platforms share these functions; a failed check names the platform's source.
+#undef TOV_CHECK_FILE
+#define TOV_CHECK_FILE TOV_PLATFORM_SOURCE("TOVFile")
+
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager>;
 
 namespace TOVPlatform
@@ -17,9 +21,6 @@ namespace
 {
 constexpr unsigned long MAX_HANDLES = 1024;
 constexpr long MAX_POSITION = 0x7FFFFFFF;
-
-// The handle table is the same on both platforms and reports the backend's name.
-constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
 
 FILE* GetFile(tHandle hFile)
 {
@@ -293,8 +294,8 @@ tHandle CTOVHandleManager::FindFreeSlot() const
 
 void CTOVHandleManager::CheckHandle(tHandle hHandle) const
 {
-    TOV_ASSERT_AT(SOURCE, hHandle != FILE_INVALID_HANDLE);
-    TOV_ASSERT_TEXT_AT(SOURCE, hHandle < m_ulMaxHandles, "(0 <= hHandle) && (hHandle < m_ulMaxHandles)");
+    TOV_ASSERT(hHandle != FILE_INVALID_HANDLE);
+    TOV_ASSERT_TEXT(hHandle < m_ulMaxHandles, "(0 <= hHandle) && (hHandle < m_ulMaxHandles)");
 }
 
 void CTOVHandleManager::SetFile(tHandle hHandle, FILE* pFile)

@@ -4,6 +4,10 @@
 
 #include <Debug/TOVCheck.h>
 
+// Both platforms share these functions; a failed check names the platform's source.
+#undef TOV_CHECK_FILE
+#define TOV_CHECK_FILE TOV_PLATFORM_SOURCE("TOVMemory")
+
 bool TOVMemory_Cmp(const void* pFirst, const void* pSecond, unsigned short usSize)
 {
     const tByte* pBytes1 = static_cast<const tByte*>(pFirst);
@@ -26,7 +30,7 @@ void TOVMemory_Copy(void* pDestination, const void* pSource, unsigned short usSi
 
 void TOVMemory_Set(void* pDestination, int nValue, unsigned short usSize)
 {
-    TOV_ASSERT_AT(TOV_PLATFORM_SOURCE("TOVMemory"), pDestination != NULL);
+    TOV_ASSERT(pDestination != NULL);
     tByte* pBytes = static_cast<tByte*>(pDestination);
     for (unsigned i = 0; i < usSize; ++i)
         pBytes[i] = static_cast<tByte>(nValue);
@@ -34,6 +38,6 @@ void TOVMemory_Set(void* pDestination, int nValue, unsigned short usSize)
 
 void TOVMemory_Zero(void* pMemory, unsigned short usSize)
 {
-    TOV_ASSERT_AT(TOV_PLATFORM_SOURCE("TOVMemory"), pMemory != NULL);
+    TOV_ASSERT(pMemory != NULL);
     TOVMemory_Set(pMemory, 0, usSize);
 }

@@ -5,62 +5,60 @@
 #include <cstdlib>
 #include <cstring>
 
+// Both platforms share these functions; a failed check names the platform's source.
+#undef TOV_CHECK_FILE
+#define TOV_CHECK_FILE TOV_PLATFORM_SOURCE("TOVMemory")
+
 namespace TOVPlatform
 {
 namespace TOVMemory
 {
-namespace
-{
-// The runtime's memory functions are the same on both platforms, so this stands once, under the backend's name.
-constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
-} // namespace
-
 void* Alloc(unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(dwSize > 0);
     return std::malloc(dwSize);
 }
 
 void* Realloc(void* pMemoryBlock, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pMemoryBlock != NULL);
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(pMemoryBlock != NULL);
+    TOV_ASSERT(dwSize > 0);
     return std::realloc(pMemoryBlock, dwSize);
 }
 
 void Free(void* pMemory)
 {
-    TOV_ASSERT_AT(SOURCE, pMemory != NULL);
+    TOV_ASSERT(pMemory != NULL);
     std::free(pMemory);
 }
 
 void Zero(void* pMemory, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pMemory != NULL);
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(pMemory != NULL);
+    TOV_ASSERT(dwSize > 0);
     std::memset(pMemory, 0, dwSize);
 }
 
 void Copy(void* pDestination, const void* pSource, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
-    TOV_ASSERT_AT(SOURCE, pSource != NULL);
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(pDestination != NULL);
+    TOV_ASSERT(pSource != NULL);
+    TOV_ASSERT(dwSize > 0);
     std::memcpy(pDestination, pSource, dwSize);
 }
 
 void Move(void* pDestination, const void* pSource, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
-    TOV_ASSERT_AT(SOURCE, pSource != NULL);
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(pDestination != NULL);
+    TOV_ASSERT(pSource != NULL);
+    TOV_ASSERT(dwSize > 0);
     std::memmove(pDestination, pSource, dwSize);
 }
 
 void Set(void* pDestination, int nValue, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(pDestination != NULL);
+    TOV_ASSERT(dwSize > 0);
     std::memset(pDestination, nValue, dwSize);
 }
 
@@ -85,17 +83,17 @@ unsigned long EqualWords(const tByte* pFirst, const tByte* pSecond, unsigned lon
 
 bool FastCompare(const void* pDestination, const void* pSource, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
-    TOV_ASSERT_AT(SOURCE, pSource != NULL);
-    TOV_ASSERT_AT(SOURCE, (dwSize > 0) && ((dwSize % 4) == 0));
+    TOV_ASSERT(pDestination != NULL);
+    TOV_ASSERT(pSource != NULL);
+    TOV_ASSERT((dwSize > 0) && ((dwSize % 4) == 0));
     return EqualWords(static_cast<const tByte*>(pDestination), static_cast<const tByte*>(pSource), dwSize) == dwSize;
 }
 
 int Compare(const void* pDestination, const void* pSource, unsigned long dwSize)
 {
-    TOV_ASSERT_AT(SOURCE, pDestination != NULL);
-    TOV_ASSERT_AT(SOURCE, pSource != NULL);
-    TOV_ASSERT_AT(SOURCE, dwSize > 0);
+    TOV_ASSERT(pDestination != NULL);
+    TOV_ASSERT(pSource != NULL);
+    TOV_ASSERT(dwSize > 0);
 
     const tByte* pFirst = static_cast<const tByte*>(pDestination);
     const tByte* pSecond = static_cast<const tByte*>(pSource);

@@ -6,13 +6,14 @@
 
 #include <climits>
 
+// Both platforms share these functions; a failed check names the platform's source.
+#undef TOV_CHECK_FILE
+#define TOV_CHECK_FILE TOV_PLATFORM_SOURCE("TOVString")
+
 namespace TOVPlatform
 {
 namespace
 {
-// Checks report the platform's source for both widths.
-constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
-
 // Exactly -1, 0 or 1.
 int Sign(int nOrder)
 {

@@ -7,12 +7,14 @@
 #include <algorithm>
 #include <climits>
 
+// Both platforms share these functions; a failed check names the platform's source.
+#undef TOV_CHECK_FILE
+#define TOV_CHECK_FILE TOV_PLATFORM_SOURCE("TOVString")
+
 namespace TOVPlatform
 {
 namespace
 {
-constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
-
 // Sizes that a format is given without a look at the value.
 constexpr long long CHARACTER_SIZE = 2;
 constexpr long long NULL_TEXT_SIZE = 6;
@@ -178,7 +180,7 @@ template<class T> void CFormatMeasure<T>::MeasureItem()
         m_oArguments.NextPointer();
         break;
     default: // also the end of a format that stops behind a percent sign
-        TOV_ASSERT_TEXT_AT(SOURCE, false, "FALSE");
+        TOV_ASSERT_TEXT(false, "FALSE");
     }
     ++m_szPosition;
 }
@@ -217,7 +219,7 @@ template<class T> sItemFormat CFormatMeasure<T>::ReadFlagsAndWidth()
         oFormat.nWidth = ReadNumber(m_szPosition);
 
     const int nWidth = oFormat.nWidth;
-    TOV_ASSERT_AT(SOURCE, nWidth >= 0);
+    TOV_ASSERT(nWidth >= 0);
     return oFormat;
 }
 
@@ -238,7 +240,7 @@ template<class T> void CFormatMeasure<T>::ReadPrecision(sItemFormat& oFormat)
             nPrecision = ReadNumber(m_szPosition);
         }
     }
-    TOV_ASSERT_AT(SOURCE, nPrecision >= 0);
+    TOV_ASSERT(nPrecision >= 0);
     oFormat.nPrecision = nPrecision;
 }
 
