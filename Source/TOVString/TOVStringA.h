@@ -11,8 +11,6 @@
 
 class CTOVStringA;
 class CTOVStringW;
-template<class TString> class CTOVStringStore;
-template<class TString> class CTOVStringText;
 
 // 8-bit text: a shared block of characters and a length of its own. Copies are cheap, as they share the block; it looks
 // like copy on write and is not: what writes in place is seen by every string that shares the block.
@@ -211,9 +209,6 @@ public:
     }
 
 private:
-    friend class CTOVStringStore<CTOVStringA>;
-    friend class CTOVStringText<CTOVStringA>;
-
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const char* szString); // 0 for NULL
 

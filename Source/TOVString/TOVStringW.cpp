@@ -1,10 +1,28 @@
 #include <TOVString/TOVStringW.h>
 
-#include <TOVString/TOVStringStore.h>
+#include <TOVPlatform/TOVMemory.h>
+#include <TOVPlatform/TOVText.h>
+#include <TOVString/TOVStringA.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+#include <functional>
+#include <optional>
+
+#undef TOV_CHECK_FILE
+#define TOV_CHECK_FILE "TOVString/TOVStringW"
+
+typedef CTOVStringW tString;
+typedef CTOVStringA tOtherString;
+typedef wchar_t tUnit;
+
+#include <TOVString/TOVStringBody.inl>
+#include <TOVString/TOVStringEditing.inl>
+#include <TOVString/TOVStringSearch.inl>
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVStringW>;
-
-typedef CTOVStringStore<CTOVStringW> tStore;
+template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringW>;
 
 CTOVStringW::CTOVStringW()
 {
@@ -18,45 +36,28 @@ CTOVStringW::CTOVStringW(const wchar_t* szString)
 }
 
 CTOVStringW::CTOVStringW(const CTOVStringW& oOther)
-    : m_oData(tStore::ShareBlock(oOther)), m_nStringLength(oOther.m_nStringLength)
+    : m_oData(ShareBlock(oOther.m_oData)), m_nStringLength(oOther.m_nStringLength)
 {
 }
 
 CTOVStringW::CTOVStringW(const CTOVStringA& oOther)
 {
     Init();
-    tStore::Convert(*this, oOther);
+    Convert(*this, oOther);
 }
 
 CTOVStringW::CTOVStringW(wchar_t cChar, int nCount)
 {
     Init();
-    tStore::Fill(*this, cChar, nCount);
+    Fill(*this, cChar, nCount);
 }
 
 CTOVStringW::~CTOVStringW() = default;
 
-CTOVStringW& CTOVStringW::Null()
-{
-    return CTOVDynamicSingleton<CTOVStringW>::GetInstance();
-}
-
-const CTOVStringW& CTOVStringW::operator=(const CTOVStringW& oOther)
-{
-    tStore::Share(*this, oOther);
-    return *this;
-}
-
-// Settled: no string ids here.
+// Settled: wide text has no string ids.
 const CTOVStringW& CTOVStringW::operator=(const wchar_t* szString)
 {
-    tStore::AssignText(*this, szString);
-    return *this;
-}
-
-const CTOVStringW& CTOVStringW::operator=(wchar_t cChar)
-{
-    tStore::AssignCharacter(*this, cChar);
+    AssignText(*this, szString);
     return *this;
 }
 
@@ -64,61 +65,4 @@ const CTOVStringW& CTOVStringW::operator=(wchar_t cChar)
 bool CTOVStringW::LoadStringResource(long)
 {
     return false;
-}
-
-const CTOVStringW& CTOVStringW::operator+=(const CTOVStringW& oOther)
-{
-    ConcatInPlace(oOther.m_nStringLength, oOther.GetString());
-    return *this;
-}
-
-const CTOVStringW& CTOVStringW::operator+=(wchar_t cChar)
-{
-    ConcatInPlace(1, &cChar);
-    return *this;
-}
-
-void CTOVStringW::Copy(const wchar_t* szSrcString, int nStringLength)
-{
-    tStore::Copy(*this, szSrcString, nStringLength);
-}
-
-void CTOVStringW::Empty()
-{
-    tStore::Empty(*this);
-}
-
-void CTOVStringW::AllocBuffer(int nLength)
-{
-    tStore::AllocBuffer(*this, nLength);
-}
-
-void CTOVStringW::AssignCopy(int nLength, const wchar_t* szString)
-{
-    tStore::AssignCopy(*this, nLength, szString);
-}
-
-void CTOVStringW::ConcatCopy(int nLength1, const wchar_t* sz1, int nLength2, const wchar_t* sz2)
-{
-    tStore::ConcatCopy(*this, nLength1, sz1, nLength2, sz2);
-}
-
-void CTOVStringW::ConcatInPlace(int nLength, const wchar_t* szString)
-{
-    tStore::ConcatInPlace(*this, nLength, szString);
-}
-
-wchar_t* CTOVStringW::GetBuffer(int nLength)
-{
-    return tStore::GetBuffer(*this, nLength);
-}
-
-void CTOVStringW::ReleaseBuffer(int nNewLength)
-{
-    tStore::ReleaseBuffer(*this, nNewLength);
-}
-
-int CTOVStringW::GetSafeStringLength(const wchar_t* szString)
-{
-    return tStore::GetSafeStringLength(szString);
 }

@@ -11,8 +11,6 @@
 
 class CTOVStringA;
 class CTOVStringW;
-template<class TString> class CTOVStringStore;
-template<class TString> class CTOVStringText;
 
 // 16-bit text with the operations of CTOVStringA under the same names: the same sharing and growth, the same checks,
 // the same cutting. <TOVString/TOVStringA.h> is the contract; lengths, capacities and positions count 16-bit units.
@@ -147,9 +145,6 @@ public:
     }
 
 private:
-    friend class CTOVStringStore<CTOVStringW>;
-    friend class CTOVStringText<CTOVStringW>;
-
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const wchar_t* szString); // 0 for NULL
 

@@ -1,0 +1,213 @@
+// The members of a string that make, share and fill its block, for units of type tUnit. TOVStringA.cpp and
+// TOVStringW.cpp include this with their own tString, tOtherString and tUnit. The contracts are in the two headers.
+
+namespace
+{
+typedef CTOVBuffer<tUnit> tBuffer;
+typedef std::optional<tBuffer> tKeptBlock;
+
+// The one range of lengths. A sum comes in wider, so that it does not wrap on its way here.
+int CheckedLength(long long nLength)
+{
+    TOV_ASSERT(nLength >= 0);
+    TOV_ASSERT(nLength <= INT_MAX-1);
+    return static_cast<int>(nLength);
+}
+
+// A string without a block has no place for a terminator and needs none.
+void Terminate(tBuffer& oBlock, int nLength)
+{
+    if (tUnit* pBlock = oBlock.GetBuffer())
+        pBlock[nLength] = 0;
+}
+
+// Makes a new block for nLength units and terminates it there. The old contents are not copied, as they are not kept.
+void ReplaceBlock(tBuffer& oBlock, int nLength)
+{
+    oBlock.Resize(nLength + 1, false);
+    Terminate(oBlock, nLength);
+}
+
+// The block for a copy of the string. Settled: a string without a block has a holder of its own.
+tBuffer ShareBlock(const tBuffer& oBlock)
+{
+    return oBlock.IsValid() ? tBuffer(oBlock) : tBuffer();
+}
+
+const tUnit* OrEmpty(const tUnit* szString)
+{
+    static constexpr tUnit EMPTY_TEXT[] = {0};
+    return szString != nullptr ? szString : EMPTY_TEXT;
+}
+
+bool IsInBlock(const tBuffer& oBlock, const tUnit* szText)
+{
+    const tUnit* pBlock = oBlock.GetBuffer();
+    const std::less<const tUnit*> oBefore;
+    return pBlock != nullptr && !oBefore(szText, pBlock) && !oBefore(pBlock + oBlock.GetSize(), szText);
+}
+
+// Keeps the block alive while a text inside it is the source of what replaces it.
+tKeptBlock KeepOwnText(const tBuffer& oBlock, const tUnit* szText)
+{
+    return IsInBlock(oBlock, szText) ? tKeptBlock(oBlock) : std::nullopt;
+}
+
+// Copies the text; NULL and an empty text empty the string.
+void AssignText(tString& oString, const tUnit* szText)
+{
+    if (const int nLength = szText != nullptr ? TOVText::Length(szText) : 0)
+        oString.AssignCopy(nLength, szText);
+    else
+        oString.Empty();
+}
+
+// Fills an empty string from one of the other width, without any code page.
+void Convert(tString& oString, const tOtherString& oOther)
+{
+    if (oOther.IsEmpty())
+        return;
+    const int nLength = static_cast<int>(oOther.GetLength());
+    oString.AllocBuffer(nLength);
+    for (int i = 0; i < nLength; ++i)
+        oString.GetString()[i] = static_cast<tUnit>(oOther.GetAt(i));
+}
+
+// Fills an empty string with nCount times cChar.
+void Fill(tString& oString, tUnit cChar, int nCount)
+{
+    if (nCount <= 0)
+        return;
+    oString.AllocBuffer(nCount);
+    // Settled: the count is one of bytes for both widths.
+    TOVPlatform::TOVMemory::Set(oString.GetString(), cChar, nCount);
+}
+} // namespace
+
+tString& tString::Null()
+{
+    return CTOVDynamicSingleton<tString>::GetInstance();
+}
+
+const tString& tString::operator=(const tString& oOther)
+{
+    // Settled: lengths that differ on one block survive an assignment.
+    if (m_oData.GetBuffer() == oOther.m_oData.GetBuffer())
+        return *this;
+    m_oData = oOther.m_oData;
+    m_nStringLength = oOther.m_nStringLength;
+    return *this;
+}
+
+const tString& tString::operator=(tUnit cChar)
+{
+    const tUnit szText[] = {cChar, 0};
+    return *this = szText;
+}
+
+const tString& tString::operator+=(const tString& oOther)
+{
+    ConcatInPlace(oOther.m_nStringLength, oOther.GetString());
+    return *this;
+}
+
+const tString& tString::operator+=(tUnit cChar)
+{
+    ConcatInPlace(1, &cChar);
+    return *this;
+}
+
+void tString::Copy(const tUnit* szSrcString, int nStringLength)
+{
+    TOV_ASSERT(szSrcString != NULL);
+    TOV_ASSERT(nStringLength > 0);
+    AssignCopy(nStringLength, szSrcString);
+}
+
+void tString::Empty()
+{
+    if (m_nStringLength == 0)
+        return;
+    m_oData.Zero();
+    Init();
+}
+
+void tString::AllocBuffer(int nLength)
+{
+    if (CheckedLength(nLength) > 0)
+        ReplaceBlock(m_oData, nLength);
+    m_nStringLength = nLength;
+}
+
+void tString::AssignCopy(int nLength, const tUnit* szString)
+{
+    if (CheckedLength(nLength) > 0)
+    {
+        const tKeptBlock oKept = KeepOwnText(m_oData, szString);
+        m_oData.Resize(nLength + 1, false);
+        // The text is empty in case that the source is refused.
+        Init();
+        Terminate(m_oData, 0);
+        m_oData.SetElements(0, szString, nLength);
+    }
+    m_nStringLength = nLength;
+    Terminate(m_oData, nLength);
+}
+
+void tString::ConcatCopy(int nLength1, const tUnit* sz1, int nLength2, const tUnit* sz2)
+{
+    const long long llSum = static_cast<long long>(nLength1) + nLength2;
+    if (llSum == 0)
+        return;
+    const tKeptBlock oKept1 = KeepOwnText(m_oData, sz1);
+    const tKeptBlock oKept2 = KeepOwnText(m_oData, sz2);
+    AllocBuffer(CheckedLength(llSum));
+    if (nLength1 > 0)
+        m_oData.SetElements(0, sz1, nLength1);
+    if (CheckedLength(nLength2) > 0)
+        m_oData.SetElements(nLength1, sz2, nLength2);
+}
+
+void tString::ConcatInPlace(int nLength, const tUnit* szString)
+{
+    if (CheckedLength(nLength) == 0)
+        return;
+    const int nOldLength = m_nStringLength;
+    const int nNewLength = CheckedLength(static_cast<long long>(nOldLength) + nLength);
+    if (m_oData.GetSize() < nNewLength + 1)
+    {
+        // A source inside the string's own text moves with it.
+        const bool bOwnText = IsInBlock(m_oData, szString);
+        const std::ptrdiff_t nOffset = bOwnText ? szString - GetString() : 0;
+        m_oData.Resize(nNewLength + 1, true);
+        if (bOwnText)
+            szString = GetString() + nOffset;
+    }
+    m_oData.SetElements(nOldLength, szString, nLength);
+    m_nStringLength = nNewLength;
+    TOV_ASSERT(m_nStringLength <= m_oData.GetSize());
+    Terminate(m_oData, nNewLength);
+}
+
+tUnit* tString::GetBuffer(int nLength)
+{
+    // Settled: growing loses the text, and the length keeps its old value until ReleaseBuffer.
+    if (m_oData.GetSize() <= nLength)
+        ReplaceBlock(m_oData, CheckedLength(nLength));
+    return GetString();
+}
+
+void tString::ReleaseBuffer(int nNewLength)
+{
+    if (nNewLength == -1)
+        nNewLength = TOVText::Length(GetString());
+    // Settled: a length equal to the size passes; its terminator goes into the hidden element after the block.
+    TOV_ASSERT(nNewLength <= m_oData.GetSize());
+    m_nStringLength = CheckedLength(nNewLength);
+    Terminate(m_oData, nNewLength);
+}
+
+int tString::GetSafeStringLength(const tUnit* szString)
+{
+    return szString != nullptr ? TOVText::Length(szString) : 0;
+}

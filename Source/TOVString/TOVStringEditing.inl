@@ -1,0 +1,336 @@
+// The members of a string that cut, change, convert and format its text, for units of type tUnit. TOVStringA.cpp and
+// TOVStringW.cpp include this after TOVStringBody.inl. The contracts are in the two headers.
+
+namespace
+{
+bool IsElement(const CTOVArray<tString>& oArray, const tString& oString)
+{
+    if (oArray.IsEmpty())
+        return false;
+    const std::less<const tString*> oBefore;
+    return !oBefore(&oString, &oArray[0]) && !oBefore(&oArray[oArray.GetCount() - 1], &oString);
+}
+
+struct sReplacement
+{
+    const tUnit* szOld;
+    int nOldLength;
+    const tUnit* szNew;
+    int nNewLength;
+
+    int GetGrowth() const { return nNewLength - nOldLength; }
+};
+
+// Zeros inside the text split it into segments; each is searched.
+tUnit* NextSegment(tUnit* szSegment)
+{
+    return szSegment + TOVText::Length(szSegment) + 1;
+}
+
+// The next hit that ends inside the text, null if this segment has none: after it there is nothing to move.
+tUnit* NextHit(tUnit* szSegment, const tUnit* pEnd, const tUnit* szOld, int nOldLength)
+{
+    tUnit* szHit = TOVText::FindString(szSegment, szOld);
+    return szHit != nullptr && pEnd - szHit >= nOldLength ? szHit : nullptr;
+}
+
+// Settled: where a sharer of the block has written a longer text into it, hits that this string's length does not
+// cover are counted too. The check of the new length fails because of them.
+int CountHits(tUnit* szText, int nLength, const tUnit* szOld)
+{
+    const int nOldLength = TOVText::Length(szOld);
+    const tUnit* const pEnd = szText + nLength;
+    int nHits = 0;
+    for (tUnit* szSegment = szText; szSegment < pEnd; szSegment = NextSegment(szSegment))
+    {
+        while (tUnit* szHit = TOVText::FindString(szSegment, szOld))
+        {
+            szSegment = szHit + nOldLength;
+            ++nHits;
+        }
+    }
+    return nHits;
+}
+
+// Calls fnReplace for each hit that is replaced, front to back, and returns their number. Settled: segments whose
+// place in the new text is at nLimit or after it are not looked at.
+template<class TFunction>
+int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit, TFunction fnReplace)
+{
+    const tUnit* const pEnd = szText + nLength;
+    int nHits = 0;
+    for (tUnit* szSegment = szText; szSegment < pEnd && szSegment - szText + nHits * oReplacement.GetGrowth() < nLimit;
+         szSegment = NextSegment(szSegment))
+    {
+        while (tUnit* szHit = NextHit(szSegment, pEnd, oReplacement.szOld, oReplacement.nOldLength))
+        {
+            szSegment = szHit + oReplacement.nOldLength;
+            fnReplace(szHit);
+            ++nHits;
+        }
+    }
+    return nHits;
+}
+
+void Move(tUnit* pDestination, const tUnit* pSource, int nCount)
+{
+    if (nCount > 0)
+        TOVPlatform::TOVMemory::Move(pDestination, pSource, nCount * sizeof(tUnit));
+}
+
+// Copies the units and returns the place after the copies.
+tUnit* Append(tUnit* pDestination, const tUnit* pBegin, const tUnit* pEnd)
+{
+    const int nCount = static_cast<int>(pEnd - pBegin);
+    Move(pDestination, pBegin, nCount);
+    return pDestination + nCount;
+}
+
+// Settled: each replacement moves the rest of the text and terminates it again, and what it leaves after the text can
+// be seen through sharers of the block and by Left: a terminator for each, and between two of them the text's last
+// units again.
+void EndShrunkText(tUnit* pOldEnd, int nShrinkage, int nReplaced)
+{
+    for (int nMove = 1; nMove <= nReplaced; ++nMove)
+    {
+        tUnit* const pEnd = pOldEnd - nMove * nShrinkage;
+        *pEnd = 0;
+        Move(pEnd + 1, pOldEnd - nShrinkage + 1, nShrinkage - 1);
+    }
+}
+
+// Replaces the hits in a block that has room for the new text.
+void ReplaceHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit)
+{
+    // A text that grows is first moved to where it will end, so that what is written never overtakes what is read.
+    const int nGrowth = oReplacement.GetGrowth();
+    tUnit* szSource = szText;
+    if (nGrowth > 0)
+    {
+        szSource += nGrowth * VisitHits(szText, nLength, oReplacement, nLimit, [](const tUnit*) {});
+        Move(szSource, szText, nLength);
+    }
+
+    tUnit* pWritten = szText;
+    const tUnit* pRead = szSource;
+    const int nReplaced = VisitHits(szSource, nLength, oReplacement, nLimit, [&](const tUnit* szHit) {
+        pWritten = Append(pWritten, pRead, szHit);
+        pWritten = Append(pWritten, oReplacement.szNew, oReplacement.szNew + oReplacement.nNewLength);
+        pRead = szHit + oReplacement.nOldLength;
+    });
+    pWritten = Append(pWritten, pRead, szSource + nLength);
+    if (nReplaced > 0)
+        *pWritten = 0;
+    if (nGrowth < 0)
+        EndShrunkText(szText + nLength, -nGrowth, nReplaced);
+}
+} // namespace
+
+// Cutting. Settled: all measure against the capacity, not against the length.
+
+tString tString::Left(int nCount) const
+{
+    return Mid(0, nCount);
+}
+
+tString tString::Right(int nCount) const
+{
+    return nCount > 0 ? Mid(static_cast<int>(m_oData.GetSize()) - nCount, nCount) : tString();
+}
+
+tString tString::Mid(int nFirst, int nCount) const
+{
+    if (nCount < 1)
+        return tString();
+
+    const int nSize = static_cast<int>(m_oData.GetSize());
+    nFirst = std::max(nFirst, 0);
+    if (nFirst >= nSize)
+        nCount = 0;
+    else if (nCount >= nSize - nFirst)
+        nCount = nSize - nFirst;
+    if (nFirst == 0 && nCount == nSize)
+        return *this;
+
+    tString oPart;
+    oPart.AllocBuffer(nCount);
+    // Settled: a start at the capacity or after it is a fault. The new string has no block then, which fails a check.
+    oPart.m_oData.SetElements(0, nCount > 0 ? GetString() + nFirst : nullptr, nCount);
+    return oPart;
+}
+
+tString tString::Mid(int nFirst) const
+{
+    const long long llCount = static_cast<long long>(m_oData.GetSize()) - nFirst;
+    return Mid(nFirst, static_cast<int>(std::min<long long>(llCount, INT_MAX)));
+}
+
+// Changing in place
+
+void tString::MakeLower()
+{
+    if (tUnit* szString = GetString())
+        TOVText::ToLower(szString);
+}
+
+void tString::MakeUpper()
+{
+    if (tUnit* szString = GetString())
+        TOVText::ToUpper(szString);
+}
+
+void tString::Reverse()
+{
+    if (tUnit* szString = GetString())
+        TOVText::Reverse(szString);
+}
+
+int tString::Replace(tUnit cOldChar, tUnit cNewChar)
+{
+    // A char from 0x80 up is negative and refused like 0; of the unsigned wchar_t only 0 is.
+    TOV_ASSERT(cNewChar > 0);
+    if (cOldChar == cNewChar)
+        return 0;
+
+    int nCount = 0;
+    const tUnit* const pEnd = GetString() + m_nStringLength;
+    for (tUnit* pUnit = GetString(); pUnit < pEnd; pUnit = TOVText::Inc(pUnit))
+    {
+        if (*pUnit == cOldChar)
+        {
+            *pUnit = cNewChar;
+            ++nCount;
+        }
+    }
+    return nCount;
+}
+
+int tString::Replace(const tUnit* szOld, const tUnit* szNew)
+{
+    if (szOld == nullptr || *szOld == 0)
+        return 0;
+    if (IsInBlock(m_oData, szOld) || IsInBlock(m_oData, szNew))
+    {
+        // Neither what is replaced nor what replaces it may change under the replacement's own writes.
+        tString oOld;
+        tString oNew;
+        oOld = szOld;
+        oNew = szNew;
+        return Replace(oOld.GetString(), oNew.GetString());
+    }
+
+    const int nHits = CountHits(GetString(), m_nStringLength, szOld);
+    if (nHits == 0)
+        return 0;
+
+    const sReplacement oReplacement = {szOld, TOVText::Length(szOld), OrEmpty(szNew), TOVText::Length(OrEmpty(szNew))};
+    const int nLength = m_nStringLength;
+    const int nNewLength = CheckedLength(static_cast<long long>(oReplacement.GetGrowth()) * nHits + nLength);
+    if (m_oData.GetSize() < nNewLength + 1)
+    {
+        m_oData.Resize(nNewLength + 1, true);
+        Terminate(m_oData, nNewLength);
+        m_nStringLength = nNewLength;
+    }
+    // Settled: in a block that did not grow, segments are looked for up to the old length only.
+    ReplaceHits(GetString(), nLength, oReplacement, m_nStringLength);
+    TOV_ASSERT(GetData()->GetBuffer()[nNewLength] == '\0');
+    m_nStringLength = nNewLength;
+    return nHits;
+}
+
+// Parts and numbers
+
+int tString::Split(CTOVArray<tString>& oResult, char cSeparator) const
+{
+    if (IsElement(oResult, *this))
+        return tString(*this).Split(oResult, cSeparator);
+
+    oResult.RemoveAll();
+    if (m_nStringLength == 0)
+        return 0;
+
+    int nPosition = 0;
+    for (int nHit; (nHit = Find(static_cast<tUnit>(cSeparator), nPosition)) != -1; nPosition = nHit + 1)
+        oResult.Add(Mid(nPosition, nHit - nPosition));
+    oResult.Add(Mid(nPosition, m_nStringLength - nPosition));
+    return static_cast<int>(oResult.GetCount());
+}
+
+int tString::AsInt(int nBase) const
+{
+    return static_cast<int>(AsLong(nBase));
+}
+
+long tString::AsLong(int nBase) const
+{
+    return IsEmpty() ? 0 : TOVText::ToLong(GetString(), nullptr, nBase);
+}
+
+// Settled: parsed with a sign, so that "-1" has all bits set and larger values saturate at the signed range.
+unsigned int tString::AsUint(int nBase) const
+{
+    return static_cast<unsigned int>(AsLong(nBase));
+}
+
+unsigned long tString::AsUlong(int nBase) const
+{
+    return IsEmpty() ? 0 : TOVText::ToUlong(GetString(), nullptr, nBase);
+}
+
+float tString::AsFloat() const
+{
+    return static_cast<float>(AsDouble());
+}
+
+double tString::AsDouble() const
+{
+    return IsEmpty() ? 0.0 : TOVText::ToDouble(GetString(), nullptr);
+}
+
+bool tString::AsBool() const
+{
+    static constexpr tUnit TRUE_TEXT[] = {'T', 'R', 'U', 'E', 0};
+    switch (m_nStringLength)
+    {
+    case 1:
+        return *GetString() == '1';
+    case 4:
+        return TOVText::CompareNoCase(GetString(), TRUE_TEXT) == 0;
+    default:
+        return false;
+    }
+}
+
+// Formatting
+
+int tString::Format(const tUnit* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const int nNumCharacters = FormatV(szFormat, pArguments);
+    va_end(pArguments);
+    return nNumCharacters;
+}
+
+int tString::FormatV(const tUnit* szFormat, va_list pArguments)
+{
+    const int nNumExpectedCharacters = TOVText::VSCPrintf(szFormat, pArguments);
+    TOV_ASSERT(nNumExpectedCharacters != -1);
+
+    tKeptBlock oOldText; // arguments may point into it until the print is done
+    if (m_oData.GetSize() <= nNumExpectedCharacters)
+    {
+        if (m_oData.IsValid())
+            oOldText.emplace(m_oData);
+        ReplaceBlock(m_oData, CheckedLength(nNumExpectedCharacters));
+    }
+
+    // The limit leaves out the terminator, which ReleaseBuffer writes.
+    const int nNumCharacters = TOVText::VSNPrintf(GetString(), nNumExpectedCharacters, szFormat, pArguments);
+    TOV_ASSERT(nNumExpectedCharacters != -1);
+    TOV_ASSERT(nNumCharacters != -1);
+    TOV_ASSERT(nNumCharacters <= nNumExpectedCharacters);
+    ReleaseBuffer(nNumCharacters);
+    return nNumCharacters;
+}

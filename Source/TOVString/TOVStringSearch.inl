@@ -1,0 +1,166 @@
+// The members of a string that search and compare its text, for units of type tUnit. TOVStringA.cpp and TOVStringW.cpp
+// include this after TOVStringBody.inl. The contracts are in the two headers.
+
+namespace
+{
+int IndexOf(const tString& oString, const tUnit* szHit)
+{
+    return szHit != nullptr ? static_cast<int>(szHit - oString.GetString()) : -1;
+}
+
+// After the block there is nothing that a search could look at. A string without a block is left for NInc to refuse.
+bool IsAfterBlock(const tBuffer& oBlock, int nStartPos)
+{
+    return oBlock.IsValid() && nStartPos >= oBlock.GetSize();
+}
+
+// A copy made through the text, so that making it lower-case does not reach the sharers of the original.
+tString LoweredCopy(const tString& oString)
+{
+    tString oCopy;
+    oCopy = oString.GetString();
+    oCopy.MakeLower();
+    return oCopy;
+}
+
+// The last position of szOther that a walk from hit to hit reaches, -1 if there is none. A hit cannot come after nLast.
+// The units before nStart are characters of one unit. Settled: each search starts as many characters from the start of
+// the text as the hit before it has units before it, plus 1. After characters of more than one unit this leaves out
+// hits.
+int LastPosition(const tString& oString, const tUnit* szOther, int nStart, int nLast)
+{
+    tUnit* const szText = const_cast<tUnit*>(oString.GetString());
+    tUnit* szStart = szText + nStart;
+    int nPosition = -1;
+    while (nStart <= oString.GetLength() && szStart - szText <= nLast)
+    {
+        const int nHit = IndexOf(oString, TOVText::FindString(szStart, szOther));
+        if (nHit <= nPosition) // also where a step does not pass a character that the terminator cuts off
+            break;
+        nPosition = nHit;
+        szStart = TOVText::NInc(szStart, nHit + 1 - nStart);
+        nStart = nHit + 1;
+    }
+    return nPosition;
+}
+
+// Whether the last position of oOther's text is nPosition. Hits may overlap; the position is -1 if there is none.
+bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
+{
+    const tUnit* const szOther = oOther.GetString();
+    const int nFirst = oString.Find(szOther);
+    // Settled: a suffix one character longer than the string makes -1 on both sides, which counts as found.
+    if (nFirst == -1 || nPosition < nFirst)
+        return nFirst == nPosition;
+
+    // Where units are characters, every hit is reached, and the walk can begin at the position itself.
+    const tUnit* const szText = oString.GetString();
+    const int nLast = TOVText::Length(szText) - TOVText::Length(szOther);
+    const bool bUnits = nPosition <= nLast && TOVText::NInc(szText, nPosition) == szText + nPosition;
+    return LastPosition(oString, szOther, bUnits ? nPosition : 0, nLast) == nPosition;
+}
+} // namespace
+
+// Searching
+
+int tString::Find(tUnit cCharToSearch, int nStartPos) const
+{
+    TOV_ASSERT((0 <= nStartPos) && (cCharToSearch != '\0'));
+    if (nStartPos >= m_nStringLength)
+        return -1;
+    return IndexOf(*this, TOVText::FindCharacter(GetString() + nStartPos, cCharToSearch));
+}
+
+int tString::Find(const tUnit* szSubStringToSearch, int nStartPos) const
+{
+    TOV_ASSERT((0 <= nStartPos) && (szSubStringToSearch != NULL));
+    if (m_nStringLength == 0 || *szSubStringToSearch == 0 || nStartPos > m_nStringLength)
+        return -1;
+    return IndexOf(*this, TOVText::FindString(TOVText::NInc(GetString(), nStartPos), szSubStringToSearch));
+}
+
+int tString::ReverseFind(tUnit cCharToSearch) const
+{
+    if (GetString() == nullptr)
+        return -1;
+    return IndexOf(*this, TOVText::FindLastCharacter(GetString(), cCharToSearch));
+}
+
+int tString::FindOneOf(const tUnit* szCharSet, int nStartPos) const
+{
+    TOV_ASSERT(szCharSet != NULL);
+    if (IsAfterBlock(m_oData, nStartPos))
+        return -1;
+    return IndexOf(*this, TOVText::FindOneOf(TOVText::NInc(GetString(), nStartPos), szCharSet));
+}
+
+int tString::FindNotOneOf(const tUnit* szCharSet, int nStartPos) const
+{
+    TOV_ASSERT(szCharSet != NULL);
+    if (IsAfterBlock(m_oData, nStartPos))
+        return -1;
+    return IndexOf(*this, TOVText::FindNotOneOf(TOVText::NInc(GetString(), nStartPos), szCharSet));
+}
+
+int tString::ReverseFindOneOf(const tUnit* szCharSet, int nStartPos) const
+{
+    TOV_ASSERT(szCharSet != NULL);
+    TOV_ASSERT(nStartPos == 0);
+    if (GetString() == nullptr)
+        return -1;
+    return IndexOf(*this, TOVText::ReverseFindOneOf(GetString(), szCharSet));
+}
+
+int tString::ReverseFindNotOneOf(const tUnit* szCharSet, int nStartPos) const
+{
+    TOV_ASSERT(szCharSet != NULL);
+    TOV_ASSERT(nStartPos == 0);
+    if (GetString() == nullptr)
+        return -1;
+    return IndexOf(*this, TOVText::ReverseFindNotOneOf(GetString(), szCharSet));
+}
+
+// Prefix and suffix
+
+// Settled: a search, not a comparison of the first characters.
+bool tString::BeginsWith(const tString& oOther) const
+{
+    return Find(oOther.GetString()) == 0;
+}
+
+bool tString::BeginsWithNoCase(const tString& oOther) const
+{
+    return LoweredCopy(*this).BeginsWith(LoweredCopy(oOther));
+}
+
+bool tString::EndsWith(const tString& oOther) const
+{
+    return IsLastPosition(*this, oOther, m_nStringLength - oOther.m_nStringLength);
+}
+
+bool tString::EndsWithNoCase(const tString& oOther) const
+{
+    return IsLastPosition(LoweredCopy(*this), LoweredCopy(oOther), m_nStringLength - oOther.m_nStringLength);
+}
+
+// Comparing
+
+int tString::Compare(const tUnit* szString) const
+{
+    return TOVText::Compare(OrEmpty(GetString()), OrEmpty(szString));
+}
+
+int tString::CompareNoCase(const tUnit* szString) const
+{
+    return TOVText::CompareNoCase(OrEmpty(GetString()), OrEmpty(szString));
+}
+
+int tString::Collate(const tUnit* szString) const
+{
+    return TOVText::Collate(GetString(), szString);
+}
+
+int tString::CollateNoCase(const tUnit* szString) const
+{
+    return TOVText::CollateNoCase(GetString(), szString);
+}
