@@ -24,9 +24,7 @@ namespace TOVDebug
 
 // The source file that a failed check names. A source that is shared by several classes, or by both platforms,
 // redefines it after its last #include, so that each check names the file of the class or platform that it serves.
-#ifndef TOV_CHECK_FILE
 #define TOV_CHECK_FILE __FILE__
-#endif
 
 // A precondition. Active in every build: a false expression is reported to all listeners under its literal text, then
 // TOVDebug::CTOVAssertException is thrown, so that code behind the check may rely on it.
