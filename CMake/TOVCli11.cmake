@@ -1,0 +1,16 @@
+# CLI11, which reads the command lines of the project's programs.
+
+# tov_use_cli11(<target> <source>): lets the target's one source with the command line include <CLI/CLI.hpp>.
+function(tov_use_cli11 target source)
+    # Only CLI11's own folder is put on the path: a cross compiler must not see the host's headers.
+    find_path(TOV_CLI11_INCLUDE CLI/CLI.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    set(folder "${PROJECT_BINARY_DIR}/CLI11")
+    file(MAKE_DIRECTORY "${folder}")
+    file(CREATE_LINK "${TOV_CLI11_INCLUDE}/CLI" "${folder}/CLI" SYMBOLIC)
+    target_include_directories(${target} SYSTEM PRIVATE "${folder}")
+
+    # The header is the largest piece of code in the project, and a command line is read once: what costs is compiling it.
+    if(CMAKE_BUILD_TYPE STREQUAL "Release" OR TOV_SANITIZE)
+        set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "-O1")
+    endif()
+endfunction()
