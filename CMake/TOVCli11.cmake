@@ -10,7 +10,7 @@ function(tov_use_cli11 target source)
     target_include_directories(${target} SYSTEM PRIVATE "${folder}")
 
     # The header is the largest piece of code in the project, and a command line is read once: what costs is compiling it.
-    if(CMAKE_BUILD_TYPE STREQUAL "Release" OR TOV_SANITIZE)
+    if(CMAKE_BUILD_TYPE STREQUAL "Release")
         set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "-O1")
     endif()
 endfunction()

@@ -40,6 +40,68 @@ int DefaultThreads()
     return nCores > 0 ? static_cast<int>(nCores) : 2;
 }
 
+struct sOptions
+{
+    std::string sCatalog;
+    std::vector<std::string> aDirectories;
+    std::vector<std::string> aPatterns;
+    int nThreads = DefaultThreads();
+    bool bAllowEmpty = false;
+};
+
+const CLI::Validator& NotEmpty()
+{
+    static const CLI::Validator s_oNotEmpty([](const std::string& sText) { return sText.empty() ? "is empty" : ""; },
+                                            "");
+    return s_oNotEmpty;
+}
+
+void DefineThreads(CLI::App& oCommand, sOptions& oOptions)
+{
+    oCommand.add_option("--threads", oOptions.nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
+}
+
+void DefineCreate(CLI::App& oCommand, sOptions& oOptions)
+{
+    const CLI::Validator oNotTooLong(
+        [](const std::string& sText) { return sText.size() > LONGEST_NAME ? "is too long" : ""; }, "");
+    oCommand.add_option("CATALOG", oOptions.sCatalog, "File to write; replaced only when all went well")
+        ->required()
+        ->check(NotEmpty());
+    oCommand.add_option("DIRECTORY", oOptions.aDirectories, "Directories, each with all its subdirectories")
+        ->required()
+        ->check(NotEmpty());
+    oCommand.add_option("--pattern", oOptions.aPatterns, "Only files of such names, with * and ?; may be given again")
+        ->allow_extra_args(false)
+        ->check(NotEmpty())
+        ->check(oNotTooLong);
+    DefineThreads(oCommand, oOptions);
+    oCommand.add_flag("--allow-empty", oOptions.bAllowEmpty, "Also write a catalogue without a file");
+}
+
+void DefineVerify(CLI::App& oCommand, sOptions& oOptions)
+{
+    oCommand.add_option("CATALOG", oOptions.sCatalog, "File that create has written")->required()->check(NotEmpty());
+    DefineThreads(oCommand, oOptions);
+    oCommand.add_flag("--allow-empty", oOptions.bAllowEmpty, "Also verify a catalogue without a file");
+}
+
+void DefineList(CLI::App& oCommand, sOptions& oOptions)
+{
+    oCommand.add_option("CATALOG", oOptions.sCatalog, "File that create has written")->required()->check(NotEmpty());
+}
+
+int Create(const sOptions& oGiven)
+{
+    sCreateOptions oOptions;
+    oOptions.oCatalog = ToString(oGiven.sCatalog);
+    oOptions.aDirectories = ToArray(oGiven.aDirectories);
+    oOptions.aPatterns = ToArray(oGiven.aPatterns);
+    oOptions.nThreads = oGiven.nThreads;
+    oOptions.bAllowEmpty = oGiven.bAllowEmpty;
+    return CreateCatalog(oOptions, g_bStop);
+}
+
 // The status, unless the report has been lost.
 int Finish(int nStatus)
 {
@@ -56,37 +118,14 @@ int main(int nArguments, char** aszArguments)
                       "tovcatalog");
     oProgram.require_subcommand(1);
     oProgram.allow_windows_style_options(false); // "/data" is a directory on every system
-    const CLI::Validator oNotEmpty([](const std::string& sText) { return sText.empty() ? "is empty" : ""; }, "");
-    const CLI::Validator oNotTooLong(
-        [](const std::string& sText) { return sText.size() > LONGEST_NAME ? "is too long" : ""; }, "");
-    std::string sCatalog;
-    std::vector<std::string> aDirectories;
-    std::vector<std::string> aPatterns;
-    int nThreads = DefaultThreads();
-    bool bAllowEmpty = false;
 
+    sOptions oOptions;
     CLI::App* pCreate = oProgram.add_subcommand("create", "Write the catalogue of all files below directories");
-    pCreate->add_option("CATALOG", sCatalog, "File to write; replaced only when all went well")
-        ->required()
-        ->check(oNotEmpty);
-    pCreate->add_option("DIRECTORY", aDirectories, "Directories, each with all its subdirectories")
-        ->required()
-        ->check(oNotEmpty);
-    pCreate->add_option("--pattern", aPatterns, "Only files of such names, with * and ?; may be given again")
-        ->allow_extra_args(false)
-        ->check(oNotEmpty)
-        ->check(oNotTooLong);
-    pCreate->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
-    pCreate->add_flag("--allow-empty", bAllowEmpty, "Also write a catalogue without a file");
-
     CLI::App* pVerify = oProgram.add_subcommand("verify", "Report changed, missing and new files");
-    pVerify->add_option("CATALOG", sCatalog, "File that create has written")->required()->check(oNotEmpty);
-    pVerify->add_option("--threads", nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
-    pVerify->add_flag("--allow-empty", bAllowEmpty, "Also verify a catalogue without a file");
-
     CLI::App* pList = oProgram.add_subcommand("list", "Print a catalogue");
-    pList->add_option("CATALOG", sCatalog, "File that create has written")->required()->check(oNotEmpty);
-
+    DefineCreate(*pCreate, oOptions);
+    DefineVerify(*pVerify, oOptions);
+    DefineList(*pList, oOptions);
     try
     {
         oProgram.parse(nArguments, aszArguments);
@@ -100,18 +139,12 @@ int main(int nArguments, char** aszArguments)
     std::signal(SIGTERM, &StopWork);
     try
     {
-        if (pList->parsed())
-            return Finish(ListCatalog(ToString(sCatalog)));
+        const CTOVStringA oCatalog = ToString(oOptions.sCatalog);
+        if (pCreate->parsed())
+            return Finish(Create(oOptions));
         if (pVerify->parsed())
-            return Finish(VerifyCatalog(ToString(sCatalog), nThreads, bAllowEmpty, g_bStop));
-
-        sCreateOptions oOptions;
-        oOptions.oCatalog = ToString(sCatalog);
-        oOptions.aDirectories = ToArray(aDirectories);
-        oOptions.aPatterns = ToArray(aPatterns);
-        oOptions.nThreads = nThreads;
-        oOptions.bAllowEmpty = bAllowEmpty;
-        return Finish(CreateCatalog(oOptions, g_bStop));
+            return Finish(VerifyCatalog(oCatalog, oOptions.nThreads, oOptions.bAllowEmpty, g_bStop));
+        return Finish(ListCatalog(oCatalog));
     }
     catch (const std::exception& oError)
     {
