@@ -7,37 +7,38 @@
 //
 //     'a' 'b' 'c' 'd'  0        ToString() "abcd", ToDword() 0x64636261
 //
-// A value of its own. One thread at a time.
+// A plain value. No lock: one thread at a time.
 class TOV_EXPORT CTOVFourCC
 {
 public:
     // Virtual operation.
     virtual ~CTOVFourCC();
 
-    // The value 0; as FromDword; as FromString.
+    // The first gives the value 0; the others do the same as FromDword and FromString.
     CTOVFourCC();
     CTOVFourCC(const CTOVFourCC& oOther);
     CTOVFourCC(unsigned long dwFourCC);
     CTOVFourCC(const char* szFourCC);
     const CTOVFourCC& operator=(const CTOVFourCC& oOther);
 
-    // From a number written as a character constant: its highest byte becomes the first character.
+    // Takes a number written as a character constant: its highest byte becomes the first character.
     void FromDword(unsigned long dwFourCC);
-    // From a number as ToDword gives it: its lowest byte becomes the first character.
+    // Takes a number as ToDword returns it: its lowest byte becomes the first character.
     void FromFourCC(unsigned long dwFourCC);
-    // From the first four characters; throws unless "TOVPlatform::TOVString::Length(szFourCC) >= 4". Settled: they are
-    // added up as signed numbers, so that one from 0x80 up makes the next of them one lower.
+    // Takes the first four characters. Throws unless "TOVPlatform::TOVString::Length(szFourCC) >= 4". Settled: they are
+    // added up as signed numbers, so that a character from 0x80 up makes the next one lower by 1.
     void FromString(const char* szFourCC);
 
-    // The number, 32 bits. Settled: not the inverse of FromDword.
+    // The number, of 32 bits. Settled: this is not the inverse of FromDword.
     unsigned long ToDword() const;
     operator unsigned long() const;
 
-    // The four characters, terminated; valid until the code changes or ends. A 0 among them ends the text early.
+    // The four characters with a terminator, valid until the code changes or is destroyed. A 0 among them ends the text
+    // early.
     const char* ToString() const;
     operator const char*() const;
 
-    // One character. Both throw unless "nIndex >= 0" and "nIndex < 4".
+    // Get or set one character. Both throw unless "nIndex >= 0" and "nIndex < 4".
     char GetAt(int nIndex) const;
     void SetAt(int nIndex, char cCharacter);
 
@@ -53,7 +54,7 @@ private:
     void Set(tDword dwFourCC);
 
     tDword m_dwFourCC;
-    char m_cTerminator; // directly behind, so that both make one text
+    char m_cTerminator; // directly after the characters, so that the two form one text
 };
 
 TOV_EXPORT_INLINE char CTOVFourCC::GetAt(int nIndex) const

@@ -5,19 +5,19 @@
 
 class CTOVStringA;
 
-// Declared here and implemented by the application: derive, implement LoadString, and call SetInstance(this) when the
-// object is ready and SetInstance(NULL) when it ends. The library has no implementation, does not own the object and
-// never deletes it. Two loaders never stand side by side.
+// The application implements this interface: it derives a class, implements LoadString, and calls SetInstance(this)
+// when the object is ready and SetInstance(NULL) when it ends. The library has no implementation, does not own the
+// object and never deletes it. There is never more than one loader.
 //
-// Asked by CTOVStringA::LoadStringResource and by assigning a string id to a CTOVStringA. No lock: install the loader
-// before threads use strings by number.
+// CTOVStringA::LoadStringResource and the assignment of a string id to a CTOVStringA ask the loader. No lock: install
+// it before threads use strings by number.
 //
-// LoadString is also a macro of the Windows headers: include them above this header or undefine it, so that the
-// interface and its implementation are both renamed or both not.
+// LoadString is also a macro of the Windows headers. Include them before this header, or undefine the macro, so that
+// the interface and its implementation are both renamed or neither is.
 class TOV_EXPORT ITOVResourceLoader
 {
 public:
-    // Virtual operation: fills oString with the text of the id; true if done.
+    // Virtual operation. Fills oString with the text of the id and returns true, or returns false if it cannot.
     virtual bool LoadString(long lStringId, CTOVStringA& oString) = 0;
 
     ITOVResourceLoader();
@@ -28,10 +28,10 @@ public:
     static ITOVResourceLoader& Instance();
 
 protected:
-    // Installs a loader, or none for NULL. Throws unless m_pInstance == NULL, except for NULL.
+    // Installs a loader; NULL removes the installed one. Throws unless m_pInstance == NULL, except for NULL.
     static void SetInstance(ITOVResourceLoader* pInstance);
-    // As Instance.
+    // Does the same as Instance.
     static ITOVResourceLoader* GetInstance();
 
-    static ITOVResourceLoader* m_pInstance; // not owned; NULL at load
+    static ITOVResourceLoader* m_pInstance; // not owned; null until SetInstance is called
 };

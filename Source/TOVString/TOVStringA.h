@@ -12,8 +12,9 @@
 class CTOVStringA;
 class CTOVStringW;
 
-// 8-bit text: a shared block of characters and a length of its own. Copies are cheap, as they share the block; it looks
-// like copy on write and is not: what writes in place is seen by every string that shares the block.
+// 8-bit text: a block of characters, which several strings may share, and a length, which each string has for itself.
+// Copies are cheap because they share the block. This is not copy on write: what one string writes in place is seen by
+// every string that shares the block.
 //
 //    oA  m_nStringLength 3 --+      +---+---+---+---+---+---+
 //                            +----> | a | b | c | 0 | e | 0 |     GetData()->GetSize() 6, the capacity
@@ -28,11 +29,11 @@ class CTOVStringW;
 //                        that need not grow
 //
 // A new string has no block at all: GetString() is NULL. Where there is a block, the character at m_nStringLength is 0.
-// A new block has exactly the length that is asked for plus 1: appending in a loop costs one allocation and copy a
-// call, so size with GetBuffer first. What writes into the block where it is, and what empties it, keeps its capacity.
+// A new block has exactly the requested length plus 1, so that appending in a loop costs one allocation and one copy
+// per call: reserve room with GetBuffer first. Operations that write into the block or empty it keep its capacity.
 //
-// A text argument below 0x10000 is a string id where operator=(const char*) is told to load it. A source that lies
-// inside the string's own block is read before it is overwritten or freed.
+// operator=(const char*) takes an argument below 0x10000 as a string id. A source that lies inside the string's own
+// block is read before it is overwritten or freed.
 //
 // Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was, with these exceptions:
 //
@@ -41,13 +42,13 @@ class CTOVStringW;
 //   ConcatCopy of NULL or of a      the length is the sum, the characters are undefined
 //   negative length
 //   ConcatInPlace of NULL           the capacity has grown if it had to
-//   Replace(text, text) that does   the length is what it was, the block holds the new text as far as it was made;
-//   not end where it should         met when a sharer has overwritten the terminator, or zeros split a text that grows
-//                                   in place
+//   Replace(text, text) that does   the length is unchanged, the block holds the new text as far as it was made; this
+//   not end where it should         happens when a sharer has overwritten the terminator, or zeros split a text that
+//                                   grows in place
 //   a format without a character    a string without a block has an empty one
-//   a print that fails              the length is what it was, the block is a new one if it had to grow and holds what
-//                                   the print has written: assign to the string before you use its text; met when a
-//                                   text has no form in the other width
+//   a print that fails              the length is unchanged, the block is a new one if it had to grow and holds what
+//                                   the print has written: assign to the string before you use its text; this happens
+//                                   when a text argument has no form in the other width
 //
 // Exhausted memory surfaces as std::bad_alloc. No lock: one thread at a time, for all strings that share a block
 // together.
@@ -57,7 +58,7 @@ public:
     // Virtual operation. Frees the block if no other string shares it.
     virtual ~CTOVStringA();
 
-    // Construction. No allocation of a block for empty text or for nCount <= 0.
+    // Empty text and nCount <= 0 allocate no block.
     CTOVStringA();
     CTOVStringA(const char* szString);      // does the same as operator=(const char*), string ids included
     CTOVStringA(const CTOVStringA& oOther); // shares oOther's block
@@ -68,12 +69,12 @@ public:
     // It is writable, and nothing protects it: a change is seen by every user of it.
     static CTOVStringA& Null();
 
-    // Shares oOther's block. Two strings on one block already: nothing happens, their lengths stay apart.
+    // Shares oOther's block. Nothing happens when the two share a block already: each keeps its own length.
     const CTOVStringA& operator=(const CTOVStringA& oOther);
-    // Copies the text; NULL and "" empty the string. A value below 0x10000 is a string id: the string is emptied and
-    // the resource loader asked to fill it; a successful load is logged. Throws "m_pInstance != NULL" without a loader.
+    // Copies the text; NULL and "" empty the string. For a value below 0x10000, a string id, it empties the string and
+    // asks the resource loader to fill it; a successful load is logged. Throws "m_pInstance != NULL" without a loader.
     const CTOVStringA& operator=(const char* szString);
-    // One character; 0 empties the string. A negative character gives a text of that one character.
+    // Copies one character; 0 empties the string. A negative character gives a text of that one character.
     const CTOVStringA& operator=(char cChar);
 
     // Append by ConcatInPlace. A string is appended with its whole length, zeros inside it included.
@@ -81,25 +82,26 @@ public:
     const CTOVStringA& operator+=(const char* szString); // throws unless szString != NULL
     const CTOVStringA& operator+=(char cChar);
 
-    // Assigns exactly nStringLength characters, a terminator among them included.
+    // Copies exactly nStringLength characters, including any 0 among them.
     // Throws unless szSrcString != NULL and nStringLength > 0.
     void Copy(const char* szSrcString, int nStringLength);
-    // Zero-fills the whole capacity, which stays, and sets the length to 0. Does nothing for a length of 0.
+    // Fills the whole capacity, which it keeps, with zeros, and sets the length to 0. Does nothing for a length of 0.
     void Empty();
-    // Asks the resource loader to fill this string, which is not emptied first. The loader's result.
+    // Asks the resource loader to fill this string, which is not emptied first. Returns the loader's result.
     bool LoadStringResource(long lStringId);
 
     TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
     TOV_EXPORT_INLINE bool IsEmpty() const { return m_nStringLength == 0; }
-    // The text, NULL without a block. The writable form takes no private copy.
+    // The text, or NULL without a block. The writable form makes no private copy.
     TOV_EXPORT_INLINE const char* GetString() const { return m_oData.GetBuffer(); }
     TOV_EXPORT_INLINE char* GetString() { return m_oData.GetBuffer(); }
     TOV_EXPORT_INLINE operator const tChar*() const { return GetString(); }
     TOV_EXPORT_INLINE const char* operator~() const { return GetString(); }
     TOV_EXPORT_INLINE const CTOVBuffer<char>* GetData() const { return &m_oData; }
 
-    // Writes the text, up to its first 0, to a stream of the standard library, which fills it to the stream's width. A
-    // null pointer, which the conversion above gives for a string without a block, would end the stream's output.
+    // Writes the text, up to its first 0, to a stream of the standard library, padded to the stream's width. It
+    // prevents the conversion above, which gives null for a string without a block and would put the stream into its
+    // error state.
     template<class TTraits>
     friend std::basic_ostream<char, TTraits>& operator<<(std::basic_ostream<char, TTraits>& oStream,
                                                          const CTOVStringA& oString)
@@ -107,8 +109,8 @@ public:
         return oStream << (oString.IsEmpty() ? "" : oString.GetString());
     }
 
-    // The character as 0 to 255; SetAt stores the low 8 bits into the block as it is, shared or not.
-    // Throw unless 0 <= lIndex < GetLength().
+    // GetAt and operator[] give the character as 0 to 255. SetAt stores the low 8 bits into the block, shared or not.
+    // They throw unless 0 <= lIndex < GetLength().
     int GetAt(long lIndex) const;
     void SetAt(long lIndex, int nChar);
     int operator[](int nIndex) const;
@@ -116,25 +118,26 @@ public:
 
     // The raw store, from which the rest is built.
 
-    // A private block for nLength characters, undefined but for the terminator; 0 sets the length alone.
-    // Throws unless 0 <= nLength <= INT_MAX-1.
+    // Makes a private block for nLength characters, which are undefined except for the terminator; 0 only sets the
+    // length. Throws unless 0 <= nLength <= INT_MAX-1.
     void AllocBuffer(int nLength);
-    // Copies nLength characters into a new block; 0 ends the text in the block as it stands, shared or not.
+    // Copies nLength characters into a new block; 0 terminates the text at once in the present block, shared or not.
     // Throws unless 0 <= nLength <= INT_MAX-1, and for NULL with a length above 0.
     void AssignCopy(int nLength, const char* szString);
     // Copies two parts, one after the other, into a new block. Two lengths that add up to 0 change nothing.
     void ConcatCopy(int nLength1, const char* sz1, int nLength2, const char* sz2);
     // Appends nLength characters, in place where the capacity allows it. Cost: at most one allocation.
     void ConcatInPlace(int nLength, const char* szString);
-    // The block with room for nLength characters and the terminator, to be written to until ReleaseBuffer. Growing
-    // loses the text; the length is not changed.
+    // The block, with room for nLength characters and the terminator, for the caller to write into until ReleaseBuffer.
+    // Growing loses the text; the length is not changed.
     char* GetBuffer(int nLength);
-    // Ends the text at nNewLength, or at its first 0 for -1. Throws unless 0 <= nNewLength <= the capacity, and for -1
-    // without a block.
+    // Ends the text at nNewLength, or at its first 0 for -1. Throws unless 0 <= nNewLength <= the capacity, and also
+    // for -1 without a block.
     void ReleaseBuffer(int nNewLength);
 
-    // Search: the index of the first or last hit, -1 for none. In a multi-byte code page the start of a search for text
-    // or for a set counts characters, not bytes. Find throws for a negative start, for a character of 0 and for NULL.
+    // Search. The result is the index of the first or last hit, or -1 if there is none. In a multi-byte code page the
+    // start of a search for text or for a set counts characters, not bytes. Find throws for a negative start, for a
+    // character of 0 and for NULL.
     int Find(char cCharToSearch, int nStartPos = 0) const;
     int Find(const char* szSubStringToSearch, int nStartPos = 0) const;
     int ReverseFind(char cCharToSearch) const; // 0 finds the terminator
@@ -145,9 +148,9 @@ public:
     int ReverseFindOneOf(const char* szCharSet, int nStartPos = 0) const;
     int ReverseFindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
 
-    // Replace every hit, and return the number of hits. The first throws unless cNewChar > 0, which refuses 0x80 and
-    // above too. In the second a NULL szNew deletes, and a NULL or empty szOld finds nothing; it grows to the exact
-    // size if it must. Cost: linear in the old and the new text.
+    // Both replace every hit and return the number of hits. The first throws unless cNewChar > 0, which also refuses
+    // 0x80 and above. In the second a NULL szNew deletes the hits, and a NULL or empty szOld finds nothing; the block
+    // grows to the exact size if it must. Cost: linear in the old and the new text.
     int Replace(char cOldChar, char cNewChar);
     int Replace(const char* szOld, const char* szNew);
 
@@ -160,10 +163,10 @@ public:
     CTOVStringA Mid(int nFirst, int nCount) const;
     CTOVStringA Mid(int nFirst) const;
 
-    // Prefix and suffix tests by search. Cost: linear in the string, as far as the runtime's search is; the forms
-    // without case copy both texts. They throw for an oOther without a block, and the forms without case also for an
-    // emptied one. Settled: a suffix exactly one character longer than the string counts as found, and after
-    // characters of more than one byte the search for the last hit leaves some out.
+    // Prefix and suffix tests by search. Cost: linear in the string if the runtime's search is; the forms without case
+    // copy both texts. They throw for an oOther without a block, and the forms without case also for an emptied one.
+    // Settled: a suffix exactly one character longer than the string counts as found, and after characters of more than
+    // one byte the search for the last hit leaves out some hits.
     bool BeginsWith(const CTOVStringA& oOther) const;
     bool BeginsWithNoCase(const CTOVStringA& oOther) const;
     bool EndsWith(const CTOVStringA& oOther) const;
@@ -176,7 +179,7 @@ public:
     int Collate(const char* szString) const;
     int CollateNoCase(const char* szString) const;
 
-    // In place, up to the first 0; every string that shares the block sees it.
+    // They change the text in place, up to the first 0. Every string that shares the block sees the change.
     void MakeLower();
     void MakeUpper();
     void Reverse();
@@ -186,8 +189,8 @@ public:
     // and a string that is not empty, and leaves oResult empty then.
     int Split(CTOVArray<CTOVStringA>& oResult, char cSeparator) const;
 
-    // Numbers at 32 bits, saturating; 0 for text that begins with none. Base 0 lets a prefix decide. AsUint parses with
-    // a sign and hands the bits on. AsBool knows "1" and "TRUE" in any case, and nothing else.
+    // Numbers of 32 bits, saturated; 0 for text that does not begin with a number. Base 0 lets a prefix decide. AsUint
+    // parses a signed number and returns its bits. AsBool is true for "1", and for "TRUE" in any case, alone.
     int AsInt(int nBase = 10) const;
     long AsLong(int nBase = 10) const;
     unsigned int AsUint(int nBase = 10) const;
@@ -196,12 +199,12 @@ public:
     double AsDouble() const;
     bool AsBool() const;
 
-    // Formatted text; the number of characters. The capacity is the platform's generous estimate plus 1. Throws
-    // "nCount > 0" for a format that can yield no character.
+    // Replaces the text by a formatted one and returns its number of characters. The capacity is the platform's
+    // generous estimate plus 1. Throws "nCount > 0" for a format that can yield no character.
     int Format(const char* szFormat, ...);
     int FormatV(const char* szFormat, va_list pArguments);
 
-    // Does not compile: an object among the arguments.
+    // Refuses, at compile time, an object among the arguments.
     template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0> int Format(const char*, const TArguments&...)
     {
         TOV_REFUSE_OBJECTS(TArguments);
@@ -245,7 +248,7 @@ TOV_EXPORT_INLINE void CTOVStringA::SetAt(long lIndex, int nChar)
     m_oData.GetBuffer()[lIndex] = static_cast<char>(nChar);
 }
 
-// Comparison of the text, as Compare gives it; without these the conversion to const char* would compare addresses.
+// They compare the text by Compare. Without them the conversion to const char* would compare addresses.
 inline bool operator==(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) == 0;
@@ -271,7 +274,7 @@ inline bool operator!=(const char* szFirst, const CTOVStringA& oSecond)
     return !(oSecond == szFirst);
 }
 
-// The order of the library's ordered tables: unsigned bytes, a missing block as the empty text.
+// The order of the library's ordered tables: by unsigned bytes, where a missing block counts as the empty text.
 inline bool operator<(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) < 0;

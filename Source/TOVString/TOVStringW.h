@@ -14,13 +14,13 @@ class CTOVStringW;
 
 // 16-bit text with the operations of CTOVStringA under the same names: the same sharing and growth, the same checks,
 // the same cutting. <TOVString/TOVStringA.h> is the contract; lengths, capacities and positions count 16-bit units.
-// What is different:
+// The differences:
 //
 //   string ids               there are none: every value but NULL is a pointer to text, LoadStringResource does nothing
 //   CTOVStringW(wchar_t, n)  fills n bytes, not n characters
-//   search positions         plain arithmetic, one unit a character; FindOneOf and FindNotOneOf search what lies
-//                            behind the text, if they start there
-//   Replace(wchar_t, ...)    refuses a new character of 0 only
+//   search positions         plain arithmetic, one unit per character; FindOneOf and FindNotOneOf that start after the
+//                            text search what the block holds there
+//   Replace(wchar_t, ...)    refuses only a new character of 0
 //   Split                    the separator is a char, extended with its sign
 //   GetAt, SetAt             16 bits
 //   CompareNoCase and
@@ -33,7 +33,7 @@ public:
     // Virtual operation. Frees the block if no other string shares it.
     virtual ~CTOVStringW();
 
-    // Construction. No allocation of a block for empty text or for nCount <= 0.
+    // Empty text and nCount <= 0 allocate no block.
     CTOVStringW();
     CTOVStringW(const wchar_t* szString);
     CTOVStringW(const CTOVStringW& oOther); // shares oOther's block
@@ -42,10 +42,10 @@ public:
     // the characters holds that byte twice each, the rest is undefined.
     CTOVStringW(wchar_t cChar, int nCount);
 
-    // The process's shared empty wide string. Created on demand. Writable, and nothing protects it.
+    // The process's shared empty wide string, created on demand. It is writable, and nothing protects it.
     static CTOVStringW& Null();
 
-    // Shares oOther's block. Two strings on one block already: nothing happens, their lengths stay apart.
+    // Shares oOther's block. Nothing happens when the two share a block already: each keeps its own length.
     const CTOVStringW& operator=(const CTOVStringW& oOther);
     const CTOVStringW& operator=(const wchar_t* szString); // copies the text; NULL and L"" empty the string
     const CTOVStringW& operator=(wchar_t cChar);           // one character; 0 empties the string
@@ -57,7 +57,7 @@ public:
     // Throws unless szSrcString != NULL and nStringLength > 0.
     void Copy(const wchar_t* szSrcString, int nStringLength);
     void Empty();
-    // Always false: wide strings never ask the resource loader.
+    // Always returns false: wide strings never ask the resource loader.
     bool LoadStringResource(long lStringId);
 
     TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
@@ -68,7 +68,7 @@ public:
     TOV_EXPORT_INLINE const wchar_t* operator~() const { return GetString(); }
     TOV_EXPORT_INLINE const CTOVBuffer<wchar_t>* GetData() const { return &m_oData; }
 
-    // Writes the text to a wide stream. The runtime's wide streams take 16-bit units on Windows alone.
+    // Writes the text to a wide stream. Only on Windows do the runtime's wide streams take 16-bit units.
     template<class TTraits>
     friend std::basic_ostream<wchar_t, TTraits>& operator<<(std::basic_ostream<wchar_t, TTraits>& oStream,
                                                             const CTOVStringW& oString)
@@ -76,13 +76,13 @@ public:
         return oStream << (oString.IsEmpty() ? L"" : oString.GetString());
     }
 
-    // Throw unless 0 <= lIndex < GetLength().
+    // They throw unless 0 <= lIndex < GetLength().
     int GetAt(long lIndex) const;
     void SetAt(long lIndex, int nChar);
     int operator[](int nIndex) const;
     int operator[](long lIndex) const;
 
-    // The raw store. Throws unless 0 <= nLength <= INT_MAX-1.
+    // The raw store. All throw unless 0 <= nLength <= INT_MAX-1.
     void AllocBuffer(int nLength);
     void AssignCopy(int nLength, const wchar_t* szString);
     void ConcatCopy(int nLength1, const wchar_t* sz1, int nLength2, const wchar_t* sz2);
@@ -90,7 +90,7 @@ public:
     wchar_t* GetBuffer(int nLength);
     void ReleaseBuffer(int nNewLength); // throws unless nNewLength <= the capacity
 
-    // Search: the index of the first or last hit, -1 for none.
+    // Search. The result is the index of the first or last hit, or -1 if there is none.
     int Find(wchar_t cCharToSearch, int nStartPos = 0) const;
     int Find(const wchar_t* szSubStringToSearch, int nStartPos = 0) const;
     int ReverseFind(wchar_t cCharToSearch) const;
@@ -102,7 +102,7 @@ public:
     int Replace(wchar_t cOldChar, wchar_t cNewChar);
     int Replace(const wchar_t* szOld, const wchar_t* szNew);
 
-    // Cutting, measured against the capacity with its terminator, not against the length.
+    // Cutting is measured against the capacity with its terminator, not against the length.
     CTOVStringW Left(int nCount) const;
     CTOVStringW Right(int nCount) const;
     CTOVStringW Mid(int nFirst, int nCount) const;
@@ -122,7 +122,7 @@ public:
     void MakeUpper();
     void Reverse();
 
-    // A separator from 0x80 up searches for U+FF80 and above. Throws for a separator of 0.
+    // A separator from 0x80 up searches for a unit from U+FF80 up. Throws for a separator of 0.
     int Split(CTOVArray<CTOVStringW>& oResult, char cSeparator) const;
 
     int AsInt(int nBase = 10) const;
@@ -136,7 +136,7 @@ public:
     int Format(const wchar_t* szFormat, ...);
     int FormatV(const wchar_t* szFormat, va_list pArguments);
 
-    // Does not compile: an object among the arguments.
+    // Refuses, at compile time, an object among the arguments.
     template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
     int Format(const wchar_t*, const TArguments&...)
     {
@@ -181,7 +181,7 @@ TOV_EXPORT_INLINE void CTOVStringW::SetAt(long lIndex, int nChar)
     m_oData.GetBuffer()[lIndex] = static_cast<wchar_t>(nChar);
 }
 
-// Comparison of the text, as Compare gives it; without these the conversion to const wchar_t* would compare addresses.
+// They compare the text by Compare. Without them the conversion to const wchar_t* would compare addresses.
 inline bool operator==(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) == 0;
@@ -207,7 +207,7 @@ inline bool operator!=(const wchar_t* szFirst, const CTOVStringW& oSecond)
     return !(oSecond == szFirst);
 }
 
-// Order by unsigned 16-bit units, a missing block as the empty text.
+// The order is by unsigned 16-bit units, where a missing block counts as the empty text.
 inline bool operator<(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) < 0;
