@@ -99,9 +99,9 @@ public:
     TOV_EXPORT_INLINE const char* operator~() const { return GetString(); }
     TOV_EXPORT_INLINE const CTOVBuffer<char>* GetData() const { return &m_oData; }
 
-    // Writes the text, up to its first 0, to a stream of the standard library, padded to the stream's width. It
-    // prevents the conversion above, which gives null for a string without a block and would put the stream into its
-    // error state.
+    // Writes the text, up to its first 0, to a stream of the standard library, padded to the stream's width.
+    // Without it the stream would use the conversion above, whose null pointer for a string without a block ends all
+    // output.
     template<class TTraits>
     friend std::basic_ostream<char, TTraits>& operator<<(std::basic_ostream<char, TTraits>& oStream,
                                                          const CTOVStringA& oString)
