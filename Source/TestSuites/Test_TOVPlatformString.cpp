@@ -1,6 +1,6 @@
 #include <TestSuites/Test_TOVPlatformString.h>
 
-#include <TOVPlatform/TOVString.h>
+#include <TOVPlatform/TOVText.h>
 #include <Test/TOVTestChecks.h>
 #include <TestSuites/TOVTestLiteral.h>
 
@@ -12,12 +12,8 @@
 // the same locale has printed them.
 namespace
 {
-// The functions of both widths under one name; the arguments tell which are meant.
-namespace Text
-{
-using namespace TOVPlatform::TOVStringA;
-using namespace TOVPlatform::TOVStringW;
-} // namespace Text
+// The texts of the checks keep this short name.
+namespace Text = TOVText;
 
 template<class T> bool IsSame(const T* szText, const T* szExpected)
 {
