@@ -1,8 +1,8 @@
 #include <Debug/TOVMSDevLogger.h>
 
 #include <Debug/TOVDebugServer.h>
+#include <TOVPlatform/Backend/TOVFormat.h>
 #include <TOVPlatform/TOVString.h>
-#include <TOVPlatform/TOVStringBackend.h>
 #include <TOVPlatform/TOVSystem.h>
 
 #include <algorithm>
@@ -35,7 +35,7 @@ int LengthOf(const char* szFormat, va_list pArguments)
 {
     va_list pCopy;
     va_copy(pCopy, pArguments);
-    const int nLength = TOVPlatform::TOVStringBackend::VPrintedLength(szFormat, pCopy);
+    const int nLength = TOVPlatform::Backend::PrintedLength(szFormat, pCopy);
     va_end(pCopy);
     return nLength <= INT_MAX - 2 ? nLength : -1;
 }

@@ -3,7 +3,7 @@
 #include <Posix/TOVFileName.h>
 #include <Posix/TOVFileSearch.h>
 #include <Posix/TOVFileStatus.h>
-#include <Posix/TOVFormat.h>
+#include <TOVPlatform/Backend/TOVFormat.h>
 
 #include <algorithm>
 #include <cstring>
@@ -79,20 +79,20 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
     char szShort[SHORT_TEXT];
     va_list pAgain;
     va_copy(pAgain, pArguments);
-    int nLength = TOVFormat::Print(szShort, SHORT_TEXT, szFormat, pAgain);
+    int nLength = TOVPlatform::Backend::Print(szShort, SHORT_TEXT, szFormat, pAgain);
     va_end(pAgain);
 
     std::unique_ptr<char[]> pLong;
     if (nLength < 0) // it does not fit, or has no form
     {
         va_copy(pAgain, pArguments);
-        nLength = TOVFormat::PrintedLength(szFormat, pAgain);
+        nLength = TOVPlatform::Backend::PrintedLength(szFormat, pAgain);
         va_end(pAgain);
         if (nLength < 0)
             return -1;
 
         pLong.reset(new char[static_cast<std::size_t>(nLength)]);
-        TOVFormat::Print(pLong.get(), nLength, szFormat, pArguments);
+        TOVPlatform::Backend::Print(pLong.get(), nLength, szFormat, pArguments);
     }
 
     const std::size_t ulLength = static_cast<std::size_t>(nLength);

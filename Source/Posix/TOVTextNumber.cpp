@@ -1,6 +1,6 @@
-#include <Posix/TOVTextNumber.h>
+#include <TOVPlatform/Backend/TOVTextNumber.h>
 
-#include <Posix/TOVMultiByte.h>
+#include <Posix/Text/TOVMultiByte.h>
 
 #include <algorithm>
 #include <cctype>
@@ -11,7 +11,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVTextNumber
+namespace Backend
 {
 namespace
 {
@@ -27,13 +27,13 @@ bool IsWhiteSpace(wchar_t cUnit)
     return iswspace(cUnit) != 0;
 }
 
-template<class T> bool IsDecimalDigit(T cUnit)
+template<class tUnit> bool IsDecimalDigit(tUnit cUnit)
 {
     return '0' <= cUnit && cUnit <= '9';
 }
 
 // 36 for what is no digit in any base.
-template<class T> int DigitValue(T cUnit)
+template<class tUnit> int DigitValue(tUnit cUnit)
 {
     if (IsDecimalDigit(cUnit))
         return cUnit - '0';
@@ -44,7 +44,7 @@ template<class T> int DigitValue(T cUnit)
     return 36;
 }
 
-template<class T> const T* SkipWhiteSpace(const T* szText)
+template<class tUnit> const tUnit* SkipWhiteSpace(const tUnit* szText)
 {
     while (IsWhiteSpace(*szText))
         ++szText;
@@ -52,7 +52,7 @@ template<class T> const T* SkipWhiteSpace(const T* szText)
 }
 
 // Passes a sign; true for a minus.
-template<class T> bool ReadSign(const T*& szText)
+template<class tUnit> bool ReadSign(const tUnit*& szText)
 {
     const bool bNegative = *szText == '-';
     if (bNegative || *szText == '+')
@@ -66,12 +66,12 @@ struct sInteger
     std::uint64_t ullMagnitude = 0; // anything above 32 bits stays above
 };
 
-template<class T> sInteger ReadInteger(const T* szStart, T** pszEnd, int nBase)
+template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     sInteger oResult;
-    *pszEnd = const_cast<T*>(szStart);
+    *pszEnd = const_cast<tUnit*>(szStart);
 
-    const T* szText = SkipWhiteSpace(szStart);
+    const tUnit* szText = SkipWhiteSpace(szStart);
     oResult.bNegative = ReadSign(szText);
     if ((nBase == 0 || nBase == 16) && szText[0] == '0' && (szText[1] == 'x' || szText[1] == 'X'))
     {
@@ -87,54 +87,54 @@ template<class T> sInteger ReadInteger(const T* szStart, T** pszEnd, int nBase)
     {
         const std::uint64_t ullValue = oResult.ullMagnitude * static_cast<std::uint64_t>(nBase) + DigitValue(*szText);
         oResult.ullMagnitude = std::min(ullValue, MAX_MAGNITUDE + 1);
-        *pszEnd = const_cast<T*>(szText + 1);
+        *pszEnd = const_cast<tUnit*>(szText + 1);
     }
     return oResult;
 }
 
 // The units of a decimal number without its sign: mantissa and exponent.
-template<class T> class CDecimalScanner
+template<class tUnit> class CDecimalScanner
 {
 public:
-    explicit CDecimalScanner(const T* szNumber) : m_szBegin(szNumber), m_szEnd(szNumber) { Scan(); }
+    explicit CDecimalScanner(const tUnit* szNumber) : m_szBegin(szNumber), m_szEnd(szNumber) { Scan(); }
 
     bool HasNumber() const { return m_bHasNumber; }
-    const T* GetEnd() const { return m_szEnd; }
+    const tUnit* GetEnd() const { return m_szEnd; }
 
     // The number as the C library's strtod reads it: with the exponent letter e.
     double GetValue() const;
 
 private:
     void Scan();
-    const T* ScanDigits(const T* szText);
+    const tUnit* ScanDigits(const tUnit* szText);
     void ScanExponent();
 
-    const T* m_szBegin;
-    const T* m_szEnd;
-    const T* m_szPoint = nullptr;
-    const T* m_szBehindPoint = nullptr;
-    const T* m_szExponent = nullptr;
+    const tUnit* m_szBegin;
+    const tUnit* m_szEnd;
+    const tUnit* m_szPoint = nullptr;
+    const tUnit* m_szBehindPoint = nullptr;
+    const tUnit* m_szExponent = nullptr;
     bool m_bHasNumber = false;
 };
 
 // Length of the locale's decimal point if the text begins with it; 0 otherwise.
-template<class T> int PointLength(const T* szText)
+template<class tUnit> int PointLength(const tUnit* szText)
 {
-    TOVMultiByte::sCharacter<T> oPoint;
+    TOVMultiByte::sCharacter<tUnit> oPoint;
     TOVMultiByte::GetDecimalPoint(oPoint);
     return std::equal(oPoint.szUnits, oPoint.szUnits + oPoint.nUnits, szText) ? oPoint.nUnits : 0;
 }
 
-template<class T> const T* CDecimalScanner<T>::ScanDigits(const T* szText)
+template<class tUnit> const tUnit* CDecimalScanner<tUnit>::ScanDigits(const tUnit* szText)
 {
     for (; IsDecimalDigit(*szText); ++szText)
         m_bHasNumber = true;
     return szText;
 }
 
-template<class T> void CDecimalScanner<T>::ScanExponent()
+template<class tUnit> void CDecimalScanner<tUnit>::ScanExponent()
 {
-    const T* szText = m_szEnd;
+    const tUnit* szText = m_szEnd;
     if (*szText != 'e' && *szText != 'E' && *szText != 'd' && *szText != 'D')
         return;
     ++szText;
@@ -145,7 +145,7 @@ template<class T> void CDecimalScanner<T>::ScanExponent()
     m_szEnd = ScanDigits(szText);
 }
 
-template<class T> void CDecimalScanner<T>::Scan()
+template<class tUnit> void CDecimalScanner<tUnit>::Scan()
 {
     m_szEnd = ScanDigits(m_szBegin);
     m_szPoint = m_szEnd;
@@ -155,7 +155,7 @@ template<class T> void CDecimalScanner<T>::Scan()
         ScanExponent();
 }
 
-template<class T> double CDecimalScanner<T>::GetValue() const
+template<class tUnit> double CDecimalScanner<tUnit>::GetValue() const
 {
     TOVMultiByte::sCharacter<char> oPoint;
     TOVMultiByte::GetDecimalPoint(oPoint);
@@ -170,7 +170,7 @@ template<class T> double CDecimalScanner<T>::GetValue() const
         szNumber = sLong.data();
     }
 
-    const auto ToAscii = [](T cUnit) { return static_cast<char>(cUnit); };
+    const auto ToAscii = [](tUnit cUnit) { return static_cast<char>(cUnit); };
     char* szOut = std::transform(m_szBegin, m_szPoint, szNumber, ToAscii);
     if (m_szBehindPoint != m_szPoint)
         szOut = std::copy_n(oPoint.szUnits, oPoint.nUnits, szOut);
@@ -183,42 +183,63 @@ template<class T> double CDecimalScanner<T>::GetValue() const
     *szOut = '\0';
     return std::strtod(szNumber, nullptr);
 }
-} // namespace
 
-template<class T> long ToLong(const T* szStart, T** pszEnd, int nBase)
+long ToSigned(const sInteger& oInteger)
 {
-    const sInteger oInteger = ReadInteger(szStart, pszEnd, nBase);
     if (oInteger.bNegative)
         return -static_cast<long>(std::min<std::uint64_t>(oInteger.ullMagnitude, std::uint64_t(INT32_MAX) + 1));
     return static_cast<long>(std::min<std::uint64_t>(oInteger.ullMagnitude, INT32_MAX));
 }
 
 // A minus sign negates what has been cut to 32 bits, so a text below the range gives 1.
-template<class T> unsigned long ToUlong(const T* szStart, T** pszEnd, int nBase)
+unsigned long ToUnsigned(const sInteger& oInteger)
 {
-    const sInteger oInteger = ReadInteger(szStart, pszEnd, nBase);
     const std::uint32_t dwMagnitude = static_cast<std::uint32_t>(std::min(oInteger.ullMagnitude, MAX_MAGNITUDE));
     return oInteger.bNegative ? 0u - dwMagnitude : dwMagnitude;
 }
 
-template<class T> double ToDouble(const T* szStart, T** pszEnd)
+template<class tUnit> double ReadReal(const tUnit* szStart, tUnit** pszEnd)
 {
-    *pszEnd = const_cast<T*>(szStart);
+    *pszEnd = const_cast<tUnit*>(szStart);
 
-    const T* szText = SkipWhiteSpace(szStart);
+    const tUnit* szText = SkipWhiteSpace(szStart);
     const bool bNegative = ReadSign(szText);
-    const CDecimalScanner<T> oNumber(szText);
+    const CDecimalScanner<tUnit> oNumber(szText);
     if (!oNumber.HasNumber())
         return 0.0;
-    *pszEnd = const_cast<T*>(oNumber.GetEnd());
+    *pszEnd = const_cast<tUnit*>(oNumber.GetEnd());
     return bNegative ? -oNumber.GetValue() : oNumber.GetValue();
 }
+} // namespace
 
-template long ToLong(const char*, char**, int);
-template long ToLong(const wchar_t*, wchar_t**, int);
-template unsigned long ToUlong(const char*, char**, int);
-template unsigned long ToUlong(const wchar_t*, wchar_t**, int);
-template double ToDouble(const char*, char**);
-template double ToDouble(const wchar_t*, wchar_t**);
-} // namespace TOVTextNumber
+long ToLong(const char* szStart, char** pszEnd, int nBase)
+{
+    return ToSigned(ReadInteger(szStart, pszEnd, nBase));
+}
+
+unsigned long ToUlong(const char* szStart, char** pszEnd, int nBase)
+{
+    return ToUnsigned(ReadInteger(szStart, pszEnd, nBase));
+}
+
+double ToDouble(const char* szStart, char** pszEnd)
+{
+    return ReadReal(szStart, pszEnd);
+}
+
+long ToLong(const wchar_t* szStart, wchar_t** pszEnd, int nBase)
+{
+    return ToSigned(ReadInteger(szStart, pszEnd, nBase));
+}
+
+unsigned long ToUlong(const wchar_t* szStart, wchar_t** pszEnd, int nBase)
+{
+    return ToUnsigned(ReadInteger(szStart, pszEnd, nBase));
+}
+
+double ToDouble(const wchar_t* szStart, wchar_t** pszEnd)
+{
+    return ReadReal(szStart, pszEnd);
+}
+} // namespace Backend
 } // namespace TOVPlatform

@@ -1,15 +1,17 @@
-#include <Posix/TOVWideText.h>
+// The C library's wide functions read 32-bit units here, so that text of 16-bit units needs functions of its own.
+#include <TOVPlatform/Backend/TOVWideText.h>
+
+#include <Posix/Text/TOVCollation.h>
+#include <Posix/Text/TOVSurrogate.h>
 
 #include <algorithm>
-#include <clocale>
-#include <cstring>
 #include <string>
 #include <wchar.h>
 #include <wctype.h>
 
 namespace TOVPlatform
 {
-namespace TOVWideText
+namespace Backend
 {
 namespace
 {
@@ -41,22 +43,14 @@ template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar
     }
 }
 
-// The order of the "C" locale is that of the units.
-bool CollatesByUnits()
-{
-    const char* szLocale = std::setlocale(LC_COLLATE, nullptr);
-    return std::strcmp(szLocale, "C") == 0 || std::strcmp(szLocale, "POSIX") == 0;
-}
-
 template<class tMapping> std::u32string ToCodePoints(const wchar_t* szString, tMapping Map)
 {
     std::u32string sResult;
     for (; *szString != 0; ++szString)
     {
         const char32_t cUnit = Map(*szString);
-        const bool bLow = 0xDC00 <= cUnit && cUnit <= 0xDFFF;
-        if (bLow && !sResult.empty() && 0xD800 <= sResult.back() && sResult.back() <= 0xDBFF)
-            sResult.back() = 0x10000 + ((sResult.back() - 0xD800) << 10) + (cUnit - 0xDC00);
+        if (TOVSurrogate::IsLow(cUnit) && !sResult.empty() && TOVSurrogate::IsHigh(sResult.back()))
+            sResult.back() = TOVSurrogate::Join(sResult.back(), cUnit);
         else
             sResult.push_back(cUnit);
     }
@@ -71,7 +65,7 @@ const wchar_t* ToLibraryText(const std::u32string& sText)
 
 template<class tMapping> int CollateMapped(const wchar_t* szString1, const wchar_t* szString2, tMapping Map)
 {
-    if (CollatesByUnits())
+    if (TOVCollation::IsByUnits())
         return CompareMapped(szString1, szString2, Map);
     return wcscoll(ToLibraryText(ToCodePoints(szString1, Map)), ToLibraryText(ToCodePoints(szString2, Map)));
 }
@@ -120,8 +114,9 @@ void ToUpper(wchar_t* szString)
     std::transform(szString, szString + Length(szString), szString, UpperCase);
 }
 
-const wchar_t* FindCharacter(const wchar_t* szString, wchar_t cUnit)
+const wchar_t* FindCharacter(const wchar_t* szString, int nCharacter)
 {
+    const wchar_t cUnit = static_cast<wchar_t>(nCharacter);
     for (; *szString != cUnit; ++szString)
     {
         if (*szString == 0)
@@ -130,8 +125,9 @@ const wchar_t* FindCharacter(const wchar_t* szString, wchar_t cUnit)
     return szString;
 }
 
-const wchar_t* FindLastCharacter(const wchar_t* szString, wchar_t cUnit)
+const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter)
 {
+    const wchar_t cUnit = static_cast<wchar_t>(nCharacter);
     const wchar_t* szLast = nullptr;
     for (;; ++szString)
     {
@@ -167,18 +163,6 @@ const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)
     return nullptr;
 }
 
-bool BeginsWith(const wchar_t* szString, const wchar_t* szPrefix, int nCount)
-{
-    for (int nIndex = 0; nIndex < nCount; ++nIndex)
-    {
-        if (szString[nIndex] != szPrefix[nIndex])
-            return false;
-        if (szString[nIndex] == 0)
-            break;
-    }
-    return true;
-}
-
 void Copy(wchar_t* szDestination, const wchar_t* szSource)
 {
     std::copy_n(szSource, Length(szSource) + 1, szDestination);
@@ -191,6 +175,11 @@ void CopyPadded(wchar_t* szDestination, const wchar_t* szSource, int nCount)
     std::fill_n(szDestination + nLength, nCount - nLength, L'\0');
 }
 
+void Append(wchar_t* szDestination, const wchar_t* szSource)
+{
+    Copy(szDestination + Length(szDestination), szSource);
+}
+
 void AppendAtMost(wchar_t* szDestination, const wchar_t* szSource, int nCount)
 {
     const int nLength = LengthAtMost(szSource, nCount);
@@ -198,5 +187,5 @@ void AppendAtMost(wchar_t* szDestination, const wchar_t* szSource, int nCount)
     std::copy_n(szSource, nLength, szEnd);
     szEnd[nLength] = 0;
 }
-} // namespace TOVWideText
+} // namespace Backend
 } // namespace TOVPlatform

@@ -1,9 +1,12 @@
 #include <TOVPlatform/TOVString.h>
 
 #include <Debug/TOVCheck.h>
-#include <TOVPlatform/TOVStringBackend.h>
+#include <TOVPlatform/Backend/TOVFormat.h>
+#include <TOVPlatform/Backend/TOVTextNumber.h>
 #include <TOVPlatform/TOVStringMeasure.h>
+#include <TOVPlatform/TOVTextRuntime.h>
 
+#include <algorithm>
 #include <climits>
 
 // Both platforms share these functions; a failed check names the platform's source.
@@ -25,19 +28,19 @@ bool IsNumberBase(int nBase)
     return nBase == 0 || (2 <= nBase && nBase <= 36);
 }
 
-template<class T> bool IsInSet(T cUnit, const T* szCharSet)
+template<class tUnit> bool IsInSet(tUnit cUnit, const tUnit* szCharSet)
 {
-    return TOVStringBackend::FindCharacter(szCharSet, cUnit) != nullptr;
+    return Backend::FindCharacter(szCharSet, cUnit) != nullptr;
 }
 
 // Settled: the walk ends when it reaches the start, so the unit at index 0 is never examined. An empty text, where the
 // walk would begin in front of the text, has no match.
-template<class T> const T* ReverseFind(const T* szString, const T* szCharSet, bool bWantedInSet)
+template<class tUnit> const tUnit* ReverseFind(const tUnit* szString, const tUnit* szCharSet, bool bWantedInSet)
 {
-    const T* szPosition = szString + TOVStringBackend::Length(szString);
+    const tUnit* szPosition = szString + Backend::Length(szString);
     while (szPosition > szString)
     {
-        szPosition = TOVStringBackend::Dec(szString, szPosition);
+        szPosition = Backend::Dec(szString, szPosition);
         if (szPosition > szString && IsInSet(*szPosition, szCharSet) == bWantedInSet)
             return szPosition;
     }
@@ -45,16 +48,16 @@ template<class T> const T* ReverseFind(const T* szString, const T* szCharSet, bo
 }
 } // namespace
 
-// The functions have one text for both widths, which T tells apart.
+// The functions have one text for both widths, which tUnit tells apart.
 namespace TOVStringA
 {
-typedef char T;
+typedef char tUnit;
 #include <TOVPlatform/TOVStringFunctions.inl>
 } // namespace TOVStringA
 
 namespace TOVStringW
 {
-typedef wchar_t T;
+typedef wchar_t tUnit;
 #include <TOVPlatform/TOVStringFunctions.inl>
 } // namespace TOVStringW
 } // namespace TOVPlatform

@@ -1,93 +1,93 @@
-// The bodies of the text functions for units of type T; TOVString.cpp includes this once for each width.
+// The bodies of the text functions for units of type tUnit; TOVString.cpp includes this once for each width.
 
-int Compare(const T* szString1, const T* szString2)
+int Compare(const tUnit* szString1, const tUnit* szString2)
 {
     TOV_ASSERT(szString1 != NULL);
     TOV_ASSERT(szString2 != NULL);
-    return Sign(TOVStringBackend::Compare(szString1, szString2));
+    return Sign(Backend::Compare(szString1, szString2));
 }
 
-int CompareNoCase(const T* szString1, const T* szString2)
+int CompareNoCase(const tUnit* szString1, const tUnit* szString2)
 {
     TOV_ASSERT(szString1 != NULL);
     TOV_ASSERT(szString2 != NULL);
-    return Sign(TOVStringBackend::CompareNoCase(szString1, szString2));
+    return Sign(Backend::CompareNoCase(szString1, szString2));
 }
 
-int Collate(const T* szString1, const T* szString2)
+int Collate(const tUnit* szString1, const tUnit* szString2)
 {
     TOV_ASSERT(szString1 != NULL);
     TOV_ASSERT(szString2 != NULL);
-    return Sign(TOVStringBackend::Collate(szString1, szString2));
+    return Sign(Backend::Collate(szString1, szString2));
 }
 
-int CollateNoCase(const T* szString1, const T* szString2)
+int CollateNoCase(const tUnit* szString1, const tUnit* szString2)
 {
     TOV_ASSERT(szString1 != NULL);
     TOV_ASSERT(szString2 != NULL);
-    return Sign(TOVStringBackend::CollateNoCase(szString1, szString2));
+    return Sign(Backend::CollateNoCase(szString1, szString2));
 }
 
-int Length(const T* szString)
+int Length(const tUnit* szString)
 {
     TOV_ASSERT(szString != NULL);
-    return TOVStringBackend::Length(szString);
+    return Backend::Length(szString);
 }
 
-T* ToLower(T* szString)
+tUnit* ToLower(tUnit* szString)
 {
     TOV_ASSERT(szString != NULL);
-    TOVStringBackend::ToLower(szString);
+    Backend::ToLower(szString);
     return szString;
 }
 
-T* ToUpper(T* szString)
+tUnit* ToUpper(tUnit* szString)
 {
     TOV_ASSERT(szString != NULL);
-    TOVStringBackend::ToUpper(szString);
+    Backend::ToUpper(szString);
     return szString;
 }
 
-T* Reverse(T* szString)
+tUnit* Reverse(tUnit* szString)
 {
     TOV_ASSERT(szString != NULL);
-    TOVStringBackend::Reverse(szString);
+    std::reverse(szString, szString + Backend::Length(szString));
     return szString;
 }
 
-const T* FindCharacter(const T* szString, int nCharacter)
+const tUnit* FindCharacter(const tUnit* szString, int nCharacter)
 {
     TOV_ASSERT(szString != NULL);
-    return TOVStringBackend::FindCharacter(szString, nCharacter);
+    return Backend::FindCharacter(szString, nCharacter);
 }
 
-const T* FindLastCharacter(const T* szString, int nCharacter)
+const tUnit* FindLastCharacter(const tUnit* szString, int nCharacter)
 {
     TOV_ASSERT(szString != NULL);
-    return TOVStringBackend::FindLastCharacter(szString, nCharacter);
+    return Backend::FindLastCharacter(szString, nCharacter);
 }
 
-T* FindString(T* szString, const T* szCharSet)
+tUnit* FindString(tUnit* szString, const tUnit* szCharSet)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(szCharSet != NULL);
     if (*szCharSet == 0) // runtimes differ on whether an empty text has an empty part
         return szString;
-    return TOVStringBackend::FindString(szString, szCharSet);
+    return Backend::FindString(szString, szCharSet);
 }
 
-const T* FindOneOf(const T* szString, const T* szCharSet)
+const tUnit* FindOneOf(const tUnit* szString, const tUnit* szCharSet)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(szCharSet != NULL);
-    return TOVStringBackend::FindOneOf(szString, szCharSet);
+    return Backend::FindOneOf(szString, szCharSet);
 }
 
-const T* FindNotOneOf(const T* szString, const T* szCharSet)
+const tUnit* FindNotOneOf(const tUnit* szString, const tUnit* szCharSet)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(szCharSet != NULL);
-    for (; *szString != 0; szString = TOVStringBackend::Inc(szString))
+    for (; *szString != 0; szString = Backend::Inc(szString))
     {
         if (!IsInSet(*szString, szCharSet))
             return szString;
@@ -95,32 +95,32 @@ const T* FindNotOneOf(const T* szString, const T* szCharSet)
     return nullptr;
 }
 
-const T* ReverseFindOneOf(const T* szString, const T* szCharSet)
+const tUnit* ReverseFindOneOf(const tUnit* szString, const tUnit* szCharSet)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(szCharSet != NULL);
     return ReverseFind(szString, szCharSet, true);
 }
 
-const T* ReverseFindNotOneOf(const T* szString, const T* szCharSet)
+const tUnit* ReverseFindNotOneOf(const tUnit* szString, const tUnit* szCharSet)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(szCharSet != NULL);
     return ReverseFind(szString, szCharSet, false);
 }
 
-int SPrintf(T* szBuffer, const T* szFormat, ...)
+int SPrintf(tUnit* szBuffer, const tUnit* szFormat, ...)
 {
     TOV_ASSERT(szBuffer != NULL);
     TOV_ASSERT(szFormat != NULL);
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const int nLength = TOVStringBackend::Print(szBuffer, INT_MAX, szFormat, pArguments);
+    const int nLength = Backend::Print(szBuffer, INT_MAX, szFormat, pArguments);
     va_end(pArguments);
     return nLength;
 }
 
-int SNPrintf(T* szBuffer, int nCount, const T* szFormat, ...)
+int SNPrintf(tUnit* szBuffer, int nCount, const tUnit* szFormat, ...)
 {
     TOV_ASSERT(szBuffer != NULL);
     TOV_ASSERT(nCount > 0);
@@ -132,108 +132,108 @@ int SNPrintf(T* szBuffer, int nCount, const T* szFormat, ...)
     return nLength;
 }
 
-int VSPrintf(T* szBuffer, const T* szFormat, va_list pArguments)
+int VSPrintf(tUnit* szBuffer, const tUnit* szFormat, va_list pArguments)
 {
     TOV_ASSERT(szBuffer != NULL);
     TOV_ASSERT(szFormat != NULL);
-    return TOVStringBackend::Print(szBuffer, INT_MAX, szFormat, pArguments);
+    return Backend::Print(szBuffer, INT_MAX, szFormat, pArguments);
 }
 
-int VSNPrintf(T* szBuffer, int nCount, const T* szFormat, va_list pArguments)
+int VSNPrintf(tUnit* szBuffer, int nCount, const tUnit* szFormat, va_list pArguments)
 {
     TOV_ASSERT(szBuffer != NULL);
     TOV_ASSERT(nCount > 0);
     TOV_ASSERT(szFormat != NULL);
-    return TOVStringBackend::Print(szBuffer, nCount, szFormat, pArguments);
+    return Backend::Print(szBuffer, nCount, szFormat, pArguments);
 }
 
-int VSCPrintf(const T* szFormat, va_list pArguments)
+int VSCPrintf(const tUnit* szFormat, va_list pArguments)
 {
     TOV_ASSERT(szFormat != NULL);
     return MeasureFormat(szFormat, pArguments);
 }
 
-T* Copy(T* szStringDest, const T* szStringSrc)
+tUnit* Copy(tUnit* szStringDest, const tUnit* szStringSrc)
 {
     TOV_ASSERT(szStringDest != NULL);
     TOV_ASSERT(szStringSrc != NULL);
-    TOVStringBackend::Copy(szStringDest, szStringSrc);
+    Backend::Copy(szStringDest, szStringSrc);
     return szStringDest;
 }
 
-T* NCopy(T* szStringDest, const T* szStringSrc, int nCount)
-{
-    TOV_ASSERT(szStringDest != NULL);
-    TOV_ASSERT(szStringSrc != NULL);
-    TOV_ASSERT(nCount > 0);
-    TOVStringBackend::CopyPadded(szStringDest, szStringSrc, nCount);
-    return szStringDest;
-}
-
-T* Concat(T* szStringDest, const T* szStringSrc)
-{
-    TOV_ASSERT(szStringDest != NULL);
-    TOV_ASSERT(szStringSrc != NULL);
-    TOVStringBackend::Append(szStringDest, szStringSrc);
-    return szStringDest;
-}
-
-T* NConcat(T* szStringDest, const T* szStringSrc, int nCount)
+tUnit* NCopy(tUnit* szStringDest, const tUnit* szStringSrc, int nCount)
 {
     TOV_ASSERT(szStringDest != NULL);
     TOV_ASSERT(szStringSrc != NULL);
     TOV_ASSERT(nCount > 0);
-    TOVStringBackend::AppendAtMost(szStringDest, szStringSrc, nCount);
+    Backend::CopyPadded(szStringDest, szStringSrc, nCount);
     return szStringDest;
 }
 
-T* Inc(const T* szString)
+tUnit* Concat(tUnit* szStringDest, const tUnit* szStringSrc)
+{
+    TOV_ASSERT(szStringDest != NULL);
+    TOV_ASSERT(szStringSrc != NULL);
+    Backend::Append(szStringDest, szStringSrc);
+    return szStringDest;
+}
+
+tUnit* NConcat(tUnit* szStringDest, const tUnit* szStringSrc, int nCount)
+{
+    TOV_ASSERT(szStringDest != NULL);
+    TOV_ASSERT(szStringSrc != NULL);
+    TOV_ASSERT(nCount > 0);
+    Backend::AppendAtMost(szStringDest, szStringSrc, nCount);
+    return szStringDest;
+}
+
+tUnit* Inc(const tUnit* szString)
 {
     TOV_ASSERT(szString != NULL);
-    return const_cast<T*>(TOVStringBackend::Inc(szString));
+    return const_cast<tUnit*>(Backend::Inc(szString));
 }
 
-T* NInc(const T* szString, int nCount)
+tUnit* NInc(const tUnit* szString, int nCount)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(nCount >= 0);
-    return const_cast<T*>(TOVStringBackend::NInc(szString, nCount));
+    return const_cast<tUnit*>(Backend::NInc(szString, nCount));
 }
 
-T* Dec(const T* szStringStart, const T* szStringCurrent)
+tUnit* Dec(const tUnit* szStringStart, const tUnit* szStringCurrent)
 {
     TOV_ASSERT(szStringStart != NULL);
     TOV_ASSERT(szStringCurrent != NULL);
     if (szStringCurrent <= szStringStart)
         return nullptr;
-    return const_cast<T*>(TOVStringBackend::Dec(szStringStart, szStringCurrent));
+    return const_cast<tUnit*>(Backend::Dec(szStringStart, szStringCurrent));
 }
 
-long ToLong(const T* szStart, T** pszEnd, int nBase)
+long ToLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     TOV_ASSERT(szStart != NULL);
-    T* szEnd = const_cast<T*>(szStart);
-    const long lValue = IsNumberBase(nBase) ? TOVStringBackend::ToLong(szStart, &szEnd, nBase) : 0;
+    tUnit* szEnd = const_cast<tUnit*>(szStart);
+    const long lValue = IsNumberBase(nBase) ? Backend::ToLong(szStart, &szEnd, nBase) : 0;
     if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return lValue;
 }
 
-unsigned long ToUlong(const T* szStart, T** pszEnd, int nBase)
+unsigned long ToUlong(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     TOV_ASSERT(szStart != NULL);
-    T* szEnd = const_cast<T*>(szStart);
-    const unsigned long ulValue = IsNumberBase(nBase) ? TOVStringBackend::ToUlong(szStart, &szEnd, nBase) : 0;
+    tUnit* szEnd = const_cast<tUnit*>(szStart);
+    const unsigned long ulValue = IsNumberBase(nBase) ? Backend::ToUlong(szStart, &szEnd, nBase) : 0;
     if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return ulValue;
 }
 
-double ToDouble(const T* szStart, T** pszEnd)
+double ToDouble(const tUnit* szStart, tUnit** pszEnd)
 {
     TOV_ASSERT(szStart != NULL);
-    T* szEnd = const_cast<T*>(szStart);
-    const double dValue = TOVStringBackend::ToDouble(szStart, &szEnd);
+    tUnit* szEnd = const_cast<tUnit*>(szStart);
+    const double dValue = Backend::ToDouble(szStart, &szEnd);
     if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return dValue;

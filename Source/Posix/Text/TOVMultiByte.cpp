@@ -1,4 +1,6 @@
-#include <Posix/TOVMultiByte.h>
+#include <Posix/Text/TOVMultiByte.h>
+
+#include <Posix/Text/TOVSurrogate.h>
 
 #include <algorithm>
 #include <clocale>
@@ -14,10 +16,6 @@ namespace TOVMultiByte
 {
 namespace
 {
-constexpr char32_t FIRST_HIGH_SURROGATE = 0xD800;
-constexpr char32_t FIRST_LOW_SURROGATE = 0xDC00;
-constexpr char32_t LAST_SURROGATE = 0xDFFF;
-constexpr char32_t FIRST_SUPPLEMENTARY = 0x10000;
 constexpr char32_t LAST_CHARACTER = 0x10FFFF;
 
 bool IsAscii(char cByte)
@@ -100,14 +98,14 @@ int Convert(const char* szText, sCharacter<wchar_t>& oResult)
     if (nSize < 1 || nSize > nAvailable || cCharacter > LAST_CHARACTER)
         return 0;
 
-    if (cCharacter < FIRST_SUPPLEMENTARY)
+    if (cCharacter < TOVSurrogate::FIRST_SUPPLEMENTARY)
     {
         oResult.szUnits[0] = static_cast<wchar_t>(cCharacter);
     }
     else
     {
-        oResult.szUnits[0] = static_cast<wchar_t>(FIRST_HIGH_SURROGATE + ((cCharacter - FIRST_SUPPLEMENTARY) >> 10));
-        oResult.szUnits[1] = static_cast<wchar_t>(FIRST_LOW_SURROGATE + (cCharacter & 0x3FF));
+        oResult.szUnits[0] = TOVSurrogate::HighOf(cCharacter);
+        oResult.szUnits[1] = TOVSurrogate::LowOf(cCharacter);
         oResult.nUnits = 2;
     }
     return static_cast<int>(nSize);
@@ -124,11 +122,9 @@ int Convert(const wchar_t* szText, sCharacter<char>& oResult)
     }
 
     int nUnits = 1;
-    if (FIRST_HIGH_SURROGATE <= cCharacter && cCharacter < FIRST_LOW_SURROGATE && FIRST_LOW_SURROGATE <= szText[1] &&
-        szText[1] <= LAST_SURROGATE)
+    if (TOVSurrogate::IsHigh(cCharacter) && TOVSurrogate::IsLow(szText[1]))
     {
-        cCharacter =
-            FIRST_SUPPLEMENTARY + ((cCharacter - FIRST_HIGH_SURROGATE) << 10) + (szText[1] - FIRST_LOW_SURROGATE);
+        cCharacter = TOVSurrogate::Join(cCharacter, szText[1]);
         nUnits = 2;
     }
 

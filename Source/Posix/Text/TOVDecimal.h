@@ -3,7 +3,7 @@
 
 namespace TOVPlatform
 {
-// A printed double without sign and field. A run of zeros is a count, so that no precision needs a block.
+// A printed double without sign and field. A run of zeros is kept as a count, so that no precision needs a block.
 //
 //   <digits><zeros> . <zeros><digits><zeros> e+00
 struct sRealText
@@ -21,19 +21,19 @@ struct sRealText
 };
 
 // The digits of |value|: 0.ddd * 10^point. Rounds half away from zero, as the Windows runtime does and the C library
-// does not. Infinity and NaN are the digits "1#INF", "1#QNAN" and "1#IND", which are cut and rounded like any other:
-// two digits behind the point of infinity are "1.#J".
+// does not. Infinity and NaN have the digits "1#INF", "1#QNAN" and "1#IND", which are cut and rounded like any others:
+// infinity with two digits after the point is "1.#J".
 class CTOVDecimal
 {
 public:
     explicit CTOVDecimal(double dValue);
 
     // cConversion is one of e E f g G; bAlternate keeps the point, and for g the trailing zeros. The texts point into
-    // this object, which is rounded: one call for each object.
+    // this object. The call rounds the object's own digits, so that each object allows one call only.
     sRealText ToText(char cConversion, int nPrecision, bool bAlternate);
 
 private:
-    static constexpr int MAX_DIGITS = 309 + 1074; // before the point and behind it
+    static constexpr int MAX_DIGITS = 309 + 1074; // before the point and after it
 
     void SetDigits(const char* szDigits);
     void ReadDigits(double dValue);

@@ -6,24 +6,24 @@
 
 namespace TOVPlatform
 {
-// Counts every unit, and stores those that the buffer has room for.
-template<class T> class CTOVFormatSink
+// Counts every unit, and stores the units that the buffer has room for.
+template<class tUnit> class CTOVFormatSink
 {
 public:
-    CTOVFormatSink(T* pBuffer, long long llCapacity) : m_pBuffer(pBuffer), m_llCapacity(llCapacity) {}
+    CTOVFormatSink(tUnit* pBuffer, long long llCapacity) : m_pBuffer(pBuffer), m_llCapacity(llCapacity) {}
 
     template<class U> void Put(const U* pUnits, long long llCount)
     {
         std::transform(pUnits, pUnits + StoredCount(llCount), m_pBuffer + StoredLength(),
-                       [](U cUnit) { return static_cast<T>(cUnit); });
+                       [](U cUnit) { return static_cast<tUnit>(cUnit); });
         m_llLength += llCount;
     }
 
-    // A count below 0 is none.
+    // A negative count counts as 0.
     void Fill(char cUnit, long long llCount)
     {
         llCount = std::max(llCount, 0LL);
-        std::fill_n(m_pBuffer + StoredLength(), StoredCount(llCount), static_cast<T>(cUnit));
+        std::fill_n(m_pBuffer + StoredLength(), StoredCount(llCount), static_cast<tUnit>(cUnit));
         m_llLength += llCount;
     }
 
@@ -39,14 +39,17 @@ public:
             m_pBuffer[m_llLength] = 0;
     }
 
-    // The length as result of a print: -1 for a text that could not be rendered or counted.
-    int GetResult() const { return (m_bFailed || m_llLength > INT_MAX) ? -1 : static_cast<int>(m_llLength); }
+    // The length of the text; -1 for a text that could not be rendered or counted.
+    int GetTextLength() const { return (m_bFailed || m_llLength > INT_MAX) ? -1 : static_cast<int>(m_llLength); }
+
+    // The length of a text that fits into the buffer; otherwise -1.
+    int GetStoredLength() const { return IsFull() ? -1 : GetTextLength(); }
 
 private:
     long long StoredLength() const { return std::min(m_llLength, m_llCapacity); }
     long long StoredCount(long long llCount) const { return std::min(llCount, m_llCapacity - StoredLength()); }
 
-    T* m_pBuffer;
+    tUnit* m_pBuffer;
     long long m_llCapacity;
     long long m_llLength = 0;
     bool m_bFailed = false;

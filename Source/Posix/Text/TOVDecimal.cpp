@@ -1,4 +1,4 @@
-#include <Posix/TOVDecimal.h>
+#include <Posix/Text/TOVDecimal.h>
 
 #include <algorithm>
 #include <cfloat>
@@ -11,9 +11,7 @@ namespace TOVPlatform
 {
 namespace
 {
-constexpr int DEFAULT_PRECISION = 6;
-
-// Digits behind the point that the binary value has: each bit behind it makes one.
+// How many digits after the point the binary value has: each of its bits after the point makes one.
 int FractionDigits(double dValue)
 {
     int nExponent = 0;
@@ -42,14 +40,14 @@ void CTOVDecimal::SetDigits(const char* szDigits)
     std::copy_n(szDigits, m_nDigits, m_szDigits);
 }
 
-// With as many digits as the value has, the C library's text is exact and nothing depends on how it rounds.
+// With as many digits as the value has, the C library's text is exact, and nothing depends on how the library rounds.
 void CTOVDecimal::ReadDigits(double dValue)
 {
     char szText[MAX_DIGITS + 32];
     const int nFractionDigits = FractionDigits(dValue);
     const int nLength = std::snprintf(szText, sizeof(szText), "%.*f", nFractionDigits, dValue);
 
-    // The point, of whatever locale, is passed over.
+    // The point is skipped, whatever the locale uses for it.
     const auto IsDigit = [](char cUnit) { return '0' <= cUnit && cUnit <= '9'; };
     char* const szEnd = std::remove_if(szText, szText + nLength, [&](char cUnit) { return !IsDigit(cUnit); });
     const char* const szFirst = std::find_if(szText, szEnd, [](char cUnit) { return cUnit != '0'; });
@@ -97,8 +95,6 @@ void CTOVDecimal::Round(long long llKeptDigits)
 
 sRealText CTOVDecimal::ToText(char cConversion, int nPrecision, bool bAlternate)
 {
-    if (nPrecision < 0)
-        nPrecision = DEFAULT_PRECISION;
     const bool bPoint = nPrecision > 0 || (bAlternate && m_bFinite);
 
     switch (cConversion)

@@ -6,25 +6,25 @@
 namespace TOVPlatform
 {
 // Where the locale names no character set of its own, as in the "C" locale, a byte is a character and becomes the wide
-// unit of the same value, as in the Windows runtime.
+// unit of the same value, as it does in the Windows runtime.
 namespace TOVMultiByte
 {
 // Bytes of the character at the text, which must not be at its terminator. A byte that begins no whole character
 // counts as one.
 int CharacterSize(const char* szText);
 
-// Start of the character that ends in front of szCurrent; szCurrent must be behind szStart.
+// Start of the character that ends in front of szCurrent, which must be after szStart.
 const char* PreviousCharacter(const char* szStart, const char* szCurrent);
 
 // One character in units of the other width.
-template<class T> struct sCharacter
+template<class tUnit> struct sCharacter
 {
-    T szUnits[MB_LEN_MAX];
+    tUnit szUnits[MB_LEN_MAX];
     int nUnits;
 };
 
-// Converts the character at the text. Returns how many units of the text it takes; 0 if it has no form in the other
-// width, or is none.
+// Converts the character at the text. Returns how many units of the text it takes; 0 if the units there are no
+// character, or one that has no form in the other width.
 int Convert(const char* szText, sCharacter<wchar_t>& oResult);
 int Convert(const wchar_t* szText, sCharacter<char>& oResult);
 

@@ -1,0 +1,246 @@
+// Sizes one format by the rules of VSCPrintf in TOVPlatform/TOVString.h; TOVStringMeasure.cpp includes this for each
+// width.
+
+// Length of a printed text; -1 for a text that has no form in the other width.
+int PrintedLength(const tUnit* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const int nLength = Backend::PrintedLength(szFormat, pArguments);
+    va_end(pArguments);
+    return nLength;
+}
+
+// A short format for one value, put together for its print.
+class CItemFormatText
+{
+public:
+    CItemFormatText() { Add('%'); }
+    void Add(char cUnit) { m_szText[m_nLength++] = static_cast<tUnit>(cUnit); }
+    const tUnit* GetText() const { return m_szText; }
+
+private:
+    tUnit m_szText[8] = {};
+    int m_nLength = 0;
+};
+
+// Reads one format and its arguments, once.
+class CFormatMeasure
+{
+public:
+    CFormatMeasure(const tUnit* szFormat, va_list pArguments) : m_szPosition(szFormat), m_oArguments(pArguments) {}
+
+    int Measure();
+
+private:
+    static constexpr bool IS_WIDE_FORMAT = sizeof(tUnit) > sizeof(char);
+
+    void AddItem(long long llSize);
+    void MeasureItem();
+    sFormatItem ReadItem();
+
+    long long CharacterSize(const sFormatItem& oItem, bool bWide);
+    long long TextSize(const sFormatItem& oItem, bool bWide);
+    template<class U> long long TextLength(const sFormatItem& oItem, const U* szText);
+    long long IntegerSize(const sFormatItem& oItem, bool bSigned);
+    long long PointerSize(const sFormatItem& oItem);
+    long long RealSize(const sFormatItem& oItem, char cConversion);
+    long long FixedSize(const sFormatItem& oItem);
+    long long RealLength(const sFormatItem& oItem, bool bSign, long long llDigits, char cConversion, double dValue);
+
+    const tUnit* m_szPosition;
+    CTOVArgumentList m_oArguments;
+    long long m_llGenerous = 0; // literal text counts the rest of the format at each position
+    long long m_llPlain = 0;    // each literal unit counts once
+};
+
+int CFormatMeasure::Measure()
+{
+    const tUnit* const szEnd = m_szPosition + Backend::Length(m_szPosition);
+    while (*m_szPosition != 0)
+    {
+        // The second sign of a double percent sign is a literal as well.
+        if (*m_szPosition == '%' && *++m_szPosition != '%')
+        {
+            MeasureItem();
+            continue;
+        }
+
+        const tUnit* const szNext = Backend::Inc(m_szPosition);
+        m_llGenerous += szEnd - m_szPosition;
+        m_llPlain += szNext - m_szPosition;
+        m_szPosition = szNext;
+    }
+
+    const long long llBound = m_llGenerous <= MAX_BOUND ? m_llGenerous : m_llPlain;
+    return llBound <= MAX_BOUND ? static_cast<int>(llBound) : -1;
+}
+
+void CFormatMeasure::AddItem(long long llSize)
+{
+    m_llGenerous += llSize;
+    m_llPlain += llSize;
+}
+
+sFormatItem CFormatMeasure::ReadItem()
+{
+    const sFormatItem oItem = ReadMeasuredItem(m_szPosition, m_oArguments);
+    const int nWidth = oItem.nWidth;
+    const int nPrecision = oItem.nPrecision;
+    TOV_ASSERT(nWidth >= 0);
+    TOV_ASSERT(nPrecision >= 0);
+    return oItem;
+}
+
+void CFormatMeasure::MeasureItem()
+{
+    const sFormatItem oItem = ReadItem();
+    AddItem(oItem.nAlternates * ALTERNATE_FORM_SIZE);
+
+    // Small letters take text of the format's own width, capitals take text of the other width.
+    switch (*m_szPosition)
+    {
+    case 'c':
+        AddItem(CharacterSize(oItem, IS_WIDE_FORMAT));
+        break;
+    case 'C':
+        AddItem(CharacterSize(oItem, !IS_WIDE_FORMAT));
+        break;
+    case 's':
+        AddItem(TextSize(oItem, IS_WIDE_FORMAT));
+        break;
+    case 'S':
+        AddItem(TextSize(oItem, !IS_WIDE_FORMAT));
+        break;
+    case 'd':
+    case 'i':
+        AddItem(IntegerSize(oItem, true));
+        break;
+    case 'u':
+    case 'o':
+    case 'x':
+    case 'X':
+        AddItem(IntegerSize(oItem, false));
+        break;
+    case 'p':
+        AddItem(PointerSize(oItem));
+        break;
+    case 'e':
+    case 'g':
+    case 'G':
+        AddItem(RealSize(oItem, static_cast<char>(*m_szPosition)));
+        break;
+    case 'f':
+        AddItem(FixedSize(oItem));
+        break;
+    case 'n':
+        m_oArguments.NextPointer();
+        break;
+    default: // also the end of a format that stops after a percent sign
+        TOV_ASSERT_TEXT(false, "FALSE");
+    }
+    ++m_szPosition;
+}
+
+long long CFormatMeasure::CharacterSize(const sFormatItem& oItem, bool bWide)
+{
+    const int nCharacter = m_oArguments.NextInt();
+    long long llLength = 0;
+
+    // A wide character can take several bytes of narrow text.
+    if (!IS_WIDE_FORMAT && oItem.IsWide(bWide) && static_cast<wchar_t>(nCharacter) > SCHAR_MAX)
+    {
+        CItemFormatText oFormat;
+        oFormat.Add('l');
+        oFormat.Add('c');
+        llLength = PrintedLength(oFormat.GetText(), nCharacter);
+    }
+    return std::max(FieldSize(oItem, CHARACTER_SIZE), llLength);
+}
+
+long long CFormatMeasure::TextSize(const sFormatItem& oItem, bool bWide)
+{
+    const void* pText = m_oArguments.NextPointer();
+    if (pText == nullptr)
+        return FieldSize(oItem, NULL_TEXT_SIZE);
+
+    // Text is sized by the width that the print will read it with: "%hs" in a wide format is narrow text.
+    return oItem.IsWide(bWide) ? TextLength(oItem, static_cast<const wchar_t*>(pText))
+                               : TextLength(oItem, static_cast<const char*>(pText));
+}
+
+template<class U> long long CFormatMeasure::TextLength(const sFormatItem& oItem, const U* szText)
+{
+    // A precision also limits what is read, as it does in the print, so that the text may have no terminator.
+    const int nLimit = oItem.MeasuredLimit();
+    int nLength = 0;
+    bool bSameInBothWidths = true;
+    for (; nLength < nLimit && szText[nLength] != 0; ++nLength)
+        bSameInBothWidths = bSameInBothWidths && 0 < szText[nLength] && szText[nLength] <= SCHAR_MAX;
+
+    long long llConverted = 0;
+    if (sizeof(U) != sizeof(tUnit) && !bSameInBothWidths)
+    {
+        CItemFormatText oFormat;
+        oFormat.Add('.');
+        oFormat.Add('*');
+        oFormat.Add(sizeof(U) > sizeof(char) ? 'l' : 'h');
+        oFormat.Add('s');
+        llConverted = PrintedLength(oFormat.GetText(), nLimit, szText);
+    }
+    return std::max(FieldSize(oItem, std::max(nLength, 1)), llConverted);
+}
+
+long long CFormatMeasure::IntegerSize(const sFormatItem& oItem, bool bSigned)
+{
+    const bool bNegative = NextInteger(m_oArguments, oItem.eModifier) < 0;
+    const bool bHasSign = bSigned && (bNegative || oItem.bPlus || oItem.bSpace);
+    const long long llPrecision = oItem.nPrecision;
+    return std::max({INTEGER_SIZE, oItem.nWidth + llPrecision, llPrecision + (bHasSign ? 1 : 0)});
+}
+
+long long CFormatMeasure::PointerSize(const sFormatItem& oItem)
+{
+    m_oArguments.NextPointer();
+    const long long llPrecision = oItem.nPrecision;
+    return std::max(INTEGER_SIZE, oItem.nWidth + llPrecision);
+}
+
+long long CFormatMeasure::RealSize(const sFormatItem& oItem, char cConversion)
+{
+    const double dValue = m_oArguments.NextDouble();
+    const long long llPrecision = oItem.nPrecision;
+    const long long llSize = std::max(REAL_SIZE, oItem.nWidth + llPrecision);
+    if (llPrecision + REAL_FRAME_SIZE <= llSize)
+        return llSize;
+    return std::max(llSize, RealLength(oItem, true, llPrecision, cConversion, dValue));
+}
+
+long long CFormatMeasure::FixedSize(const sFormatItem& oItem)
+{
+    // With a precision, six digits more are measured than will be printed, which leaves room for a sign. Without one,
+    // exactly the printed digits are measured, so that a sign counts as well.
+    const long long llDigits = static_cast<long long>(oItem.nPrecision) + FIXED_EXTRA_DIGITS;
+    const long long llLength = RealLength(oItem, !oItem.bHasPrecision, llDigits, 'f', m_oArguments.NextDouble());
+    return std::max<long long>(oItem.nWidth, llLength);
+}
+
+// Length of a printed double, without a field. Digits after the last one that a double can have are counted, not
+// printed.
+long long CFormatMeasure::RealLength(const sFormatItem& oItem, bool bSign, long long llDigits, char cConversion,
+                                     double dValue)
+{
+    CItemFormatText oFormat;
+    if (bSign && oItem.bPlus)
+        oFormat.Add('+');
+    else if (bSign && oItem.bSpace)
+        oFormat.Add(' ');
+    if (oItem.nAlternates > 0)
+        oFormat.Add('#');
+    oFormat.Add('.');
+    oFormat.Add('*');
+    oFormat.Add(cConversion);
+
+    const long long llPrinted = std::min(llDigits, MAX_REAL_DIGITS);
+    return (llDigits - llPrinted) + PrintedLength(oFormat.GetText(), static_cast<int>(llPrinted), dValue);
+}

@@ -1,0 +1,62 @@
+#include <TOVPlatform/Backend/TOVNarrowText.h>
+
+#include <cstring>
+#include <mbstring.h>
+
+namespace TOVPlatform
+{
+namespace Backend
+{
+namespace
+{
+// The multi-byte functions see their text as unsigned bytes.
+const unsigned char* ToBytes(const char* szString)
+{
+    return reinterpret_cast<const unsigned char*>(szString);
+}
+
+const char* FromBytes(const unsigned char* pBytes)
+{
+    return reinterpret_cast<const char*>(pBytes);
+}
+} // namespace
+
+int CompareNoCase(const char* szString1, const char* szString2)
+{
+    return _stricmp(szString1, szString2);
+}
+
+int CollateNoCase(const char* szString1, const char* szString2)
+{
+    return _stricoll(szString1, szString2);
+}
+
+void ToLower(char* szString)
+{
+    _strlwr(szString);
+}
+
+void ToUpper(char* szString)
+{
+    _strupr(szString);
+}
+
+const char* Inc(const char* szString)
+{
+    // Where the terminator cuts a character off, the runtime would step over it and out of the text.
+    if (szString[0] == '\0' || szString[1] == '\0')
+        return szString + 1;
+    return FromBytes(_mbsinc(ToBytes(szString)));
+}
+
+const char* NInc(const char* szString, int nCount)
+{
+    return FromBytes(_mbsninc(ToBytes(szString), nCount));
+}
+
+const char* Dec(const char* szStart, const char* szCurrent)
+{
+    return FromBytes(_mbsdec(ToBytes(szStart), ToBytes(szCurrent)));
+}
+} // namespace Backend
+} // namespace TOVPlatform
