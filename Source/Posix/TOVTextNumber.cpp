@@ -32,7 +32,7 @@ template<class tUnit> bool IsDecimalDigit(tUnit cUnit)
     return '0' <= cUnit && cUnit <= '9';
 }
 
-// 36 for what is no digit in any base.
+// The value of a digit; 36 for a unit that is no digit in any base.
 template<class tUnit> int DigitValue(tUnit cUnit)
 {
     if (IsDecimalDigit(cUnit))
@@ -51,7 +51,7 @@ template<class tUnit> const tUnit* SkipWhiteSpace(const tUnit* szText)
     return szText;
 }
 
-// Passes a sign; true for a minus.
+// Moves past a sign. Returns true for a minus.
 template<class tUnit> bool ReadSign(const tUnit*& szText)
 {
     const bool bNegative = *szText == '-';
@@ -63,7 +63,7 @@ template<class tUnit> bool ReadSign(const tUnit*& szText)
 struct sInteger
 {
     bool bNegative = false;
-    std::uint64_t ullMagnitude = 0; // anything above 32 bits stays above
+    std::uint64_t ullMagnitude = 0; // 0x100000000 stands for all larger values
 };
 
 template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd, int nBase)
@@ -92,7 +92,7 @@ template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd,
     return oResult;
 }
 
-// The units of a decimal number without its sign: mantissa and exponent.
+// Finds the units of a decimal number without its sign: mantissa and exponent.
 template<class tUnit> class CDecimalScanner
 {
 public:
@@ -101,7 +101,7 @@ public:
     bool HasNumber() const { return m_bHasNumber; }
     const tUnit* GetEnd() const { return m_szEnd; }
 
-    // The number as the C library's strtod reads it: with the exponent letter e.
+    // Reads the number by the C library's strtod, which gets it with the exponent letter e.
     double GetValue() const;
 
 private:
@@ -112,12 +112,12 @@ private:
     const tUnit* m_szBegin;
     const tUnit* m_szEnd;
     const tUnit* m_szPoint = nullptr;
-    const tUnit* m_szBehindPoint = nullptr;
+    const tUnit* m_szAfterPoint = nullptr;
     const tUnit* m_szExponent = nullptr;
     bool m_bHasNumber = false;
 };
 
-// Length of the locale's decimal point if the text begins with it; 0 otherwise.
+// The length of the locale's decimal point if the text begins with it; otherwise 0.
 template<class tUnit> int PointLength(const tUnit* szText)
 {
     TOVMultiByte::sCharacter<tUnit> oPoint;
@@ -149,8 +149,8 @@ template<class tUnit> void CDecimalScanner<tUnit>::Scan()
 {
     m_szEnd = ScanDigits(m_szBegin);
     m_szPoint = m_szEnd;
-    m_szBehindPoint = m_szEnd + PointLength(m_szEnd);
-    m_szEnd = ScanDigits(m_szBehindPoint);
+    m_szAfterPoint = m_szEnd + PointLength(m_szEnd);
+    m_szEnd = ScanDigits(m_szAfterPoint);
     if (m_bHasNumber)
         ScanExponent();
 }
@@ -172,9 +172,9 @@ template<class tUnit> double CDecimalScanner<tUnit>::GetValue() const
 
     const auto ToAscii = [](tUnit cUnit) { return static_cast<char>(cUnit); };
     char* szOut = std::transform(m_szBegin, m_szPoint, szNumber, ToAscii);
-    if (m_szBehindPoint != m_szPoint)
+    if (m_szAfterPoint != m_szPoint)
         szOut = std::copy_n(oPoint.szUnits, oPoint.nUnits, szOut);
-    szOut = std::transform(m_szBehindPoint, m_szExponent != nullptr ? m_szExponent : m_szEnd, szOut, ToAscii);
+    szOut = std::transform(m_szAfterPoint, m_szExponent != nullptr ? m_szExponent : m_szEnd, szOut, ToAscii);
     if (m_szExponent != nullptr)
     {
         *szOut++ = 'e';
@@ -191,7 +191,7 @@ long ToSigned(const sInteger& oInteger)
     return static_cast<long>(std::min<std::uint64_t>(oInteger.ullMagnitude, INT32_MAX));
 }
 
-// A minus sign negates what has been cut to 32 bits, so a text below the range gives 1.
+// A minus sign negates the value that has been cut to 32 bits, so that a text below the range gives 1.
 unsigned long ToUnsigned(const sInteger& oInteger)
 {
     const std::uint32_t dwMagnitude = static_cast<std::uint32_t>(std::min(oInteger.ullMagnitude, MAX_MAGNITUDE));

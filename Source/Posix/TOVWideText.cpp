@@ -140,7 +140,7 @@ const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter)
 
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
-    // The text is not measured first: it may be the rest of a long one, with a hit close by.
+    // The text is not measured first: it may be long, with an occurrence close by.
     for (;; ++szString)
     {
         int nEqual = 0;

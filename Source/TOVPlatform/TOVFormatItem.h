@@ -27,9 +27,9 @@ struct sFormatItem
     bool bPlus = false;
     bool bSpace = false;
     bool bZero = false;
+    bool bHasPrecision = false;
     int nAlternates = 0; // how many times the flag # is given
     int nWidth = 0;
-    bool bHasPrecision = false;
     int nPrecision = 0;
     eFormatModifier eModifier = eFormatModifier::None;
 
@@ -64,9 +64,9 @@ inline std::int64_t NextInteger(CTOVArgumentList& oArguments, eFormatModifier eM
     }
 }
 
-// Each of these reads one part at the position, and moves the position past it.
+// Each of the next functions reads one part at the position, and moves the position past it.
 
-// Saturates.
+// The value of a run of digits; 0 without digits. Saturates.
 template<class tUnit> int ReadNumber(const tUnit*& szFormat)
 {
     long long llValue = 0;
@@ -75,34 +75,34 @@ template<class tUnit> int ReadNumber(const tUnit*& szFormat)
     return static_cast<int>(llValue);
 }
 
-// false: no flag stands there
-template<class tUnit> bool ReadFlag(const tUnit*& szFormat, sFormatItem& oItem)
+template<class tUnit> void ReadFlags(const tUnit*& szFormat, sFormatItem& oItem)
 {
-    switch (*szFormat)
+    for (;; ++szFormat)
     {
-    case '-':
-        oItem.bLeft = true;
-        break;
-    case '+':
-        oItem.bPlus = true;
-        break;
-    case ' ':
-        oItem.bSpace = true;
-        break;
-    case '#':
-        ++oItem.nAlternates;
-        break;
-    case '0':
-        oItem.bZero = true;
-        break;
-    default:
-        return false;
+        switch (*szFormat)
+        {
+        case '-':
+            oItem.bLeft = true;
+            break;
+        case '+':
+            oItem.bPlus = true;
+            break;
+        case ' ':
+            oItem.bSpace = true;
+            break;
+        case '#':
+            ++oItem.nAlternates;
+            break;
+        case '0':
+            oItem.bZero = true;
+            break;
+        default:
+            return;
+        }
     }
-    ++szFormat;
-    return true;
 }
 
-// false: the width is not taken from the list
+// Returns false if the width is not taken from the list.
 template<class tUnit> bool ReadListedWidth(const tUnit*& szFormat, CTOVArgumentList& oArguments, sFormatItem& oItem)
 {
     if (*szFormat != '*')
@@ -130,13 +130,15 @@ template<class tUnit> void ReadPrecision(const tUnit*& szFormat, CTOVArgumentLis
     }
 }
 
-template<class tUnit> bool IsInt64Modifier(const tUnit* szFormat)
+// What a format is read for.
+enum class eFormatUse
 {
-    return szFormat[0] == 'I' && szFormat[1] == '6' && szFormat[2] == '4';
-}
+    Measure,
+    Print
+};
 
-// I64 h l F L N; false: no such modifier stands there
-template<class tUnit> bool ReadModifier(const tUnit*& szFormat, sFormatItem& oItem)
+// Reads one of I64 h l F L N, and for the print also of ll w I32 I j t z. Returns false if there is none.
+template<eFormatUse USE, class tUnit> bool ReadModifier(const tUnit*& szFormat, sFormatItem& oItem)
 {
     switch (*szFormat)
     {
@@ -145,12 +147,37 @@ template<class tUnit> bool ReadModifier(const tUnit*& szFormat, sFormatItem& oIt
         break;
     case 'l':
         oItem.eModifier = eFormatModifier::Wide;
+        if (USE == eFormatUse::Print && szFormat[1] == 'l')
+        {
+            oItem.eModifier = eFormatModifier::Int64;
+            ++szFormat;
+        }
         break;
     case 'I':
-        if (!IsInt64Modifier(szFormat))
+        if (szFormat[1] == '6' && szFormat[2] == '4')
+        {
+            oItem.eModifier = eFormatModifier::Int64;
+            szFormat += 2;
+        }
+        else if (USE == eFormatUse::Measure)
+        {
             return false;
-        oItem.eModifier = eFormatModifier::Int64;
-        szFormat += 2;
+        }
+        else if (szFormat[1] == '3' && szFormat[2] == '2')
+        {
+            szFormat += 2;
+        }
+        break;
+    case 'w':
+        if (USE == eFormatUse::Measure)
+            return false;
+        oItem.eModifier = eFormatModifier::Wide;
+        break;
+    case 'j':
+    case 't':
+    case 'z':
+        if (USE == eFormatUse::Measure)
+            return false;
         break;
     case 'F':
     case 'L':
@@ -163,72 +190,44 @@ template<class tUnit> bool ReadModifier(const tUnit*& szFormat, sFormatItem& oIt
     return true;
 }
 
-// ll w I32 I j t z; false: no such modifier stands there
-template<class tUnit> bool ReadPrintModifier(const tUnit*& szFormat, sFormatItem& oItem)
-{
-    switch (*szFormat)
-    {
-    case 'l':
-        if (szFormat[1] != 'l')
-            return false;
-        oItem.eModifier = eFormatModifier::Int64;
-        ++szFormat;
-        break;
-    case 'w':
-        oItem.eModifier = eFormatModifier::Wide;
-        break;
-    case 'I':
-        if (IsInt64Modifier(szFormat))
-            return false;
-        if (szFormat[1] == '3' && szFormat[2] == '2')
-            szFormat += 2;
-        break;
-    case 'j':
-    case 't':
-    case 'z':
-        break;
-    default:
-        return false;
-    }
-    ++szFormat;
-    return true;
-}
+// The two readings of a conversion, which begin after its percent sign and stop at its type. They differ for odd
+// formats.
 
-// The two readings of a conversion, from after its percent sign to its type. They differ where formats are odd.
-
-// Settled: the measure takes * for a flag, the last of several counts, and a number gives the width only if that is 0.
-// It knows one modifier, of I64 h l F L N. A negative width or precision from the list is the caller's to refuse.
+// Settled: the measure reads any number of * among the flags, of which the last gives the width. Only where that is 0,
+// a number after them gives the width. It reads one modifier. Width and precision can be negative: the caller refuses
+// that.
 template<class tUnit> sFormatItem ReadMeasuredItem(const tUnit*& szFormat, CTOVArgumentList& oArguments)
 {
     sFormatItem oItem;
-    while (ReadFlag(szFormat, oItem) || ReadListedWidth(szFormat, oArguments, oItem))
-    {
-    }
+    do
+        ReadFlags(szFormat, oItem);
+    while (ReadListedWidth(szFormat, oArguments, oItem));
     if (oItem.nWidth == 0)
         oItem.nWidth = ReadNumber(szFormat);
     ReadPrecision(szFormat, oArguments, oItem);
-    ReadModifier(szFormat, oItem);
+    ReadModifier<eFormatUse::Measure>(szFormat, oItem);
     return oItem;
 }
 
-// Settled: the print takes one * or number after the flags, a negative width from the list as a width with the flag -,
-// and a negative precision from the list as none. It knows all modifiers, any number of them.
+// Settled: the print reads one * or one number after the flags, and any number of modifiers, of which the last one that
+// gives a size counts. A negative width from the list is a width with the flag -, and a negative precision is none.
 template<class tUnit> sFormatItem ReadPrintedItem(const tUnit*& szFormat, CTOVArgumentList& oArguments)
 {
     sFormatItem oItem;
-    while (ReadFlag(szFormat, oItem))
-    {
-    }
+    ReadFlags(szFormat, oItem);
     if (!ReadListedWidth(szFormat, oArguments, oItem))
+    {
         oItem.nWidth = ReadNumber(szFormat);
-    if (oItem.nWidth < 0)
+    }
+    else if (oItem.nWidth < 0)
     {
         oItem.bLeft = true;
         oItem.nWidth = -std::max(oItem.nWidth, -INT_MAX);
     }
     ReadPrecision(szFormat, oArguments, oItem);
-    oItem.bHasPrecision = oItem.bHasPrecision && oItem.nPrecision >= 0;
-    while (ReadPrintModifier(szFormat, oItem) || ReadModifier(szFormat, oItem))
+    if (oItem.nPrecision < 0)
+        oItem.bHasPrecision = false;
+    while (ReadModifier<eFormatUse::Print>(szFormat, oItem))
     {
     }
     return oItem;

@@ -1,3 +1,4 @@
+// The plain functions of TOVPlatform/TOVString.h.
 #include <TOVPlatform/TOVString.h>
 
 #include <cctype>
@@ -6,7 +7,7 @@
 
 namespace
 {
-// The runtime's classification is defined for these values alone.
+// The runtime's classification is defined for these values only.
 bool IsUnsignedCharacter(int nCharacter)
 {
     return 0 <= nCharacter && nCharacter <= UCHAR_MAX;
@@ -27,7 +28,7 @@ char* TOVString_CopyN(char* szDestination, const char* szSource, tUchar ucCount)
         ++nLength;
     }
 
-    // Settled: the terminator is not counted, so a shorter source is cleared through the byte at index ucCount.
+    // Settled: the terminator is not counted, so after a shorter source the byte at index ucCount is cleared as well.
     if (nLength < ucCount)
         std::memset(szDestination + nLength, 0, ucCount - nLength + 1);
     return szDestination;

@@ -48,7 +48,7 @@ template<class tUnit> const tUnit* ReverseFind(const tUnit* szString, const tUni
 }
 } // namespace
 
-// The functions have one text for both widths, which tUnit tells apart.
+// The functions are written once for both widths, and tUnit tells them apart.
 namespace TOVStringA
 {
 typedef char tUnit;

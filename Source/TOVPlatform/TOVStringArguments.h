@@ -6,8 +6,8 @@
 
 namespace TOVPlatform
 {
-// Reads from a copy, so that the caller's list stands where it stood. Every value is taken by the type that a caller
-// passes it with; integers come out with the width that they have in formats, also where long has 64 bits.
+// Reads from a copy, so that the caller's list stays where it is. Every value is read with the type that callers pass.
+// Integers come out with the width that they have in formats, also where long has 64 bits.
 class CTOVArgumentList
 {
 public:

@@ -1,12 +1,12 @@
-// What a port owes for zero-terminated narrow text: Source/<System>/TOVNarrowText.cpp.
-//
-// Narrow text is bytes in the code page or locale of the process. Pointers are never null: the arguments have been
-// checked. No function fails. What every C runtime has alike stands in TOVPlatform/TOVTextRuntime.h, so that a port
-// writes nothing for it. Internal: applications use TOVPlatform/TOVString.h.
 #pragma once
 
 namespace TOVPlatform
 {
+// What a port owes to the narrow text of TOVPlatform/TOVString.h. Nothing here is exported. What every C runtime has
+// alike stands in TOVPlatform/TOVTextRuntime.h, and no port writes it.
+//
+// Text is zero-terminated bytes in the code page or locale of the process. Pointers are never null, and no function
+// fails. Threads: any, for all functions.
 namespace Backend
 {
 // Order without case, as a negative number, 0 or a positive number. CompareNoCase reads bytes as unsigned;

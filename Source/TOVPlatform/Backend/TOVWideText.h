@@ -1,12 +1,11 @@
-// What a port owes for zero-terminated wide text: Source/<System>/TOVWideText.cpp.
-//
-// Wide text is 16-bit units of UTF-16, also where the C runtime's wide functions read wider units. Counts are units.
-// Pointers are never null: the arguments have been checked. No function fails. Internal: applications use
-// TOVPlatform/TOVString.h.
 #pragma once
 
 namespace TOVPlatform
 {
+// What a port owes to the wide text of TOVPlatform/TOVString.h. Nothing here is exported.
+//
+// Text is zero-terminated 16-bit units of UTF-16, also where the C runtime's wide functions read wider units. Counts
+// are units. Pointers are never null, and no function fails. Threads: any, for all functions.
 namespace Backend
 {
 // Order as a negative number, 0 or a positive number. The first two compare units as unsigned, the other two follow the
