@@ -148,7 +148,7 @@ long long CFormatMeasure::CharacterSize(const sFormatItem& oItem, bool bWide)
     long long llLength = 0;
 
     // A wide character can take several bytes of narrow text.
-    if (!IS_WIDE_FORMAT && oItem.IsWide(bWide) && static_cast<wchar_t>(nCharacter) > SCHAR_MAX)
+    if (oItem.IsWide(bWide) && static_cast<wchar_t>(nCharacter) > SCHAR_MAX && !IS_WIDE_FORMAT)
     {
         CItemFormatText oFormat;
         oFormat.Add('l');
