@@ -5,8 +5,8 @@
 #include <Debug/TOVMSDevLogger.h>
 #include <File/TOVVirtualFileSystem.h>
 #include <Path/TOVPath.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 #include <TOVPlatform/TOVFile.h>
-#include <TOVPlatform/TOVSystem.h>
 #include <TOVRtti/TOVClass.h>
 #include <TOVRtti/TOVClassServer.h>
 #include <TOVString/TOVStringA.h>
@@ -28,7 +28,7 @@
 // 0. What the backend registers with the system, for use from here on.
 struct sBackend
 {
-    sBackend() { TOVPlatform::TOVSystem::PrepareProcess(); }
+    sBackend() { TOVPlatform::Backend::PrepareProcess(); }
 };
 static const sBackend s_oBackend;
 

@@ -1,7 +1,7 @@
 #include <Debug/TOVDebug.h>
 
 #include <Debug/TOVDebugServer.h>
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 
 #include <cstdarg>
 #include <cstdlib>
@@ -48,7 +48,7 @@ void Assert(const char* szExpression, const char* szFile, int nLine)
     oServer.OnAssert(szFile, ToLine(nLine), szExpression);
     if (HasOtherListeners(oServer))
         throw CTOVAssertException();
-    TOVPlatform::TOVSystem::ThrowUnheardCheck(szExpression, szFile, static_cast<tDword>(nLine));
+    TOVPlatform::Backend::ThrowUnheardCheck(szExpression, szFile, static_cast<tDword>(nLine));
 }
 
 bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine)
@@ -58,14 +58,14 @@ bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine)
     const std::size_t nUsed = std::strlen(s_szQuestions);
     std::strncat(s_szQuestions, QUESTION, sizeof(s_szQuestions) - 1 - nUsed);
 
-    switch (TOVPlatform::TOVSystem::AskYesNoCancel(s_szQuestions, "TOV ASSERTION"))
+    switch (TOVPlatform::Backend::AskYesNoCancel(s_szQuestions, "TOV ASSERTION"))
     {
-    case TOVPlatform::TOVSystem::eAnswerYes:
-        return TOVPlatform::TOVSystem::IsDebuggerAttached();
-    case TOVPlatform::TOVSystem::eAnswerNo:
+    case TOVPlatform::Backend::eAnswerYes:
+        return TOVPlatform::Backend::IsDebuggerAttached();
+    case TOVPlatform::Backend::eAnswerNo:
         std::exit(0);
-    case TOVPlatform::TOVSystem::eAnswerCancel:
-        TOVPlatform::TOVSystem::EndProcess(0);
+    case TOVPlatform::Backend::eAnswerCancel:
+        TOVPlatform::Backend::EndProcess(0);
     default:
         return false;
     }

@@ -2,8 +2,8 @@
 
 #include <Debug/TOVDebugServer.h>
 #include <TOVPlatform/Backend/TOVFormat.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 #include <TOVPlatform/TOVString.h>
-#include <TOVPlatform/TOVSystem.h>
 
 #include <algorithm>
 #include <climits>

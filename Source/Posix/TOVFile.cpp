@@ -1,4 +1,4 @@
-#include <TOVPlatform/TOVFileBackend.h>
+#include <TOVPlatform/Backend/TOVFile.h>
 
 #include <Posix/TOVFileName.h>
 #include <Posix/TOVFileSearch.h>
@@ -16,9 +16,12 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
+using namespace TOVFile;
+using namespace TOVPosix;
+
 namespace Backend
+{
+namespace File
 {
 namespace
 {
@@ -184,15 +187,10 @@ void FindClose(tHandle hFind)
 {
     CFileSearch::End(hFind);
 }
-} // namespace Backend
-} // namespace TOVFile
+} // namespace File
 
-namespace TOVDirectory
+namespace Directory
 {
-namespace Backend
-{
-using TOVFile::Backend::CFileName;
-
 bool Create(const char* szPath)
 {
     return ::mkdir(CFileName(szPath), S_IRWXU | S_IRWXG | S_IRWXO) == 0;
@@ -212,6 +210,6 @@ bool GetWorkingDirectory(char* szBuffer, int nSize)
 {
     return ::getcwd(szBuffer, static_cast<std::size_t>(nSize)) != nullptr;
 }
+} // namespace Directory
 } // namespace Backend
-} // namespace TOVDirectory
 } // namespace TOVPlatform

@@ -7,9 +7,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 CFileName::CFileName(const char* szName) : m_szName(szName)
 {
@@ -21,6 +19,5 @@ CFileName::CFileName(const char* szName) : m_szName(szName)
     std::replace(m_oTranslated.begin(), m_oTranslated.end(), '\\', '/');
     m_szName = m_oTranslated.c_str();
 }
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

@@ -5,9 +5,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 // A name that exists as it stands is used as it stands, otherwise its backslashes are read as slashes. A name without a
 // backslash costs nothing: no copy, and no look at the file system.
@@ -25,6 +23,5 @@ private:
     std::string m_oTranslated;
     const char* m_szName; // the caller's text or the translated one
 };
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

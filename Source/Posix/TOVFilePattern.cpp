@@ -6,9 +6,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 namespace
 {
@@ -128,6 +126,5 @@ bool CFilePattern::Matches(const char* szName)
     }
     return m_aReached[m_oMask.size()] != 0;
 }
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

@@ -8,9 +8,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 // A mask for one component of a path. Case does not count; names and masks are characters of the process's locale, and
 // a byte that is none stands for itself. `?` is one character and `*` any number, with these habits:
@@ -37,6 +35,5 @@ private:
     std::vector<char> m_aReached;
     std::vector<char> m_aNext;
 };
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

@@ -3,7 +3,7 @@
 #include <Posix/TOVFileName.h>
 #include <Posix/TOVFileStatus.h>
 #include <Posix/TOVProcessLocks.h>
-#include <TOVPlatform/TOVFileBackend.h>
+#include <TOVPlatform/TOVString.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -14,13 +14,11 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 namespace
 {
-using namespace TOVPosix;
+using namespace TOVFile;
 
 constexpr const char* NAVIGATION_ENTRIES[] = {".", ".."};
 constexpr int NUM_NAVIGATION_ENTRIES = 2;
@@ -66,6 +64,11 @@ const char* FindLastComponent(const char* szName)
     const char* pSlash = std::strrchr(szName, '/');
     const char* pLast = pSlash == nullptr || (pBackslash != nullptr && pBackslash > pSlash) ? pBackslash : pSlash;
     return pLast != nullptr ? pLast + 1 : szName;
+}
+
+void SetName(sTOVFindData& oFindData, const char* szName)
+{
+    TOVStringA::NCopy(oFindData.szName, szName, static_cast<int>(sizeof oFindData.szName));
 }
 
 // Fills the record for a name without wildcards. Sets errno on failure.
@@ -198,6 +201,5 @@ bool CFileSearch::Accept(sTOVFindData& oFindData, const char* szName)
     SetName(oFindData, szName);
     return true;
 }
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

@@ -10,9 +10,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 // One search: `.` and `..` come first, then the other entries in the system's order, each as far as it matches. Handles
 // are given once and never again, so that a stale or an invented one is recognised. A search belongs to one thread at a
@@ -21,7 +19,7 @@ class CFileSearch
 {
 public:
     // Starts a search and fills the record with its first entry. Stores the handle only if there is one.
-    static eFindResult Begin(const char* szPattern, sTOVFindData& oFindData, tHandle& hFind);
+    static TOVFile::eFindResult Begin(const char* szPattern, TOVFile::sTOVFindData& oFindData, tHandle& hFind);
 
     // The search behind a handle, null if there is none.
     static std::shared_ptr<CFileSearch> Find(tHandle hSearch);
@@ -38,16 +36,15 @@ public:
     CFileSearch(tFolder pFolder, const char* szMask);
 
     // Fills the record with the next entry. An entry that the system cannot look at is remembered for the end.
-    eFindResult Next(sTOVFindData& oFindData);
+    TOVFile::eFindResult Next(TOVFile::sTOVFindData& oFindData);
 
 private:
-    bool Accept(sTOVFindData& oFindData, const char* szName);
+    bool Accept(TOVFile::sTOVFindData& oFindData, const char* szName);
 
     const tFolder m_pFolder;
     CFilePattern m_oPattern;
     int m_nNavigationEntries; // how many of `.` and `..` are behind it
     bool m_bFailed;           // not all entries were seen
 };
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

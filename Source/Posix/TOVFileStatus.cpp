@@ -6,9 +6,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 namespace
 {
@@ -26,7 +24,7 @@ unsigned long long ToTicks(const struct statx_timestamp& oTime)
 }
 } // namespace
 
-bool FillStatus(sTOVFindData& oFindData, int nFolder, const char* szName)
+bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szName)
 {
     constexpr unsigned int WANTED = STATX_BASIC_STATS | STATX_BTIME;
 
@@ -48,6 +46,5 @@ bool FillStatus(sTOVFindData& oFindData, int nFolder, const char* szName)
     oFindData.ullSize = S_ISDIR(oStatus.stx_mode) ? 0 : oStatus.stx_size;
     return true;
 }
-} // namespace Backend
-} // namespace TOVFile
+} // namespace TOVPosix
 } // namespace TOVPlatform

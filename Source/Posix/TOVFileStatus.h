@@ -7,9 +7,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
-namespace Backend
+namespace TOVPosix
 {
 constexpr mode_t WRITE_PERMISSIONS = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t ALL_PERMISSIONS = 07777;
@@ -26,21 +24,26 @@ inline bool IsReadOnlyFile(mode_t ulMode)
     return S_ISREG(ulMode) && IsReadOnly(ulMode);
 }
 
-// What is neither file nor directory (device, pipe, socket, a link to nothing) has no attribute at all, not even the
-// normal one, so that who walks a directory can pass it over.
+// A name that is neither file nor directory (device, pipe, socket, a link to nothing) has no attribute at all, not even
+// the normal one, so that whoever walks a directory can pass it over.
 inline unsigned long ToAttributes(mode_t ulMode)
 {
     if (!S_ISREG(ulMode) && !S_ISDIR(ulMode))
         return 0;
 
-    const unsigned long ulAttributes = (S_ISDIR(ulMode) ? static_cast<unsigned long>(eFileAttributeDirectory) : 0) |
-                                       (IsReadOnly(ulMode) ? static_cast<unsigned long>(eFileAttributeReadOnly) : 0);
-    return ulAttributes != 0 ? ulAttributes : static_cast<unsigned long>(eFileAttributeNormal);
+    unsigned long ulAttributes = 0;
+    if (S_ISDIR(ulMode))
+        ulAttributes |= TOVFile::eFileAttributeDirectory;
+    if (IsReadOnly(ulMode))
+        ulAttributes |= TOVFile::eFileAttributeReadOnly;
+    if (ulAttributes == 0)
+        ulAttributes = TOVFile::eFileAttributeNormal;
+    return ulAttributes;
 }
 
 inline mode_t ApplyAttributes(mode_t ulMode, unsigned long ulAttributes)
 {
-    if ((ulAttributes & eFileAttributeReadOnly) != 0)
+    if ((ulAttributes & TOVFile::eFileAttributeReadOnly) != 0)
         return ulMode & ~WRITE_PERMISSIONS;
 
     return IsReadOnly(ulMode) ? ulMode | S_IWUSR : ulMode;
@@ -49,7 +52,6 @@ inline mode_t ApplyAttributes(mode_t ulMode, unsigned long ulAttributes)
 // Fills all of a record but its name. The name counts from the directory nFolder, or from the working directory for
 // AT_FDCWD. A link tells of what it leads to, and of itself if that is nothing. False, with the record unchanged, if
 // there is no such file.
-bool FillStatus(sTOVFindData& oFindData, int nFolder, const char* szName);
-} // namespace Backend
-} // namespace TOVFile
+bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szName);
+} // namespace TOVPosix
 } // namespace TOVPlatform

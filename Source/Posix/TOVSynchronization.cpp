@@ -1,5 +1,4 @@
-#include <TOVPlatform/TOVSynchronization.h>
-#include <TOVPlatform/TOVWait.h>
+#include <TOVPlatform/Backend/TOVSynchronization.h>
 
 #include <Posix/TOVNamedObject.h>
 #include <Posix/TOVObjectEnd.h>
@@ -259,7 +258,7 @@ long Variable::InterlockedIncrement(long& lVariable)
 }
 } // namespace TOVSynchronization
 
-tDword TOVWait::ForOne(tHandle hObject, tDword dwMilliseconds)
+tDword Backend::Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
 {
     using namespace TOVPosix;
 
@@ -282,7 +281,7 @@ tDword TOVWait::ForOne(tHandle hObject, tDword dwMilliseconds)
     return ForMany(&hObject, 1, false, dwMilliseconds);
 }
 
-tDword TOVWait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+tDword Backend::Wait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     TOVPosix::CWaiter oWaiter(TOVPosix::ThisThread(), bWaitForAll);
     for (int nIndex = 0; nIndex < nCount; ++nIndex)

@@ -1,4 +1,4 @@
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 
 #include <Posix/TOVProcessLocks.h>
 #include <Posix/TOVTextOutput.h>
@@ -14,7 +14,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVSystem
+namespace Backend
 {
 namespace
 {
@@ -209,5 +209,5 @@ tDword ReadMilliseconds()
     ::clock_gettime(CLOCK_MONOTONIC, &oTime);
     return static_cast<tDword>(oTime.tv_sec * 1000LL + oTime.tv_nsec / 1000000);
 }
-} // namespace TOVSystem
+} // namespace Backend
 } // namespace TOVPlatform

@@ -1,6 +1,6 @@
 #include <Posix/TOVTextOutput.h>
 
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -37,6 +37,6 @@ bool TOVTextOutput::ShowsDebugText()
 {
     // Once, on the thread that loads the library and logs there: the environment may change under other threads.
     static const bool s_bAskedFor = IsAskedFor();
-    return s_bAskedFor || TOVSystem::IsDebuggerAttached();
+    return s_bAskedFor || Backend::IsDebuggerAttached();
 }
 } // namespace TOVPlatform

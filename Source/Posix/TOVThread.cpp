@@ -1,5 +1,4 @@
-#include <TOVPlatform/TOVThread.h>
-#include <TOVPlatform/TOVThreadPriority.h>
+#include <TOVPlatform/Backend/TOVThread.h>
 
 #include <Posix/TOVLibraryHold.h>
 #include <Posix/TOVObjectEnd.h>
@@ -117,10 +116,10 @@ struct sNiceLevel
 };
 
 constexpr sNiceLevel NICE_LEVELS[] = {
-    {TOVThreadPriority::LEVEL_LOWEST, 10},
-    {TOVThreadPriority::LEVEL_NORMAL, 0},
-    {TOVThreadPriority::LEVEL_HIGHEST, -10},
-    {TOVThreadPriority::LEVEL_TIME_CRITICAL, -20},
+    {Backend::Thread::LEVEL_LOWEST, 10},
+    {Backend::Thread::LEVEL_NORMAL, 0},
+    {Backend::Thread::LEVEL_HIGHEST, -10},
+    {Backend::Thread::LEVEL_TIME_CRITICAL, -20},
 };
 
 int ToNice(const sNiceLevel& oLevel)
@@ -154,7 +153,7 @@ tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulT
 
     const tDword nId = IdOf(oThread);
     pThread->m_nSystemId.store(nId, std::memory_order_relaxed);
-    pThread->m_nPriorityLevel.store(TOVThreadPriority::LEVEL_NORMAL, std::memory_order_relaxed);
+    pThread->m_nPriorityLevel.store(Backend::Thread::LEVEL_NORMAL, std::memory_order_relaxed);
     pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed);
     if (pulThreadId != nullptr)
         __atomic_store_n(pulThreadId, nId, __ATOMIC_RELAXED); // another thread of the same object may write there too
@@ -176,7 +175,7 @@ void TOVThread::Exit(int)
 }
 
 // The lock of the waits keeps the thread from ending here, so that its id cannot become another thread's meanwhile.
-int TOVThreadPriority::Read(tHandle hThread)
+int Backend::Thread::ReadPriority(tHandle hThread)
 {
     const CWaitScope oScope;
     CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);
@@ -197,7 +196,7 @@ int TOVThreadPriority::Read(tHandle hThread)
     return LEVEL_NONE;
 }
 
-void TOVThreadPriority::Write(tHandle hThread, int nLevel)
+void Backend::Thread::WritePriority(tHandle hThread, int nLevel)
 {
     const CWaitScope oScope;
     CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);

@@ -1,6 +1,6 @@
 #include <Posix/TOVTimeEvent.h>
 
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVTimeEvent.h>
 
 #include <Posix/TOVLibraryHold.h>
 #include <Posix/TOVProcessLocks.h>
@@ -14,7 +14,7 @@
 namespace TOVPlatform
 {
 using namespace TOVPosix;
-using TOVSystem::tTimeEvent;
+using Backend::tTimeEvent;
 
 namespace
 {
@@ -242,7 +242,7 @@ void TOVPosix::ForgetTimeEvents()
     s_oService.Forget();
 }
 
-namespace TOVSystem
+namespace Backend
 {
 unsigned int BeginTimerPeriod(unsigned int nMilliseconds)
 {
@@ -270,5 +270,5 @@ unsigned int KillTimeEvent(unsigned int nEvent)
 {
     return s_oService.Kill(nEvent);
 }
-} // namespace TOVSystem
+} // namespace Backend
 } // namespace TOVPlatform

@@ -1,6 +1,6 @@
 // A failed check that nobody has heard of is told when the process ends by it.
 
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 
 #include <Debug/TOVException.h>
 #include <Posix/TOVTextOutput.h>
@@ -148,7 +148,7 @@ private:
 std::atomic<int> CTerminateWatch::s_nWatches(0);
 } // namespace
 
-void TOVSystem::ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine)
+void Backend::ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine)
 {
     // What the compiler makes of "throw CTOVAssertException()", done here, since the exception's address is needed.
     void* const pRoom = abi::__cxa_allocate_exception(sizeof(TOVDebug::CTOVAssertException));

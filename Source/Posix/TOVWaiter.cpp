@@ -2,7 +2,7 @@
 
 #include <Posix/TOVNamedObject.h>
 #include <Posix/TOVProcessLocks.h>
-#include <TOVPlatform/TOVWait.h>
+#include <TOVPlatform/Backend/TOVSynchronization.h>
 
 namespace TOVPlatform
 {
@@ -10,10 +10,10 @@ namespace TOVPosix
 {
 namespace
 {
-using TOVWait::RESULT_ABANDONED;
-using TOVWait::RESULT_FAILED;
-using TOVWait::RESULT_SIGNALLED;
-using TOVWait::RESULT_TIMEOUT;
+using Backend::Wait::RESULT_ABANDONED;
+using Backend::Wait::RESULT_FAILED;
+using Backend::Wait::RESULT_SIGNALLED;
+using Backend::Wait::RESULT_TIMEOUT;
 
 constexpr tDword ASLEEP = 0;
 constexpr tDword WOKEN = 1;

@@ -1,7 +1,7 @@
 #include <TOVPlatform/TOVFile.h>
 
 #include <Debug/TOVCheck.h>
-#include <TOVPlatform/TOVFileBackend.h>
+#include <TOVPlatform/Backend/TOVFile.h>
 #include <TOVPlatform/TOVFileDiscard.h>
 
 #include <algorithm>
@@ -47,24 +47,42 @@ bool EndStream(tHandle hFile, FILE* pFile)
     return bClosed;
 }
 
-// Whether the text is one of the modes that TOVFile.h tells. Runtimes differ in what they make of any other: some end
-// the process.
-bool IsMode(const char* szMode)
+// Moves to the next letter if the text begins with one of these.
+bool PassLetter(const char*& szText, const char* szLetters)
 {
-    if (szMode == nullptr || *szMode == 0 || std::strchr("rwa", *szMode) == nullptr)
+    if (*szText == 0 || std::strchr(szLetters, *szText) == nullptr)
         return false;
 
-    bool bUpdate = false;
-    bool bKind = false;
-    bool bCommit = false;
-    for (const char* pLetter = szMode + 1; *pLetter != 0; ++pLetter)
-    {
-        bool& bSeen = *pLetter == '+' ? bUpdate : std::strchr("tb", *pLetter) != nullptr ? bKind : bCommit;
-        if (std::strchr("+tbcn", *pLetter) == nullptr || bSeen || bCommit)
-            return false;
-        bSeen = true;
-    }
+    ++szText;
     return true;
+}
+
+// Whether the text is one of the modes that TOVFile.h describes. Runtimes differ in what they make of any other: some
+// end the process.
+bool IsMode(const char* szMode)
+{
+    if (szMode == nullptr || !PassLetter(szMode, "rwa"))
+        return false;
+
+    const bool bUpdate = PassLetter(szMode, "+");
+    const bool bKind = PassLetter(szMode, "tb");
+    if (bKind && !bUpdate)
+        PassLetter(szMode, "+");
+    PassLetter(szMode, "cn");
+    return *szMode == 0;
+}
+
+// A stored name of full length is still terminated: its record's guard follows it.
+eFindResult GuardName(eFindResult eResult, sTOVFindData* pFindData)
+{
+    if (eResult == eFindEntry)
+        pFindData->cGuard = 0;
+    return eResult;
+}
+
+bool IsSearch(tHandle hFind)
+{
+    return hFind != 0 && hFind != FILE_INVALID_HANDLE;
 }
 } // namespace
 
@@ -75,7 +93,7 @@ tHandle Open(const char* szName, const char* szMode)
     if (oManager.FindFreeHandle() == FILE_INVALID_HANDLE) // before the file system is touched
         return FILE_INVALID_HANDLE;
 
-    FILE* pFile = szName != nullptr && IsMode(szMode) ? Backend::OpenStream(szName, szMode) : nullptr;
+    FILE* pFile = szName != nullptr && IsMode(szMode) ? Backend::File::OpenStream(szName, szMode) : nullptr;
     if (pFile == nullptr)
         return FILE_INVALID_HANDLE;
 
@@ -162,7 +180,7 @@ long Vprintf(tHandle hFile, const char* szFormat, va_list pArguments)
     if (pFile == nullptr || szFormat == nullptr)
         return -1;
 
-    return Backend::PrintStream(pFile, szFormat, pArguments);
+    return Backend::File::PrintStream(pFile, szFormat, pArguments);
 }
 
 long Tell(tHandle hFile)
@@ -171,7 +189,7 @@ long Tell(tHandle hFile)
     if (pFile == nullptr)
         return -1;
 
-    const long long llPosition = Backend::GetPosition(pFile);
+    const long long llPosition = Backend::File::GetPosition(pFile);
     return llPosition <= MAX_POSITION ? static_cast<long>(llPosition) : -1;
 }
 
@@ -182,7 +200,7 @@ eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin)
         return eFileFailure;
 
     const int nOrigin = eOrigin == eSeekOriginCurrent ? SEEK_CUR : eOrigin == eSeekOriginEnd ? SEEK_END : SEEK_SET;
-    return ToErrorCode(Backend::Seek(pFile, static_cast<int>(lOffset), nOrigin));
+    return ToErrorCode(Backend::File::Seek(pFile, static_cast<int>(lOffset), nOrigin));
 }
 
 eFileErrorCode Flush(tHandle hFile)
@@ -193,27 +211,27 @@ eFileErrorCode Flush(tHandle hFile)
 
 eFileErrorCode Delete(const char* szName)
 {
-    return ToErrorCode(szName != nullptr && Backend::Delete(szName));
+    return ToErrorCode(szName != nullptr && Backend::File::Delete(szName));
 }
 
 bool DoesExist(const char* szName)
 {
-    return szName != nullptr && Backend::DoesExist(szName);
+    return szName != nullptr && Backend::File::DoesExist(szName);
 }
 
 void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension)
 {
-    Backend::SplitPath(szPath != nullptr ? szPath : "", szDrive, szDirectory, szFileName, szExtension);
+    Backend::File::SplitPath(szPath != nullptr ? szPath : "", szDrive, szDirectory, szFileName, szExtension);
 }
 
 unsigned long GetAttributes(const char* szName)
 {
-    return szName != nullptr ? Backend::GetAttributes(szName) : 0xFFFFFFFF;
+    return szName != nullptr ? Backend::File::GetAttributes(szName) : 0xFFFFFFFF;
 }
 
 bool SetAttributes(const char* szName, unsigned long ulAttributes)
 {
-    return szName != nullptr && Backend::SetAttributes(szName, ulAttributes);
+    return szName != nullptr && Backend::File::SetAttributes(szName, ulAttributes);
 }
 
 tHandle FindFirst(const char* szPattern, sTOVFindData* pFindData)
@@ -231,25 +249,31 @@ bool FindNext(tHandle hFind, sTOVFindData* pFindData)
 eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, tHandle* phFind)
 {
     *phFind = FILE_INVALID_HANDLE;
-    return szPattern != nullptr ? Backend::FindFirst(szPattern, pFindData, *phFind) : eFindEnd;
+    if (szPattern == nullptr)
+        return eFindEnd;
+
+    return GuardName(Backend::File::FindFirst(szPattern, pFindData, *phFind), pFindData);
 }
 
 eFindResult FindNextEntry(tHandle hFind, sTOVFindData* pFindData)
 {
-    return hFind != 0 && hFind != FILE_INVALID_HANDLE ? Backend::FindNext(hFind, pFindData) : eFindFailure;
+    if (!IsSearch(hFind))
+        return eFindFailure;
+
+    return GuardName(Backend::File::FindNext(hFind, pFindData), pFindData);
 }
 
 void FindClose(tHandle hFind)
 {
-    if (hFind != 0 && hFind != FILE_INVALID_HANDLE)
-        Backend::FindClose(hFind);
+    if (IsSearch(hFind))
+        Backend::File::FindClose(hFind);
 }
 
 CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(nullptr), m_oLock(2000), m_ulMaxHandles(0)
 {
     m_pFiles = new FILE*[ulMaxHandles]();
     m_ulMaxHandles = ulMaxHandles;
-    Backend::RaiseStreamLimit(ulMaxHandles);
+    Backend::File::RaiseStreamLimit(ulMaxHandles);
 }
 
 CTOVHandleManager::~CTOVHandleManager()
@@ -336,22 +360,22 @@ eDirectoryErrorCode ToErrorCode(bool bSuccess)
 
 eDirectoryErrorCode Create(const char* szPath)
 {
-    return ToErrorCode(szPath != nullptr && Backend::Create(szPath));
+    return ToErrorCode(szPath != nullptr && Backend::Directory::Create(szPath));
 }
 
 eDirectoryErrorCode Remove(const char* szPath)
 {
-    return ToErrorCode(szPath != nullptr && Backend::Remove(szPath));
+    return ToErrorCode(szPath != nullptr && Backend::Directory::Remove(szPath));
 }
 
 eDirectoryErrorCode Change(const char* szPath)
 {
-    return ToErrorCode(szPath != nullptr && Backend::Change(szPath));
+    return ToErrorCode(szPath != nullptr && Backend::Directory::Change(szPath));
 }
 
 eDirectoryErrorCode GetWorkingDirectory(char* szBuffer, int nSize)
 {
-    return ToErrorCode(szBuffer != nullptr && nSize > 0 && Backend::GetWorkingDirectory(szBuffer, nSize));
+    return ToErrorCode(szBuffer != nullptr && nSize > 0 && Backend::Directory::GetWorkingDirectory(szBuffer, nSize));
 }
 } // namespace TOVDirectory
 } // namespace TOVPlatform

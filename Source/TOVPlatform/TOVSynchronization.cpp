@@ -1,7 +1,7 @@
 // What the waits of both platforms have in common: how a result is reduced to what the caller is told.
 #include <TOVPlatform/TOVSynchronization.h>
 
-#include <TOVPlatform/TOVWait.h>
+#include <TOVPlatform/Backend/TOVSynchronization.h>
 
 #include <algorithm>
 
@@ -16,13 +16,13 @@ constexpr int MULTIPLE_WAIT_TIMEOUT = -2;
 
 void WaitForEver(tHandle hObject)
 {
-    TOVWait::ForOne(hObject, TOVWait::INFINITE_TIMEOUT);
+    Backend::Wait::ForOne(hObject, Backend::Wait::INFINITE_TIMEOUT);
 }
 
 // Settled: a failed wait counts as a released one.
 bool IsReleasedInTime(tHandle hObject, long lMilliseconds)
 {
-    return TOVWait::ForOne(hObject, static_cast<tDword>(lMilliseconds)) != TOVWait::RESULT_TIMEOUT;
+    return Backend::Wait::ForOne(hObject, static_cast<tDword>(lMilliseconds)) != Backend::Wait::RESULT_TIMEOUT;
 }
 
 // One object cannot be had twice at once; not every version of the systems says so.
@@ -38,13 +38,13 @@ bool HasTwins(const tHandle* pHandles, int nCount)
 
 int WaitForSeveral(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
-    if (pHandles == nullptr || nCount < 1 || nCount > TOVWait::MAX_OBJECTS)
+    if (pHandles == nullptr || nCount < 1 || nCount > Backend::Wait::MAX_OBJECTS)
         return MULTIPLE_WAIT_FAILED;
     if (bWaitForAll && HasTwins(pHandles, nCount))
         return MULTIPLE_WAIT_FAILED;
 
-    const tDword dwResult = TOVWait::ForMany(pHandles, nCount, bWaitForAll, dwMilliseconds);
-    return dwResult == TOVWait::RESULT_TIMEOUT ? MULTIPLE_WAIT_TIMEOUT : static_cast<int>(dwResult);
+    const tDword dwResult = Backend::Wait::ForMany(pHandles, nCount, bWaitForAll, dwMilliseconds);
+    return dwResult == Backend::Wait::RESULT_TIMEOUT ? MULTIPLE_WAIT_TIMEOUT : static_cast<int>(dwResult);
 }
 } // namespace
 
@@ -60,7 +60,7 @@ bool Event::TimedWait(tHandle hEvent, long lMilliseconds)
 
 int Event::MultipleWait(tHandle* pHandles, int nCount, bool bWaitForAll)
 {
-    return WaitForSeveral(pHandles, nCount, bWaitForAll, TOVWait::INFINITE_TIMEOUT);
+    return WaitForSeveral(pHandles, nCount, bWaitForAll, Backend::Wait::INFINITE_TIMEOUT);
 }
 
 int Event::MultipleTimedWait(tHandle* pHandles, int nCount, bool bWaitForAll, long lMilliseconds)
@@ -76,7 +76,7 @@ void Mutex::Lock(tHandle hMutex)
 bool Mutex::IsLocked(tHandle hMutex)
 {
     // Settled: a free mutex is taken by this query.
-    return TOVWait::ForOne(hMutex, 0) != TOVWait::RESULT_SIGNALLED;
+    return Backend::Wait::ForOne(hMutex, 0) != Backend::Wait::RESULT_SIGNALLED;
 }
 
 void Semaphore::Lock(tHandle hSemaphore)

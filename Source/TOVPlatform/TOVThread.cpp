@@ -1,8 +1,8 @@
 // What the threads of both platforms have in common: waits for the end, and the table of priorities.
 #include <TOVPlatform/TOVThread.h>
 
-#include <TOVPlatform/TOVThreadPriority.h>
-#include <TOVPlatform/TOVWait.h>
+#include <TOVPlatform/Backend/TOVSynchronization.h>
+#include <TOVPlatform/Backend/TOVThread.h>
 
 namespace TOVPlatform
 {
@@ -17,26 +17,26 @@ struct sPriority
 };
 
 constexpr sPriority PRIORITIES[] = {
-    {eThreadPriorityLow, TOVThreadPriority::LEVEL_LOWEST},
-    {eThreadPriorityNormal, TOVThreadPriority::LEVEL_NORMAL},
-    {eThreadPriorityHigh, TOVThreadPriority::LEVEL_HIGHEST},
-    {eThreadPriorityTimeCritical, TOVThreadPriority::LEVEL_TIME_CRITICAL},
+    {eThreadPriorityLow, Backend::Thread::LEVEL_LOWEST},
+    {eThreadPriorityNormal, Backend::Thread::LEVEL_NORMAL},
+    {eThreadPriorityHigh, Backend::Thread::LEVEL_HIGHEST},
+    {eThreadPriorityTimeCritical, Backend::Thread::LEVEL_TIME_CRITICAL},
 };
 } // namespace
 
 void WaitForExit(tHandle hThread, unsigned long ulMilliseconds)
 {
-    TOVWait::ForOne(hThread, static_cast<tDword>(ulMilliseconds));
+    Backend::Wait::ForOne(hThread, static_cast<tDword>(ulMilliseconds));
 }
 
 void WaitForExitInfinite(tHandle hThread)
 {
-    TOVWait::ForOne(hThread, TOVWait::INFINITE_TIMEOUT);
+    Backend::Wait::ForOne(hThread, Backend::Wait::INFINITE_TIMEOUT);
 }
 
 eThreadPriority GetPriority(tHandle hThread)
 {
-    const int nLevel = TOVThreadPriority::Read(hThread);
+    const int nLevel = Backend::Thread::ReadPriority(hThread);
     for (const sPriority& oEntry : PRIORITIES)
     {
         if (oEntry.nLevel == nLevel)
@@ -47,13 +47,13 @@ eThreadPriority GetPriority(tHandle hThread)
 
 void SetPriority(tHandle hThread, eThreadPriority ePriority)
 {
-    int nLevel = TOVThreadPriority::LEVEL_NORMAL;
+    int nLevel = Backend::Thread::LEVEL_NORMAL;
     for (const sPriority& oEntry : PRIORITIES)
     {
         if (oEntry.ePriority == ePriority)
             nLevel = oEntry.nLevel;
     }
-    TOVThreadPriority::Write(hThread, nLevel);
+    Backend::Thread::WritePriority(hThread, nLevel);
 }
 } // namespace TOVThread
 } // namespace TOVPlatform

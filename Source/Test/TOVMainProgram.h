@@ -1,7 +1,7 @@
 // What the framework asks of the main program, and what the library has in its place. Internal.
 #pragma once
 
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 #include <Test/TOVTestListener.h>
 #include <Test/TOVTestSuiteFactory.h>
 
@@ -10,7 +10,7 @@ namespace TOVTest
 // The function that the main program exports under a plain name, or NULL.
 template<class TFunction> TFunction* FindProgramFunction(const char* szFunction)
 {
-    return reinterpret_cast<TFunction*>(TOVPlatform::TOVSystem::FindInMainProgram(szFunction));
+    return reinterpret_cast<TFunction*>(TOVPlatform::Backend::FindInMainProgram(szFunction));
 }
 
 // The library's own, whatever the main program exports. A program's function of the same name can stand in the place of

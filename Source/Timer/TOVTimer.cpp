@@ -1,8 +1,9 @@
 #include <Timer/TOVTimer.h>
 
 #include <Debug/TOVDebug.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVTimeEvent.h>
 #include <TOVPlatform/TOVString.h>
-#include <TOVPlatform/TOVSystem.h>
 
 #include <climits>
 
@@ -74,7 +75,7 @@ template<class TCallback>
 int InstallEvent(unsigned int (*fnSet)(unsigned int, unsigned int, TCallback, unsigned long, bool), unsigned int nDelay,
                  unsigned int nResolution, TCallback pCallback, unsigned long ulUser, int nKind)
 {
-    if (TOVPlatform::TOVSystem::BeginTimerPeriod(nDelay) != TIMERR_NOERROR)
+    if (TOVPlatform::Backend::BeginTimerPeriod(nDelay) != TIMERR_NOERROR)
         return -1;
 
     const unsigned int nEvent = fnSet(nDelay, nResolution, pCallback, ulUser, nKind == PERIODIC_EVENT);
@@ -331,27 +332,27 @@ void CTOVTimer::UpdateAll()
 int CTOVTimer::InstallTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback,
                                 unsigned long ulUser, int nKind)
 {
-    return InstallEvent(TOVPlatform::TOVSystem::SetTimeEvent, nDelay, nResolution, pCallback, ulUser, nKind);
+    return InstallEvent(TOVPlatform::Backend::SetTimeEvent, nDelay, nResolution, pCallback, ulUser, nKind);
 }
 
 int CTOVTimer::InstallSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
                                       unsigned long ulUser, int nKind)
 {
-    return InstallEvent(TOVPlatform::TOVSystem::SetSystemTimeEvent, nDelay, nResolution, pCallback, ulUser, nKind);
+    return InstallEvent(TOVPlatform::Backend::SetSystemTimeEvent, nDelay, nResolution, pCallback, ulUser, nKind);
 }
 
 void CTOVTimer::UninstallTimeEvent(int nEvent, int nPeriod)
 {
-    unsigned int mmres = TOVPlatform::TOVSystem::KillTimeEvent(static_cast<unsigned int>(nEvent));
+    unsigned int mmres = TOVPlatform::Backend::KillTimeEvent(static_cast<unsigned int>(nEvent));
     TOV_ASSERT(mmres == TIMERR_NOERROR);
-    mmres = TOVPlatform::TOVSystem::EndTimerPeriod(static_cast<unsigned int>(nPeriod));
+    mmres = TOVPlatform::Backend::EndTimerPeriod(static_cast<unsigned int>(nPeriod));
     TOV_ASSERT(mmres == TIMERR_NOERROR);
 }
 
 bool CTOVTimer::IsHighResolutionTimerAvailable() const
 {
     long long nTicks = 0;
-    return TOVPlatform::TOVSystem::ReadPerformanceCounter(nTicks);
+    return TOVPlatform::Backend::ReadPerformanceCounter(nTicks);
 }
 
 bool CTOVTimer::IsHighResolutionTimerActive() const
@@ -367,10 +368,10 @@ void CTOVTimer::UseHighResolutionTimer(bool bUse)
 long long CTOVTimer::GetHardwareTime() const
 {
     if (!Load(m_bHighResolutionTimer))
-        return TOVPlatform::TOVSystem::ReadMilliseconds();
+        return TOVPlatform::Backend::ReadMilliseconds();
 
     long long nTicks = 0;
-    if (TOVPlatform::TOVSystem::ReadPerformanceCounter(nTicks))
+    if (TOVPlatform::Backend::ReadPerformanceCounter(nTicks))
         return nTicks;
 
     // Settled: no fallback to the other counter, whose ticks would mean something else.
@@ -384,7 +385,7 @@ long long CTOVTimer::GetHardwareTimerFrequency() const
         return MILLISECONDS_PER_SECOND;
 
     long long nFrequency = 0;
-    if (TOVPlatform::TOVSystem::ReadPerformanceFrequency(nFrequency))
+    if (TOVPlatform::Backend::ReadPerformanceFrequency(nFrequency))
         return nFrequency;
 
     WarnOfCounter("Can't retrieve frequency from highresolution timer");

@@ -3,22 +3,24 @@
 #define __USE_MINGW_ANSI_STDIO 0
 #include <stdio.h>
 
-#include <TOVPlatform/TOVFileBackend.h>
+#include <TOVPlatform/Backend/TOVFile.h>
+#include <TOVPlatform/TOVString.h>
 
-#include <cstdint>
 #include <cstring>
 
 #include <direct.h>
 #include <io.h>
 #include <stdlib.h>
 
-#include <windows.h>
+#include <Windows/TOVNativeHandle.h>
 
 namespace TOVPlatform
 {
-namespace TOVFile
-{
+using namespace TOVFile;
+
 namespace Backend
+{
+namespace File
 {
 namespace
 {
@@ -63,17 +65,6 @@ DWORD ToNativeAttributes(unsigned long ulOwn)
     return dwNative;
 }
 
-// The handle of a search is an address, widened with sign extension.
-tHandle FromNativeSearch(HANDLE hNative)
-{
-    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<std::intptr_t>(hNative)));
-}
-
-HANDLE ToNativeSearch(tHandle hFind)
-{
-    return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(hFind));
-}
-
 unsigned long long Join(DWORD dwHigh, DWORD dwLow)
 {
     return static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
@@ -103,7 +94,7 @@ void Fill(sTOVFindData& oFindData, const WIN32_FIND_DATAA& oNative)
     oFindData.ullLastAccessTime = Join(oNative.ftLastAccessTime.dwHighDateTime, oNative.ftLastAccessTime.dwLowDateTime);
     oFindData.ullLastWriteTime = Join(oNative.ftLastWriteTime.dwHighDateTime, oNative.ftLastWriteTime.dwLowDateTime);
     oFindData.ullSize = Join(oNative.nFileSizeHigh, oNative.nFileSizeLow);
-    SetName(oFindData, oNative.cFileName);
+    TOVStringA::NCopy(oFindData.szName, oNative.cFileName, static_cast<int>(sizeof oFindData.szName));
 }
 } // namespace
 
@@ -122,9 +113,13 @@ FILE* OpenStream(const char* szName, const char* szMode)
 {
     // A commit of a stream that only reads is refused by the system, so that each of its flushes would fail.
     const bool bReadsOnly = *szMode == 'r' && std::strchr(szMode, '+') == nullptr;
-    const bool bText = std::strchr(szMode, 't') != nullptr;
-    const bool bBinary = std::strchr(szMode, 'b') != nullptr;
-    return fopen(szName, !bReadsOnly ? szMode : bText ? "rt" : bBinary ? "rb" : "r");
+    if (!bReadsOnly)
+        return fopen(szName, szMode);
+    if (std::strchr(szMode, 't') != nullptr)
+        return fopen(szName, "rt");
+    if (std::strchr(szMode, 'b') != nullptr)
+        return fopen(szName, "rb");
+    return fopen(szName, "r");
 }
 
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
@@ -189,14 +184,14 @@ eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, tHandle& h
         return ResultOfNoBegin(::GetLastError());
 
     Fill(*pFindData, oNative);
-    hFind = FromNativeSearch(hNative);
+    hFind = FromNative(hNative);
     return eFindEntry;
 }
 
 eFindResult FindNext(tHandle hFind, sTOVFindData* pFindData)
 {
     WIN32_FIND_DATAA oNative;
-    if (::FindNextFileA(ToNativeSearch(hFind), &oNative) == FALSE)
+    if (::FindNextFileA(ToNative(hFind), &oNative) == FALSE)
         return ::GetLastError() == ERROR_NO_MORE_FILES ? eFindEnd : eFindFailure;
 
     Fill(*pFindData, oNative);
@@ -205,14 +200,11 @@ eFindResult FindNext(tHandle hFind, sTOVFindData* pFindData)
 
 void FindClose(tHandle hFind)
 {
-    ::FindClose(ToNativeSearch(hFind));
+    ::FindClose(ToNative(hFind));
 }
-} // namespace Backend
-} // namespace TOVFile
+} // namespace File
 
-namespace TOVDirectory
-{
-namespace Backend
+namespace Directory
 {
 bool Create(const char* szPath)
 {
@@ -233,6 +225,6 @@ bool GetWorkingDirectory(char* szBuffer, int nSize)
 {
     return _getcwd(szBuffer, nSize) != nullptr;
 }
+} // namespace Directory
 } // namespace Backend
-} // namespace TOVDirectory
 } // namespace TOVPlatform

@@ -1,19 +1,21 @@
-// Kernel handles in the form that the library passes around.
+// Handles and addresses of the system in the form that the library passes around.
 #pragma once
+
+#include <Debug/TOVBase.h>
 
 #include <windows.h>
 
 namespace TOVPlatform
 {
 // Widened with sign extension; 0 stays 0.
-inline tHandle FromNative(HANDLE hObject)
+inline tHandle FromNative(void* pObject)
 {
-    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<LONG_PTR>(hObject)));
+    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<LONG_PTR>(pObject)));
 }
 
-// Only the low 32 bits count: a kernel handle has no more.
-inline HANDLE ToNative(tHandle hObject)
+// Only the bits of an address count.
+inline void* ToNative(tHandle hObject)
 {
-    return reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(static_cast<LONG>(hObject)));
+    return reinterpret_cast<void*>(static_cast<LONG_PTR>(hObject));
 }
 } // namespace TOVPlatform

@@ -1,5 +1,4 @@
-#include <TOVPlatform/TOVSynchronization.h>
-#include <TOVPlatform/TOVWait.h>
+#include <TOVPlatform/Backend/TOVSynchronization.h>
 
 #include <Windows/TOVNativeHandle.h>
 
@@ -13,43 +12,38 @@ namespace TOVSynchronization
 {
 namespace
 {
-tHandle FromRecord(CRITICAL_SECTION* pRecord)
+CRITICAL_SECTION* ToSection(tHandle hCriticalSection)
 {
-    return static_cast<tHandle>(static_cast<long long>(reinterpret_cast<LONG_PTR>(pRecord)));
-}
-
-CRITICAL_SECTION* ToRecord(tHandle hCriticalSection)
-{
-    return reinterpret_cast<CRITICAL_SECTION*>(static_cast<ULONG_PTR>(hCriticalSection));
+    return static_cast<CRITICAL_SECTION*>(ToNative(hCriticalSection));
 }
 } // namespace
 
 tHandle CriticalSection::Create(unsigned long)
 {
-    CRITICAL_SECTION* const pRecord = new (std::nothrow) CRITICAL_SECTION;
-    if (pRecord != nullptr)
-        ::InitializeCriticalSection(pRecord);
-    return FromRecord(pRecord);
+    CRITICAL_SECTION* const pSection = new (std::nothrow) CRITICAL_SECTION;
+    if (pSection != nullptr)
+        ::InitializeCriticalSection(pSection);
+    return FromNative(pSection);
 }
 
 void CriticalSection::Enter(tHandle hCriticalSection)
 {
-    if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
-        ::EnterCriticalSection(pRecord);
+    if (CRITICAL_SECTION* const pSection = ToSection(hCriticalSection))
+        ::EnterCriticalSection(pSection);
 }
 
 void CriticalSection::Leave(tHandle hCriticalSection)
 {
-    if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
-        ::LeaveCriticalSection(pRecord);
+    if (CRITICAL_SECTION* const pSection = ToSection(hCriticalSection))
+        ::LeaveCriticalSection(pSection);
 }
 
 void CriticalSection::Destroy(tHandle hCriticalSection)
 {
-    if (CRITICAL_SECTION* const pRecord = ToRecord(hCriticalSection))
+    if (CRITICAL_SECTION* const pSection = ToSection(hCriticalSection))
     {
-        ::DeleteCriticalSection(pRecord);
-        delete pRecord;
+        ::DeleteCriticalSection(pSection);
+        delete pSection;
     }
 }
 
@@ -100,9 +94,11 @@ bool Semaphore::Destroy(tHandle hSemaphore)
 
 long Semaphore::Unlock(tHandle hSemaphore, long lReleaseCount)
 {
+    if (lReleaseCount < 1) // not every version of the system refuses 0
+        return 0;
+
     LONG lPreviousCount = 0;
-    if (lReleaseCount < 1 || !::ReleaseSemaphore( // not every version of the system refuses 0
-                                 ToNative(hSemaphore), lReleaseCount, &lPreviousCount))
+    if (::ReleaseSemaphore(ToNative(hSemaphore), lReleaseCount, &lPreviousCount) == FALSE)
         return 0;
     return lPreviousCount;
 }
@@ -113,21 +109,24 @@ long Variable::InterlockedIncrement(long& lVariable)
 }
 } // namespace TOVSynchronization
 
-static_assert(TOVWait::MAX_OBJECTS == MAXIMUM_WAIT_OBJECTS && TOVWait::INFINITE_TIMEOUT == INFINITE &&
-                  TOVWait::RESULT_SIGNALLED == WAIT_OBJECT_0 && TOVWait::RESULT_ABANDONED == WAIT_ABANDONED_0 &&
-                  TOVWait::RESULT_TIMEOUT == WAIT_TIMEOUT && TOVWait::RESULT_FAILED == WAIT_FAILED,
+namespace Backend
+{
+static_assert(Wait::MAX_OBJECTS == MAXIMUM_WAIT_OBJECTS && Wait::INFINITE_TIMEOUT == INFINITE &&
+                  Wait::RESULT_SIGNALLED == WAIT_OBJECT_0 && Wait::RESULT_ABANDONED == WAIT_ABANDONED_0 &&
+                  Wait::RESULT_TIMEOUT == WAIT_TIMEOUT && Wait::RESULT_FAILED == WAIT_FAILED,
               "the waits' results are passed on as they stand");
 
-tDword TOVWait::ForOne(tHandle hObject, tDword dwMilliseconds)
+tDword Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
 {
     return ::WaitForSingleObject(ToNative(hObject), dwMilliseconds);
 }
 
-tDword TOVWait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+tDword Wait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     HANDLE ahObjects[MAX_OBJECTS];
     for (int nIndex = 0; nIndex < nCount; ++nIndex)
         ahObjects[nIndex] = ToNative(pHandles[nIndex]);
     return ::WaitForMultipleObjects(static_cast<DWORD>(nCount), ahObjects, bWaitForAll, dwMilliseconds);
 }
+} // namespace Backend
 } // namespace TOVPlatform

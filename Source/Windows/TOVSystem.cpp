@@ -1,4 +1,4 @@
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 
 #include <Debug/TOVException.h>
 
@@ -9,7 +9,7 @@
 
 namespace TOVPlatform
 {
-namespace TOVSystem
+namespace Backend
 {
 namespace
 {
@@ -99,5 +99,5 @@ tDword ReadMilliseconds()
 {
     return ::timeGetTime();
 }
-} // namespace TOVSystem
+} // namespace Backend
 } // namespace TOVPlatform

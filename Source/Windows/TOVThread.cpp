@@ -1,5 +1,4 @@
-#include <TOVPlatform/TOVThread.h>
-#include <TOVPlatform/TOVThreadPriority.h>
+#include <TOVPlatform/Backend/TOVThread.h>
 
 #include <Windows/TOVNativeHandle.h>
 
@@ -45,20 +44,22 @@ void Exit(int nExitCode)
 }
 } // namespace TOVThread
 
-static_assert(TOVThreadPriority::LEVEL_LOWEST == THREAD_PRIORITY_LOWEST &&
-                  TOVThreadPriority::LEVEL_NORMAL == THREAD_PRIORITY_NORMAL &&
-                  TOVThreadPriority::LEVEL_HIGHEST == THREAD_PRIORITY_HIGHEST &&
-                  TOVThreadPriority::LEVEL_TIME_CRITICAL == THREAD_PRIORITY_TIME_CRITICAL &&
-                  TOVThreadPriority::LEVEL_NONE == THREAD_PRIORITY_ERROR_RETURN,
+namespace Backend
+{
+static_assert(Thread::LEVEL_LOWEST == THREAD_PRIORITY_LOWEST && Thread::LEVEL_NORMAL == THREAD_PRIORITY_NORMAL &&
+                  Thread::LEVEL_HIGHEST == THREAD_PRIORITY_HIGHEST &&
+                  Thread::LEVEL_TIME_CRITICAL == THREAD_PRIORITY_TIME_CRITICAL &&
+                  Thread::LEVEL_NONE == THREAD_PRIORITY_ERROR_RETURN,
               "levels are passed on as they stand");
 
-int TOVThreadPriority::Read(tHandle hThread)
+int Thread::ReadPriority(tHandle hThread)
 {
     return ::GetThreadPriority(ToNative(hThread));
 }
 
-void TOVThreadPriority::Write(tHandle hThread, int nLevel)
+void Thread::WritePriority(tHandle hThread, int nLevel)
 {
     ::SetThreadPriority(ToNative(hThread), nLevel);
 }
+} // namespace Backend
 } // namespace TOVPlatform

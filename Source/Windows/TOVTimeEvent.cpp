@@ -1,4 +1,4 @@
-#include <TOVPlatform/TOVSystem.h>
+#include <TOVPlatform/Backend/TOVTimeEvent.h>
 
 #include <new>
 
@@ -8,8 +8,8 @@
 
 namespace TOVPlatform
 {
-using TOVSystem::tSystemTimeEvent;
-using TOVSystem::tTimeEvent;
+using Backend::tSystemTimeEvent;
+using Backend::tTimeEvent;
 
 namespace
 {
@@ -89,7 +89,7 @@ void StayInMemory()
 }
 } // namespace
 
-namespace TOVSystem
+namespace Backend
 {
 unsigned int BeginTimerPeriod(unsigned int nMilliseconds)
 {
@@ -142,5 +142,5 @@ unsigned int KillTimeEvent(unsigned int nEvent)
         Forget(FindPlain(nEvent));
     return nResult;
 }
-} // namespace TOVSystem
+} // namespace Backend
 } // namespace TOVPlatform
