@@ -1,8 +1,8 @@
 #include <TOVPlatform/Backend/TOVFile.h>
 
-#include <Posix/TOVFileName.h>
-#include <Posix/TOVFileSearch.h>
-#include <Posix/TOVFileStatus.h>
+#include <Posix/Files/TOVFileName.h>
+#include <Posix/Files/TOVFileSearch.h>
+#include <Posix/Files/TOVFileStatus.h>
 #include <TOVPlatform/Backend/TOVFormat.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include <TOVPlatform/Backend/TOVSynchronization.h>
 
-#include <Posix/TOVNamedObject.h>
-#include <Posix/TOVObjectEnd.h>
-#include <Posix/TOVWaiter.h>
+#include <Posix/Waits/TOVNamedObject.h>
+#include <Posix/Waits/TOVObjectEnd.h>
+#include <Posix/Waits/TOVWaiter.h>
 
 namespace TOVPlatform
 {

@@ -1,12 +1,13 @@
 #include <TOVPlatform/Backend/TOVSystem.h>
 
-#include <Posix/TOVProcessLocks.h>
-#include <Posix/TOVTextOutput.h>
+#include <Posix/Base/TOVClock.h>
+#include <Posix/Diagnostics/TOVTextOutput.h>
+#include <Posix/Diagnostics/TOVUnheardCheck.h>
+#include <Posix/Waits/TOVFork.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
@@ -14,12 +15,12 @@
 
 namespace TOVPlatform
 {
+using namespace TOVPosix;
+
 namespace Backend
 {
 namespace
 {
-constexpr long long NANOSECONDS_PER_SECOND = 1000000000;
-
 // A file descriptor that is closed at the end of its scope; -1 for none.
 class CDescriptor
 {
@@ -88,24 +89,29 @@ bool IsMainProgram(const void* pAddress)
 
 void Show(int nDescriptor, const char* szText, const char* szCaption)
 {
-    TOVTextOutput::Write(nDescriptor, "\n");
-    TOVTextOutput::Write(nDescriptor, szCaption);
-    TOVTextOutput::Write(nDescriptor, "\n");
-    TOVTextOutput::Write(nDescriptor, szText);
-    TOVTextOutput::Write(nDescriptor, "\n");
+    WriteText(nDescriptor, "\n");
+    WriteText(nDescriptor, szCaption);
+    WriteText(nDescriptor, "\n");
+    WriteText(nDescriptor, szText);
+    WriteText(nDescriptor, "\n");
 }
 } // namespace
 
 void PrepareProcess()
 {
-    TOVPosix::NoticeForks();
+    NoticeForks();
 }
 
 // There is no system-wide channel for debugger text.
 void OutputDebugText(const char* szText)
 {
-    if (TOVTextOutput::ShowsDebugText())
-        TOVTextOutput::Write(STDERR_FILENO, szText);
+    if (ShowsDebugText())
+        WriteText(STDERR_FILENO, szText);
+}
+
+void ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine)
+{
+    ThrowUnheard(szExpression, szFile, dwLine);
 }
 
 bool IsDebuggerAttached()
@@ -131,7 +137,7 @@ eAnswer AskYesNoCancel(const char* szText, const char* szCaption)
     Show(oTerminal, szText, szCaption);
     for (;;)
     {
-        TOVTextOutput::Write(oTerminal, "[y]es, [n]o, [c]ancel? ");
+        WriteText(oTerminal, "[y]es, [n]o, [c]ancel? ");
         switch (ReadAnswer(oTerminal))
         {
         case 'y':
@@ -162,7 +168,7 @@ void ShowError(const char* szText, const char* szCaption)
     }
 
     Show(oTerminal, szText, szCaption);
-    TOVTextOutput::Write(oTerminal, "[Enter] ");
+    WriteText(oTerminal, "[Enter] ");
     ReadAnswer(oTerminal);
 }
 
@@ -186,14 +192,14 @@ void* FindInMainProgram(const char* szFunction)
 
 bool ReadPerformanceCounter(long long& nTicks)
 {
-    timespec oTime;
-    if (::clock_gettime(CLOCK_MONOTONIC, &oTime) != 0)
+    const long long nNow = Now();
+    if (nNow < 0)
         return false;
-    nTicks = oTime.tv_sec * NANOSECONDS_PER_SECOND + oTime.tv_nsec;
+    nTicks = nNow;
     return true;
 }
 
-// The clock tells nanoseconds, however coarse it is; that there is no such clock shows here, too.
+// The clock counts nanoseconds, however coarse it is. That there is no such clock shows here, too.
 bool ReadPerformanceFrequency(long long& nTicksPerSecond)
 {
     timespec oResolution;
@@ -205,9 +211,7 @@ bool ReadPerformanceFrequency(long long& nTicksPerSecond)
 
 tDword ReadMilliseconds()
 {
-    timespec oTime = {};
-    ::clock_gettime(CLOCK_MONOTONIC, &oTime);
-    return static_cast<tDword>(oTime.tv_sec * 1000LL + oTime.tv_nsec / 1000000);
+    return static_cast<tDword>(Now() / NANOSECONDS_PER_MILLISECOND);
 }
 } // namespace Backend
 } // namespace TOVPlatform

@@ -1,8 +1,8 @@
 #include <TOVPlatform/Backend/TOVThread.h>
 
-#include <Posix/TOVLibraryHold.h>
-#include <Posix/TOVObjectEnd.h>
-#include <Posix/TOVWaiter.h>
+#include <Posix/Waits/TOVLibraryHold.h>
+#include <Posix/Waits/TOVObjectEnd.h>
+#include <Posix/Waits/TOVWaiter.h>
 
 #include <algorithm>
 #include <csetjmp>

@@ -1,263 +1,27 @@
-#include <Posix/TOVTimeEvent.h>
-
 #include <TOVPlatform/Backend/TOVTimeEvent.h>
 
-#include <Posix/TOVLibraryHold.h>
-#include <Posix/TOVProcessLocks.h>
-
-#include <algorithm>
-#include <initializer_list>
-#include <pthread.h>
-#include <signal.h>
-#include <type_traits>
+#include <Posix/Waits/TOVTimeEventService.h>
 
 namespace TOVPlatform
 {
-using namespace TOVPosix;
-using Backend::tTimeEvent;
-
-namespace
-{
-// As Windows has them.
-constexpr unsigned int MIN_PERIOD = 1;
-constexpr unsigned int MAX_PERIOD = 65535;
-constexpr unsigned int MAX_EVENTS = 16;
-constexpr unsigned int RESULT_DONE = 0;
-constexpr unsigned int RESULT_CANNOT_DO = 97;
-
-// A delay of the thread loses no call, and yet a callback that is always slower than its period does not fall back
-// farther and farther.
-constexpr long long MAX_CALLS_BEHIND = 16;
-
-constexpr long long NANOSECONDS_PER_MILLISECOND = 1000000;
-constexpr unsigned int MAX_EVENT_ID = 0x7FFFFFFF;
-
-bool IsPeriod(unsigned int nMilliseconds)
-{
-    return MIN_PERIOD <= nMilliseconds && nMilliseconds <= MAX_PERIOD;
-}
-
-// Nanoseconds of the clock that deadlines go by.
-long long Now()
-{
-    timespec oTime = {};
-    ::clock_gettime(CLOCK_MONOTONIC, &oTime);
-    return oTime.tv_sec * 1000000000LL + oTime.tv_nsec;
-}
-
-struct sTimeEvent
-{
-    unsigned int nId; // 0 for a free place; otherwise the place's index in the low 4 bits
-    tTimeEvent pCallback;
-    unsigned long ulUser;
-    long long nPeriod; // 0 for a single call
-    long long nDeadline;
-};
-
-// All time events of the process, served by one thread, which begins with the first event and never ends.
-class CTimeEventService
-{
-public:
-    unsigned int BeginPeriod(unsigned int nMilliseconds);
-    unsigned int EndPeriod(unsigned int nMilliseconds);
-    unsigned int Set(unsigned int nDelay, tTimeEvent pCallback, unsigned long ulUser, bool bPeriodic);
-    unsigned int Kill(unsigned int nEvent);
-    void Forget();
-
-private:
-    bool StartThread();
-    sTimeEvent* FindFree();
-    sTimeEvent* FindEarliest();
-    unsigned int NextId(const sTimeEvent& oPlace);
-    bool TakeDue(sTimeEvent& oDue, CDeadline& oNext);
-    void Serve();
-
-    static void* EnterThread(void* pService);
-
-    // Everything has the lock of the time events.
-    tFutex m_nChanges = {0}; // what the thread sleeps on: counts the events that have come
-    bool m_bThread = false;
-    unsigned int m_nLastId = 0;
-    sTimeEvent m_aEvents[MAX_EVENTS] = {};
-    tDword m_aPeriods[MAX_PERIOD + 1] = {}; // how often each period has been begun and not ended
-};
-
-// The thread goes on to the very end of the process, and so does what it works with.
-CTimeEventService s_oService;
-static_assert(std::is_trivially_destructible_v<CTimeEventService>, "nothing may end it");
-
-unsigned int CTimeEventService::BeginPeriod(unsigned int nMilliseconds)
-{
-    if (!IsPeriod(nMilliseconds))
-        return RESULT_CANNOT_DO;
-
-    const CProcessLockScope oScope(eLockTimeEvents);
-    ++m_aPeriods[nMilliseconds];
-    return RESULT_DONE;
-}
-
-unsigned int CTimeEventService::EndPeriod(unsigned int nMilliseconds)
-{
-    const CProcessLockScope oScope(eLockTimeEvents);
-    if (!IsPeriod(nMilliseconds) || m_aPeriods[nMilliseconds] == 0)
-        return RESULT_CANNOT_DO;
-
-    --m_aPeriods[nMilliseconds];
-    return RESULT_DONE;
-}
-
-unsigned int CTimeEventService::Set(unsigned int nDelay, tTimeEvent pCallback, unsigned long ulUser, bool bPeriodic)
-{
-    if (!IsPeriod(nDelay))
-        return 0;
-
-    // The thread runs in this library's code. Without the lock, because the loader has one of its own, under which
-    // other threads come here.
-    HoldLibraryForEver();
-    const CProcessLockScope oScope(eLockTimeEvents);
-    sTimeEvent* const pEvent = FindFree();
-    if (pEvent == nullptr || !StartThread())
-        return 0;
-
-    const long long nSpan = nDelay * NANOSECONDS_PER_MILLISECOND;
-    *pEvent = {NextId(*pEvent), pCallback, ulUser, bPeriodic ? nSpan : 0, Now() + nSpan};
-    m_nChanges.fetch_add(1, std::memory_order_release);
-    FutexWake(&m_nChanges, 1, eFutexPrivate);
-    return pEvent->nId;
-}
-
-unsigned int CTimeEventService::Kill(unsigned int nEvent)
-{
-    const CProcessLockScope oScope(eLockTimeEvents);
-    sTimeEvent& oEvent = m_aEvents[nEvent % MAX_EVENTS];
-    if (nEvent == 0 || oEvent.nId != nEvent)
-        return RESULT_CANNOT_DO;
-
-    oEvent.nId = 0;
-    return RESULT_DONE;
-}
-
-bool CTimeEventService::StartThread()
-{
-    if (m_bThread)
-        return true;
-
-    // Signals are for the program's own threads, save those that a callback causes itself.
-    sigset_t oBlocked;
-    sigset_t oFormer;
-    ::sigfillset(&oBlocked);
-    for (const int nSignal : {SIGBUS, SIGFPE, SIGILL, SIGSEGV, SIGSYS, SIGTRAP})
-        ::sigdelset(&oBlocked, nSignal);
-
-    pthread_t oThread;
-    ::pthread_sigmask(SIG_SETMASK, &oBlocked, &oFormer);
-    m_bThread = ::pthread_create(&oThread, nullptr, EnterThread, this) == 0;
-    ::pthread_sigmask(SIG_SETMASK, &oFormer, nullptr);
-    if (m_bThread)
-        ::pthread_detach(oThread);
-    return m_bThread;
-}
-
-sTimeEvent* CTimeEventService::FindFree()
-{
-    for (sTimeEvent& oEvent : m_aEvents)
-    {
-        if (oEvent.nId == 0)
-            return &oEvent;
-    }
-    return nullptr;
-}
-
-sTimeEvent* CTimeEventService::FindEarliest()
-{
-    sTimeEvent* pEarliest = nullptr;
-    for (sTimeEvent& oEvent : m_aEvents)
-    {
-        if (oEvent.nId != 0 && (pEarliest == nullptr || oEvent.nDeadline < pEarliest->nDeadline))
-            pEarliest = &oEvent;
-    }
-    return pEarliest;
-}
-
-// No number comes again before all others have been used, so that an old one names nothing.
-unsigned int CTimeEventService::NextId(const sTimeEvent& oPlace)
-{
-    m_nLastId = m_nLastId < MAX_EVENT_ID - MAX_EVENTS ? m_nLastId + MAX_EVENTS : MAX_EVENTS;
-    return m_nLastId / MAX_EVENTS * MAX_EVENTS + static_cast<unsigned int>(&oPlace - m_aEvents);
-}
-
-// The event whose turn it is, or else the time of the next.
-bool CTimeEventService::TakeDue(sTimeEvent& oDue, CDeadline& oNext)
-{
-    const CProcessLockScope oScope(eLockTimeEvents);
-    sTimeEvent* const pEvent = FindEarliest();
-    if (pEvent == nullptr)
-        return false;
-
-    const long long nLate = Now() - pEvent->nDeadline;
-    if (nLate < 0)
-    {
-        oNext = CDeadline::At(pEvent->nDeadline);
-        return false;
-    }
-
-    oDue = *pEvent;
-    if (pEvent->nPeriod == 0)
-        pEvent->nId = 0;
-    else // to the next point of its own grid that is not too old
-        pEvent->nDeadline += std::max(nLate / pEvent->nPeriod - MAX_CALLS_BEHIND, 1LL) * pEvent->nPeriod;
-    return true;
-}
-
-void CTimeEventService::Serve()
-{
-    for (;;)
-    {
-        sTimeEvent oDue;
-        CDeadline oNext = CDeadline::Never();
-        const tDword nChanges = m_nChanges.load(std::memory_order_acquire);
-        if (!TakeDue(oDue, oNext))
-            FutexSleep(&m_nChanges, nChanges, eFutexPrivate, oNext);
-        else if (oDue.pCallback != nullptr)
-            oDue.pCallback(oDue.nId, 0, oDue.ulUser, 0, 0);
-    }
-}
-
-void* CTimeEventService::EnterThread(void* pService)
-{
-    static_cast<CTimeEventService*>(pService)->Serve();
-    return nullptr;
-}
-
-void CTimeEventService::Forget()
-{
-    m_bThread = false;
-    for (sTimeEvent& oEvent : m_aEvents)
-        oEvent.nId = 0;
-}
-} // namespace
-
-void TOVPosix::ForgetTimeEvents()
-{
-    s_oService.Forget();
-}
+using TOVPosix::s_oTimeEventService;
 
 namespace Backend
 {
 unsigned int BeginTimerPeriod(unsigned int nMilliseconds)
 {
-    return s_oService.BeginPeriod(nMilliseconds);
+    return s_oTimeEventService.BeginPeriod(nMilliseconds);
 }
 
 unsigned int EndTimerPeriod(unsigned int nMilliseconds)
 {
-    return s_oService.EndPeriod(nMilliseconds);
+    return s_oTimeEventService.EndPeriod(nMilliseconds);
 }
 
 // The clock is as fine as the kernel can make it, whatever the resolution.
 unsigned int SetTimeEvent(unsigned int nDelay, unsigned int, tTimeEvent pCallback, unsigned long ulUser, bool bPeriodic)
 {
-    return s_oService.Set(nDelay, pCallback, ulUser, bPeriodic);
+    return s_oTimeEventService.Set(nDelay, pCallback, ulUser, bPeriodic);
 }
 
 unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
@@ -268,7 +32,7 @@ unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, t
 
 unsigned int KillTimeEvent(unsigned int nEvent)
 {
-    return s_oService.Kill(nEvent);
+    return s_oTimeEventService.Kill(nEvent);
 }
 } // namespace Backend
 } // namespace TOVPlatform

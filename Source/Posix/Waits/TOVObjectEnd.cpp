@@ -1,7 +1,7 @@
-#include <Posix/TOVObjectEnd.h>
+#include <Posix/Waits/TOVObjectEnd.h>
 
-#include <Posix/TOVNamedObject.h>
-#include <Posix/TOVWaiter.h>
+#include <Posix/Waits/TOVNamedObject.h>
+#include <Posix/Waits/TOVWaiter.h>
 
 namespace TOVPlatform
 {

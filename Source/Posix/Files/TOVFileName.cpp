@@ -1,4 +1,4 @@
-#include <Posix/TOVFileName.h>
+#include <Posix/Files/TOVFileName.h>
 
 #include <algorithm>
 #include <cstring>

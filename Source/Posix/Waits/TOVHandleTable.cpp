@@ -1,6 +1,6 @@
-#include <Posix/TOVHandleTable.h>
+#include <Posix/Waits/TOVHandleTable.h>
 
-#include <Posix/TOVProcessLocks.h>
+#include <Posix/Base/TOVProcessLocks.h>
 
 #include <new>
 

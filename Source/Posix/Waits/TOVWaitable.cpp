@@ -1,4 +1,4 @@
-#include <Posix/TOVWaitable.h>
+#include <Posix/Waits/TOVWaitable.h>
 
 namespace TOVPlatform
 {

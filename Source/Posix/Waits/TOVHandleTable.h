@@ -1,7 +1,7 @@
 // All records of this backend, and the way from a handle to its record.
 #pragma once
 
-#include <Posix/TOVWaitable.h>
+#include <Posix/Waits/TOVWaitable.h>
 
 namespace TOVPlatform
 {

@@ -1,8 +1,8 @@
-#include <Posix/TOVThreadRecord.h>
+#include <Posix/Waits/TOVThreadRecord.h>
 
-#include <Posix/TOVLibraryHold.h>
-#include <Posix/TOVNamedObject.h>
-#include <Posix/TOVObjectEnd.h>
+#include <Posix/Waits/TOVLibraryHold.h>
+#include <Posix/Waits/TOVNamedObject.h>
+#include <Posix/Waits/TOVObjectEnd.h>
 
 #include <atomic>
 #include <pthread.h>

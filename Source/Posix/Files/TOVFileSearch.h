@@ -1,7 +1,7 @@
 // Searches of directories, and the handles by which callers name them.
 #pragma once
 
-#include <Posix/TOVFilePattern.h>
+#include <Posix/Files/TOVFilePattern.h>
 #include <TOVPlatform/TOVFile.h>
 
 #include <memory>

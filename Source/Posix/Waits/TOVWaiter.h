@@ -1,7 +1,7 @@
 // Waiting for one or several objects, and handing them to those who wait.
 #pragma once
 
-#include <Posix/TOVHandleTable.h>
+#include <Posix/Waits/TOVHandleTable.h>
 
 namespace TOVPlatform
 {

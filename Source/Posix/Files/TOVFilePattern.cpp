@@ -1,4 +1,4 @@
-#include <Posix/TOVFilePattern.h>
+#include <Posix/Files/TOVFilePattern.h>
 
 #include <cstring>
 #include <cuchar>

@@ -1,4 +1,4 @@
-#include <Posix/TOVSharedSegment.h>
+#include <Posix/Waits/TOVSharedSegment.h>
 
 #include <cctype>
 #include <cerrno>

@@ -1,8 +1,8 @@
 // Events, mutexes and semaphores with a name, shared between the processes of one user.
 #pragma once
 
-#include <Posix/TOVSharedSegment.h>
-#include <Posix/TOVThreadRecord.h>
+#include <Posix/Waits/TOVSharedSegment.h>
+#include <Posix/Waits/TOVThreadRecord.h>
 
 namespace TOVPlatform
 {

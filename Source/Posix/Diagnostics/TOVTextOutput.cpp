@@ -1,4 +1,4 @@
-#include <Posix/TOVTextOutput.h>
+#include <Posix/Diagnostics/TOVTextOutput.h>
 
 #include <TOVPlatform/Backend/TOVSystem.h>
 
@@ -9,6 +9,8 @@
 
 namespace TOVPlatform
 {
+namespace TOVPosix
+{
 namespace
 {
 bool IsAskedFor()
@@ -18,7 +20,7 @@ bool IsAskedFor()
 }
 } // namespace
 
-void TOVTextOutput::Write(int nDescriptor, const char* szText)
+void WriteText(int nDescriptor, const char* szText)
 {
     std::size_t nLeft = std::strlen(szText);
     while (nLeft > 0)
@@ -33,10 +35,11 @@ void TOVTextOutput::Write(int nDescriptor, const char* szText)
     }
 }
 
-bool TOVTextOutput::ShowsDebugText()
+bool ShowsDebugText()
 {
     // Once, on the thread that loads the library and logs there: the environment may change under other threads.
     static const bool s_bAskedFor = IsAskedFor();
     return s_bAskedFor || Backend::IsDebuggerAttached();
 }
+} // namespace TOVPosix
 } // namespace TOVPlatform

@@ -1,9 +1,7 @@
-// A failed check that nobody has heard of is told when the process ends by it.
-
-#include <TOVPlatform/Backend/TOVSystem.h>
+#include <Posix/Diagnostics/TOVUnheardCheck.h>
 
 #include <Debug/TOVException.h>
-#include <Posix/TOVTextOutput.h>
+#include <Posix/Diagnostics/TOVTextOutput.h>
 
 #include <atomic>
 #include <cstdio>
@@ -15,6 +13,8 @@
 #include <unistd.h>
 
 namespace TOVPlatform
+{
+namespace TOVPosix
 {
 namespace
 {
@@ -80,7 +80,7 @@ void Tell(const void* pException)
             continue;
         if (oText.pException == pException)
         {
-            TOVTextOutput::Write(STDERR_FILENO, oText.szText);
+            WriteText(STDERR_FILENO, oText.szText);
             return;
         }
         oText.bInUse = false;
@@ -93,7 +93,7 @@ std::atomic<std::terminate_handler> s_pfBehind(nullptr);
 void TellAndTerminate()
 {
     const void* const pException = CurrentCheck();
-    if (pException != nullptr && !TOVTextOutput::ShowsDebugText())
+    if (pException != nullptr && !ShowsDebugText())
         Tell(pException);
 
     const std::terminate_handler pfNow = std::get_terminate();
@@ -148,7 +148,7 @@ private:
 std::atomic<int> CTerminateWatch::s_nWatches(0);
 } // namespace
 
-void Backend::ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine)
+void ThrowUnheard(const char* szExpression, const char* szFile, tDword dwLine)
 {
     // What the compiler makes of "throw CTOVAssertException()", done here, since the exception's address is needed.
     void* const pRoom = abi::__cxa_allocate_exception(sizeof(TOVDebug::CTOVAssertException));
@@ -158,4 +158,5 @@ void Backend::ThrowUnheardCheck(const char* szExpression, const char* szFile, tD
     const CTerminateWatch oWatch;
     abi::__cxa_throw(pRoom, const_cast<std::type_info*>(&typeid(TOVDebug::CTOVAssertException)), nullptr);
 }
+} // namespace TOVPosix
 } // namespace TOVPlatform

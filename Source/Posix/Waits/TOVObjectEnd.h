@@ -1,7 +1,7 @@
 // The end of objects and of the threads that own them.
 #pragma once
 
-#include <Posix/TOVWaitable.h>
+#include <Posix/Waits/TOVWaitable.h>
 
 namespace TOVPlatform
 {

@@ -1,7 +1,7 @@
-#include <Posix/TOVNamedObject.h>
+#include <Posix/Waits/TOVNamedObject.h>
 
-#include <Posix/TOVHandleTable.h>
-#include <Posix/TOVProcessLocks.h>
+#include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Waits/TOVHandleTable.h>
 
 #include <cstring>
 #include <new>

@@ -1,7 +1,7 @@
 // What this backend knows of each thread that uses it, whoever started the thread.
 #pragma once
 
-#include <Posix/TOVFutex.h>
+#include <Posix/Base/TOVFutex.h>
 
 #include <csetjmp>
 

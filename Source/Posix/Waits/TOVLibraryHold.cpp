@@ -1,4 +1,4 @@
-#include <Posix/TOVLibraryHold.h>
+#include <Posix/Waits/TOVLibraryHold.h>
 
 #include <atomic>
 #include <dlfcn.h>

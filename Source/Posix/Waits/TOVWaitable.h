@@ -1,7 +1,7 @@
 // The record behind a handle: event, mutex, semaphore, thread, critical section, or the way to a named object.
 #pragma once
 
-#include <Posix/TOVThreadRecord.h>
+#include <Posix/Waits/TOVThreadRecord.h>
 
 namespace TOVPlatform
 {

@@ -1,8 +1,8 @@
-#include <Posix/TOVFileSearch.h>
+#include <Posix/Files/TOVFileSearch.h>
 
-#include <Posix/TOVFileName.h>
-#include <Posix/TOVFileStatus.h>
-#include <Posix/TOVProcessLocks.h>
+#include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Files/TOVFileName.h>
+#include <Posix/Files/TOVFileStatus.h>
 #include <TOVPlatform/TOVString.h>
 
 #include <cerrno>

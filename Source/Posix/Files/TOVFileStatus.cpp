@@ -1,4 +1,4 @@
-#include <Posix/TOVFileStatus.h>
+#include <Posix/Files/TOVFileStatus.h>
 
 #include <algorithm>
 

@@ -1,12 +1,11 @@
-// Sleeping and waking on a 32-bit word in memory, on which all locks and waits of this backend stand.
+// Sleeping and waking on a 32-bit word in memory: the ground of all locks and waits of this backend.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <Posix/Base/TOVClock.h>
 
 #include <atomic>
 #include <cerrno>
 #include <climits>
-#include <ctime>
 #include <linux/futex.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -27,47 +26,9 @@ enum eFutexScope
 
 enum eSleepResult
 {
-    eSleepWoken, // or the word had changed already, or for no reason: the sleeper looks again
+    eSleepWoken, // woken, or the word differed, or spurious: the caller must look again
     eSleepTimeout,
-    eSleepFailed // the kernel cannot
-};
-
-// A point in time on the monotonic clock, or never.
-class CDeadline
-{
-public:
-    // Unsigned 32-bit milliseconds from now; 0xFFFFFFFF is never.
-    explicit CDeadline(tDword dwMilliseconds) : m_bNever(dwMilliseconds == 0xFFFFFFFF), m_oTime()
-    {
-        if (m_bNever || dwMilliseconds == 0)
-            return;
-        ::clock_gettime(CLOCK_MONOTONIC, &m_oTime);
-        m_oTime.tv_sec += static_cast<time_t>(dwMilliseconds / 1000);
-        m_oTime.tv_nsec += static_cast<long>(dwMilliseconds % 1000) * 1000000;
-        if (m_oTime.tv_nsec >= 1000000000)
-        {
-            m_oTime.tv_nsec -= 1000000000;
-            ++m_oTime.tv_sec;
-        }
-    }
-
-    static CDeadline Never() { return CDeadline(0xFFFFFFFF); }
-
-    // At this time of the clock, in nanoseconds.
-    static CDeadline At(long long nNanoseconds)
-    {
-        CDeadline oDeadline(0);
-        oDeadline.m_oTime.tv_sec = static_cast<time_t>(nNanoseconds / 1000000000);
-        oDeadline.m_oTime.tv_nsec = static_cast<long>(nNanoseconds % 1000000000);
-        return oDeadline;
-    }
-
-    // As the kernel takes it.
-    const timespec* Get() const { return m_bNever ? nullptr : &m_oTime; }
-
-private:
-    bool m_bNever;
-    timespec m_oTime;
+    eSleepFailed // the kernel cannot do it
 };
 
 inline eSleepResult ToSleepResult(long lSystemResult)
@@ -84,8 +45,8 @@ inline eSleepResult FutexSleep(const void* pWord, tDword nValue, eFutexScope eSc
                                    oDeadline.Get(), nullptr, FUTEX_BITSET_MATCH_ANY));
 }
 
-// The word is only an address here: it may have gone, when the sleeper has seen the new value and left. Then nobody is
-// woken, or somebody who looks again.
+// The word is only an address here: its memory may be gone, when the sleeper has seen the new value and left. Then
+// nobody is woken, or some other sleeper, which looks again.
 inline void FutexWake(const void* pWord, int nSleepers, eFutexScope eScope)
 {
     ::syscall(SYS_futex, pWord, FUTEX_WAKE | static_cast<int>(eScope), nSleepers, nullptr, nullptr, 0);

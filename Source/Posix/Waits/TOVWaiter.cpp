@@ -1,7 +1,7 @@
-#include <Posix/TOVWaiter.h>
+#include <Posix/Waits/TOVWaiter.h>
 
-#include <Posix/TOVNamedObject.h>
-#include <Posix/TOVProcessLocks.h>
+#include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Waits/TOVNamedObject.h>
 #include <TOVPlatform/Backend/TOVSynchronization.h>
 
 namespace TOVPlatform

@@ -1,7 +1,8 @@
-#include <Posix/TOVProcessLocks.h>
+#include <Posix/Waits/TOVFork.h>
 
-#include <Posix/TOVThreadRecord.h>
-#include <Posix/TOVTimeEvent.h>
+#include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Waits/TOVThreadRecord.h>
+#include <Posix/Waits/TOVTimeEventService.h>
 
 #include <pthread.h>
 
@@ -9,8 +10,6 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-CShortLock s_aProcessLocks[NUM_PROCESS_LOCKS];
-
 namespace
 {
 void BeforeFork()
@@ -28,7 +27,7 @@ void AfterFork()
 void AfterForkInChild()
 {
     ContinueAlone();
-    ForgetTimeEvents();
+    s_oTimeEventService.Forget();
     AfterFork();
 }
 } // namespace
