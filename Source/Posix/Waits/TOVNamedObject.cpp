@@ -101,6 +101,21 @@ CNamedObject::CNamedObject(const CSharedSegment& oSegment)
     s_pFirstObject = this;
 }
 
+tHandle CNamedObject::OpenHandle(const char* szName, const sInitial& oInitial)
+{
+    CNamedObject* const pNamed = Open(szName, oInitial);
+    if (pNamed == nullptr)
+        return 0;
+    CWaitable* const pRecord = CHandleTable::Allocate();
+    if (pRecord == nullptr)
+    {
+        pNamed->Release();
+        return 0;
+    }
+    pRecord->m_pNamed.store(pNamed, std::memory_order_relaxed);
+    return CHandleTable::Publish(pRecord, eKindNamed, 0);
+}
+
 CNamedObject* CNamedObject::Open(const char* szName, const sInitial& oInitial)
 {
     sThreadRecord& oThread = ThisThread();
@@ -152,6 +167,15 @@ CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oIni
     else if (oSegment.IsNew() && oInitial.eObject == eNamedMutex && oInitial.nValue != 0)
         pObject->Take(oThread); // nobody else can have it open yet
     return pObject;
+}
+
+CNamedObject* CNamedObject::FromHandle(tHandle hObject, eNamedKind eObject)
+{
+    CNamedObject* const pObject = FromHandle(hObject);
+    if (pObject == nullptr || pObject->m_oState.nKind == eObject)
+        return pObject;
+    pObject->Release();
+    return nullptr;
 }
 
 CNamedObject* CNamedObject::FromHandle(tHandle hObject)
@@ -213,12 +237,7 @@ void CNamedObject::Unlist()
         *ppLink = m_pNext;
 }
 
-eNamedKind CNamedObject::GetKind() const
-{
-    return static_cast<eNamedKind>(m_oState.nKind);
-}
-
-void CNamedObject::Signal()
+void CNamedObject::SetSignalled()
 {
     Lock();
     m_oState.nValue = VALUE_SIGNALLED;
@@ -227,7 +246,7 @@ void CNamedObject::Signal()
     Unlock();
 }
 
-void CNamedObject::Reset()
+void CNamedObject::ClearSignal()
 {
     Lock();
     m_oState.nValue = 0;

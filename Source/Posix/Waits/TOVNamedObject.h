@@ -32,20 +32,19 @@ public:
         bool bManualReset; // event
     };
 
-    // Opens the object of that name, made with these values if there is none. Null if the name is too long (259
-    // characters) or has a backslash, if another kind of object has it, or if the system has no room.
-    static CNamedObject* Open(const char* szName, const sInitial& oInitial);
-
-    // The object behind a handle of this kind, kept open until Release; null if there is none.
-    static CNamedObject* FromHandle(tHandle hObject);
+    // Opens the object of that name, made with these values if there is none, and returns a handle. 0 if the name is
+    // too long (259 characters) or has a backslash, if another kind of object has it, or if the system has no room.
+    static tHandle OpenHandle(const char* szName, const sInitial& oInitial);
     static bool CloseHandle(tHandle hObject);
+
+    // The object that a handle names, of this kind or of any, kept open until Release; null if there is none.
+    static CNamedObject* FromHandle(tHandle hObject, eNamedKind eObject);
+    static CNamedObject* FromHandle(tHandle hObject);
     void Release();
 
-    eNamedKind GetKind() const;
-
     // Single steps, each complete.
-    void Signal();
-    void Reset();
+    void SetSignalled();
+    void ClearSignal();
     void LeaveMutex(sThreadRecord& oThread);
     bool ReleaseSemaphore(tDword nCount, tDword& nPrevious);
 
@@ -70,6 +69,7 @@ private:
     explicit CNamedObject(const CSharedSegment& oSegment);
 
     static void RemoveNames();
+    static CNamedObject* Open(const char* szName, const sInitial& oInitial);
     static CNamedObject* FindOpen(const char* szName);
     static CNamedObject* OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread);
     bool TakeMutex(sThreadRecord& oThread);

@@ -116,6 +116,14 @@ public:
         }
     }
 
+    // Changes of one kind of object, each a single step that serves the waits for it (TOVWaiter.h). They do nothing if
+    // the tag does not match any more. LeaveMutex does nothing unless that thread is the owner; ReleaseSemaphore
+    // returns false, and changes nothing, if the count would exceed the maximum.
+    void SetSignalled(tDword nTag);
+    void ClearSignal(tDword nTag);
+    void LeaveMutex(tDword nTag, sThreadRecord& oThread);
+    bool ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
+
     // One wait's taking. bAbandoned: the object is a mutex whose last owner ended as such.
     eTry TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
 

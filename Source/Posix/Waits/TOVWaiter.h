@@ -70,6 +70,43 @@ template<class TChange> bool Change(CWaitable& oObject, tDword nTag, TChange fnC
     return bChanged;
 }
 
+inline void CWaitable::SetSignalled(tDword nTag)
+{
+    Change(*this, nTag, [](tDword& nValue) {
+        nValue = VALUE_SIGNALLED;
+        return true;
+    });
+}
+
+inline void CWaitable::ClearSignal(tDword nTag)
+{
+    Change(*this, nTag, [](tDword& nValue) {
+        nValue = 0;
+        return true;
+    });
+}
+
+inline void CWaitable::LeaveMutex(tDword nTag, sThreadRecord& oThread)
+{
+    if (!IsOwnedBy(oThread.nId) || !LeaveLevel())
+        return;
+    --oThread.nOwnedMutexes;
+    Change(*this, nTag, [](tDword& nValue) {
+        nValue = 0;
+        return true;
+    });
+}
+
+inline bool CWaitable::ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
+{
+    const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
+    return Change(*this, nTag, [=, &nPrevious](tDword& nValue) {
+        nPrevious = nValue;
+        nValue += nCount;
+        return nCount <= nMaximum - nPrevious;
+    });
+}
+
 // A thread's wait. It stands on the thread's stack and is used once.
 class CWaiter
 {
@@ -83,7 +120,7 @@ public:
     // False if the handle cannot be waited for.
     bool Add(tHandle hObject);
 
-    // The result as TOVWait tells it.
+    // Returns one of the results of Backend::Wait.
     tDword Wait(tDword dwMilliseconds);
 
 private:
