@@ -39,13 +39,6 @@ bool CWaitable::EnterAgain(tDword nTag, tDword nThreadId)
     return true;
 }
 
-bool CWaitable::LeaveLevel()
-{
-    const tDword nLevels = m_nLevels.load(std::memory_order_relaxed) - 1;
-    m_nLevels.store(nLevels, std::memory_order_relaxed);
-    return nLevels == 0;
-}
-
 bool CWaitable::Hold(tDword nTag)
 {
     std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);

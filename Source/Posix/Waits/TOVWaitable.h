@@ -138,7 +138,13 @@ public:
     }
 
     // Count a level of ownership down, true if it was the last and the lock has to be freed; and count the first.
-    bool LeaveLevel();
+    bool LeaveLevel()
+    {
+        const tDword nLevels = m_nLevels.load(std::memory_order_relaxed) - 1;
+        m_nLevels.store(nLevels, std::memory_order_relaxed);
+        return nLevels == 0;
+    }
+
     void CountOwnership(sThreadRecord& oThread);
 
     // Under the lock of the waits.

@@ -52,14 +52,10 @@ private:
     CWaiter* m_pLast;
 };
 
-// Applies bool fnChange(tDword& nValue) to the object and serves the waits for it. False if the object is gone or the
-// function refused.
-template<class TChange> bool Change(CWaitable& oObject, tDword nTag, TChange fnChange)
+// Applies bool fnChange(tDword& nValue) to an object that has waits, and serves them. False if the object is gone or
+// the function refused.
+template<class TChange> bool ChangeAndServe(CWaitable& oObject, tDword nTag, TChange fnChange)
 {
-    const eTry eResult = oObject.TryChange(nTag, fnChange);
-    if (eResult != eTryHeld)
-        return eResult == eTryDone;
-
     CWaitScope oScope;
     if (!oObject.Hold(nTag))
         return false;
@@ -68,6 +64,13 @@ template<class TChange> bool Change(CWaitable& oObject, tDword nTag, TChange fnC
         oScope.Serve(oObject);
     oObject.Release();
     return bChanged;
+}
+
+// The same for any object. One without waits costs no lock.
+template<class TChange> bool Change(CWaitable& oObject, tDword nTag, TChange fnChange)
+{
+    const eTry eResult = oObject.TryChange(nTag, fnChange);
+    return eResult == eTryHeld ? ChangeAndServe(oObject, nTag, fnChange) : eResult == eTryDone;
 }
 
 inline void CWaitable::SetSignalled(tDword nTag)
