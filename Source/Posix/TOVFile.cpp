@@ -98,8 +98,10 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
         TOVPlatform::Backend::Print(pLong.get(), nLength, szFormat, pArguments);
     }
 
+    const char* const szText = pLong != nullptr ? pLong.get() : szShort;
     const std::size_t ulLength = static_cast<std::size_t>(nLength);
-    return ::fwrite(pLong != nullptr ? pLong.get() : szShort, 1, ulLength, pFile) == ulLength ? nLength : -1;
+    const bool bWritten = ::fwrite(szText, 1, ulLength, pFile) == ulLength;
+    return bWritten ? nLength : -1;
 }
 
 long long GetPosition(FILE* pFile)

@@ -38,6 +38,19 @@ eFileErrorCode ToErrorCode(bool bSuccess)
     return bSuccess ? eFileSuccess : eFileFailure;
 }
 
+int ToOrigin(eSeekOrigin eOrigin)
+{
+    switch (eOrigin)
+    {
+    case eSeekOriginCurrent:
+        return SEEK_CUR;
+    case eSeekOriginEnd:
+        return SEEK_END;
+    default:
+        return SEEK_SET;
+    }
+}
+
 // Closes the stream and frees the slot. The runtime frees the stream whatever comes of its last flush.
 bool EndStream(tHandle hFile, FILE* pFile)
 {
@@ -199,8 +212,7 @@ eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin)
     if (pFile == nullptr)
         return eFileFailure;
 
-    const int nOrigin = eOrigin == eSeekOriginCurrent ? SEEK_CUR : eOrigin == eSeekOriginEnd ? SEEK_END : SEEK_SET;
-    return ToErrorCode(Backend::File::Seek(pFile, static_cast<int>(lOffset), nOrigin));
+    return ToErrorCode(Backend::File::Seek(pFile, static_cast<int>(lOffset), ToOrigin(eOrigin)));
 }
 
 eFileErrorCode Flush(tHandle hFile)

@@ -30,6 +30,29 @@ bool CanBeNothingAtEnd(char32_t cMask)
 {
     return ANY <= cMask && cMask <= DOT_OR_END;
 }
+
+// Reads the character at the start of a text that is not empty, and moves past it.
+char32_t ReadCharacter(const char*& szText, const char* szEnd, std::mbstate_t& oState)
+{
+    const tUchar ucFirst = static_cast<tUchar>(*szText);
+    if (ucFirst < 0x80)
+    {
+        ++szText;
+        return ToUpper(ucFirst);
+    }
+
+    const std::size_t ulLeft = static_cast<std::size_t>(szEnd - szText);
+    char32_t cChar;
+    const std::size_t ulBytes = std::mbrtoc32(&cChar, szText, ulLeft, &oState);
+    if (ulBytes == 0 || ulBytes > ulLeft)
+    {
+        ++szText;
+        oState = std::mbstate_t();
+        return RAW_BYTE | ucFirst;
+    }
+    szText += ulBytes;
+    return ToUpper(cChar);
+}
 } // namespace
 
 void CFilePattern::Decode(const char* szText, std::u32string& oText)
@@ -39,23 +62,7 @@ void CFilePattern::Decode(const char* szText, std::u32string& oText)
 
     oText.clear();
     while (szText < szEnd)
-    {
-        char32_t cChar;
-        std::size_t ulBytes = static_cast<tUchar>(*szText) < 0x80
-                                  ? (cChar = static_cast<tUchar>(*szText), 1)
-                                  : std::mbrtoc32(&cChar, szText, szEnd - szText, &oState);
-        if (ulBytes == 0 || ulBytes > static_cast<std::size_t>(szEnd - szText))
-        {
-            cChar = RAW_BYTE | static_cast<tUchar>(*szText);
-            ulBytes = 1;
-            oState = std::mbstate_t();
-        }
-        else
-            cChar = ToUpper(cChar);
-
-        oText += cChar;
-        szText += ulBytes;
-    }
+        oText += ReadCharacter(szText, szEnd, oState);
 }
 
 CFilePattern::CFilePattern(const char* szMask)

@@ -62,8 +62,21 @@ const char* FindLastComponent(const char* szName)
 {
     const char* pBackslash = std::strrchr(szName, '\\');
     const char* pSlash = std::strrchr(szName, '/');
-    const char* pLast = pSlash == nullptr || (pBackslash != nullptr && pBackslash > pSlash) ? pBackslash : pSlash;
-    return pLast != nullptr ? pLast + 1 : szName;
+    if (pBackslash == nullptr && pSlash == nullptr)
+        return szName;
+    if (pSlash == nullptr || (pBackslash != nullptr && pBackslash > pSlash))
+        return pBackslash + 1;
+    return pSlash + 1;
+}
+
+// The directory of a pattern, which ends at the mask. Its last separator belongs to it only if there is nothing else.
+std::string FolderOf(const char* szPattern, std::size_t ulFolderLength)
+{
+    if (ulFolderLength == 0)
+        return ".";
+    if (ulFolderLength == 1)
+        return "/";
+    return std::string(szPattern, ulFolderLength - 1);
 }
 
 void SetName(sTOVFindData& oFindData, const char* szName)
@@ -118,11 +131,7 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, t
     if (!bWildcard && IsNavigationEntry(szMask))
         return IsNothingThere() ? eFindEnd : eFindFailure;
 
-    // The separator before the mask belongs to the directory only where it is all that there is.
-    const std::string oFolder = ulFolderLength == 0   ? "."
-                                : ulFolderLength == 1 ? "/"
-                                                      : std::string(szPattern, ulFolderLength - 1);
-    tFolder pFolder(::opendir(CFileName(oFolder.c_str())));
+    tFolder pFolder(::opendir(CFileName(FolderOf(szPattern, ulFolderLength).c_str())));
     if (pFolder == nullptr)
         return IsNothingThere() ? eFindEnd : eFindFailure;
 

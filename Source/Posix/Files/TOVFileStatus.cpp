@@ -37,11 +37,12 @@ bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szNam
     oFindData.ullLastAccessTime = ToTicks(oStatus.stx_atime);
     oFindData.ullLastWriteTime = ToTicks(oStatus.stx_mtime);
 
-    // Not every file system knows when a file came into being; it was there at the earliest time that is known of it.
-    oFindData.ullCreationTime =
-        (oStatus.stx_mask & STATX_BTIME) != 0
-            ? ToTicks(oStatus.stx_btime)
-            : std::min({oFindData.ullLastAccessTime, oFindData.ullLastWriteTime, ToTicks(oStatus.stx_ctime)});
+    // Not every file system knows when a file was created. The earliest time that is known of it stands in.
+    if ((oStatus.stx_mask & STATX_BTIME) != 0)
+        oFindData.ullCreationTime = ToTicks(oStatus.stx_btime);
+    else
+        oFindData.ullCreationTime =
+            std::min({oFindData.ullLastAccessTime, oFindData.ullLastWriteTime, ToTicks(oStatus.stx_ctime)});
 
     oFindData.ullSize = S_ISDIR(oStatus.stx_mode) ? 0 : oStatus.stx_size;
     return true;

@@ -11,7 +11,7 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// What stands in the segment.
+// The contents of the segment.
 struct sSharedState
 {
     tDword nLayout; // the processes must agree on it
@@ -81,6 +81,12 @@ bool MakeState(sSharedState& oState, const char* szName, const CNamedObject::sIn
     return true;
 }
 
+// Whether another process has made the state for an object of this name and kind.
+bool IsState(const sSharedState& oState, const char* szName, const CNamedObject::sInitial& oInitial)
+{
+    return oState.nLayout == LAYOUT && oState.nKind == oInitial.eObject && std::strcmp(oState.szName, szName) == 0;
+}
+
 // The two name spaces of Windows: "Local\" is the one without a prefix. Null for another backslash and for no name.
 const char* WithoutScope(const char* szName)
 {
@@ -144,8 +150,8 @@ CNamedObject* CNamedObject::FindOpen(const char* szName)
 
 CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread)
 {
-    // Names go with the library. An object, and not a function for the end of the process: sanitizers take the latter
-    // away from the library.
+    // The names are removed with the library. An object does it, and not a function for the end of the process, because
+    // the process: sanitizers keep the library from running the latter.
     struct sNamesRemoval
     {
         ~sNamesRemoval() { RemoveNames(); }
@@ -158,14 +164,12 @@ CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oIni
         return nullptr;
 
     sSharedState& oState = *static_cast<sSharedState*>(oSegment.GetMemory());
-    const bool bUsable = oSegment.IsNew() ? MakeState(oState, szName, oInitial)
-                                          : oState.nLayout == LAYOUT && oState.nKind == oInitial.eObject &&
-                                                std::strcmp(oState.szName, szName) == 0;
+    const bool bUsable = oSegment.IsNew() ? MakeState(oState, szName, oInitial) : IsState(oState, szName, oInitial);
     CNamedObject* const pObject = bUsable ? new (std::nothrow) CNamedObject(oSegment) : nullptr;
     if (pObject == nullptr)
         oSegment.Close(oLock);
     else if (oSegment.IsNew() && oInitial.eObject == eNamedMutex && oInitial.nValue != 0)
-        pObject->Take(oThread); // nobody else can have it open yet
+        pObject->Take(oThread); // needs no lock: nobody else can have it open yet
     return pObject;
 }
 
@@ -221,7 +225,7 @@ void CNamedObject::Release()
     delete this;
 }
 
-// An owner or a wait may keep the object after its last handle, but nobody finds it any more.
+// An owner or a wait may keep the object past its last handle, but nobody finds it by its name any more.
 void CNamedObject::LoseName()
 {
     if (m_oSegment.RemoveName(CSegmentLock()))
@@ -288,7 +292,7 @@ void CNamedObject::Lock()
 {
     if (::pthread_mutex_lock(&m_oState.oGuard) == EOWNERDEAD)
     {
-        // The dead holder may have left before it woke the others. Each change is complete in itself.
+        // The holder may have died before it woke the sleepers. Each change is complete in itself.
         ::pthread_mutex_consistent(&m_oState.oGuard);
         WakeSleepers();
     }
@@ -327,7 +331,7 @@ bool CNamedObject::TakeMutex(sThreadRecord& oThread)
     const bool bDied = ::pthread_mutex_trylock(&m_oState.oOwner) == EOWNERDEAD;
     if (bDied)
     {
-        // The kernel woke one sleeper only; the others have to mark the new owner's word.
+        // The kernel has woken one sleeper only; the others have to mark the new owner's word.
         ::pthread_mutex_consistent(&m_oState.oOwner);
         WakeSleepers();
     }
@@ -335,7 +339,7 @@ bool CNamedObject::TakeMutex(sThreadRecord& oThread)
     m_oState.bAbandoned = false;
     m_oState.nValue = 1;
 
-    ++m_nReferences; // stays mapped while it is owned, even without a handle
+    ++m_nReferences; // the object stays mapped while it is owned, even without a handle
     m_pNextOwned = oThread.pOwnedNamed;
     oThread.pOwnedNamed = this;
     return bAbandoned;
@@ -352,7 +356,7 @@ tDword CNamedObject::Arm()
     do
     {
         if (IsFree(static_cast<tDword>(nOwner)))
-            return ~static_cast<tDword>(nOwner); // died meanwhile: do not sleep
+            return ~static_cast<tDword>(nOwner); // the owner has died meanwhile: the caller must not sleep
     } while (!__atomic_compare_exchange_n(OwnerWord(m_oState.oOwner), &nOwner, nOwner | static_cast<int>(FUTEX_WAITERS),
                                           false, __ATOMIC_RELAXED, __ATOMIC_RELAXED));
     return static_cast<tDword>(nOwner) | FUTEX_WAITERS;
@@ -407,7 +411,8 @@ void CNamedObject::WakeSleepers()
         FutexWake(GetWord(), INT_MAX, eFutexShared);
 }
 
-// Who ends without closing leaves no names behind. Nothing is closed, because later clean-up may still use it.
+// A process that exits without closing still has its names removed. Nothing is closed, because later clean-up may still
+// use it.
 void CNamedObject::RemoveNames()
 {
     const CProcessLockScope oScope(eLockNamedObjects);

@@ -53,7 +53,7 @@ bool CWaitable::Hold(tDword nTag)
 
 void CWaitable::Release()
 {
-    // Once it is not held any more it may change at any moment, so it is released only once.
+    // An object that is not held may change at any moment, so it is released only once.
     const std::uint64_t nWord = m_nWord.load(std::memory_order_relaxed);
     if (m_pFirstWait == nullptr && (nWord & VALUE_HELD) != 0)
         m_nWord.store(nWord & ~static_cast<std::uint64_t>(VALUE_HELD), std::memory_order_release);
@@ -66,7 +66,8 @@ void CWaitable::Retire()
 
 void CWaitable::LeaveTo(const sThreadRecord& oThread, tDword nFormerId)
 {
-    m_pFirstWait = m_pLastWait = nullptr; // the calling thread is not among them
+    m_pFirstWait = nullptr; // the calling thread is not among them
+    m_pLastWait = nullptr;
 
     const tDword nTag = GetTag();
     tDword nValue = GetHeldValue();

@@ -17,9 +17,9 @@ using Backend::Wait::RESULT_TIMEOUT;
 
 constexpr tDword ASLEEP = 0;
 constexpr tDword WOKEN = 1;
-constexpr tDword NO_THREAD = 0; // can have what is free for anybody
+constexpr tDword NO_THREAD = 0; // owner id that only matches objects which anybody may take
 
-// futex_waitv, Linux 5.16, as the kernel defines it; older system headers do not have it.
+// futex_waitv of Linux 5.16 as the kernel defines it; older system headers do not have it.
 constexpr long FUTEX_WAITV_NUMBER = 449;
 constexpr std::uint32_t FUTEX_WORD_32 = 2;
 
@@ -77,11 +77,12 @@ void CWaitScope::Serve(CWaitable& oObject)
     for (sWaitNode* pNode = oObject.m_pFirstWait; pNode != nullptr && oObject.CanTakeHeld(NO_THREAD);)
     {
         CWaiter& oWaiter = *pNode->pWaiter;
-        do // past all nodes of this waiter, which may be unlinked below
+        do // moves past all nodes of this waiter, which may be unlinked below
             pNode = pNode->pNext;
         while (pNode != nullptr && pNode->pWaiter == &oWaiter);
 
-        // A wait for all that includes a named object needs that one's lock as well, so it looks for itself.
+        // A wait for all that includes a named object needs the lock of that object as well, so its own thread has to
+        // look.
         const bool bLooksItself = oWaiter.m_bAll && oWaiter.m_nNamed > 0;
         const tDword dwResult = bLooksItself ? RESULT_TIMEOUT : oWaiter.TakeNow(false);
         if (dwResult != RESULT_TIMEOUT)
@@ -113,7 +114,10 @@ void CWaitScope::Append(CWaiter& oWaiter)
         return;
     oWaiter.m_bWakeComing = true;
     oWaiter.m_pNextToWake = nullptr;
-    (m_pLast != nullptr ? m_pLast->m_pNextToWake : m_pFirst) = &oWaiter;
+    if (m_pLast != nullptr)
+        m_pLast->m_pNextToWake = &oWaiter;
+    else
+        m_pFirst = &oWaiter;
     m_pLast = &oWaiter;
 }
 
@@ -185,7 +189,7 @@ tDword CWaiter::Wait(tDword dwMilliseconds)
     return dwResult;
 }
 
-// Called with the objects locked and held; they are neither on return.
+// Called with the objects locked and held. On return they are neither.
 tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
 {
     m_oThread.nWake.store(ASLEEP, std::memory_order_relaxed);
@@ -199,7 +203,7 @@ tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
         UnlockObjects();
         eSleep = Sleep(oDeadline);
         if (m_nNamed == 0 && m_oThread.nWake.load(std::memory_order_acquire) == WOKEN)
-            return m_dwResult; // handed over, and unlinked by whoever did so
+            return m_dwResult; // the objects were handed over, and the nodes unlinked by the thread that did it
 
         LockObjects();
         Disarm();
@@ -217,13 +221,13 @@ tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
     const bool bWakeComing = m_bWakeComing;
     UnlockObjects();
 
-    // This object must not go before the last access of the thread that is about to wake it.
+    // This object must live until the last access of the thread that is about to wake it.
     if (bWakeComing)
         SleepOnOwnWord(CDeadline::Never());
     return dwResult;
 }
 
-// Two handles of one named object. The same handle twice does not come here.
+// Whether two handles name one object. Callers have already rejected a repeated handle.
 bool CWaiter::HasTwins() const
 {
     return m_nNamed != m_nCount - m_nUnnamed;
@@ -279,7 +283,10 @@ void CWaiter::Link()
         CWaitable& oObject = *oNode.pObject;
         oNode.pPrevious = oObject.m_pLastWait;
         oNode.pNext = nullptr;
-        (oNode.pPrevious != nullptr ? oNode.pPrevious->pNext : oObject.m_pFirstWait) = &oNode;
+        if (oNode.pPrevious != nullptr)
+            oNode.pPrevious->pNext = &oNode;
+        else
+            oObject.m_pFirstWait = &oNode;
         oObject.m_pLastWait = &oNode;
     }
 }
@@ -292,8 +299,14 @@ void CWaiter::Unlink()
         if (oNode.pNamed != nullptr)
             continue;
         CWaitable& oObject = *oNode.pObject;
-        (oNode.pPrevious != nullptr ? oNode.pPrevious->pNext : oObject.m_pFirstWait) = oNode.pNext;
-        (oNode.pNext != nullptr ? oNode.pNext->pPrevious : oObject.m_pLastWait) = oNode.pPrevious;
+        if (oNode.pPrevious != nullptr)
+            oNode.pPrevious->pNext = oNode.pNext;
+        else
+            oObject.m_pFirstWait = oNode.pNext;
+        if (oNode.pNext != nullptr)
+            oNode.pNext->pPrevious = oNode.pPrevious;
+        else
+            oObject.m_pLastWait = oNode.pPrevious;
     }
     ReleaseObjects(m_nCount);
 }
@@ -332,7 +345,7 @@ bool CWaiter::CanTake(const sWaitNode& oNode) const
     if (oNode.pNamed == nullptr)
         return oNode.pObject->CanTakeHeld(m_oThread.nId);
 
-    // Signalling a manual event releases who waits at that moment, however soon it is reset.
+    // Signalling a manual event releases all that wait at that moment, however soon it is reset.
     const bool bPulsed = !m_bAll && oNode.bSlept && oNode.pNamed->HasPulsed(oNode.nSeen);
     return bPulsed || oNode.pNamed->CanTake(m_oThread);
 }
@@ -393,7 +406,7 @@ void CWaiter::Disarm()
     }
 }
 
-// A wake that has arrived and did not end the wait; one that is still to come stays so.
+// Takes back a wake that has arrived and did not end the wait. A wake that is still to come remains.
 void CWaiter::ForgetWake()
 {
     if (m_oThread.nWake.load(std::memory_order_acquire) == WOKEN && !m_bDone)
