@@ -42,7 +42,7 @@ private:
     const int m_nDescriptor;
 };
 
-// The next character; 0 at the end of the input.
+// Returns the next character, 0 at the end of the input.
 char ReadCharacter(int nDescriptor)
 {
     char cRead = '\0';
@@ -53,7 +53,7 @@ char ReadCharacter(int nDescriptor)
     return nRead == 1 ? cRead : '\0';
 }
 
-// Reads one line and gives its first character, which is a line end for an empty line and 0 at the end of the input.
+// Reads one line and returns its first character, which is a line end for an empty line and 0 at the end of the input.
 char ReadAnswer(int nDescriptor)
 {
     const char cFirst = ReadCharacter(nDescriptor);
@@ -62,7 +62,7 @@ char ReadAnswer(int nDescriptor)
     return cFirst;
 }
 
-// Whether the main program was loaded around this address. The loader tells of it first.
+// Whether the address belongs to the main program, of which the loader reports first.
 bool IsMainProgram(const void* pAddress)
 {
     struct sSearch
@@ -102,7 +102,7 @@ void PrepareProcess()
     NoticeForks();
 }
 
-// There is no system-wide channel for debugger text.
+// The system has no channel of its own for debugger text.
 void OutputDebugText(const char* szText)
 {
     if (ShowsDebugText())
@@ -157,7 +157,7 @@ eAnswer AskYesNoCancel(const char* szText, const char* szCaption)
     }
 }
 
-// Without a terminal the text is shown on standard error, and nobody is waited for.
+// Without a terminal the text goes to standard error, and the function returns at once.
 void ShowError(const char* szText, const char* szCaption)
 {
     const CDescriptor oTerminal(::open("/dev/tty", O_RDWR | O_CLOEXEC));
@@ -185,7 +185,7 @@ void* FindInMainProgram(const char* szFunction)
     void* pSymbol = nullptr;
     if (pFunction == nullptr || ::dladdr1(pFunction, &oInfo, &pSymbol, RTLD_DL_SYMENT) == 0 || pSymbol == nullptr)
         return nullptr;
-    // A program that only takes a library's function's address can hold an entry without a definition for it.
+    // A program that only takes the address of a library's function can have an entry without a definition for it.
     const bool bDefined = static_cast<const ElfW(Sym)*>(pSymbol)->st_shndx != SHN_UNDEF;
     return bDefined && IsMainProgram(pFunction) ? pFunction : nullptr;
 }

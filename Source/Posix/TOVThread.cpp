@@ -23,13 +23,13 @@ namespace
 constexpr tDword START_BEGUN = 0;
 constexpr tDword START_DONE = 1;
 
-// From the creator to the new thread, which releases it.
+// What the creator hands to the new thread, which releases it.
 struct sStart
 {
     tThreadEntry pEntry;
     void* pParam;
     tHandle hThread;
-    void* pLibraryHold; // of the new thread: it runs in this library's code
+    void* pLibraryHold; // the new thread's hold: it runs in this library's code
     tFutex nStep;
 };
 
@@ -60,7 +60,7 @@ void* EnterThread(void* pParam)
     return nullptr;
 }
 
-// Not to be joined: an end is known by the handle.
+// Starts a thread that is never joined: its handle reports its end.
 bool StartThread(sStart& oStart, pthread_t& oThread)
 {
     oStart.pLibraryHold = HoldLibrary();
@@ -68,15 +68,15 @@ bool StartThread(sStart& oStart, pthread_t& oThread)
         return false;
     if (::pthread_create(&oThread, nullptr, EnterThread, &oStart) != 0)
     {
-        GetReleaseHold()(oStart.pLibraryHold); // never the last one: the caller has its own
+        GetReleaseHold()(oStart.pLibraryHold); // this is never the last hold: the caller has its own
         return false;
     }
     ::pthread_detach(oThread);
     return true;
 }
 
-// The kernel names a thread's clock after the thread: the inverted id, with three bits for the kind of clock. So the
-// creator learns the id without waiting for the thread, which has not even begun.
+// The kernel derives the number of a thread's clock from the thread's id: it is the inverted id, followed by three bits
+// for the kind of clock. So the creator learns the id without waiting for the thread, which has not even begun.
 tDword IdOf(pthread_t oThread)
 {
     clockid_t nClock = 0;
@@ -90,12 +90,12 @@ void EndOnThisStack()
 }
 
 // pthread_exit unwinds the stack that it is called on, so a thread whose root frame is not ours calls it on an empty
-// one. The C library then goes back to the thread's own root and releases its storage there.
+// stack. The C library then goes back to the thread's own root and releases its storage there.
 [[noreturn]] void ExitForeignThread(sThreadRecord& oThread)
 {
     void* const pMemory = ::mmap(nullptr, EXIT_STACK_SIZE, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (pMemory == MAP_FAILED)
-        ::pthread_exit(nullptr); // better with destructors than not at all
+        ::pthread_exit(nullptr); // it is better to run destructors than not to end at all
 
     oThread.pExitStack = pMemory;
     ucontext_t& oContext = *new (pMemory) ucontext_t();
@@ -105,10 +105,10 @@ void EndOnThisStack()
     oContext.uc_link = nullptr;
     ::makecontext(&oContext, EndOnThisStack, 0);
     ::setcontext(&oContext);
-    std::abort(); // a context that was just made can be entered
+    std::abort(); // never reached: a context that was just made can be entered
 }
 
-// A level of priority is a nice value, counted from that of the process.
+// A level of priority is a nice value relative to that of the process.
 struct sNiceLevel
 {
     int nLevel;
@@ -136,7 +136,7 @@ int ReadNice(const CWaitable& oThread)
 
 tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
 {
-    // A thread whose end nobody could wait for is none.
+    // A thread is not started if its end could not be noticed.
     CWaitable* const pThread = CanNoticeEnds() ? CHandleTable::Allocate() : nullptr;
     if (pThread == nullptr)
         return 0;
@@ -163,9 +163,9 @@ tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulT
     return hThread;
 }
 
-// A jump back to the thread's first frame, which returns: no destructor in between runs, and the C library releases the
-// thread's storage as at any other end. Unwinding, as pthread_exit does it, would run them and stop at a noexcept
-// frame.
+// Jumps back to the thread's first frame, which returns: no destructor in between runs, and the C library releases the
+// thread's storage as at any other end. pthread_exit unwinds, which would run the destructors and end the process at a
+// noexcept frame.
 void TOVThread::Exit(int)
 {
     sThreadRecord& oThread = ThisThread();
@@ -188,7 +188,7 @@ int Backend::Thread::ReadPriority(tHandle hThread)
     const int nNice = ReadNice(*pThread);
     if (nNice == pThread->m_nNice.load(std::memory_order_relaxed))
         return nSetLevel;
-    for (const sNiceLevel& oLevel : NICE_LEVELS) // somebody else has set it
+    for (const sNiceLevel& oLevel : NICE_LEVELS) // the value was set by other means
     {
         if (ToNice(oLevel) == nNice)
             return oLevel.nLevel;
@@ -211,6 +211,6 @@ void Backend::Thread::WritePriority(tHandle hThread, int nLevel)
         if (oLevel.nLevel == nLevel)
             ::setpriority(PRIO_PROCESS, pThread->m_nSystemId.load(std::memory_order_relaxed), ToNice(oLevel));
     }
-    pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed); // which may have been refused
+    pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed); // the system may have refused the new value
 }
 } // namespace TOVPlatform

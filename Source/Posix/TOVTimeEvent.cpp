@@ -18,7 +18,7 @@ unsigned int EndTimerPeriod(unsigned int nMilliseconds)
     return s_oTimeEventService.EndPeriod(nMilliseconds);
 }
 
-// The clock is as fine as the kernel can make it, whatever the resolution.
+// The resolution is ignored: the clock is always as fine as the kernel can make it.
 unsigned int SetTimeEvent(unsigned int nDelay, unsigned int, tTimeEvent pCallback, unsigned long ulUser, bool bPeriodic)
 {
     return s_oTimeEventService.Set(nDelay, pCallback, ulUser, bPeriodic);

@@ -54,7 +54,7 @@ int ToOrigin(eSeekOrigin eOrigin)
 // Closes the stream and frees the slot. The runtime frees the stream whatever comes of its last flush.
 bool EndStream(tHandle hFile, FILE* pFile)
 {
-    std::clearerr(pFile); // to some versions of the runtime an earlier error is a failure to close
+    std::clearerr(pFile); // some versions of the runtime report an earlier error as a failure to close
     const bool bClosed = std::fclose(pFile) == 0;
     CTOVHandleManager::Instance().ClearHandle(hFile);
     return bClosed;
@@ -103,7 +103,7 @@ tHandle Open(const char* szName, const char* szMode)
 {
     CTOVHandleManager& oManager = CTOVHandleManager::Instance();
 
-    if (oManager.FindFreeHandle() == FILE_INVALID_HANDLE) // before the file system is touched
+    if (oManager.FindFreeHandle() == FILE_INVALID_HANDLE) // checked before the file system is touched
         return FILE_INVALID_HANDLE;
 
     FILE* pFile = szName != nullptr && IsMode(szMode) ? Backend::File::OpenStream(szName, szMode) : nullptr;
@@ -120,7 +120,7 @@ eFileErrorCode Close(tHandle hFile)
 {
     FILE* pFile = GetFile(hFile);
 
-    // Settled: a failed close keeps the file, so that the flush stands alone, before anything is freed.
+    // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
     if (pFile == nullptr || std::fflush(pFile) != 0)
         return eFileFailure;
 
@@ -173,8 +173,8 @@ eFileErrorCode Puts(tHandle hFile, const char* szText)
     if (pFile == nullptr)
         return eFileFailure;
 
-    // Settled: the result of fputs is reduced like the pointer of fgets, and so turned around. Runtimes differ in which
-    // value above zero a written text gives, so that all of them count as zero.
+    // Settled: the result of fputs is read as if it were the pointer of fgets, and so is turned around. Runtimes differ
+    // in the value of 0 or more that they return for a written text, so all of them count as zero.
     return ToErrorCode(szText == nullptr || std::fputs(szText, pFile) < 0);
 }
 

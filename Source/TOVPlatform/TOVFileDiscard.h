@@ -1,11 +1,12 @@
-// The end of a file whose owner forgets its handle. Internal and not exported: applications use CTOVFile.
+// The end of a file whose owner forgets its handle. Not exported: applications use CTOVFile.
 #pragma once
 
 namespace TOVPlatform
 {
 namespace TOVFile
 {
-// Closes the stream and frees its slot, although what it still holds may be lost. An empty slot is left alone.
+// Closes the stream and frees its slot, even if what it still holds cannot be written and is lost. Does nothing for an
+// empty slot.
 void Discard(tHandle hFile);
 } // namespace TOVFile
 } // namespace TOVPlatform

@@ -64,7 +64,7 @@ void Set(void* pDestination, int nValue, unsigned long dwSize)
 
 namespace
 {
-// Number of leading bytes, in whole words, in which two blocks are equal.
+// The number of leading bytes, in whole words, in which two blocks are equal.
 unsigned long EqualWords(const tByte* pFirst, const tByte* pSecond, unsigned long dwSize)
 {
     unsigned long dwOffset = 0;

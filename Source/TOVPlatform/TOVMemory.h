@@ -5,8 +5,8 @@
 
 namespace TOVPlatform
 {
-// Thin guards around the runtime, stricter than it: a null pointer or a size of 0 is a programming error and throws
-// (checks in argument order). Sizes are bytes. Threads: any, as the runtime's heap.
+// Thin guards around the runtime, stricter than it: a null pointer or a size of 0 is a programming error and throws;
+// the checks come in argument order. Sizes are bytes. Threads: any, as for the runtime's heap.
 namespace TOVMemory
 {
 // Return null when memory is exhausted; after a failed Realloc the old block stays valid.
@@ -16,25 +16,25 @@ TOV_EXPORT void Free(void* pMemory);
 
 TOV_EXPORT void Zero(void* pMemory, unsigned long dwSize);
 
-// Blocks that do not overlap.
+// Copies between blocks that do not overlap.
 TOV_EXPORT void Copy(void* pDestination, const void* pSource, unsigned long dwSize);
 
-// Blocks that may overlap.
+// Copies between blocks that may overlap.
 TOV_EXPORT void Move(void* pDestination, const void* pSource, unsigned long dwSize);
 
 // Fills with the low byte of the value.
 TOV_EXPORT void Set(void* pDestination, int nValue, unsigned long dwSize);
 
-// Equality alone, by 32-bit words: throws unless the size is a multiple of 4. Alignment is not required.
+// Compares for equality only, by 32-bit words: throws unless the size is a multiple of 4. Alignment is not required.
 TOV_EXPORT bool FastCompare(const void* pDestination, const void* pSource, unsigned long dwSize);
 
-// Order of the first differing byte, read as unsigned: exactly -1, 0 or 1.
+// The order of the first differing bytes, read as unsigned: exactly -1, 0 or 1.
 TOV_EXPORT int Compare(const void* pDestination, const void* pSource, unsigned long dwSize);
 } // namespace TOVMemory
 } // namespace TOVPlatform
 
-// The loose family, exported under these plain names: sizes have 16 bits (65536 bytes are no bytes), a size of 0 does
-// nothing. Cmp and Copy check nothing, so that they can serve below the checks; they are plain byte loops.
+// The plain functions, exported under these names without decoration. Sizes are 16-bit, so 65536 wraps to 0 and does
+// nothing. Cmp and Copy check nothing, so that they can serve below the checks. All are byte loops.
 extern "C"
 {
 // True if all bytes are equal.
@@ -43,7 +43,7 @@ TOV_EXPORT bool TOVMemory_Cmp(const void* pFirst, const void* pSecond, unsigned 
 // Copies upward from the start: an overlapping destination above the source smears the first bytes.
 TOV_EXPORT void TOVMemory_Copy(void* pDestination, const void* pSource, unsigned short usSize);
 
-// Throw for a null pointer, also at size 0.
+// These throw for a null pointer, even if the size is 0.
 TOV_EXPORT void TOVMemory_Set(void* pDestination, int nValue, unsigned short usSize);
 TOV_EXPORT void TOVMemory_Zero(void* pMemory, unsigned short usSize);
 }

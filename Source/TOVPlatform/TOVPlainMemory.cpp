@@ -1,5 +1,5 @@
-// The plain byte loops. This source is compiled without the optimisation that would put the runtime's block functions
-// in their place.
+// The plain memory functions, which are byte loops. This source is compiled without the optimisation that would replace
+// them by the runtime's block functions.
 #include <TOVPlatform/TOVMemory.h>
 
 #include <Debug/TOVCheck.h>

@@ -1,4 +1,4 @@
-// What the waits of both platforms have in common: how a result is reduced to what the caller is told.
+// The waits of both platforms: how the result of the system's wait becomes the one that the caller gets.
 #include <TOVPlatform/TOVSynchronization.h>
 
 #include <TOVPlatform/Backend/TOVSynchronization.h>
@@ -25,7 +25,7 @@ bool IsReleasedInTime(tHandle hObject, long lMilliseconds)
     return Backend::Wait::ForOne(hObject, static_cast<tDword>(lMilliseconds)) != Backend::Wait::RESULT_TIMEOUT;
 }
 
-// One object cannot be had twice at once; not every version of the systems says so.
+// A wait for all cannot take one object twice; not every version of the systems refuses that.
 bool HasTwins(const tHandle* pHandles, int nCount)
 {
     for (int nIndex = 1; nIndex < nCount; ++nIndex)

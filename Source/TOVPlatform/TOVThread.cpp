@@ -1,4 +1,4 @@
-// What the threads of both platforms have in common: waits for the end, and the table of priorities.
+// The threads of both platforms: waits for their end, and the table of priorities.
 #include <TOVPlatform/TOVThread.h>
 
 #include <TOVPlatform/Backend/TOVSynchronization.h>
@@ -42,7 +42,7 @@ eThreadPriority GetPriority(tHandle hThread)
         if (oEntry.nLevel == nLevel)
             return oEntry.ePriority;
     }
-    return static_cast<eThreadPriority>(-1); // Settled: the levels between have no enumerator, nor has this value.
+    return static_cast<eThreadPriority>(-1); // Settled: a level in between has no enumerator, nor has -1.
 }
 
 void SetPriority(tHandle hThread, eThreadPriority ePriority)

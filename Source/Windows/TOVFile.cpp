@@ -1,5 +1,5 @@
-// The compiler has printing of its own, which would take the place of the system runtime's; this chooses the latter.
-// It has to stand before the first header that includes <stdio.h>.
+// The compiler brings printing functions of its own; this line chooses those of the system runtime. It has to stand
+// before the first header that includes <stdio.h>.
 #define __USE_MINGW_ANSI_STDIO 0
 #include <stdio.h>
 
@@ -70,8 +70,8 @@ unsigned long long Join(DWORD dwHigh, DWORD dwLow)
     return static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
 }
 
-// What a search has come to that does not begin. These errors mean that nothing has such a name, or can have it.
-eFindResult ResultOfNoBegin(DWORD dwError)
+// The result of a search that could not begin. The listed errors mean that nothing has such a name, or can have it.
+eFindResult ResultOfFailedBegin(DWORD dwError)
 {
     switch (dwError)
     {
@@ -100,8 +100,8 @@ void Fill(sTOVFindData& oFindData, const WIN32_FIND_DATAA& oNative)
 
 void RaiseStreamLimit(unsigned long ulStreams)
 {
-    // As many streams again are left to the rest of the process, up to the most that every version of the runtime
-    // knows.
+    // The rest of the process is left as many streams again, up to the largest limit that every version of the runtime
+    // accepts.
     constexpr unsigned long MAX_STREAMS = 2048;
     const int nNeeded = static_cast<int>(ulStreams < MAX_STREAMS / 2 ? ulStreams * 2 : MAX_STREAMS);
 
@@ -111,7 +111,7 @@ void RaiseStreamLimit(unsigned long ulStreams)
 
 FILE* OpenStream(const char* szName, const char* szMode)
 {
-    // A commit of a stream that only reads is refused by the system, so that each of its flushes would fail.
+    // The system refuses the commit of a stream that only reads, so that each of its flushes would fail.
     const bool bReadsOnly = *szMode == 'r' && std::strchr(szMode, '+') == nullptr;
     if (!bReadsOnly)
         return fopen(szName, szMode);
@@ -124,7 +124,7 @@ FILE* OpenStream(const char* szName, const char* szMode)
 
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 {
-    // Some versions of the runtime return the count of what got through, and no failure.
+    // After an error some versions of the runtime return the count of characters that were written, and no failure.
     if (ferror(pFile))
         clearerr(pFile);
     const int nCount = vfprintf(pFile, szFormat, pArguments);
@@ -133,7 +133,7 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 
 long long GetPosition(FILE* pFile)
 {
-    // Not ftell: some versions of the runtime cut what does not fit its 32 bits.
+    // ftell would not do: some versions of the runtime cut the position to its 32 bits.
     fpos_t llPosition;
     return fgetpos(pFile, &llPosition) == 0 ? llPosition : -1;
 }
@@ -181,7 +181,7 @@ eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, tHandle& h
     WIN32_FIND_DATAA oNative;
     const HANDLE hNative = ::FindFirstFileA(szPattern, &oNative);
     if (hNative == INVALID_HANDLE_VALUE)
-        return ResultOfNoBegin(::GetLastError());
+        return ResultOfFailedBegin(::GetLastError());
 
     Fill(*pFindData, oNative);
     hFind = FromNative(hNative);

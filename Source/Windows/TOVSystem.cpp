@@ -21,7 +21,7 @@ void EndNow()
 }
 } // namespace
 
-// The system calls what it needs by the library's own exports and callbacks.
+// Nothing has to be registered: the system reaches the library through its exports and callbacks.
 void PrepareProcess()
 {
 }
@@ -63,8 +63,8 @@ void ShowError(const char* szText, const char* szCaption)
     ::MessageBoxA(nullptr, szText, szCaption, MB_OK | MB_ICONHAND);
 }
 
-// ExitProcess passes over the program's clean-up, but has each library clean up. The function that registers last runs
-// first there, and ends the process before anything of this library is cleaned up.
+// ExitProcess skips the program's clean-up, but lets each library clean up. The function that is registered last runs
+// first then, and ends the process before anything of this library is cleaned up.
 void EndProcess(int nExitCode)
 {
     s_nExitCode = static_cast<UINT>(nExitCode);

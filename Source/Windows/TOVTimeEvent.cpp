@@ -13,8 +13,8 @@ using Backend::tTimeEvent;
 
 namespace
 {
-// The system calls by a convention in which the callee clears the stack; a plain function leaves that to its caller. So
-// the system calls this backend, which knows the plain function by the event's identifier.
+// In the system's calling convention the callee clears the stack; a plain function leaves that to its caller. So the
+// system calls this backend, which finds the plain function by the event's identifier.
 struct sPlainEvent
 {
     UINT nId;
@@ -23,8 +23,8 @@ struct sPlainEvent
     sPlainEvent* pNext;
 };
 
-// Held also while an event is set or killed, so that the list knows each event before its first call. Neither these nor
-// the records are destroyed: the system calls to the end.
+// The lock of the list. It is held also while an event is set or killed, so that the list knows each event before its
+// first call. Neither lock, list nor records are ever destroyed: the system calls to the end of the process.
 SRWLOCK s_oLock = SRWLOCK_INIT;
 sPlainEvent* s_pPlainEvents = nullptr;
 
@@ -57,7 +57,7 @@ void Forget(sPlainEvent** ppEvent)
     delete pEvent;
 }
 
-// What to call for the event; NULL if it has just been killed.
+// The callback of the event, or null if the event has just been killed.
 tTimeEvent TakeCallback(UINT nId)
 {
     const CScope oScope;
@@ -75,12 +75,12 @@ void CALLBACK CallPlain(UINT nId, UINT nMessage, DWORD_PTR nUser, DWORD_PTR nRes
         pCallback(nId, nMessage, nUser, nReserved1, nReserved2);
 }
 
-// Stands in for a callback that is NULL, which the system would call.
+// Stands in for a null callback, which the system would call.
 void CALLBACK CallNobody(UINT, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR)
 {
 }
 
-// The system calls into this library, which therefore stays in memory, even if the program lets go of it.
+// The system calls into this library, which therefore stays in memory, even if the program unloads it.
 void StayInMemory()
 {
     HMODULE hLibrary = nullptr;
@@ -132,7 +132,7 @@ unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, t
 
 unsigned int KillTimeEvent(unsigned int nEvent)
 {
-    // Some systems take 0 for one of their free places.
+    // Some versions of the system mistake 0 for one of their free places.
     if (nEvent == 0)
         return MMSYSERR_INVALPARAM;
 

@@ -52,7 +52,8 @@ inline void FutexWake(const void* pWord, int nSleepers, eFutexScope eScope)
     ::syscall(SYS_futex, pWord, FUTEX_WAKE | static_cast<int>(eScope), nSleepers, nullptr, nullptr, 0);
 }
 
-// The lock of this backend's own structures: held for some steps, never while its owner sleeps. Not recursive.
+// The lock of this backend's own structures. It is held for a few steps, never while its owner sleeps, and is not
+// recursive.
 class CShortLock
 {
 public:

@@ -13,7 +13,7 @@ namespace TOVPosix
 enum eProcessLock
 {
     eLockNamedObjects, // the list of open named objects; held while a segment is opened or closed
-    eLockWaits,        // all waits of this process (see TOVWaiter.h)
+    eLockWaits,        // all waits of this process
     eLockHandles,      // the table's free records
     eLockTimeEvents,
     eLockFileSearches,
@@ -21,7 +21,7 @@ enum eProcessLock
 };
 extern CShortLock s_aProcessLocks[NUM_PROCESS_LOCKS];
 
-// Holds one of them for a scope.
+// Holds one of these locks for a scope.
 class CProcessLockScope : public CShortLockScope
 {
 public:

@@ -37,7 +37,7 @@ void WriteText(int nDescriptor, const char* szText)
 
 bool ShowsDebugText()
 {
-    // Once, on the thread that loads the library and logs there: the environment may change under other threads.
+    // Read once, by the thread that loads the library, which logs then: the environment may change under other threads.
     static const bool s_bAskedFor = IsAskedFor();
     return s_bAskedFor || Backend::IsDebuggerAttached();
 }

@@ -27,7 +27,7 @@ struct sCheckText
     char szText[1024];
 };
 
-// The latest checks. With more at the same time, some are not told.
+// The latest checks. With more at the same time, some are not shown.
 constexpr unsigned int MAX_CHECKS = 16;
 sCheckText s_aTexts[MAX_CHECKS];
 std::atomic<unsigned int> s_nNext(0);
@@ -51,7 +51,7 @@ void Keep(const void* pException, const char* szExpression, const char* szFile, 
     oText.bInUse = false;
 }
 
-// The address of the check's exception that ends the process; null if it is another one.
+// The address of the exception that ends the process if it is a check's, else null.
 const void* CurrentCheck()
 {
     if (abi::__cxa_current_exception_type() == nullptr)
@@ -72,7 +72,7 @@ const void* CurrentCheck()
 
 void Tell(const void* pException)
 {
-    // Backwards from the latest one.
+    // The search runs backwards from the latest check.
     for (unsigned int nBack = 1; nBack <= MAX_CHECKS; ++nBack)
     {
         sCheckText& oText = s_aTexts[(s_nNext - nBack) % MAX_CHECKS];
@@ -87,8 +87,8 @@ void Tell(const void* pException)
     }
 }
 
-// The handler that ours stands in front of.
-std::atomic<std::terminate_handler> s_pfBehind(nullptr);
+// The handler that ours has replaced for the moment, and calls.
+std::atomic<std::terminate_handler> s_pfFormer(nullptr);
 
 void TellAndTerminate()
 {
@@ -97,16 +97,16 @@ void TellAndTerminate()
         Tell(pException);
 
     const std::terminate_handler pfNow = std::get_terminate();
-    const std::terminate_handler pfBehind = pfNow != &TellAndTerminate ? pfNow : s_pfBehind.load();
-    if (pfBehind != nullptr)
-        pfBehind();
+    const std::terminate_handler pfFormer = pfNow != &TellAndTerminate ? pfNow : s_pfFormer.load();
+    if (pfFormer != nullptr)
+        pfFormer();
     std::abort();
 }
 
-// While one lives, an exception that nobody catches ends in our handler. It lives while the exception looks for one who
-// catches it, and no longer, so that nobody else ever meets this handler: not one who sets another handler and keeps
-// the old one, and not a process that has unloaded this library. The exception itself remembers the handler of this
-// moment, for functions that must not throw.
+// While a watch lives, an exception that nobody catches ends in our handler. It lives only while the language looks for
+// a catch clause, so that no other code ever gets to know this handler: neither code that sets another handler and
+// keeps the former one, nor a process that has unloaded this library. The exception itself remembers the handler of
+// this moment, for functions that must not throw.
 class CTerminateWatch
 {
 public:
@@ -120,8 +120,8 @@ public:
     {
         if (--s_nWatches > 0 || std::get_terminate() != &TellAndTerminate)
             return;
-        const std::terminate_handler pfReplaced = std::set_terminate(s_pfBehind);
-        // Somebody may have been quicker with a handler of his own, and another thread with a watch.
+        const std::terminate_handler pfReplaced = std::set_terminate(s_pfFormer);
+        // Another thread may have set its own handler meanwhile, or begun a watch.
         if (pfReplaced != &TellAndTerminate)
             std::set_terminate(pfReplaced);
         if (s_nWatches > 0)
@@ -137,10 +137,10 @@ private:
         const std::terminate_handler pfNow = std::get_terminate();
         if (pfNow == &TellAndTerminate)
             return;
-        s_pfBehind = pfNow;
+        s_pfFormer = pfNow;
         const std::terminate_handler pfReplaced = std::set_terminate(&TellAndTerminate);
         if (pfReplaced != &TellAndTerminate)
-            s_pfBehind = pfReplaced;
+            s_pfFormer = pfReplaced;
     }
 
     static std::atomic<int> s_nWatches;
@@ -150,7 +150,8 @@ std::atomic<int> CTerminateWatch::s_nWatches(0);
 
 void ThrowUnheard(const char* szExpression, const char* szFile, tDword dwLine)
 {
-    // What the compiler makes of "throw CTOVAssertException()", done here, since the exception's address is needed.
+    // These are the compiler's steps for "throw CTOVAssertException()", done by hand because the exception's address is
+    // needed.
     void* const pRoom = abi::__cxa_allocate_exception(sizeof(TOVDebug::CTOVAssertException));
     const void* const pException = new (pRoom) TOVDebug::CTOVAssertException;
     Keep(pException, szExpression, szFile, dwLine);

@@ -1,4 +1,4 @@
-// How this backend reads a name that may have been written for the other system.
+// The translation of names that were written for Windows.
 #pragma once
 
 #include <string>

@@ -10,17 +10,17 @@ namespace TOVPosix
 {
 namespace
 {
-// The wildcards of a mask, outside the range of characters. The last two are the other system's reading of masks that
-// were made for names with one full stop, or a hidden one.
+// The wildcards of a mask, outside the range of characters. The last two are how Windows reads masks that were made for
+// names with one full stop, even if that is not shown.
 constexpr char32_t ONE = 0x110000;        // one character
 constexpr char32_t ANY = 0x110001;        // any number of characters
-constexpr char32_t ANY_TO_DOT = 0x110002; // as above, but never over the last full stop
+constexpr char32_t ANY_TO_DOT = 0x110002; // any number of characters, but never the last full stop
 constexpr char32_t DOT_OR_END = 0x110003; // a full stop, or nothing at the end
 constexpr char32_t RAW_BYTE = 0x80000000; // marks a byte that is no character
 
 char32_t ToUpper(char32_t cChar)
 {
-    if (cChar < 0x80) // no locale has a say in these
+    if (cChar < 0x80) // these are the same in every locale
         return 'a' <= cChar && cChar <= 'z' ? cChar - ('a' - 'A') : cChar;
 
     return static_cast<char32_t>(std::towupper(static_cast<std::wint_t>(cChar)));
@@ -85,7 +85,7 @@ CFilePattern::CFilePattern(const char* szMask)
             m_oMask[i] = ONE;
     }
 
-    // A full stop at the very end says no more than that the name has none there.
+    // A full stop at the very end only means that the name has none there.
     if (bEndsInDot)
         m_oMask.pop_back();
 }
@@ -95,7 +95,7 @@ bool CFilePattern::HasWildcard(const char* szMask, std::size_t ulLength)
     return std::memchr(szMask, '*', ulLength) != nullptr || std::memchr(szMask, '?', ulLength) != nullptr;
 }
 
-// Follows all ways through the mask at once: m_aReached tells which places of it the name has led to so far.
+// Follows all ways through the mask at once: m_aReached holds the places of the mask that the name has led to so far.
 bool CFilePattern::Matches(const char* szName)
 {
     if (m_oMask.size() == 1 && m_oMask[0] == ANY)

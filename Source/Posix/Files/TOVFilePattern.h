@@ -1,4 +1,4 @@
-// Matching of names as the other system's directory search does it.
+// The matching of names by the rules of a Windows directory search.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -11,7 +11,7 @@ namespace TOVPlatform
 namespace TOVPosix
 {
 // A mask for one component of a path. Case does not count; names and masks are characters of the process's locale, and
-// a byte that is none stands for itself. `?` is one character and `*` any number, with these habits:
+// a byte that is no character matches itself. `?` is one character and `*` any number, with these special cases:
 //
 //    *.*      everything, also names without a full stop
 //    a.*      also "a": a full stop before a `*` may be missing at the end of a name
@@ -24,14 +24,14 @@ public:
 
     static bool HasWildcard(const char* szMask, std::size_t ulLength);
 
-    // Cost: the product of both lengths at worst. Allocates while names get longer.
+    // Costs the product of both lengths at worst. Allocates only for a name that is longer than all before.
     bool Matches(const char* szName);
 
 private:
     static void Decode(const char* szText, std::u32string& oText);
 
     std::u32string m_oMask; // characters in upper case, and the wildcards
-    std::u32string m_oName; // the name at hand, in the same way
+    std::u32string m_oName; // the name that is compared, in upper case
     std::vector<char> m_aReached;
     std::vector<char> m_aNext;
 };

@@ -28,7 +28,7 @@ bool IsNavigationEntry(const char* szName)
     return std::strcmp(szName, ".") == 0 || std::strcmp(szName, "..") == 0;
 }
 
-// The searches at work; few at a time, under the lock of the file searches. Nothing here needs to be constructed or
+// The open searches: few at a time, guarded by the lock of the file searches. Nothing here needs to be constructed or
 // destroyed with the library.
 struct sSearch
 {
@@ -100,7 +100,7 @@ bool FillExact(sTOVFindData& oFindData, const char* szName)
         return true;
     }
 
-    // A directory that is named by its place is found under its own name; the root has none.
+    // `.` and `..` are found under the directory's own name; the root has none.
     char* szReal = ::realpath(oName, nullptr);
     if (szReal == nullptr)
         return false;
@@ -121,7 +121,7 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, t
     if (*szMask == 0 || CFilePattern::HasWildcard(szPattern, ulFolderLength))
         return eFindEnd;
 
-    // The very name goes before one that differs in case alone. A place has no such other.
+    // The exact name takes precedence over one that differs in case alone. `.` and `..` have no such variant.
     const bool bWildcard = CFilePattern::HasWildcard(szMask, std::strlen(szMask));
     if (!bWildcard && FillExact(oFindData, szPattern))
     {
@@ -166,7 +166,7 @@ void CFileSearch::End(tHandle hSearch)
         if (pFound != nullptr)
             *ppSearch = pFound->pNext;
     }
-    delete pFound; // closes the directory, unless another thread is still at work with it
+    delete pFound; // closes the directory, unless another thread still reads it
 }
 
 CFileSearch::CFileSearch(tFolder pFolder, const char* szMask)
@@ -185,7 +185,7 @@ eFindResult CFileSearch::Next(sTOVFindData& oFindData)
             return eFindEntry;
     }
 
-    errno = 0; // the end leaves it alone
+    errno = 0; // the end of the directory does not change it
     while (const struct dirent* pEntry = ::readdir(m_pFolder.get()))
     {
         if (!IsNavigationEntry(pEntry->d_name) && Accept(oFindData, pEntry->d_name))
@@ -196,7 +196,7 @@ eFindResult CFileSearch::Next(sTOVFindData& oFindData)
     return m_bFailed ? eFindFailure : eFindEnd;
 }
 
-// An entry that is gone by now is no entry.
+// An entry that has been removed meanwhile does not count.
 bool CFileSearch::Accept(sTOVFindData& oFindData, const char* szName)
 {
     if (!m_oPattern.Matches(szName))

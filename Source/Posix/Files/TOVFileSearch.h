@@ -1,4 +1,4 @@
-// Searches of directories, and the handles by which callers name them.
+// Searches of directories, and their handles.
 #pragma once
 
 #include <Posix/Files/TOVFilePattern.h>
@@ -12,16 +12,16 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// One search: `.` and `..` come first, then the other entries in the system's order, each as far as it matches. Handles
-// are given once and never again, so that a stale or an invented one is recognised. A search belongs to one thread at a
-// time; the table of searches, which has a lock, belongs to all.
+// One search: `.` and `..` come first, then the other entries in the system's order, if they match. No handle is given
+// twice, so that a stale or an invented one is recognised. A search belongs to one thread at a time; the table of
+// searches has a lock.
 class CFileSearch
 {
 public:
     // Starts a search and fills the record with its first entry. Stores the handle only if there is one.
     static TOVFile::eFindResult Begin(const char* szPattern, TOVFile::sTOVFindData& oFindData, tHandle& hFind);
 
-    // The search behind a handle, null if there is none.
+    // The search that a handle names, or null.
     static std::shared_ptr<CFileSearch> Find(tHandle hSearch);
 
     static void End(tHandle hSearch);
@@ -35,7 +35,8 @@ public:
     // pFolder is null for a search that ends after its first entry.
     CFileSearch(tFolder pFolder, const char* szMask);
 
-    // Fills the record with the next entry. An entry that the system cannot look at is remembered for the end.
+    // Fills the record with the next entry. An entry that the system cannot look at makes the end of the search a
+    // failure.
     TOVFile::eFindResult Next(TOVFile::sTOVFindData& oFindData);
 
 private:
@@ -43,8 +44,8 @@ private:
 
     const tFolder m_pFolder;
     CFilePattern m_oPattern;
-    int m_nNavigationEntries; // how many of `.` and `..` are behind it
-    bool m_bFailed;           // not all entries were seen
+    int m_nNavigationEntries; // how many of `.` and `..` it has passed
+    bool m_bFailed;           // the system could not look at all entries
 };
 } // namespace TOVPosix
 } // namespace TOVPlatform

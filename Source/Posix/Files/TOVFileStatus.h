@@ -1,4 +1,4 @@
-// What a file's status means in the terms of TOVPlatform::TOVFile.
+// A file's status in the terms of TOVPlatform::TOVFile.
 #pragma once
 
 #include <TOVPlatform/TOVFile.h>
@@ -12,7 +12,7 @@ namespace TOVPosix
 constexpr mode_t WRITE_PERMISSIONS = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t ALL_PERMISSIONS = 07777;
 
-// Read-only is what nobody may write by its permission bits, whoever asks: a user above permissions gets the same
+// A file is read-only if its permission bits let nobody write it. A user to whom permissions do not apply gets the same
 // answer.
 inline bool IsReadOnly(mode_t ulMode)
 {
@@ -49,9 +49,9 @@ inline mode_t ApplyAttributes(mode_t ulMode, unsigned long ulAttributes)
     return IsReadOnly(ulMode) ? ulMode | S_IWUSR : ulMode;
 }
 
-// Fills all of a record but its name. The name counts from the directory nFolder, or from the working directory for
-// AT_FDCWD. A link tells of what it leads to, and of itself if that is nothing. False, with the record unchanged, if
-// there is no such file.
+// Fills all of a record but its name and guard. The name is relative to the directory nFolder, or to the working
+// directory for AT_FDCWD. A link has the status of its target, or its own if the target does not exist. False, with the
+// record unchanged, if there is no such file.
 bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szName);
 } // namespace TOVPosix
 } // namespace TOVPlatform

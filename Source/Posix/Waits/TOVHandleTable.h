@@ -1,4 +1,4 @@
-// All records of this backend, and the way from a handle to its record.
+// All records of handles, and the way from a handle to its record.
 #pragma once
 
 #include <Posix/Waits/TOVWaitable.h>
@@ -13,12 +13,13 @@ namespace TOVPosix
 class CHandleTable
 {
 public:
-    // A free record, or null if there is no memory or no place. Nobody finds it before Publish, which gives it a new
-    // tag and its first value, and returns the handle.
+    // Returns a free record, or null if there is no memory or no place. Nobody finds it before Publish, which gives it
+    // a new tag and its first value, and returns the handle.
     static CWaitable* Allocate();
     static tHandle Publish(CWaitable* pObject, eKind eObject, tDword nValue);
 
-    // The record behind the handle, or null. It can become another object's at any time, so what follows compares tags.
+    // The record of the handle, or null. It can become another object's at any time, so that all later steps compare
+    // the tag.
     static CWaitable* Find(tHandle hObject);
     static CWaitable* Find(tHandle hObject, eKind eObject)
     {
@@ -40,7 +41,7 @@ private:
 
     static bool AddChunk();
 
-    // These and the chunks' growth have the lock of the handles.
+    // The lock of the handles guards these, and the growth of the chunks.
     static tDword s_nChunks;
     static CWaitable* s_pFirstFree;
     static std::atomic<CWaitable*> s_apChunks[CHUNK_COUNT];

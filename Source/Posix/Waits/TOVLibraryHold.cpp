@@ -10,7 +10,7 @@ namespace TOVPosix
 {
 namespace
 {
-// The name under which the loader knows the library finds it without a look at any file.
+// The loader finds the library by the name under which it knows it, without a look at any file.
 void* OpenThisLibrary(int nFlags)
 {
     Dl_info oInfo;
@@ -28,7 +28,7 @@ void* HoldLibrary()
 
 tReleaseHold GetReleaseHold()
 {
-    // The calling convention lets a caller pass over an integer result.
+    // The calling convention lets a caller ignore an integer result.
     return reinterpret_cast<tReleaseHold>(reinterpret_cast<void (*)()>(&::dlclose));
 }
 

@@ -1,20 +1,20 @@
-// What keeps this library in memory while threads run in its code.
+// The holds that keep this library in memory while threads run in its code.
 #pragma once
 
 namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// One more reference to this library, by which the program's own unloading leaves it in memory. Null if the system
+// Takes one more reference to this library, so that it stays in memory when the program unloads it. Null if the system
 // refuses.
 void* HoldLibrary();
 
-// Gives a reference back. It is the loader's own function and nothing of this library, so that a thread can be sent
-// there which must not come back.
+// The function that gives a reference back. It is the loader's own and no part of this library, so that a thread can
+// call it last, when it must not return here.
 typedef void (*tReleaseHold)(void* pHold);
 tReleaseHold GetReleaseHold();
 
-// No unloading takes this library out of memory any more.
+// Keeps this library in memory for the rest of the process.
 void HoldLibraryForEver();
 } // namespace TOVPosix
 } // namespace TOVPlatform

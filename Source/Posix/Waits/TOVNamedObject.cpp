@@ -34,7 +34,7 @@ constexpr tDword LAYOUT = 0x544F5600 + sizeof(sSharedState);
 
 CNamedObject* s_pFirstObject = nullptr;
 
-// The word that the kernel marks when the owner of a robust mutex dies: the owner's id and the FUTEX_ flags.
+// The word that the kernel marks when the owner of a robust mutex dies. It holds the owner's id and the FUTEX_ flags.
 int* OwnerWord(pthread_mutex_t& oMutex)
 {
     return &oMutex.__data.__lock;
@@ -87,7 +87,8 @@ bool IsState(const sSharedState& oState, const char* szName, const CNamedObject:
     return oState.nLayout == LAYOUT && oState.nKind == oInitial.eObject && std::strcmp(oState.szName, szName) == 0;
 }
 
-// The two name spaces of Windows: "Local\" is the one without a prefix. Null for another backslash and for no name.
+// Windows has two name spaces; "Local\" is the one of names without a prefix. Returns the name without that prefix, or
+// null for any other backslash and for an empty name.
 const char* WithoutScope(const char* szName)
 {
     constexpr char LOCAL[] = "Local\\";
@@ -151,7 +152,7 @@ CNamedObject* CNamedObject::FindOpen(const char* szName)
 CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oInitial, sThreadRecord& oThread)
 {
     // The names are removed with the library. An object does it, and not a function for the end of the process, because
-    // the process: sanitizers keep the library from running the latter.
+    // sanitizers detach the latter from the library.
     struct sNamesRemoval
     {
         ~sNamesRemoval() { RemoveNames(); }

@@ -19,8 +19,9 @@ enum eNamedKind : tDword
 
 // This process's way to one named object, whatever the number of its handles here.
 //
-// Ownership of a mutex is a robust mutex of the C library: the kernel marks and wakes it when its owner dies, and the
-// waiters sleep on its word. Events and semaphores have a word of their own, which counts what could release a wait.
+// A mutex is owned through a robust mutex of the C library: the kernel marks and wakes it when its owner dies, and the
+// waiters sleep on its word. Events and semaphores have a word of their own, which counts the changes that could
+// release a wait.
 class CNamedObject
 {
 public:
@@ -42,13 +43,13 @@ public:
     static CNamedObject* FromHandle(tHandle hObject);
     void Release();
 
-    // Single steps, each complete.
+    // Each of these is one complete step.
     void SetSignalled();
     void ClearSignal();
     void LeaveMutex(sThreadRecord& oThread);
     bool ReleaseSemaphore(tDword nCount, tDword& nPrevious);
 
-    // Steps of a wait. Several objects are locked in rising order; CanTake to Disarm need the lock.
+    // The steps of a wait. Several objects are locked in rising order; CanTake to Disarm need the lock.
     bool IsLockedBefore(const CNamedObject& oOther) const;
     void Lock();
     void Unlock();
@@ -62,7 +63,7 @@ public:
     const void* GetWord() const;
     bool HasPulsed(tDword nSeen) const;
 
-    // What a thread's end does: the next wait for what it owns is told.
+    // The step of a thread's end: the next wait for each mutex that it owns gets it as abandoned.
     static void AbandonMutexes(sThreadRecord& oThread);
 
 private:
@@ -80,7 +81,7 @@ private:
 
     CSharedSegment m_oSegment;
     sSharedState& m_oState;
-    std::atomic<tDword> m_nReferences; // handles, waits, an ownership; the last goes under the registry's lock
+    std::atomic<tDword> m_nReferences; // handles, waits, an ownership; the last is released under the registry's lock
     tDword m_nHandles;                 // under the registry's lock
     CNamedObject* m_pNext;             // in the registry
     CNamedObject* m_pNextOwned;        // in the owning thread's list

@@ -48,7 +48,7 @@ void AbandonMutexes(tDword nThreadId)
 
 void EndThread(tHandle hThread)
 {
-    CWaitScope oScope; // in any case: whoever uses the thread's id holds this lock
+    CWaitScope oScope; // needed in any case: a thread that uses this thread's id holds the lock
     CWaitable* const pThread = CHandleTable::Find(hThread);
     if (pThread == nullptr || !pThread->Hold(CHandleTable::TagOf(hThread)))
         return;

@@ -7,19 +7,21 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// Closes the handle of anything that can be waited for, and fails the waits for it. False if there is none.
+// Closes the handle of any object that can be waited for, and fails the waits for it. False if there is no such object.
 bool CloseObject(tHandle hObject);
 
-// The same for a record without a name, critical sections included. False if the tag does not match any more.
+// Does the same for the record of an object without a name, critical sections included. False if the tag does not match
+// any more.
 bool CloseRecord(CWaitable& oRecord, tDword nTag);
 
-// What a thread's end does: its mutexes without name go to the next waits as abandoned, its handle is signalled.
+// The steps of a thread's end: its mutexes without a name go to the next waits as abandoned; its handle is signalled.
 void AbandonMutexes(tDword nThreadId);
 void EndThread(tHandle hThread);
 
-// What a fork does in the child, where the calling thread is the only one, under a new id: all others count as ended.
-// Their mutexes are abandoned, their critical sections free, their handles signalled, their waits over. What the
-// calling thread owned under its former id, 0 for nothing, it goes on owning. Under all locks of the process.
+// Called in the child of a fork, under all locks of the process. The calling thread, which has a new id, is the only
+// one there; all others count as ended: their mutexes are abandoned, their critical sections free, their handles
+// signalled, their waits over. The calling thread still owns what it owned under its former id, which is 0 if it owned
+// nothing.
 void EndOtherThreads(const sThreadRecord& oThread, tDword nFormerId);
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -16,7 +16,7 @@ namespace TOVPosix
 {
 namespace
 {
-// Encoded names beyond this length are cut, and told apart by a sum over the whole name.
+// Longer encoded names are cut to this length, and told apart by a sum over the whole name.
 constexpr int WHOLE_NAME = 160;
 
 bool LockFile(int nFile, int nOperation)
@@ -28,7 +28,7 @@ bool LockFile(int nFile, int nOperation)
     return nResult == 0;
 }
 
-// Only a plain file of this user is trusted; the folder of segments is open to all.
+// Only a plain file of this user is trusted, since the folder of segments is open to all.
 int OpenOwnFile(const char* szPath)
 {
     const int nFile = ::shm_open(szPath, O_RDWR | O_CREAT, S_IRUSR | S_IWUSR);
@@ -51,7 +51,8 @@ std::uint64_t Sum(const char* szText, std::uint64_t nStart)
     return nSum;
 }
 
-// Letters, digits and a few signs stand for themselves, all else as two hexadecimal digits behind a percent sign.
+// Letters, digits and a few signs stand for themselves; every other character becomes a percent sign and two
+// hexadecimal digits.
 void MakePath(char* szPath, std::size_t nSize, const char* szName)
 {
     char szEncoded[CSharedSegment::MAX_NAME * 3 + 1];
@@ -112,7 +113,7 @@ bool CSharedSegment::Open(const CSegmentLock& oLock, const char* szName, std::si
 
 bool CSharedSegment::Attach(std::size_t nSize)
 {
-    // Nobody has it open: it is new, or was left behind.
+    // A segment that nobody has open is new, or its users died.
     m_bNew = LockFile(m_nFile, LOCK_EX | LOCK_NB);
     if (m_bNew && (::ftruncate(m_nFile, 0) != 0 || ::posix_fallocate(m_nFile, 0, static_cast<off_t>(nSize)) != 0))
         return false;
@@ -148,11 +149,11 @@ bool CSharedSegment::RemoveName(const CSegmentLock& oLock)
         return false;
     if (!LockFile(m_nFile, LOCK_EX | LOCK_NB))
     {
-        LockFile(m_nFile, LOCK_SH | LOCK_NB); // the attempt has cost the lock
+        LockFile(m_nFile, LOCK_SH | LOCK_NB); // the attempt has given up the shared lock
         return false;
     }
     ::shm_unlink(m_szPath);
-    m_nProcess = 0; // the name may soon be another segment's
+    m_nProcess = 0; // the name may soon belong to another segment
     return true;
 }
 } // namespace TOVPosix

@@ -8,7 +8,8 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// Serialises, over all processes of this user, the opening and closing of segments. The kernel drops it with a process.
+// Serialises the opening and closing of segments over all processes of this user. The kernel drops the lock of a
+// process that dies.
 class CSegmentLock
 {
 public:
@@ -25,13 +26,13 @@ private:
 };
 
 // A mapped segment. It lives as long as a process has it open: each keeps a shared lock on its file, which the kernel
-// drops when the process dies. Who closes a segment that nobody else has open removes it. A segment whose users all
-// died without closing it keeps its file, and is made new by the next who opens it. The child of a fork closes what it
-// has inherited and removes nothing.
+// drops when the process dies. Closing a segment that no other process has open removes it. A segment whose users all
+// died without closing it keeps its file, and the next process that opens it makes it new. The child of a fork closes
+// what it has inherited and removes nothing.
 class CSharedSegment
 {
 public:
-    static constexpr std::size_t MAX_NAME = 259; // as on Windows
+    static constexpr std::size_t MAX_NAME = 259; // the limit of Windows
 
     CSharedSegment();
 
@@ -39,12 +40,13 @@ public:
     CSharedSegment& operator=(const CSharedSegment&) = default;
 
     // Opens or makes the segment; a new one is all zeros and has to be set up before the lock is given up. Names may
-    // hold any character. Two long names can, very unlikely, meet in one segment: the user of a segment keeps the name
-    // in it and compares. False if the system has no room or does not allow it.
+    // hold any character. Two long names can, though it is unlikely, share one segment: a segment has to keep its name,
+    // and its users compare it. False if the system has no room or does not allow it.
     bool Open(const CSegmentLock& oLock, const char* szName, std::size_t nSize);
     void Close(const CSegmentLock& oLock);
 
-    // What Close does to the name, if nobody else has the segment open; the memory stays mapped. True if it is removed.
+    // Removes the name as Close does, if no other process has the segment open; the memory stays mapped. True if it is
+    // removed.
     bool RemoveName(const CSegmentLock& oLock);
 
     void* GetMemory() const { return m_pMemory; }
@@ -60,7 +62,7 @@ private:
     bool Attach(std::size_t nSize);
 
     int m_nFile;
-    int m_nProcess; // that may remove the name; 0 when it is done
+    int m_nProcess; // the process that may remove the name; 0 when it has done so
     void* m_pMemory;
     std::size_t m_nSize;
     std::uint64_t m_nNumber;

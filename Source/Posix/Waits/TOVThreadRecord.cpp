@@ -26,7 +26,7 @@ tDword KernelId()
     return static_cast<tDword>(::syscall(SYS_gettid));
 }
 
-// Runs at the thread's end, behind the destructors of its thread-local objects.
+// Runs at the thread's end, after the destructors of its thread-local objects.
 void OnThreadEnd(void*)
 {
     sThreadRecord& oRecord = t_oRecord;
@@ -51,18 +51,18 @@ void OnThreadEnd(void*)
     oRecord.nOwnedMutexes = 0;
     oRecord.hThread = 0;
     oRecord.pLibraryHold = nullptr;
-    oRecord.nId = 0; // a key destructor that still comes starts anew
+    oRecord.nId = 0; // a key destructor that still runs begins with a new record
     oRecord.bEndDeferred = false;
     if (hThread != 0)
         EndThread(hThread);
 
-    // Who waited for the handle may unload the library while this thread is still here. So the C library gives the hold
-    // back, when this function has returned to it, and the thread does not come here again.
+    // A thread that has waited for the handle may unload the library while this thread is still in it. So the C library
+    // gives the hold back, when this function has returned to it, and this thread does not enter the library again.
     if (pLibraryHold != nullptr && s_bKeys)
         ::pthread_setspecific(s_oHoldKey, pLibraryHold);
 }
 
-// A library that is unloaded leaves no keys behind, and no thread that ends later comes back to it.
+// A library that is unloaded deletes its keys, so that no thread that ends later calls it.
 struct sKeyRelease
 {
     ~sKeyRelease()
@@ -84,7 +84,8 @@ void Prepare()
         return;
     }
     s_bKeys = true;
-    // An object, and not a function for the end of the process: sanitizers take the latter away from the library.
+    // An object does it, and not a function for the end of the process, because sanitizers detach the latter from the
+    // library.
     static const sKeyRelease s_oRelease;
 }
 

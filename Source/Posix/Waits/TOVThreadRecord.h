@@ -1,4 +1,4 @@
-// What this backend knows of each thread that uses it, whoever started the thread.
+// The record that this backend keeps of each thread that uses it, whoever started the thread.
 #pragma once
 
 #include <Posix/Base/TOVFutex.h>
@@ -11,8 +11,8 @@ namespace TOVPosix
 {
 class CNamedObject;
 
-// Stands in the thread's own storage, so that it costs no allocation. Its address may be woken after the thread's end,
-// which is harmless (see FutexWake).
+// The record stands in the thread's own storage, so that it costs no allocation. Its address may be woken after the
+// thread's end, which is harmless (see FutexWake).
 struct sThreadRecord
 {
     tFutex nWake;              // what the thread sleeps on in a wait: 0 asleep, 1 woken
@@ -20,21 +20,21 @@ struct sThreadRecord
     tDword nOwnedMutexes;      // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed; // list of mutexes with name that the thread owns
     tHandle hThread;           // the thread's handle if TOVThread::Create started it, else 0
-    void* pLibraryHold;        // the thread's hold on this library, likewise
-    std::jmp_buf* pExit;       // the frame to which TOVThread::Exit goes back; null in threads that others started
+    void* pLibraryHold;        // the thread's hold on this library if TOVThread::Create started it, else null
+    std::jmp_buf* pExit;       // the frame to which TOVThread::Exit goes back; null in threads that it did not start
     void* pExitStack;          // memory to release at the thread's end; see TOVThread::Exit
-    bool bEndDeferred;
+    bool bEndDeferred;         // the thread's end has been noticed and waits for the destructors of other keys
 };
 
 // The calling thread's record. From the first call on, the thread's end is noticed: its mutexes are then abandoned and
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
 sThreadRecord& ThisThread();
 
-// False if the process has no keys left by which a thread's end could be noticed.
+// False if the process has no keys left, without which no thread's end can be noticed.
 bool CanNoticeEnds();
 
-// In the child of a fork, under all locks of the process: the calling thread is the only one, and a new one for the
-// kernel. It owns none of the parent's named mutexes; what it owned of the others it goes on owning.
+// Called in the child of a fork, under all locks of the process: the calling thread is the only one, and the kernel
+// gives it a new id. It owns none of the parent's named mutexes, and still owns what it owned of all other objects.
 void ContinueAlone();
 
 constexpr std::size_t EXIT_STACK_SIZE = 0x40000;

@@ -1,4 +1,4 @@
-// The record behind a handle: event, mutex, semaphore, thread, critical section, or the way to a named object.
+// The record of a handle: event, mutex, semaphore, thread, critical section, or the way to a named object.
 #pragma once
 
 #include <Posix/Waits/TOVThreadRecord.h>
@@ -39,22 +39,22 @@ inline eKind KindOf(tDword nTag)
 //   mutex            the owner's id or 0, with MUTEX_ABANDONED if the last one ended as its owner
 //
 // VALUE_HELD is set while threads wait for the object, or are about to. A value without it changes by compare and swap
-// alone, so that what nobody waits for costs no system call; a value with it changes only under the lock of the waits
-// (see TOVWaiter.h), so that a wait for several objects sees and takes them at one point in time.
+// alone, so that an object for which nobody waits costs no system call; a value with it changes only under the lock of
+// the waits (see TOVWaiter.h), so that a wait for several objects sees and takes them at one point in time.
 constexpr tDword VALUE_HELD = 0x80000000;
 constexpr tDword VALUE_SIGNALLED = 1;
 constexpr tDword MUTEX_ABANDONED = 0x40000000;
 constexpr tDword MUTEX_OWNER = 0x3FFFFFFF;
 
-// The state of a critical section is its owner's id, with this bit while somebody may sleep on it.
+// The state of a critical section is its owner's id, with this bit while a thread may sleep on it.
 constexpr tDword SECTION_CONTENDED = 0x80000000;
 
 enum eTry
 {
     eTryDone,
     eTryRefused, // the value does not allow it
-    eTryHeld,    // only under the lock of the waits
-    eTryStale    // the handle means no object any more
+    eTryHeld,    // the object can change only under the lock of the waits
+    eTryStale    // the handle names no object any more
 };
 
 // Takes from a value what a released wait takes; false if the value does not release a wait of this thread.
@@ -87,17 +87,17 @@ inline bool TakeFromValue(eKind eObject, tDword nThreadId, tDword& nValue)
     }
 }
 
-// Records are never given back to the system, only used again: whoever follows a stale handle meets a record with
-// another tag, not released memory. Tag and value stand in one word and change together.
+// Records are never given back to the system, only used again: a stale handle leads to a record with another tag, not
+// to released memory. Tag and value stand in one word and change together.
 class alignas(64) CWaitable
 {
 public:
-    // No lock needed.
+    // These need no lock.
 
     tDword GetTag() const { return static_cast<tDword>(m_nWord.load(std::memory_order_acquire) >> 32); }
 
-    // Applies bool fnChange(tDword& nValue), which may be called again for a newer value. Always a full write, so that
-    // an event that is signalled already still publishes what its signaller did before.
+    // Applies bool fnChange(tDword& nValue), which may be called again for a newer value. It always writes, so that
+    // signalling an event that is signalled already still publishes what the signalling thread did before.
     template<class TChange> eTry TryChange(tDword nTag, TChange fnChange)
     {
         std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
@@ -124,10 +124,10 @@ public:
     void LeaveMutex(tDword nTag, sThreadRecord& oThread);
     bool ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
 
-    // One wait's taking. bAbandoned: the object is a mutex whose last owner ended as such.
+    // Takes the object as a wait does. bAbandoned is set if it is a mutex whose last owner ended as its owner.
     eTry TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
 
-    // The calling thread's use of a mutex that it owns. False if it is not the owner.
+    // Adds a level to a mutex of the calling thread. False if that is not the owner.
     bool EnterAgain(tDword nTag, tDword nThreadId);
 
     bool IsSignalled() const { return (m_nWord.load(std::memory_order_acquire) & VALUE_SIGNALLED) != 0; }
@@ -137,7 +137,7 @@ public:
         return (static_cast<tDword>(m_nWord.load(std::memory_order_acquire)) & MUTEX_OWNER) == nThreadId;
     }
 
-    // Count a level of ownership down, true if it was the last and the lock has to be freed; and count the first.
+    // Counts a level of ownership down; true if it was the last one and the lock has to be freed.
     bool LeaveLevel()
     {
         const tDword nLevels = m_nLevels.load(std::memory_order_relaxed) - 1;
@@ -145,9 +145,10 @@ public:
         return nLevels == 0;
     }
 
+    // Counts the first level of ownership, for the thread as well.
     void CountOwnership(sThreadRecord& oThread);
 
-    // Under the lock of the waits.
+    // These need the lock of the waits.
 
     // Keeps all changes to the holders of that lock; false if the tag does not match. Release undoes it, unless a wait
     // is still linked.
@@ -157,7 +158,7 @@ public:
     // Makes the handle of a held object stale, for good.
     void Retire();
 
-    // EndOtherThreads, for this object.
+    // Does for this object what EndOtherThreads does for all.
     void LeaveTo(const sThreadRecord& oThread, tDword nFormerId);
 
     tDword GetHeldValue() const { return static_cast<tDword>(m_nWord.load(std::memory_order_relaxed)) & ~VALUE_HELD; }
@@ -171,14 +172,15 @@ public:
         return true;
     }
 
-    // Whether a wait of that thread could take the held object now, and the taking, which says if it was abandoned.
+    // Whether a wait of that thread could take the held object now; and the taking, which returns true for a mutex that
+    // was abandoned.
     bool CanTakeHeld(tDword nThreadId) const;
     bool TakeHeld(sThreadRecord& oThread);
 
     sWaitNode* m_pFirstWait = nullptr; // waits for this object, oldest first
     sWaitNode* m_pLastWait = nullptr;
 
-    // By kind; set by the creator before the handle is known to anybody.
+    // Members of single kinds. The creator sets them before the handle is known to anybody.
 
     tFutex m_nLock;    // critical section: its state
     tFutex m_nLevels;  // mutex, critical section: levels of ownership, used by the owner alone
@@ -198,7 +200,7 @@ private:
         return static_cast<std::uint64_t>(nTag) << 32 | nValue;
     }
 
-    // A wait that takes nothing need not write either.
+    // Does what TryTake does for objects of which a wait takes nothing, so that it need not write.
     eTry TryRead(tDword nTag) const;
 
     std::atomic<std::uint64_t> m_nWord; // tag, value

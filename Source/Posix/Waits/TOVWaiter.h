@@ -1,4 +1,4 @@
-// Waiting for one or several objects, and handing them to those who wait.
+// Waiting for one or several objects, and handing them to the threads that wait.
 #pragma once
 
 #include <Posix/Waits/TOVHandleTable.h>
@@ -9,11 +9,11 @@ namespace TOVPosix
 {
 // How a wait works. An object that can be had is taken by compare and swap, and the wait has not happened. Otherwise
 // the waiter links itself to all its objects, under the one lock of the waits, and sleeps on its own thread's word.
-// Whoever changes an object that has waits linked takes that lock too, gives the object to the oldest wait that it
+// A thread that changes an object with linked waits takes that lock too, gives the object to the oldest wait that it
 // satisfies, as a single step with all other objects of that wait, and wakes only threads whose wait is over.
 //
-// Objects in shared memory cannot give themselves to waiters of other processes: they wake all who sleep on them, and
-// these look again (TOVNamedObject.h). A wait that mixes both sleeps on its own word and on theirs.
+// Objects in shared memory cannot be given to waiters of other processes: a change wakes all threads that sleep on the
+// object, and these look again (TOVNamedObject.h). A wait that mixes both kinds sleeps on its own word and on theirs.
 class CWaiter;
 
 // One object of a wait.
@@ -21,7 +21,7 @@ struct sWaitNode
 {
     CWaiter* pWaiter;
     CWaitable* pObject;   // null for a named object
-    CNamedObject* pNamed; // null for an object without name
+    CNamedObject* pNamed; // null for an object without a name
     tDword nTag;
     bool bSlept;          // named: whether nSeen counts
     tDword nSeen;         // named: the word's value that the thread sleeps on
@@ -29,7 +29,7 @@ struct sWaitNode
     sWaitNode* pNext;
 };
 
-// Holds the lock of the waits. At its end it unlocks, then wakes the threads whose waits ended meanwhile.
+// Holds the lock of the waits. Its destructor unlocks, then wakes the threads whose waits ended meanwhile.
 class CWaitScope
 {
 public:
@@ -42,7 +42,7 @@ public:
     // Gives a held object that has changed to the waits that it satisfies, oldest first.
     void Serve(CWaitable& oObject);
 
-    // Ends all waits for an object that goes away.
+    // Fails all waits for an object that is about to end.
     void Fail(CWaitable& oObject);
 
 private:
@@ -157,8 +157,8 @@ private:
     int m_nCount;       // of m_aNodes
     int m_nUnnamed;     // among them
     int m_nNamed;       // of m_apNamed
-    bool m_bDone;       // the wait is over, with m_dwResult; set by whoever ended it
-    bool m_bWakeComing; // somebody is about to set the thread's word to 1
+    bool m_bDone;       // the wait is over, with m_dwResult; set by the thread that ended it
+    bool m_bWakeComing; // another thread is about to set this thread's word to 1
     tDword m_dwResult;
     CWaiter* m_pNextToWake;
     sWaitNode m_aNodes[MAX_OBJECTS];
