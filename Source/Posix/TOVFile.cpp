@@ -46,7 +46,7 @@ bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t 
 
 void RaiseStreamLimit(unsigned long ulStreams)
 {
-    // As many descriptors again are left to the rest of the process.
+    // The rest of the process is left as many descriptors again.
     const rlim_t ulNeeded = static_cast<rlim_t>(ulStreams) * 2;
 
     struct rlimit oLimit;

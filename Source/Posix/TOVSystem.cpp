@@ -21,7 +21,7 @@ namespace Backend
 {
 namespace
 {
-// A file descriptor that is closed at the end of its scope; -1 for none.
+// A file descriptor, or -1, that is closed at the end of its scope.
 class CDescriptor
 {
 public:

@@ -51,7 +51,7 @@ int ToOrigin(eSeekOrigin eOrigin)
     }
 }
 
-// Closes the stream and frees the slot. The runtime frees the stream whatever comes of its last flush.
+// Closes the stream and frees the slot. The runtime frees the stream even if its last flush fails.
 bool EndStream(tHandle hFile, FILE* pFile)
 {
     std::clearerr(pFile); // some versions of the runtime report an earlier error as a failure to close
@@ -157,7 +157,7 @@ eFileErrorCode Gets(tHandle hFile, char* szBuffer, int nSize)
     if (pFile == nullptr || szBuffer == nullptr || nSize <= 0)
         return eFileFailure;
 
-    // Runtimes differ in whether room for the terminator alone holds a line.
+    // Runtimes differ in whether a line fits where there is room only for its terminator.
     if (nSize == 1)
     {
         *szBuffer = 0;

@@ -20,7 +20,7 @@ static_assert(sizeof(tFutex) == sizeof(tDword) && tFutex::is_always_lock_free,
 
 enum eFutexScope
 {
-    eFutexPrivate = FUTEX_PRIVATE_FLAG, // the word is used by this process alone
+    eFutexPrivate = FUTEX_PRIVATE_FLAG, // only this process uses the word
     eFutexShared = 0                    // the word stands in memory that processes share
 };
 

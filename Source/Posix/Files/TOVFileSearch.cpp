@@ -121,7 +121,7 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, t
     if (*szMask == 0 || CFilePattern::HasWildcard(szPattern, ulFolderLength))
         return eFindEnd;
 
-    // The exact name takes precedence over one that differs in case alone. `.` and `..` have no such variant.
+    // The exact name takes precedence over one that differs only in case. `.` and `..` have no such variant.
     const bool bWildcard = CFilePattern::HasWildcard(szMask, std::strlen(szMask));
     if (!bWildcard && FillExact(oFindData, szPattern))
     {

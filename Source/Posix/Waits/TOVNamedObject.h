@@ -33,7 +33,7 @@ public:
         bool bManualReset; // event
     };
 
-    // Opens the object of that name, made with these values if there is none, and returns a handle. 0 if the name is
+    // Opens the object of that name, made with these values if there is none, and returns a handle; 0 if the name is
     // too long (259 characters) or has a backslash, if another kind of object has it, or if the system has no room.
     static tHandle OpenHandle(const char* szName, const sInitial& oInitial);
     static bool CloseHandle(tHandle hObject);
@@ -56,7 +56,7 @@ public:
     bool CanTake(const sThreadRecord& oThread) const;
     bool Take(sThreadRecord& oThread); // true: a mutex whose owner died
 
-    // Registers a sleeper and returns the value on which it is to sleep at GetWord(). HasPulsed tells afterwards
+    // Registers a sleeper and returns the value on which it is to sleep at GetWord(). HasPulsed says afterwards
     // whether a manual event has been signalled since, though it may have been reset again.
     tDword Arm();
     void Disarm();

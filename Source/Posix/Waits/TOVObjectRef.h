@@ -31,7 +31,7 @@ public:
 
     explicit operator bool() const { return m_pRecord != nullptr || m_pNamed != nullptr; }
 
-    // For an event.
+    // These are for an event.
     void SetSignalled() const
     {
         if (m_pRecord != nullptr)
@@ -48,7 +48,7 @@ public:
             m_pNamed->ClearSignal();
     }
 
-    // For a mutex. Does nothing unless that thread is the owner.
+    // This is for a mutex. It does nothing unless that thread is the owner.
     void LeaveMutex(sThreadRecord& oThread) const
     {
         if (m_pRecord != nullptr)
@@ -57,7 +57,7 @@ public:
             m_pNamed->LeaveMutex(oThread);
     }
 
-    // For a semaphore. False, with the count unchanged, if it would exceed the maximum.
+    // This is for a semaphore. Returns false, with the count unchanged, if the count would exceed the maximum.
     bool ReleaseSemaphore(tDword nCount, tDword& nPrevious) const
     {
         if (m_pRecord != nullptr)

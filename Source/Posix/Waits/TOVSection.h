@@ -8,7 +8,7 @@ namespace TOVPlatform
 namespace TOVPosix
 {
 // The critical section that a handle names, if there is one. Its record's lock word holds the owner's id, or 0, and
-// SECTION_CONTENDED while some thread may sleep on it; the levels are the owner's alone. Enter and Leave make no system
+// SECTION_CONTENDED while some thread may sleep on it; only the owner uses the levels. Enter and Leave make no system
 // call unless threads compete.
 class CSection
 {

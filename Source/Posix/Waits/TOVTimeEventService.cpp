@@ -153,7 +153,7 @@ bool CTimeEventService::TakeDue(sTimeEvent& oDue, CDeadline& oNext)
     oDue = *pEvent;
     if (pEvent->nPeriod == 0)
         pEvent->nId = 0;
-    else // to the next point of its own grid that is not too old
+    else // moves to the next point of the event's own grid that is not too old
         pEvent->nDeadline += std::max(nLate / pEvent->nPeriod - MAX_CALLS_BEHIND, 1LL) * pEvent->nPeriod;
     return true;
 }

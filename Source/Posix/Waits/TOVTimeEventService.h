@@ -18,8 +18,8 @@ public:
     unsigned int Set(unsigned int nDelay, Backend::tTimeEvent pCallback, unsigned long ulUser, bool bPeriodic);
     unsigned int Kill(unsigned int nEvent);
 
-    // In the child of a fork, under the lock of the time events: the service thread stays with the parent, and so do
-    // the events, as the system's own timers do.
+    // Called in the child of a fork, under the lock of the time events: the service thread stays with the parent, and
+    // so do the events, as the system's own timers do.
     void Forget();
 
 private:

@@ -32,7 +32,7 @@ inline eKind KindOf(tDword nTag)
     return static_cast<eKind>(nTag & TAG_KIND_MASK);
 }
 
-// An object's value, by kind:
+// The value of an object depends on its kind:
 //
 //   event, thread    SIGNALLED or 0
 //   semaphore        the count
@@ -183,7 +183,7 @@ public:
     // Members of single kinds. The creator sets them before the handle is known to anybody.
 
     tFutex m_nLock;    // critical section: its state
-    tFutex m_nLevels;  // mutex, critical section: levels of ownership, used by the owner alone
+    tFutex m_nLevels;  // mutex, critical section: levels of ownership, used only by the owner
     tFutex m_nMaximum; // semaphore
     std::atomic<CNamedObject*> m_pNamed;
     std::atomic<tDword> m_nSystemId;   // thread

@@ -63,7 +63,7 @@ CWaitScope::~CWaitScope()
 
     for (CWaiter* pWaiter = m_pFirst; pWaiter != nullptr;)
     {
-        // The waiter stands on the stack of its thread and is gone once the word tells that thread to go on.
+        // The waiter stands on the stack of its thread and ends once that thread reads WOKEN.
         CWaiter* const pNext = pWaiter->m_pNextToWake;
         tFutex& nWake = pWaiter->m_oThread.nWake;
         nWake.store(WOKEN, std::memory_order_release);
@@ -233,7 +233,7 @@ bool CWaiter::HasTwins() const
     return m_nNamed != m_nCount - m_nUnnamed;
 }
 
-// A wait for named objects alone does not touch the lock that all others share.
+// A wait for named objects alone does not take the lock that all other waits share.
 void CWaiter::LockObjects()
 {
     if (m_nUnnamed > 0)
