@@ -152,14 +152,14 @@ void CTOVMSDevLogger::OnPanicV(const char* szFile, unsigned long ulLine, const c
                    0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL);
         else
             Printf("%s", ~oText);
-        TOVPlatform::TOVSystem::ShowError(~oText, "Critical Application Error");
+        TOVPlatform::Backend::ShowError(~oText, "Critical Application Error");
     }
     catch (const std::bad_alloc&)
     {
         // Without memory for the text, as much of it as the buffer holds must do.
         PrintPanic(szFile, ulLine, szFormat, pArguments);
-        TOVPlatform::TOVSystem::OutputDebugText(s_szBuffer);
-        TOVPlatform::TOVSystem::ShowError(s_szBuffer, "Critical Application Error");
+        TOVPlatform::Backend::OutputDebugText(s_szBuffer);
+        TOVPlatform::Backend::ShowError(s_szBuffer, "Critical Application Error");
     }
 }
 
@@ -173,7 +173,7 @@ int CTOVMSDevLogger::VPrintf(const char* szFormat, va_list pArguments)
     int nCount = TryPrint(s_szBuffer, BUFFER_SIZE, szFormat, pArguments);
     if (nCount >= 0)
     {
-        TOVPlatform::TOVSystem::OutputDebugText(s_szBuffer);
+        TOVPlatform::Backend::OutputDebugText(s_szBuffer);
         return nCount;
     }
 
@@ -184,7 +184,7 @@ int CTOVMSDevLogger::VPrintf(const char* szFormat, va_list pArguments)
     const std::unique_ptr<char[]> pBuffer(nLength >= 0 ? new (std::nothrow) char[nSize] : nullptr);
     char* const szBuffer = pBuffer != nullptr ? pBuffer.get() : s_szBuffer;
     PrintBeginning(szBuffer, pBuffer != nullptr ? nSize : BUFFER_SIZE, szFormat, pArguments);
-    TOVPlatform::TOVSystem::OutputDebugText(szBuffer);
+    TOVPlatform::Backend::OutputDebugText(szBuffer);
     return nLength;
 }
 
