@@ -1,4 +1,4 @@
-// Base types and the macros that every header of the library shares.
+// Declares the base types and the macros that every header of the library shares.
 #pragma once
 
 #include <Debug/TOVCompiler.h>
@@ -11,14 +11,14 @@ typedef char tChar;           // element of a narrow string
 typedef unsigned char tUchar; // a narrow character read as a number
 typedef std::uint32_t tDword; // a 32-bit word
 
-// A file, a search, a thread or an object of synchronisation, whatever the system calls it; always 64 bits.
+// Identifies a file, a search, a thread or a synchronisation object. It has 64 bits on every system.
 typedef unsigned long long tHandle;
 
 namespace TOVDebug
 {
-// Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException. On Linux a check
-// that no listener of the application has heard of, and that nobody catches, is shown on standard error before the
-// process ends by it.
+// Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException. On Linux, a check
+// that ends the process because nobody catches the exception is first shown on standard error, unless the application
+// has registered a listener.
 [[noreturn]] TOV_EXPORT void Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 
@@ -26,8 +26,8 @@ namespace TOVDebug
 // redefines it after its last #include, so that each check names the file of the class or platform that it serves.
 #define TOV_CHECK_FILE __FILE__
 
-// A precondition. Active in every build: a false expression is reported to all listeners under its literal text, then
-// TOVDebug::CTOVAssertException is thrown, so that code behind the check may rely on it.
+// Checks a precondition, in every build: a false expression is reported to all listeners under its literal text, then
+// TOVDebug::CTOVAssertException is thrown. Code after the check may therefore rely on it.
 #define TOV_ASSERT(expression)                                                                                         \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -35,7 +35,7 @@ namespace TOVDebug
             TOVDebug::Assert(#expression, TOV_CHECK_FILE, __LINE__);                                                   \
     } while (false)
 
-// Reverses the four bytes of a 32-bit value. The argument is used four times.
+// Reverses the four bytes of a 32-bit value. The argument is evaluated four times.
 // clang-format off
 // NOLINTBEGIN(bugprone-macro-parentheses)
 #define TOV_BYTESWAP32(value) \
@@ -43,7 +43,7 @@ namespace TOVDebug
 // NOLINTEND(bugprone-macro-parentheses)
 // clang-format on
 
-// Deletes a single object, or an array, and sets the pointer to null. A null pointer is left alone.
+// These delete a single object, or an array, and set the pointer to null. They leave a null pointer alone.
 #define TOV_SAFE_DELETE(pointer)                                                                                       \
     do                                                                                                                 \
     {                                                                                                                  \

@@ -1,9 +1,9 @@
-// Forms of TOV_ASSERT for the library's own sources, and the rule for destructors: RunInDestructor.
+// Declares the forms of TOV_ASSERT for the library's own sources, and the rule for destructors: RunInDestructor.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
-// A check whose literal text differs from the condition as this compiler wants it written.
+// These are checks whose literal text differs from their condition.
 #define TOV_ASSERT_TEXT_AT(szFile, condition, szText)                                                                  \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -13,8 +13,8 @@
 
 #define TOV_ASSERT_TEXT(condition, szText) TOV_ASSERT_TEXT_AT(TOV_CHECK_FILE, condition, szText)
 
-// A check in code that several classes, or both platforms, share: it reports the source of the one that it serves.
-// It stringises its own argument, so that macros in it keep their names in the text.
+// This is a check in code that several classes, or both platforms, share: it names the source of the one that it
+// serves. It stringises its own argument, so that macros in it keep their names in the text.
 #define TOV_ASSERT_AT(szFile, expression)                                                                              \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -24,20 +24,20 @@
 
 namespace TOVDebug
 {
-// Runs a part of a destructor, and lets nothing out: no destructor of the library throws, so that its classes can be
-// bases and members of any others. A check that fails in the part is told to all listeners under its literal text and
-// ends the part; the destructor goes on. What a listener throws when it is told ends here as well.
+// Runs a part of a destructor and lets no exception escape: no destructor of the library throws, so that its classes
+// can be bases and members of any others. A check that fails in the part is reported to all listeners under its literal
+// text and ends the part; the destructor continues. An exception that a listener throws is caught here as well.
 template<class TPart> void RunInDestructor(const TPart& fnPart) noexcept
 {
     try
     {
         fnPart();
     }
-    catch (...) // Settled: whoever wants to know of a failed check listens.
+    catch (...) // Settled: only listeners learn of a failed check in a destructor.
     {
     }
 }
 } // namespace TOVDebug
 
-// A check in a destructor: a false condition is told, and the destructor goes on after it.
+// Checks a condition in a destructor: a false one is reported to all listeners, and the destructor continues.
 #define TOV_TELL_TEXT(condition, szText) TOVDebug::RunInDestructor([&] { TOV_ASSERT_TEXT(condition, szText); })

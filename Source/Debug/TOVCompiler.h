@@ -1,4 +1,4 @@
-// The one header that asks which compiler and which system this is.
+// This is the one header that asks for the compiler and the system.
 #pragma once
 
 #if defined(_MSC_VER)
@@ -15,7 +15,7 @@
 #define TOV_EXPORT_HOOK __declspec(dllexport)
 #if defined(__GNUC__)
 #define TOV_EXPORT_INLINE __declspec(dllexport) inline
-// GCC takes the attribute from an instantiation's first declaration, others from its definition.
+// GCC takes the attribute from the first declaration of an instantiation; other compilers take it from its definition.
 #define TOV_TEMPLATE_DECLARE __declspec(dllexport)
 #define TOV_TEMPLATE_DEFINE
 #else
@@ -30,7 +30,7 @@
 #define TOV_TEMPLATE_DECLARE __declspec(dllimport)
 #define TOV_TEMPLATE_DEFINE
 #endif
-// Name of a platform source as failed checks report it.
+// This is the name of a platform source as failed checks report it.
 #define TOV_PLATFORM_SOURCE(szName) "Windows/" szName
 #else
 #define TOV_SYSTEM_WINDOWS 0
@@ -51,26 +51,26 @@
 
 // TOV_CALLBACK           calling convention of functions that the system calls.
 // TOV_EXPORT             exported class or function.
-// TOV_EXPORT_INLINE      in place of inline, for a member of an exported class: the library exports it in any case, and
-//                        not only where a compiler did not merge it into its callers.
-// TOV_EXPORT_HOOK        exported function that a program may export in a version of its own as well.
+// TOV_EXPORT_INLINE      replaces inline for a member of an exported class: the library always exports the member, even
+//                        where the compiler has inlined every call.
+// TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
 // TOV_TEMPLATE_DEFINE    in the one source that owns it: template class TOV_TEMPLATE_DEFINE CThing<int>;
 //                        so that a template's statics exist once in the process, and not once in each module.
 // TOV_TEMPLATE           class template without statics whose instances in the library are exported; each module may
-//                        still make its own, and inline them. The owning source of an instance has
-//                        template class TOV_EXPORT CThing<int>; before anything else there uses it.
+//                        still instantiate it itself and inline it. The source that owns an instance has
+//                        template class TOV_EXPORT CThing<int>; before its first use in that source.
 
-// A function that is never merged into its callers.
+// Marks a function that is never inlined.
 #if defined(_MSC_VER)
 #define TOV_NOINLINE __declspec(noinline)
 #else
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
-// Around functions that are exported under plain names and yet give references to classes: no C program calls them,
-// which is what clang warns of.
+// These enclose functions that are exported under undecorated names and yet return references to classes. Clang warns
+// that a C program could not call them, but no C program does.
 #if defined(__clang__)
 #define TOV_PLAIN_NAMES_BEGIN                                                                                          \
     _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"") extern "C"        \
@@ -85,11 +85,12 @@
 #define TOV_PLAIN_NAMES_END }
 #endif
 
-// Whole reads and writes of a plain variable of 1, 4 or 8 bytes that several threads use. They order nothing else.
+// Atomic reads and writes of a plain variable of 1, 4 or 8 bytes that several threads use. Their memory order is
+// relaxed: they do not order any other access.
 namespace TOVAtomic
 {
 #if defined(_MSC_VER)
-// This compiler's atomic object of such a size is the value and nothing else.
+// With this compiler, an atomic object of such a size holds the value and nothing else.
 template<class T> T Load(const T& oVariable)
 {
     static_assert(sizeof(std::atomic<T>) == sizeof(T) && std::atomic<T>::is_always_lock_free);

@@ -11,7 +11,7 @@ namespace TOVDebug
 {
 namespace
 {
-// 88 dashes: the rule above and below the question.
+// These 88 dashes are the line above and below the question.
 #define DASHES "----------------------------------------------------------------------------------------"
 
 constexpr char QUESTION[] = "\n" DASHES "\n\nWould you like to debug the application?\n"
@@ -22,13 +22,13 @@ constexpr char QUESTION[] = "\n" DASHES "\n\nWould you like to debug the applica
 
 #undef DASHES
 
-// A line as listeners get it: of 32 bits, also where their type has more.
+// Returns a line number as listeners receive it: cut to 32 bits, even where its type has more.
 template<class TLine> unsigned long ToLine(TLine nLine)
 {
     return static_cast<tDword>(nLine);
 }
 
-// Settled: never cleared, so that each further failed check shows the question once more, as far as it fits.
+// Settled: the text is never cleared, so that each failed check shows the question once more, as far as it fits.
 char s_szQuestions[1024];
 } // namespace
 

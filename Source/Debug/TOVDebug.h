@@ -1,16 +1,17 @@
-// The entrances to the debug server: logging, failed checks and panic.
+// Declares the functions that report to the debug server: logging, failed checks and panic.
 //
-// An application sees what is logged through a listener (Debug/TOVLogListener.h), and the library has ready-made ones
-// beside it: TOVDebug::CTOVConsoleListener (Listeners/TOVConsoleListener.h) prints all of it. On Linux, the environment
-// variable TOVKERNEL_LOG, if it is set and not empty when the library is loaded, sends all lines and failed checks to
-// standard error.
+// An application receives log lines through a listener (Debug/TOVLogListener.h). Ready-made listeners are shipped
+// with the library; TOVDebug::CTOVConsoleListener (Listeners/TOVConsoleListener.h) prints every line. On Linux, the
+// environment variable TOVKERNEL_LOG, if it is set and not empty when the library is loaded, sends all lines and failed
+// checks to standard error.
 #pragma once
 
 #include <Debug/TOVBase.h>
 #include <Debug/TOVException.h>
 #include <Debug/TOVFormatCheck.h>
 
-// How grave a log line is. Nothing in the library filters by it: a listener drops what it does not want.
+// Says how severe a log line is. Nothing in the library filters by it: each listener drops the lines that it does not
+// want.
 enum eTOVDebugSeverity
 {
     eSeverityTrace = 100,   // remark for developers
@@ -22,13 +23,13 @@ enum eTOVDebugSeverity
 
 namespace TOVDebug
 {
-// Hands one line to every listener (ITOVLogListener::OnLogV). Returns true. Thread-safe; allocates nothing.
-// ulFlags goes with the severity by convention (0x1 up to 400, 0x11 at 500, 0x8011 at 600) and reaches no listener.
-// A plain message goes through the format "%s".
+// Passes one line to every listener (ITOVLogListener::OnLogV). Returns true. It is thread-safe and allocates nothing.
+// By convention ulFlags depends on the severity (0x1 up to 400, 0x11 at 500, 0x8011 at 600); no listener receives it.
+// Pass a text that is not a format through the format "%s".
 TOV_EXPORT bool _Log(const char* szFile, unsigned long ulLine, unsigned long ulFlags, eTOVDebugSeverity eSeverity,
                      const char* szFormat, ...);
 
-// Does not compile: an object among the arguments.
+// This overload takes part only if an argument is an object, and refuses to compile.
 template<class... TArguments, tRefusal<TArguments...> = 0>
 inline bool _Log(const char*, unsigned long, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
 {
@@ -36,17 +37,20 @@ inline bool _Log(const char*, unsigned long, unsigned long, eTOVDebugSeverity, c
     return false;
 }
 
-// Interactive variant of Assert, for applications: tells the listeners, then asks the user in a box of three buttons.
-// Yes: returns true if a debugger is attached (break into it), else false. No: exit(0). Cancel: the process ends at
-// once, without static clean-up. Any other answer, or no place to ask: returns false, "go on past the check".
-// The question is appended to one static text of 1024 characters at each call, and stops growing when that is full.
+// Interactive variant of Assert, for applications: it notifies the listeners, then asks the user in a message box of
+// three buttons.
+//   Yes                            returns true (the caller breaks) if a debugger is attached, else false
+//   No                             calls exit(0)
+//   Cancel                         ends the process at once, without static clean-up
+//   any other answer, or no box    returns false: the caller continues after the check
+// Each call appends the question to one static text of 1024 characters, which stops growing when it is full.
 TOV_EXPORT bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 
-// Hands the message to every listener (ITOVLogListener::OnPanicV), then ends the process with exit(-1).
+// Passes the message to every listener (ITOVLogListener::OnPanicV), then ends the process with exit(-1).
 extern "C" [[noreturn]] TOV_EXPORT void TOVPanic(const char* szFile, unsigned long ulLine, const char* szFormat, ...);
 
-// Does not compile: an object among the arguments.
+// This overload takes part only if an argument is an object, and refuses to compile.
 template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
 inline void TOVPanic(const char*, unsigned long, const char*, const TArguments&...)
 {

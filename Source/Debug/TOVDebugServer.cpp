@@ -15,8 +15,9 @@ namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
 
 namespace
 {
-// The servers that have closed down and still exist. Their handle keeps the value of a lock that is gone, so that it
-// cannot tell. One beyond this number destroys its lock once more at its end.
+// The servers that have closed down and still exist. Their lock handle keeps the value of a destroyed lock, so that the
+// handle does not show that they have closed down. If there are more servers than places, the destructor of each
+// further one destroys its lock a second time.
 constexpr int MAX_CLOSED_SERVERS = 32;
 std::atomic<const CTOVDebugServer*> s_apClosedServers[MAX_CLOSED_SERVERS];
 std::atomic<int> s_nClosedServers(0);
@@ -27,7 +28,7 @@ bool HasClosedDown(const CTOVDebugServer* pServer)
                                         std::end(s_apClosedServers);
 }
 
-// Puts one entry into the place of another one, of which there may be none.
+// Replaces one entry by another; null is a free place. Returns false if pOld is not in the table.
 bool ReplaceClosedServer(const CTOVDebugServer* pOld, const CTOVDebugServer* pNew)
 {
     return std::any_of(std::begin(s_apClosedServers), std::end(s_apClosedServers), [=](auto& pPlace) {
@@ -48,7 +49,7 @@ void ForgetClosedown(const CTOVDebugServer* pServer)
         --s_nClosedServers;
 }
 
-// Runs a function at the end of its scope, unless it is dropped before.
+// Calls a function at the end of its scope, unless it is dropped before.
 template<class TFunction> class CScopeEnd
 {
 public:
@@ -128,7 +129,7 @@ void CTOVDebugServer::Register(ITOVLogListener* pListener)
     oUnlock.Drop();
     const tHandle hEntered = m_hLoggerLock;
     StartupLogger(pListener);
-    // A server that is its own listener has a new lock now, which nobody has entered.
+    // A server that is its own listener has just replaced its lock; nobody has entered the new one.
     if (m_hLoggerLock == hEntered)
         UnlockLoggers();
     else
@@ -152,10 +153,10 @@ void CTOVDebugServer::Unregister(ITOVLogListener* pListener)
 template<class TCall> void CTOVDebugServer::Dispatch(TCall fnCall)
 {
     LockLoggers();
-    // By index and with the size read anew: a listener may change the table from inside its call.
+    // The loop uses an index and reads the size at each step, since a listener may change the table during its call.
     for (std::size_t i = 0; i < m_oLoggers.size(); ++i)
     {
-        // A server that is in its own table would never come to an end.
+        // A server that is in its own table would call itself without end.
         ITOVLogListener* const pListener = m_oLoggers[i];
         if (pListener != nullptr && pListener != this)
             fnCall(pListener);
@@ -167,7 +168,7 @@ void CTOVDebugServer::OnLogV(const char* szFile, unsigned long ulLine, eTOVDebug
                              const char* szFormat, va_list pArguments)
 {
     Dispatch([&](ITOVLogListener* pListener) {
-        // Where a list is more than a pointer, whoever reads it uses it up: each listener gets it afresh.
+        // Where an argument list is more than a pointer, reading it uses it up, so that each listener gets a copy.
         va_list pCopy;
         va_copy(pCopy, pArguments);
         pListener->OnLogV(szFile, ulLine, eSeverity, szFormat, pCopy);

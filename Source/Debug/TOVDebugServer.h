@@ -1,4 +1,4 @@
-// The hub through which every diagnostic passes.
+// Declares CTOVDebugServer, through which every diagnostic passes.
 #pragma once
 
 #include <Debug/TOVLogListener.h>
@@ -7,71 +7,73 @@
 
 namespace TOVDebug
 {
-// Hands each event to all registered listeners, in the order of their registration, under one recursive lock. It shapes
-// and filters nothing, and does not own the listeners. It lives until the process ends.
+// Passes each event to all registered listeners, in the order of their registration, under one recursive lock. It
+// neither formats nor filters, and does not own the listeners. It lives until the process ends.
 //
-// Threads: any. A listener that blocks blocks all diagnostics of the process; one that throws leaves the lock taken.
-// Exhausted memory does not: the server's own allocations happen in Register and in copies, and leave the lock free.
-// Without its lock the server cannot go on: any lock or unlock with handle 0 ends the process with exit(-1).
+// Any thread may call it. A listener that blocks also blocks all other diagnostics of the process; one that throws
+// leaves the lock taken. Exhausted memory does not: the server allocates only in Register and when it is copied, and
+// then leaves the lock free. The server cannot work without its lock: locking or unlocking with handle 0 ends the
+// process with exit(-1).
 class TOV_EXPORT CTOVDebugServer : public ITOVLogListener
 {
 public:
-    // Closes down all listeners and leaves them in the table, then destroys the lock; the handle keeps its old value.
-    // A server that closed down works without a lock until it gets a fresh one through OnStartup: one thread at a time.
-    // Another closedown, that of its destructor included, tells the listeners once more and destroys nothing.
+    // Calls OnClosedown of all listeners and keeps them in the table, then destroys the lock; the handle keeps its old
+    // value. After that the server works without a lock, for one thread at a time, until OnStartup gives it a new one.
+    // A second closedown, also that of the destructor, notifies the listeners again and destroys nothing.
     void OnClosedown() override;
 
-    // Creates a new lock over the old one, which is not destroyed; exit(-1) if there can be none.
+    // Creates a new lock in place of the old one, which is not destroyed. Calls exit(-1) if it cannot be created.
     void OnStartup() override;
 
-    // One dispatch each. A listener may register and unregister listeners from inside. A server that is in its own
-    // table is passed over there.
+    // Each of them passes its event to all listeners. A listener may register and unregister listeners during the
+    // call. If the server is in its own table, it skips itself.
     void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                 va_list pArguments) override;
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
 
-    // Keeps 256 characters of the name, padded with zeros; a longer name leaves no terminator. Null is ignored, and no
-    // listener is told.
+    // Keeps 256 characters of the name, padded with zeros; a name of 256 or more has no terminator. Null is ignored.
+    // Listeners are not notified.
     void SetApplicationName(const char* szName) override;
 
-    // Runs OnClosedown.
+    // Calls OnClosedown.
     virtual ~CTOVDebugServer() noexcept(false);
 
-    // The current server, made on first need (in the library's own start-up, on the loading thread).
+    // Returns the current server. The first call creates it (during the library's own start-up, on the loading thread).
     static CTOVDebugServer& Instance();
 
-    // An empty table, the name "<unknown>" and a lock of its own; exit(-1) if there can be none.
+    // Makes a server with an empty table, the name "<unknown>" and its own lock. Calls exit(-1) if the lock cannot be
+    // created.
     CTOVDebugServer();
 
-    // Memberwise: the table by value, the lock shared. Each of the two destroys the lock at its end: before the first
-    // of them ends, the other one must get a lock of its own through OnStartup.
+    // These copy the table and share the lock. Each destructor destroys that lock, so that one of the two servers must
+    // get a new lock through OnStartup before the other is destroyed.
     CTOVDebugServer(const CTOVDebugServer& oOther);
     CTOVDebugServer& operator=(const CTOVDebugServer& oOther);
 
     // Appends the listener and calls its OnStartup. Null is ignored. Throws std::bad_alloc with nothing changed.
-    // A second registration adds nothing and, settled, leaves the lock entered once more by the calling thread: every
-    // other thread that logs then waits until this one has left. Do not register a listener twice.
+    // Do not register a listener twice. Settled: a second registration adds nothing and leaves the lock entered once
+    // more by the calling thread, so that every other thread that logs waits until this thread leaves it.
     void Register(ITOVLogListener* pListener);
 
-    // Calls the listener's OnClosedown, also if it was never registered, then removes it. Null is ignored.
+    // Calls the listener's OnClosedown, even if it was never registered, then removes it. Null is ignored.
     void Unregister(ITOVLogListener* pListener);
 
 protected:
-    // Puts a derived server in the place of the current one: it takes over table, lock handle and name, then the old
-    // server is deleted, which closes down the listeners and destroys that lock. The new server must get a fresh lock
-    // through its OnStartup afterwards. Null is ignored.
+    // Replaces the current server by a derived one, which takes over the table, the lock handle and the name. The old
+    // server is then deleted, which calls OnClosedown of the listeners and destroys that lock; the caller must give
+    // the new server a new lock through its OnStartup. Null is ignored.
     static void SetDebugServer(CTOVDebugServer* pServer);
 
     void LockLoggers();
     void UnlockLoggers();
 
-    // Call OnStartup or OnClosedown of a listener that is not null.
+    // These call OnStartup or OnClosedown of a listener that is not null.
     void StartupLogger(ITOVLogListener* pListener);
     void ClosedownLogger(ITOVLogListener* pListener);
 
 private:
-    // Whether the table has listeners besides the library's own. Internal.
+    // Internal function. Returns whether the table has listeners besides the library's own.
     friend bool HasOtherListeners(CTOVDebugServer& oServer);
 
     static constexpr int NAME_SIZE = 256;

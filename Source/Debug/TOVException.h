@@ -1,12 +1,13 @@
-// The root of the exception tree. An exception is two numbers, thrown by value, and nothing else.
+// Declares the root of the exception tree, CTOVException, and two classes derived from it.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
+// An exception consists of two numbers, a class and a code. It is thrown by value.
 class TOV_EXPORT CTOVException
 {
 public:
-    // Family of an error. A further family takes a value of its own.
+    // The family of an error. An application gives each family that it adds its own value.
     enum eErrorClass
     {
         eClassSystem = 1,
@@ -15,7 +16,7 @@ public:
     };
 
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
-    virtual eErrorClass GetClass(); // Settled: not const, unlike its neighbour.
+    virtual eErrorClass GetClass(); // Settled: not const, unlike GetCode.
     virtual unsigned long GetCode() const;
 
     CTOVException(eErrorClass eClass, unsigned long ulErrorCode);
@@ -27,7 +28,7 @@ private:
     unsigned long m_ulErrorCode;
 };
 
-// Exhausted memory, for applications. The library itself lets std::bad_alloc pass.
+// Reports exhausted memory, for applications. The library itself throws std::bad_alloc instead.
 class TOV_EXPORT CTOVMemoryException : public CTOVException
 {
 public:
@@ -38,7 +39,7 @@ public:
 
 namespace TOVDebug
 {
-// A failed TOV_ASSERT: class eClassSystem, code 0xffff.
+// TOV_ASSERT throws this exception; its class is eClassSystem and its code 0xffff.
 class TOV_EXPORT CTOVAssertException : public CTOVException
 {
 public:

@@ -1,4 +1,4 @@
-// Receiver of diagnostics: log lines, failed checks and panics.
+// Declares ITOVLogListener, the receiver of diagnostics: log lines, failed checks and panics.
 #pragma once
 
 #include <Debug/TOVDebug.h>
@@ -7,24 +7,25 @@
 
 namespace TOVDebug
 {
-// Register an object of a derived class with CTOVDebugServer. The server does not own it, and calls it with its lock
-// held: one call at a time over all threads. Unregister it before it ends: the library logs to its very end, which
-// comes after that of main and its objects. CTOVListener (Listeners/TOVListener.h), the base of the ready-made
-// listeners, unregisters by itself.
+// Register an object of a derived class with CTOVDebugServer. The server does not own the listener, and calls it with
+// the server's lock held: one call at a time, over all threads. Unregister a listener before it is destroyed: the
+// library logs until it is unloaded, which is after main has returned and its objects are gone. CTOVListener
+// (Listeners/TOVListener.h), the base of the ready-made listeners, unregisters itself.
 //
-// A listener must not throw; it may log or fail a check itself (the lock is recursive and all listeners, itself
-// included, hear of it), and may register and unregister listeners in a call. What it throws all the same when a
-// destructor tells it of a failed check is dropped there, so that the process goes on.
+// A listener must not throw. During a call it may log or fail a check (the lock is recursive, and all listeners, itself
+// included, are notified), and may register and unregister listeners. If it throws although a destructor is reporting a
+// failed check, that exception is dropped and the process continues.
 class TOV_EXPORT ITOVLogListener
 {
 public:
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
 
-    // Called once when registered, and when unregistered or when the server closes down.
+    // The server calls OnStartup when it registers the listener, and OnClosedown when it unregisters the listener or
+    // closes down itself.
     virtual void OnStartup() = 0;
     virtual void OnClosedown() = 0;
 
-    // Start the argument list and call the V form. The severity of a panic falls away there.
+    // These collect the arguments into a va_list and call the V form. OnPanic drops the severity.
     virtual void OnLog(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                        ...);
     virtual void OnPanic(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
@@ -40,7 +41,7 @@ public:
     ITOVLogListener(const ITOVLogListener& oOther);
     ITOVLogListener& operator=(const ITOVLogListener& oOther);
 
-    // Do not compile: an object among the arguments.
+    // These overloads take part only if an argument is an object, and refuse to compile.
     template<class... TArguments, tRefusal<TArguments...> = 0>
     void OnLog(const char*, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
     {

@@ -17,10 +17,10 @@ namespace
 {
 constexpr int BUFFER_SIZE = 1024;
 
-// Shared by all instances; guarded by the server's lock.
+// All instances share this buffer; the server's lock guards it.
 char s_szBuffer[BUFFER_SIZE];
 
-// Prints into a block of the given size. Returns the count, or -1 if text and terminator do not fit.
+// Prints into a block of the given size. Returns the number of characters, or -1 if text and terminator do not fit.
 int TryPrint(char* szBuffer, int nSize, const char* szFormat, va_list pArguments)
 {
     va_list pCopy;
@@ -30,7 +30,7 @@ int TryPrint(char* szBuffer, int nSize, const char* szFormat, va_list pArguments
     return nCount < nSize ? nCount : -1;
 }
 
-// The length of a text, however long it is; -1 if it has no narrow form, or is longer than a size can tell.
+// Returns the length of a formatted text, or -1 if the text has no narrow form or is too long for an int.
 int LengthOf(const char* szFormat, va_list pArguments)
 {
     va_list pCopy;
@@ -57,11 +57,11 @@ void PrintPanic(const char* szFile, unsigned long ulLine, const char* szFormat, 
         PrintBeginning(s_szBuffer + nPrefix, BUFFER_SIZE - nPrefix, szFormat, pArguments);
 }
 
-// How many arguments a text without arguments may ask for when it is read as a format: it finds zeros for so many.
+// The number of zeros that are passed with a text that is read as a format although there are no arguments for it.
 constexpr int SPARE_ARGUMENTS = 24;
 
-// Whether a text can be read as a format for which there are only zeros: none of its conversions stores through its
-// argument, and it does not ask for too many.
+// Returns whether a text can be read as a format whose arguments are all zeros: none of its conversions stores through
+// its argument, and it does not need more than SPARE_ARGUMENTS arguments.
 bool CanReadAsFormat(const char* szText)
 {
     int nArguments = 0;
@@ -72,7 +72,7 @@ bool CanReadAsFormat(const char* szText)
         szSign += nFlags;
         if (*szSign == 'n')
             return false;
-        // A double percent sign asks for nothing.
+        // A double percent sign needs no argument.
         if (*szSign != '%')
             ++nArguments;
         if (nArguments > SPARE_ARGUMENTS)
@@ -83,7 +83,8 @@ bool CanReadAsFormat(const char* szText)
     return true;
 }
 
-// A panic comes to its end whatever its format is: one that cannot be used is the message as it stands.
+// Formats the message of a panic. A format that fails a check is itself used as the message, so that every panic is
+// reported.
 CTOVStringA FormatPanic(const char* szFormat, va_list pArguments)
 {
     CTOVStringA oMessage;
@@ -146,7 +147,7 @@ void CTOVMSDevLogger::OnPanicV(const char* szFile, unsigned long ulLine, const c
         CTOVStringA oText(oPrefix);
         oText += FormatPanic(szFormat, pArguments);
 
-        // The first zeros are there for systems that hand on floating numbers separately.
+        // The first zeros serve systems that pass floating-point arguments separately.
         if (CanReadAsFormat(~oText))
             Printf(~oText, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL,
                    0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL, 0LL);
@@ -156,7 +157,7 @@ void CTOVMSDevLogger::OnPanicV(const char* szFile, unsigned long ulLine, const c
     }
     catch (const std::bad_alloc&)
     {
-        // Without memory for the text, as much of it as the buffer holds must do.
+        // There is no memory for the whole text, so that only its beginning is written, as far as the buffer holds it.
         PrintPanic(szFile, ulLine, szFormat, pArguments);
         TOVPlatform::Backend::OutputDebugText(s_szBuffer);
         TOVPlatform::Backend::ShowError(s_szBuffer, "Critical Application Error");
@@ -177,8 +178,8 @@ int CTOVMSDevLogger::VPrintf(const char* szFormat, va_list pArguments)
         return nCount;
     }
 
-    // A text that is merely too long has a length. For one without a narrow form, and without memory, the beginning
-    // does.
+    // A text that is merely too long has a length and gets its own block. Of a text without a narrow form, and when
+    // there is no memory, only the beginning is written.
     const int nLength = LengthOf(szFormat, pArguments);
     const int nSize = nLength + 2;
     const std::unique_ptr<char[]> pBuffer(nLength >= 0 ? new (std::nothrow) char[nSize] : nullptr);

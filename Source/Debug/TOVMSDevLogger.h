@@ -1,4 +1,4 @@
-// The listener that the library brings along.
+// Declares CTOVMSDevLogger, the listener that the library itself registers.
 #pragma once
 
 #include <Debug/TOVLogListener.h>
@@ -7,50 +7,52 @@
 namespace TOVDebug
 {
 // Writes every log line and failed check to the debugger's output, in the form that a development environment turns
-// into a clickable source position, and shows the box of a panic. One static instance registers itself at load.
-// The severity is not shown. Below 1024 characters a line allocates nothing; a longer one comes out whole. Of a message
-// that has no narrow form, and of a longer one when memory is exhausted, at most 1023 characters come out. A panic
-// comes to its end without memory as well. No lock of its own: it relies on the server's, which is held over every
-// call.
+// into a clickable source position, and shows the message box of a panic. One static instance registers itself when the
+// library is loaded. The severity is not shown. A line of fewer than 1024 characters is written without an allocation;
+// a longer one is written whole as well. At most 1023 characters are written of a message that has no narrow form, and
+// of a longer one when memory is exhausted. A panic is reported even without memory. This class has no lock: the
+// server's lock is held during every call.
 class TOV_EXPORT CTOVMSDevLogger : public ITOVLogListener
 {
 public:
-    // Both empty.
+    // These do nothing.
     void OnStartup() override;
     void OnClosedown() override;
 
-    // Three pieces of output: "file(line) : ", the message, the line end.
+    // Writes three pieces: "file(line) : ", the message, and the line end.
     void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                 va_list pArguments) override;
 
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
 
-    // Shows the message in a box "Critical Application Error" and waits. Settled: position and message go to the
-    // debugger's output as a format of their own, so that percent signs in the message are read as conversions there.
-    // There are no arguments for them: they read zeros. A message that asks for more than 24, or stores through one,
-    // stands as it is.
+    // Shows the message in a box titled "Critical Application Error" and waits. Settled: the position and the formatted
+    // message are written to the debugger's output as a second format, so that percent signs in them are read as
+    // conversions. There are no arguments for these conversions: they read zeros. A message with more than 24
+    // conversions, or with one that stores through its argument, is written unchanged.
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
 
     // Keeps the name; nothing reads it.
     void SetApplicationName(const char* szName) override;
 
-    // Unregisters itself, also if it never was registered.
+    // Unregisters this listener, even if it was never registered.
     virtual ~CTOVMSDevLogger() noexcept(false);
 
-    // Registers itself with the current server.
+    // Registers this listener with the current server.
     CTOVMSDevLogger();
 
-    // Copies the name only; the copy is not registered.
+    // These copy the name only; a copy is not registered.
     CTOVMSDevLogger(const CTOVMSDevLogger& oOther);
     CTOVMSDevLogger& operator=(const CTOVMSDevLogger& oOther);
 
-    // The one instance of the library.
+    // The library's own instance.
     static const CTOVMSDevLogger _m_this;
 
 private:
     int VPrintf(const char* szFormat, va_list pArguments);
     int Printf(const char* szFormat, ...);
 
+    // This member alone makes the header include the string's header. It lies in the object, whose size is part of the
+    // exported design.
     CTOVStringA m_oApplicationName;
 };
 } // namespace TOVDebug
