@@ -1,16 +1,18 @@
-// Counted holder of a process-wide object that can be needed before its holder exists.
+// Declares CTOVDynamicSingleton, the counted holder of a process-wide object that can be needed before its holder
+// exists.
 #pragma once
 
 #include <Debug/TOVCheck.h>
 
-// Keeps the one T of the process alive. The holders of one T share it, and it dies with the last of them. A call of
-// T::Instance() that comes before the first holder, or after the last, creates the object without counting: a later
-// holder adopts it; without one nothing deletes it, and it stays reachable until the process ends.
+// Keeps the one T of the process alive. The holders of one T share it, and the destructor of the last holder deletes
+// it. A call of T::Instance() before the first holder exists, or after the last is gone, creates the object without
+// counting: a later holder adopts it; without such a holder the object is never deleted, and stays reachable until the
+// process ends.
 //
-// T writes its entry point over GetInstance(), and both statics are open to T as a friend. Nothing here locks: creation
-// is expected during start-up, on one thread.
+// T implements its entry point with GetInstance(); as a friend, T can access both statics. Nothing is locked here:
+// create the object during start-up, on one thread.
 //
-// The statics exist once in the process, also across the library's boundary, if T sets it up like this:
+// The statics exist once in the process, even across the library's boundary, if T declares them like this:
 //
 //   header   class TOV_EXPORT CTOVThing
 //            {
@@ -26,17 +28,17 @@
 //
 //   startup  static const CTOVDynamicSingleton<CTOVThing> s_oThingHolder;
 //
-// A T without a public default constructor makes CTOVDynamicSingleton<T> its friend. A T that is built with arguments
-// has a static T* CreateInstance(), which is called instead of new T().
+// A T without a public default constructor makes CTOVDynamicSingleton<T> its friend. A T whose constructor needs
+// arguments has a static T* CreateInstance(), which is called instead of new T().
 template<class T> class CTOVDynamicSingleton
 {
 public:
-    // Virtual operation. Counts down; at 0 deletes the object. The object can still reach itself by its entry point
-    // while its destructor runs; what that destructor throws ends here.
+    // Virtual operation. Decrements the count and deletes the object at 0. The object's entry point still returns the
+    // object while its destructor runs. An exception of that destructor is caught here.
     virtual ~CTOVDynamicSingleton();
 
-    // Creates the object if there is none, and counts up. When the creation throws, the exception goes through and the
-    // count has gone up all the same.
+    // Creates the object if it does not exist, and increments the count. If the creation throws, the exception reaches
+    // the caller, and the count has been incremented all the same.
     CTOVDynamicSingleton();
     CTOVDynamicSingleton(const CTOVDynamicSingleton&) = delete;
     CTOVDynamicSingleton& operator=(const CTOVDynamicSingleton&) = delete;
@@ -44,7 +46,7 @@ public:
 private:
     friend T;
 
-    // The object; created, but not counted, if there is none.
+    // Returns the object. Creates it, without counting, if it does not exist.
     static T& GetInstance();
 
     template<class TObject> static auto Create(int) -> decltype(TObject::CreateInstance());
@@ -59,7 +61,7 @@ template<class T> long CTOVDynamicSingleton<T>::s_lRefCount = 0;
 
 template<class T> CTOVDynamicSingleton<T>::CTOVDynamicSingleton()
 {
-    // Settled: a failed creation is counted as well.
+    // Settled: a failed creation is counted as well, by this object's destructor.
     struct sCountUp
     {
         ~sCountUp() { ++s_lRefCount; }

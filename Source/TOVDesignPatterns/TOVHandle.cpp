@@ -17,7 +17,7 @@ std::uintptr_t AddressOf(const void* pThing)
     return reinterpret_cast<std::uintptr_t>(pThing);
 }
 
-// By value: the handle may be part of the object that goes.
+// The arguments are values, since the handle may be part of the object that Release destroys.
 void ReleaseReference(ITOVRefCount* pObject, long lHandle, ITOVHandleDatabase* pDatabase)
 {
     if (pObject != nullptr && pObject->Release() == 0)
@@ -64,15 +64,15 @@ CTOVHandle::CTOVHandle(const CTOVHandle& oOther)
 
 const CTOVHandle& CTOVHandle::operator=(const CTOVHandle& oOther)
 {
-    // Settled: a last handle that is assigned to itself lets go of its object and is left without one.
+    // Settled: the last handle of an object, assigned to itself, releases the object and no longer has one.
     const bool bOwnLast = this == &oOther && IsValid() && m_pObject->GetRefCount() == 1;
     ITOVRefCount* const pNewObject = bOwnLast ? nullptr : oOther.m_pObject;
-    // Settled: the validity decides, not the object alone.
+    // Settled: only a valid handle releases its object.
     ITOVRefCount* const pOldObject = IsValid() ? m_pObject : nullptr;
     const long lOldHandle = m_lHandle;
     ITOVHandleDatabase* const pOldDatabase = m_pDatabase;
 
-    // The source may be part of the object that goes: it is counted first, and read before.
+    // The source may be part of the old object. So its object is counted and its members are read before the release.
     if (pNewObject != nullptr)
         pNewObject->AddRef();
     m_pObject = pNewObject;

@@ -1,4 +1,4 @@
-// A counted reference to an object that a database knows by number: CTOVHandle, ITOVHandleDatabase.
+// Declares CTOVHandle, a counted reference to an object that a database knows by a number, and ITOVHandleDatabase.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -6,85 +6,88 @@
 class ITOVHandleDatabase;
 class ITOVRefCount;
 
-// Names an object by its id in a database, and holds one reference to it. When the last handle lets go, the database is
-// told to forget the id. Does not own the database. No lock: one thread at a time.
+// Identifies an object by its id in a database, and holds one reference to the object. When the last handle releases
+// its reference, the database is asked to remove the id. A handle does not own the database. It has no lock: use it
+// from one thread at a time.
 //
-// A handle is empty, or valid with a reference. Each copy costs one AddRef.
+// A handle is either empty, or valid and holds a reference. Each copy costs one AddRef.
 class TOV_EXPORT CTOVHandle
 {
 public:
-    // Virtual operation. Does the same as Delete, but lets out nothing that the object or the database throws.
+    // Virtual operation. Does the same as Delete, but catches what the object or the database throws.
     virtual ~CTOVHandle();
 
-    // No object, no database, id -1.
+    // Makes a handle without an object or a database, with id -1.
     CTOVHandle();
-    // Empty, on this database; then, if there is an object, or the id is not -1, what the database has for it.
+    // These make an empty handle on this database. If pObject is not null, or lHandle is not -1, they then assign what
+    // the database returns for it.
     CTOVHandle(ITOVHandleDatabase& oDatabase, ITOVRefCount* pObject);
     CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle);
     CTOVHandle(const CTOVHandle& oOther);
 
-    // Counts the source's object and takes its members before it lets go of its own, so that a handle can walk a list,
-    // whose next handle dies with its element. When letting go throws, the handle has the new object already.
-    // Settled: lets go only if it is valid, so that one with an object but without an id keeps a reference for ever. A
-    // last handle that is assigned to itself destroys its object and is left without one.
+    // Counts the source's object and copies the source's members before it releases its own object. A handle can
+    // therefore walk a list in which each element owns the handle of the next one. If the release throws, the handle
+    // already has the new object.
+    // Settled: only a valid handle releases its object; one with an object but without an id never releases its
+    // reference. The last handle of an object, assigned to itself, destroys the object and no longer has one.
     const CTOVHandle& operator=(const CTOVHandle& oOther);
 
-    // What the database has for an id, or for an object. Both throw unless "m_pDatabase != NULL".
+    // These assign what the database returns for an id, or for an object. They throw unless "m_pDatabase != NULL".
     const CTOVHandle& operator=(long lHandle);
     const CTOVHandle& operator=(ITOVRefCount* pObject);
 
-    // The empty handle.
+    // Returns the shared empty handle.
     static const CTOVHandle& Null();
 
-    // Whether it has an object, a database, and an id that is not -1.
+    // Returns whether this handle has an object, a database, and an id that is not -1.
     bool IsValid() const;
 
-    // The object. Throws unless "IsValid()".
+    // Returns the object. Throws unless "IsValid()".
     ITOVRefCount* Get();
     ITOVRefCount* Get() const;
 
-    // The id.
+    // Returns the id.
     operator long() const;
 
-    // -1, 0 or 1: by the id, then the object's, then the database's address.
+    // Returns -1, 0 or 1. It compares the ids, then the addresses of the objects, then those of the databases.
     int Compare(const CTOVHandle& oOther) const;
 
-    // Gives the reference up, and tells the database if it was the last. Settled: the handle keeps its members and lets
-    // go once more at its end, so that one on which Delete ran is dead: do not use it, nor let it end while the object
-    // may be gone.
+    // Releases the reference, and has the database remove the id if it was the last. Settled: the handle keeps its
+    // members, and the destructor releases the reference a second time. After Delete, therefore, neither use nor
+    // destroy this handle while the object may be gone.
     void Delete();
 
 protected:
     friend class ITOVHandleDatabase;
 
-    // Adds a reference, if there is an object.
+    // Adds a reference if pObject is not null.
     CTOVHandle(ITOVHandleDatabase& oDatabase, long lHandle, ITOVRefCount* pObject);
 
 private:
     void Release();
 
     ITOVRefCount* m_pObject;
-    long m_lHandle; // -1 for none
+    long m_lHandle; // -1: no id
     ITOVHandleDatabase* m_pDatabase;
 };
 
-// Gives objects their ids, and finds them. Applications implement it: how ids are given out, and what an unknown id or
-// object yields, is theirs to decide. It is not deleted through this interface. No lock.
+// Assigns ids to objects and finds the objects. Applications implement it: they decide how ids are assigned, and what
+// an unknown id or object yields. Do not delete a database through this interface. It has no lock.
 class TOV_EXPORT ITOVHandleDatabase
 {
 public:
     // Virtual operations; their order is part of the exported design.
 
-    // The handle for an id, and for an object.
+    // These return the handle for an id, or for an object.
     virtual CTOVHandle GetHandle(long lHandle) = 0;
     virtual CTOVHandle GetHandle(ITOVRefCount* pObject) = 0;
 
 protected:
-    // A handle on this database, for the implementation of the two above.
+    // Makes a handle on this database, for the implementation of GetHandle.
     virtual CTOVHandle NewHandle(long lHandle, ITOVRefCount* pObject);
 
 public:
-    // The last reference has gone, and the object with it: only the id may be used.
+    // Called when the last reference has been released and the object is gone: only the id may be used.
     virtual void RemoveHandle(long lHandle) = 0;
 
     ITOVHandleDatabase();

@@ -1,9 +1,10 @@
-// The memento pattern: ITOVMemento holds a state that ITOVMementoCreator made and takes back.
+// Declares the memento pattern: ITOVMementoCreator saves its state in an ITOVMemento, and restores it from there.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
-// A saved state, of which only its creator knows what it holds. Owned by whoever asked for it, until it is disposed of.
+// Holds a saved state, whose contents only its creator knows. The caller that asked for a memento owns it until it
+// passes it to DisposeMemento.
 class TOV_EXPORT ITOVMemento
 {
 public:
@@ -15,17 +16,18 @@ public:
     ITOVMemento& operator=(const ITOVMemento& oOther);
 };
 
-// An object whose state can be saved and restored (the pattern's originator). Not deleted through this interface.
+// An object whose state can be saved and restored is called the pattern's originator. Do not delete it through this
+// interface.
 class TOV_EXPORT ITOVMementoCreator
 {
 public:
     // Virtual operations; their order is part of the exported design.
 
-    // The present state, for the caller to keep.
+    // Saves the present state and returns it; the caller owns it.
     virtual ITOVMemento* CreateMemento() = 0;
-    // Takes a state on that this object has given out. The memento stays as it is, and can be used again.
+    // Restores a state that this object has saved. The memento is unchanged and can be used again.
     virtual void RestoreMemento(const ITOVMemento& oMemento) = 0;
-    // Ends a memento that this object has given out.
+    // Destroys a memento that this object has created.
     virtual void DisposeMemento(ITOVMemento* pMemento) = 0;
 
     ITOVMementoCreator();

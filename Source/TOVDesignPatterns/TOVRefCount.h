@@ -1,5 +1,5 @@
-// Shared ownership by counting: the interface, a base for classes that count themselves, and a control block that
-// counts references to something else.
+// Declares shared ownership by reference counts: the interface ITOVRefCount, CTOVRefCount as the base of classes that
+// count themselves, and CTOVRefCountObject, a control block that counts the references to another object.
 #pragma once
 
 #include <Debug/TOVCheck.h>
@@ -12,25 +12,25 @@ class CTOVClass;
 template<class T> class CTOVBuffer;
 template<class T> class CTOVSmartPointer;
 
-// A counted object that can be asked for its runtime class. It has no virtual destructor: it dies by Release, and is
-// not to be deleted through this interface. Counts are plain numbers: one thread at a time.
+// A reference-counted object that returns its runtime class. It has no virtual destructor: Release destroys it; do not
+// delete it through this interface. Counts are plain numbers: use an object from one thread at a time.
 class TOV_EXPORT ITOVRefCount
 {
 public:
     // Virtual operations; their order is part of the exported design.
 
-    // The descriptor of the object's own class.
+    // Returns the descriptor of the object's own class.
     virtual const CTOVClass& GetRuntimeClass() const;
-    // The object as oClass, which is its class or one of its bases; NULL if it is neither.
+    // Returns the object as oClass, or null unless oClass is its own class or one of its bases.
     virtual void* QueryInterface(const CTOVClass& oClass);
-    // Whether oClass is the object's own class.
+    // Returns whether oClass is the object's own class.
     virtual bool IsInstanceOf(const CTOVClass& oClass) const;
-    // Whether oClass is the object's own class or one of its super classes, near or far.
+    // Returns whether oClass is the object's own class or one of its direct or indirect super classes.
     virtual bool IsKindOf(const CTOVClass& oClass) const;
-    // One reference more. Returns the new count.
+    // Increments the count and returns it.
     virtual long AddRef() = 0;
-    // One reference less; the object destroys itself at 0. Returns the new count. Throws unless "lRefCount >= 0", and
-    // destroys nothing then.
+    // Decrements the count and returns it; at 0 the object destroys itself. Throws, and destroys nothing, unless
+    // "lRefCount >= 0".
     virtual long Release() = 0;
     virtual long GetRefCount() const = 0;
 
@@ -38,15 +38,15 @@ public:
     ITOVRefCount(const ITOVRefCount& oOther);
     ITOVRefCount& operator=(const ITOVRefCount& oOther);
 
-    // The descriptor of this interface, made and registered at the first call.
+    // Returns the descriptor of this interface, which the first call creates and registers.
     static const CTOVClass& GetClass();
 };
 
-// Base of classes that count themselves. Whoever makes one holds its first reference and has to Release it.
+// Base of classes that count themselves. The code that creates an object holds its first reference and must release it.
 class TOV_EXPORT CTOVRefCount : public ITOVRefCount
 {
 public:
-    // Virtual operations, as in ITOVRefCount.
+    // Virtual operations of ITOVRefCount.
     const CTOVClass& GetRuntimeClass() const override;
     void* QueryInterface(const CTOVClass& oClass) override;
     bool IsInstanceOf(const CTOVClass& oClass) const override;
@@ -56,23 +56,23 @@ public:
     long GetRefCount() const override;
     virtual ~CTOVRefCount();
 
-    // Count 1.
+    // Starts with count 1.
     CTOVRefCount();
-    // Settled: a copy starts with the source's count, and assignment overwrites the target's count with it.
+    // Settled: a copy starts with the source's count, and an assignment overwrites the target's count with it.
     CTOVRefCount(const CTOVRefCount& oOther);
     CTOVRefCount& operator=(const CTOVRefCount& oOther);
 
-    // The descriptor of this class, whose super class is ITOVRefCount.
+    // Returns the descriptor of this class, whose super class is ITOVRefCount.
     static const CTOVClass& GetClass();
 
 protected:
     long m_lRefCount;
 };
 
-// How a control block frees what it owns. Storage of a type that needs no destructor goes back to where "operator new"
-// took it, whatever its size: so a block of many elements, and an object behind an interface without a virtual
-// destructor, are freed rightly by the single-object form. Everything else is deleted, and what
-// its destructor throws ends there: a check that failed in it has been told.
+// Frees what a control block owns. Storage of a type that needs no destructor is returned to "operator delete",
+// whatever its size: so the single-object form also frees a block of many elements, and an object known by an interface
+// without a virtual destructor. Every other object is deleted. An exception of its destructor is caught; listeners have
+// then been notified of a check that failed there.
 template<class T> class CTOVOwnedObject
 {
     template<class TVoid, class TObject, class... TSize> struct sOwnDelete : std::false_type
@@ -85,14 +85,14 @@ template<class T> class CTOVOwnedObject
     };
 
 public:
-    // Whether T's storage goes back by itself. False for a type that brings its own operator delete.
+    // Returns whether T is freed as plain storage, without a destructor. A type with its own operator delete is not.
     static constexpr bool IsPlainStorage()
     {
         return std::is_trivially_destructible_v<T> && !sOwnDelete<void, T>::value &&
                !sOwnDelete<void, T, std::size_t>::value;
     }
 
-    // Storage that Free takes back, not initialised. T is plain storage.
+    // Returns uninitialised storage that Free accepts. T must be plain storage.
     static void* Allocate(std::size_t nBytes)
     {
         if constexpr (alignof(T) > __STDCPP_DEFAULT_NEW_ALIGNMENT__)
@@ -112,42 +112,42 @@ public:
     }
 };
 
-// Control block: owns a T, which may be absent, and counts the references to it. Its runtime class is ITOVRefCount for
-// every T.
+// Control block: it owns a T, which may be absent, and counts the references to it. Its runtime class is ITOVRefCount
+// for every T.
 //
 //   CTOVSmartPointer<T> --+
 //   CTOVSmartPointer<T> --+--> | m_lRefCount 3 | m_pObject --> T
 //   CTOVBuffer<T> --------+
 //
-// The T is freed with the single-object delete, also when it is the first of an array: an array held this way must be
-// of a type without destructors. Its memory is best taken with operator new, as CTOVBuffer does, since delete of what
-// new[] made is undefined in the language.
+// The T is freed with the single-object delete, even if it is the first of an array: the elements of such an array must
+// have no destructors. Allocate the array with operator new, as CTOVBuffer does, since the language does not define
+// delete for memory of new[].
 template<class T> class TOV_TEMPLATE CTOVRefCountObject : public ITOVRefCount
 {
 public:
-    // Virtual operations, as in ITOVRefCount.
+    // Virtual operations of ITOVRefCount.
     long AddRef() override;
     long Release() override;
     long GetRefCount() const override;
     // Frees the T.
     virtual ~CTOVRefCountObject();
 
-    // Count 1. Takes over pObject.
+    // Starts with count 1 and owns pObject.
     CTOVRefCountObject(T* pObject = 0);
     CTOVRefCountObject(const CTOVRefCountObject&) = delete;
     CTOVRefCountObject& operator=(const CTOVRefCountObject&) = delete;
 
-    // Whether there is a T.
+    // Returns whether there is a T.
     bool IsValid() const;
 
 private:
     friend class CTOVSmartPointer<T>;
 
-    // Takes over pObject and frees the T held so far: what a sole owner does instead of making a new control block.
+    // Owns pObject from here on and frees the old T. A sole owner calls this instead of making a new control block.
     void Replace(T* pObject);
 
-    // Ends this block. A compiler that merges it into a function with several handles warns of uses after the delete,
-    // as it does not know that only the last handle comes here.
+    // Deletes this block. A compiler that inlines it into a function with several handles warns of uses after the
+    // delete, as it does not know that only the last handle calls it.
     TOV_NOINLINE void Destroy();
 
     long m_lRefCount;
@@ -197,7 +197,7 @@ template<class T> bool CTOVRefCountObject<T>::IsValid() const
 
 template<class T> void CTOVRefCountObject<T>::Replace(T* pObject)
 {
-    // The new object is in place before the old one goes, as the old one's destructor may look in here.
+    // The new object is stored before the old one is freed, as the destructor of the old one may use this block.
     T* const pOld = m_pObject;
     m_pObject = pObject;
 

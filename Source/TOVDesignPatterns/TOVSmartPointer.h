@@ -1,54 +1,57 @@
-// Shared ownership of any object: CTOVSmartPointer.
+// Declares CTOVSmartPointer, which shares the ownership of any object.
 #pragma once
 
 #include <TOVDesignPatterns/TOVRefCount.h>
 
-// Value handle on a control block that owns a T (CTOVRefCountObject). The T dies with the last handle. There is always
-// a control block: a null smart pointer is one on a block without a T.
+// Refers to a control block that owns a T (CTOVRefCountObject) and counts its smart pointers. The last of them destroys
+// the T. There is always a control block: the block of a null smart pointer has no T.
 //
-// What it holds is freed with the single-object delete; see CTOVRefCountObject for arrays. No lock: one thread at a
-// time for all handles of one block together.
+// The T is freed with the single-object delete; see CTOVRefCountObject for arrays. Nothing is locked: use all smart
+// pointers of one block from one thread at a time.
 //
 //   operation                       allocates   remarks
 //   construct from T*               1 block     also for a null pointer
 //   copy, assign a smart pointer    nothing     one count
 //   assign a T*                     0 or 1      a sole owner keeps its block
 //
-// When an allocation fails, std::bad_alloc goes through, the handle is as it was, and the T is still the caller's. What
-// a T's destructor throws ends where the T does, and never leaves a handle; listeners hear of its failed checks.
+// If an allocation fails, std::bad_alloc reaches the caller, the smart pointer is unchanged, and the caller still owns
+// the T. An exception of T's destructor is caught and never leaves a smart pointer; listeners are notified of checks
+// that fail there.
 template<class T> class TOV_TEMPLATE CTOVSmartPointer
 {
 public:
-    // A new control block with count 1 around pObject, which it takes over.
+    // Makes a new control block with count 1, which owns pObject.
     CTOVSmartPointer(T* pObject = 0);
     // Shares oOther's control block.
     CTOVSmartPointer(const CTOVSmartPointer& oOther);
     ~CTOVSmartPointer();
 
-    // Shares oOther's control block, then lets go of the old one, so that a pointer can walk a list: p = p->pNext.
-    // Settled: a sole owner that is assigned to itself loses its T, and is a null smart pointer then.
+    // Shares oOther's control block, then releases the old one, so that a pointer can walk a list: p = p->pNext.
+    // Settled: a sole owner that is assigned to itself frees its T and becomes a null smart pointer.
     CTOVSmartPointer& operator=(const CTOVSmartPointer& oOther);
-    // Lets go of the old control block and holds pObject in one with count 1; also for a null pointer, so that other
-    // handles keep what they have. Settled: a sole owner keeps its block, and the held pointer again changes nothing.
+    // Releases the old control block and makes one with count 1 that owns pObject, which may be null. Other smart
+    // pointers keep their T. Settled: a sole owner keeps its block, and assigning the pointer that it holds changes
+    // nothing.
     CTOVSmartPointer& operator=(T* pObject);
 
-    // Access to the T. Each throws unless "m_pObject->IsValid()".
+    // These access the T. They throw unless "m_pObject->IsValid()".
     T* operator->();
     const T* operator->() const;
     T& operator*();
     const T& operator*() const;
-    // Element nIndex, counted from the held pointer, with no bound check.
+    // Returns the element nIndex of the array that begins at the T. Throws as above; the index is not checked.
     T& operator[](int nIndex);
 
-    // The held pointer, NULL for a null smart pointer. Comparisons go through these and so compare held pointers.
+    // These return the held pointer, which is null for a null smart pointer. Comparisons use them and therefore compare
+    // held pointers.
     operator T*();
     operator const T*() const;
     T* Get();
     const T* Get() const;
 
-    // Whether there is a T.
+    // Returns whether there is a T.
     bool IsValid() const;
-    // The number of handles on the control block.
+    // Returns the number of smart pointers that share the control block.
     long GetRefCount() const;
 
 private:
@@ -80,7 +83,7 @@ template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOV
         return *this;
     }
 
-    // Settled: oOther's block is counted before the old one goes, as oOther may be part of what the old block owns.
+    // Settled: oOther's block is counted before the old one is released, as oOther may be part of the old block's T.
     m_pObject = oOther.m_pObject;
     m_pObject->AddRef();
     pOld->Release();
