@@ -1,4 +1,4 @@
-// Growable indexed container: CTOVArray.
+// Declares CTOVArray, a growable indexed container.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -11,9 +11,9 @@
 #include <type_traits>
 #include <vector>
 
-// A vector behind virtual operations. Owns its elements, which are copied by T's own copy and assignment. The capacity
-// grows by one half, or to what is needed if that is more, and never shrinks: 1, 2, 3, 4, 6, 9, 13, 19, 28, 42 for one
-// Add after the other. No lock: one thread at a time.
+// A vector with virtual operations. It owns its elements, which it copies by T's copy constructor and assignment. The
+// capacity grows by one half, or to the needed number if that is larger, and never shrinks: repeated Add gives 1, 2, 3,
+// 4, 6, 9, 13, 19, 28, 42. It has no lock: use it from one thread at a time.
 //
 //   operation                            cost                             when a copy or an allocation throws
 //   GetAt, ElementAt, [], GetSize        constant                         -
@@ -25,12 +25,12 @@
 //   Append of plain elements, Resize     linear                           valid
 //   copy                                 linear                           nothing is made
 //   =                                    linear                           valid
-//   Sort                                 n log n, one element of storage  valid; an element may stand there twice
+//   Sort                                 n log n, one element of storage  valid; an element may be there twice
 //   RemoveAll, destruction               linear                           -
 //
-// "Valid" is an array of intact elements, though not those of before. An argument may be an element of the array
-// itself. More than the largest size, or a negative one, is a std::length_error "vector<T> too long". Element types
-// have a default constructor.
+// "Valid" means that the array has intact elements, though not those that it had before. An argument may be an element
+// of the array itself. A size that is negative or too large throws std::length_error "vector<T> too long". Element
+// types must have a default constructor.
 template<class T> class TOV_TEMPLATE CTOVArray
 {
 public:
@@ -40,16 +40,16 @@ public:
     // Adds a copy at the end. Returns its index.
     virtual long Add(const T& oElement);
 
-    // Inserts a copy before lIndex; at the size it is added. Returns true. Throws std::out_of_range unless
+    // Inserts a copy before lIndex, or at the end if lIndex is the size. Returns true. Throws std::out_of_range unless
     // 0 <= lIndex <= GetSize().
     virtual bool InsertAt(long lIndex, const T& oElement);
 
     // Settled: resizes the array to lNumElements and then adds the elements one by one, so that it ends with twice as
-    // many, of which the first half is what Resize left. Returns true. Throws unless pElements != NULL, then
-    // lNumElements >= 0.
+    // many, of which the first half is what Resize left. Returns true. Throws unless "pElements != NULL", then
+    // "lNumElements >= 0".
     virtual bool Append(const T* pElements, long lNumElements);
 
-    // Assigns to an element. Returns true. This and the other access by index throw unless
+    // Assigns to an element. Returns true. This and the other operations on one index throw unless
     // "(0 <= lIndex) && (lIndex < GetSize())".
     virtual bool SetAt(long lIndex, const T& oElement);
 
@@ -59,40 +59,40 @@ public:
     // Removes all elements and keeps the capacity.
     virtual void RemoveAll();
 
-    // Cuts the tail off, or adds value-initialised elements.
+    // Sets the size: removes elements at the end, or adds value-initialised ones.
     virtual void Resize(long lNumElements);
 
     virtual const T& GetAt(long lIndex) const;
     virtual T& ElementAt(long lIndex);
 
-    // The number of elements. GetCount forwards to GetSize.
+    // Returns the number of elements. GetCount calls GetSize.
     virtual long GetSize() const;
     virtual long GetCount() const;
     virtual bool IsEmpty() const;
 
-    // Adds copies of lCount elements of oArray from lStart on; of all from there for -1. Throws std::out_of_range when
-    // these are not all in oArray.
+    // Adds copies of lCount elements of oArray, beginning at lStart; -1 means all from there to the end. Throws
+    // std::out_of_range unless oArray has all these elements.
     virtual void Append(const CTOVArray& oArray, long lStart = 0, long lCount = -1);
 
-    // As GetAt and ElementAt, which they call.
+    // These call GetAt and ElementAt.
     virtual const T& operator[](long lIndex) const;
     virtual T& operator[](long lIndex);
 
-    // Swaps two elements through SetAt, the second first. Throws unless "(0 <= lIndex1) && (lIndex1 < GetSize())", then
-    // the same for lIndex2.
+    // Swaps two elements by SetAt, first at lIndex2, then at lIndex1. Throws unless
+    // "(0 <= lIndex1) && (lIndex1 < GetSize())", then unless the same is true for lIndex2.
     virtual void Swap(long lIndex1, long lIndex2);
 
     CTOVArray();
-    // Copies of all elements. Settled: an array that is assigned to itself stays as it is.
+    // These copy all elements. Settled: an array that is assigned to itself is unchanged.
     CTOVArray(const CTOVArray& oArray);
     CTOVArray& operator=(const CTOVArray& oArray);
 
-    // Sorts in ascending order of pfCompare (see ISorter) by heap sort. Not stable. Elements are read and written by
-    // the virtual operations, so that it works on derived arrays too. A comparison that gives a bool or an unsigned
-    // number does not compile.
+    // Sorts in ascending order of pfCompare (see ISorter) by heap sort, which is not stable. Elements are read and
+    // written by the virtual operations, so that derived arrays can be sorted too. A comparison that returns a bool or
+    // an unsigned number does not compile.
     template<class TCompare> void Sort(TCompare pfCompare);
 
-    // Heap sort (Floyd's bottom-up construction, Williams' sift-down) of one array, which it does not own.
+    // Sorts one array, which it does not own, by heap sort (Floyd's bottom-up construction, Williams' sift-down).
     template<class TCompare> class CHeapSort : public ISorter<TCompare>
     {
         static_assert(!std::is_unsigned_v<std::decay_t<std::invoke_result_t<TCompare&, const T&, const T&>>>,
@@ -105,18 +105,18 @@ public:
         explicit CHeapSort(CTOVArray* pArray);
 
     private:
-        // Moves the element at a position of the heap of lHeapSize elements down to where it belongs. Positions count
-        // from 1, and position k is element k - 1: the sons of k stand at 2k and 2k + 1.
+        // Moves the element at lPosition, in a heap of lHeapSize elements, down to its place. Positions begin at 1:
+        // position k holds element k - 1, and its children are at 2k and 2k + 1.
         void SiftDown(long lPosition, long lHeapSize, TCompare& pfCompare);
 
         CTOVArray* m_pArray;
     };
 
 private:
-    // Inserts elements before nIndex in a vector built aside, so that they may be this array's own.
+    // Inserts elements before nIndex. Builds a new vector for that, so that they may be elements of this array.
     void InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount);
 
-    // The capacity to have for nNeeded elements, by the rule of growth.
+    // Returns the capacity for nNeeded elements, by the rule of growth.
     std::size_t GetCapacityFor(std::size_t nNeeded) const;
 
     std::vector<T> m_aArray;
@@ -175,7 +175,7 @@ template<class T> bool CTOVArray<T>::Append(const T* pElements, long lNumElement
     TOV_ASSERT(pElements != NULL);
     TOV_ASSERT(lNumElements >= 0);
 
-    // Elements of this array are taken out before Resize moves them.
+    // Elements of this array are copied before Resize moves them.
     std::vector<T> aOwn;
     const std::less<const T*> oBefore;
     if (!oBefore(pElements, m_aArray.data()) && oBefore(pElements, m_aArray.data() + m_aArray.size()))
@@ -212,7 +212,7 @@ template<class T> void CTOVArray<T>::RemoveAll()
 
 template<class T> void CTOVArray<T>::Resize(long lNumElements)
 {
-    // A negative number is past the largest size.
+    // A negative number becomes one that is larger than the largest size.
     const std::size_t nNumElements = static_cast<std::size_t>(lNumElements);
     if (nNumElements > m_aArray.size())
         m_aArray.reserve(GetCapacityFor(nNumElements));
@@ -309,7 +309,7 @@ template<class T> void CTOVArray<T>::InsertAside(std::size_t nIndex, const T* pE
 
 template<class T> std::size_t CTOVArray<T>::GetCapacityFor(std::size_t nNeeded) const
 {
-    // The largest size is that of a 32-bit target, on all of them.
+    // The largest size is that of a 32-bit target, on every target.
     constexpr std::size_t MAX_ELEMENTS = 0x7FFFFFFF / sizeof(T);
     if (nNeeded > MAX_ELEMENTS)
         throw std::length_error("vector<T> too long");
@@ -355,7 +355,7 @@ void CTOVArray<T>::CHeapSort<TCompare>::SiftDown(long lPosition, long lHeapSize,
         long lSon = 2 * lPosition;
         if (lSon < lHeapSize && pfCompare(m_pArray->GetAt(lSon - 1), m_pArray->GetAt(lSon)) < 0)
             ++lSon;
-        // Settled: equal elements go on moving down.
+        // Settled: an element moves down past equal ones as well.
         if (pfCompare(oElement, m_pArray->GetAt(lSon - 1)) > 0)
             break;
 

@@ -75,7 +75,7 @@ void CTOVBitArray::SetSize(int nSize)
     delete[] m_pStream;
     m_pStream = pNewStream;
     m_nSize = nSize;
-    // More bytes than an int counts bits of wrap around.
+    // The number of bits wraps around if it is too large for an int.
     m_nNumBits = static_cast<int>(static_cast<unsigned int>(nSize) * BITS_PER_BYTE);
 }
 
@@ -115,7 +115,7 @@ void CTOVBitArray::SetBitRange(int nFirst, int nLast, bool bValue)
     if (nLast < nFirst)
         return;
 
-    // The last position may be the largest number there is.
+    // The last position may be the largest int, so that the loop must not count past it.
     for (int nPos = nFirst; nPos < nLast; ++nPos)
         SetBit(nPos, bValue);
     SetBit(nLast, bValue);

@@ -1,4 +1,4 @@
-// Sized block of plain elements that copies share: CTOVBuffer.
+// Declares CTOVBuffer, a sized block of plain elements that its copies share.
 #pragma once
 
 #include <Debug/TOVCheck.h>
@@ -9,16 +9,16 @@
 #include <functional>
 #include <optional>
 
-// A block of elements without spare capacity. Copying and assigning share the block, which is counted; whoever lets go
-// of it last frees it. T must be copyable by memory copy.
+// A block of elements without spare capacity. Copies and assignments share the block, whose references are counted; the
+// last buffer that releases it frees it. T must be trivially copyable.
 //
 //   oA  m_lSize 3, m_pArray --+     control block          block
 //                             +--> +---------------+     +---+---+---+ - - +
 //   oB  m_lSize 3, m_pArray --+    | count 2       | --> | a | b | c |  0  |
 //                                  +---------------+     +---+---+---+ - - +
 //
-// Behind the last element stands a hidden one, zero at first, that no size counts: a terminator written one past the
-// end lands in owned memory. A buffer without storage has a control block with a NULL pointer.
+// A hidden element, zero at first, follows the last one, and no size includes it: a terminator written one past the end
+// stays in owned memory. A buffer without storage has a control block with a null pointer.
 //
 //   operation                           cost                                    when an allocation throws
 //   default construction                1 allocation                            -
@@ -30,79 +30,85 @@
 //   Free                                1 allocation if shared, else none       unchanged
 //   GetSize, GetBuffer, Swap, IsValid   constant                                cannot
 //
-// Settled: only Resize and Zero, and what goes through them, take a private block first. GetBuffer, SetElements and
-// Swap write into a shared block, and all sharers see it. Sizes are 32-bit counts; a block of 2 GB or more is
-// std::bad_alloc. No lock: one thread at a time, for all buffers that share a block together.
+// Settled: only Resize and Zero, and the operations that call them, make a private block first. Writing through
+// GetBuffer, SetElements and Swap changes a shared block, and every buffer that shares it sees the change. Sizes are
+// 32-bit counts; a block of 2 GB or more throws std::bad_alloc. Nothing is locked: use all buffers that share a block
+// from one thread at a time.
 template<class T> class TOV_TEMPLATE CTOVBuffer
 {
 public:
     // Virtual operations; their order is part of the exported design.
 
-    // Cannot throw, as the elements need no destructors.
+    // It cannot throw, as the elements need no destructors.
     virtual ~CTOVBuffer() noexcept;
 
-    // Copies lSize elements into the block at lIndex, or out of it. pElements may lie in the block itself; lSize <= 0
-    // copies nothing. Throw unless "m_pArray.IsValid()", then "(0 <= lIndex) && (lIndex+lSize <= GetSize())".
+    // These copy lSize elements into the block at lIndex, or out of it. pElements may lie in the block itself; with
+    // lSize <= 0 they copy nothing. They throw unless "m_pArray.IsValid()", then
+    // "(0 <= lIndex) && (lIndex+lSize <= GetSize())".
     virtual void SetElements(long lIndex, const T* pElements, long lSize);
     virtual void GetElements(long lIndex, T* pElements, long lSize) const;
 
-    // Lets go of the own block and shares the other's. Nothing happens to a buffer that is assigned to itself.
+    // Releases the present block and shares the other's. A buffer assigned to itself is unchanged.
     virtual const CTOVBuffer& operator=(const CTOVBuffer& oBuffer);
 
-    // Becomes a copy of lSize elements: SetSize, then SetElements. pElements may lie in the own block.
+    // Replaces the contents by lSize elements: calls SetSize, then SetElements. pElements may lie in this buffer's own
+    // block.
     virtual void Assign(const T* pElements, long lSize);
 
-    // Adds elements behind the last one: SetSize, then SetElements. They may lie in the own block; none change nothing.
+    // These add elements after the last one: they call SetSize, then SetElements. The elements may lie in this buffer's
+    // own block. Appending no elements changes nothing.
     virtual void Append(const CTOVBuffer& oBuffer);
     virtual void Append(const T* pElements, long lSize);
 
-    // Clears all bytes of all elements, in a private block. Nothing happens at size 0.
+    // Sets all bytes of all elements to 0, in a private block. Does nothing if the size is 0.
     virtual void Zero();
 
-    // Takes a private block of lNumElements elements. The old ones that fit are kept if bKeepData; others are not
-    // initialised. Size 0 is a valid block too. Throws unless lNumElements >= 0.
+    // Makes a private block of lNumElements elements. If bKeepData is true, the old elements that fit are kept; all
+    // others are not initialised. Size 0 also gives a valid block. Throws unless "lNumElements >= 0".
     virtual void Resize(long lNumElements, bool bKeepData = true);
 
-    // Lets go of the block: size 0, no storage.
+    // Releases the block: the size becomes 0, and there is no storage.
     virtual void Free();
 
-    // As Resize, which it calls.
+    // Calls Resize.
     virtual void SetSize(long lNumElements, bool bKeepData);
 
-    // Whether there is storage, which there is from the first Resize on, also for size 0.
+    // Returns whether there is storage. There is from the first Resize on, even if the size is 0.
     virtual bool IsValid() const;
 
-    // The number of elements.
+    // Returns the number of elements.
     virtual long GetSize() const;
 
-    // The first element, NULL without storage. Writing here is seen by all sharers.
+    // Returns the first element, or null without storage. All buffers that share the block see what is written here.
     virtual T* GetBuffer();
     virtual const T* GetBuffer() const;
 
-    // Swaps two elements. Throws unless "(0 <= lIndex1) && (lIndex1 < GetSize())", then the same for lIndex2.
+    // Swaps two elements. Throws unless "(0 <= lIndex1) && (lIndex1 < GetSize())", then unless the same is true for
+    // lIndex2.
     virtual void Swap(long lIndex1, long lIndex2);
 
-    // No storage.
+    // Makes a buffer without storage.
     CTOVBuffer();
-    // Shares the block.
+    // Shares the block of oBuffer.
     CTOVBuffer(const CTOVBuffer& oBuffer);
-    // A copy of lSize elements; no storage for none. Throws unless lNumElements >= 0, as Resize.
+    // Copies lSize elements. With lSize 0 there is no storage. Throws unless "lNumElements >= 0", as Resize does.
     CTOVBuffer(const T* pElements, long lSize);
 
-    // As GetBuffer.
+    // Does the same as GetBuffer.
     T* AddressOfBuffer();
 
-    // Same size and bytewise equal elements. Without storage equals only without storage.
+    // Returns whether the sizes and all bytes of the elements are equal. A buffer without storage equals only another
+    // one without storage.
     bool operator==(const CTOVBuffer& oBuffer) const;
 
 private:
-    // A new block that begins with the first lNumKept elements of the present one.
+    // Returns a new block that begins with the first lNumKept elements of the present one.
     T* NewBlock(long lNumElements, long lNumKept) const;
 
-    // Makes this buffer the only owner of such a block. Its size is left to the caller.
+    // Makes this buffer the only owner of such a block. The caller sets the size.
     void MakeUnique(long lNumElements, long lNumKept);
 
-    // Whether pElements points into the block, its hidden element included, and so would not outlive it.
+    // Returns whether pElements points into the block, its hidden element included, and would dangle without it.
     bool IsInside(const T* pElements) const;
 
     static unsigned long GetByteCount(long lNumElements);
@@ -136,7 +142,7 @@ template<class T> CTOVBuffer<T>::~CTOVBuffer() noexcept
 template<class T> void CTOVBuffer<T>::SetElements(long lIndex, const T* pElements, long lSize)
 {
     TOV_ASSERT(m_pArray.IsValid());
-    // The sum of the text, written so that it cannot overflow.
+    // The condition is the one of the text, written so that it cannot overflow.
     TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex), "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
 
     if (lSize > 0)
@@ -186,7 +192,8 @@ template<class T> void CTOVBuffer<T>::Append(const T* pElements, long lSize)
     if (IsInside(pElements))
         oSource.emplace(m_pArray);
 
-    // The sum wraps at 32 bits on every target: a size past the largest is negative, and fails the check of Resize.
+    // The sum wraps at 32 bits on every target: a size that is too large becomes negative and fails the check of
+    // Resize.
     const long lOldSize = GetSize();
     const std::uint32_t ulNewSize = static_cast<std::uint32_t>(lOldSize) + static_cast<std::uint32_t>(lSize);
     SetSize(static_cast<std::int32_t>(ulNewSize), true);
@@ -277,7 +284,7 @@ template<class T> T* CTOVBuffer<T>::NewBlock(long lNumElements, long lNumKept) c
     static_assert(std::is_trivially_copyable_v<T> && CTOVOwnedObject<T>::IsPlainStorage(),
                   "the elements of a buffer are copied and freed as plain memory");
 
-    // What no 32-bit target can hold fails on all of them.
+    // A block that is too large for a 32-bit target fails on every target.
     constexpr long MAX_ELEMENTS = static_cast<long>(0x7FFFFFFF / sizeof(T)) - 1;
     if (lNumElements > MAX_ELEMENTS)
         throw std::bad_alloc();

@@ -1,12 +1,12 @@
-// First-in first-out store for one thread: CTOVQueue.
+// Declares CTOVQueue, a first-in first-out store for one thread.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
 #include <deque>
 
-// Owns its elements; the next one out is the front of the deque. No lock: one thread at a time. CTOVSafeQueue is the
-// one between threads.
+// Owns its elements; the oldest is the front of the deque. It has no lock: use it from one thread at a time, and
+// CTOVSafeQueue between threads.
 //
 //   operation                          cost                when a copy or an allocation throws
 //   Enqueue                            constant, 1 copy    unchanged
@@ -27,7 +27,7 @@ public:
     // Removes the oldest element and returns it. Throws unless "m_aQueue.size() > 0".
     T Dequeue();
 
-    // The number of elements.
+    // These return the number of elements.
     long GetSize() const;
     long GetCount() const;
     bool IsEmpty() const;

@@ -1,12 +1,12 @@
-// Fixed-capacity first-in first-out store: CTOVRingBuffer.
+// Declares CTOVRingBuffer, a fixed-capacity first-in first-out store.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
 #include <algorithm>
 
-// Owns its elements. Refuses a write when full and a read when empty; nothing blocks and nothing is overwritten. No
-// lock: one thread at a time, also with one reader and one writer.
+// Owns its elements. It refuses a write when full and a read when empty; it never blocks and overwrites nothing. It has
+// no lock: use it from one thread at a time, even with one reader and one writer.
 //
 //    0     1     2     3     4
 //  +-----+-----+-----+-----+-----+
@@ -24,13 +24,13 @@ public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVRingBuffer();
 
-    // Stores a copy behind the newest element. Returns false, with nothing changed, when full.
+    // Stores a copy after the newest element. Returns false, with nothing changed, when full.
     virtual bool Write(const T& oElement);
 
-    // Takes the oldest element out. Returns false, with oElement untouched, when empty.
+    // Removes the oldest element and assigns it to oElement. Returns false, with oElement unchanged, when empty.
     virtual bool Read(T& oElement);
 
-    // Forgets all elements; the capacity stays.
+    // Sets the count to 0; the capacity stays.
     virtual void Clear();
 
     // Sets the capacity in elements and empties the buffer, even for an unchanged capacity. Throws unless
@@ -39,18 +39,18 @@ public:
 
     virtual long GetCapacity() const;
     virtual long GetCount() const;
-    // As GetCount, which it calls.
+    // Calls GetCount.
     virtual long GetSize() const;
-    // With capacity 0 both are true.
+    // With capacity 0, both return true.
     virtual bool IsEmpty() const;
     virtual bool IsFull() const;
 
-    // Capacity 0; or as SetCapacity.
+    // The capacity is 0, or is set by SetCapacity.
     CTOVRingBuffer();
     CTOVRingBuffer(long lNumElements);
-    // Deep copies, with the positions of the source: SetCapacity of the source's GetCapacity, then all places. Where a
-    // derived class limits the one or tells another number by the other, so that the places differ in number, the
-    // target takes the oldest elements that fit. Assigned to itself, it stays as it is.
+    // These copy the elements and the positions of the source: they call SetCapacity with the source's GetCapacity,
+    // then copy all places. If the numbers of places differ, because a derived class overrides one of the two, the
+    // target receives the oldest elements that fit. A buffer assigned to itself is unchanged.
     CTOVRingBuffer(const CTOVRingBuffer& oSource);
     CTOVRingBuffer& operator=(const CTOVRingBuffer& oSource);
 
@@ -88,7 +88,7 @@ template<class T> CTOVRingBuffer<T>& CTOVRingBuffer<T>::operator=(const CTOVRing
         return *this;
 
     SetCapacity(oSource.GetCapacity());
-    CTOVRingBuffer::Clear(); // what an overridden SetCapacity may have left
+    CTOVRingBuffer::Clear(); // an overridden SetCapacity may have kept elements
     if (m_lCapacity == oSource.m_lCapacity)
     {
         std::copy(oSource.m_pBuffer, oSource.m_pBuffer + oSource.m_lCapacity, m_pBuffer);
@@ -109,7 +109,7 @@ template<class T> CTOVRingBuffer<T>& CTOVRingBuffer<T>::operator=(const CTOVRing
 
 template<class T> bool CTOVRingBuffer<T>::Write(const T& oElement)
 {
-    // The places decide as well: a derived class may tell of more than there are.
+    // The number of places is checked as well: a derived class may report a larger capacity.
     if (IsFull() || m_lCount == m_lCapacity)
         return false;
 
@@ -142,7 +142,7 @@ template<class T> void CTOVRingBuffer<T>::SetCapacity(long lNumElements, bool bK
     TOV_ASSERT(lNumElements >= 0);
     TOV_ASSERT(bKeepData == false);
 
-    // With values from the start, since a copy takes all places, used or not.
+    // All places are initialised, since a copy reads all of them, used or not.
     T* const pNewBuffer = new T[static_cast<std::size_t>(lNumElements)]();
     TOV_SAFE_DELETE_ARRAY(m_pBuffer);
     m_lCapacity = lNumElements;

@@ -1,4 +1,4 @@
-// First-in first-out store between threads: CTOVSafeQueue.
+// Declares CTOVSafeQueue, a first-in first-out store between threads.
 #pragma once
 
 #include <Debug/TOVCheck.h>
@@ -7,9 +7,9 @@
 
 #include <list>
 
-// One thread hands elements to another; any number of threads on both sides. Owns copies of the elements. The mutex
-// guards every access to the list and is held for that alone. The event tells consumers that there may be an element;
-// it is waited on with no lock held, so the order is event, then mutex.
+// Passes elements from any number of producer threads to any number of consumer threads. It owns copies of the
+// elements. The mutex guards every access to the list and is held for that alone. The event tells consumers that there
+// may be an element. They wait for it with no lock held: the order is event, then mutex.
 //
 //   producer   lock, append, unlock, signal
 //   consumer   wait, lock, take the first, signal again if there are more, unlock
@@ -19,10 +19,11 @@
 //   Dequeue                         blocks; 1 copy under the lock   unchanged
 //   IsEmpty, GetCount, GetSize      the lock                        -
 //
-// Elements are copied by T's own copy, into the list by the producer and out of it by the consumer. Whatever a copy
-// shares with its original is then shared by threads. CTOVStringA, CTOVPath, CTOVBuffer and CTOVSmartPointer share a
-// block, without a lock and with a plain count: producer and consumer must not both keep one, and as the producer's own
-// object is one, not even a temporary may be enqueued. Texts go in an element that copies the characters:
+// Elements are copied by T's copy constructor, into the list by the producer and out of it by the consumer. Threads
+// then share whatever a copy shares with its original. Copies of CTOVStringA, CTOVPath, CTOVBuffer and CTOVSmartPointer
+// share a block whose count is not guarded: producer and consumer must not use such copies at the same time. As the
+// producer's own object is one of them, do not enqueue these classes at all, not even a temporary. Put a text into an
+// element that copies the characters:
 //
 //   struct sLine
 //   {
@@ -31,17 +32,17 @@
 //       const CTOVStringA sText;
 //   };
 //
-// A consumer on an empty queue stays blocked until the next Enqueue: there is no time-out and no cancel. Nothing
-// releases it when the queue is destroyed, so the owner stops consumers first. There is no virtual destructor: a queue
-// is not deleted through a base class. Each operation also throws what CTOVMutex throws for a mutex that was not
-// created.
+// A consumer of an empty queue is blocked until the next Enqueue: there is no time-out and no way to cancel the wait.
+// Destroying the queue does not release its consumers, so that the owner must stop them first. There is no virtual
+// destructor: do not delete a queue through a base class. Each operation also throws what CTOVMutex throws for a mutex
+// that could not be created.
 template<class T> class TOV_TEMPLATE CTOVSafeQueue
 {
 public:
     // Virtual operations; their order is part of the exported design.
 
     virtual bool IsEmpty() const;
-    // The number of elements, as of this moment. GetSize forwards to GetCount.
+    // Returns the number of elements, which other threads may change at any moment. GetSize calls GetCount.
     virtual long GetCount() const;
     virtual long GetSize() const;
 
@@ -56,7 +57,8 @@ public:
     T Dequeue();
 
 private:
-    // Holds the mutex for a block. Locking throws what the mutex throws; unlocking only tells of it.
+    // Holds the mutex for a scope. A check that fails while locking throws; one that fails while unlocking is only
+    // reported to the listeners.
     class CLock
     {
     public:
@@ -72,7 +74,7 @@ private:
         const CTOVMutex& m_oMutex;
     };
 
-    // Removes the first element and returns it. With the mutex held.
+    // Removes the first element and returns it. The caller holds the mutex.
     T TakeFirst();
 
     std::list<T> m_aQueue;
@@ -117,7 +119,7 @@ template<class T> T CTOVSafeQueue<T>::Dequeue()
         m_oEvent.Wait();
 
         const CLock oLock(m_oMutex);
-        // A signal that comes after another consumer has taken its element wakes for nothing.
+        // Another consumer may already have taken the element for which this signal was sent.
         if (!m_aQueue.empty())
             return TakeFirst();
     }
@@ -125,8 +127,8 @@ template<class T> T CTOVSafeQueue<T>::Dequeue()
 
 template<class T> T CTOVSafeQueue<T>::TakeFirst()
 {
-    // The event was reset for this consumer: as long as elements remain, also when the copy throws, it is set again for
-    // the next one.
+    // The wait of this consumer has reset the event. If elements remain, also because the copy throws, it is set again
+    // for the next consumer.
     struct sSignalRest
     {
         CTOVSafeQueue& oQueue;

@@ -1,10 +1,11 @@
-// The sorting interface.
+// Declares ISorter, the sorting interface.
 #pragma once
 
 #include <Debug/TOVCompiler.h>
 
-// Sorts what it was made for by a caller's comparison: int pfCompare(const T& a, const T& b), below 0 when a orders
-// before b, above 0 when after. It has no virtual destructor: an implementation must not need one.
+// An implementation sorts one container, by a comparison int pfCompare(const T& a, const T& b) of the caller, which
+// returns a number below 0 if a orders before b, and above 0 if a orders after b. The interface has no virtual
+// destructor: an implementation must not need one.
 template<class TCompare> class TOV_TEMPLATE ISorter
 {
 public:

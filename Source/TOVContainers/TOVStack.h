@@ -1,11 +1,11 @@
-// Last-in first-out store: CTOVStack.
+// Declares CTOVStack, a last-in first-out store.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
 #include <deque>
 
-// Owns its elements; the top is the back of the deque. No lock: one thread at a time.
+// Owns its elements; the top is the back of the deque. It has no lock: use it from one thread at a time.
 //
 //   operation                          cost               when a copy or an allocation throws
 //   Push                               constant, 1 copy   unchanged
@@ -26,10 +26,10 @@ public:
     void Push(const T& oElement);
     // Removes the top element. Throws unless "m_aStack.size() > 0".
     void Pop();
-    // The top element. Throws unless "m_aStack.size() > 0".
+    // Returns the top element. Throws unless "m_aStack.size() > 0".
     T& GetTop();
 
-    // The number of elements.
+    // These return the number of elements.
     long GetSize() const;
     long GetCount() const;
     bool IsEmpty() const;
