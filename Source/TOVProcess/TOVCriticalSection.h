@@ -1,17 +1,17 @@
-// The light lock inside one process.
+// Declares CTOVCriticalSection, the light lock between the threads of one process.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
-// Owns one critical section, from the constructor to the destructor. Its owner may enter repeatedly, and leaves as
-// often.
+// Owns one critical section, from the constructor to the destructor. The thread that has entered it may enter it again,
+// and must leave it as often.
 //
-// Copies share the handle: a copy enters the same lock. Each destructor destroys it, though, and on Windows the second
-// one releases memory twice, so never let two copies run into their destructors. operator= drops the old handle without
-// destroying the section behind it.
+// Copies share the handle: a copy enters the same lock. However, each destructor destroys that lock, and on Windows the
+// second one releases memory twice, so never let two copies be destroyed. operator= overwrites the old handle and does
+// not destroy its critical section.
 //
-// Threads: any. Every operation, the constructor included, throws unless m_hCriticalSection != NULL. The destructor
-// does not throw: it tells the listeners of that check and goes on.
+// Any thread may use it. Every operation, the constructor included, throws unless "m_hCriticalSection != NULL". The
+// destructor does not throw: it reports that check to the listeners and continues.
 class TOV_EXPORT CTOVCriticalSection
 {
 public:

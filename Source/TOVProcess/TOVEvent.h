@@ -1,22 +1,24 @@
-// A signal between threads.
+// Declares CTOVEvent, a signal between threads.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
 // Owns one system event, from the constructor to the destructor.
 //
-// Copies share the handle: copy and original are one event, and each destructor closes it, the second time in vain.
-// operator= drops the old handle without closing it. Who keeps two live copies takes that risk.
+// Copies share the handle: copy and original are one event. Each destructor closes the handle, and the second close
+// fails without a report. operator= overwrites the old handle without closing it. Two live copies close the same handle
+// twice; that is the caller's risk.
 //
-// Threads: any. Destroying an event on which a thread still waits is the caller's error.
+// Any thread may use it. Do not destroy an event while a thread waits for it.
 class TOV_EXPORT CTOVEvent
 {
 public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVEvent();
 
-    // Not signalled. With manual reset it stays signalled until Reset, otherwise the wait that it releases clears it.
-    // A failure to create it is logged; the object then has handle 0 and its operations do nothing.
+    // Creates an event that is not signalled. With manual reset, a signalled event stays signalled until Reset;
+    // otherwise the wait that it releases clears it. If it cannot be created, that is logged; the object then has
+    // handle 0, and its operations do nothing.
     CTOVEvent(bool bManualReset = false);
     CTOVEvent(const CTOVEvent& oOther);
     CTOVEvent& operator=(const CTOVEvent& oOther);
@@ -25,10 +27,10 @@ public:
     void Reset();
     void Wait();
 
-    // Milliseconds; -1 waits for ever. False only when the time ran out.
+    // Waits for so many milliseconds; -1 waits without a limit. Returns false only if the time has run out.
     bool TimedWait(long lMilliseconds);
 
-    // For waits for several objects.
+    // These return the handle, for a wait for several objects.
     tHandle GetHandle() const;
     operator tHandle() const;
 

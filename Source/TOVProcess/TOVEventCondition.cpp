@@ -13,8 +13,8 @@ namespace Event = TOVPlatform::TOVSynchronization::Event;
 
 namespace
 {
-// The handles of the events, which are asked for by their index. NULL when there is no memory, also for so many that
-// their bytes cannot be counted: new would throw then.
+// Returns the handles of the events, which fnEventAt returns by index. Returns null if there is no memory, and if the
+// array would be so large that new would throw.
 template<class TEventAt> tHandle* TakeHandles(int nNumEvents, const TEventAt& fnEventAt)
 {
     if (nNumEvents > INT_MAX / static_cast<int>(sizeof(tHandle)))

@@ -1,22 +1,24 @@
-// A lock with an owning thread.
+// Declares CTOVMutex, a lock with an owning thread.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
-// Owns one system mutex, from the constructor to the destructor. Its owner may lock repeatedly, and unlocks as often.
+// Owns one system mutex, from the constructor to the destructor. The thread that has locked it may lock it again, and
+// must unlock it as often.
 //
-// Copies share the handle: copy and original are one mutex, and each destructor closes it, the second time in vain.
-// operator= drops the old handle without closing it. Who keeps two live copies takes that risk.
+// Copies share the handle: copy and original are one mutex. Each destructor closes the handle, and the second close
+// fails without a report. operator= overwrites the old handle without closing it. Two live copies close the same handle
+// twice; that is the caller's risk.
 //
-// Threads: any. Every operation throws unless m_hMutex != NULL. The destructor does not throw: it tells the listeners
-// of that check and goes on.
+// Any thread may use it. Every operation throws unless "m_hMutex != NULL". The destructor does not throw: it reports
+// that check to the listeners and continues.
 class TOV_EXPORT CTOVMutex
 {
 public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVMutex();
 
-    // Not owned. A failure to create it is logged; the object then has handle 0.
+    // Creates a mutex that no thread has locked. If it cannot be created, that is logged; the object then has handle 0.
     CTOVMutex();
     CTOVMutex(const CTOVMutex& oOther);
     CTOVMutex& operator=(const CTOVMutex& oOther);
@@ -24,14 +26,15 @@ public:
     void Lock() const;
     void Unlock() const;
 
-    // True if another thread holds the mutex. Settled: false leaves the caller as the owner, who has to call Unlock;
-    // and so does true when the former owner has ended without one.
+    // Returns true if another thread holds the mutex. Settled: if the result is false, the calling thread now holds the
+    // mutex and must call Unlock. The same applies if the result is true because the former owner has ended without
+    // unlocking.
     bool IsLocked() const;
 
-    // For waits for several objects.
+    // Returns the handle, for a wait for several objects.
     tHandle GetHandle() const;
 
 private:
     tHandle m_hMutex;
-    bool m_bMutexState; // only carried along by copies
+    bool m_bMutexState; // Settled: it is copied and never read, but the layout of the object is given.
 };

@@ -1,36 +1,40 @@
-// A counting lock.
+// Declares CTOVSemaphore, a counting lock.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
-// Owns one system semaphore, from the constructor to the destructor: a count that each lock takes down by one and that
-// stops the next at 0.
+// Owns one system semaphore, from the constructor to the destructor: a count that each lock decrements. A lock waits
+// while the count is 0.
 //
-// Copies share the handle: copy and original are one semaphore, and each destructor closes it, the second time in vain.
-// operator= drops the old handle without closing it. Who keeps two live copies takes that risk.
+// Copies share the handle: copy and original are one semaphore. Each destructor closes the handle, and the second close
+// fails without a report. operator= overwrites the old handle without closing it. Two live copies close the same handle
+// twice; that is the caller's risk.
 //
-// Threads: any. Every operation, the constructor included but not the destructor, throws unless m_hSemaphore != NULL.
+// Any thread may use it. Every operation, the constructor included but not the destructor, throws unless
+// "m_hSemaphore != NULL".
 class TOV_EXPORT CTOVSemaphore
 {
 public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVSemaphore();
 
-    // With a name the semaphore is shared with all others of that name, in other processes of this user too; one that
-    // exists already keeps its counts. Impossible counts, and a name that another kind of object has, throw.
+    // A semaphore with a name is shared with all others of that name, in other processes of this user too; one that
+    // already exists keeps its counts. Throws if the counts are impossible, or if an object of another kind has the
+    // name.
     CTOVSemaphore(long lInitialCount = 1, long lMaximumCount = 1, const char* szName = nullptr);
     CTOVSemaphore(const CTOVSemaphore& oOther);
     CTOVSemaphore& operator=(const CTOVSemaphore& oOther);
 
     void Lock() const;
 
-    // Milliseconds; -1 waits for ever. False only when the time ran out.
+    // Waits for so many milliseconds; -1 waits without a limit. Returns false only if the time has run out.
     bool TryLock(long lMilliseconds) const;
 
-    // Returns the count before the release, and 0 with nothing changed for a release beyond the maximum.
+    // Increments the count by lCount and returns the count before that. If it would exceed the maximum, returns 0 and
+    // changes nothing.
     long Unlock(long lCount) const;
 
 private:
-    long m_lSemaphoreState; // only carried along by copies
+    long m_lSemaphoreState; // Settled: it is copied and never read, but the layout of the object is given.
     tHandle m_hSemaphore;
 };

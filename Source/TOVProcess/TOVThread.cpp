@@ -13,9 +13,9 @@ namespace
 constexpr tDword NO_TIMEOUT = 0xFFFFFFFF;
 constexpr unsigned long OLD_THREAD_TIMEOUT = 10000; // milliseconds
 
-// A new thread can be at work, and even through, before Start has stored its handle in the object. So both pass here:
-// Start from before the creation to the storing, the thread before it touches the object. One lock serves all objects;
-// it lives as long as the process.
+// A new thread can run, and even end, before Start has stored its handle in the object. So both take this lock: Start
+// holds it from before the creation until the handle is stored, and the thread enters it before it uses the object. One
+// lock serves all objects; it is never destroyed.
 class CStartGate
 {
 public:
@@ -34,7 +34,7 @@ public:
     CStartGate(const CStartGate&) = delete;
     CStartGate& operator=(const CStartGate&) = delete;
 
-    // False if the system has no lock to give. Then nothing is started.
+    // Returns false if the system could not create the lock. Then nothing is started.
     bool IsThere() const { return m_hSection != 0; }
 
 private:
@@ -77,7 +77,7 @@ void CTOVThread::ExitInstance()
 
 bool CTOVThread::Start(unsigned long ulUserParam, Thread::eThreadPriority ePriority)
 {
-    // Settled: whether the old thread has stopped in that time is not looked at.
+    // Settled: it is not checked whether the old thread has stopped in that time.
     if (IsRunning())
         Stop(true, OLD_THREAD_TIMEOUT);
     return StartNew(ulUserParam, ePriority);
@@ -99,7 +99,7 @@ bool CTOVThread::StartNew(unsigned long ulUserParam, Thread::eThreadPriority ePr
     if (hThread == 0)
         return false;
 
-    // From here on an object that deletes itself may be gone.
+    // From here on, an object that deletes itself may already be gone.
     Thread::SetPriority(hThread, ePriority);
     return true;
 }
@@ -118,7 +118,7 @@ bool CTOVThread::Stop(bool bWait, unsigned long ulTimeout)
         Thread::WaitForExitInfinite(hThread);
     else
         Thread::WaitForExit(hThread, ulTimeout);
-    return true; // Settled: also when the time ran out.
+    return true; // Settled: the result is true even if the time has run out.
 }
 
 bool CTOVThread::IsStopPending() const
@@ -135,7 +135,7 @@ CTOVThread::CTOVThread(bool bAutoDelete, bool bStart)
     : m_ulThreadId(0), m_hThread(0), m_ulUserParam(0), m_bStopPending(false), m_bAutoDelete(bAutoDelete)
 {
     if (bStart)
-        StartNew(0, Thread::eThreadPriorityNormal); // as Start, for nothing runs yet
+        StartNew(0, Thread::eThreadPriorityNormal); // does the same as Start, as no old thread runs
 }
 
 CTOVThread::CTOVThread(const CTOVThread& oOther)
@@ -175,7 +175,7 @@ void CTOVThread::CopyMembers(const CTOVThread& oOther)
 
 unsigned long CTOVThread::ThreadProcess(unsigned long long ullParam)
 {
-    // A pointer's worth of low bits is defined.
+    // Only as many low bits as a pointer has are defined.
     CTOVThread* const pThread = reinterpret_cast<CTOVThread*>(static_cast<std::uintptr_t>(ullParam));
     if (pThread == nullptr)
     {
