@@ -9,7 +9,7 @@ namespace
 {
 constexpr unsigned long NO_CLASS_ID = 0xFFFFFFFFul; // -1 in 32 bits
 
-// The number of owners in front of a name.
+// Returns the number of owners, which is stored before the name.
 long& OwnersOf(char* szName)
 {
     return *reinterpret_cast<long*>(szName - sizeof(long));
@@ -48,7 +48,7 @@ CTOVClass::CTOVClass(const CTOVClass& oOther)
 
 CTOVClass::~CTOVClass() noexcept(false)
 {
-    // The name goes also when a listener throws at the log line of the removal.
+    // The name is released even if a listener throws at the log line of the removal.
     struct sNameRelease
     {
         char*& szName;
@@ -161,7 +161,7 @@ void CTOVClass::AddSuperClass(const CTOVClass& oClass)
 
 void CTOVClass::RemoveSuperClass(const CTOVClass& oClass)
 {
-    // Settled: after a removal the index moves on, past the entry that has just moved down.
+    // Settled: the index is incremented after a removal as well, and so skips the entry that has just moved down.
     for (std::size_t nIndex = 0; nIndex < m_aSuperClasses.size(); ++nIndex)
     {
         if (m_aSuperClasses[nIndex] == &oClass)

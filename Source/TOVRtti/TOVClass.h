@@ -1,50 +1,52 @@
-// The library's own runtime type information: CTOVClass describes one class.
+// Declares CTOVClass, the descriptor of a class in the library's own runtime type information.
 #pragma once
 
 #include <TOVString/TOVStringA.h>
 
 #include <vector>
 
-// Descriptor of a class: name, id, up to four direct super classes. It registers itself in the class server when it is
-// constructed. Identity of classes is identity of ids: descriptors with the same id are the same class, and a second
-// descriptor of a name gets the id of the first. Ids are dense, begin at 0 in the order of construction, differ from
-// run to run and may not be stored.
+// Describes a class: its name, its id and up to four direct super classes. The constructor registers it in the class
+// server. Classes are identified by their ids: two descriptors with the same id describe the same class, and a second
+// descriptor with the same name receives the id of the first. Ids are consecutive and begin at 0, in the order of
+// construction. They differ from run to run and must not be stored.
 //
-// A class takes part by carrying these members. Each body is one line; a class without interfaces needs no
+// A class has a descriptor if it has these members. Each body is one line; a class without interfaces needs no
 // QueryInterface.
 //
 //   static const CTOVClass& GetClass();                             the class's descriptor
 //   virtual const CTOVClass& GetRuntimeClass() const;               the same
 //   virtual bool IsInstanceOf(const CTOVClass& oClass) const;       GetClass() == oClass
 //   virtual bool IsKindOf(const CTOVClass& oClass) const;           GetClass().IsKindOf(oClass)
-//   virtual void* QueryInterface(const CTOVClass& oClass);          this for the own class; else each base's answer in
-//                                                                   base order; else NULL
+//   virtual void* QueryInterface(const CTOVClass& oClass);          this for its own class; else the answer of the
+//                                                                   first base, in order, that is not null; else null
 //
-// The descriptor is a static _s_oClass: inside GetClass() for interfaces and classes without a source file, where it
-// comes to life at the first call, after those of its bases; or a data member of a class that has one.
+// The descriptor is a static object _s_oClass. An interface, or a class without a source file, defines it inside
+// GetClass(), where the first call constructs it, after those of its bases. A class with a source file has it as a
+// static data member.
 //
-// Copies share the name, the id and the list, and are for printing values only: the death of a copy removes the class
-// from the server, as that goes by name alone. The text of the name lives as long as any descriptor that shares it.
+// Copies share the name, the id and the list of super classes. Use a copy only to print its values: its destructor
+// removes the class from the server, which identifies a class by name alone. The text of the name lives as long as any
+// descriptor that shares it.
 //
-// No lock: descriptors come to life during start-up or on one thread.
+// The class has no lock: construct descriptors during start-up or on one thread.
 class TOV_EXPORT CTOVClass
 {
 public:
-    // Virtual operation. Removes whatever class holds this name from the server. The server does not keep this object
-    // under another name either. Allocates nothing. What a listener throws at the log line of the removal goes through,
-    // and the server has forgotten this object all the same; so do not derive from this class, and do not hold it as a
-    // member, where destructors must not throw.
+    // Virtual operation. Removes whatever class is registered under this name from the server. Also removes this object
+    // where it is registered under another name. Allocates nothing. An exception that a listener throws at the log line
+    // of the removal reaches the caller, and this object has been removed all the same. Where destructors must not
+    // throw, neither derive from this class nor hold it as a member.
     virtual ~CTOVClass() noexcept(false);
 
-    // Copies the name, takes the super classes that are not NULL, in argument order, and registers. The super classes
-    // are not owned. Throws unless szClassName != NULL.
+    // Copies the name, keeps the super classes that are not null, in argument order, and registers the descriptor. It
+    // does not own the super classes. Throws unless "szClassName != NULL".
     CTOVClass(const char* szClassName, const CTOVClass* pSuper1 = 0, const CTOVClass* pSuper2 = 0,
               const CTOVClass* pSuper3 = 0, const CTOVClass* pSuper4 = 0);
     CTOVClass(const CTOVClass& oOther);
     CTOVClass& operator=(const CTOVClass& oOther);
 
-    // The name, and a string of it. Where a text and a string will both do, as in an assignment to a string, say
-    // GetName.
+    // These return the name as a text or as a string. Call GetName where both conversions are possible, as in an
+    // assignment to a string.
     const char* GetName() const;
     operator const char*() const;
     operator CTOVStringA() const;
@@ -55,33 +57,34 @@ public:
     // Throws unless "(0 <= nSuperClass) && (nSuperClass < GetNumSuperClasses())".
     const CTOVClass& GetSuperClass(int nSuperClass) const;
 
-    // Whether both are the same class.
+    // These compare the ids.
     bool operator==(const CTOVClass& oOther) const;
     bool operator!=(const CTOVClass& oOther) const;
     bool IsInstanceOf(const CTOVClass& oOther) const;
-    // Whether the other is this class or one of its super classes, near or far: depth first, in list order.
+    // Returns whether oOther is this class or one of its direct or indirect super classes. The search is depth first,
+    // in list order.
     bool IsKindOf(const CTOVClass& oOther) const;
 
-    // The descriptor named "<invalid class>", which stands where there is no class. Alive from the third
-    // step of the library's start-up on.
+    // Returns the descriptor named "<invalid class>", which means that there is no class. The third step of the
+    // library's start-up constructs it.
     static const CTOVClass& Invalid();
 
 protected:
-    // Enters this descriptor in the server under its name, and takes the id that the server gives.
+    // Registers this descriptor in the server under its name, and keeps the id that the server returns.
     void Register();
-    // Removes this name from the server, if there is an id. Keeps the id.
+    // Removes this name from the server if this descriptor has an id. Keeps the id.
     void Unregister();
 
-    // The list takes the same class repeatedly.
+    // Adds a class to the list, even one that is already in it.
     void AddSuperClass(const CTOVClass& oClass);
-    // Removes the entries of this very object. Settled: the entry behind a removed one is skipped, so that of two equal
-    // neighbours one remains.
+    // Removes the entries that point to this very object. Settled: the entry after a removed one is skipped, so that
+    // one of two equal neighbours remains.
     void RemoveSuperClass(const CTOVClass& oClass);
 
 private:
     friend class CTOVClassServer;
 
-    // The text stands behind the number of descriptors that share it, in one block:  | owners | n | a | m | e | 0 |
+    // One block holds the number of descriptors that share the text, and the text:  | owners | n | a | m | e | 0 |
     static char* NewName(const char* szName);
     static char* ShareName(char* szName);
     static void ReleaseName(char* szName);
@@ -90,6 +93,6 @@ private:
 
     char* m_szName;
     unsigned long m_dwClassId;
-    bool m_bRegistered; // false, and nothing reads it
+    bool m_bRegistered; // Settled: it is always false and nothing reads it, but the layout of the object is given.
     std::vector<const CTOVClass*> m_aSuperClasses;
 };

@@ -34,7 +34,7 @@ CTOVClassServer& CTOVClassServer::operator=(const CTOVClassServer& oOther) = def
 
 CTOVClassServer::~CTOVClassServer() noexcept(false)
 {
-    // Descriptors leave the process's server: what a copy holds is not for them to remove.
+    // Only the process's server unregisters descriptors: the entries of a copy are not theirs to remove.
     if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance != this)
         return;
 
@@ -42,7 +42,7 @@ CTOVClassServer::~CTOVClassServer() noexcept(false)
     {
         const std::size_t nNumClasses = m_oClasses.size();
         m_oClasses.begin()->second.pClass->Unregister();
-        // A descriptor under another name than its own has not removed this entry.
+        // A descriptor that is registered under a name other than its own has not removed this entry.
         if (m_oClasses.size() == nNumClasses)
             m_oClasses.erase(m_oClasses.begin());
     }
@@ -59,7 +59,7 @@ unsigned long CTOVClassServer::AddClass(const CTOVStringA& oName, CTOVClass* pCl
 
     if (const CTOVClass* pHeldClass = FindClass(oName))
     {
-        const unsigned long dwHeldId = pHeldClass->GetClassId(); // a listener may end that class
+        const unsigned long dwHeldId = pHeldClass->GetClassId(); // a listener may destroy that class
         TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning,
                        "CTOVClassServer::AddClass() : Class %s already registered!", oName.GetString());
         return dwHeldId;
@@ -79,7 +79,7 @@ void CTOVClassServer::RemoveClass(const CTOVStringA& oName)
         return;
 
     LogRemoval(oName.GetString(), GetMapNumber());
-    m_oClasses.erase(oName); // searched anew, as a listener may have removed it
+    m_oClasses.erase(oName); // searches again, as a listener may have removed the entry
 }
 
 bool CTOVClassServer::HasClass(const CTOVStringA& oName) const
@@ -119,7 +119,7 @@ CTOVClass* CTOVClassServer::FindClass(const CTOVStringA& oName) const
 
 unsigned long CTOVClassServer::NextClassId()
 {
-    // -1 in 32 bits, which is the mark of a descriptor without an id.
+    // The value -1, in 32 bits, marks a descriptor without an id.
     TOV_ASSERT_TEXT(m_dwNextClassId != 0xFFFFFFFFul, "m_dwNextClassId != -1");
     return m_dwNextClassId++;
 }
@@ -140,7 +140,7 @@ void CTOVClassServer::ForgetClass(const CTOVClass* pClass)
         }
     } const oDrop = {*pServer, pClass};
 
-    // By the text: a string of it would take memory.
+    // The search compares the text, as making a string of it would allocate memory.
     const auto IsNamed = [szName = pClass->GetName()](const auto& oEntry) { return oEntry.first == szName; };
     if (std::none_of(pServer->m_oClasses.begin(), pServer->m_oClasses.end(), IsNamed))
         return;
