@@ -22,8 +22,8 @@ bool Has(int nFlags, ITOVFile::eFileOpenFlags eFlag)
     return (nFlags & eFlag) != 0;
 }
 
-// The runtime's mode text for open flags. The text is empty or has no access letter for flags without access, and is
-// handed on as it is.
+// Makes the runtime's mode text for open flags. The text for flags without access is empty or has no access letter; it
+// is passed to the runtime unchanged.
 void BuildMode(char (&szMode)[MAX_MODE], int nFlags)
 {
     const bool bRead = Has(nFlags, ITOVFile::eFileOpenRead);
@@ -53,13 +53,13 @@ void BuildMode(char (&szMode)[MAX_MODE], int nFlags)
     *pMode = 0;
 }
 
-// Block sizes and offsets are cut to their low 32 bits, in the form in which the platform layer takes them.
+// Cuts a block size or an offset to its low 32 bits, in the type that the platform layer takes.
 long ToLong(unsigned long long ullValue)
 {
     return static_cast<int>(static_cast<tDword>(ullValue));
 }
 
-// Positions keep their sign, so that a failure is all bits set.
+// Converts a position and extends its sign, so that a failure has all bits set.
 unsigned long long ToPosition(long lPosition)
 {
     return static_cast<unsigned long long>(static_cast<long long>(lPosition));
@@ -93,7 +93,7 @@ void CTOVFile::Open(const char* szFileName, int nFlags)
     char szMode[MAX_MODE];
     BuildMode(szMode, nFlags);
 
-    // Settled: a handle already held is overwritten, not closed.
+    // Settled: the handle of a file that is already open is overwritten, not closed.
     m_hFile = TOVPlatform::TOVFile::Open(~oPath, szMode);
     if (m_hFile == FILE_INVALID_HANDLE)
     {
@@ -107,7 +107,8 @@ void CTOVFile::Close()
     if (m_hFile == FILE_INVALID_HANDLE)
         return;
 
-    // Settled: a failed close is not reported. As the handle is forgotten, nobody could close the file later.
+    // Settled: a failed close is not reported. The file is discarded, as nobody could close it later without its
+    // handle.
     if (TOVPlatform::TOVFile::Close(m_hFile) != TOVPlatform::TOVFile::eFileSuccess)
         TOVPlatform::TOVFile::Discard(m_hFile);
     m_hFile = FILE_INVALID_HANDLE;
@@ -118,7 +119,7 @@ unsigned long long CTOVFile::Read(void* pBuffer, unsigned long long ullSize)
     if (m_hFile == FILE_INVALID_HANDLE)
         return 0;
 
-    // Settled: the block is one element, so that the result is no count of bytes.
+    // Settled: the block is one element, so that the result is not a number of bytes.
     return TOVPlatform::TOVFile::Read(m_hFile, pBuffer, ToLong(ullSize), 1);
 }
 
@@ -127,13 +128,13 @@ unsigned long long CTOVFile::Write(const void* pBuffer, unsigned long long ullSi
     if (m_hFile == FILE_INVALID_HANDLE)
         return 0;
 
-    // Settled: the block is one element, so that the result is no count of bytes.
+    // Settled: the block is one element, so that the result is not a number of bytes.
     return TOVPlatform::TOVFile::Write(m_hFile, pBuffer, ToLong(ullSize), 1);
 }
 
 void CTOVFile::Seek(long long llOffset, TOVPlatform::TOVFile::eSeekOrigin eOrigin)
 {
-    // Settled: the results are 1 and -1 and never 0, so that no failure is ever reported.
+    // Settled: the result is 1 or -1 and never 0, so that no failure is ever reported.
     const int nResult = TOVPlatform::TOVFile::Seek(m_hFile, ToLong(static_cast<unsigned long long>(llOffset)), eOrigin);
     if (nResult == 0)
         throw FileException(CODE_SEEK);
@@ -165,7 +166,7 @@ unsigned long long CTOVFile::GetSize() const
 {
     using namespace TOVPlatform;
 
-    // Settled: where there is no way back, beyond what Tell can tell, the position stays at the end.
+    // Settled: a position that Tell cannot return cannot be restored; the position then stays at the end.
     const long lPosition = TOVFile::Tell(m_hFile);
     TOVFile::Seek(m_hFile, 0, TOVFile::eSeekOriginEnd);
     const long lSize = TOVFile::Tell(m_hFile);

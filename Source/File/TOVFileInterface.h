@@ -1,25 +1,27 @@
-// ITOVFile, what an open file can do. CTOVFile is the one implementation that the library has.
+// Declares ITOVFile, the interface of an open file.
 #pragma once
 
 #include <Debug/TOVException.h>
+// Needed for eSeekOrigin, whose enumerators the callers of Seek name as well.
 #include <TOVPlatform/TOVFile.h>
 
+// The library has one implementation of this interface, CTOVFile.
 class TOV_EXPORT ITOVFile
 {
 public:
-    // How Open opens, a bit set. Reading and writing together keep what the file holds.
+    // The flags of Open, which can be combined. Read and Write together keep the contents of the file.
     enum eFileOpenFlags
     {
         eFileOpenRead = 0x01,
         eFileOpenWrite = 0x02,
-        eFileOpenAppend = 0x04, // in place of what the two above would give; with Read also readable
-        eFileOpenText = 0x08,   // line ends are translated where the system has its own; wins over Binary
+        eFileOpenAppend = 0x04, // overrides Read and Write; together with Read the file is also readable
+        eFileOpenText = 0x08,   // line ends are translated where the system has its own; overrides Binary
         eFileOpenBinary = 0x10,
-        eFileOpenCommit = 0x20, // a flush goes through to the disk; wins over NoCommit
+        eFileOpenCommit = 0x20, // a flush writes to the disk; overrides NoCommit
         eFileOpenNoCommit = 0x40
     };
 
-    // Failure of a file operation, of class eClassFile.
+    // Reports the failure of a file operation. Its class is eClassFile.
     class TOV_EXPORT Exception : public CTOVException
     {
     public:

@@ -9,7 +9,7 @@ namespace
 {
 constexpr char EVERYTHING[] = "*.*";
 
-// A directory search that closes itself. FindFirst and FindNext report whether there is an entry.
+// A directory search that its destructor closes. HasBegun and Next return whether there is an entry.
 class CSearch
 {
 public:
@@ -33,7 +33,7 @@ public:
 
     const TOVPlatform::TOVFile::sTOVFindData& Entry() const { return m_oFindData; }
 
-    // While foreign code is at work, the search stays open at its own end.
+    // While the callback runs, the search is foreign: if the callback throws, the destructor leaves it open.
     void SetForeign(bool bForeign) { m_bForeign = bForeign; }
 
 private:
@@ -71,7 +71,7 @@ void CTOVFileScanner::SetIncludeSubDirs(bool bIncludeSubDirs)
 
 void CTOVFileScanner::Run(tScannerCallback pCallback, unsigned long long ullUserValue)
 {
-    const long lNumDirectories = m_aScanDirectories.GetSize(); // what the callback adds is for the next run
+    const long lNumDirectories = m_aScanDirectories.GetSize(); // the next run scans what the callback adds
     for (long i = 0; i < lNumDirectories; ++i)
     {
         const CTOVPath oDirectory(m_aScanDirectories.GetAt(i)); // an added directory can move the array's elements
@@ -80,8 +80,8 @@ void CTOVFileScanner::Run(tScannerCallback pCallback, unsigned long long ullUser
     }
 }
 
-// Settled: a stop ends the scan of this directory, and nobody above learns of it. A search that a throwing callback
-// leaves stays open.
+// Settled: a stop ends the scan of this directory, and is not reported to the caller. If the callback throws, the
+// search stays open.
 void CTOVFileScanner::ScanForFiles(const CTOVPath& oDirectory, const CTOVPath& oPattern, bool bIncludeSubDirs,
                                    tScannerCallback pCallback, unsigned long long ullUserValue)
 {
@@ -119,8 +119,8 @@ void CTOVFileScanner::ScanForFiles(const CTOVPath& oDirectory, const CTOVPath& o
         ScanForFiles(CTOVPath(aSubDirectories.GetAt(i)), oPattern, true, pCallback, ullUserValue);
 }
 
-// Settled: the first entry is dropped whatever it is, and so is every directory whose name begins with a full stop; the
-// search path's own "*.*" stays inside the paths that come out.
+// Settled: the first entry is skipped whatever it is, and so is every directory whose name begins with a full stop. The
+// paths that are added still contain the "*.*" of the search path.
 void CTOVFileScanner::FetchSubDirectories(const CTOVPath& oSearchPath, CTOVArray<CTOVStringA>& aSubDirectories) const
 {
     CSearch oSearch(oSearchPath);

@@ -1,10 +1,4 @@
-// Reports the files of a list of directories, each with a pattern of its own, to a callback. Keeps no results.
-//
-// The platform's directory search does the matching and gives the order. Within one directory the files come first,
-// then its subdirectories. Settled: the search in a subdirectory is made below a path that holds "*.*", which the
-// platform refuses, so that files below the first level are never reported. Settled: a directory that cannot be read,
-// or not to its end, looks the same as one without further files; to tell these apart, search with
-// TOVPlatform::TOVFile::FindFirstEntry. No lock: one thread at a time; the callback runs on the thread of Run.
+// Declares CTOVFileScanner, which reports the files of a list of directories to a callback.
 #pragma once
 
 #include <Path/TOVPath.h>
@@ -13,10 +7,18 @@
 
 extern template class TOV_TEMPLATE_DECLARE CTOVArray<CTOVPath>;
 
+// Reports the files of a list of directories to a callback. Each directory has its own pattern. No results are kept.
+//
+// The platform's directory search matches the names and determines their order. Within one directory, the files are
+// reported before its subdirectories are scanned. Settled: the path of a subdirectory contains the "*.*" of the search
+// that found it, and the platform refuses such a path, so that files below the first level are never reported. Settled:
+// a directory that cannot be read, or not to its end, looks like one without further files; to distinguish them, search
+// with TOVPlatform::TOVFile::FindFirstEntry. The scanner has no lock: use it from one thread at a time. The callback is
+// called on the thread of Run.
 class TOV_EXPORT CTOVFileScanner
 {
 public:
-    // What the callback receives. Valid during the call; the same object serves all files of a directory.
+    // Describes a file to the callback. It is valid during the call; the same object serves all files of a directory.
     struct sTOVFileDescriptor
     {
         CTOVPath oFileName;   // the bare name of the entry
@@ -24,8 +26,8 @@ public:
         CTOVPath oSearchPath; // the directory with the pattern
     };
 
-    // What the callback returns. A stop leaves the rest of this directory and what lies below it; the other directories
-    // are scanned still. Every value but 1 goes on.
+    // The results of the callback. A stop skips the rest of this directory and everything below it; the other
+    // directories are still scanned. Every value except 1 continues the scan.
     enum eScannerControl : int
     {
         eScannerContinue = 0,
@@ -43,14 +45,14 @@ public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVFileScanner();
 
-    // Scans all directories in the order in which they were added, and hands each file and the caller's value to the
-    // callback. A directory that is missing gives no files; an empty one throws "(0 <= lIndex) && (lIndex <
-    // GetLength())", as an empty pattern does behind a directory without a separator at its end. What the callback
-    // throws goes through, and leaves the platform's search open. A directory added by the callback is for the next
-    // run.
+    // Scans all directories in the order in which they were added, and passes each file and ullUserValue to the
+    // callback. A missing directory yields no files. Throws "(0 <= lIndex) && (lIndex < GetLength())" for an empty
+    // directory path, and for an empty pattern unless the directory ends in a separator. An exception of the callback
+    // reaches the caller and leaves the platform's search open. A directory that the callback adds is scanned by the
+    // next run.
     virtual void Run(tScannerCallback pCallback, unsigned long long ullUserValue);
 
-    // Whether subdirectories are scanned as well, as far as that goes; at first they are.
+    // Sets whether subdirectories are scanned as well, within the limits above. Initially they are.
     virtual void SetIncludeSubDirs(bool bIncludeSubDirs);
 
     CTOVFileScanner();

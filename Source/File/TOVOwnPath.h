@@ -1,10 +1,10 @@
-// Internal to the folder: a path that can be appended to without anybody else seeing it.
+// Internal to the folder. Declares MakeOwnPath, which makes a path that shares its text with no other object.
 #pragma once
 
 #include <Path/TOVPath.h>
 
-// The same text in a block of its own. A plain copy shares the block, and where the block has room, what is appended to
-// the copy is written behind the text of all sharers.
+// Returns a path with the same text in its own block. A plain copy shares the block; if the block has room, appending
+// to the copy writes after the text of every object that shares it.
 inline CTOVPath MakeOwnPath(const CTOVStringA& oText)
 {
     CTOVStringA oOwnText;

@@ -112,7 +112,7 @@ CTOVPath CTOVVirtualFileSystem::ResolvePath(const CTOVPath& oPath)
     if (oAssigned.IsEmpty())
         return oPath;
 
-    // From the characters, not by Mid, which would count the terminator: an empty remainder has to be seen as empty.
+    // The rest is made from the characters. Mid would count the terminator, and an empty rest would not be empty.
     CTOVPath oResolved = MakeOwnPath(oAssigned);
     oResolved.Append(CTOVPath(~oPath + nColon + 1));
     return oResolved;

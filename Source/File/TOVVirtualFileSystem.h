@@ -1,7 +1,4 @@
-// The table of assigns: short names that stand for directories in front of a file name, as in "data:level/one.map".
-//
-// Names are rewritten and nothing else: no look at the disk, no search lists, one pass. A name in front of a colon that
-// is no assign leaves the path as it is, so that drive letters and plain names pass through.
+// Declares ITOVVirtualFileSystem and CTOVVirtualFileSystem, the table of assigns.
 #pragma once
 
 #include <Debug/TOVException.h>
@@ -12,6 +9,10 @@
 
 #include <map>
 
+// An assign is a short name that stands for a directory at the beginning of a path, as in "data:level/one.map". The
+// virtual file system replaces that name by the directory, once, and does nothing else: it does not access the disk and
+// has no search lists. If the name before the colon is not an assign, the path is unchanged, so that drive letters and
+// plain names keep their meaning.
 class TOV_EXPORT ITOVVirtualFileSystem
 {
 public:
@@ -31,12 +32,12 @@ public:
     static const CTOVClass& GetClass();
 };
 
-// Owns its names and paths; they share their text with what was given. Copies have a table of their own. No lock: one
-// thread at a time, also for look-ups beside a SetAssign.
+// Owns its names and paths, which share their text with the arguments of SetAssign. A copy has its own table. There is
+// no lock: use a table from one thread at a time, and do not look up an assign while another thread sets one.
 class TOV_EXPORT CTOVVirtualFileSystem : public ITOVVirtualFileSystem
 {
 public:
-    // For derived classes; nothing here throws it.
+    // Derived classes may throw this exception; this class does not.
     class TOV_EXPORT Exception : public CTOVException
     {
     public:
@@ -51,32 +52,33 @@ public:
     bool IsInstanceOf(const CTOVClass& oClass) const override;
     bool IsKindOf(const CTOVClass& oClass) const override;
 
-    // Sets or replaces an assign. Names are told apart by case. A name of less than 2 characters and an empty path are
-    // ignored, so that no drive letter is ever taken and no assign ever goes away.
+    // Sets or replaces an assign. Names are case-sensitive. A name of less than 2 characters and an empty path are
+    // ignored, so that no assign hides a drive letter and no assign is ever removed.
     void SetAssign(const CTOVStringA& oName, const CTOVPath& oPath) override;
 
-    // The path of an assign, CTOVStringA::Null() if there is none. Valid until that assign is replaced.
+    // Returns the path of an assign, or CTOVStringA::Null() if there is none. It is valid until that assign is
+    // replaced.
     const CTOVStringA& GetAssign(const CTOVStringA& oName) const override;
 
-    // Puts the assigned path in the place of the name before the first colon and of the colon, by CTOVPath::Append. The
-    // look-up goes through GetAssign. Throws "(0 <= lIndex) && (lIndex < GetLength())" where nothing stands behind the
-    // colon and the assigned path does not end in a separator.
+    // Replaces the name before the first colon, and the colon, by the path that GetAssign returns for it, and joins
+    // that path and the rest by CTOVPath::Append. Throws "(0 <= lIndex) && (lIndex < GetLength())" if nothing follows
+    // the colon and the assigned path does not end in a separator.
     CTOVPath ResolvePath(const CTOVPath& oPath) override;
 
     virtual ~CTOVVirtualFileSystem();
 
-    // An empty table.
+    // Makes an empty table.
     CTOVVirtualFileSystem();
     CTOVVirtualFileSystem(const CTOVVirtualFileSystem& oOther);
     CTOVVirtualFileSystem& operator=(const CTOVVirtualFileSystem& oOther);
 
-    // The table that CTOVFile asks, created if there is none.
+    // Returns the table that CTOVFile uses. Creates it if it does not exist.
     static CTOVVirtualFileSystem& Instance();
 
     static const CTOVClass& GetClass();
 
 private:
-    std::map<CTOVStringA, CTOVPath> m_oAssigns; // in the order of unsigned bytes
+    std::map<CTOVStringA, CTOVPath> m_oAssigns; // sorted by unsigned bytes
 
     static CTOVClass _s_oClass;
 };
