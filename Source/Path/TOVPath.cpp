@@ -1,59 +1,9 @@
 #include <Path/TOVPath.h>
 
 #include <Path/TOVPathText.h>
+#include <TOVPlatform/TOVFile.h>
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVPath>;
-
-namespace TOVPathText
-{
-sStretch FindComponents(const CTOVStringA& oText, int nFirst, int nCount)
-{
-    const char* const szText = oText.GetString();
-    const long lLength = oText.GetLength();
-    const long long llBehind = static_cast<long long>(nFirst) + nCount;
-
-    // Settled: a first component beyond the end leaves the start at 0.
-    sStretch oStretch = {0, lLength};
-    if (nFirst == 0 && lLength > 0 && CTOVPath::IsSlash(szText[0]))
-        oStretch.lStart = 1;
-
-    int nSeparators = 0;
-    for (long lIndex = 1; lIndex < lLength; ++lIndex)
-    {
-        if (!CTOVPath::IsSlash(szText[lIndex]))
-            continue;
-        ++nSeparators;
-        if (nSeparators == nFirst)
-            oStretch.lStart = lIndex + 1;
-        if (nSeparators == llBehind)
-        {
-            oStretch.lEnd = lIndex;
-            break;
-        }
-    }
-    return oStretch;
-}
-
-bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sStretch& oStretch)
-{
-    const long lLength = oText.GetLength();
-    if (lLength == 0 || lPosition >= lLength)
-        return false;
-
-    const char* const szText = oText.GetString();
-    const bool bOnSlash = CTOVPath::IsSlash(static_cast<char>(oText.GetAt(lPosition)));
-    const long lStart = bOnSlash ? lPosition + 1 : lPosition;
-    do
-        ++lPosition;
-    while (lPosition < lLength && !CTOVPath::IsSlash(szText[lPosition]));
-
-    if (lStart == lLength)
-        return false;
-    oStretch.lStart = lStart;
-    oStretch.lEnd = lPosition;
-    return true;
-}
-} // namespace TOVPathText
 
 using namespace TOVPathText;
 
@@ -61,7 +11,7 @@ namespace
 {
 CTOVStringA WithoutFirstCharacter(const CTOVStringA& oText)
 {
-    // Settled: Mid takes the terminator along, so the count of characters stays as it was.
+    // Settled: Mid includes the terminator here, so that the length is unchanged.
     return oText.Mid(1, static_cast<int>(oText.GetLength()));
 }
 
@@ -241,57 +191,46 @@ int CTOVPath::MakeBackwardslashes()
     return m_oPath.Replace('/', '\\');
 }
 
-int CTOVPath::GetNumComponents() const
+void CTOVPath::MakeLower()
 {
-    const char* const szText = m_oPath.GetString();
-    const long lLength = GetLength();
-    if (lLength == 0)
-        return 0;
-
-    int nComponents = IsSlash(szText[lLength - 1]) ? 0 : 1;
-    for (long lIndex = 1; lIndex < lLength; ++lIndex)
-    {
-        if (IsSlash(szText[lIndex]))
-            ++nComponents;
-    }
-    return nComponents;
+    m_oPath.MakeLower();
 }
 
-CTOVStringA CTOVPath::GetComponent(int nFirst, int nCount) const
+void CTOVPath::MakeUpper()
 {
-    if (nCount == 0)
-        return CTOVStringA();
-    const sStretch oStretch = FindComponents(m_oPath, nFirst, nCount);
-    return m_oPath.Mid(static_cast<int>(oStretch.lStart), static_cast<int>(oStretch.lEnd - oStretch.lStart));
+    m_oPath.MakeUpper();
 }
 
-int CTOVPath::GetComponentPosition(int nIndex) const
+void CTOVPath::MakePretty()
 {
-    const char* const szText = m_oPath.GetString();
-    const long lLength = GetLength();
-    if (nIndex == 0)
-        return lLength > 0 && IsSlash(szText[0]) ? 1 : 0;
-
-    int nSeparators = 0;
-    for (long lIndex = 1; lIndex < lLength; ++lIndex)
-    {
-        if (IsSlash(szText[lIndex]) && ++nSeparators == nIndex)
-            return static_cast<int>(lIndex + 1);
-    }
-    return 0;
+    MakeLower();
 }
 
-bool CTOVPath::GetFirstComponent(CTOVStringA& oComponent, long& lPosition) const
+void CTOVPath::CompactPath(const CTOVPath& /*oPath*/, unsigned int /*nMaxLength*/)
 {
-    lPosition = 0;
-    return GetNextComponent(oComponent, lPosition);
 }
 
-bool CTOVPath::GetNextComponent(CTOVStringA& oComponent, long& lPosition) const
+bool CTOVPath::DoesExist() const
 {
-    sStretch oStretch;
-    if (!FindNextComponent(m_oPath, lPosition, oStretch))
-        return false;
-    oComponent = m_oPath.Mid(static_cast<int>(oStretch.lStart), static_cast<int>(oStretch.lEnd - oStretch.lStart));
-    return true;
+    return TOVPlatform::TOVFile::DoesExist(m_oPath.GetString());
+}
+
+bool CTOVPath::IsDirectory() const
+{
+    return (TOVPlatform::TOVFile::GetAttributes(m_oPath.GetString()) & TOVPlatform::TOVFile::eFileAttributeDirectory) !=
+           0;
+}
+
+bool CTOVPath::IsFile() const
+{
+    return !IsDirectory();
+}
+
+CTOVPath CTOVPath::GetWorkingDirectory()
+{
+    static char s_szBuffer[260];
+    if (TOVPlatform::TOVDirectory::GetWorkingDirectory(s_szBuffer, sizeof s_szBuffer) !=
+        TOVPlatform::TOVDirectory::eDirectorySuccess)
+        return Null();
+    return CTOVPath(s_szBuffer);
 }

@@ -1,4 +1,4 @@
-// File paths as text.
+// Declares CTOVPath, a file path held as text.
 #pragma once
 
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
@@ -6,18 +6,28 @@
 
 #include <iosfwd>
 
-// A path held exactly as given: nothing is normalised, made absolute or looked up, and "." and ".." are names like any
-// other. The structure is read from the text at each call. Owns one text, shared between copies as CTOVStringA shares
-// it: a change in place, such as MakeLower, reaches all sharers. No lock: one thread at a time.
+// Holds a path exactly as given: nothing is normalised, made absolute or looked up, and "." and ".." are names like any
+// other. Each call reads the structure from the text. Copies share the text as those of CTOVStringA do: a change in
+// place, such as MakeLower, changes all of them. There is no lock: use all copies from one thread at a time.
 //
-// Both '\\' and '/' separate. A separator ends a component; one at index 0 starts none, and runs are not collapsed.
+// Both '\\' and '/' are separators. A separator ends a component, except at index 0; successive separators enclose
+// empty components.
 //
 //    C:\dir\\file        components 0 "C:", 1 "dir", 2 "", 3 "file"
 //    \\server\share      components 0 "", 1 "server", 2 "share"
 //    /a/b/               components 0 "a", 1 "b"
 //
-// Where a function reads the first or last character, an empty path fails the check of CTOVStringA::GetAt,
+// A function that reads the first or last character of an empty path fails the check of CTOVStringA::GetAt,
 // "(0 <= lIndex) && (lIndex < GetLength())"; below this is called "throws if empty". Test IsEmpty first.
+//
+//   operation                                          cost              throws if empty
+//   copy, assignment, AsString, GetLength, IsEmpty     constant          no
+//   tests of the first and last characters             constant          yes
+//   adding and removing one separator                  linear            yes
+//   components, extensions, GetPath, StripPath         linear            no
+//   Append, Concat, +=, Parent, GetFileName            linear            yes
+//   Strip, Compare, IsBelow, IsAbove                   linear            no
+//   DoesExist, IsDirectory, IsFile                     a system call     no
 class TOV_EXPORT CTOVPath
 {
 public:
@@ -26,26 +36,28 @@ public:
 
     CTOVPath();
 
-    // As CTOVStringA::operator=(const char*): NULL gives an empty path, a value below 0x10000 is a string id.
+    // These read szPath as CTOVStringA::operator=(const char*) does: null gives an empty path, and a value below
+    // 0x10000 is a string id.
     CTOVPath(const char* szPath);
     const CTOVPath& operator=(const char* szPath);
 
-    // Share the text.
+    // These share the text.
     CTOVPath(const CTOVStringA& oPath);
     CTOVPath(const CTOVPath& oOther);
     const CTOVPath& operator=(const CTOVStringA& oPath);
     const CTOVPath& operator=(const CTOVPath& oOther);
 
-    // The shared empty path, created if it is not there. Operations return copies of it as their empty result.
+    // Returns the shared empty path. Creates it if it does not exist. Operations return copies of it as their empty
+    // result.
     static CTOVPath& Null();
 
     const CTOVStringA& AsString() const;
     operator const CTOVStringA&() const;
 
-    // The characters; NULL for a path that never had any.
+    // Returns the characters, or null for a path that has never had any.
     const char* operator~() const;
 
-    // Writes the characters to a stream of the standard library, as for a string.
+    // Writes the characters to a stream of the standard library, as the operator of CTOVStringA does.
     template<class TTraits>
     friend std::basic_ostream<char, TTraits>& operator<<(std::basic_ostream<char, TTraits>& oStream,
                                                          const CTOVPath& oPath)
@@ -57,21 +69,22 @@ public:
     bool IsEmpty() const;
     void Empty();
 
-    // Characters.
+    // These test a character: IsSlash accepts both separators, and IsDriveLetter the letters A to Z in either case.
     static bool IsSlash(char cChar);
     static bool IsDriveLetter(char cChar);
 
-    // Roots. The number is 0 to 25 for a letter of either case followed by ':', else -1; throws if shorter than 2.
+    // Returns 0 to 25 if the path begins with a letter of either case and ':', else -1. Throws if the path is shorter
+    // than 2.
     int GetDriveNumber() const;
 
-    // "A:\" to "Z:\" for 0 to 25, else an empty path.
+    // Returns "A:\" to "Z:\" for 0 to 25, else an empty path.
     static CTOVPath BuildRoot(int nDrive);
 
-    // Whether the path begins with two backslashes; forward slashes do not count. Throws if empty and for a lone
-    // backslash.
+    // Returns whether the path begins with two backslashes; it does not accept forward slashes. Throws if empty, and
+    // for a single backslash.
     bool IsUNC() const;
 
-    // Tests of the first and the last character. They throw if empty.
+    // These test the first or the last character. They throw if empty.
     bool HasLeadingBackslash() const;
     bool HasLeadingForwardslash() const;
     bool HasLeadingSlash() const;
@@ -79,69 +92,73 @@ public:
     bool HasTrailingForwardslash() const;
     bool HasTrailingSlash() const;
 
-    // Append or prepend the named separator unless that very one is there. They throw if empty.
+    // These append or prepend the named separator unless that same character is already there. They throw if empty.
     void AddTrailingBackslash();
     void AddTrailingForwardslash();
     void AddLeadingBackslash();
     void AddLeadingForwardslash();
 
-    // Take away one such character, if it is there. They throw if empty.
+    // These remove one such character from the end, if it is there. They throw if empty.
     void RemoveTrailingBackslash();
     void RemoveTrailingForwardslash();
     void RemoveTrailingSlash();
 
-    // As above at the front. The text gets one shorter, but GetLength() keeps its value: the terminator counts as the
-    // last character from then on, so that no trailing test is true.
+    // These remove one such character from the front, if it is there. They throw if empty. The text becomes one
+    // character shorter, but GetLength() is unchanged: the terminator then counts as the last character, so that no
+    // test of the last character returns true.
     void RemoveLeadingBackslash();
     void RemoveLeadingForwardslash();
 
-    // Replace the one kind of separator by the other in place; return how many.
+    // These replace one kind of separator by the other, in place, and return the number of replacements.
     int MakeForwardslashes();
     int MakeBackwardslashes();
 
-    // Components. Each call scans the text; GetFirstComponent and GetNextComponent visit all in linear time.
+    // Returns the number of components. This and the next two scan the text at each call; GetFirstComponent and
+    // GetNextComponent visit all components in linear time.
     int GetNumComponents() const;
 
-    // The text from the start of component nFirst over nCount components, without the separator behind them. A count of
-    // 0 gives an empty text, a range that runs past the end brings a trailing separator along, and a first component
-    // beyond the end gives the whole path.
+    // Returns the text of nCount components, from the start of component nFirst and without the separator after the
+    // last. A count of 0 gives an empty text. A range that extends past the end includes a trailing separator. An
+    // nFirst beyond the end gives the whole path.
     CTOVStringA GetComponent(int nFirst, int nCount) const;
 
-    // Index of the component's first character; 0 for a component that is not there.
+    // Returns the index of the component's first character, or 0 if there is no such component.
     int GetComponentPosition(int nIndex) const;
 
-    // Deliver one component after the other, empty ones included; false, with oComponent unchanged, when there is none
-    // left. lPosition stands on the separator behind the component just delivered.
+    // These assign one component after the other, empty ones included, to oComponent. They return false, with
+    // oComponent unchanged, when there are no more. lPosition is then the index after the component, where its
+    // separator is.
     bool GetFirstComponent(CTOVStringA& oComponent, long& lPosition) const;
     bool GetNextComponent(CTOVStringA& oComponent, long& lPosition) const;
 
-    // Join, with a backslash between the two if neither has a separator there; two separators at the seam both stay.
-    // They throw if this path is empty, and if oOther is empty and this path ends in no separator.
+    // These join two paths, with a backslash between them if neither has a separator there; if both have one, both
+    // stay. They throw if this path is empty, and if oOther is empty and this path does not end in a separator.
     void Append(const CTOVPath& oOther);
     CTOVPath Concat(const CTOVPath& oOther) const;
     const CTOVPath& operator+=(const CTOVPath& oOther);
     const CTOVStringA& operator+=(const CTOVStringA& oOther);
     const CTOVStringA& operator+=(const char* szOther);
 
-    // The path without its last component and the separator before it: "a/b/" gives "a", "a" an empty path. Throws if
-    // empty.
+    // Returns the path without its last component and the separator before it: "a/b/" gives "a", and "a" gives an empty
+    // path. Throws if empty.
     CTOVPath Parent() const;
 
-    // The text before the last separator: "a/b/" gives "a/b", "a" is its own path.
+    // Returns the text before the last separator: "a/b/" gives "a/b", and "a" gives "a".
     CTOVPath GetPath() const;
 
-    // The last component, without a trailing separator. Without its extension ".txt" has no name. Throws for "", "/"
-    // and "//", which have no last character to look at.
+    // Returns the last component, without a trailing separator. Without its extension, ".txt" gives an empty name.
+    // Throws for "", "/" and "//", whose last component is empty.
     CTOVStringA GetFileName(bool bWithExtension) const;
 
-    // Cuts the path to what stands behind its last separator.
+    // Reduces the path to the text after its last separator.
     void StripPath();
 
-    // The path without the leading components, compared without case, that it shares with oBase.
+    // Returns the path without the leading components that oBase also has. The comparison ignores case.
     CTOVPath Strip(const CTOVPath& oBase) const;
 
-    // Extensions begin at the last dot, if that stands in the last component and not at its start. The index is -1
-    // without one. The text of the extension includes the dot, and a trailing separator: "a.b/" has ".b/".
+    // An extension begins at the last dot, if that is in the last component and not at its start. FindExtension returns
+    // the index of the dot, or -1 without an extension. The text of an extension includes the dot and a trailing
+    // separator: "a.b/" has the extension ".b/".
     int FindExtension() const;
     bool HasExtension() const;
     CTOVStringA GetExtension() const;
@@ -151,22 +168,23 @@ public:
     void AddExtension(const CTOVStringA& oExtension);
     void RemoveExtension();
 
-    // Order by components without case; kinds of separators, leading and trailing ones do not matter.
+    // Compares the components in order, ignoring case. It ignores the kinds of separators, and leading and trailing
+    // separators.
     int Compare(const CTOVPath& oOther) const;
 
-    // Whether both have the same components and the same separators between them, without case. nUnused is not read.
-    // Throws if either is empty, unless both flags are set or the numbers of components differ.
+    // Returns whether both paths have the same components and the same separators between them, ignoring case. nUnused
+    // is not read. Throws if either path is empty, unless both flags are set or the numbers of components differ.
     bool IsSame(const CTOVPath& oOther, int nUnused, bool bIgnoreLeadingSlash, bool bIgnoreTrailingSlash) const;
 
-    // Seen from the argument: whether oOther lies below, or above, this path.
+    // IsBelow returns whether oOther is below this path, and IsAbove whether oOther is above it.
     bool IsBelow(const CTOVPath& oOther) const;
     bool IsAbove(const CTOVPath& oOther) const;
     bool IsBelowOrSame(const CTOVPath& oOther) const;
 
-    // Settled: true for any two paths.
+    // Settled: returns true for any two paths.
     bool IsAboveOrSame(const CTOVPath& oOther) const;
 
-    // In place, also for all that share the text. MakePretty is MakeLower.
+    // These change the text in place, also for all objects that share it. MakePretty does the same as MakeLower.
     void MakeLower();
     void MakeUpper();
     void MakePretty();
@@ -174,12 +192,14 @@ public:
     // Settled: does nothing.
     void CompactPath(const CTOVPath& oPath, unsigned int nMaxLength);
 
-    // Questions to the file system. A missing file's attributes have every bit set, so it is a directory and no file.
+    // These ask the file system. The attributes of a missing file have every bit set, so that it counts as a directory
+    // and not as a file.
     bool DoesExist() const;
     bool IsDirectory() const;
     bool IsFile() const;
 
-    // The process's working directory, or an empty path if it is longer than 259 characters. Uses one static buffer.
+    // Returns the process's working directory, or an empty path if it is longer than 259 characters. Uses one static
+    // buffer.
     static CTOVPath GetWorkingDirectory();
 
 private:

@@ -1,11 +1,11 @@
-// Internal: how a path's text falls into components.
+// Internal to the folder. Declares the functions that find the components in a path's text.
 #pragma once
 
 #include <TOVString/TOVStringA.h>
 
 namespace TOVPathText
 {
-// Character tests go through GetAt, whose check is what refuses an empty path.
+// These read a character by GetAt, whose check refuses an empty path.
 inline char FirstCharacter(const CTOVStringA& oText)
 {
     return static_cast<char>(oText.GetAt(0));
@@ -21,16 +21,17 @@ inline CTOVStringA WithoutLastCharacter(const CTOVStringA& oText)
     return oText.Left(static_cast<int>(oText.GetLength() - 1));
 }
 
-// A stretch of a path's text: from lStart to before lEnd.
-struct sStretch
+// A range of a path's text begins at lStart and ends before lEnd.
+struct sRange
 {
     long lStart;
     long lEnd;
 };
 
-// The stretch over nCount components from the nFirst on, as CTOVPath::GetComponent tells it.
-sStretch FindComponents(const CTOVStringA& oText, int nFirst, int nCount);
+// Returns the range of nCount components from nFirst on, as described for CTOVPath::GetComponent.
+sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount);
 
-// The step of the iteration: finds the component behind lPosition and moves lPosition to the separator behind that.
-bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sStretch& oStretch);
+// Finds the component that follows lPosition, and sets lPosition to the index after that component. Returns false if
+// there is none.
+bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sRange& oRange);
 } // namespace TOVPathText

@@ -1,0 +1,175 @@
+#include <Path/TOVPath.h>
+
+#include <Path/TOVPathText.h>
+
+using namespace TOVPathText;
+
+namespace
+{
+// Returns the index of the last separator before lEnd, or -1.
+long FindLastSlash(const CTOVStringA& oText, long lEnd)
+{
+    const char* const szText = oText.GetString();
+    long lIndex = lEnd - 1;
+    while (lIndex >= 0 && !CTOVPath::IsSlash(szText[lIndex]))
+        --lIndex;
+    return lIndex;
+}
+} // namespace
+
+int CTOVPath::GetNumComponents() const
+{
+    const char* const szText = m_oPath.GetString();
+    const long lLength = GetLength();
+    if (lLength == 0)
+        return 0;
+
+    int nComponents = IsSlash(szText[lLength - 1]) ? 0 : 1;
+    for (long lIndex = 1; lIndex < lLength; ++lIndex)
+    {
+        if (IsSlash(szText[lIndex]))
+            ++nComponents;
+    }
+    return nComponents;
+}
+
+CTOVStringA CTOVPath::GetComponent(int nFirst, int nCount) const
+{
+    if (nCount == 0)
+        return CTOVStringA();
+    const sRange oRange = FindComponents(m_oPath, nFirst, nCount);
+    return m_oPath.Mid(static_cast<int>(oRange.lStart), static_cast<int>(oRange.lEnd - oRange.lStart));
+}
+
+int CTOVPath::GetComponentPosition(int nIndex) const
+{
+    const char* const szText = m_oPath.GetString();
+    const long lLength = GetLength();
+    if (nIndex == 0)
+        return lLength > 0 && IsSlash(szText[0]) ? 1 : 0;
+
+    int nSeparators = 0;
+    for (long lIndex = 1; lIndex < lLength; ++lIndex)
+    {
+        if (IsSlash(szText[lIndex]) && ++nSeparators == nIndex)
+            return static_cast<int>(lIndex + 1);
+    }
+    return 0;
+}
+
+bool CTOVPath::GetFirstComponent(CTOVStringA& oComponent, long& lPosition) const
+{
+    lPosition = 0;
+    return GetNextComponent(oComponent, lPosition);
+}
+
+bool CTOVPath::GetNextComponent(CTOVStringA& oComponent, long& lPosition) const
+{
+    sRange oRange;
+    if (!FindNextComponent(m_oPath, lPosition, oRange))
+        return false;
+    oComponent = m_oPath.Mid(static_cast<int>(oRange.lStart), static_cast<int>(oRange.lEnd - oRange.lStart));
+    return true;
+}
+
+void CTOVPath::Append(const CTOVPath& oOther)
+{
+    if (!HasTrailingSlash() && !oOther.HasLeadingSlash())
+        AddTrailingBackslash();
+    m_oPath += oOther.m_oPath;
+}
+
+CTOVPath CTOVPath::Concat(const CTOVPath& oOther) const
+{
+    CTOVPath oResult(*this);
+    oResult.Append(oOther);
+    return oResult;
+}
+
+const CTOVPath& CTOVPath::operator+=(const CTOVPath& oOther)
+{
+    Append(oOther);
+    return *this;
+}
+
+const CTOVStringA& CTOVPath::operator+=(const CTOVStringA& oOther)
+{
+    Append(CTOVPath(oOther));
+    return m_oPath;
+}
+
+const CTOVStringA& CTOVPath::operator+=(const char* szOther)
+{
+    Append(CTOVPath(szOther));
+    return m_oPath;
+}
+
+CTOVPath CTOVPath::Parent() const
+{
+    const long lEnd = HasTrailingSlash() ? GetLength() - 1 : GetLength();
+    const long lSlash = FindLastSlash(m_oPath, lEnd);
+    if (lSlash == -1)
+        return Null();
+    return CTOVPath(m_oPath.Left(static_cast<int>(lSlash)));
+}
+
+CTOVPath CTOVPath::GetPath() const
+{
+    const long lSlash = FindLastSlash(m_oPath, GetLength());
+    if (lSlash == -1)
+        return *this;
+    return CTOVPath(m_oPath.Left(static_cast<int>(lSlash)));
+}
+
+CTOVStringA CTOVPath::GetFileName(bool bWithExtension) const
+{
+    const int nComponents = GetNumComponents();
+    CTOVStringA oName = GetComponent(nComponents - 1, nComponents);
+    if (IsSlash(LastCharacter(oName)))
+        oName = WithoutLastCharacter(oName);
+
+    const int nDot = bWithExtension ? -1 : oName.ReverseFind('.');
+    if (nDot == -1)
+        return oName;
+    return oName.Left(nDot);
+}
+
+void CTOVPath::StripPath()
+{
+    const long lSlash = FindLastSlash(m_oPath, GetLength());
+    if (lSlash != -1)
+        m_oPath = m_oPath.Mid(static_cast<int>(lSlash + 1), static_cast<int>(GetLength() - lSlash - 1));
+}
+
+int CTOVPath::FindExtension() const
+{
+    const int nStart = GetComponentPosition(GetNumComponents() - 1);
+    const int nDot = m_oPath.ReverseFind('.');
+    return nDot > nStart ? nDot : -1;
+}
+
+bool CTOVPath::HasExtension() const
+{
+    return FindExtension() != -1;
+}
+
+CTOVStringA CTOVPath::GetExtension() const
+{
+    const int nDot = FindExtension();
+    if (nDot == -1)
+        return CTOVStringA();
+    return m_oPath.Mid(nDot, static_cast<int>(GetLength() - nDot));
+}
+
+void CTOVPath::AddExtension(const CTOVStringA& oExtension)
+{
+    if (!HasExtension() && FirstCharacter(oExtension) == '.')
+        m_oPath += oExtension;
+}
+
+void CTOVPath::RemoveExtension()
+{
+    const int nDot = FindExtension();
+    if (nDot != -1)
+        m_oPath = m_oPath.Left(nDot);
+}

@@ -1,0 +1,54 @@
+#include <Path/TOVPathText.h>
+
+#include <Path/TOVPath.h>
+
+namespace TOVPathText
+{
+sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount)
+{
+    const char* const szText = oText.GetString();
+    const long lLength = oText.GetLength();
+    const long long llEnd = static_cast<long long>(nFirst) + nCount;
+
+    // Settled: the start stays 0 if the first component is beyond the end.
+    sRange oRange = {0, lLength};
+    if (nFirst == 0 && lLength > 0 && CTOVPath::IsSlash(szText[0]))
+        oRange.lStart = 1;
+
+    int nSeparators = 0;
+    for (long lIndex = 1; lIndex < lLength; ++lIndex)
+    {
+        if (!CTOVPath::IsSlash(szText[lIndex]))
+            continue;
+        ++nSeparators;
+        if (nSeparators == nFirst)
+            oRange.lStart = lIndex + 1;
+        if (nSeparators == llEnd)
+        {
+            oRange.lEnd = lIndex;
+            break;
+        }
+    }
+    return oRange;
+}
+
+bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sRange& oRange)
+{
+    const long lLength = oText.GetLength();
+    if (lLength == 0 || lPosition >= lLength)
+        return false;
+
+    const char* const szText = oText.GetString();
+    const bool bOnSlash = CTOVPath::IsSlash(static_cast<char>(oText.GetAt(lPosition)));
+    const long lStart = bOnSlash ? lPosition + 1 : lPosition;
+    do
+        ++lPosition;
+    while (lPosition < lLength && !CTOVPath::IsSlash(szText[lPosition]));
+
+    if (lStart == lLength)
+        return false;
+    oRange.lStart = lStart;
+    oRange.lEnd = lPosition;
+    return true;
+}
+} // namespace TOVPathText
