@@ -36,6 +36,7 @@ CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long lon
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeLoading, ullOption);
     TOV_ASSERT(m_pStream != NULL);
+    // Settled: the check above throws first, so that code 2 is never thrown. It is one of the documented codes.
     if (m_pStream == nullptr)
         throw ReadFileStreamException(NO_STREAM);
 }
@@ -69,6 +70,7 @@ void CTOVReadFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSee
 
 void CTOVReadFileStream::SerializeBegin(int nDataFormatVersion)
 {
+    // Settled: the inner stream always loads, so that this and the next function never throw code 4.
     if (m_pStream->IsStoring())
         throw ReadFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeBegin(nDataFormatVersion);

@@ -1,19 +1,20 @@
-// A stream that reads a file, opened by name.
+// Declares CTOVReadFileStream, a stream that opens a file by name and reads it.
 #pragma once
 
 #include <File/TOVFile.h>
 #include <TOVStream/TOVFileStream.h>
 
-// Opens the file in its constructor and closes it in its destructor; there is no reopening. Owns the file and the inner
-// stream that it forwards to. Binary format, loading. One thread at a time.
+// The constructor opens the file and the destructor closes it; the stream cannot be reopened. It owns the file and the
+// inner stream, to which it passes its calls. The format is binary and the direction is loading. Use it from one thread
+// at a time.
 //
-// A copy holds the same file handle and the same inner stream as its source, and each destructor frees both: at most
-// one of the two may be destroyed.
+// A copy has the same file handle and the same inner stream as its source, and each destructor frees both: at most one
+// of the two may be destroyed.
 class TOV_EXPORT CTOVReadFileStream : public ITOVStream
 {
 public:
-    // Class eClassStream. Code 0: the file could not be opened; 2: no inner stream; 4: an operation against the
-    // direction.
+    // The class of this exception is eClassStream. Code 0: the file could not be opened; 2: there is no inner stream;
+    // 4: the operation is for the other direction.
     class TOV_EXPORT ReadFileStreamException : public CTOVException
     {
     public:
@@ -27,15 +28,16 @@ public:
     // A short read is not reported.
     void Read(void* pBuffer, unsigned long long ullSize) override;
 
-    // Throw ReadFileStreamException 4.
+    // These throw ReadFileStreamException 4.
     void Write(const void* pBuffer, unsigned long long ullSize) override;
     void Seek(long long llOffset, TOVPlatform::TOVFile::eSeekOrigin eOrigin) override;
 
-    // As CTOVFileStream does it when loading: pass -1, then ask GetVersion.
+    // These do the same as those of a loading CTOVFileStream: pass -1, then call GetVersion.
     void SerializeBegin(int nDataFormatVersion) override;
     void SerializeEnd() override;
 
-    // The open flags of the file, ITOVFile::eFileOpenRead and eFileOpenBinary: read is loading.
+    // Returns the open flags of the file, ITOVFile::eFileOpenRead and eFileOpenBinary. The bit of eFileOpenRead is also
+    // that of eStreamModeLoading.
     int GetMode() const override;
     unsigned long long Tell() const override;
     bool SupportsRead() const override;
@@ -43,14 +45,14 @@ public:
     bool SupportsSeek() const override;
     bool SupportsVersioning() const override;
 
-    // Settled: 0, not the file's size.
+    // Settled: returns 0, not the file's size.
     unsigned long long GetSize() const override;
     int GetVersion() const override;
 
     virtual ~CTOVReadFileStream();
 
-    // Opens the file through CTOVFile, so an assigned name may stand in front. Throws ReadFileStreamException 0 if it
-    // cannot be opened. The option value goes to the inner stream, and has no effect.
+    // Opens the file by CTOVFile, so that the name may begin with an assign. Throws ReadFileStreamException 0 if it
+    // cannot be opened. The option value is passed to the inner stream and has no effect.
     explicit CTOVReadFileStream(const char* szFileName, unsigned long long ullOption = 0);
     CTOVReadFileStream(const CTOVReadFileStream& oOther);
     CTOVReadFileStream& operator=(const CTOVReadFileStream& oOther);

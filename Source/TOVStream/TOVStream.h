@@ -1,11 +1,12 @@
-// The contract of anything that data can be serialised into or out of, and the operators that do it value by value.
+// Declares ITOVStream, the interface of streams that objects are written to and read from, and the operators << and >>,
+// which write and read a value.
 #pragma once
 
 #include <Debug/TOVDebug.h>
 #include <TOVPlatform/TOVFile.h>
 
-// Block transfer, position, a mode word, a capability query for each optional operation, and a bracket for versioned
-// sections. A class that serialises itself runs the same code in both directions:
+// A stream transfers blocks, has a position and a mode word, says which of the optional operations it supports, and
+// marks versioned sections. A class that serialises itself uses the same code in both directions:
 //
 //    oStream.SerializeBegin(oStream.IsSaving() ? nMyVersion : -1);
 //    if (oStream.IsSaving()) oStream << m_nValue; else oStream >> m_nValue;    // GetVersion() tells how to read
@@ -13,21 +14,23 @@
 //
 // The mode word:  0xF00 format | 0x0FC free for the implementation | 0x002 saving | 0x001 loading
 //
-// A stream has no header and no marks between values: a reader makes the same sequence of calls as the writer did.
-// Nothing locks: one thread at a time. There is no virtual destructor, so never delete through this class.
+// A stream has no header and no marks between values: a reader must make the same sequence of calls as the writer.
+// Nothing is locked: use a stream from one thread at a time. There is no virtual destructor: never delete a stream
+// through this class.
 class TOV_EXPORT ITOVStream
 {
 public:
-    // How operator << and operator >> render a value. Further values of the field are logged, then count as binary.
+    // The representation of a value by operator << and operator >>. Any other value of the field is logged, then
+    // treated as binary.
     enum eStreamFormat
     {
         eStreamFormatBinary = 0x000,  // the memory image
         eStreamFormatASCII = 0x100,   // text, for writing only
-        eStreamFormatBinary2 = 0x200, // as binary
-        eStreamFormatBinary3 = 0x300  // as binary
+        eStreamFormatBinary2 = 0x200, // same as binary
+        eStreamFormatBinary3 = 0x300  // same as binary
     };
 
-    // Bits of the mode word. Loading and saving are independent: a word may set both or neither.
+    // The bits of the mode word. Loading and saving are independent: a word may set both or neither.
     enum eStreamMode
     {
         eStreamModeLoading = 0x001,
@@ -35,7 +38,8 @@ public:
         eStreamModeFormat = 0xF00
     };
 
-    // Error class eClassStream, for an application's streams; those of this library have exceptions of their own.
+    // Its error class is eClassStream. Streams of an application throw it; those of this library have their own
+    // exceptions.
     class TOV_EXPORT StreamException : public CTOVException
     {
     public:
@@ -46,18 +50,18 @@ public:
 
     // Virtual operations; their order is part of the exported design.
 
-    // Transfer ullSize bytes. A short transfer is not reported.
+    // These transfer ullSize bytes. A short transfer is not reported.
     virtual void Read(void* pBuffer, unsigned long long ullSize) = 0;
     virtual void Write(const void* pBuffer, unsigned long long ullSize) = 0;
     virtual void Seek(long long llOffset, TOVPlatform::TOVFile::eSeekOrigin eOrigin) = 0;
 
-    // Open and close a section. A writer names the section's version, a reader passes -1 and asks GetVersion.
+    // These begin and end a section. A writer passes the section's version; a reader passes -1 and calls GetVersion.
     virtual void SerializeBegin(int nDataFormatVersion) = 0;
     virtual void SerializeEnd() = 0;
 
     virtual int GetMode() const = 0;
 
-    // Implemented here, from GetMode() through its slot. IsStoring is another word for IsSaving.
+    // These are implemented here, by the virtual GetMode(). IsStoring does the same as IsSaving.
     virtual int GetFormat() const;
     virtual bool IsLoading() const;
     virtual bool IsSaving() const;
@@ -70,7 +74,7 @@ public:
     virtual bool SupportsVersioning() const = 0;
     virtual unsigned long long GetSize() const = 0;
 
-    // Version of the section being read, -1 where there is none.
+    // Returns the version of the section that is being read, or -1 if there is none.
     virtual int GetVersion() const = 0;
 
     ITOVStream();
@@ -78,11 +82,11 @@ public:
     ITOVStream& operator=(const ITOVStream& oOther);
 };
 
-// Renderings of a type, in TOVStream/TOVStreamTraits.h.
+// TOVStream/TOVStreamTraits.h defines the representations of a type.
 template<class T> class TOVStreamTraitsASCII;
 template<class T> class TOVStreamTraitsBinary;
 
-// Write a value in the stream's format. Exist for int, and for each type that an application gives renderings.
+// Writes a value in the stream's format. T is int, or a type for which the application specialises the traits.
 template<class T> ITOVStream& operator<<(ITOVStream& oStream, const T& oValue)
 {
     switch (oStream.GetFormat())
@@ -102,7 +106,7 @@ template<class T> ITOVStream& operator<<(ITOVStream& oStream, const T& oValue)
     return oStream;
 }
 
-// Read a value in the stream's format. Throws for ASCII, unless the type has a text reader of its own.
+// Reads a value in the stream's format. Throws for ASCII, unless the traits of the type can read text.
 template<class T> ITOVStream& operator>>(ITOVStream& oStream, T& oValue)
 {
     switch (oStream.GetFormat())
@@ -122,5 +126,5 @@ template<class T> ITOVStream& operator>>(ITOVStream& oStream, T& oValue)
     return oStream;
 }
 
-// The operators need the renderings, which need the class above.
+// The operators need the traits, which need the class above.
 #include <TOVStream/TOVStreamTraits.h>

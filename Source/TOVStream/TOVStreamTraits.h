@@ -1,4 +1,4 @@
-// How operator << and operator >> of a stream render the values of a type.
+// Declares the traits by which operator << and operator >> of a stream represent the values of a type.
 #pragma once
 
 #include <TOVStream/TOVStream.h>
@@ -6,8 +6,8 @@
 
 #include <type_traits>
 
-// The library renders int. A further type is a matter of two specialisations, after the model of int: binary is the
-// memory image, ASCII goes through a format, with no separator and no terminator.
+// The library has traits for int. For another type, write two specialisations like those for int: the binary one is the
+// memory image, and the ASCII one formats a text, without a separator or a terminator.
 //
 //    template<> class TOVStreamTraitsBinary<double> : public TOVStreamTraitsMemoryImage<double> {};
 //    template<> inline void TOVStreamTraitsASCII<double>::Write(ITOVStream& oStream, const double& fValue)
@@ -17,10 +17,10 @@
 //        WriteText(oStream, oText);
 //    }
 //
-// ASCII reading takes a specialisation of TOVStreamTraitsASCII<T>::Read as well. A type that is more than a block of
-// memory brings its own Read and Write in TOVStreamTraitsBinary<T>. A type without renderings does not compile.
+// To read ASCII, specialise TOVStreamTraitsASCII<T>::Read as well. A type that is more than a block of memory needs its
+// own Read and Write in TOVStreamTraitsBinary<T>. A type without these traits does not compile.
 
-// Block transfer of a value as it lies in memory, in the host's byte order.
+// Transfers a value as a block of memory, in the host's byte order.
 template<class T> class TOVStreamTraitsMemoryImage
 {
 public:
@@ -31,7 +31,7 @@ public:
     static void Read(ITOVStream& oStream, T& oValue) { oStream.Read(&oValue, sizeof oValue); }
 };
 
-// Binary rendering. Raw bytes of an arbitrary type would tie a file to one compiler, so there is none by default.
+// Represents a value in binary. There is no default, as the raw bytes of an arbitrary type depend on the compiler.
 template<class T> class TOVStreamTraitsBinary
 {
     static_assert(sizeof(T) == 0, "no stream rendering for this type: specialise TOVStreamTraitsBinary for it");
@@ -41,17 +41,17 @@ template<> class TOVStreamTraitsBinary<int> : public TOVStreamTraitsMemoryImage<
 {
 };
 
-// Text rendering.
+// Represents a value as text.
 template<class T> class TOVStreamTraitsASCII
 {
 public:
-    // Specialised for each type that can be written as text.
+    // Each type that can be written as text has a specialisation of this function.
     static void Write(ITOVStream& /*oStream*/, const T& /*oValue*/)
     {
         static_assert(sizeof(T) == 0, "no text rendering for this type: specialise TOVStreamTraitsASCII<T>::Write");
     }
 
-    // There is no parser: logs an error and throws, with the value unchanged.
+    // Logs an error and throws, with the value unchanged, as there is no parser.
     static void Read(ITOVStream& /*oStream*/, T& /*oValue*/)
     {
         TOVDebug::_Log(__FILE__, __LINE__, 0x11, eSeverityError, "%s",
@@ -59,7 +59,7 @@ public:
         TOV_ASSERT(false);
     }
 
-    // The characters of a text, if it has any. A tool for Write.
+    // Writes the characters of a text, if it has any. Specialisations of Write call it.
     static void WriteText(ITOVStream& oStream, const CTOVStringA& oText)
     {
         if (oText.GetLength() > 0)

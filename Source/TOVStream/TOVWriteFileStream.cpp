@@ -37,6 +37,7 @@ CTOVWriteFileStream::CTOVWriteFileStream(const char* szFileName, bool bAppend, u
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeSaving, ullOption);
     TOV_ASSERT(m_pStream != NULL);
+    // Settled: the check above throws first, so that code 2 is never thrown. It is one of the documented codes.
     if (m_pStream == nullptr)
         throw WriteFileStreamException(NO_STREAM);
 }
@@ -73,6 +74,7 @@ void CTOVWriteFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSe
 
 void CTOVWriteFileStream::SerializeBegin(int nDataFormatVersion)
 {
+    // Settled: the inner stream always saves, so that this and the next function never throw code 4.
     if (!m_pStream->IsStoring())
         throw WriteFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeBegin(nDataFormatVersion);

@@ -1,19 +1,19 @@
-// A stream that writes a file, opened by name.
+// Declares CTOVWriteFileStream, a stream that opens a file by name and writes it.
 #pragma once
 
 #include <File/TOVFile.h>
 #include <TOVStream/TOVFileStream.h>
 
-// Opens the file in its constructor, flushes and closes it in its destructor; there is no reopening. Owns the file and
-// the inner stream that it forwards to. Binary format. One thread at a time.
+// The constructor opens the file; the destructor flushes and closes it. The stream cannot be reopened. It owns the file
+// and the inner stream, to which it passes its calls. The format is binary. Use it from one thread at a time.
 //
-// A copy holds the same file handle and the same inner stream as its source, and each destructor frees both: at most
-// one of the two may be destroyed.
+// A copy has the same file handle and the same inner stream as its source, and each destructor frees both: at most one
+// of the two may be destroyed.
 class TOV_EXPORT CTOVWriteFileStream : public ITOVStream
 {
 public:
-    // Class eClassStream. Code 0: the file could not be opened; 2: no inner stream; 3: a seek; 4: another operation
-    // against the direction.
+    // The class of this exception is eClassStream. Code 0: the file could not be opened; 2: there is no inner stream;
+    // 3: Seek was called; 4: another operation is for the other direction.
     class TOV_EXPORT WriteFileStreamException : public CTOVException
     {
     public:
@@ -33,13 +33,13 @@ public:
     // Throws WriteFileStreamException 3.
     void Seek(long long llOffset, TOVPlatform::TOVFile::eSeekOrigin eOrigin) override;
 
-    // As CTOVFileStream does it when saving: pass the version.
+    // These do the same as those of a saving CTOVFileStream: pass the version.
     void SerializeBegin(int nDataFormatVersion) override;
     void SerializeEnd() override;
 
-    // The open flags of the file: eFileOpenBinary of ITOVFile with eFileOpenWrite, which is saving, or with
-    // eFileOpenAppend. Settled: an appending stream says false to IsSaving, IsStoring and IsLoading, and writes all the
-    // same.
+    // Returns the open flags of the file: ITOVFile::eFileOpenBinary, and eFileOpenWrite or eFileOpenAppend. The bit of
+    // eFileOpenWrite is also that of eStreamModeSaving. Settled: IsSaving, IsStoring and IsLoading of an appending
+    // stream return false, although it can write.
     int GetMode() const override;
     unsigned long long Tell() const override;
     bool SupportsRead() const override;
@@ -47,15 +47,15 @@ public:
     bool SupportsSeek() const override;
     bool SupportsVersioning() const override;
 
-    // Settled: 0, not the file's size.
+    // Settled: returns 0, not the file's size.
     unsigned long long GetSize() const override;
     int GetVersion() const override;
 
     virtual ~CTOVWriteFileStream();
 
-    // Creates the file, or truncates it, or with bAppend adds at its end. The name goes through CTOVFile, so an
-    // assigned name may stand in front. Throws WriteFileStreamException 0 if it cannot be opened. The option value goes
-    // to the inner stream, and has no effect.
+    // Creates the file, truncates an existing one, or with bAppend adds at its end. The file is opened by CTOVFile, so
+    // that the name may begin with an assign. Throws WriteFileStreamException 0 if it cannot be opened. The option
+    // value is passed to the inner stream and has no effect.
     explicit CTOVWriteFileStream(const char* szFileName, bool bAppend = false, unsigned long long ullOption = 0);
     CTOVWriteFileStream(const CTOVWriteFileStream& oOther);
     CTOVWriteFileStream& operator=(const CTOVWriteFileStream& oOther);
