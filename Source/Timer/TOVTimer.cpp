@@ -16,14 +16,15 @@ namespace
 {
 constexpr long long MILLISECONDS_PER_SECOND = 1000;
 
-// Registers can hold more digits than a double has, and what is cut or stored later would differ from target to target.
+// Rounds a value to a double. Registers can hold more digits, and later results would then differ between the targets.
 double Rounded(double dValue)
 {
     const volatile double dStored = dValue;
     return dStored;
 }
 
-// Cut toward zero. What 64 bits cannot hold gives the smallest number, whose low 32 bits are 0, as processors answer.
+// Truncates toward zero. A value that does not fit into 64 bits gives the smallest number, whose low 32 bits are 0, as
+// the processor's conversion does.
 long long Truncated(double dValue)
 {
     const double dLimit = 9223372036854775808.0;
@@ -32,7 +33,7 @@ long long Truncated(double dValue)
     return LLONG_MIN;
 }
 
-// Ticks wrap.
+// These compute with ticks, which wrap around.
 long long Sum(long long nFirst, long long nSecond)
 {
     return static_cast<long long>(static_cast<unsigned long long>(nFirst) + static_cast<unsigned long long>(nSecond));
@@ -69,7 +70,7 @@ bool IsChannel(int nChannel)
 }
 
 constexpr int PERIODIC_EVENT = 1;
-constexpr unsigned int TIMERR_NOERROR = 0; // the name stands in checks
+constexpr unsigned int TIMERR_NOERROR = 0; // the texts of checks contain this name
 
 template<class TCallback>
 int InstallEvent(unsigned int (*fnSet)(unsigned int, unsigned int, TCallback, unsigned long, bool), unsigned int nDelay,
@@ -80,7 +81,7 @@ int InstallEvent(unsigned int (*fnSet)(unsigned int, unsigned int, TCallback, un
 
     const unsigned int nEvent = fnSet(nDelay, nResolution, pCallback, ulUser, nKind == PERIODIC_EVENT);
     const int nResult = static_cast<int>(nEvent);
-    TOV_ASSERT(nResult != 0); // Settled: the period stays raised.
+    TOV_ASSERT(nResult != 0); // Settled: if this fails, the timer period stays in force.
     return nResult;
 }
 } // namespace
@@ -105,7 +106,7 @@ bool CTOVTimer::DefineChannel(int nChannel, const char* szName)
     if (!IsChannel(nChannel) || IsDefined(nChannel))
         return false;
 
-    // Settled: the channel is defined first, and stays so when its name cannot be set.
+    // Settled: the channel is defined first, and stays defined if setting its name throws.
     sTimeChannel& oChannel = m_aChannels[nChannel];
     Store(oChannel.bDefined, true);
     oChannel.sName = szName;
@@ -116,7 +117,7 @@ bool CTOVTimer::DefineChannel(int nChannel, const char* szName)
     Store(oChannel.dFrameTime, 0.0);
     Store(oChannel.dLastFrameTime, 0.0);
     Store(oChannel.nStartTime, 0LL);
-    // Settled: the frame rate keeps what it held.
+    // Settled: the frame rate keeps its value.
     return true;
 }
 
@@ -184,7 +185,7 @@ void CTOVTimer::Start(int nChannel)
     sTimeChannel& oChannel = m_aChannels[nChannel];
     Store(oChannel.bRunning, true);
     Store(oChannel.nStartTime, GetHardwareTime());
-    // Settled: a channel that was paused is paused still.
+    // Settled: a channel that was paused is still paused.
 }
 
 void CTOVTimer::Stop(int nChannel)
@@ -209,7 +210,7 @@ void CTOVTimer::SetTime(int nChannel, double dTime)
     const double dFrequency = static_cast<double>(GetHardwareTimerFrequency());
     const long long nTicks = Truncated(Rounded(dFrequency * dTime));
     Store(oChannel.nStartTime, Difference(GetHardwareTime(), nTicks));
-    // Settled: a paused channel stands at 0, whatever the time given.
+    // Settled: the time of a paused channel becomes 0, whatever dTime is.
     Store(oChannel.nPauseTime, Load(oChannel.nStartTime));
 }
 
@@ -316,7 +317,7 @@ void CTOVTimer::Update(int nChannel)
     sTimeChannel& oChannel = m_aChannels[nChannel];
     Store(oChannel.dFrameTime, GetTime(nChannel));
     const double dElapsed = Rounded(Load(oChannel.dFrameTime) - Load(oChannel.dLastFrameTime));
-    Store(oChannel.dFPS, dElapsed > 0.0 ? 1.0 / dElapsed : 0.0); // also 0 for what is not a number
+    Store(oChannel.dFPS, dElapsed > 0.0 ? 1.0 / dElapsed : 0.0); // also 0 if dElapsed is not a number
     Store(oChannel.dLastFrameTime, Load(oChannel.dFrameTime));
 }
 
@@ -374,7 +375,7 @@ long long CTOVTimer::GetHardwareTime() const
     if (TOVPlatform::Backend::ReadPerformanceCounter(nTicks))
         return nTicks;
 
-    // Settled: no fallback to the other counter, whose ticks would mean something else.
+    // Settled: there is no fallback to the other counter, whose ticks have another length.
     WarnOfCounter("Can't retrieve time from highresolution timer");
     return 0;
 }
