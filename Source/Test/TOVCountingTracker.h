@@ -1,4 +1,4 @@
-// Counts the failures of a test run on their way to a listener: CTOVCountingTracker.
+// Declares CTOVCountingTracker, which counts the failures of a test run and passes them to a listener.
 #pragma once
 
 #include <Test/TOVTestListener.h>
@@ -6,11 +6,11 @@
 
 namespace TOVTest
 {
-// A listener that hands every event of a run on to another listener and counts the failures, and the tracker that tells
-// the counts. A case fails once, however many of its checks fail; a suite fails once, however many of its cases do. A
-// failure between two cases counts for the case before it, and one in front of a suite's first case as a failed case.
+// This listener passes every event of a run to another listener and counts the failures; as a tracker, it returns the
+// counts. A case fails once, however many of its checks fail; a suite fails once, however many of its cases fail. A
+// failure between two cases counts for the case before it, and one before a suite's first case counts as a failed case.
 //
-//   event              before it is handed on                           after that
+//   event              before it is passed on                           after that
 //   EnterEnvironment   all four counters become 0                       -
 //   EnterSuite         the counters of suite and case become 0;         -
 //                      the suite becomes the current one, and
@@ -21,8 +21,8 @@ namespace TOVTest
 //   LeaveTestCase      -                                                there is no current case
 //   LeaveSuite         -                                                there is no current suite and no current case
 //
-// No end clears a counter: the counts of a run can be read until the next run begins. A copy takes the counts, the
-// current objects and the listener. One thread.
+// The Leave events clear no counters: the counts of a run can be read until the next run begins. A copy has the same
+// counts, current objects and listener. Use it from one thread.
 class TOV_EXPORT CTOVCountingTracker : public CTOVTestListener, public CTOVTestTracker
 {
 public:
@@ -49,15 +49,16 @@ public:
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
 
     // Further virtual operations, whose slots follow those of the listener; their order is part of the exported design.
-    // The suite and the case that run, or the null objects when none does. Settled: they are not const and override
-    // nothing. Those of CTOVTestTracker stay beside them, and give a const object, and everyone who knows this one as a
-    // tracker, the null objects.
+
+    // These return the suite and the case that are running, or the null objects if there is none. Settled: they are not
+    // const and override nothing. The const operations of CTOVTestTracker, which a const object and every caller of the
+    // tracker's interface use, return the null objects.
     using CTOVTestTracker::GetCurrentTestCase;
     using CTOVTestTracker::GetCurrentTestSuite;
     virtual const CTOVTestSuite& GetCurrentTestSuite();
     virtual const CTOVTestCase& GetCurrentTestCase();
 
-    // The tracker's side. These stand after the two above, whose slots they would take otherwise.
+    // These override the tracker's operations. They come after the two above, whose slots they would otherwise take.
     long GetNumFailedAsserts() const override;
     long GetNumFailedSuiteTests() const override;
     long GetNumFailedSuites() const override;
@@ -68,7 +69,7 @@ public:
     CTOVCountingTracker(const CTOVCountingTracker& oOther);
     CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther);
 
-    // Sets the listener that events are handed on to; NULL means the null listener. It is not owned.
+    // Sets the listener to which events are passed; null means the null listener. It is not owned.
     void SetListener(CTOVTestListener* pListener);
 
 private:

@@ -1,4 +1,4 @@
-// What the framework asks of the main program, and what the library has in its place. Internal.
+// Internal. Declares how the framework finds the main program's functions, and the library's own ones.
 #pragma once
 
 #include <TOVPlatform/Backend/TOVSystem.h>
@@ -7,14 +7,14 @@
 
 namespace TOVTest
 {
-// The function that the main program exports under a plain name, or NULL.
+// Returns the function that the main program exports under an undecorated name, or null.
 template<class TFunction> TFunction* FindProgramFunction(const char* szFunction)
 {
     return reinterpret_cast<TFunction*>(TOVPlatform::Backend::FindInMainProgram(szFunction));
 }
 
-// The library's own, whatever the main program exports. A program's function of the same name can stand in the place of
-// the library's exported one, so that the library itself uses these.
+// These are the library's own functions, whatever the main program exports. A program's function of the same name can
+// replace the library's exported one, so that the library itself calls these.
 CTOVTestListener& GetOwnNull();
 CTOVTestListener& GetOwnListener();
 void SetOwnListener(CTOVTestListener* pListener);

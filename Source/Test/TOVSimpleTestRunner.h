@@ -1,11 +1,11 @@
-// The entry point for test programs: CTOVSimpleTestRunner.
+// Declares CTOVSimpleTestRunner, the entry point for test programs.
 #pragma once
 
 #include <Test/TOVTestRouter.h>
 
 namespace TOVTest
 {
-// A router that runs all suites:
+// Runs all suites, and passes their events to the listeners that were added to it:
 //
 //     TOV_TEST_HOST
 //
@@ -21,8 +21,8 @@ class TOV_EXPORT CTOVSimpleTestRunner : public CTOVTestRouter
 public:
     ~CTOVSimpleTestRunner() override;
 
-    // Virtual operation, behind those of the router. Runs everything, tells the added listeners, and gives the number
-    // of failed cases. What a case throws past its checks goes through.
+    // Virtual operation, after those of the router. Runs everything, notifies the added listeners, and returns the
+    // number of failed cases. An exception that leaves a case reaches the caller.
     virtual int Run();
 
     CTOVSimpleTestRunner();

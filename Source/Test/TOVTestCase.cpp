@@ -14,7 +14,7 @@ const char* CTOVTestCase::GetDescription() const
 
 const char* CTOVTestCase::GetFileName() const
 {
-    // Settled: spelled like this, and unlike the text of a suite.
+    // Settled: the text is spelled like this, and differs from that of a suite.
     return m_szFileName != nullptr ? m_szFileName : "<Unkown filename>";
 }
 

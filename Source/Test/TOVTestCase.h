@@ -1,30 +1,31 @@
-// One case of a test suite: CTOVTestCase.
+// Declares CTOVTestCase, one case of a test suite.
 #pragma once
 
 #include <Test/TOVTestSuite.h>
 
 namespace TOVTest
 {
-// Names a member function of a suite, with the place where it stands. Owns nothing: suite and texts must outlive it.
-// One thread.
+// Refers to a member function of a suite, with its place in the source. A case owns nothing: the suite and the texts
+// must outlive it. Use it from one thread.
 class TOV_EXPORT CTOVTestCase
 {
 public:
-    // No suite, no function, no texts.
+    // Makes a case without a suite, a function and texts.
     constexpr CTOVTestCase();
     CTOVTestCase(const CTOVTestCase& oOther);
     CTOVTestCase& operator=(const CTOVTestCase& oOther);
 
-    // The case's name; NULL for a default case.
+    // Returns the case's name, or null for a default case.
     const char* GetDescription() const;
-    // The source file; "<Unkown filename>" where none was set.
+    // Returns the source file, or "<Unkown filename>" if it was not set.
     const char* GetFileName() const;
     unsigned long GetLine() const;
 
-    // Calls the function on its suite; without one of the two, does nothing. What the function throws goes through.
+    // Calls the function of the suite. Does nothing if one of the two is missing. An exception of the function reaches
+    // the caller.
     void Run() const;
 
-    // Stands in where there is no case.
+    // Returns the null object, which is used where there is no case.
     static CTOVTestCase& Null();
 
 protected:

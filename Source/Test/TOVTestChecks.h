@@ -1,7 +1,7 @@
-// The checks of a test: on failure they tell the listener in force, and the case goes on.
+// Declares the checks of a test. A check that fails notifies the listener in force, and the case continues.
 //
-// Each is an expression of type void, and so can stand after a comma and in a conditional. Expressions appear in the
-// texts as the preprocessor leaves them, with macros expanded.
+// Each check is an expression of type void, so that it can be an operand of a comma or a conditional operator. The
+// texts show expressions as the preprocessor leaves them, with macros expanded.
 #pragma once
 
 #include <Test/TOVTestListener.h>
@@ -10,22 +10,22 @@
 #define TOV_TEST_SOURCE_TEXT_OF(...) #__VA_ARGS__
 #define TOV_TEST_SOURCE_TEXT(...) TOV_TEST_SOURCE_TEXT_OF(__VA_ARGS__)
 
-// The call of an event of the listener in force, with the place of the check.
+// Calls an event of the listener in force, with the place of the check.
 #define TOV_TEST_TELL(Event, ...) TOVTest::CTOVTestListener::Instance().Event(__FILE__, __LINE__, __VA_ARGS__)
 
-// Tells the event unless the condition holds.
+// Calls the event unless the condition is true.
 #define TOV_TEST_TELL_UNLESS(condition, ...) ((condition) ? static_cast<void>(0) : TOV_TEST_TELL(__VA_ARGS__))
 
 namespace TOVTest
 {
-// True if the two are at most the delta apart.
+// Returns whether the two values differ by at most oDelta.
 template<class TActual, class TExpected, class TDelta>
 bool IsWithinDelta(const TActual& oActual, const TExpected& oExpected, const TDelta& oDelta)
 {
     return oActual < oExpected ? oExpected - oActual <= oDelta : oActual - oExpected <= oDelta;
 }
 
-// Runs the code; true if any exception came out of it.
+// Calls the code. Returns whether it has thrown an exception.
 template<class TCode> bool Throws(const TCode& fnCode)
 {
     try
@@ -39,7 +39,7 @@ template<class TCode> bool Throws(const TCode& fnCode)
     return false;
 }
 
-// Runs the code, and tells the listener unless an exception of this type came out of it.
+// Calls the code, and notifies the listener unless it has thrown an exception of this type.
 template<class TException, class TCode>
 void CheckThrows(const TCode& fnCode, const char* szFile, long lLine, const char* szExpression, const char* szException)
 {
@@ -74,7 +74,7 @@ void CheckThrows(const TCode& fnCode, const char* szFile, long lLine, const char
     TOV_TEST_TELL_UNLESS(!((a) == (b)), FailedAssertDiffers, TOV_TEST_SOURCE_TEXT(a), TOV_TEST_SOURCE_TEXT(b),         \
                          TOVTest::CTOVTestText(a))
 
-// Passes if actual and expected are at most delta apart; what is not a number is not.
+// Passes if actual and expected differ by at most delta. Fails if one of them is not a number.
 #define TOV_TEST_DELTA(actual, expected, delta)                                                                        \
     TOV_TEST_TELL_UNLESS(TOVTest::IsWithinDelta(actual, expected, delta), FailedAssertDelta,                           \
                          TOV_TEST_SOURCE_TEXT(actual), TOV_TEST_SOURCE_TEXT(expected), TOV_TEST_SOURCE_TEXT(delta),    \
@@ -85,20 +85,20 @@ void CheckThrows(const TCode& fnCode, const char* szFile, long lLine, const char
     TOV_TEST_TELL_UNLESS((actual) < (limit), FailedAssertLessThan, TOV_TEST_SOURCE_TEXT(actual),                       \
                          TOV_TEST_SOURCE_TEXT(limit), TOVTest::CTOVTestText(actual), TOVTest::CTOVTestText(limit))
 
-// Passes if any exception comes out of the expression.
+// Passes if the expression throws any exception.
 #define TOV_TEST_THROWS(expression)                                                                                    \
     TOV_TEST_TELL_UNLESS(TOVTest::Throws([&] { expression; }), FailedAssertThrows, TOV_TEST_SOURCE_TEXT(expression),   \
                          "...", false)
 
-// Passes if an exception of this type, or of one derived from it, comes out of the expression.
+// Passes if the expression throws an exception of this type, or of a type derived from it.
 #define TOV_TEST_THROWS_EXCEPTION(expression, Exception)                                                               \
     TOVTest::CheckThrows<Exception>([&] { expression; }, __FILE__, __LINE__, TOV_TEST_SOURCE_TEXT(expression),         \
                                     TOV_TEST_SOURCE_TEXT(Exception))
 
-// Passes if no exception comes out of the expression.
+// Passes if the expression does not throw.
 #define TOV_TEST_THROWS_NOT(expression)                                                                                \
     TOV_TEST_TELL_UNLESS(!TOVTest::Throws([&] { expression; }), FailedAssertThrowsNot, TOV_TEST_SOURCE_TEXT(expression))
 
-// Fails the case; or just leaves a remark.
+// TOV_TEST_FAIL fails the case; TOV_TEST_WARNING only reports a remark.
 #define TOV_TEST_FAIL(text) TOV_TEST_TELL(FailedTest, text)
 #define TOV_TEST_WARNING(text) TOV_TEST_TELL(Warning, text)

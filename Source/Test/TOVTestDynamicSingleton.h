@@ -1,25 +1,25 @@
-// Counted holder of the test framework's process-wide objects.
+// Declares CTOVTestDynamicSingleton, the counted holder of the test framework's process-wide objects.
 #pragma once
 
 #include <Test/TOVTestSuiteFactory.h>
 
 namespace TOVTest
 {
-// As CTOVDynamicSingleton, with statics of its own and open to all, since T knows nothing of it. An object that is
-// asked for after the last holder has gone is made anew, and stays.
+// Does the same as CTOVDynamicSingleton, with its own statics. GetInstance is public, since T does not know this class.
+// A call after the last holder is gone creates a new object, which is never deleted.
 template<class T> class CTOVTestDynamicSingleton
 {
 public:
-    // Virtual operation. Counts down; at 0 deletes the object.
+    // Virtual operation. Decrements the count and deletes the object at 0.
     virtual ~CTOVTestDynamicSingleton();
 
-    // Makes the object if there is none, and counts up. When the making throws, the exception goes through and the
-    // count has gone up all the same.
+    // Creates the object if it does not exist, and increments the count. If the creation throws, the exception reaches
+    // the caller, and the count has been incremented all the same.
     CTOVTestDynamicSingleton();
     CTOVTestDynamicSingleton(const CTOVTestDynamicSingleton&) = delete;
     CTOVTestDynamicSingleton& operator=(const CTOVTestDynamicSingleton&) = delete;
 
-    // The object; made, but not counted, if there is none.
+    // Returns the object. Creates it, without counting, if it does not exist.
     static T& GetInstance();
 
 private:
@@ -32,7 +32,7 @@ template<class T> long CTOVTestDynamicSingleton<T>::s_lRefCount = 0;
 
 template<class T> CTOVTestDynamicSingleton<T>::CTOVTestDynamicSingleton()
 {
-    // Settled: a failed creation is counted as well.
+    // Settled: a failed creation is counted as well, by this object's destructor.
     struct sCountUp
     {
         ~sCountUp() { ++s_lRefCount; }

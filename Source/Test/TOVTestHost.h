@@ -1,13 +1,13 @@
-// What the main program of a test run exports.
+// Declares TOV_TEST_HOST, which defines the functions that the main program of a test run exports.
 #pragma once
 
 #include <Test/TOVTestListener.h>
 #include <Test/TOVTestSuiteFactory.h>
 
-// Stands once, outside of all namespaces, in a source of the program. SetListener is a must: without it in the main
-// program the first run ends the process. The other three go with it, so that every copy of the framework in the
-// process uses this one listener and this one map. The library asks for the map before the program's own statics are
-// made, and after they are gone, so that it lives for ever.
+// Use it once, outside all namespaces, in a source of the program. SetListener is required: if the main program does
+// not export it, the first run crashes. The other three are defined with it, so that every copy of the framework in the
+// process uses the same listener and the same map. The library uses the map before the program's own statics are
+// constructed and after they are destroyed, so that the map is never deleted.
 #define TOV_TEST_HOST                                                                                                  \
     TOV_PLAIN_NAMES_BEGIN                                                                                              \
     TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetNull();                                                           \

@@ -91,7 +91,7 @@ CTOVTestListener& CTOVTestListener::Instance()
 
 void CTOVTestListener::SetListener(CTOVTestListener* pListener)
 {
-    // Settled: called without a test, so that a host which lacks it dies here and not with events gone astray.
+    // Settled: the function is called unchecked, so that a host without it crashes here and does not lose its events.
     FindProgramFunction<decltype(::SetListener)>("SetListener")(pListener);
 }
 

@@ -1,4 +1,4 @@
-// Hears of everything that happens in a test run: CTOVTestListener.
+// Declares CTOVTestListener, which receives all events of a test run.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -8,15 +8,18 @@ namespace TOVTest
 class CTOVTestCase;
 class CTOVTestSuite;
 
-// Base of all listeners; every operation does nothing, so that a listener overrides what it wants to hear. Texts and
-// objects are valid during the call. A listener is owned by whoever made it, and has no virtual destructor. One thread.
+// Base of all listeners. Its operations do nothing, so that a listener overrides those for the events that it needs.
+// Texts and objects are valid during the call. The code that creates a listener owns it; there is no virtual
+// destructor. Use it from one thread.
 //
-// One listener is in force in the process. It is kept by the main program, if that exports its own
-// (Test/TOVTestHost.h), and otherwise by the library.
+// One listener is in force in the process. The main program keeps it, if it exports its own functions for that
+// (Test/TOVTestHost.h); otherwise the library does.
 class TOV_EXPORT CTOVTestListener
 {
 public:
-    // Virtual operations; their order is part of the exported design. A run, a suite and a case begin and end.
+    // Virtual operations; their order is part of the exported design.
+
+    // Called when a run, a suite or a case begins and ends.
     virtual void EnterEnvironment();
     virtual void LeaveEnvironment();
     virtual void EnterSuite(const CTOVTestSuite& oSuite);
@@ -24,11 +27,11 @@ public:
     virtual void EnterTestCase(const CTOVTestCase& oTestCase);
     virtual void LeaveTestCase(const CTOVTestCase& oTestCase);
 
-    // A remark that is no failure.
+    // Called for a remark, which is not a failure.
     virtual void Warning(const char* szFile, long lLine, const char* szMessage);
 
-    // The eight failures, each with the file and line of the check. Expressions come as source text, values as
-    // CTOVTestText shows them.
+    // Called for the eight kinds of failures, with the file and line of the check. Expressions are passed as source
+    // text, and values as CTOVTestText shows them.
     virtual void FailedTest(const char* szFile, long lLine, const char* szMessage);
     virtual void FailedAssert(const char* szFile, long lLine, const char* szExpression);
     virtual void FailedAssertEquals(const char* szFile, long lLine, const char* szExpression, const char* szExpected,
@@ -40,7 +43,7 @@ public:
                                      const char* szValue);
     virtual void FailedAssertLessThan(const char* szFile, long lLine, const char* szExpression, const char* szLimit,
                                       const char* szActualValue, const char* szLimitValue);
-    // bOtherException: an exception came, but not the one that was expected.
+    // bOtherException is true if an exception was thrown, but not the expected one.
     virtual void FailedAssertThrows(const char* szFile, long lLine, const char* szExpression, const char* szException,
                                     bool bOtherException);
     virtual void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression);
@@ -49,15 +52,15 @@ public:
     CTOVTestListener(const CTOVTestListener& oOther);
     CTOVTestListener& operator=(const CTOVTestListener& oOther);
 
-    // The listener that hears nothing, and the one in force.
+    // These return the null listener, which does nothing, and the listener in force.
     static CTOVTestListener& Null();
     static CTOVTestListener& Instance();
 
-    // Puts a listener in force; NULL means the null listener. The main program must export "SetListener": there is no
-    // fallback, and without it the process ends at the call of a null address.
+    // Sets the listener in force; null means the null listener. The main program must export "SetListener": there is no
+    // fallback, and without it the process crashes by calling a null address.
     static void SetListener(CTOVTestListener* pListener);
 
-    // The argument, or the null listener for NULL.
+    // Returns the argument, or the null listener if it is null.
     static CTOVTestListener* GetSafeListener(CTOVTestListener* pListener);
 };
 } // namespace TOVTest

@@ -4,7 +4,7 @@
 
 namespace TOVTest
 {
-// The size is read anew on each step: a listener may be added or removed in an event.
+// The loop reads the size at each step, since a listener may be added or removed during an event.
 template<class... TParameters, class... TArguments>
 void CTOVTestRouter::Forward(void (CTOVTestListener::*pfEvent)(TParameters...), const TArguments&... aArguments)
 {

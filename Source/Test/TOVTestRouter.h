@@ -1,4 +1,4 @@
-// Hands the events of a test run on to any number of listeners: CTOVTestRouter.
+// Declares CTOVTestRouter, which passes the events of a test run to any number of listeners.
 #pragma once
 
 #include <Test/TOVTestListener.h>
@@ -7,11 +7,11 @@
 
 namespace TOVTest
 {
-// Each event goes to each listener, in the order of their adding. Listeners are not owned, and must stay until they are
-// removed or the router has gone. One thread.
+// Passes each event to each listener, in the order in which they were added. The router does not own the listeners;
+// they must exist until they are removed or the router is destroyed. Use it from one thread.
 //
-// In an event, a listener that is added gets that event too. One that removes itself, or an earlier one, moves the
-// later ones down, and the next of them misses that event.
+// A listener that is added during an event receives that event too. If a listener removes itself, or an earlier one,
+// during an event, the later ones move down and the next of them misses that event.
 class TOV_EXPORT CTOVTestRouter : public CTOVTestListener
 {
 public:
@@ -40,7 +40,7 @@ public:
     // Further virtual operations; their order is part of the exported design.
     virtual ~CTOVTestRouter();
 
-    // Appends, also what is already there, which then hears everything twice.
+    // Appends a listener. One that is added twice receives every event twice.
     virtual void AddListener(CTOVTestListener& oListener);
     // Removes the first entry of this listener; an unknown one is ignored.
     virtual void RemoveListener(CTOVTestListener& oListener);
@@ -51,7 +51,7 @@ public:
 
     long GetNumListeners() const;
     bool HasListeners() const;
-    // NULL for an index out of range.
+    // Returns null if the index is out of range.
     CTOVTestListener* GetListener(long lIndex) const;
 
 private:

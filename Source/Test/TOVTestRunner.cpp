@@ -46,7 +46,7 @@ void CTOVTestRunner::RunEnvironment()
             }
             catch (...)
             {
-                m_oCounter.SetCurrentTestSuite(nullptr); // it is about to go
+                m_oCounter.SetCurrentTestSuite(nullptr); // the suite is about to be deleted
                 throw;
             }
         }

@@ -1,4 +1,4 @@
-// Runs all suites: CTOVTestRunner.
+// Declares CTOVTestRunner, which runs all suites.
 #pragma once
 
 #include <Test/TOVCountingTracker.h>
@@ -8,24 +8,24 @@ namespace TOVTest
 class CTOVTestCase;
 class CTOVTestSuite;
 
-// Walks all registered suites in the factory's order, and in each all cases, and tells a listener. Failed checks are
-// counted events. The main program must export "SetListener" (Test/TOVTestHost.h).
+// Runs all registered suites in the factory's order, and all cases of each, and notifies a listener. Failed checks are
+// events that are counted. The main program must export "SetListener" (Test/TOVTestHost.h).
 //
-// An exception that leaves a case, or what stands around it, ends the run at once and goes through to the caller. There
-// is no LeaveTestCase, Closedown, LeaveSuite or LeaveEnvironment then, and no result of Run. The suite object is
-// deleted, and the counter knows no current suite and case any more. The exception itself counts as nothing: the counts
-// stay what the failed checks before it made of them, also of the case that threw, until the next run clears them.
+// An exception that leaves a case, its Startup, its Closedown or a listener ends the run at once and reaches the
+// caller. LeaveTestCase, Closedown, LeaveSuite and LeaveEnvironment are not called then, and Run
+// has no result. The suite object is deleted, and the counter no longer has a current suite and case. The exception
+// itself is not counted: until the next run, the counts are those of the failed checks before it, including those of
+// the case that threw.
 //
-// Counter, listener in force and case object are the process's only ones: runs must not overlap. One thread.
+// The process has only one counter, one listener in force and one case object: runs must not overlap. Use one thread.
 class TOV_EXPORT CTOVTestRunner
 {
 public:
     CTOVTestRunner(const CTOVTestRunner& oOther);
     CTOVTestRunner& operator=(const CTOVTestRunner& oOther);
 
-    // Runs everything and tells the listener, which may be NULL. The counting listener and tracker stay in force behind
-    // the run, with the counts of it, and go on telling the listener of failed checks: it must outlive them, or the
-    // next run.
+    // Runs everything and notifies the listener, which may be null. The counting listener and tracker stay installed
+    // after the run, keep its counts, and still forward failed checks: pListener must outlive them or the next run.
     static void RunAllTests(CTOVTestListener* pListener);
 
 private:
@@ -33,7 +33,7 @@ private:
 
     CTOVTestRunner(CTOVTestListener* pListener);
 
-    // Tells this listener nothing more; it is about to end.
+    // Stops notifying this listener, which is about to be destroyed.
     static void Forget(const CTOVTestListener* pListener);
 
     void RunEnvironment();

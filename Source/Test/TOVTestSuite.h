@@ -1,4 +1,4 @@
-// A group of test cases: CTOVTestSuite.
+// Declares CTOVTestSuite, a group of test cases.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -8,22 +8,22 @@ namespace TOVTest
 class CTOVTestCase;
 
 // Base of all suites. A suite is a class derived from it whose cases are member functions, listed in a table;
-// Test/TOVTestSuiteDefinition.h has the pattern. A suite object lives while it runs: the runner has it made, and
-// deletes it. One thread.
+// Test/TOVTestSuiteDefinition.h shows how. A suite object exists while it runs: the runner creates it by the factory
+// and deletes it. Use it from one thread.
 class TOV_EXPORT CTOVTestSuite
 {
 public:
     // Virtual operations; their order is part of the exported design.
     virtual ~CTOVTestSuite();
 
-    // Called before and after each case. The base does nothing.
+    // Called before and after each case. Those of the base class do nothing.
     virtual void Startup();
     virtual void Closedown();
 
     virtual long GetNumTestCases() const;
 
-    // The case at an index, valid until the next call for any suite: there is one such object for all of them. The
-    // base, which has no cases, gives one that is named "<invalid test case>" and does nothing.
+    // Returns the case at an index. It is valid until the next call for any suite, as all suites share one case object.
+    // The base class has no cases, and returns one that is named "<invalid test case>" and does nothing.
     virtual CTOVTestCase& GetTestCase(long lIndex) const;
 
     virtual const char* GetDescription() const;
@@ -34,11 +34,12 @@ public:
     CTOVTestSuite(const CTOVTestSuite& oOther);
     CTOVTestSuite& operator=(const CTOVTestSuite& oOther);
 
-    // Stands in where there is no suite.
+    // Returns the null object, which is used where there is no suite.
     static CTOVTestSuite& Null();
 
 protected:
-    // Fills the one case object with these values. The suite is told of as const and run as it is.
+    // Fills the shared case object with these values and returns it. Listeners receive the suite as const; it is run
+    // through the non-const original.
     static CTOVTestCase& SetupTestCase(const CTOVTestSuite* pSuite, void (CTOVTestSuite::*pfTest)(),
                                        const char* szDescription, const char* szFileName, unsigned long ulLine);
 

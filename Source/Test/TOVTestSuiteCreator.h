@@ -1,4 +1,4 @@
-// How the factory makes a suite: ITOVTestSuiteCreator.
+// Declares ITOVTestSuiteCreator, by which the factory makes a suite.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -7,12 +7,12 @@ namespace TOVTest
 {
 class CTOVTestSuite;
 
-// One static object for each suite, registered with CTOVTestSuiteFactory. A concrete creator adds a virtual destructor
-// as its second operation.
+// Each suite has one static creator, which is registered with CTOVTestSuiteFactory. A derived class adds a virtual
+// destructor as its second operation.
 class TOV_EXPORT ITOVTestSuiteCreator
 {
 public:
-    // Virtual operation. A new suite, which the caller deletes.
+    // Virtual operation. Returns a new suite, which the caller deletes.
     virtual CTOVTestSuite* New() = 0;
 
     TOV_EXPORT_INLINE constexpr ITOVTestSuiteCreator() {}

@@ -1,4 +1,4 @@
-// The pattern of a test suite, spelled as macros.
+// Declares the macros that define a test suite:
 //
 //     class CWordsTest : public TOVTest::CTOVTestSuite
 //     {
@@ -18,7 +18,7 @@
 //         TOV_TEST_EQUALS(CountWords("one two"), 2);      // Test/TOVTestChecks.h
 //     }
 //
-// The macros stand outside of all namespaces, in the suite's source.
+// The macros are used outside all namespaces, in the suite's source.
 #pragma once
 
 #include <Test/TOVTestCase.h>
@@ -27,7 +27,7 @@
 
 namespace TOVTest
 {
-// One row of a suite's table of cases. The table ends with a row without a function.
+// Describes one row of a suite's table of cases. The table ends with a row without a function.
 struct sTestEntry
 {
     const char* szDescription;
@@ -36,7 +36,7 @@ struct sTestEntry
     unsigned long ulLine;
 };
 
-// Enters a creator at load. The creator itself takes it out again at the end.
+// Registers a creator when it is loaded. The creator's destructor unregisters it.
 struct sTestRegistration
 {
     sTestRegistration(const char* szName, ITOVTestSuiteCreator* pCreator)
@@ -46,7 +46,8 @@ struct sTestRegistration
 };
 } // namespace TOVTest
 
-// In the class: the operations that tell of the suite, and its table. What follows is private.
+// Goes into the class. It declares the operations that describe the suite, and its table. The members after it are
+// private.
 #define TOV_TEST_SUITE(Suite)                                                                                          \
 public:                                                                                                                \
     long GetNumTestCases() const override;                                                                             \
@@ -59,11 +60,11 @@ private:                                                                        
     typedef Suite tTestSuite;                                                                                          \
     static const TOVTest::sTestEntry s_aTestEntries[];
 
-// In the source: what the suite tells of itself, and its cases in order.
+// Goes into the source. It defines those operations, and begins the table of the cases, which are listed in order.
 #define TOV_TEST_CASES_BEGIN(Suite, szDescription) TOV_TEST_CASES_BEGIN_AT(Suite, szDescription, __FILE__, __LINE__)
 
-// The same with a file and a line of one's own. Each entry of the table then stands with TOV_TEST_CASE_AT.
-// Settled: the text of an invalid case lacks its closing bracket, unlike that of the base class.
+// Does the same with a given file and line. Each entry of the table is then written with TOV_TEST_CASE_AT.
+// Settled: the file name of an invalid case lacks its closing bracket, unlike that of the base class.
 #define TOV_TEST_CASES_BEGIN_AT(Suite, szSuite, szSuiteFile, ulSuiteLine)                                              \
     long Suite::GetNumTestCases() const                                                                                \
     {                                                                                                                  \
@@ -105,9 +106,9 @@ private:                                                                        
     }                                                                                                                  \
     ;
 
-// The creator of a suite, CTOVCreator_ and the suite's name. szName is the key of the factory: the same pointer
-// wherever the suite is registered.
-// NOLINTBEGIN(bugprone-macro-parentheses): a class name takes none.
+// Defines the creator of a suite, whose name is CTOVCreator_ and the suite's name. szName is the key of the factory: it
+// must be the same pointer wherever the suite is registered.
+// NOLINTBEGIN(bugprone-macro-parentheses): a class name cannot have parentheses.
 #define TOV_TEST_CREATOR(Suite, szName)                                                                                \
     class CTOVCreator_##Suite : public TOVTest::ITOVTestSuiteCreator                                                   \
     {                                                                                                                  \
@@ -117,7 +118,7 @@ private:                                                                        
     };
 // NOLINTEND(bugprone-macro-parentheses)
 
-// In the source: registers the suite under its class name as long as its program or library is loaded.
+// Goes into the source. It registers the suite under its class name as long as its program or library is loaded.
 #define TOV_REGISTER_TEST_SUITE(Suite)                                                                                 \
     static const char s_szNameOf##Suite[] = #Suite;                                                                    \
     TOV_TEST_CREATOR(Suite, s_szNameOf##Suite)                                                                         \

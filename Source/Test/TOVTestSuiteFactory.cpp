@@ -62,7 +62,7 @@ bool CTOVTestSuiteFactory::HasClass(const char* szName)
 
 tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
 {
-    // Settled: looked up at each call, so that one map serves all, whenever the program exports its own.
+    // Settled: the program's map is looked up at each call, so that all use one map as soon as the program exports one.
     const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnCreatorMap();
 }

@@ -1,4 +1,4 @@
-// Makes test suites by name: CTOVTestSuiteFactory.
+// Declares CTOVTestSuiteFactory, which creates test suites by name.
 #pragma once
 
 #include <Test/TOVTestSuite.h>
@@ -9,29 +9,31 @@
 
 namespace TOVTest
 {
-// Settled: names are told apart, and ordered, by their addresses and not by their texts.
+// Settled: names are compared and ordered by their addresses, not by their texts.
 typedef std::map<const char*, ITOVTestSuiteCreator*, std::less<const char*>> tCreatorMap;
 
-// All suites of the process. Every operation first asks the main program for its own map (GetCreatorMapDirect,
-// Test/TOVTestHooks.h), and takes the library's if there is none. Names are found by the pointer that was registered,
-// as GetFirst and GetNext give it; a name of the same text at another address is unknown. One thread.
+// Knows all suites of the process. Every operation uses the main program's own map (GetCreatorMapDirect,
+// Test/TOVTestHooks.h), or the library's if the program exports none. A name is found by the pointer that was
+// registered, which GetFirst and GetNext return; a name with the same text at another address is unknown. Use the
+// factory from one thread.
 class TOV_EXPORT CTOVTestSuiteFactory
 {
 public:
-    // An object of the factory holds nothing.
+    // An object of the factory has no state.
     CTOVTestSuiteFactory();
     CTOVTestSuiteFactory(const CTOVTestSuiteFactory& oOther);
     CTOVTestSuiteFactory& operator=(const CTOVTestSuiteFactory& oOther);
 
-    // Enters a creator, which is not owned. A name that is already known keeps its creator.
+    // Registers a creator, which is not owned. A name that is already registered keeps its creator.
     static void Register(const char* szName, ITOVTestSuiteCreator* pCreator);
-    // An unknown name is ignored.
+    // Removes a name. An unknown name is ignored.
     static void Unregister(const char* szName);
 
-    // A new suite, which the caller deletes; NULL for an unknown name, or one whose creator is NULL.
+    // Returns a new suite, which the caller deletes, or null if the name is unknown or its creator is null.
     static CTOVTestSuite* New(const char* szName);
 
-    // Walks the names in the order of their addresses. False at the end, with the second argument unchanged.
+    // These iterate over the names in the order of their addresses. They return false at the end, with the result
+    // unchanged.
     static bool GetFirst(const char*& szName);
     static bool GetNext(const char* szName, const char*& szNext);
 

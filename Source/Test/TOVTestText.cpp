@@ -7,15 +7,15 @@ namespace TOVTest
 {
 namespace
 {
-constexpr int WORDS = 32; // of 32 bits: the 1024 bits of the largest double
+constexpr int WORDS = 32; // words of 32 bits, for the 1024 bits of the largest double
 
-// The decimal digits of a whole number, exactly.
+// Computes the exact decimal digits of a whole number.
 class CWholeDigits
 {
 public:
     explicit CWholeDigits(double dWhole);
 
-    // The first digit; no leading zeros, but one digit at least.
+    // Returns the digits, which have no leading zeros; there is at least one.
     const char* First() const { return m_szDigits + m_nFirst; }
 
 private:
@@ -25,7 +25,7 @@ private:
 
 CWholeDigits::CWholeDigits(double dWhole) : m_szDigits(), m_nFirst(static_cast<int>(sizeof(m_szDigits)) - 1)
 {
-    // Highest word first. Scaling by powers of two and taking whole words off is exact.
+    // The highest word comes first. Scaling by powers of two and subtracting whole words is exact.
     tDword aWords[WORDS];
     for (int nWord = 0; nWord < WORDS; ++nWord)
     {
@@ -50,10 +50,10 @@ CWholeDigits::CWholeDigits(double dWhole) : m_szDigits(), m_nFirst(static_cast<i
     } while (nHighest < WORDS);
 }
 
-// The first four decimals of a fraction in [0, 1), as a number: exactly, and not rounded.
+// Returns the first four decimals of a fraction in [0, 1) as a number. They are exact and not rounded.
 unsigned int FourDecimals(double dFraction)
 {
-    // Bits that lie lower than these can add nothing that carries this far.
+    // Lower bits than these cannot change the four decimals.
     tDword aWords[3];
     for (tDword& nWord : aWords)
     {
@@ -68,11 +68,11 @@ unsigned int FourDecimals(double dFraction)
     return static_cast<unsigned int>(nCarry);
 }
 
-// Settled: one more than the divisions by 10 that bring it to at most 1.
+// Settled: returns one more than the number of divisions by 10 after which the value is at most 1.
 int CountDigits(double dMagnitude)
 {
     int nDigits = 1;
-    // Each quotient is stored, since a register may hold more than a double does.
+    // Each quotient is stored, since a register may hold more digits than a double.
     volatile double dRest = dMagnitude;
     while (dRest > 1)
     {
@@ -177,7 +177,7 @@ void CTOVTestText::AppendDigits(unsigned long long nValue, unsigned int nBase)
     if (nValue >= nBase)
         AppendDigits(nValue / nBase, nBase);
     const unsigned int nDigit = static_cast<unsigned int>(nValue % nBase);
-    // Settled: knows no digits above 9.
+    // Settled: a digit above 9 appears as a question mark.
     Append(nDigit < 10 ? static_cast<char>('0' + nDigit) : '?');
 }
 

@@ -1,22 +1,22 @@
-// How a test shows a value: CTOVTestText.
+// Declares CTOVTestText, by which a test shows a value.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
 namespace TOVTest
 {
-// The text of one value. Allocates nothing.
+// Holds the text of one value. It allocates nothing.
 //
 //   type                               text
 //   bool                               true or false
 //   int, long, unsigned integers       decimal
-//   character types                    'x', with escapes for what does not print: '\n', '\x80'
+//   character types                    'x', with escapes for unprintable characters: '\n', '\x80'
 //   double                             -12.3456 with four decimals, not rounded; from 25 digits on -1.2345E30
 //   any other, pointers and texts too  (unprintable value)
 //
-// Settled: the routine for digits knows the ten decimal ones, and shows those above as question marks, so that the
-// character of value 31 is '\x1?'. The digits of a double are counted by divisions until the value is at most 1, so
-// that 5e24 has 26 of them and shows as 5.0000E25. Infinities and what is not a number show as inf, -inf and nan.
+// Settled: only the ten decimal digits are shown; larger ones appear as question marks, so that the character of value
+// 31 is '\x1?'. The digits of a double are counted by divisions until the value is at most 1, so that 5e24 has 26 of
+// them and appears as 5.0000E25. A value that is infinite or not a number appears as inf, -inf or nan.
 class TOV_EXPORT CTOVTestText
 {
 public:

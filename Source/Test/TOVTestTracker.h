@@ -1,4 +1,4 @@
-// Read-only view of how a test run goes: CTOVTestTracker.
+// Declares CTOVTestTracker, a read-only view of the state of a test run.
 #pragma once
 
 #include <Test/TOVTestCase.h>
@@ -6,22 +6,24 @@
 
 namespace TOVTest
 {
-// The base counts nothing and knows the null case and the null suite. One thread.
+// The base class counts nothing, and returns the null case and the null suite. Use it from one thread.
 class TOV_EXPORT CTOVTestTracker
 {
 public:
     // Virtual operations; their order is part of the exported design.
-    // Whether the current case, the current suite, the run has failed: by the counters below.
+
+    // These return whether the current case, the current suite, or the run has failed, according to the counters below.
     virtual bool HasTestFailed() const;
     virtual bool HasSuiteFailed() const;
     virtual bool HasEnvironmentFailed() const;
 
-    virtual long GetNumFailedAsserts() const;    // in the current case
+    virtual long GetNumFailedAsserts() const;    // checks in the current case
     virtual long GetNumFailedSuiteTests() const; // cases in the current suite
     virtual long GetNumFailedSuites() const;     // suites in the run
     virtual long GetNumTotalFailedTests() const; // cases in the run
 
-    // Settled: null objects also for a counting tracker, whose own two operations of these names are others.
+    // Settled: these also return the null objects for a counting tracker, whose operations of the same names do not
+    // override them.
     virtual CTOVTestCase& GetCurrentTestCase() const;
     virtual CTOVTestSuite& GetCurrentTestSuite() const;
 
@@ -29,8 +31,8 @@ public:
     CTOVTestTracker(const CTOVTestTracker& oOther);
     CTOVTestTracker& operator=(const CTOVTestTracker& oOther);
 
-    // The tracker that counts nothing, and the one in force, which is the former until SetTracker was called. Trackers
-    // are not owned; NULL means the null tracker.
+    // Null is the tracker that counts nothing. Instance is the tracker in force, which is Null until SetTracker is
+    // called. Trackers are not owned. A null argument means the null tracker.
     static CTOVTestTracker& Null();
     static CTOVTestTracker& Instance();
     static void SetTracker(CTOVTestTracker* pTracker);
