@@ -1,9 +1,9 @@
-// Literals for checks that are written once for narrow and for wide text. Internal.
+// Internal. Declares TOV_LITERAL, the literal of a check that is written once for narrow and for wide text.
 #pragma once
 
 #include <type_traits>
 
-// "text" or L"text", whichever is text of T.
+// Is "text" or L"text": the one whose characters are of type T.
 #define TOV_LITERAL(T, szText) TOVSelectLiteral<T>(szText, L##szText)
 
 template<class T> constexpr const T* TOVSelectLiteral(const char* szNarrow, const wchar_t* szWide)

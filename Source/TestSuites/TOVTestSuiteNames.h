@@ -1,8 +1,8 @@
-// The factory's keys of the library's own suites. Internal.
+// Internal. Defines the keys under which the library's own suites are registered in the factory.
 #pragma once
 
-// The factory orders its keys by their addresses: members of one structure have ascending ones in every build, so that
-// a run visits the suites in this order, which is that of their registration.
+// The factory orders its keys by their addresses. The members of one structure have ascending addresses in every build,
+// so that a run visits the suites in this order, which is also the order of their registration.
 struct sTOVTestSuiteNames
 {
     char szContainers[20] = "CTOVContainersTest";

@@ -12,11 +12,13 @@
 
 #include <initializer_list>
 
-// The library's own instance, for all: the string stands above the folder of the queue.
+// The library instantiates the queue of strings here, for all users. The queue's own source cannot do so, as the string
+// belongs to a higher folder.
 template class TOV_EXPORT CTOVSafeQueue<CTOVStringA>;
 
 constexpr char FILE_NAME[] = "TestSuites\\Test_TOVContainers";
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVContainersTest, "TOVContainers", FILE_NAME, 33)
     TOV_TEST_CASE_AT("CTOVQueue", TestQueue, FILE_NAME, 47)
@@ -134,7 +136,7 @@ void CheckSizesOfBits()
     TOV_TEST_THROWS(oBitArray.SetNumBits(0));
     TOV_TEST_THROWS(oBitArray.SetNumBits(-1278324));
 
-    // The bytes count, and not the number of bits.
+    // The bytes are compared, and the numbers of bits are not.
     const CTOVBitArray o9Bits(9);
     const CTOVBitArray o10Bits(10);
     TOV_TEST_EQUALS(o9Bits == o10Bits, true);
@@ -150,7 +152,7 @@ void CTOVContainersTest::TestBitArray()
 
 namespace
 {
-// A type of this file's own, so that the library does not export what the compiler makes of the sorter for it.
+// This type is local to the file, so that the library does not export the instance of the sorter for it.
 struct sCompareInts
 {
     int operator()(const int& nFirst, const int& nSecond) const
@@ -262,7 +264,7 @@ void CheckSharedBuffers()
     TOV_TEST_EQUALS(oBuffer.AddressOfBuffer() == oBuffer2.GetBuffer(), true);
     TOV_TEST_EQUALS(oBuffer == oBuffer2, true);
 
-    // The other one keeps its block.
+    // The other buffer keeps its block.
     oBuffer.Resize(1);
     TOV_TEST_EQUALS(oBuffer.GetSize(), 1);
     TOV_TEST_EQUALS(oBuffer.GetBuffer()[0], 5);
@@ -298,7 +300,7 @@ void CTOVContainersTest::TestBuffer()
 
 namespace
 {
-// Size, count and capacity, and what follows from them.
+// Checks the size, the count and the capacity, and the queries that follow from them.
 void CheckFilling(const CTOVRingBuffer<int>& oBuffer, long lCount, long lCapacity)
 {
     TOV_TEST_EQUALS(oBuffer.GetSize(), lCount);

@@ -1,4 +1,4 @@
-// The suite of the containers. Internal.
+// Internal. Declares the suite of the containers.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>
@@ -8,7 +8,7 @@ class CTOVContainersTest : public TOVTest::CTOVTestSuite
 {
     TOV_TEST_SUITE(CTOVContainersTest)
 
-    void TestQueue(); // makes one and lets it go
+    void TestQueue(); // constructs and destroys a queue
     void TestStack();
     void TestBitArray();
     void TestArray();

@@ -1,5 +1,6 @@
 #include <TestSuites/Test_TOVDebug.h>
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVDebugTest, "TOVDebug Test", "TestSuites\\Test_TOVDebug", 32)
 TOV_TEST_CASES_END

@@ -1,4 +1,4 @@
-// The suite of the diagnostics. Internal.
+// Internal. Declares the suite of the diagnostics.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>

@@ -6,6 +6,7 @@
 
 constexpr char FILE_NAME[] = "TestSuites\\Test_TOVDesignPatterns";
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVDesignPatternsTest, "TOVDesignPatterns", FILE_NAME, 31)
     TOV_TEST_CASE_AT("CTOVSmartPointer", TestSmartPointer, FILE_NAME, 39)
@@ -52,7 +53,7 @@ void CheckSharedNullPointers()
     TOV_TEST_EQUALS(oPointer1.Get() == oPointer2.Get(), true);
     TOV_TEST_EQUALS(oPointer2.Get() == NULL, true);
 
-    // A raw pointer goes into a control block of its own.
+    // A raw pointer gets its own control block.
     sTest* const pTest = new sTest;
     oPointer1 = pTest;
     TOV_TEST_EQUALS(oPointer1.GetRefCount(), 1);
@@ -70,7 +71,7 @@ void CheckAccess()
     TOV_TEST_EQUALS((*oPointer).A, 1234);
     TOV_TEST_EQUALS((*oConst).A, 1234);
 
-    // The pointer frees a single object: an array for it comes from the storage that it gives back.
+    // The pointer frees a single object, so that an array for it must be allocated in the form that it frees.
     sTest* const pTests = static_cast<sTest*>(CTOVOwnedObject<sTest>::Allocate(2 * sizeof(sTest)));
     new (&pTests[0]) sTest{4321};
     new (&pTests[1]) sTest{8765};
@@ -100,7 +101,7 @@ void CheckSharing()
     TOV_TEST_EQUALS(oPointer4.GetRefCount(), 2);
     TOV_TEST_EQUALS(oPointer3.Get() == pTest, true);
 
-    // The other keeps the old object.
+    // The other pointer keeps the old object.
     oPointer3 = new sTest{6};
     TOV_TEST_EQUALS(oPointer3.GetRefCount(), 1);
     TOV_TEST_EQUALS(oPointer4.GetRefCount(), 1);

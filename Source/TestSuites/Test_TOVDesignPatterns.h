@@ -1,4 +1,4 @@
-// The suite of counted ownership. Internal.
+// Internal. Declares the suite of counted ownership.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>

@@ -1,4 +1,4 @@
-// The suite of the exceptions. Internal.
+// Internal. Declares the suite of the exceptions.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>

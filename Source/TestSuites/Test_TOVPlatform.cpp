@@ -5,6 +5,7 @@
 
 constexpr char FILE_NAME[] = "TestSuites\\Test_TOVPlatform";
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVPlatformMemoryApiTest, "TOVPlatform Memory API (Windows)", FILE_NAME, 39)
     TOV_TEST_CASE_AT("Alloc & Free", TestAllocAndFree, FILE_NAME, 49)
@@ -91,7 +92,7 @@ void CTOVPlatformMemoryApiTest::TestAllocAndFree()
     pMemory = Memory::Realloc(pMemory, 256);
     TOV_TEST_EQUALS(pMemory == NULL, false);
 
-    // A refused call leaves the block as it is.
+    // A refused call leaves the block unchanged.
     TOV_TEST_THROWS(Memory::Realloc(pMemory, 0));
     TOV_TEST_THROWS_NOT(Memory::Free(pMemory));
 
@@ -113,7 +114,7 @@ void CTOVPlatformMemoryApiTest::TestZeroAndSet()
     TOV_TEST_THROWS(Memory::Set(NULL, 0xFF, 4));
     TOV_TEST_THROWS(Memory::Set(&dwValue, 0xFF, 0));
 
-    // The loose functions take the low 16 bits of a size, and refuse NULL even at size 0.
+    // The functions with plain names take the low 16 bits of a size, and refuse null even with size 0.
     TOV_TEST_THROWS_NOT(TOVMemory_Zero(&dwValue, static_cast<unsigned short>(65536)));
     TOV_TEST_EQUALS(dwValue, 0xFFFFFFFFu);
     TOV_TEST_THROWS(TOVMemory_Zero(NULL, 0));
@@ -122,7 +123,7 @@ void CTOVPlatformMemoryApiTest::TestZeroAndSet()
 
 void CTOVPlatformMemoryApiTest::TestCompareAndFastCompare()
 {
-    // Bytes are unsigned, and the first that differs decides: in a word as in the tail behind the words.
+    // Bytes are unsigned, and the first that differs decides, both in a word and in the tail after the words.
     static constexpr tByte aLow[] = {9, 1, 0, 0, 0, 3};
     static constexpr tByte aHigh[] = {9, 0xFF, 0, 0, 0, 2};
     static constexpr tByte aSame[] = {9, 1, 0, 0, 0, 3};
@@ -140,7 +141,7 @@ void CTOVPlatformMemoryApiTest::TestCompareAndFastCompare()
     TOV_TEST_THROWS(Memory::FastCompare(aLow, aSame, 0));
     TOV_TEST_THROWS(Memory::FastCompare(aLow, aSame, 3));
 
-    // The loose function takes no bytes as equal.
+    // The function with the plain name returns true if there are no bytes to compare.
     TOV_TEST_EQUALS(TOVMemory_Cmp(aLow, aHigh, 0), true);
 }
 

@@ -1,4 +1,4 @@
-// The suites of the platform layer's memory and text functions. Internal.
+// Internal. Declares the suites of the platform layer's memory and text functions.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>
@@ -29,7 +29,7 @@ class CTOVPlatformCharApiTest : public TOVTest::CTOVTestSuite
 {
     TOV_TEST_SUITE(CTOVPlatformCharApiTest)
 
-    void TestTodo(); // leaves a remark, no more
+    void TestTodo(); // only reports a warning
 };
 
 TOV_TEST_CREATOR(CTOVPlatformMemoryApiTest, s_oTestSuiteNames.szPlatformMemoryApi)

@@ -8,8 +8,8 @@
 
 #define TEXT(szText) TOV_LITERAL(T, szText)
 
-// The checks hold in every locale: no letter i, whose case is a matter of language, and points in numbers only where
-// the same locale has printed them.
+// The checks pass in every locale: they do not use the letter i, whose case depends on the language, and read a number
+// with a decimal point only if the same locale has printed it.
 namespace
 {
 // The texts of the checks keep this short name.
@@ -20,7 +20,7 @@ template<class T> bool IsSame(const T* szText, const T* szExpected)
     return Text::Compare(szText, szExpected) == 0;
 }
 
-// Where a search found something, counted from the start; -1 for nothing.
+// Returns the index at which a search has found something, or -1.
 template<class T> int PositionIn(const T* szText, const T* szFound)
 {
     return szFound != nullptr ? static_cast<int>(szFound - szText) : -1;
@@ -53,7 +53,7 @@ template<class T> int MeasureList(const T* szFormat, ...)
     return nLength;
 }
 
-// The order that all four comparisons have in common, and what they refuse.
+// Checks the order that all four comparisons have in common, and the arguments that they refuse.
 template<class T> void CheckOrder(int (*pfCompare)(const T*, const T*))
 {
     const T* const szNull = nullptr;
@@ -245,7 +245,7 @@ template<class T> void CTOVPlatformStringCases<T>::TestVSPrintf()
     TOV_TEST_THROWS(PrintList(szNull, TEXT("text")));
     TOV_TEST_THROWS(PrintList(szText, static_cast<const T*>(NULL)));
 
-    // Settled: the measure of plain text is generous.
+    // Settled: the length measured for plain text is larger than the text.
     TOV_TEST_EQUALS(MeasureList(TEXT("Test")), 10);
     TOV_TEST_THROWS(MeasureList(static_cast<const T*>(NULL)));
 }

@@ -1,4 +1,4 @@
-// What the suites of narrow and of wide text functions share: their cases. Internal.
+// Internal. Declares the cases that the suites of narrow and of wide text functions share.
 #pragma once
 
 #include <Test/TOVTestSuite.h>

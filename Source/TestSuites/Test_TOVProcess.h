@@ -1,4 +1,4 @@
-// The suite of the process classes. Internal.
+// Internal. Declares the suite of the process classes.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>

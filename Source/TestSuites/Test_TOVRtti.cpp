@@ -6,6 +6,7 @@
 
 constexpr char FILE_NAME[] = "TestSuites\\Test_TOVRtti";
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVRttiTest, "TOVRtti", FILE_NAME, 68)
     TOV_TEST_CASE_AT("CTOVClass", TestClass, FILE_NAME, 76)
@@ -117,7 +118,7 @@ void CheckBase()
     TOV_TEST_EQUALS(oBase.IsInstanceOf(CClass::GetClass()), false);
 }
 
-// Of an instance of CClass, as itself or as one of its bases.
+// Checks the class of an instance of CClass, which is passed as CClass or as one of its bases.
 template<class T> void CheckClass(const T& oObject)
 {
     const CTOVClass& oClass = oObject.GetRuntimeClass();

@@ -1,4 +1,4 @@
-// The suite of the runtime classes. Internal.
+// Internal. Declares the suite of the runtime classes.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>

@@ -1,17 +1,17 @@
-// The classes that the suite of the runtime classes looks at:
-//
-//    CBase    IInterface
-//        \    /
-//        CClass
-//
-// Internal.
+// Internal. Declares the classes that the suite of the runtime classes examines.
 #pragma once
 
 #include <TOVRtti/TOVClass.h>
 
 namespace TOVRttiTest
 {
-// An interface: its descriptor comes to life at the first call.
+// This is the hierarchy of the three classes:
+//
+//    CBase    IInterface
+//        \    /
+//        CClass
+//
+// The descriptor of the interface is constructed by the first call of GetClass.
 class IInterface
 {
 public:
@@ -23,7 +23,7 @@ public:
     static const CTOVClass& GetClass();
 };
 
-// The descriptors of these two come to life when the library is loaded.
+// The descriptors of this class and of CClass are constructed when the library is loaded.
 class CBase
 {
 public:

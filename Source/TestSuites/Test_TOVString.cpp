@@ -7,6 +7,7 @@
 
 constexpr char FILE_NAME[] = "TestSuites\\Test_TOVString";
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVStringTest, "TOVString Test", FILE_NAME, 33)
     TOV_TEST_CASE_AT("TOV String Test (Ascii)", TestStringA, FILE_NAME, 47)
@@ -19,7 +20,7 @@ void CTOVStringTest::TestStringA()
 {
     CTOVStringChecks<CTOVStringA, char>::CheckAll();
 
-    // From wide text, the low 8 bits of each unit.
+    // A narrow string takes the low 8 bits of each unit of a wide text.
     const CTOVStringA oNarrow(CTOVStringW(L"\u20ACuro"));
     TOV_TEST_EQUALS(oNarrow.GetLength(), 4);
     TOV_TEST_EQUALS(oNarrow.GetAt(0), 0xAC);
@@ -28,7 +29,7 @@ void CTOVStringTest::TestStringA()
     const CTOVStringA oFilled('x', 4);
     TOV_TEST_EQUALS(oFilled == "xxxx", true);
 
-    // A signed test: 0x80 and above are refused as 0 is.
+    // The check compares signed values: 0x80 and above are refused like 0.
     CTOVStringA oText("abc");
     TOV_TEST_THROWS(oText.Replace('b', static_cast<char>(0x80)));
 }
@@ -37,7 +38,7 @@ void CTOVStringTest::TestStringW()
 {
     CTOVStringChecks<CTOVStringW, wchar_t>::CheckAll();
 
-    // From narrow text, each byte extended with zeros.
+    // A wide string extends each byte of a narrow text with zeros.
     const CTOVStringW oWide(CTOVStringA("\xE4hnlich"));
     TOV_TEST_EQUALS(oWide.GetLength(), 7);
     TOV_TEST_EQUALS(oWide.GetAt(0), 0xE4);

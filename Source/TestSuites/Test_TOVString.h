@@ -1,4 +1,4 @@
-// The suite of the strings. Internal.
+// Internal. Declares the suite of the strings.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>

@@ -5,8 +5,8 @@
 
 #define TEXT(szText) TOV_LITERAL(T, szText)
 
-// The checks hold in every locale: no letter i where case is changed or ignored, and points in numbers only where the
-// same locale has printed them.
+// The checks pass in every locale: they do not use the letter i where case is changed or ignored, and read a number
+// with a decimal point only if the same locale has printed it.
 
 template<class TString, class T> void CTOVStringChecks<TString, T>::CheckAll()
 {
@@ -34,7 +34,7 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckNewStri
     TOV_TEST_EQUALS(oTest.GetLength(), 0);
     TOV_TEST_EQUALS(oTest.GetString() == NULL, true);
 
-    // Two without a block keep what they have.
+    // Two strings without a block are unchanged by an assignment.
     const TString oOther;
     TOV_TEST_THROWS_NOT(oTest = oOther);
     TOV_TEST_EQUALS(oTest.GetString() == NULL, true);
@@ -78,14 +78,14 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckSharing
     oB = TEXT("x");
     TOV_TEST_EQUALS(oA == TEXT("Haus"), true);
 
-    // Settled: what writes in place is seen by every string on the block.
+    // Settled: every string that shares the block sees a change in place.
     oB = oA;
     oB.MakeUpper();
     TOV_TEST_EQUALS(oA == TEXT("HAUS"), true);
     oB.SetAt(0, 'M');
     TOV_TEST_EQUALS(oA == TEXT("MAUS"), true);
 
-    // Settled: between two on one block an assignment does nothing, and each keeps its length.
+    // Settled: an assignment between two strings that share a block does nothing, and each keeps its length.
     oB.ReleaseBuffer(2);
     oB = oA;
     TOV_TEST_EQUALS(oB.GetLength(), 2);
@@ -93,7 +93,8 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckSharing
     oB.ReleaseBuffer(4);
     oB.SetAt(2, 'U');
 
-    // Emptying takes a block of its own, zero in all its length, and an empty string is left as it is.
+    // Empty gives the string its own block, which has the old size and is all zeros. It does nothing to an empty
+    // string.
     oB.Empty();
     TOV_TEST_EQUALS(oA == TEXT("MAUS"), true);
     TOV_TEST_EQUALS(oB.GetLength(), 0);
@@ -117,7 +118,7 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckRawBuff
     TOV_TEST_EQUALS(oTest.GetData()->GetSize(), 11);
     TOV_TEST_THROWS(oTest.ReleaseBuffer(12));
 
-    // A block that is large enough still holds its text; growing loses it.
+    // A block that is large enough keeps its text; growing loses it.
     oTest = TEXT("abcde");
     TOV_TEST_EQUALS(TString(oTest.GetBuffer(3)) == TEXT("abcde"), true);
     const T* const szGrown = oTest.GetBuffer(7);
@@ -200,7 +201,7 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckCutting
     TOV_TEST_EQUALS(oTest.Mid(4, 7) == TEXT("ist ein"), true);
     TOV_TEST_EQUALS(oTest.Left(0).IsEmpty() && oTest.Right(0).IsEmpty() && oTest.Mid(4, 0).IsEmpty(), true);
 
-    // Settled: a cut that reaches the end takes the terminator with it.
+    // Settled: a cut that reaches the end includes the terminator.
     const TString oRight(oTest.Right(5));
     TOV_TEST_EQUALS(oRight == TEXT("test"), true);
     TOV_TEST_EQUALS(oRight.GetLength(), 5);
@@ -222,7 +223,7 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckPrefixe
     for (const T* const szOther : {TEXT("d"), TEXT("DAS"), TEXT("Das Haus"), TEXT("war")})
         TOV_TEST_EQUALS(oTest.BeginsWith(szOther), false);
 
-    // A new string is refused; one that was emptied has a block.
+    // A new string is refused; BeginsWith accepts one that was emptied, which has a block.
     TString oEmptied(TEXT("x"));
     oEmptied.Empty();
     TOV_TEST_THROWS(oTest.BeginsWith(TString()));
@@ -243,7 +244,7 @@ template<class TString, class T> void CTOVStringChecks<TString, T>::CheckSuffixe
     for (const T* const szOther : {TEXT("T"), TEXT("TESt"), TEXT(" der  Test"), TEXT("Das Haus")})
         TOV_TEST_EQUALS(oTest.EndsWith(szOther), false);
 
-    // Settled: one character longer than the string counts as found.
+    // Settled: a text that is one character longer than the string counts as found.
     const TString oShort(TEXT("abc"));
     TOV_TEST_EQUALS(oShort.EndsWith(TEXT("abcd")), true);
     TOV_TEST_EQUALS(oShort.EndsWith(TEXT("wxyz")), true);

@@ -1,4 +1,4 @@
-// What the cases of narrow and of wide strings share. Internal.
+// Internal. Declares the checks that the cases of narrow and of wide strings share.
 #pragma once
 
 #include <TOVString/TOVStringA.h>

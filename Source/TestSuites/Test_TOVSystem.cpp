@@ -4,6 +4,7 @@
 
 constexpr char FILE_NAME[] = "TestSuites\\Test_TOVSystem";
 
+// Settled: the file name and the lines of the table are given; they are not the places in this source.
 // clang-format off
 TOV_TEST_CASES_BEGIN_AT(CTOVSystemTest, "TOVSystem Test", FILE_NAME, 57)
     TOV_TEST_CASE_AT("Types Test", TestTypes, FILE_NAME, 66)
@@ -37,7 +38,7 @@ void CTOVSystemTest::TestMacros()
     TOV_TEST_EQUALS(pBytes == NULL, true);
     TOV_SAFE_DELETE_ARRAY(pBytes);
 
-    // Settled: these are not equal, and the case fails on every run. The macro is not to be bent.
+    // Settled: these are not equal, and the case fails on every run. Do not change the macro for it.
     TOV_TEST_EQUALS(TOV_BYTESWAP32(0xABCD), 'DCBA');
 }
 

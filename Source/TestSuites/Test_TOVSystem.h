@@ -1,4 +1,4 @@
-// The suite of the base types and the macros. Internal.
+// Internal. Declares the suite of the base types and the macros.
 #pragma once
 
 #include <Test/TOVTestSuiteDefinition.h>
@@ -8,7 +8,7 @@ class CTOVSystemTest : public TOVTest::CTOVTestSuite
 {
     TOV_TEST_SUITE(CTOVSystemTest)
 
-    // The first and the last compare when they are compiled, and do nothing when they run.
+    // TestTypes and TestBitMacros compare when they are compiled, and do nothing when they run.
     void TestTypes();
     void TestMacros();
     void TestBitMacros();
