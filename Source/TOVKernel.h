@@ -1,4 +1,4 @@
-// The whole library, for applications.
+// Includes the whole library, for applications.
 #pragma once
 
 #include <Debug/TOVBase.h>

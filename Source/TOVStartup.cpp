@@ -1,6 +1,6 @@
-// The library comes to life here: every static of it that needs construction stands in this file, in the order in which
-// they depend on each other. The language constructs them from top to bottom when the library is loaded, and destroys
-// them from bottom to top at the end. The debug server, made on first need, is never destroyed.
+// The library starts here: this file defines every static object of the library that needs construction, in the order
+// in which they depend on each other. The language constructs them from top to bottom when the library is loaded, and
+// destroys them from bottom to top at the end. The debug server, which its first user creates, is never destroyed.
 
 #include <Debug/TOVMSDevLogger.h>
 #include <File/TOVVirtualFileSystem.h>
@@ -25,15 +25,15 @@
 #include <TestSuites/Test_TOVSystem.h>
 #include <Timer/TOVTimer.h>
 
-// 0. What the backend registers with the system, for use from here on.
+// 0. The backend prepares the process: what it registers with the system is in force from here on.
 struct sBackend
 {
     sBackend() { TOVPlatform::Backend::PrepareProcess(); }
 };
 static const sBackend s_oBackend;
 
-// 1. The suites that the library carries for itself: for each its creator, which leaves the factory when it ends, and
-// its registration. The factory's map comes to life with the first of them.
+// 1. The library's own suites are registered. Each has a creator, whose destructor unregisters it, and a registration.
+// The first of them creates the factory's map.
 template<class TCreator> struct sSuite
 {
     explicit sSuite(const char* szName) : oRegistration(szName, &oCreator) {}
@@ -53,7 +53,7 @@ static sSuite<CTOVCreator_CTOVPlatformUnicodeStringApiTest>
 static sSuite<CTOVCreator_CTOVPlatformCharApiTest> s_oPlatformCharApiTest(s_oTestSuiteNames.szPlatformCharApi);
 static sSuite<CTOVCreator_CTOVProcessTest> s_oProcessTest(s_oTestSuiteNames.szProcess);
 
-// The classes that the next suite looks at. The first of them makes the debug server and the class server.
+// The next suite examines these classes. The first of them creates the debug server and the class server.
 const CTOVClass TOVRttiTest::CBase::_s_oClass("CBase");
 const CTOVClass TOVRttiTest::CClass::_s_oClass("CClass", &CBase::_s_oClass, &IInterface::GetClass());
 static sSuite<CTOVCreator_CTOVRttiTest> s_oRttiTest(s_oTestSuiteNames.szRtti);
@@ -61,29 +61,28 @@ static sSuite<CTOVCreator_CTOVRttiTest> s_oRttiTest(s_oTestSuiteNames.szRtti);
 static sSuite<CTOVCreator_CTOVStringTest> s_oStringTest(s_oTestSuiteNames.szString);
 static sSuite<CTOVCreator_CTOVSystemTest> s_oSystemTest(s_oTestSuiteNames.szSystem);
 
-// 2. Diagnostics: what the library logs from here on reaches a debugger.
+// 2. The logger is registered: from here on, a debugger receives what the library logs.
 const TOVDebug::CTOVMSDevLogger TOVDebug::CTOVMSDevLogger::_m_this;
 
-// 3. The invalid class, then the holder of the class server, which the first class has made.
+// 3. The invalid class is constructed, then the holder of the class server, which the first class has created.
 const CTOVClass CTOVClass::_s_oInvalid("<invalid class>");
 static const CTOVDynamicSingleton<CTOVClassServer> s_oClassServerHolder;
 
-// 4. The shared empty values.
+// 4. The shared empty values are constructed.
 static const CTOVDynamicSingleton<CTOVStringA> s_oNullStringAHolder;
 static const CTOVDynamicSingleton<CTOVStringW> s_oNullStringWHolder;
 static const CTOVDynamicSingleton<CTOVPath> s_oNullPathHolder;
 
-// 5. The virtual file system: its class, which makes the interface's first, then the object.
+// 5. The class of the virtual file system is constructed, after that of its interface; then the object is.
 CTOVClass CTOVVirtualFileSystem::_s_oClass("CTOVVirtualFileSystem", &ITOVVirtualFileSystem::GetClass());
 static const CTOVDynamicSingleton<CTOVVirtualFileSystem> s_oVirtualFileSystemHolder;
 
-// 6. The timer.
+// 6. The timer is constructed.
 static const CTOVDynamicSingleton<CTOVTimer> s_oTimerHolder;
 
-// 7. The test framework: the null suite, and the holder of the creator map. The map itself is as old as the first
-// creator.
+// 7. The test framework follows: the null suite, and the holder of the creator map, which the first suite has created.
 TOVTest::CTOVTestSuite TOVTest::CTOVTestSuite::m_oNull;
 static const TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap> s_oCreatorMapHolder;
 
-// 8. Last, the file handle table. Nothing above may open a file.
+// 8. The file handle table comes last. Nothing above may open a file.
 static const CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager> s_oHandleManagerHolder;

@@ -69,8 +69,8 @@
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
-// These enclose functions that are exported under undecorated names and yet return references to classes. Clang warns
-// that a C program could not call them, but no C program does.
+// These enclose functions that are exported under plain names, which are undecorated, and yet return references to
+// classes. Clang warns that a C program could not call them, but no C program does.
 #if defined(__clang__)
 #define TOV_PLAIN_NAMES_BEGIN                                                                                          \
     _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"") extern "C"        \

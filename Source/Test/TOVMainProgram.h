@@ -7,7 +7,7 @@
 
 namespace TOVTest
 {
-// Returns the function that the main program exports under an undecorated name, or null.
+// Returns the function that the main program exports under a plain name, or null.
 template<class TFunction> TFunction* FindProgramFunction(const char* szFunction)
 {
     return reinterpret_cast<TFunction*>(TOVPlatform::Backend::FindInMainProgram(szFunction));

@@ -1,4 +1,4 @@
-// Declares the functions with undecorated names by which the framework's listener and creator map are shared. The
+// Declares the functions with plain names by which the framework's listener and creator map are shared. The
 // library exports them, and a main program may export its own (Test/TOVTestHost.h), which the framework then uses.
 #pragma once
 
