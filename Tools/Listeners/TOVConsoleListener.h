@@ -1,4 +1,4 @@
-// Log lines for the eye: on standard output or standard error.
+// Declares CTOVConsoleListener, which prints log lines on standard output or standard error.
 #pragma once
 
 #include <Listeners/TOVLineListener.h>
@@ -13,20 +13,21 @@ enum eTOVConsoleStream
     eConsoleOutput // standard output
 };
 
-// Prints each line as sTOVLogLine::Print has it. Below severity 500 a line may wait in the stream's buffer; graver
-// ones, failed checks and panics are flushed, together with all before them, and so is the end.
+// Prints each line in the form of sTOVLogLine::Print. A line below severity 500 may stay in the stream's buffer. More
+// severe lines, failed checks and panics are flushed, together with all lines before them, and so is the stream at the
+// end of the process.
 //
 // On a terminal a line has the colour of its severity: grey below 200, yellow from 400, red from 500, bright red from
-// 600. There is no colour in a file or pipe, where the variable NO_COLOR is set and not empty, or TERM is "dumb".
+// 600. There are no colours in a file or pipe, if the variable NO_COLOR is set and not empty, or if TERM is "dumb".
 class CTOVConsoleListener final : public CTOVLineListener
 {
 public:
     ~CTOVConsoleListener() override;
 
-    // Flushes.
+    // Flushes the stream.
     void OnClosedown() override;
 
-    // The stream, and whether it shows colours, is settled here.
+    // Chooses the stream, and whether it shows colours, once for all lines.
     explicit CTOVConsoleListener(eTOVConsoleStream eStream = eConsoleError);
 
 protected:

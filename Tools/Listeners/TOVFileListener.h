@@ -1,4 +1,4 @@
-// Log lines in a file.
+// Declares CTOVFileListener, which writes log lines to a file.
 #pragma once
 
 #include <Listeners/TOVLineListener.h>
@@ -9,39 +9,41 @@
 
 namespace TOVDebug
 {
-// Writes each line as sTOVLogLine::Print has it, with "\n" behind it on every system. Below severity 500 a line may
-// wait in the file's buffer; graver ones, failed checks and panics are flushed, together with all before them, and so
-// is the end: a normal exit and the exit of a panic lose nothing, even of an object that is never destroyed, and a
-// crash only what came after the last flush.
+// Writes each line in the form of sTOVLogLine::Print, followed by "\n" on every system. A line below severity 500 may
+// stay in the file's buffer. More severe lines, failed checks and panics are flushed, together with all lines before
+// them, and so is the file at the end of the process. A normal exit and the exit of a panic therefore lose nothing,
+// even if the object is never destroyed; a crash loses only the lines after the last flush.
 //
-// Where the file cannot be made, and while the disk is full, lines are dropped, and HasLostLines tells; of the line
-// that met the full disk, a part may stand there.
+// If the file cannot be created, and while the disk is full, lines are dropped, and HasLostLines returns true. Part of
+// the line during which the disk became full may be in the file.
 class CTOVFileListener : public CTOVLineListener
 {
 public:
     ~CTOVFileListener() override;
 
-    // Flushes.
+    // Calls Flush.
     void OnClosedown() override;
 
-    // Adds to a file that exists, or begins it anew. Whether that worked: IsOpen.
+    // Opens the file; with bAppend adds to an existing file, otherwise truncates it. IsOpen returns whether that
+    // worked.
     explicit CTOVFileListener(const char* szPath, bool bAppend = true);
 
-    // False where the file could not be opened, also for a null path.
+    // Returns false if the file could not be opened, or the path is null.
     bool IsOpen() const;
 
-    // Hands what has been written to the system.
+    // Passes all lines written so far to the system.
     void Flush();
 
 protected:
     void OnLine(const sTOVLogLine& oLine) override;
 
-    // For a derived class that changes files. All run under the listener's own lock, in which nothing is logged.
+    // A derived class that changes files uses these. They are called with the listener's own lock held, and must not
+    // log.
 
-    // Called before so many bytes are written. Does nothing here.
+    // Called before nBytes bytes are written. Does nothing here.
     virtual void BeforeWrite(std::size_t nBytes);
 
-    // Open closes first.
+    // Open calls Close first. It returns whether the file could be opened.
     bool Open(bool bAppend);
     void Close();
 

@@ -28,7 +28,7 @@ std::string FormatText(const char* szFormat, va_list pArguments)
         va_end(pCopy);
         if (nCount >= 0)
             return sText.substr(0, static_cast<std::size_t>(nCount));
-        // A text that is merely too long fills the buffer; one without a narrow form ends before.
+        // A text that is merely too long fills the buffer; a text without a narrow form ends before the buffer does.
         if (sText.back() == '\0')
             break;
     }

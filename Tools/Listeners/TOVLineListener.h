@@ -1,4 +1,4 @@
-// Base of the listeners that take each event as one finished line.
+// Declares CTOVLineListener, the base of the listeners that receive each event as one formatted line.
 #pragma once
 
 #include <Listeners/TOVListener.h>
@@ -8,9 +8,9 @@
 
 namespace TOVDebug
 {
-// Formats each event, at any length and by the rules of TOVPlatform::TOVString (I64, %S and their fellows), and hands
-// it on. An argument list is read from a copy. Null texts read "(null)"; a message that has no narrow form reads as its
-// format. Nothing is thrown out of a call, and no check is raised.
+// Formats each event, at any length and by the rules of TOVPlatform::TOVString (I64, %S and the like), and passes it to
+// OnLine. An argument list is read from a copy. A null text becomes "(null)"; a message that has no narrow form becomes
+// its format. No call throws, and no check fails.
 class CTOVLineListener : public CTOVListener
 {
 public:
@@ -21,11 +21,12 @@ public:
 
     CTOVLineListener();
 
-    // True once a line has been lost: a write failed, a file is not open, memory has run out. Thread-safe.
+    // Returns true after a line has been lost: because a write failed, a file is not open or memory is exhausted. It is
+    // thread-safe.
     bool HasLostLines() const;
 
 protected:
-    // Takes one line. What it throws counts as a lost line.
+    // Called for each line. If it throws, the line counts as lost.
     virtual void OnLine(const sTOVLogLine& oLine) = 0;
 
     void NoteLoss();

@@ -1,44 +1,44 @@
-// What all ready-made listeners have in common: how they come into the debug server's table and out of it.
+// Declares CTOVListener, the base of all ready-made listeners, which registers and unregisters them.
 #pragma once
 
 #include <Debug/TOVLogListener.h>
 
 namespace TOVDebug
 {
-// Base of the listeners of this library. An object hears nothing until it is registered, directly or behind a
-// CTOVSeverityFilter. The server does not own it.
+// Base of the listeners of this library. An object receives no events until it is registered, directly or as the target
+// of a CTOVSeverityFilter. The server does not own it.
 //
-// Threads: any. Register, Unregister and the destructor may be called inside a call of the server, of this listener
-// or another one; outside, they wait for the call that is going on. As the server has it, whoever takes an earlier
-// listener out of the table inside a call makes the next one miss that one event.
+// Any thread may use it. Register, Unregister and the destructor may be called during a call by the server, of this
+// listener or another one; at any other time, they wait until the present call has returned. If an earlier listener is
+// removed from the server's table during a call, the next one misses that event.
 //
-// A derived class calls Unregister first thing in its destructor: behind that, it is no longer called.
+// A derived class must call Unregister at the beginning of its destructor: after that it is no longer called.
 class CTOVListener : public ITOVLogListener
 {
 public:
-    // Unregisters it, from the current server.
+    // Unregisters this listener from the current server.
     virtual ~CTOVListener();
 
-    // Overrides call these.
+    // An override must call these.
     void OnStartup() override;
     void OnClosedown() override;
 
-    // Ignored: the server passes on no name.
+    // Ignores the name; the server passes no name to its listeners.
     void SetApplicationName(const char* szName) override;
 
     CTOVListener();
     CTOVListener(const CTOVListener&) = delete;
     CTOVListener& operator=(const CTOVListener&) = delete;
 
-    // Registers it with the current server, at the end of its table. Nothing happens when it already is, so that it is
-    // never there twice; one that came in by the server's own Register moves to the end.
-    // Throws std::bad_alloc; it is not registered then.
+    // Registers this listener with the current server, at the end of its table. Does nothing if it is already
+    // registered, so that it is never in the table twice; if it was registered by the server's own Register, it moves
+    // to the end. Throws std::bad_alloc; the listener is then not registered.
     void Register();
 
-    // Takes it out of the current server's table; harmless when it is not there. Its OnClosedown is called in any case.
+    // Removes this listener from the current server's table, if it is there. Its OnClosedown is called in any case.
     void Unregister();
 
 private:
-    bool m_bRegistered; // certainly in the table; guarded by the server's lock
+    bool m_bRegistered; // true: certainly in the table; guarded by the server's lock
 };
 } // namespace TOVDebug

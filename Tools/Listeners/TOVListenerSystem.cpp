@@ -21,7 +21,7 @@ namespace
 {
 std::atomic<bool> s_bEnding(false);
 
-// This library's own clean-up comes after that of the application.
+// This library is cleaned up after the application.
 struct sEndMarker
 {
     ~sEndMarker()
@@ -72,7 +72,7 @@ WORD AttributeOf(eLineColour eColour)
 
 std::tm LocalTime(std::time_t nTime)
 {
-    // The runtime keeps one result for each thread.
+    // The runtime keeps a separate result for each thread.
     const std::tm* pLocal = std::localtime(&nTime);
     return pLocal != nullptr ? *pLocal : std::tm();
 }
@@ -107,7 +107,7 @@ bool WriteLine(std::FILE* pStream, eLineColour eColour, const std::string& sText
     if (eColour == eColourNone)
         return WriteText(pStream, sText + '\n');
 
-    // Attributes of the console are known to all versions of Windows; they go for what comes to the screen from now on.
+    // All versions of Windows have the attributes of the console, which apply to all text that is written afterwards.
     const HANDLE hConsole = ConsoleOf(pStream);
     CONSOLE_SCREEN_BUFFER_INFO oBefore = {};
     std::fflush(pStream);
@@ -157,10 +157,10 @@ bool ShowsColours(std::FILE* pStream)
 
 bool WriteLine(std::FILE* pStream, eLineColour eColour, const std::string& sText)
 {
-    // In the order of the colours.
+    // The sequences are in the order of eLineColour.
     static const char* const s_aszBegin[] = {"", "\x1b[90m", "\x1b[33m", "\x1b[31m", "\x1b[91m"};
     const char* szEnd = eColour != eColourNone ? "\x1b[0m\n" : "\n";
-    // At once, so that nothing of somebody else's comes between.
+    // All is written at once, so that no other output comes between.
     return WriteText(pStream, s_aszBegin[eColour] + sText + szEnd);
 }
 

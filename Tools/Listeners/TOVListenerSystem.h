@@ -1,4 +1,4 @@
-// What the listeners ask of the system. The one source behind it has the only conditions of this library.
+// Internal to the folder. Declares what the listeners need from the system. Its source alone depends on the system.
 #pragma once
 
 #include <Listeners/TOVLogLine.h>
@@ -22,31 +22,33 @@ enum eLineColour
 
 std::tm LocalTime(std::time_t nTime);
 
-// Opens a file for adding, or makes it anew; null if that fails. Line ends stay as they are written, and a program that
-// is started does not inherit it.
+// Opens a file to append to it, or creates or truncates it. Returns null if that fails. Line ends are written
+// unchanged, and child processes do not inherit the file.
 std::FILE* OpenFile(const std::string& sPath, bool bAppend);
 
 enum ePresence
 {
     ePresent,
     eAbsent,
-    ePresenceUnknown // the system does not tell
+    ePresenceUnknown // the system reports another error
 };
 
-// Whether there is anything of this name. It is not opened: whatever cannot be read counts as well.
+// Returns whether an entry with this name exists. The entry is not opened, so that one that cannot be read is present
+// as well.
 ePresence PresenceOf(const std::string& sPath);
 
-// Bytes of an open file; 0 where that cannot be told.
+// Returns the size of an open file in bytes, or 0 if it cannot be determined.
 unsigned long long SizeOf(std::FILE* pFile);
 
-// Whether the stream is a terminal with colours.
+// Returns whether the stream is a terminal with colours.
 bool ShowsColours(std::FILE* pStream);
 
-// Writes text and line end. Another colour than none needs a stream that shows colours.
+// Writes the text and a line end. Returns false if that fails. A colour other than eColourNone needs a stream that
+// shows colours.
 bool WriteLine(std::FILE* pStream, eLineColour eColour, const std::string& sText);
 
-// Whether to flush behind this line: it is grave, or the process is ending. Libraries are still cleaned up, and log,
-// when some systems have flushed their streams for the last time.
+// Returns whether to flush after this line: because it is grave, or because the process is ending. On some systems,
+// libraries still run their clean-up code, and log, after the streams have been flushed for the last time.
 bool MustFlush(const sTOVLogLine& oLine);
 } // namespace TOVListenerSystem
 } // namespace TOVDebug

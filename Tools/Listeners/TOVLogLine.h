@@ -1,4 +1,4 @@
-// One event of the debug server, finished: what the listeners of this library print and keep.
+// Declares sTOVLogLine, an event of the debug server in the form in which the listeners print and keep it.
 #pragma once
 
 #include <Debug/TOVDebug.h>
@@ -18,24 +18,24 @@ enum eTOVLogKind
 struct sTOVLogLine
 {
     eTOVLogKind eKind;
-    std::chrono::system_clock::time_point oTime; // when the listener was told
+    std::chrono::system_clock::time_point oTime; // when the listener received the event
     std::string sFile;
     unsigned long ulLine;
     eTOVDebugSeverity eSeverity; // error for a failed check, fatal for a panic
     std::string sText;           // formatted message, or the check's expression
 
-    // A failed check, a panic, or a message of severity 500 and above: it must not be lost.
+    // Returns whether this is a failed check, a panic, or a message of severity 500 or above, which must not be lost.
     bool IsGrave() const;
 
-    // The printed form, without a line end:
+    // Returns the printed form, without a line end:
     //
     //     Path/Cities.cpp(148) : warning: 2026-11-21 19:28:24.123 2 cities have no name
     //     Path/Cities.cpp(150) : error: 2026-11-21 19:28:24.123 check failed: nCount > 0
     //     Path/Cities.cpp(151) : fatal error: 2026-11-21 19:28:24.123 panic: no cities
     //
     // Position and severity come first, as compilers print them, so that editors find the place. The severities are
-    // "trace", "info", "warning", "error" and "fatal error", and "severity 300" for one that has no name. The time is
-    // local. The text stands as it is: one with line ends takes several lines.
+    // "trace", "info", "warning", "error" and "fatal error"; one without a name is printed as "severity 300". The time
+    // is local. The text is printed unchanged: one with line ends takes several lines.
     std::string Print() const;
 };
 } // namespace TOVDebug

@@ -1,4 +1,4 @@
-// The latest log lines in memory, for tests and for a report after a failure.
+// Declares CTOVMemoryListener, which keeps the latest log lines in memory, for tests and for a report after a failure.
 #pragma once
 
 #include <Listeners/TOVLineListener.h>
@@ -9,17 +9,17 @@
 
 namespace TOVDebug
 {
-// Keeps the last lines, checks and panics; an older one goes for each that comes. Its operations may be called from any
-// thread, also inside a call of the server.
+// Keeps the latest lines, checks and panics. When it is full, each new one replaces the oldest. Its operations may be
+// called from any thread, even during a call by the server.
 class CTOVMemoryListener final : public CTOVLineListener
 {
 public:
     ~CTOVMemoryListener() override;
 
-    // How many are kept; 0 and below keep none.
+    // Keeps lCapacity lines. With 0 or a negative number, no lines are kept.
     explicit CTOVMemoryListener(long lCapacity = 1000);
 
-    // A copy of what is kept, oldest first.
+    // Returns a copy of the lines, oldest first.
     std::vector<sTOVLogLine> GetLines() const;
 
     void Clear();

@@ -29,7 +29,7 @@ void CTOVRotatingFileListener::BeforeWrite(std::size_t nBytes)
         return;
     if (m_pFile == nullptr && Open(true))
         m_ullSize = TOVListenerSystem::SizeOf(m_pFile);
-    // Without a file there is nothing to move: the kept ones would move on for each line that is lost.
+    // Without an open file nothing is rotated: otherwise each lost line would move the kept files.
     if (m_pFile != nullptr && m_ullSize > 0 && m_ullSize + nBytes > m_ullMaxSize)
         Rotate();
     m_ullSize += nBytes;
@@ -37,7 +37,7 @@ void CTOVRotatingFileListener::BeforeWrite(std::size_t nBytes)
 
 void CTOVRotatingFileListener::Rotate()
 {
-    // Closed first: not every system moves an open file.
+    // The file is closed first, since some systems cannot move an open file.
     Close();
     const bool bKeeps = m_nKeptFiles > 0;
     if (bKeeps && FreeName(1))
@@ -46,8 +46,8 @@ void CTOVRotatingFileListener::Rotate()
     m_ullSize = 0;
 }
 
-// Moves the file of this number one on, if there is one, and removes the last. False if it is, or may be, still there:
-// what takes its name would overwrite it on some systems.
+// Moves the file with this number to the next number, if it exists; the last one is removed. Returns false if the file
+// still exists, or may still exist: moving another file to its name would overwrite it on some systems.
 bool CTOVRotatingFileListener::FreeName(int nNumber)
 {
     const std::string sName = Name(nNumber);

@@ -1,29 +1,29 @@
-// Log lines in a file that does not grow without end.
+// Declares CTOVRotatingFileListener, which writes log lines to a file of limited size.
 #pragma once
 
 #include <Listeners/TOVFileListener.h>
 
 namespace TOVDebug
 {
-// A CTOVFileListener that begins its file anew before a line would make it larger than a size, and keeps a number of
-// full files beside it: "name.1" is the latest, "name.2" the one before, and so on; the oldest is removed.
+// Starts a new file before a line would make the file larger than a maximum size, and keeps a number of full files
+// beside it: "name.1" is the latest, "name.2" the one before, and so on; the oldest is removed.
 //
-// - Lines are not split: one that is longer than the size has a file of its own.
-// - What stood in the file at the start counts, and an existing file that is too large is moved at the first line.
-// - With no kept files, the full file's contents go.
-// - Files of higher numbers, of a time when more were kept, stay as they are.
-// - While a file cannot be moved (another program holds it), the lines go on into the same file, and the next try is
-//   made when as much again has been written. While the new file cannot be opened, each line tries again, and
-//   HasLostLines tells of those that were lost.
+// - Lines are not split: a line that is longer than the maximum size has its own file.
+// - The size of a file that already exists counts; one that is too large is moved before the first line.
+// - If no files are kept, the contents of the full file are lost.
+// - Files with higher numbers, which were kept when the number was larger, are left unchanged.
+// - If the file cannot be moved (because another program holds it), further lines are written to the same file, and the
+//   next attempt is made when as much again has been written. If the new file cannot be opened, each line tries again;
+//   HasLostLines returns whether lines were lost meanwhile.
 // - A kept file is never opened: one that cannot be read is kept like the others.
 //
-// One process for one file.
+// Only one process may write to a file.
 class CTOVRotatingFileListener final : public CTOVFileListener
 {
 public:
     ~CTOVRotatingFileListener() override;
 
-    // ullMaxSize in bytes; 0 gives each line a file of its own. nKeptFiles below 0 counts as 0.
+    // ullMaxSize is in bytes; 0 gives each line its own file. A negative nKeptFiles counts as 0.
     CTOVRotatingFileListener(const char* szPath, unsigned long long ullMaxSize, int nKeptFiles);
 
 private:
@@ -35,6 +35,6 @@ private:
     const unsigned long long m_ullMaxSize;
     const int m_nKeptFiles;
     const bool m_bOpened;
-    unsigned long long m_ullSize; // of the file, or since the last try to move it
+    unsigned long long m_ullSize; // bytes in the file, or bytes since the last attempt to move it
 };
 } // namespace TOVDebug

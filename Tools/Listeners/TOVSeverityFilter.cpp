@@ -4,7 +4,7 @@ namespace TOVDebug
 {
 namespace
 {
-// An exception that left a call of the server would leave its lock taken.
+// An exception that leaves a call by the server would leave the server's lock taken.
 template<class TCall> void CallSafely(TCall fnCall)
 {
     try
@@ -47,14 +47,14 @@ void CTOVSeverityFilter::OnStartup()
 void CTOVSeverityFilter::OnClosedown()
 {
     CTOVListener::OnClosedown();
-    // The server says this as often as somebody unregisters, the other may be gone after the first time.
+    // The server calls this at every Unregister, but the target may be gone after the first call.
     if (!m_bStarted)
         return;
     m_bStarted = false;
     CallSafely([this] { m_oTarget.OnClosedown(); });
 }
 
-// In the calls below nothing of the filter is touched after the other listener's: it may have destroyed the filter.
+// The operations below do not use the filter after they have called the target, which may have destroyed the filter.
 
 void CTOVSeverityFilter::OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity,
                                 const char* szFormat, va_list pArguments)

@@ -1,4 +1,4 @@
-// Keeps slight log lines from a listener.
+// Declares CTOVSeverityFilter, which passes only lines of a minimum severity to a listener.
 #pragma once
 
 #include <Listeners/TOVListener.h>
@@ -7,16 +7,17 @@
 
 namespace TOVDebug
 {
-// Stands in front of any listener, also one that knows nothing of this library, and is registered in its place. Passes
-// on lines of a least severity, and failed checks and panics always. What the other throws goes no further.
+// Is registered in place of any listener, its target, which need not be one of this library. It passes on lines of at
+// least a given severity, and all failed checks and panics. It catches what the target throws.
 //
-// Does not own the other listener, which must outlive the filter's registration. Filters may stand behind filters.
+// It does not own the target, which must outlive the filter's registration. The target may be another filter.
 class CTOVSeverityFilter final : public CTOVListener
 {
 public:
     ~CTOVSeverityFilter() override;
 
-    // Passed on when the filter is registered, and once when that is over.
+    // The target's OnStartup is called when the filter is registered, and its OnClosedown once after that, when the
+    // filter is unregistered or the server closes down.
     void OnStartup() override;
     void OnClosedown() override;
 
@@ -28,7 +29,7 @@ public:
 
     CTOVSeverityFilter(ITOVLogListener& oTarget, eTOVDebugSeverity eLeastSeverity);
 
-    // Thread-safe, also inside a call of the server.
+    // These are thread-safe, even during a call by the server.
     eTOVDebugSeverity GetLeastSeverity() const;
     void SetLeastSeverity(eTOVDebugSeverity eLeastSeverity);
 
