@@ -1,4 +1,4 @@
-// tovtest: runs test suites from shared libraries, and those of the library itself.
+// tovtest runs test suites from shared libraries, and those of the library itself.
 
 #include <TestHost/TOVTestHostProgram.h>
 

@@ -6,7 +6,7 @@ namespace TOVTestHost
 {
 namespace
 {
-// One column less than a usual window: a full line would break.
+// The line has one column less than a usual window, since a full line would wrap.
 constexpr std::size_t PROGRESS_WIDTH = 79;
 
 const char* NameOf(eTestOutcome eOutcome)
@@ -28,7 +28,7 @@ void AppendCount(std::string& sText, long lCount, const char* szWhat)
         sText += ", " + std::to_string(lCount) + " " + szWhat;
 }
 
-// ", 1 failed, 2 warnings"
+// Returns a text such as ", 1 failed, 2 warnings".
 std::string BadNews(const sTestCounts& oCounts)
 {
     std::string sText;
@@ -70,7 +70,7 @@ void CTOVConsoleReport::PrintLine(const std::string& sLine)
     std::fflush(m_pStream);
 }
 
-// Leaves the cursor at the begin of the line, so that what a case itself prints is written over it.
+// Leaves the cursor at the beginning of the line, so that the output of a case overwrites it.
 void CTOVConsoleReport::ShowProgress(const std::string& sText)
 {
     if (!m_bTerminal || (sText.empty() && m_nProgressWidth == 0))

@@ -1,4 +1,4 @@
-// A run as it is shown to people: CTOVConsoleReport.
+// Declares CTOVConsoleReport, which shows a run to people.
 #pragma once
 
 #include <TestHost/TOVTestReport.h>
@@ -7,8 +7,9 @@
 
 namespace TOVTestHost
 {
-// A line for each suite; for each case that failed or warned, its name and what was said, where and with which values;
-// a summary. On a terminal also a line of progress, which goes away. Does not own the stream.
+// Prints a line for each suite, and a summary. For each case that failed or warned, it prints the name, the messages,
+// their places and their values. On a terminal it also shows a line of progress, which it erases. It does not own the
+// stream.
 class CTOVConsoleReport : public ITOVTestReport
 {
 public:
@@ -19,7 +20,7 @@ public:
     void OnLeaveSuite(const sSuiteRecord& oSuite) override;
     void OnEnd(const sTestRecord& oRecord) override;
 
-    // With bVerbose every case has its line.
+    // With bVerbose, it prints a line for every case.
     CTOVConsoleReport(std::FILE* pStream, bool bTerminal, bool bVerbose);
 
 private:

@@ -1,4 +1,4 @@
-// A report that is a file: CTOVFileReport.
+// Declares CTOVFileReport, the base of the reports that are files.
 #pragma once
 
 #include <TestHost/TOVTestReport.h>
@@ -7,8 +7,8 @@
 
 namespace TOVTestHost
 {
-// The file is opened, and emptied, when the run begins, so that a mistaken name is told before anything is run, and
-// written at the end. Both throw std::runtime_error where that fails. Lines end with \n alone on every system.
+// Opens and empties the file when the run begins, so that a wrong name is reported before anything is run, and writes
+// it at the end. Both throw std::runtime_error on failure. Lines end with \n on every system.
 class CTOVFileReport : public ITOVTestReport
 {
 public:
@@ -23,7 +23,7 @@ public:
     CTOVFileReport& operator=(const CTOVFileReport&) = delete;
 
 protected:
-    // All that stands in the file.
+    // Returns the contents of the file.
     virtual std::string Compose(const sTestRecord& oRecord) const = 0;
 
 private:

@@ -78,7 +78,7 @@ std::string ListItem(const sCaseRecord& oCase)
     return sItem + (sNotes.empty() ? "" : "<pre>" + sNotes + "</pre>") + "</li>\n";
 }
 
-// Open where there is something to read.
+// Returns the section of a suite. It is open if a case failed, warned or did not run.
 std::string Suite(const sSuiteRecord& oSuite)
 {
     const sTestCounts oCounts = CountCases(oSuite);

@@ -1,10 +1,11 @@
-// A run as a page that stands alone: CTOVHtmlReport.
+// Declares CTOVHtmlReport, which shows a run as a page for a browser.
 #pragma once
 
 #include <TestHost/TOVFileReport.h>
 
 namespace TOVTestHost
 {
+// Writes one page that needs no other files.
 class CTOVHtmlReport : public CTOVFileReport
 {
 public:

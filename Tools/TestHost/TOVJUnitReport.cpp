@@ -23,7 +23,7 @@ std::string Counts(const sTestCounts& oCounts, double dSeconds)
            Attribute("time", SecondsText(dSeconds));
 }
 
-// In universal time, as the format wants it without a zone.
+// Returns the time in UTC, as the format requires it for a time without a zone.
 std::string Timestamp(std::time_t nTime)
 {
     char szText[32] = "";
@@ -32,7 +32,7 @@ std::string Timestamp(std::time_t nTime)
     return szText;
 }
 
-// All notes of a kind, a line each and their values below.
+// Returns all notes of a kind: a line for each, followed by its values.
 std::string LinesOf(const sCaseRecord& oCase, eTestNote eKind)
 {
     std::string sLines;
@@ -52,7 +52,7 @@ const sTestNote& FirstOf(const sCaseRecord& oCase, eTestNote eKind)
     return s_oNone;
 }
 
-// One element, however many checks failed: readers of the format look at the first alone.
+// Returns one element, however many checks failed, since programs that read the format use only the first one.
 std::string Element(const char* szElement, const sCaseRecord& oCase, eTestNote eKind)
 {
     const std::string sLines = LinesOf(oCase, eKind);

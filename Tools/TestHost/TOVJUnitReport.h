@@ -1,10 +1,11 @@
-// A run as a file in the widely used XML format of JUnit: CTOVJUnitReport.
+// Declares CTOVJUnitReport, which writes a run in an XML format for other programs.
 #pragma once
 
 #include <TestHost/TOVFileReport.h>
 
 namespace TOVTestHost
 {
+// Writes a file in the widely used format of JUnit.
 class CTOVJUnitReport : public CTOVFileReport
 {
 public:

@@ -6,7 +6,7 @@ namespace TOVTestHost
 {
 namespace
 {
-// A # would begin a directive, as TODO.
+// Escapes a #, which would begin a directive such as TODO.
 std::string Escaped(const std::string& sText)
 {
     std::string sEscaped;

@@ -1,4 +1,4 @@
-// A run in the Test Anything Protocol, version 13: CTOVTapReport.
+// Declares CTOVTapReport, which prints a run in the Test Anything Protocol, version 13.
 #pragma once
 
 #include <TestHost/TOVTestReport.h>
@@ -7,8 +7,8 @@
 
 namespace TOVTestHost
 {
-// A line for each case, "ok 1 - Suite.Case" or "not ok 1 - Suite.Case", as soon as it is over, with what was said as
-// diagnostics below it. A run that ends early bails out. Does not own the stream.
+// Prints a line for each case as soon as it has ended, "ok 1 - Suite.Case" or "not ok 1 - Suite.Case", followed by its
+// messages as diagnostics. For a run that ends early it prints "Bail out!". It does not own the stream.
 class CTOVTapReport : public ITOVTestReport
 {
 public:

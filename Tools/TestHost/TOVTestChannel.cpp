@@ -31,7 +31,7 @@ void Append(tFields& aFields, const sTestPlace& oPlace)
     aFields.insert(aFields.end(), {oPlace.sDescription, oPlace.sFile, std::to_string(oPlace.ulLine)});
 }
 
-// Takes fields off a message, in the order in which they were put there.
+// Reads the fields of a message in the order in which they were written.
 class CFieldReader
 {
 public:

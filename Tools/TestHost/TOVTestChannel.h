@@ -1,4 +1,4 @@
-// The events of a test run on their way from one process to another.
+// Declares CTOVTestSender and ReceiveTestEvents, which pass the events of a test run from one process to another.
 #pragma once
 
 #include <TestHost/TOVTestEvents.h>
@@ -6,8 +6,9 @@
 
 namespace TOVTestHost
 {
-// In the worker. Each event is acknowledged before the worker goes on, so that what the cases print comes out between
-// the lines of the right events. When the parent has gone, the worker ends at once.
+// Sends the events in the worker process. The worker continues only when the parent has acknowledged an event, so that
+// the output of the cases appears between the lines of the right events. If the parent has ended, the worker ends at
+// once.
 class CTOVTestSender : public ITOVTestEvents
 {
 public:
@@ -24,7 +25,7 @@ public:
 
     explicit CTOVTestSender(ITOVProcessLink& oLink);
 
-    // At the end, whatever the end was; with what stood against a run, where there was none.
+    // Sends the end of all events, in any case. sError is the reason if there was no run, else empty.
     void SendDone(const std::string& sError);
 
 private:
@@ -33,7 +34,7 @@ private:
     ITOVProcessLink& m_oLink;
 };
 
-// In the parent: hands events on until the worker has gone. False if it went before it was done. Throws
-// std::runtime_error with an error that was sent.
+// Receives the events in the parent process, and passes them on until the worker has ended. Returns false if the worker
+// ended before SendDone. Throws std::runtime_error with the error that the worker has sent.
 bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents);
 } // namespace TOVTestHost

@@ -7,7 +7,7 @@ namespace TOVTestHost
 {
 namespace
 {
-// Whoever raises an event by hand may leave a text out.
+// Code that raises an event itself may pass null for a text.
 std::string TextOf(const char* szText)
 {
     return szText != nullptr ? szText : "";

@@ -1,4 +1,4 @@
-// Turns what the framework tells a listener into events that can be kept: CTOVTestEventListener.
+// Declares CTOVTestEventListener, which turns the calls to a test listener into events that can be kept.
 #pragma once
 
 #include <Test/TOVTestListener.h>
@@ -6,8 +6,8 @@
 
 namespace TOVTestHost
 {
-// For CTOVSimpleTestRunner::AddListener. Does not own the receiver. Never tells of a plan or an early end: the
-// framework knows of neither.
+// Pass it to CTOVSimpleTestRunner::AddListener. It does not own the receiver. It never sends a plan or an early end, as
+// the framework has no such events.
 class CTOVTestEventListener : public TOVTest::CTOVTestListener
 {
 public:
@@ -39,7 +39,7 @@ private:
     ITOVTestEvents& m_oEvents;
 };
 
-// The name and the place of these.
+// These return the name and the place of a suite or a case.
 sTestPlace PlaceOf(const TOVTest::CTOVTestSuite& oSuite);
 sTestPlace PlaceOf(const TOVTest::CTOVTestCase& oTestCase);
 } // namespace TOVTestHost

@@ -1,4 +1,4 @@
-// What happens in a test run, in a form that can be kept and sent: ITOVTestEvents.
+// Declares ITOVTestEvents, the events of a test run, with data that can be kept and sent.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace TOVTestHost
 {
-// A suite or a case: its name, and where it stands.
+// The name of a suite or a case, and its place in the source.
 struct sTestPlace
 {
     std::string sDescription;
@@ -21,7 +21,7 @@ struct sPlannedSuite
     std::vector<sTestPlace> aCases;
 };
 
-// What will be run, in this order, and how many times over.
+// Lists what will be run, in this order, and how many times.
 struct sTestPlan
 {
     std::vector<sPlannedSuite> aSuites;
@@ -32,21 +32,21 @@ enum eTestNote
 {
     eNoteWarning,
     eNoteFailure,
-    eNoteEnd // it ended the case, and the run with it
+    eNoteEnd // the cause that ended the case, and the run with it
 };
 
-// What was said about a case.
+// A message about a case.
 struct sTestNote
 {
     eTestNote eKind;
     std::string sType; // "FailedAssertEquals"
-    std::string sFile; // empty where no place is known
+    std::string sFile; // empty: the place is unknown
     long lLine;
     std::string sMessage;
     std::vector<std::pair<std::string, std::string>> aValues; // {"actual", "3"}
 };
 
-// Receives them in order: a plan, then runs of suites of cases. One thread.
+// Receives the events in order: a plan, then runs, each with its suites and their cases. Call it from one thread.
 class ITOVTestEvents
 {
 public:
@@ -59,12 +59,13 @@ public:
     virtual void OnLeaveSuite() = 0;
     virtual void OnEnterCase(const sTestPlace& oCase) = 0;
     virtual void OnLeaveCase() = 0;
-    // The suite's Closedown for the case is over as well. The framework alone does not tell of it.
+    // Called when the suite's Closedown for the case has returned as well. The framework itself has no such event.
     virtual void OnCloseCase() = 0;
-    // On the case that is open. One that comes before it was entered is its Startup's.
+    // Called for a message about the open case. One that is sent before OnEnterCase comes from the case's Startup.
     virtual void OnNote(const sTestNote& oNote) = 0;
 
-    // No run, suite or case that is open is left any more. The reason completes "the case ...".
+    // Called when the process ends inside an open run, suite or case, for which no Leave event follows. The reason
+    // completes the sentence "the case ...".
     virtual void OnEndEarly(const std::string& sReason) = 0;
 };
 } // namespace TOVTestHost

@@ -59,7 +59,7 @@ void Define(CLI::App& oProgram, sOptions& oOptions)
     oProgram.add_flag("--in-process", oOptions.bInProcess, "Run in this process, for a debugger");
 }
 
-// Prints the plan and takes no interest in anything else.
+// Prints the plan and ignores all other events.
 class CListPrinter : public ITOVTestReport
 {
 public:
@@ -82,7 +82,7 @@ std::vector<std::unique_ptr<ITOVTestReport>> MakeReports(const sOptions& oOption
         aReports.emplace_back(new CListPrinter);
         return aReports;
     }
-    // Files first: a name that cannot be written is told before anything is printed.
+    // The files come first, so that a name that cannot be written is reported before anything is printed.
     if (!oOptions.sJUnit.empty())
         aReports.emplace_back(new CTOVJUnitReport(oOptions.sJUnit));
     if (!oOptions.sHtml.empty())
@@ -132,7 +132,8 @@ int ExitOf(const sTestRecord& oRecord)
     return oCounts.lFailed > 0 ? eExitFailed : oCounts.lPassed > 0 ? eExitPassed : eExitUsage;
 }
 
-// That a report cannot be written outweighs a failed case, but not an early end.
+// Returns the exit status. A report that cannot be written is more important than a failed case, but not than an early
+// end.
 int FinishReports(CTOVTestRecorder& oRecorder)
 {
     try
@@ -188,7 +189,7 @@ int RunTestHost(int nArguments, char** aszArguments)
 
     try
     {
-        // What the cases print stays away from the lines that another program reads.
+        // The output of the cases must not mix with the lines that another program reads.
         if (pParent != nullptr && (oOptions.bTap || oOptions.oRun.bListOnly))
             SendOutputToErrors();
         return pParent != nullptr ? RunAsWorker(oOptions, *pParent) : RunAndReport(oOptions, aszArguments);

@@ -1,4 +1,4 @@
-// A whole test program: RunTestHost.
+// Declares RunTestHost, a whole test program.
 #pragma once
 
 namespace TOVTestHost
@@ -11,8 +11,8 @@ enum eTestExit
     eExitEnded = 3  // a case threw past its checks or ended the process
 };
 
-// What main does in a test program; Documentation/Testing.md describes the command line. Runs the suites that are
-// linked to the program and those of the libraries that the command line names. The exit status.
+// Call this from main in a test program. It runs the suites that are linked to the program, and those of the libraries
+// that the command line names, and returns the exit status. Documentation/Testing.md describes the command line.
 //
 //     TOV_TEST_HOST                            // Test/TOVTestHost.h
 //

@@ -162,7 +162,7 @@ void CTOVTestRecorder::OnNote(const sTestNote& oNote)
         oCase.eOutcome = eOutcomeFailed;
 }
 
-// The run ended in the Startup of a case: it is the next one of the plan.
+// Enters the case in whose Startup the run has ended: it is the next one of the plan.
 void CTOVTestRecorder::EnterCaseThatDidNotStart()
 {
     const sSuiteRecord& oSuite = m_oRecord.aSuites.back();
@@ -182,7 +182,7 @@ void CTOVTestRecorder::OnEndEarly(const std::string& sReason)
 {
     if (!m_bInSuite)
     {
-        // First, since these are told apart by their places in the list.
+        // The cases that did not run are added first, since their places in the list identify them.
         AddCasesNotRun();
         OnEnterSuite({"<outside of the suites>", "", 0});
     }
@@ -218,7 +218,7 @@ void CTOVTestRecorder::Finish()
     if (!m_oRecord.sEarlyEnd.empty())
         AddCasesNotRun();
 
-    // One that cannot be written does not take the others along.
+    // A report that cannot be written must not prevent the others.
     std::exception_ptr pFirst;
     for (ITOVTestReport* pReport : m_aReports)
     {

@@ -1,4 +1,4 @@
-// Keeps what happens in a test run and hands it to reports: CTOVTestRecorder.
+// Declares CTOVTestRecorder, which keeps the events of a test run and passes them to reports.
 #pragma once
 
 #include <TestHost/TOVTestReport.h>
@@ -7,8 +7,8 @@
 
 namespace TOVTestHost
 {
-// Behind CTOVTestEventListener, or behind the events of another process. Takes the times. Does not own its reports,
-// which hear of everything in the order in which they were added. One thread.
+// Receives the events from a CTOVTestEventListener, or from another process, and measures the times. It does not own
+// its reports, which are notified in the order in which they were added. Use it from one thread.
 //
 //     CTOVConsoleReport oConsole(stdout, false, false);
 //     CTOVTestRecorder oRecorder;
@@ -36,7 +36,8 @@ public:
 
     void AddReport(ITOVTestReport& oReport);
 
-    // Has the reports written. Once, behind the last run. What a report throws comes out when all have had their turn.
+    // Writes all reports. Call it once, after the last run. Rethrows the first exception of a report after all have
+    // been written.
     void Finish();
 
     const sTestRecord& GetRecord() const;

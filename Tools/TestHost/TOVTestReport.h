@@ -1,4 +1,4 @@
-// What is known of a test run, and who shows it: sTestRecord, ITOVTestReport.
+// Declares sTestRecord, the data of a test run, and ITOVTestReport, the interface of the reports that show it.
 #pragma once
 
 #include <TestHost/TOVTestEvents.h>
@@ -11,8 +11,8 @@ enum eTestOutcome
 {
     eOutcomePassed,
     eOutcomeFailed, // at least one check failed
-    eOutcomeEnded,  // threw past its checks or ended the process, and the run with it
-    eOutcomeNotRun  // the run ended before its turn came
+    eOutcomeEnded,  // the case threw past its checks or ended the process, and so ended the run
+    eOutcomeNotRun  // the run ended before this case
 };
 
 struct sCaseRecord
@@ -24,7 +24,7 @@ struct sCaseRecord
     std::vector<sTestNote> aNotes;
 };
 
-// One visit to a suite: a suite that is run three times is there three times.
+// Records one run of a suite: a suite that is run three times has three records.
 struct sSuiteRecord
 {
     sTestPlace oPlace;
@@ -35,8 +35,8 @@ struct sSuiteRecord
 
 struct sTestRecord
 {
-    sTestPlan oPlan; // empty where none was told
-    long lRuns;      // begun
+    sTestPlan oPlan; // empty: there was no plan
+    long lRuns;      // the number of runs that have begun
     double dSeconds;
     std::string sEarlyEnd; // "the case Suite.Case threw ..."; empty unless the run ended early
     std::vector<sSuiteRecord> aSuites;
@@ -44,7 +44,7 @@ struct sTestRecord
 
 struct sTestCounts
 {
-    long lCases; // all that follow
+    long lCases; // the sum of the next four
     long lPassed;
     long lFailed;
     long lEnded;
@@ -56,7 +56,7 @@ sTestCounts CountCases(const sSuiteRecord& oSuite);
 sTestCounts CountCases(const sTestRecord& oRecord);
 long CountPlannedCases(const sTestPlan& oPlan);
 
-// A way to show a run. What it throws as std::runtime_error ends the run; it tells of a report that cannot be written.
+// Shows a run. A report that cannot be written throws std::runtime_error, which ends the run.
 class ITOVTestReport
 {
 public:
@@ -68,7 +68,7 @@ public:
     virtual void OnLeaveCase(const sCaseRecord& /*oCase*/) {}
     virtual void OnLeaveSuite(const sSuiteRecord& /*oSuite*/) {}
 
-    // Once, whatever became of the run.
+    // Called once, however the run has ended.
     virtual void OnEnd(const sTestRecord& oRecord) = 0;
 };
 } // namespace TOVTestHost

@@ -15,7 +15,7 @@ namespace TOVTestHost
 {
 namespace
 {
-// Remembers the last failed check: its exception does not tell.
+// Keeps the last failed check, as its exception does not contain it.
 class CCheckListener : public TOVDebug::ITOVLogListener
 {
 public:
@@ -40,7 +40,7 @@ private:
     std::string m_sCheck;
 };
 
-// What became of the exception that is being handled: "threw ...".
+// Describes the exception that is being handled: "threw ...".
 std::string DescribeException(const CCheckListener& oChecks)
 {
     try

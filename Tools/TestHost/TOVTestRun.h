@@ -1,4 +1,4 @@
-// Loads suites, chooses among them and runs them: RunTests.
+// Declares RunTests, which loads, selects and runs suites.
 #pragma once
 
 #include <TestHost/TOVTestSelection.h>
@@ -9,11 +9,11 @@ struct sTestRun
 {
     std::vector<std::string> aLibraries; // shared libraries of suites, in the order in which they run
     sTestChoice oChoice;
-    bool bListOnly; // only the plan
+    bool bListOnly; // only the plan is sent
 };
 
-// Tells the events the plan and what happens. What a case throws past its checks is told too, as the early end of the
-// run. Throws std::runtime_error if there is nothing to run: for a library that cannot be loaded or holds no suite, and
-// for what CTOVTestSelection refuses.
+// Sends the plan and the events of the run to oEvents. An exception that leaves a case is sent as the early end of the
+// run. Throws std::runtime_error if a library cannot be loaded or has no suites, and if CTOVTestSelection refuses the
+// choice.
 void RunTests(const sTestRun& oRun, ITOVTestEvents& oEvents);
 } // namespace TOVTestHost

@@ -15,7 +15,7 @@ namespace TOVTestHost
 {
 namespace
 {
-// The suite as the runner sees it.
+// The suite that the runner runs in place of the real one.
 class CChosenSuite : public TOVTest::CTOVTestSuite
 {
 public:
@@ -66,7 +66,7 @@ private:
     ITOVTestEvents& m_oEvents;
 };
 
-// Patterns, and whether each has found something.
+// Holds patterns, and whether each has matched a case.
 class CPatterns
 {
 public:
@@ -97,7 +97,7 @@ private:
 };
 } // namespace
 
-// A suite that is registered, with all its cases.
+// A registered suite with all its cases.
 struct CTOVTestSelection::sSuite
 {
     const char* szName;
@@ -112,7 +112,7 @@ bool MatchesPattern(const std::string& sText, const std::string& sPattern)
     constexpr std::size_t NONE = std::string::npos;
     std::size_t nText = 0;
     std::size_t nPattern = 0;
-    std::size_t nStar = NONE; // behind the last * seen, and where the text went on there
+    std::size_t nStar = NONE; // the place after the last * seen; nStarText is the place in the text at that time
     std::size_t nStarText = 0;
     while (nText < sText.size())
     {
@@ -170,7 +170,7 @@ long CTOVTestSelection::AddGroup()
 
 std::vector<CTOVTestSelection::sSuite> CTOVTestSelection::GetSuites(bool bAll) const
 {
-    // A text of the library tells its module.
+    // The address of a text in the library identifies the library's module.
     const char* szOfLibrary = TOVTest::CTOVTestSuite::Null().TOVTest::CTOVTestSuite::GetDescription();
     std::vector<sSuite> aSuites;
     for (const auto& oName : m_aGroupOfName)
@@ -230,7 +230,7 @@ sTestPlan CTOVTestSelection::Choose(const sTestChoice& oChoice, ITOVTestEvents& 
     if (CountPlannedCases(oPlan) == 0)
         throw std::runtime_error("there is no case to run");
 
-    // The factory goes by the addresses of the names: in one block they come in this order.
+    // The factory sorts by the addresses of the names. As the names are in one block, they keep this order.
     std::vector<std::size_t> aStarts;
     for (const std::string& sName : aNames)
     {

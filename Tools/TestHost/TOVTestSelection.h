@@ -1,4 +1,4 @@
-// Which cases run: MatchesPattern, CTOVTestSelection.
+// Declares MatchesPattern and CTOVTestSelection, which select the cases that run.
 #pragma once
 
 #include <Test/TOVTestSuiteFactory.h>
@@ -8,38 +8,40 @@
 
 namespace TOVTestHost
 {
-// The whole text, case by case: * stands for any characters, ? for one. There is no way to mean these two themselves,
-// and none is needed: ? fits both.
+// Returns whether the pattern matches the whole text, case-sensitively: * matches any number of characters, and ? one.
+// There is no escape for these two characters, and none is needed, as ? matches both.
 bool MatchesPattern(const std::string& sText, const std::string& sPattern);
 
 struct sTestChoice
 {
-    // Against "Suite description.Case description", and against the suite's description alone.
-    std::vector<std::string> aFilters;  // none: everything
-    std::vector<std::string> aExcludes; // these win
-    bool bAll;                          // the library's own suites also where there are others
+    // The patterns are matched against "Suite description.Case description", and against the suite's description alone.
+    std::vector<std::string> aFilters;  // empty: all cases are selected
+    std::vector<std::string> aExcludes; // these override the filters
+    bool bAll;                          // true: the library's own suites run even if there are others
     long lRuns;
 };
 
-// Has the runner, which runs everything, run chosen cases: while it lives, the factory's map holds creators of its own,
-// whose suites offer the chosen cases of the real ones. The suites stand there by the order of their groups, and in a
-// group by file and line. The main program exports the map (Test/TOVTestHost.h).
+// Makes the runner, which runs everything, run the chosen cases only. While this object exists, the factory's map has
+// its creators, whose suites have the chosen cases of the real suites. The suites are sorted by their groups, and in a
+// group by file and line. The main program must export the map (Test/TOVTestHost.h).
 class CTOVTestSelection
 {
 public:
-    // The suites that are registered by now are the first group.
+    // Makes the first group, of the suites that are already registered.
     CTOVTestSelection();
-    // Puts the map back.
+    // Restores the map.
     ~CTOVTestSelection();
     CTOVTestSelection(const CTOVTestSelection&) = delete;
     CTOVTestSelection& operator=(const CTOVTestSelection&) = delete;
 
-    // Makes a group of the suites that have come since the last one. The number of them.
+    // Makes a group of the suites that were registered after the last group was made. Returns the number of these
+    // suites.
     long AddGroup();
 
-    // The library's own suites are left out where there are others, unless all are wanted; suites without a chosen case
-    // are left out where there are patterns. Throws std::runtime_error for a pattern that matches no case, and when no
-    // case is left. The events hear when a case is closed; not owned.
+    // Puts the chosen cases into the map and returns the plan. The library's own suites are omitted if there are
+    // others, unless oChoice.bAll; suites without a chosen case are omitted if there are patterns. Throws
+    // std::runtime_error if a pattern matches no case, and if no case remains. oEvents, which is not owned, receives
+    // OnCloseCase.
     sTestPlan Choose(const sTestChoice& oChoice, ITOVTestEvents& oEvents);
 
 private:

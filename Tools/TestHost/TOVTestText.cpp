@@ -21,7 +21,7 @@ bool IsContinuation(char cByte)
     return (static_cast<unsigned char>(cByte) & 0xC0) == 0x80;
 }
 
-// The bytes of the character at a place, from its first one; 0 if that begins none.
+// Returns the number of bytes of a character, given its first byte; 0 if no character begins with that byte.
 std::size_t LengthByFirstByte(unsigned char nFirst)
 {
     if (nFirst < 0x80)
@@ -33,7 +33,7 @@ std::size_t LengthByFirstByte(unsigned char nFirst)
     return nFirst >= 0xF0 && nFirst < 0xF5 ? 4 : 0;
 }
 
-// The length of the whole character that stands there if XML may hold it; 0 otherwise.
+// Returns the number of bytes of the character at nAt if it is complete and XML allows it, else 0.
 std::size_t LegalLength(const std::string& sText, std::size_t nAt)
 {
     const unsigned char nFirst = static_cast<unsigned char>(sText[nAt]);
@@ -103,7 +103,7 @@ std::string Markup(const std::string& sText)
         case '\t':
         case '\n':
         case '\r':
-            // An attribute would lose them.
+            // An attribute would lose these characters.
             sMarkup += "&#" + std::to_string(static_cast<int>(sText[nAt])) + ";";
             break;
         default:

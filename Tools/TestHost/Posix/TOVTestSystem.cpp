@@ -28,7 +28,7 @@ public:
         const char* pNext = static_cast<const char*>(pBytes);
         while (nBytes > 0)
         {
-            // Without the signal: a process that has gone is seen by the result.
+            // No signal is wanted: the result shows that the other process has ended.
             const ssize_t nWritten = ::send(m_nSocket, pNext, nBytes, MSG_NOSIGNAL);
             if (nWritten < 0 && errno == EINTR)
                 continue;
@@ -163,7 +163,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     const char* szSocket = std::getenv(VARIABLE);
     if (szSocket == nullptr)
         return nullptr;
-    // What a case starts is no worker, and does not hold the link open.
+    // A process that a case starts is not a worker, and must not keep the link open.
     const int nSocket = ::fcntl(std::atoi(szSocket), F_DUPFD_CLOEXEC, 3);
     ::close(std::atoi(szSocket));
     ::unsetenv(VARIABLE);

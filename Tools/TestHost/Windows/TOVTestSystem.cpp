@@ -82,7 +82,7 @@ private:
         case STATUS_ACCESS_VIOLATION:
         case STATUS_IN_PAGE_ERROR:
             return "crashed: access violation";
-        // Said as where the two cannot be told apart.
+        // This text is the same as on systems that cannot distinguish the two.
         case STATUS_STACK_OVERFLOW:
             return "crashed: access violation";
         case CALLED_ABORT:
@@ -106,7 +106,7 @@ private:
     const HANDLE m_hWorker;
 };
 
-// A pipe of which the worker inherits one end.
+// Makes a pipe of which the worker inherits one end.
 void MakePipe(HANDLE& hRead, HANDLE& hWrite, HANDLE& hOwn)
 {
     SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), nullptr, TRUE};
@@ -138,7 +138,7 @@ void EndByAbort(int /*nSignal*/)
     ::TerminateProcess(::GetCurrentProcess(), CALLED_ABORT);
 }
 
-// The system's own handler does not tell everywhere.
+// Ends the worker with the status of an interrupt, as the system's own handler does not do so everywhere.
 BOOL WINAPI EndByInterrupt(DWORD dwEvent)
 {
     if (dwEvent == CTRL_C_EVENT)
@@ -177,7 +177,7 @@ const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason)
 {
     char szPath[MAX_PATH] = "";
     const DWORD dwLength = ::GetFullPathNameA(sFile.c_str(), sizeof(szPath), szPath, nullptr);
-    // What the library needs may stand beside it.
+    // The libraries that this library needs may be in the same directory.
     const HMODULE hLibrary = dwLength > 0 && dwLength < sizeof(szPath)
                                  ? ::LoadLibraryExA(szPath, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH)
                                  : nullptr;
@@ -226,7 +226,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     const DWORD dwLength = ::GetEnvironmentVariableA(VARIABLE, szHandles, sizeof(szHandles));
     if (dwLength == 0 || dwLength >= sizeof(szHandles))
         return nullptr;
-    // What a case starts is no worker, and does not hold the link open.
+    // A process that a case starts is not a worker, and must not keep the link open.
     ::SetEnvironmentVariableA(VARIABLE, nullptr);
     char* szEnd = nullptr;
     const HANDLE hRead = ToHandle(szHandles, &szEnd);
@@ -236,7 +236,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     ::SetUnhandledExceptionFilter(&EndByFault);
     std::signal(SIGABRT, &EndByAbort);
     ::SetConsoleCtrlHandler(&EndByInterrupt, TRUE);
-    // Enough for the filter when the stack has run out.
+    // This much is enough for the filter after a stack overflow.
     ULONG ulReserve = 32768;
     ::SetThreadStackGuarantee(&ulReserve);
     return std::unique_ptr<ITOVProcessLink>(new CProcessLink(hRead, hWrite, nullptr));
