@@ -1,4 +1,4 @@
-// Values in a stream, in one calling sequence for writing and reading.
+// Declares CArchive, which writes values to a stream, or reads them, by the same sequence of calls.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -6,41 +6,41 @@
 
 class ITOVStream;
 
-// Each operation writes its argument, or reads into it, by the stream's direction. Reading goes by the known size of
-// the file, because a stream does not report a short read: what would pass the end throws CCatalogError, as does a
-// number that cannot be.
+// Each operation writes its argument or reads into it, depending on the stream's direction. As a stream does not report
+// a short read, reading uses the known size of the file: a read past the end throws CCatalogError, and so does an
+// impossible number.
 class CArchive
 {
 public:
-    // For writing.
+    // Makes an archive for writing.
     explicit CArchive(ITOVStream& oStream);
 
-    // For reading a file of so many bytes.
+    // Makes an archive for reading a file of ullSize bytes.
     CArchive(ITOVStream& oStream, unsigned long long ullSize);
 
-    // Opens a section. Returns its version: nVersion when writing, what stands in the file when reading. Throws for a
-    // newer version than nVersion, and for one that never was.
+    // Begins a section. Returns its version: nVersion when writing, that of the file when reading. Throws if the
+    // version is newer than nVersion, or has never existed.
     int Begin(int nVersion);
     void End();
 
-    // szWhenShort: what to say of a file that ends too early.
+    // szWhenShort is the error message for a file that ends too early.
     void Bytes(void* pBytes, int nSize, const char* szWhenShort);
     void Number(int& nValue);
     void Word(tDword& dwValue);
 
-    // A number of things of at least nSmallest bytes each.
+    // Transfers the number of the elements that follow, each of which has at least nSmallest bytes.
     void Count(int& nCount, int nSmallest);
 
-    // A name or a pattern: neither empty nor longer than LONGEST_NAME.
+    // Transfers a name or a pattern. It is neither empty nor longer than LONGEST_NAME.
     void Text(CTOVStringA& oText);
 
     // Throws if there is more to read.
     void ExpectEnd() const;
 
-    // CRC-32 of all bytes so far.
+    // Returns the CRC-32 of all bytes so far.
     tDword GetCrc() const;
 
-    // CRC-32 of all bytes so far and a zero byte after them.
+    // Returns the CRC-32 of all bytes so far and a zero byte after them.
     tDword GetCrcWithZero() const;
 
 private:

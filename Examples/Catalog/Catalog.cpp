@@ -18,8 +18,8 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord)
 
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
 {
-    CTOVStringA oJoined(~oDirectory); // a block of its own: appending must not reach the directory's
-    // A backslash at the end is part of the name on some systems; a second separator does no harm on the others.
+    CTOVStringA oJoined(~oDirectory); // made from the text, so that appending does not change a block that is shared
+    // A backslash at the end is part of the name on some systems; on the others, a second separator is harmless.
     if (oJoined.IsEmpty() || oJoined.GetAt(oJoined.GetLength() - 1) != '/')
         oJoined += '/';
     oJoined += oName;

@@ -12,7 +12,7 @@
 
 #include <cstring>
 
-// The file, all numbers with 4 bytes in the host's order, a text as its length and its bytes:
+// The file has this format. All numbers have 4 bytes in the host's order; a text is its length and its bytes:
 //
 //   "TOVCATLG"
 //   section, version 3
@@ -20,11 +20,11 @@
 //     number of files, each a section, version 2:  directory, path, size low, size high, CRC-32
 //     CRC-32 of all bytes so far and a zero byte after them
 //
-// Version 2 had the CRC-32 of all bytes so far at its end. All files that end in their own CRC-32 have the same CRC-32,
-// so that one such catalogue could take the place of another one of its size unnoticed.
+// Version 2 ends in the CRC-32 of all bytes so far. All files that end in their own CRC-32 have the same CRC-32, so
+// that one such catalogue could replace another one of the same size unnoticed.
 //
-// Version 1 had one directory and no patterns, no directory and no high size word in its file sections (version 1),
-// and no CRC at the end.
+// Version 1 has one directory and no patterns. Its file sections (version 1) have neither a directory nor a high size
+// word, and there is no CRC-32 at the end.
 
 namespace
 {
@@ -32,15 +32,15 @@ constexpr int CATALOG_VERSION = 3;
 constexpr int SELECTION_VERSION = 1;
 constexpr int RECORD_VERSION = 2;
 
-// The fewest bytes that things can have: a text has a length and a byte, a record such a text and its numbers.
+// The smallest numbers of bytes: a text has a length and a byte; a record has such a text and its numbers.
 constexpr int SMALLEST_TEXT = 5;
 constexpr int SMALLEST_RECORD = SMALLEST_TEXT + 20;
 constexpr int SMALLEST_RECORD_OF_VERSION_1 = SMALLEST_TEXT + 12;
 
 constexpr char ASSIGN[] = "catalog";
 
-// Passes the elements of an array one by one. Returns their number. Keeps none of them unless bKeep: a check needs no
-// memory for what a count promises.
+// Transfers the elements of an array one by one, and returns their number. Unless bKeep, the elements are not kept, so
+// that checking a file needs no memory, however large a damaged count is.
 template<class T, class TPass>
 int PassEach(CArchive& oArchive, CTOVArray<T>& aElements, int nSmallest, bool bKeep, TPass fnPass)
 {
@@ -97,7 +97,7 @@ void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
     oArchive.End();
 }
 
-// One calling sequence for both directions. Each record that is not kept is handed on.
+// Writes or reads a catalogue by one sequence of calls. Each record that is not kept is passed to fnVisit.
 void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool bKeepRecords,
                const tRecordVisitor& fnVisit)
 {
@@ -157,7 +157,7 @@ CCatalogError About(const CTOVStringA& oName, const char* szWhat)
     return CCatalogError(std::string(~oName) + " " + szWhat);
 }
 
-// Of something that is there. Pipes and devices have no attribute.
+// Returns whether an existing entry is a file. Pipes and devices have no attributes.
 bool IsFile(const CTOVStringA& oName)
 {
     const unsigned long ulAttributes = TOVPlatform::TOVFile::GetAttributes(~oName);
@@ -175,7 +175,7 @@ void IgnoreRecord(const sCatalog&, const sFileRecord&)
 {
 }
 
-// The first of two readings only looks whether all is well.
+// Reads the file twice; the first time only checks it.
 sCatalog Load(const CTOVStringA& oAssigned, bool bKeepRecords, const tRecordVisitor& fnVisit)
 {
     const unsigned long long ullSize = SizeOf(oAssigned);
@@ -195,7 +195,7 @@ sCatalog LoadNamed(const CTOVStringA& oName, bool bKeepRecords, const tRecordVis
         throw About(oName, "does not exist");
     if (CTOVPath(oName).IsDirectory())
         throw About(oName, "is a directory, not a catalogue");
-    // A pipe would be waited for.
+    // Opening a pipe would wait for another process.
     if (!IsFile(oName))
         throw About(oName, "is no catalogue");
     try
@@ -225,7 +225,7 @@ void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
 
 void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
 {
-    // Else a device would be gone afterwards, and a file in its place.
+    // Otherwise a device would be replaced by a file.
     if (CTOVPath(oName).DoesExist() && !IsFile(oName))
         throw About(oName, "cannot be written: it is no file");
 
@@ -239,7 +239,7 @@ void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
             CArchive oArchive(oStream);
             Serialize(oArchive, oCopy, true, true, &IgnoreRecord);
         }
-        Load(oAssigned, false, &IgnoreRecord); // a full disk shows here: a stream's writes report nothing
+        Load(oAssigned, false, &IgnoreRecord); // finds a full disk, since a stream's writes do not report it
         oUnfinished.PutInPlace();
     }
     catch (const std::exception&)

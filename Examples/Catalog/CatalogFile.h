@@ -1,19 +1,20 @@
-// Catalogues on disk.
+// Declares the functions that read and write catalogues on disk.
 #pragma once
 
 #include "Catalog.h"
 
 #include <functional>
 
-// Reads a catalogue of this format version or an older one. Throws CCatalogError, naming the cause in one line, for a
-// file that is missing, foreign, newer, truncated or damaged.
+// Reads a catalogue of this format version or an older one. Throws CCatalogError, with the cause in one line, if the
+// file is missing, truncated, damaged, newer, or not a catalogue.
 sCatalog LoadCatalog(const CTOVStringA& oName);
 
-// Reads a catalogue in the same way and hands its records on one by one, in their order, together with a catalogue that
-// knows directories and patterns alone. Keeps no record. The first one comes only when the whole file has proved good.
+// Reads a catalogue in the same way and passes its records to fnVisit one by one, in their order, together with a
+// catalogue that has the directories and patterns only. Keeps no records. The first call is made only after the whole
+// file has been checked.
 typedef std::function<void(const sCatalog&, const sFileRecord&)> tRecordVisitor;
 void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit);
 
-// Writes beside the catalogue first and puts the new file in its place only when it reads back whole: whatever fails
-// or interrupts, an existing catalogue stays as it was. Throws CCatalogError.
+// Writes a new file beside the catalogue, and replaces the catalogue by it only after the new file has been read back
+// and checked: after a failure or an interrupt, an existing catalogue is unchanged. Throws CCatalogError.
 void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog);

@@ -1,5 +1,5 @@
-// What the program needs of the system and the library does not offer. One source for each system, with the same
-// functions in the same order; what stands above them is decided elsewhere.
+// Declares what the program needs from the system and the library does not have. Each system has its own source, with
+// the same functions in the same order; they only call the system and decide nothing.
 #pragma once
 
 #include <TOVString/TOVStringA.h>
@@ -7,11 +7,11 @@
 #include <cstdint>
 #include <cstdio>
 
-// A file that is read from its begin to its end.
+// A file that is read from its beginning to its end.
 class CInputFile
 {
 public:
-    // Opens a file and nothing else. What has taken its place, such as a pipe, is not waited for.
+    // Opens a file. Anything else that has replaced it, such as a pipe, is not opened and not waited for.
     explicit CInputFile(const CTOVStringA& oName);
     ~CInputFile();
     CInputFile(const CInputFile&) = delete;
@@ -19,7 +19,7 @@ public:
 
     bool IsOpen() const;
 
-    // Number of bytes read: less than wanted at the end of the file, and where reading fails.
+    // Returns the number of bytes read, which is smaller than ulSize at the end of the file and if reading fails.
     unsigned long Read(void* pBuffer, unsigned long ulSize);
 
     bool HasFailed() const { return m_bFailed; }
@@ -29,13 +29,14 @@ private:
     bool m_bFailed = false;
 };
 
-// A new file that is to take the place of another one, and is removed at the end if it has not done so. As long as this
-// lives, no RemoveAbandonedFile removes it. Its bytes are written through its name.
+// A new file that shall replace another one. The destructor removes it if it has not done so. As long as this object
+// exists, RemoveAbandonedFile does not remove the file in any process. Its bytes are written by another object, which
+// opens it by its name.
 class CNewFile
 {
 public:
-    // Makes the file. Does not open it if anything has this name, and follows no link. Where the system has permissions
-    // of files, it gets those of the file whose place it is to take.
+    // Creates the file. IsOpen returns false if anything already has this name; no link is followed. Where the system
+    // has file permissions, the file gets those of the file that it shall replace.
     CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget);
 
     ~CNewFile();
@@ -44,8 +45,8 @@ public:
 
     bool IsOpen() const;
 
-    // Brings the file to the disk, and then in one step into the place of the other one. On failure the other one is
-    // what it was.
+    // Writes the file to the disk, then replaces the other file by it in one step. Returns false on failure; the other
+    // file is then unchanged.
     bool PutInPlace();
 
 private:
@@ -55,7 +56,7 @@ private:
     bool m_bInPlace = false;
 };
 
-// Removes a file unless a CNewFile of any process holds it, or it is no file.
+// Removes a file unless a CNewFile of any process holds it, or the name does not belong to a file.
 bool RemoveAbandonedFile(const CTOVStringA& oName);
 
 bool IsTerminal(std::FILE* pFile);

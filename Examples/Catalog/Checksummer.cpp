@@ -17,8 +17,8 @@ constexpr unsigned long READ_SIZE = 256 * 1024;
 constexpr long PROGRESS_INTERVAL = 200; // milliseconds
 constexpr unsigned long FOREVER = 0xFFFFFFFFul;
 
-// What all workers share. Strings are not shared between threads: the queue carries indices into the jobs, and a worker
-// only reads the text of its own job.
+// Holds what all workers share. Strings must not be shared between threads: the queue contains indices of jobs, and a
+// worker only reads the text of its own job.
 struct sShared
 {
     CTOVArray<sChecksumJob>& aJobs;
@@ -60,7 +60,7 @@ protected:
 private:
     void Read(sChecksumJob& oJob)
     {
-        // By the time, anything can stand there.
+        // By now, something else may have replaced the file.
         CInputFile oFile(oJob.oName);
         if (!oFile.IsOpen())
             return;

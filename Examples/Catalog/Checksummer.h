@@ -1,4 +1,4 @@
-// Computes checksums of many files in worker threads.
+// Declares RunChecksums, which computes the checksums of many files in worker threads.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -8,7 +8,7 @@
 #include <atomic>
 #include <functional>
 
-// One file to read. The name and the expected size are input, the rest is the result.
+// Describes one file to read. The name and the expected size are the input; the other members are the result.
 struct sChecksumJob
 {
     CTOVStringA oName;
@@ -18,7 +18,7 @@ struct sChecksumJob
     tDword dwCrc = 0;
     bool bRead = false;
 
-    // A file that ends too early was cut while it was read.
+    // Returns false if the file could not be read, or became shorter than expected while it was read.
     bool IsWhole() const { return bRead && ullSize >= ullExpectedSize; }
 };
 
@@ -29,6 +29,6 @@ struct sChecksumProgress
 };
 
 // Reads all files with nThreads threads. fnProgress is called about five times a second on the calling thread. Returns
-// false, with jobs left undone, when bStop became true.
+// false, with some jobs not done, if bStop became true.
 bool RunChecksums(CTOVArray<sChecksumJob>& aJobs, int nThreads, const std::atomic<bool>& bStop,
                   const std::function<void(const sChecksumProgress&)>& fnProgress);

@@ -16,18 +16,18 @@ typedef std::chrono::steady_clock tClock;
 
 constexpr char INTERRUPTED[] = "interrupted";
 
-// What stands in a catalogue's directories now.
+// Holds the present contents of a catalogue's directories.
 struct sFound
 {
     CTOVArray<sFileRecord> aFiles; // sorted, without checksums
     tUnreadable aUnreadable;
 
-    // What has given nothing.
+    // The directories and patterns for which no file was found.
     CTOVArray<CTOVStringA> aEmptyDirectories;
     CTOVArray<CTOVStringA> aUnmatchedPatterns;
 };
 
-// Throws when interrupted.
+// Finds the present files of a catalogue. Throws when interrupted.
 sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, const std::atomic<bool>& bStop)
 {
     sFound oFound;
@@ -93,7 +93,7 @@ void ReportUnreadable(std::FILE* pOutput, const tUnreadable& aUnreadable)
         Report(pOutput, "unreadable", aUnreadable[i]);
 }
 
-// Names what was asked for in vain.
+// Reports the directories and patterns for which no file was found.
 void ReportNothing(const sFound& oFound)
 {
     for (long i = 0; i < oFound.aEmptyDirectories.GetSize(); ++i)
@@ -110,7 +110,7 @@ std::string JoinNames(const CTOVArray<CTOVStringA>& aNames)
     return sNames;
 }
 
-// A catalogue of nothing would agree with everything.
+// Makes the error for a catalogue without files, which would agree with everything.
 CCatalogError NothingToCatalog(const CTOVStringA& oName, const sCatalog& oCatalog, const sFound& oFound)
 {
     std::string sWhy = "no file in " + JoinNames(oCatalog.aDirectories);
@@ -121,7 +121,7 @@ CCatalogError NothingToCatalog(const CTOVStringA& oName, const sCatalog& oCatalo
     return CCatalogError(sWhy + ": " + ~Printable(oName) + " is not written (--allow-empty does it)");
 }
 
-// Counts of a verification.
+// The counts of a verification.
 struct sDifferences
 {
     long lChanged = 0;
@@ -132,14 +132,14 @@ struct sDifferences
     bool Any() const { return lChanged + lMissing + lNew + lUnreadable > 0; }
 };
 
-// What stands in the catalogue and in its directories: the record of then and the one of now, same index.
+// The files that are both in the catalogue and in its directories. The old and the new record have the same index.
 struct sCommonFiles
 {
     CTOVArray<sFileRecord> aThen;
     CTOVArray<sFileRecord> aNow;
 };
 
-// Reports what stands on one side alone.
+// Reports the files that are only in the catalogue, or only in the directories.
 void CompareLists(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFound, sCommonFiles& oCommon,
                   sDifferences& oDifferences)
 {

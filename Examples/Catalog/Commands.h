@@ -1,4 +1,4 @@
-// The three commands. Each returns the program's exit status, and throws CCatalogError for a status of 2.
+// Declares the three commands. Each returns the program's exit status, or throws CCatalogError for the status 2.
 #pragma once
 
 #include "Catalog.h"
@@ -21,7 +21,7 @@ struct sCreateOptions
     bool bAllowEmpty = false;
 };
 
-// A catalogue without files proves nothing: unless bAllowEmpty, none is written, and none is verified.
+// A catalogue without files proves nothing: it is neither written nor verified, unless bAllowEmpty.
 int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop);
 int VerifyCatalog(const CTOVStringA& oName, int nThreads, bool bAllowEmpty, const std::atomic<bool>& bStop);
 int ListCatalog(const CTOVStringA& oName);

@@ -17,7 +17,7 @@ double Seconds(std::chrono::steady_clock::duration oTime)
 
 CTOVStringA Printable(const CTOVStringA& oName)
 {
-    // Not by appending to a string of the library's: each time, that takes a new block.
+    // A std::string is used, as each append to a string of the library makes a new block.
     std::string sShown;
     for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0'; ++p)
     {

@@ -1,15 +1,15 @@
-// What the program shows.
+// Declares the texts that the program shows.
 #pragma once
 
 #include "Checksummer.h"
 
 #include <chrono>
 
-// A name as it can be shown on one line: control characters as \xNN.
+// Returns a name in a form for one line: control characters become \xNN.
 CTOVStringA Printable(const CTOVStringA& oName);
 
-// The progress line of long work. Shows nothing unless standard error is a terminal, and nothing in the first half
-// second. Erases its line at the end.
+// Shows a line with the progress of long work, if standard error is a terminal, after the first half second. The
+// destructor erases the line.
 class CProgressLine
 {
 public:
@@ -30,8 +30,8 @@ private:
     int m_nWidth = 0;
 };
 
-// "12 files, 3456 bytes"
+// Returns a text such as "12 files, 3456 bytes".
 CTOVStringA DescribeFiles(long lFiles, unsigned long long ullBytes);
 
-// "12 files, 3456 bytes in 0.12 s (28.8 MB/s)"
+// Returns a text such as "12 files, 3456 bytes in 0.12 s (28.8 MB/s)".
 CTOVStringA DescribeWork(long lFiles, unsigned long long ullBytes, std::chrono::steady_clock::duration oTime);

@@ -1,4 +1,4 @@
-// tovcatalog: finds out whether files have changed, by a catalogue of their sizes and checksums.
+// tovcatalog finds out whether files have changed, by a catalogue of their sizes and checksums.
 
 #include "Commands.h"
 
@@ -14,7 +14,7 @@ namespace
 {
 std::atomic<bool> g_bStop(false);
 
-// A second signal ends the program at once.
+// Stops the work. A second signal ends the program at once.
 void StopWork(int nSignal)
 {
     std::signal(nSignal, SIG_DFL);
@@ -102,7 +102,7 @@ int Create(const sOptions& oGiven)
     return CreateCatalog(oOptions, g_bStop);
 }
 
-// The status, unless the report has been lost.
+// Returns the status. Throws if the report could not be written.
 int Finish(int nStatus)
 {
     if (std::fflush(stdout) != 0 || std::ferror(stdout))

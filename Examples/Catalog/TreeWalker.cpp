@@ -14,10 +14,10 @@ namespace TOVDirectory = TOVPlatform::TOVDirectory;
 
 namespace
 {
-// A mount can lead back up: deeper than this nobody keeps files.
+// A mount can lead back to a parent directory, so that the depth is limited. No real tree is deeper than this.
 constexpr int DEEPEST_LEVEL = 200;
 
-// A directory search that closes itself.
+// A directory search that its destructor closes.
 class CSearch
 {
 public:
@@ -31,17 +31,17 @@ public:
     CSearch(const CSearch&) = delete;
     CSearch& operator=(const CSearch&) = delete;
 
-    // True while an entry stands; Next moves on.
+    // Returns whether there is a current entry. Next moves to the following one.
     bool HasEntry() const { return m_eResult == TOVFile::eFindEntry; }
 
-    // Without an entry: whether there may be more of them, which the system could not read.
+    // If there is no entry, returns whether the search ended because the system could not read further ones.
     bool HasFailed() const { return m_eResult == TOVFile::eFindFailure; }
 
     void Next() { m_eResult = TOVFile::FindNextEntry(m_hSearch, &m_oFound); }
 
     CTOVStringA GetName() const
     {
-        // The field holds no terminator when the name fills it.
+        // The field has no terminator if the name fills it.
         const void* pEnd = std::memchr(m_oFound.szName, '\0', sizeof(m_oFound.szName));
         const long lLength = pEnd != nullptr ? static_cast<long>(static_cast<const char*>(pEnd) - m_oFound.szName)
                                              : static_cast<long>(sizeof(m_oFound.szName));
@@ -55,7 +55,7 @@ public:
 
     bool IsDirectory() const { return (m_oFound.ulAttributes & TOVFile::eFileAttributeDirectory) != 0; }
 
-    // Devices, pipes and dead links come without any attribute.
+    // Devices, pipes and dead links have no attributes.
     bool IsFile() const { return m_oFound.ulAttributes != 0 && !IsDirectory(); }
 
 private:
@@ -69,8 +69,8 @@ CTOVStringA WorkingDirectory()
     return CTOVPath::GetWorkingDirectory().AsString();
 }
 
-// A search reads '*' and '?' in the directory's own name as wildcards: such a directory is searched from inside.
-// While this lives, the name to search below is GetName.
+// A search reads '*' and '?' in the directory's own name as wildcards. So this object makes such a directory the
+// working directory as long as it exists. GetName returns the directory's name for a search.
 class CSearchPlace
 {
 public:
@@ -101,7 +101,7 @@ private:
     CTOVStringA m_oReturnTo;
 };
 
-// A link to a directory can lead back up, and what it leads to is found at its own place.
+// Links to directories are skipped: they can lead back to a parent directory, and their targets are found without them.
 bool IsLink(const CTOVStringA& oName)
 {
     std::error_code oIgnored;
@@ -143,7 +143,7 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
 {
     const CTOVStringA oDirectory = oRelative.IsEmpty() ? m_oRoot : JoinPath(m_oRoot, oRelative);
     CTOVArray<CTOVStringA> aSubdirectories;
-    std::vector<std::string> aNames; // of the files found, in their order
+    std::vector<std::string> aNames; // the names of the files found, in their order
     tMatching aMatching;
     const long lFirstFile = m_aFiles.GetSize();
     {
@@ -175,7 +175,7 @@ void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
             m_aUnreadable.Add(oDirectory);
     }
 
-    // Only now: names count from the working directory, and the search may have been inside another.
+    // This is done after the search, which may have changed the working directory, to which names are relative.
     for (long i = m_aFiles.GetSize() - 1; i >= lFirstFile; --i)
     {
         if (IsExcluded(JoinPath(m_oRoot, m_aFiles[i].oPath)))
@@ -204,7 +204,8 @@ bool CTreeWalker::IsExcluded(const CTOVStringA& oName) const
 {
     for (long i = 0; i < m_aExcluded.GetSize(); ++i)
     {
-        // The name is only the quick part: one file has many spellings, and names that are alike can be two files.
+        // Comparing the names is only a quick first test: one file can have several names, and equal names can belong
+        // to two files.
         std::error_code oIgnored;
         if (EndsWith(oName, CTOVPath(m_aExcluded[i]).GetFileName(true)) &&
             std::filesystem::equivalent(SystemPath(oName), SystemPath(m_aExcluded[i]), oIgnored))

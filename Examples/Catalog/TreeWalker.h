@@ -1,4 +1,4 @@
-// Finds the files of a catalogue's directories.
+// Declares CTreeWalker, which finds the files of a catalogue's directories.
 #pragma once
 
 #include "Catalog.h"
@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-// A file or directory that could not be read, by name.
+// The names of the files and directories that could not be read.
 typedef CTOVArray<CTOVStringA> tUnreadable;
 
-// Walks one directory with all its subdirectories. Collects a record with path and size, and no checksum yet, for each
-// file that matches one of the patterns (none: every file), in no particular order. What is neither file nor directory
-// is passed over, and so are a link to a directory and what interrupted runs have left behind. A directory that cannot
-// be listed, or not to its end, goes to the unreadable ones, and the walk goes on.
+// Walks one directory with all its subdirectories. It adds a record with path and size, and no checksum yet, for each
+// file that matches one of the patterns, in no particular order; without patterns, every file matches. It skips
+// whatever is neither a file nor a directory, links to directories, and files that interrupted runs have left. A
+// directory that cannot be listed, or not to its end, is added to the unreadable ones, and the walk continues.
 class CTreeWalker
 {
 public:
@@ -22,23 +22,23 @@ public:
     CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
                 const std::atomic<bool>& bStop);
 
-    // Names a file that the walk is to pass over: the catalogue itself.
+    // Adds a file that the walk shall skip: the catalogue itself.
     void Exclude(const CTOVStringA& oName);
 
     void Walk(long lDirectory, const CTOVStringA& oDirectory);
 
-    // Whether any file so far has matched a pattern, by its index.
+    // Returns whether any file so far has matched the pattern with this index.
     bool HasMatched(long lPattern) const { return m_aMatched[static_cast<std::size_t>(lPattern)]; }
 
 private:
-    // The names in one directory that match a pattern, for each of them.
+    // For each pattern, the names in one directory that match it.
     typedef std::vector<std::set<std::string>> tMatching;
 
     void WalkBelow(const CTOVStringA& oRelative, int nDepth);
     bool IsWanted(const CTOVStringA& oName, const tMatching& aMatching) const;
     bool IsExcluded(const CTOVStringA& oName) const;
 
-    // False if a search failed.
+    // Returns false if a search failed.
     bool FindMatching(const CTOVStringA& oSearchDirectory, tMatching& aMatching) const;
     void NoteMatches(const std::string& sName, const tMatching& aMatching);
 

@@ -11,7 +11,7 @@ namespace
 constexpr char NAME_BEGIN[] = "tovcatalog-";
 constexpr char NAME_END[] = ".new";
 
-// More runs at once nobody has.
+// This is more than the number of runs at a time.
 constexpr int MAX_TRIES = 1000;
 
 const char* FindFileName(const CTOVStringA& oName)

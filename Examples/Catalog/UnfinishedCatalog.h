@@ -1,21 +1,23 @@
-// The file in which a new catalogue is written before it takes its place.
+// Declares CUnfinishedCatalog, the file to which a new catalogue is written before it replaces the old one.
 #pragma once
 
 #include "CatalogSystem.h"
 
 #include <memory>
 
-// Stands beside the catalogue as "tovcatalog-N.new", with the first N whose name is free, so that neither another run
-// nor anybody's file is touched. A file that an interrupted run has left under such a name is removed on the way.
+// The file is in the directory of the catalogue. Its name is "tovcatalog-N.new", with the first N for which no file
+// exists, so that the files of other runs, and any other files, are left alone. A file that an interrupted run has left
+// under such a name is removed first.
 class CUnfinishedCatalog
 {
 public:
-    // Throws CCatalogError if no such file can be made. The file is removed at the end, unless it has taken its place.
+    // Throws CCatalogError if no such file can be created. The destructor removes the file unless it has been put in
+    // place.
     explicit CUnfinishedCatalog(const CTOVStringA& oCatalog);
 
     const CTOVStringA& GetName() const { return m_oName; }
 
-    // Puts the file in the place of the catalogue, in one step. Throws CCatalogError.
+    // Replaces the catalogue by the file, in one step. Throws CCatalogError.
     void PutInPlace();
 
 private:
@@ -23,5 +25,6 @@ private:
     std::unique_ptr<CNewFile> m_pFile;
 };
 
-// Whether a file is such a one, of this or any other run: by its name, and by its first bytes, as far as it has any.
+// Returns whether a file is an unfinished catalogue of this or any other run. This depends on its name and on its first
+// bytes, as far as it has any.
 bool IsUnfinishedCatalog(const CTOVStringA& oName);

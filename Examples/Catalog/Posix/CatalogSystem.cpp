@@ -20,7 +20,7 @@ int ToNative(std::intptr_t hFile)
     return static_cast<int>(hFile);
 }
 
-// O_NONBLOCK means nothing to a file. It keeps the opening of a pipe from waiting.
+// O_NONBLOCK has no effect on a file. It prevents open from waiting if the name belongs to a pipe.
 int OpenFile(const CTOVStringA& oName, int nFlags)
 {
     const int nFile = ::open(SystemPath(oName).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | nFlags);
@@ -33,7 +33,8 @@ int OpenFile(const CTOVStringA& oName, int nFlags)
     return nFile;
 }
 
-// Whether the name still leads to the open file: another process can have removed or replaced it before the lock.
+// Returns whether the name still belongs to the open file: another process may have removed or replaced it before the
+// file was locked.
 bool IsStillNamed(int nFile, const CTOVStringA& oName)
 {
     struct stat oOpen;
@@ -80,15 +81,15 @@ CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
 {
     struct stat oStatus;
     const bool bReplaces = ::stat(SystemPath(m_oTarget).c_str(), &oStatus) == 0;
-    // The owner has to be able to write it, for now.
+    // Until the file is complete, the owner must be able to write it.
     const mode_t ulMode = bReplaces ? (oStatus.st_mode & PERMISSIONS) | S_IWUSR : NEW_FILE_PERMISSIONS;
 
     const int nFile = ::open(SystemPath(m_oName).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ulMode);
     if (nFile < 0)
         return;
 
-    // A file system without locks has to do without. Before the lock, another run can take the file for an abandoned
-    // one: it removes it then.
+    // On a file system without locks, the file is used unlocked. Before it is locked, another run may take the file for
+    // an abandoned one and remove it.
     const bool bLocked = ::flock(nFile, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     if (bLocked && IsStillNamed(nFile, m_oName))
         m_hFile = nFile;
@@ -102,7 +103,7 @@ CNewFile::~CNewFile()
         return;
     if (!m_bInPlace && IsStillNamed(ToNative(m_hFile), m_oName))
         ::unlink(SystemPath(m_oName).c_str());
-    ::close(ToNative(m_hFile)); // only now: the lock keeps the name for this file
+    ::close(ToNative(m_hFile)); // last, since the lock protects the file's name
 }
 
 bool CNewFile::IsOpen() const

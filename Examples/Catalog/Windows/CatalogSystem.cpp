@@ -23,7 +23,7 @@ CInputFile::CInputFile(const CTOVStringA& oName)
     : m_hFile(FromNative(::CreateFileA(~oName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                        nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)))
 {
-    // A name can belong to a device.
+    // The name may belong to a device.
     if (IsOpen() && ::GetFileType(ToNative(m_hFile)) != FILE_TYPE_DISK)
     {
         ::CloseHandle(ToNative(m_hFile));
@@ -58,7 +58,7 @@ unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
     return ulRead;
 }
 
-// Nobody can remove a file that is open without the permission to do so.
+// As the file is opened without sharing deletion, no other process can remove it.
 CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
     : m_oName(~oName), m_oTarget(~oTarget),
       m_hFile(FromNative(::CreateFileA(~oName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_NEW,
@@ -85,7 +85,7 @@ bool CNewFile::PutInPlace()
     if (!::FlushFileBuffers(ToNative(m_hFile)))
         return false;
 
-    // An open file cannot be moved either. Whoever removes it now makes the move fail, and no more.
+    // An open file cannot be moved either. If another process removes the file now, the move only fails.
     ::CloseHandle(ToNative(m_hFile));
     m_hFile = NO_FILE;
     m_bInPlace = ::MoveFileExA(~m_oName, ~m_oTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
