@@ -45,6 +45,6 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 // Joins the two with '/', which both systems accept, unless the directory already ends in it.
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);
 
-// Converts a name for the system's own functions. The library reads a backslash as a separator if the name does not
-// exist as it is; the system does not.
+// Converts a name for the system's own functions. The library reads a backslash as a separator if no entry has that
+// exact name; the system does not.
 std::filesystem::path SystemPath(const CTOVStringA& oName);

@@ -8,8 +8,8 @@
 #include <list>
 
 // Passes elements from any number of producer threads to any number of consumer threads. It owns copies of the
-// elements. The mutex guards every access to the list and is held for that alone. The event tells consumers that there
-// may be an element. They wait for it with no lock held: the order is event, then mutex.
+// elements. The mutex guards every access to the list and is held for that alone. The event signals that there may be
+// an element. They wait for it with no lock held: the order is event, then mutex.
 //
 //   producer   lock, append, unlock, signal
 //   consumer   wait, lock, take the first, signal again if there are more, unlock

@@ -27,7 +27,7 @@ public:
     void Reset();
     void Wait();
 
-    // Waits for so many milliseconds; -1 waits without a limit. Returns false only if the time has run out.
+    // Waits for at most lMilliseconds; -1 waits without a limit. Returns false only if the time has run out.
     bool TimedWait(long lMilliseconds);
 
     // These return the handle, for a wait for several objects.

@@ -27,7 +27,7 @@ public:
 
     void Lock() const;
 
-    // Waits for so many milliseconds; -1 waits without a limit. Returns false only if the time has run out.
+    // Waits for at most lMilliseconds; -1 waits without a limit. Returns false only if the time has run out.
     bool TryLock(long lMilliseconds) const;
 
     // Increments the count by lCount and returns the count before that. If it would exceed the maximum, returns 0 and

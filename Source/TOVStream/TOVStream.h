@@ -9,7 +9,7 @@
 // marks versioned sections. A class that serialises itself uses the same code in both directions:
 //
 //    oStream.SerializeBegin(oStream.IsSaving() ? nMyVersion : -1);
-//    if (oStream.IsSaving()) oStream << m_nValue; else oStream >> m_nValue;    // GetVersion() tells how to read
+//    if (oStream.IsSaving()) oStream << m_nValue; else oStream >> m_nValue;    // GetVersion() says how to read
 //    oStream.SerializeEnd();
 //
 // The mode word:  0xF00 format | 0x0FC free for the implementation | 0x002 saving | 0x001 loading

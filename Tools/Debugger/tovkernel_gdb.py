@@ -1,7 +1,7 @@
 """Shows TOVKernel's text and containers in gdb: source Tools/Debugger/tovkernel_gdb.py
 
-A string and a path show as their text with its length, a smart pointer as what it holds, a buffer, an array and a ring
-buffer as their elements. Everything is read from memory; no function of the program is called.
+Strings and paths are shown as their text, smart pointers as the pointer that they hold, and buffers, arrays and ring
+buffers as their elements. Everything is read from memory; no function of the program is called.
 """
 
 import gdb
@@ -9,7 +9,7 @@ import gdb.printing
 
 
 def block_of(buffer):
-    """The first element of a buffer, a null pointer if it has no block."""
+    """Returns a pointer to the first element of a buffer, or a null pointer if it has no block."""
     return buffer["m_pArray"]["m_pObject"]["m_pObject"]
 
 
@@ -44,7 +44,7 @@ class SmartPointerPrinter:
 
 
 class ElementPrinter:
-    """Elements that are stored one after the other, beginning at any place and continuing at the first."""
+    """Shows elements that are stored in a row; they can begin at any place and continue at the first place."""
 
     def __init__(self, name, first, count, capacity, begin=0):
         self.name, self.first, self.count, self.capacity, self.begin = name, first, count, capacity, begin
