@@ -35,23 +35,36 @@ target_link_libraries(gtest PUBLIC Threads::Threads)
 target_compile_options(gtest INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 tov_compile_quickly(gtest)
 
-# tov_add_tests(<Folder> <file>...): builds the test program Test<Folder> of the listed files and makes it a test of CTest,
-# which runs its cases as CMake/run-cases describes. The build fails when a source file of the folder is not listed, and
-# a program without a case is a failed test.
+# tov_list_tests(<program> <file>...): holds the folder's CMakeLists.txt to be complete. The build of the program fails when
+# a source file of the folder is among the files of no such call.
+function(tov_list_tests program)
+    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    set(check "Tests${folder}IsComplete")
+    if(NOT TARGET ${check})
+        add_custom_target(${check}
+            COMMAND "${CMAKE_COMMAND}" "-DFOLDER=${CMAKE_CURRENT_SOURCE_DIR}"
+                    "-DLISTED=$<JOIN:$<TARGET_PROPERTY:${check},TOV_LISTED>,|>"
+                    "-DOTHER=$<IF:$<BOOL:${WIN32}>,Posix,Windows>"
+                    -P "${PROJECT_SOURCE_DIR}/CMake/TOVCheckListed.cmake"
+            VERBATIM)
+    endif()
+    set_property(TARGET ${check} APPEND PROPERTY TOV_LISTED ${ARGN})
+    add_dependencies(${program} ${check})
+endfunction()
+
+# tov_add_tests(<Folder> <file>... [NATIVE <file>...] [POSIX <file>...] [WINDOWS <file>...]): builds the test program
+# Test<Folder> of the listed files and makes it a test of CTest, which runs its cases as CMake/run-cases describes. What
+# stands after the keywords is told in TOVNativeSources. The build fails when a source file of the folder is not listed,
+# and a program without a case is a failed test.
 function(tov_add_tests folder)
+    cmake_parse_arguments(PARSE_ARGV 1 files "" "" "NATIVE;POSIX;WINDOWS")
+    tov_native_files(native NATIVE ${files_NATIVE} POSIX ${files_POSIX} WINDOWS ${files_WINDOWS})
     set(program "Test${folder}")
-    add_executable(${program} ${ARGN})
+    add_executable(${program} ${files_UNPARSED_ARGUMENTS} ${native})
     target_link_libraries(${program} PRIVATE TOVTestSupport)
     tov_test_code(${program})
     target_precompile_headers(${program} REUSE_FROM TOVTestSupport)
-
-    string(REPLACE ";" "|" listed "${ARGN}")
-    add_custom_target(${program}IsComplete
-        COMMAND "${CMAKE_COMMAND}" "-DFOLDER=${CMAKE_CURRENT_SOURCE_DIR}" "-DLISTED=${listed}"
-                "-DOTHER=$<IF:$<BOOL:${WIN32}>,Posix,Windows>"
-                -P "${PROJECT_SOURCE_DIR}/CMake/TOVCheckListed.cmake"
-        VERBATIM)
-    add_dependencies(${program} ${program}IsComplete)
+    tov_list_tests(${program} ${files_UNPARSED_ARGUMENTS} ${native})
 
     # The cases are asked for when the tests run, not in the build: a build needs no Wine, and a program that cannot even
     # tell its cases does not keep the others from being tested.
