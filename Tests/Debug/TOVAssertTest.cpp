@@ -1,8 +1,8 @@
 // The entrances that end an operation or the process: Assert, Alternate_Assert and TOVPanic.
 #include "Debug/TOVDebugInstruments.h"
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVBoxCalls.h"
 #include "Support/TOVObservedChild.h"
+#include "Support/Windows/TOVBoxCalls.h"
 
 #include <Debug/TOVDebug.h>
 #include <TOVDesignPatterns/TOVRefCount.h>

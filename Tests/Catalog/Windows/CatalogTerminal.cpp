@@ -1,6 +1,6 @@
 #include "Catalog/CatalogTerminal.h"
 #include "Catalog/Windows/CatalogCommandLine.h"
-#include "Support/TOVConsoleWindows.h"
+#include "Support/Windows/TOVConsole.h"
 
 #include <stdexcept>
 #include <windows.h>

@@ -1,6 +1,6 @@
 // The mode text that the flags of CTOVFile::Open turn into, as the runtime gets it.
-#include "Support/TOVImportHook.h"
 #include "Support/TOVTestSupport.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <File/TOVFile.h>
 

@@ -1,6 +1,6 @@
 // The searches that the scanner makes, in a file system of the test's own: also those whose results no real one has.
 #include "File/TOVScanInstruments.h"
-#include "Support/TOVImportHook.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <cstring>
 #include <map>

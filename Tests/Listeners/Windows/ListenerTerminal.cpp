@@ -1,6 +1,6 @@
 #include "Listeners/ListenerTerminal.h"
-#include "Support/TOVConsoleWindows.h"
 #include "Support/TOVTestSupport.h"
+#include "Support/Windows/TOVConsole.h"
 
 #include <stdexcept>
 #include <windows.h>

@@ -1,7 +1,7 @@
 // When the queue signals its event: whether its mutex is held then.
-#include "Support/TOVImportHook.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVWaitInstruments.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <TOVContainers/TOVSafeQueue.h>
 

@@ -1,6 +1,6 @@
 // The child of a fork, which has one thread. What the other threads of the parent held comes up free in it.
+#include "Support/Posix/TOVForkedChild.h"
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVForkedChild.h"
 #include "Support/TOVNativeThread.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVWaitInstruments.h"

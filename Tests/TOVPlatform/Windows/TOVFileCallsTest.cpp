@@ -1,7 +1,7 @@
 // What the file functions ask of the system, and what they make of its answers.
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVImportHook.h"
 #include "Support/TOVTestSupport.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <TOVPlatform/TOVFile.h>
 

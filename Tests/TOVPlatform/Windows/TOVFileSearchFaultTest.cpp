@@ -1,5 +1,5 @@
 // How the system's errors are read where a search gives no entry.
-#include "Support/TOVImportHook.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <TOVPlatform/TOVFile.h>
 

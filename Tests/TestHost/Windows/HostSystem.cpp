@@ -1,6 +1,6 @@
 #include "TestHost/HostSystem.h"
 #include "Support/TOVChildProcess.h"
-#include "Support/TOVConsoleWindows.h"
+#include "Support/Windows/TOVConsole.h"
 
 #include <stdexcept>
 #include <windows.h>

@@ -1,5 +1,5 @@
 // The library's own imports lead here; what else reads the clock in the process is not concerned.
-#include "Support/TOVImportHook.h"
+#include "Support/Windows/TOVImportHook.h"
 #include "Timer/TOVFakeClock.h"
 
 #include <windows.h>

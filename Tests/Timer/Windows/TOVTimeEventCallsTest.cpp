@@ -1,6 +1,6 @@
 // What the timer asks of the system for its time events.
 #include "Support/TOVExhaustedSystem.h"
-#include "Support/TOVImportHook.h"
+#include "Support/Windows/TOVImportHook.h"
 #include "Timer/TOVTimeEventInstruments.h"
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-#include "Support/TOVConsoleWindows.h"
+#include "Support/Windows/TOVConsole.h"
 
 #include <stdexcept>
 

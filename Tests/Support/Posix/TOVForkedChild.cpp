@@ -1,4 +1,4 @@
-#include "Support/TOVForkedChild.h"
+#include "Support/Posix/TOVForkedChild.h"
 
 #include "Support/TOVWaitInstruments.h"
 

@@ -1,5 +1,5 @@
-#include "Support/TOVChildProcess.h"
 #include "Support/TOVObservedChild.h"
+#include "Support/TOVChildProcess.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,6 +1,6 @@
-#include "Support/TOVImportHook.h"
+#include "Support/Windows/TOVImportHook.h"
 
-#include "Support/TOVReplaceImportWindows.h"
+#include "Support/Windows/TOVReplaceImport.h"
 
 #include <stdexcept>
 #include <string>

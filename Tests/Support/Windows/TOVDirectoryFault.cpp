@@ -1,5 +1,5 @@
 #include "Support/TOVDirectoryFault.h"
-#include "Support/TOVImportHook.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <windows.h>
 

@@ -1,5 +1,5 @@
-#include "Support/TOVBoxCalls.h"
-#include "Support/TOVReplaceImportWindows.h"
+#include "Support/Windows/TOVBoxCalls.h"
+#include "Support/Windows/TOVReplaceImport.h"
 
 #include <cstdio>
 

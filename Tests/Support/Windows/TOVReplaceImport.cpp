@@ -1,4 +1,4 @@
-#include "Support/TOVReplaceImportWindows.h"
+#include "Support/Windows/TOVReplaceImport.h"
 
 #include <cstring>
 

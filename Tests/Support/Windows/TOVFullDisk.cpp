@@ -1,7 +1,7 @@
 #include "Support/TOVFullDisk.h"
 
-#include "Support/TOVImportHook.h"
 #include "Support/TOVTestSupport.h"
+#include "Support/Windows/TOVImportHook.h"
 
 #include <cerrno>
 #include <cstdio>

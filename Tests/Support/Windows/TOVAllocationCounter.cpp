@@ -1,5 +1,5 @@
 #include "Support/TOVAllocationCounter.h"
-#include "Support/TOVReplaceImportWindows.h"
+#include "Support/Windows/TOVReplaceImport.h"
 
 #include <psapi.h>
 
