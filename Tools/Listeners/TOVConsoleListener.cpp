@@ -1,5 +1,6 @@
 #include <Listeners/TOVConsoleListener.h>
 
+#include <Listeners/TOVListenerOutput.h>
 #include <Listeners/TOVListenerSystem.h>
 
 #include <cstdlib>
@@ -48,7 +49,7 @@ void CTOVConsoleListener::OnLine(const sTOVLogLine& oLine)
     const TOVListenerSystem::eLineColour eColour =
         m_bColours ? ColourOf(oLine.eSeverity) : TOVListenerSystem::eColourNone;
     const bool bWritten = TOVListenerSystem::WriteLine(m_pStream, eColour, oLine.Print());
-    const bool bFlushed = !TOVListenerSystem::MustFlush(oLine) || std::fflush(m_pStream) == 0;
+    const bool bFlushed = !TOVListenerOutput::MustFlush(oLine) || std::fflush(m_pStream) == 0;
     if (!bWritten || !bFlushed)
         NoteLoss();
 }

@@ -1,5 +1,6 @@
 #include <Listeners/TOVFileListener.h>
 
+#include <Listeners/TOVListenerOutput.h>
 #include <Listeners/TOVListenerSystem.h>
 
 namespace TOVDebug
@@ -40,8 +41,8 @@ void CTOVFileListener::OnLine(const sTOVLogLine& oLine)
     const std::string sLine = oLine.Print() + '\n';
     const std::lock_guard<std::mutex> oGuard(m_oMutex);
     BeforeWrite(sLine.size());
-    const bool bWritten = m_pFile != nullptr && std::fwrite(sLine.data(), 1, sLine.size(), m_pFile) == sLine.size();
-    if (!bWritten || (TOVListenerSystem::MustFlush(oLine) && std::fflush(m_pFile) != 0))
+    const bool bWritten = m_pFile != nullptr && TOVListenerOutput::WriteText(m_pFile, sLine);
+    if (!bWritten || (TOVListenerOutput::MustFlush(oLine) && std::fflush(m_pFile) != 0))
         NoteLoss();
 }
 

@@ -1,7 +1,6 @@
-// Internal to the folder. Declares what the listeners need from the system. Its source alone depends on the system.
+// Internal to the folder. Declares what the listeners need from the system. Each system has a source of its own with
+// these functions, in the same order.
 #pragma once
-
-#include <Listeners/TOVLogLine.h>
 
 #include <cstdio>
 #include <ctime>
@@ -20,6 +19,7 @@ enum eLineColour
     eColourBrightRed
 };
 
+// The time in the time zone of this computer; all zero if the system cannot tell it.
 std::tm LocalTime(std::time_t nTime);
 
 // Opens a file to append to it, or creates or truncates it. Returns null if that fails. Line ends are written
@@ -46,9 +46,5 @@ bool ShowsColours(std::FILE* pStream);
 // Writes the text and a line end. Returns false if that fails. A colour other than eColourNone needs a stream that
 // shows colours.
 bool WriteLine(std::FILE* pStream, eLineColour eColour, const std::string& sText);
-
-// Returns whether to flush after this line: because it is grave, or because the process is ending. On some systems,
-// libraries still run their clean-up code, and log, after the streams have been flushed for the last time.
-bool MustFlush(const sTOVLogLine& oLine);
 } // namespace TOVListenerSystem
 } // namespace TOVDebug

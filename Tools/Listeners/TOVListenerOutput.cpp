@@ -1,0 +1,35 @@
+#include <Listeners/TOVListenerOutput.h>
+
+#include <atomic>
+
+namespace TOVDebug
+{
+namespace TOVListenerOutput
+{
+namespace
+{
+std::atomic<bool> s_bEnding(false);
+
+// This library's own clean-up comes after that of the application.
+struct sEndMarker
+{
+    ~sEndMarker()
+    {
+        s_bEnding = true;
+        std::fflush(nullptr);
+    }
+};
+const sEndMarker s_oEndMarker;
+} // namespace
+
+bool WriteText(std::FILE* pStream, const std::string& sText)
+{
+    return std::fwrite(sText.data(), 1, sText.size(), pStream) == sText.size();
+}
+
+bool MustFlush(const sTOVLogLine& oLine)
+{
+    return oLine.IsGrave() || s_bEnding;
+}
+} // namespace TOVListenerOutput
+} // namespace TOVDebug
