@@ -1,7 +1,7 @@
 // A create that fails or is interrupted leaves an existing catalogue as it was.
 #include "Catalog/CatalogFiles.h"
 #include "Catalog/CatalogInstruments.h"
-#include "Catalog/CatalogTerminal.h"
+#include "Support/TOVTerminal.h"
 
 namespace
 {
@@ -38,7 +38,7 @@ TEST_F(CCatalogFailedCreateTest, LeavesItWhenADirectoryIsWrong)
 TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)
 {
     WriteBigFile();
-    CCatalogTerminal oTerminal({"create", "c.cat", "tree"}, Folder());
+    CTerminal oTerminal(Program({"create", "c.cat", "tree"}));
     ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
 
     oTerminal.PressInterruptKeys();
@@ -51,7 +51,7 @@ TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)
 TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheProcessIsKilled)
 {
     WriteBigFile();
-    CCatalogTerminal oTerminal({"create", "c.cat", "tree"}, Folder());
+    CTerminal oTerminal(Program({"create", "c.cat", "tree"}));
     ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
 
     oTerminal.Kill();

@@ -244,6 +244,11 @@ bool CCatalogTest::Exists(const std::string& sName) const
     return std::filesystem::exists(std::filesystem::symlink_status(Path(sName)));
 }
 
+sProgram CCatalogTest::Program(const std::vector<std::string>& aArguments) const
+{
+    return CatalogProgram(aArguments, Folder());
+}
+
 sRun CCatalogTest::Run(const std::vector<std::string>& aArguments) const
 {
     return RunCatalog(aArguments, Folder());

@@ -75,6 +75,8 @@ protected:
     std::string Read(const std::string& sName) const;
     bool Exists(const std::string& sName) const;
 
+    // The program in the folder, and its run to the end.
+    sProgram Program(const std::vector<std::string>& aArguments) const;
     sRun Run(const std::vector<std::string>& aArguments) const;
 
     // Names of what stands in the folder, sorted.

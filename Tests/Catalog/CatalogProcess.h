@@ -1,20 +1,17 @@
-// The built program tovcatalog as a child process. It stands in the folder of the test program.
+// The built program tovcatalog as a child process.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "Support/TOVChildProcess.h"
 
-// How it ended and what it said. Lines end with \n alone on every system.
-struct sRun
-{
-    int nExitCode; // -1 if it was ended from outside, by a fault or by the deadline
-    std::string sOutput;
-    std::string sErrors;
-};
+// How a run ended and what it said, standard error apart.
+typedef sChildResult sRun;
 
-// Full name of the program.
+// Full name of the program, which stands in the folder of the test program.
 std::string PathOfCatalogProgram();
 
-// Runs it to its end, with the folder as its current one and pipes as its standard output and error. What a sanitizer
-// finds in it, memory that is never released included, makes exit code 99.
+// The program with these arguments and the folder as its current one. What a sanitizer finds in it, memory that is
+// never released included, makes exit code 99.
+sProgram CatalogProgram(const std::vector<std::string>& aArguments, const std::string& sFolder);
+
+// Runs it to its end.
 sRun RunCatalog(const std::vector<std::string>& aArguments, const std::string& sFolder);

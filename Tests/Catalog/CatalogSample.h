@@ -20,8 +20,7 @@ protected:
 
     std::string Sample() const
     {
-        const std::string sProgram = PathOfCatalogProgram();
-        return ReadWholeFile(sProgram.substr(0, sProgram.find_last_of("\\/") + 1) + "CatalogSamples/" + m_sSample);
+        return ReadWholeFile(PathBesideThisProgram("CatalogSamples/" + m_sSample));
     }
 
     static std::vector<sCatalogFile> Files()

@@ -1,7 +1,7 @@
 // What is seen on a terminal.
-#include "Catalog/CatalogTerminal.h"
 #include "Catalog/CatalogFiles.h"
 #include "Catalog/CatalogInstruments.h"
+#include "Support/TOVTerminal.h"
 
 #include <regex>
 
@@ -33,7 +33,7 @@ TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
 
     for (const tNames& aCommand : {tNames{"create", "new.cat", "tree"}, tNames{"verify", "c.cat"}})
     {
-        CCatalogTerminal oTerminal(aCommand, Folder());
+        CTerminal oTerminal(Program(aCommand));
         int nFirst = -1;
         EXPECT_TRUE(oTerminal.WaitUntil([&](const tNames& aScreen) {
             nFirst = MegabytesDone(aScreen);
@@ -47,7 +47,7 @@ TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
 TEST_F(CCatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
 {
     Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));
-    CCatalogTerminal oTerminal({"verify", "c.cat"}, Folder());
+    CTerminal oTerminal(Program({"verify", "c.cat"}));
     ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
 
     CutFile(Path("tree/big"), 10);

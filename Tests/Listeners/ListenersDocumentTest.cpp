@@ -2,34 +2,8 @@
 #include "Listeners/ListenerInstruments.h"
 #include "Support/TOVChildProcess.h"
 
-#include <filesystem>
-
 namespace
 {
-// The folder is the current one while it lives.
-class CCurrentFolder
-{
-public:
-    explicit CCurrentFolder(const std::string& sFolder) : m_oBefore(std::filesystem::current_path())
-    {
-        std::filesystem::current_path(sFolder);
-    }
-
-    ~CCurrentFolder() { std::filesystem::current_path(m_oBefore); }
-
-    CCurrentFolder(const CCurrentFolder&) = delete;
-    CCurrentFolder& operator=(const CCurrentFolder&) = delete;
-
-private:
-    const std::filesystem::path m_oBefore;
-};
-
-std::string PathOfExample()
-{
-    const std::filesystem::path oTests(PathOfThisProgram());
-    return (oTests.parent_path() / "ListenersExample").string() + oTests.extension().string();
-}
-
 // Only what the example itself logs, behind its positions.
 tLines TextsOfExample(const std::string& sText)
 {
@@ -39,7 +13,7 @@ tLines TextsOfExample(const std::string& sText)
         const std::size_t nEnd = sLine.find(") : ");
         if (sLine.find("ListenersExample.cpp(") == std::string::npos || nEnd == std::string::npos)
             continue;
-        sLine.erase(sLine.find_last_not_of('\r') + 1);
+        sLine.erase(sLine.find_last_not_of('\r') + 1); // of its file on Windows
         aTexts.push_back(sLine.substr(nEnd + 4));
     }
     return aTexts;
@@ -49,9 +23,8 @@ tLines TextsOfExample(const std::string& sText)
 TEST(ListenersDocumentTest, TheExampleLogsEverythingToItsFileAndWarningsToTheConsole)
 {
     const CTempFolder oFolder;
-    const CCurrentFolder oCurrent(oFolder.Path());
 
-    const sChildResult oResult = RunProgram({PathOfExample()});
+    const sChildResult oResult = RunProgram({{PathBesideThisProgram(TOV_EXAMPLE)}, oFolder.Path(), NO_LEAK_CHECK});
 
     EXPECT_EQ(0, oResult.nExitCode) << oResult.sOutput;
     const std::string sInfo = "info: TIME atlas starts";

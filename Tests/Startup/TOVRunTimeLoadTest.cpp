@@ -6,11 +6,9 @@ namespace
 {
 sChildResult RunLoader(const std::vector<std::string>& aHow)
 {
-    const std::string sProgram = PathOfThisProgram();
-    const std::string sFolder = sProgram.substr(0, sProgram.find_last_of("/\\") + 1);
-    std::vector<std::string> aCommand = {sFolder + TOV_LOADER, sFolder + TOV_LIBRARY};
+    std::vector<std::string> aCommand = {PathBesideThisProgram(TOV_LOADER), PathBesideThisProgram(TOV_LIBRARY)};
     aCommand.insert(aCommand.end(), aHow.begin(), aHow.end());
-    return RunProgram(aCommand);
+    return RunProgram({aCommand, "", NO_LEAK_CHECK});
 }
 } // namespace
 

@@ -33,16 +33,11 @@ CChildRegistrar::CChildRegistrar(const char* szName, tChildScenario fnScenario)
     Scenarios()[szName] = fnScenario;
 }
 
-std::vector<std::string> ChildCommand(const std::string& sScenario, const std::vector<std::string>& aArguments)
+sProgram ScenarioProgram(const std::string& sScenario, const std::vector<std::string>& aArguments)
 {
     std::vector<std::string> aCommand = {PathOfThisProgram(), CHILD_OPTION, sScenario};
     aCommand.insert(aCommand.end(), aArguments.begin(), aArguments.end());
-    return aCommand;
-}
-
-sChildResult RunChild(const std::string& sScenario, const std::vector<std::string>& aArguments)
-{
-    return RunProgram(ChildCommand(sScenario, aArguments));
+    return {aCommand, "", NO_LEAK_CHECK};
 }
 
 int main(int nArguments, char** aszArguments)

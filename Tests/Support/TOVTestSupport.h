@@ -152,8 +152,9 @@ private:
 // How a child process ended.
 struct sChildResult
 {
-    int nExitCode;       // the low 8 bits: exit(-1) reads 255 on every system; -1 if a signal or the deadline ended it
-    std::string sOutput; // standard output and standard error
+    int nExitCode; // 0 to 255: exit(-1) reads 255 on every system; -1 if a fault, a signal or the deadline ended it
+    std::string sOutput; // standard output and standard error; lines end with \n alone on every system
+    std::string sErrors; // standard error, where RunProgram was told to keep it apart
 };
 
 typedef void (*tChildScenario)(const std::vector<std::string>& aArguments);
@@ -161,12 +162,6 @@ typedef void (*tChildScenario)(const std::vector<std::string>& aArguments);
 // Runs a scenario of this test program, defined with TOV_CHILD, in a process of its own, and waits for its end under a
 // deadline. A scenario that returns ends its process with exit(0).
 sChildResult RunChild(const std::string& sScenario, const std::vector<std::string>& aArguments = {});
-
-// The command line that starts a scenario, for tests that start it in their own way.
-std::vector<std::string> ChildCommand(const std::string& sScenario, const std::vector<std::string>& aArguments = {});
-
-// Runs any program (full path and arguments) in the same way.
-sChildResult RunProgram(const std::vector<std::string>& aCommand);
 
 class CChildRegistrar
 {

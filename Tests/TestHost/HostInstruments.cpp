@@ -3,12 +3,26 @@
 #include <regex>
 #include <sstream>
 
+sProgram HostProgram(const std::vector<std::string>& aArguments)
+{
+    sProgram oProgram;
+    oProgram.aCommand = {PathBesideThisProgram(TOV_HOST)};
+    oProgram.aCommand.insert(oProgram.aCommand.end(), aArguments.begin(), aArguments.end());
+    oProgram.aVariables = {{"ASAN_OPTIONS", "handle_segv=0:handle_abort=0:detect_stack_use_after_return=0"},
+                           {"LSAN_OPTIONS", "detect_leaks=1"},
+                           {"TSAN_OPTIONS", "handle_segv=0:handle_abort=0"}};
+    return oProgram;
+}
+
+std::string PathOfSuites(const std::string& sName)
+{
+    return PathBesideThisProgram(sName + TOV_SUITES_SUFFIX);
+}
+
 sHostRun RunHost(const std::vector<std::string>& aArguments)
 {
-    std::vector<std::string> aCommand = HostCommand();
-    aCommand.insert(aCommand.end(), aArguments.begin(), aArguments.end());
-    const sChildResult oResult = RunProgram(aCommand);
-    return {oResult.nExitCode, WithoutTimes(std::regex_replace(oResult.sOutput, std::regex("\r\n"), "\n"))};
+    const sChildResult oResult = RunProgram(HostProgram(aArguments));
+    return {oResult.nExitCode, WithoutTimes(oResult.sOutput)};
 }
 
 sHostRun RunSuites(const std::string& sSuites, const std::vector<std::string>& aArguments)
@@ -16,6 +30,21 @@ sHostRun RunSuites(const std::string& sSuites, const std::vector<std::string>& a
     std::vector<std::string> aAll = {PathOfSuites(sSuites)};
     aAll.insert(aAll.end(), aArguments.begin(), aArguments.end());
     return RunHost(aAll);
+}
+
+sTerminalRun RunOnTerminal(const sProgram& oProgram, const std::string& sText,
+                           const std::function<void(CTerminal&)>& fnWhenSeen)
+{
+    CTerminal oTerminal(oProgram);
+    sTerminalRun oRun = {-1, {}, {}};
+    if (oTerminal.WaitUntilItShows(sText))
+    {
+        oRun.aDuring = oTerminal.Screen();
+        fnWhenSeen(oTerminal);
+    }
+    oRun.nExitCode = oTerminal.WaitForEnd();
+    oRun.aAfter = oTerminal.Screen();
+    return oRun;
 }
 
 std::string WithoutTimes(const std::string& sText)

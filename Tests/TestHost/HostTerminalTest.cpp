@@ -14,19 +14,26 @@ protected:
     CHostTerminalTest()
     {
         // The name of a folder that only this test has.
-        std::string sName = m_oFolder.Path();
-        sName = "TOVTestGate" + sName.substr(sName.find_last_of("\\/") + 1);
-        SetVariable("TOV_TEST_GATE", sName);
-        m_hGate = Event::Create(true, false, sName.c_str());
+        const std::string sFolder = m_oFolder.Path();
+        m_sGate = "TOVTestGate" + sFolder.substr(sFolder.find_last_of("\\/") + 1);
+        m_hGate = Event::Create(true, false, m_sGate.c_str());
     }
 
     ~CHostTerminalTest() override { Event::Destroy(m_hGate); }
 
-    sTerminalRun Run(const std::string& sText, const std::vector<std::string>& aOptions = {})
+    // SuitesWaiting with these options, which waits at the gate.
+    sProgram Waiting(const std::vector<std::string>& aOptions) const
     {
         std::vector<std::string> aArguments = {PathOfSuites("SuitesWaiting")};
         aArguments.insert(aArguments.end(), aOptions.begin(), aOptions.end());
-        return RunOnTerminal(aArguments, sText, [this] { Event::Signal(m_hGate); });
+        sProgram oProgram = HostProgram(aArguments);
+        oProgram.aVariables["TOV_TEST_GATE"] = m_sGate;
+        return oProgram;
+    }
+
+    sTerminalRun Run(const std::string& sText, const std::vector<std::string>& aOptions = {})
+    {
+        return RunOnTerminal(Waiting(aOptions), sText, [this](CTerminal&) { Event::Signal(m_hGate); });
     }
 
     static tLines WithoutTimesOf(const tLines& aScreen)
@@ -39,6 +46,7 @@ protected:
 
 private:
     CTempFolder m_oFolder;
+    std::string m_sGate;
     unsigned long long m_hGate;
 };
 } // namespace
@@ -72,8 +80,8 @@ TEST_F(CHostTerminalTest, CountsTheCasesOfAllRuns)
 
 TEST_F(CHostTerminalTest, ReportsWhatRanWhenTheUserInterrupts)
 {
-    const sTerminalRun oRun =
-        RunOnTerminal({PathOfSuites("SuitesWaiting"), "--tap"}, "ok 1 - Waiting.before", &PressInterruptKeys);
+    const sTerminalRun oRun = RunOnTerminal(Waiting({"--tap"}), "ok 1 - Waiting.before",
+                                            [](CTerminal& oTerminal) { oTerminal.PressInterruptKeys(); });
 
     EXPECT_EQ(3, oRun.nExitCode);
     ASSERT_FALSE(oRun.aAfter.empty());

@@ -1,9 +1,9 @@
 // Failures and interruptions of create that only Posix can bring about.
 #include "Catalog/CatalogFiles.h"
 #include "Catalog/CatalogInstruments.h"
-#include "Catalog/CatalogTerminal.h"
 #include "Catalog/Posix/CatalogHindrance.h"
 #include "Catalog/Posix/CatalogSteps.h"
+#include "Support/TOVTerminal.h"
 
 #include <csignal>
 #include <filesystem>
@@ -111,7 +111,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
     WriteSparseFile(Path("tree/big"), 30000000000, "");
     for (const int nSignal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGKILL})
     {
-        CCatalogTerminal oTerminal({"create", "c.cat", "tree"}, Folder());
+        CTerminal oTerminal(Program({"create", "c.cat", "tree"}));
         ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
 
         ::kill(static_cast<pid_t>(oTerminal.ProcessId()), nSignal);

@@ -4,22 +4,18 @@
 #include "Catalog/CatalogProcess.h"
 
 #include <functional>
-#include <sys/types.h>
 
-// As RunCatalog; the new process does the action before it becomes the program.
+// Does the same as RunCatalog, with this action of the new process before it becomes the program.
 sRun RunHindered(const std::vector<std::string>& aArguments, const std::string& sFolder,
                  const std::function<void()>& fnInChild);
 
-// Becomes the program, in a new process. Standard streams are the caller's.
-[[noreturn]] void BecomeCatalogProgram(const std::vector<std::string>& aArguments, const std::string& sFolder);
+// Such actions:
 
-// Actions for it.
-
-// From now on the rights of files count, also for root.
+// The permissions of files count from now on, also for root.
 void GiveUpPrivileges();
 
 // No file can grow beyond this size: a write fails there, as on a full disk.
 void LimitFileSize(unsigned long ulBytes);
 
-// As above, but such a write ends the process there.
+// No file can grow beyond this size: a write beyond it ends the process.
 void DieBeyondFileSize(unsigned long ulBytes);

@@ -1,8 +1,8 @@
 // Files that have turned into something else by the time they are read, and an output that takes nothing.
 #include "Catalog/CatalogFiles.h"
 #include "Catalog/CatalogInstruments.h"
-#include "Catalog/CatalogTerminal.h"
 #include "Catalog/Posix/CatalogHindrance.h"
+#include "Support/TOVTerminal.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -24,7 +24,7 @@ protected:
     }
 
     // Waits until all files have been found. Puts a pipe in the place of one, and then lets the reading go on.
-    void SwapAndGoOn(CCatalogTerminal& oTerminal)
+    void SwapAndGoOn(CTerminal& oTerminal)
     {
         ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
         Remove("tree/z");
@@ -36,7 +36,7 @@ protected:
 
 TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToCreate)
 {
-    CCatalogTerminal oTerminal({"create", "c.cat", "tree", "--threads", "1"}, Folder());
+    CTerminal oTerminal(Program({"create", "c.cat", "tree", "--threads", "1"}));
     SwapAndGoOn(oTerminal);
 
     EXPECT_EQ(1, oTerminal.WaitForEnd());
@@ -51,7 +51,7 @@ TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToVerify)
 {
     Write("c.cat",
           CatalogVersion3({"tree"}, {}, {{0, "big", 10, 0}, {0, "z", 1, 0x8cdc1683}, {0, "zz", 1, 0x8cdc1683}}));
-    CCatalogTerminal oTerminal({"verify", "c.cat", "--threads", "1"}, Folder());
+    CTerminal oTerminal(Program({"verify", "c.cat", "--threads", "1"}));
     SwapAndGoOn(oTerminal);
 
     EXPECT_EQ(1, oTerminal.WaitForEnd());
@@ -67,7 +67,7 @@ TEST_F(CCatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
         WriteSparseFile(Path("tree/big"), 30000000000, "");
         Remove("tree/z");
         Write("tree/z", "x");
-        CCatalogTerminal oTerminal({"create", "c.cat", "tree", "--threads", "1"}, Folder());
+        CTerminal oTerminal(Program({"create", "c.cat", "tree", "--threads", "1"}));
         SwapAndGoOn(oTerminal);
 
         ::kill(static_cast<pid_t>(oTerminal.ProcessId()), nSignal);

@@ -1,26 +1,21 @@
 #include "Catalog/Posix/CatalogSteps.h"
-#include "Catalog/Posix/CatalogHindrance.h"
+#include "Catalog/CatalogProcess.h"
+#include "Support/Posix/TOVStartedProgram.h"
 
 #include <csignal>
-#include <cstdlib>
-#include <fcntl.h>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 int RunStepByStep(const std::vector<std::string>& aArguments, const std::string& sFolder,
                   const std::function<void()>& fnLook)
 {
-    const pid_t nChild = ::fork();
-    if (nChild == 0)
-    {
-        // A leak check refuses to run when traced.
-        ::setenv("LSAN_OPTIONS", "detect_leaks=0", 1);
-        ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
-        ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
-        ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-        BecomeCatalogProgram(aArguments, sFolder);
-    }
+    sProgram oProgram = CatalogProgram(aArguments, sFolder);
+    // A leak check refuses to run when traced.
+    for (const char* szVariable : {"ASAN_OPTIONS", "LSAN_OPTIONS"})
+        *oProgram.aVariables[szVariable] += ":detect_leaks=0";
+    sStart oStart;
+    oStart.fnInChild = [] { ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr); };
+    const pid_t nChild = StartProgram(oProgram, oStart);
 
     int nStatus = 0;
     for (pid_t nThread; (nThread = ::waitpid(-1, &nStatus, __WALL)) > 0;)
@@ -29,7 +24,7 @@ int RunStepByStep(const std::vector<std::string>& aArguments, const std::string&
         {
             if (nThread != nChild)
                 continue;
-            return WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
+            return ExitCodeOf(nStatus);
         }
         fnLook();
         // A new thread begins stopped, and the options make stops out of traps.

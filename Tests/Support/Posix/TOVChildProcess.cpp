@@ -1,14 +1,35 @@
 #include "Support/TOVChildProcess.h"
+#include "Support/Posix/TOVStartedProgram.h"
 
-#include <cerrno>
-#include <chrono>
-#include <fcntl.h>
+#include <array>
+#include <csignal>
 #include <poll.h>
-#include <signal.h>
 #include <stdexcept>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
+
+namespace
+{
+// Reads both pipes to their ends and closes them. Returns false at the deadline.
+bool ReadBoth(sPipe& oOutput, sPipe& oErrors, sChildResult& oResult)
+{
+    const auto oDeadline = std::chrono::steady_clock::now() + CHILD_DEADLINE;
+    const std::array<CDescriptor*, 2> aEnds = {&oOutput.oRead, &oErrors.oRead};
+    const std::array<std::string*, 2> aTexts = {&oResult.sOutput, &oResult.sErrors};
+    while (aEnds[0]->Get() >= 0 || aEnds[1]->Get() >= 0)
+    {
+        if (std::chrono::steady_clock::now() > oDeadline)
+            return false;
+        std::array<pollfd, 2> aPolls = {pollfd{aEnds[0]->Get(), POLLIN, 0}, pollfd{aEnds[1]->Get(), POLLIN, 0}};
+        if (::poll(aPolls.data(), aPolls.size(), 1000) <= 0)
+            continue;
+        for (std::size_t n = 0; n < aPolls.size(); ++n)
+            if (aPolls[n].revents != 0 && !ReadSome(aPolls[n].fd, *aTexts[n]))
+                aEnds[n]->Set(-1);
+    }
+    return true;
+}
+} // namespace
 
 std::string PathOfThisProgram()
 {
@@ -19,77 +40,35 @@ std::string PathOfThisProgram()
     return std::string(szPath, static_cast<std::size_t>(nLength));
 }
 
+sChildResult RunProgram(const sProgram& oProgram, eErrors eWhere)
+{
+    return RunProgramAfter({}, oProgram, eWhere);
+}
+
 void PrepareChild()
 {
     const rlimit oNoCore = {0, 0};
     ::setrlimit(RLIMIT_CORE, &oNoCore);
 }
 
-namespace
+sChildResult RunProgramAfter(const std::function<void()>& fnInChild, const sProgram& oProgram, eErrors eWhere)
 {
-// Reads until the other end is closed or the deadline has passed.
-bool ReadAll(int nDescriptor, std::string& sOutput)
-{
-    const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
-    for (;;)
-    {
-        const auto nLeft =
-            std::chrono::duration_cast<std::chrono::milliseconds>(oDeadline - std::chrono::steady_clock::now()).count();
-        pollfd oPoll = {nDescriptor, POLLIN, 0};
-        const int nReady = nLeft > 0 ? ::poll(&oPoll, 1, static_cast<int>(nLeft)) : 0;
-        if (nReady < 0 && errno == EINTR)
-            continue;
-        if (nReady <= 0)
-            return false;
+    sPipe oOutput;
+    sPipe oErrors;
+    sStart oStart;
+    oStart.nOutput = oOutput.oWrite.Get();
+    oStart.nErrors = eWhere == eErrorsApart ? oErrors.oWrite.Get() : oOutput.oWrite.Get();
+    oStart.fnInChild = fnInChild;
+    const pid_t nProcess = StartProgram(oProgram, oStart);
+    oOutput.oWrite.Set(-1);
+    oErrors.oWrite.Set(-1);
 
-        char szPart[4096];
-        const ssize_t nRead = ::read(nDescriptor, szPart, sizeof(szPart));
-        if (nRead <= 0)
-            return true;
-        sOutput.append(szPart, static_cast<std::size_t>(nRead));
-    }
-}
-} // namespace
-
-sChildResult RunProgram(const std::vector<std::string>& aCommand)
-{
-    int aPipe[2];
-    if (::pipe2(aPipe, O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
-
-    std::vector<char*> aArguments;
-    for (const std::string& sArgument : aCommand)
-        aArguments.push_back(const_cast<char*>(sArgument.c_str()));
-    aArguments.push_back(nullptr);
-
-    const pid_t nChild = ::fork();
-    if (nChild < 0)
-        throw std::runtime_error("no child process");
-    if (nChild == 0)
-    {
-        ::dup2(aPipe[1], STDOUT_FILENO);
-        ::dup2(aPipe[1], STDERR_FILENO);
-        // A child that ends in the middle of things leaves memory behind: not a leak of the library.
-        ::setenv("LSAN_OPTIONS", "detect_leaks=0", 1);
-        ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
-        ::execv(aArguments[0], aArguments.data());
-        ::_exit(98);
-    }
-
-    ::close(aPipe[1]);
-    sChildResult oResult = {-1, ""};
-    if (!ReadAll(aPipe[0], oResult.sOutput))
+    sChildResult oResult = {-1, "", ""};
+    if (!ReadBoth(oOutput, oErrors, oResult))
     {
         oResult.sOutput += "\n<deadline passed>";
-        ::kill(nChild, SIGKILL);
+        ::kill(nProcess, SIGKILL);
     }
-    ::close(aPipe[0]);
-
-    int nStatus = 0;
-    while (::waitpid(nChild, &nStatus, 0) < 0 && errno == EINTR)
-    {
-    }
-    if (WIFEXITED(nStatus))
-        oResult.nExitCode = WEXITSTATUS(nStatus);
+    oResult.nExitCode = WaitForExitCode(nProcess);
     return oResult;
 }

@@ -1,57 +1,22 @@
 #include "Support/TOVObservedChild.h"
-#include "Support/TOVTestSupport.h"
+#include "Support/Posix/TOVPseudoTerminal.h"
 
 #include <array>
-#include <cerrno>
-#include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
+#include <memory>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/ptrace.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <termios.h>
-#include <unistd.h>
 
 namespace
 {
 const char QUESTION_PROMPT[] = "[y]es, [n]o, [c]ancel? ";
 const char ERROR_PROMPT[] = "[Enter] ";
-
-// One open descriptor.
-class CDescriptor
-{
-public:
-    explicit CDescriptor(int nDescriptor = -1) : m_nDescriptor(nDescriptor) {}
-
-    ~CDescriptor() { Close(); }
-
-    CDescriptor(const CDescriptor&) = delete;
-    CDescriptor& operator=(const CDescriptor&) = delete;
-
-    void Set(int nDescriptor) { m_nDescriptor = nDescriptor; }
-
-    void Close()
-    {
-        if (m_nDescriptor >= 0)
-            ::close(m_nDescriptor);
-        m_nDescriptor = -1;
-    }
-
-    int Get() const { return m_nDescriptor; }
-
-private:
-    int m_nDescriptor;
-};
-
-// What the parent and the child hold of their connections.
-struct sEnds
-{
-    CDescriptor oParent;
-    CDescriptor oChild;
-};
+constexpr std::size_t LARGEST_PACKET = 1 << 18;
 
 class CObserver
 {
@@ -60,13 +25,13 @@ public:
     {
         m_oResult.nExitCode = -1;
         OpenTerminal();
-        OpenOutput();
-        Start(ChildCommand(sScenario, oHow.aArguments));
+        OpenErrors();
+        Start(ScenarioProgram(sScenario, oHow.aArguments));
     }
 
     sObservedChild Run()
     {
-        const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+        const auto oDeadline = std::chrono::steady_clock::now() + CHILD_DEADLINE;
         while (!HasEnded())
         {
             Hear(20);
@@ -86,71 +51,46 @@ public:
     }
 
 private:
-    // The terminal as a program sees it, but plain: no echo, and line ends stay as they are.
+    // The terminal as a program sees it, but plain: no echo, and line ends stay as they are. It stays open here, too.
     void OpenTerminal()
     {
         if (m_oHow.aAnswers.empty())
             return;
-        m_oTerminal.oParent.Set(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
-        if (m_oTerminal.oParent.Get() < 0 || ::grantpt(m_oTerminal.oParent.Get()) != 0 ||
-            ::unlockpt(m_oTerminal.oParent.Get()) != 0)
-            throw std::runtime_error("no pseudo-terminal");
-        m_sTerminal = ::ptsname(m_oTerminal.oParent.Get());
-        m_oTerminal.oChild.Set(::open(m_sTerminal.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+        m_pTerminal = std::make_unique<CPseudoTerminal>();
+        m_oTerminalOfChild.Set(::open(m_pTerminal->Name().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
 
         termios oSettings;
-        ::tcgetattr(m_oTerminal.oChild.Get(), &oSettings);
+        ::tcgetattr(m_oTerminalOfChild.Get(), &oSettings);
         oSettings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
         oSettings.c_oflag &= ~static_cast<tcflag_t>(OPOST);
-        ::tcsetattr(m_oTerminal.oChild.Get(), TCSANOW, &oSettings);
+        ::tcsetattr(m_oTerminalOfChild.Get(), TCSANOW, &oSettings);
     }
 
     // A socket of packets for standard error: each piece arrives as it was written.
-    void OpenOutput()
+    void OpenErrors()
     {
-        int aPipe[2];
         int aSockets[2];
-        if (::pipe2(aPipe, O_CLOEXEC) != 0 || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, aSockets) != 0)
-            throw std::runtime_error("no pipe");
-        m_oOutput.oParent.Set(aPipe[0]);
-        m_oOutput.oChild.Set(aPipe[1]);
-        m_oErrors.oParent.Set(aSockets[0]);
-        m_oErrors.oChild.Set(aSockets[1]);
+        if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, aSockets) != 0)
+            throw std::runtime_error("no socket");
+        m_oErrors.Set(aSockets[0]);
+        m_oErrorsOfChild.Set(aSockets[1]);
     }
 
-    void Start(const std::vector<std::string>& aCommand)
+    void Start(const sProgram& oProgram)
     {
-        std::vector<char*> aArguments;
-        for (const std::string& sArgument : aCommand)
-            aArguments.push_back(const_cast<char*>(sArgument.c_str()));
-        aArguments.push_back(nullptr);
-
-        m_nChild = ::fork();
-        if (m_nChild < 0)
-            throw std::runtime_error("no child process");
-        if (m_nChild == 0)
-            BecomeChild(aArguments.data());
-        m_oOutput.oChild.Close();
-        m_oErrors.oChild.Close();
-    }
-
-    [[noreturn]] void BecomeChild(char** aszArguments)
-    {
-        // Cut off from our terminal, the child takes the first one that it opens for its controlling terminal.
-        ::setsid();
-        if (!m_sTerminal.empty())
-            static_cast<void>(::open(m_sTerminal.c_str(), O_RDWR | O_CLOEXEC));
-        const int nNull = ::open("/dev/null", O_RDONLY);
-        ::dup2(nNull, STDIN_FILENO);
-        ::dup2(m_oOutput.oChild.Get(), STDOUT_FILENO);
-        ::dup2(m_oErrors.oChild.Get(), STDERR_FILENO);
-        // A child that ends in the middle of things leaves memory behind, and a leak check refuses to run when traced.
-        ::setenv("LSAN_OPTIONS", "detect_leaks=0", 1);
-        ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+        const CDescriptor oNull(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        sStart oStart;
+        oStart.nInput = oNull.Get();
+        oStart.nOutput = m_oOutput.oWrite.Get();
+        oStart.nErrors = m_oErrorsOfChild.Get();
+        oStart.bOwnSession = true;
+        if (m_pTerminal)
+            oStart.sTerminal = m_pTerminal->Name();
         if (m_oHow.bDebugger)
-            ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-        ::execv(aszArguments[0], aszArguments);
-        ::_exit(98);
+            oStart.fnInChild = [] { ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr); };
+        m_nChild = StartProgram(oProgram, oStart);
+        m_oOutput.oWrite.Set(-1);
+        m_oErrorsOfChild.Set(-1);
     }
 
     // Lets a stopped child go on; true once it has ended.
@@ -166,47 +106,46 @@ private:
             ::ptrace(PTRACE_CONT, m_nChild, nullptr, nSignal);
             return false;
         }
-        if (WIFEXITED(nStatus))
-            m_oResult.nExitCode = WEXITSTATUS(nStatus);
+        m_oResult.nExitCode = ExitCodeOf(nStatus);
         return true;
     }
 
     // Takes in what the child has said; false if that was nothing.
     bool Hear(int nMilliseconds)
     {
-        std::array<pollfd, 3> aPolls = {pollfd{m_oOutput.oParent.Get(), POLLIN, 0},
-                                        pollfd{m_oErrors.oParent.Get(), POLLIN, 0},
-                                        pollfd{m_oTerminal.oParent.Get(), POLLIN, 0}};
+        std::array<pollfd, 3> aPolls = {pollfd{m_oOutput.oRead.Get(), POLLIN, 0}, pollfd{m_oErrors.Get(), POLLIN, 0},
+                                        pollfd{m_pTerminal ? m_pTerminal->Descriptor() : -1, POLLIN, 0}};
         if (::poll(aPolls.data(), aPolls.size(), nMilliseconds) <= 0)
             return false;
 
-        std::vector<char> aPart(1 << 18);
         bool bHeard = false;
         for (const pollfd& oPoll : aPolls)
         {
             if (oPoll.revents == 0)
                 continue;
-            const ssize_t nRead = ::read(oPoll.fd, aPart.data(), aPart.size());
-            bHeard = bHeard || nRead > 0;
-            Take(oPoll.fd, nRead > 0 ? std::string(aPart.data(), static_cast<std::size_t>(nRead)) : std::string());
+            std::string sPart;
+            ReadSome(oPoll.fd, sPart, LARGEST_PACKET);
+            bHeard = bHeard || !sPart.empty();
+            Take(oPoll.fd, sPart);
         }
         return bHeard;
     }
 
+    // An empty part is the end.
     void Take(int nDescriptor, const std::string& sPart)
     {
-        if (nDescriptor == m_oOutput.oParent.Get())
+        if (nDescriptor == m_oOutput.oRead.Get())
         {
             m_oResult.sOutput += sPart;
             if (sPart.empty())
-                m_oOutput.oParent.Close();
+                m_oOutput.oRead.Set(-1);
         }
-        else if (nDescriptor == m_oErrors.oParent.Get())
+        else if (nDescriptor == m_oErrors.Get())
         {
             if (!sPart.empty())
                 m_oResult.aDebuggerTexts.push_back(sPart);
             else
-                m_oErrors.oParent.Close();
+                m_oErrors.Set(-1);
         }
         else
         {
@@ -253,7 +192,7 @@ private:
             sTyped = "c\n";
         else if (eAnswer == eUserOther)
             sTyped = "\x04"; // end of input
-        if (::write(m_oTerminal.oParent.Get(), sTyped.data(), sTyped.size()) < 0)
+        if (!m_pTerminal->Press(sTyped))
             m_oResult.sOutput += "\n<the user could not answer>";
     }
 
@@ -262,11 +201,12 @@ private:
     pid_t m_nChild;
     std::size_t m_nAnswers; // given so far; a box beyond them is to be answered when it is time
     std::chrono::steady_clock::time_point m_oTimeToAnswer;
-    std::string m_sTerminal;
     std::string m_sShown;
-    sEnds m_oTerminal;
-    sEnds m_oOutput;
-    sEnds m_oErrors;
+    std::unique_ptr<CPseudoTerminal> m_pTerminal; // none where there is no user
+    CDescriptor m_oTerminalOfChild;
+    sPipe m_oOutput;
+    CDescriptor m_oErrors;
+    CDescriptor m_oErrorsOfChild;
 };
 } // namespace
 

@@ -1,19 +1,11 @@
 #include "Support/TOVObservedChild.h"
-#include "Support/TOVChildProcess.h"
+#include "Support/Windows/TOVStartedProgram.h"
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
-#include <mutex>
-#include <stdexcept>
-#include <thread>
-#include <windows.h>
 
 namespace
 {
-const int DEADLINE_MILLISECONDS = 120000;
-const DWORD FAILED = 0xC0DE0000u;
-
 std::string TextOf(HWND hWindow)
 {
     char szText[8192] = "";
@@ -43,13 +35,13 @@ BOOL CALLBACK IsBoxOfProcess(HWND hWindow, LPARAM lSearch)
     ::GetWindowThreadProcessId(hWindow, &dwOwner);
     if (dwOwner == oSearch.dwProcess && ::IsWindowVisible(hWindow) && ClassOf(hWindow) == "#32770")
         oSearch.hFound = hWindow;
-    return oSearch.hFound == NULL;
+    return oSearch.hFound == nullptr;
 }
 
-// The message box that a process shows now, or NULL.
+// The message box that a process shows now, or null.
 HWND FindBox(DWORD dwProcess)
 {
-    sSearch oSearch = {dwProcess, NULL};
+    sSearch oSearch = {dwProcess, nullptr};
     ::EnumWindows(&IsBoxOfProcess, reinterpret_cast<LPARAM>(&oSearch));
     return oSearch.hFound;
 }
@@ -99,51 +91,11 @@ WPARAM ButtonOf(eUserAnswer eAnswer, const sShownBox& oBox)
     return eAnswer == eUserCancel ? IDCANCEL : IDRETRY;
 }
 
-// What comes out of a pipe, read on a thread of its own until its other end is closed.
-class COutput
-{
-public:
-    explicit COutput(HANDLE hRead) : m_hRead(hRead), m_oThread([this] { Read(); }) {}
-
-    // All of it, once the process has ended.
-    std::string Finish()
-    {
-        m_oThread.join();
-        return SoFar();
-    }
-
-    // Text files end their lines in their own way here.
-    std::string SoFar()
-    {
-        const std::lock_guard<std::mutex> oGuard(m_oMutex);
-        std::string sText = m_sText;
-        sText.erase(std::remove(sText.begin(), sText.end(), '\r'), sText.end());
-        return sText;
-    }
-
-private:
-    void Read()
-    {
-        char szPart[4096];
-        DWORD dwRead = 0;
-        while (::ReadFile(m_hRead, szPart, sizeof(szPart), &dwRead, NULL) && dwRead > 0)
-        {
-            const std::lock_guard<std::mutex> oGuard(m_oMutex);
-            m_sText.append(szPart, dwRead);
-        }
-    }
-
-    const HANDLE m_hRead;
-    std::mutex m_oMutex;
-    std::string m_sText;
-    std::thread m_oThread; // last, since it uses the others at once
-};
-
 // Watches for the boxes of a process on a thread of its own and answers them.
 class CUser
 {
 public:
-    CUser(DWORD dwProcess, const std::vector<eUserAnswer>& aAnswers, COutput& oOutput)
+    CUser(DWORD dwProcess, const std::vector<eUserAnswer>& aAnswers, COutputPipe& oOutput)
         : m_dwProcess(dwProcess), m_aAnswers(aAnswers), m_oOutput(oOutput), m_bEnd(false),
           m_oThread([this] { Watch(); })
     {
@@ -183,16 +135,17 @@ private:
 
     const DWORD m_dwProcess;
     const std::vector<eUserAnswer> m_aAnswers;
-    COutput& m_oOutput;
+    COutputPipe& m_oOutput;
     std::vector<sShownBox> m_aBoxes;
     std::atomic<bool> m_bEnd;
     std::thread m_oThread; // last, since it uses the others at once
 };
 
-// The debugger's loop: lets the process go on after each event, and keeps the texts. Gives the exit code.
-DWORD Debug(const PROCESS_INFORMATION& oProcess, std::vector<std::string>& aTexts)
+// The debugger's loop: lets the process go on after each event, and keeps the texts. Returns false if the deadline
+// passes before the process ends.
+bool Debug(const CStartedProgram& oProgram, std::vector<std::string>& aTexts)
 {
-    const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(DEADLINE_MILLISECONDS);
+    const auto oDeadline = std::chrono::steady_clock::now() + CHILD_DEADLINE;
     while (std::chrono::steady_clock::now() < oDeadline)
     {
         DEBUG_EVENT oEvent = {};
@@ -205,7 +158,7 @@ DWORD Debug(const PROCESS_INFORMATION& oProcess, std::vector<std::string>& aText
             const OUTPUT_DEBUG_STRING_INFO& oText = oEvent.u.DebugString;
             std::vector<char> aText(oText.nDebugStringLength + 1u, '\0');
             SIZE_T nRead = 0;
-            ::ReadProcessMemory(oProcess.hProcess, oText.lpDebugStringData, aText.data(), oText.nDebugStringLength,
+            ::ReadProcessMemory(oProgram.Process(), oText.lpDebugStringData, aText.data(), oText.nDebugStringLength,
                                 &nRead);
             aTexts.push_back(oText.fUnicode ? "<wide text>" : aText.data());
         }
@@ -218,67 +171,28 @@ DWORD Debug(const PROCESS_INFORMATION& oProcess, std::vector<std::string>& aText
             ::CloseHandle(oEvent.u.LoadDll.hFile);
 
         const bool bEnded = oEvent.dwDebugEventCode == EXIT_PROCESS_DEBUG_EVENT;
-        const DWORD dwExitCode = oEvent.u.ExitProcess.dwExitCode;
         ::ContinueDebugEvent(oEvent.dwProcessId, oEvent.dwThreadId, dwReaction);
         if (bEnded)
-            return dwExitCode;
+            return true;
     }
-    ::TerminateProcess(oProcess.hProcess, FAILED);
-    return FAILED;
-}
-
-DWORD WaitForEnd(const PROCESS_INFORMATION& oProcess)
-{
-    DWORD dwExitCode = FAILED;
-    if (::WaitForSingleObject(oProcess.hProcess, DEADLINE_MILLISECONDS) != WAIT_OBJECT_0)
-        ::TerminateProcess(oProcess.hProcess, FAILED);
-    else
-        ::GetExitCodeProcess(oProcess.hProcess, &dwExitCode);
-    return dwExitCode;
-}
-
-std::string CommandLine(const std::vector<std::string>& aCommand)
-{
-    std::string sCommandLine;
-    for (const std::string& sArgument : aCommand)
-        sCommandLine += (sCommandLine.empty() ? "\"" : " \"") + sArgument + "\"";
-    return sCommandLine;
+    return false;
 }
 } // namespace
 
 sObservedChild RunObserved(const std::string& sScenario, const sObservation& oHow)
 {
-    SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), NULL, TRUE};
-    HANDLE hRead = NULL;
-    HANDLE hWrite = NULL;
-    if (!::CreatePipe(&hRead, &hWrite, &oInherited, 0))
-        throw std::runtime_error("no pipe");
-    ::SetHandleInformation(hRead, HANDLE_FLAG_INHERIT, 0);
-
-    STARTUPINFOA oStartup = {};
-    oStartup.cb = sizeof(oStartup);
-    oStartup.dwFlags = STARTF_USESTDHANDLES;
-    oStartup.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
-    oStartup.hStdOutput = hWrite;
-    oStartup.hStdError = hWrite;
-    PROCESS_INFORMATION oProcess = {};
-    std::string sCommandLine = CommandLine(ChildCommand(sScenario, oHow.aArguments));
-    if (!::CreateProcessA(NULL, &sCommandLine[0], NULL, NULL, TRUE, oHow.bDebugger ? DEBUG_ONLY_THIS_PROCESS : 0, NULL,
-                          NULL, &oStartup, &oProcess))
-        throw std::runtime_error("no child process");
-    ::CloseHandle(hWrite);
+    COutputPipe oOutput;
+    CStartedProgram oProgram(ScenarioProgram(sScenario, oHow.aArguments), ::GetStdHandle(STD_INPUT_HANDLE),
+                             oOutput.ForProgram(), oOutput.ForProgram(), oHow.bDebugger ? DEBUG_ONLY_THIS_PROCESS : 0);
+    oOutput.StartReading();
 
     sObservedChild oResult = {-1, "", {}, {}};
-    COutput oOutput(hRead);
-    CUser oUser(oProcess.dwProcessId, oHow.aAnswers, oOutput);
-    const DWORD dwExitCode = oHow.bDebugger ? Debug(oProcess, oResult.aDebuggerTexts) : WaitForEnd(oProcess);
+    CUser oUser(oProgram.ProcessId(), oHow.aAnswers, oOutput);
+    if (oHow.bDebugger && !Debug(oProgram, oResult.aDebuggerTexts))
+        oProgram.Kill();
+    oProgram.WaitForEnd();
+    oResult.nExitCode = oProgram.ExitCode();
     oResult.aBoxes = oUser.Leave();
     oResult.sOutput = oOutput.Finish();
-    if (dwExitCode != FAILED)
-        oResult.nExitCode = static_cast<int>(dwExitCode & 0xff);
-
-    ::CloseHandle(hRead);
-    ::CloseHandle(oProcess.hThread);
-    ::CloseHandle(oProcess.hProcess);
     return oResult;
 }

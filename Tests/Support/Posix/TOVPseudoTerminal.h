@@ -1,0 +1,24 @@
+// A pseudo-terminal, from the user's side.
+#pragma once
+
+#include "Support/Posix/TOVStartedProgram.h"
+
+class CPseudoTerminal
+{
+public:
+    // Throws std::runtime_error if the system has none to give.
+    CPseudoTerminal();
+
+    // The name under which a program opens its side.
+    const std::string& Name() const { return m_sName; }
+
+    // What the program writes can be read from this, until no process has its side open any more.
+    int Descriptor() const { return m_oUser.Get(); }
+
+    // Presses these keys. Returns false if the terminal does not take them.
+    bool Press(const std::string& sKeys);
+
+private:
+    CDescriptor m_oUser;
+    std::string m_sName;
+};
