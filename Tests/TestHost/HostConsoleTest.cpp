@@ -5,7 +5,7 @@ TEST(HostConsoleTest, ShowsASuiteOnALineAndWhatTheCasesSay)
 {
     EXPECT_EQ("ok     Words: 2 cases (TIME)\n"
               "ok     Numbers.adds (TIME)\n"
-              "       Tests/TestHostSuites/Passing.cpp:17: warning: adds slowly\n"
+              "       Tests/Programs/SuitesPassing.cpp:17: warning: adds slowly\n"
               "printed by a case\n"
               "ok     Numbers: 2 cases, 1 warning (TIME)\n"
               "ok     Nothing: 0 cases (TIME)\n"
@@ -26,7 +26,7 @@ TEST(HostConsoleTest, ShowsEveryCaseWhenAsked)
 
 TEST(HostConsoleTest, ShowsExpressionsAndBothValuesOfFailedChecks)
 {
-    const std::string sFile = "       Tests/TestHostSuites/Failing.cpp:";
+    const std::string sFile = "       Tests/Programs/SuitesFailing.cpp:";
     const std::string sOutput = RunSuites("SuitesFailing").sOutput;
 
     EXPECT_TRUE(Contains(sOutput, "FAILED Failing.boolean (TIME)\n" + sFile +
@@ -60,7 +60,7 @@ TEST(HostConsoleTest, ShowsExpressionsAndBothValuesOfFailedChecks)
 
 TEST(HostConsoleTest, ShowsWhatWasThrownAndWhatWasSaidByHand)
 {
-    const std::string sFile = "       Tests/TestHostSuites/Failing.cpp:";
+    const std::string sFile = "       Tests/Programs/SuitesFailing.cpp:";
     const std::string sOutput = RunSuites("SuitesFailing").sOutput;
 
     EXPECT_TRUE(Contains(sOutput, "FAILED Failing.throwing (TIME)\n" + sFile +
@@ -92,7 +92,7 @@ TEST(HostConsoleTest, EscapesWhatDoesNotPrint)
 
 TEST(HostConsoleTest, CountsChecksAroundACaseAsTheCases)
 {
-    const std::string sFile = "       Tests/TestHostSuites/Failing.cpp:";
+    const std::string sFile = "       Tests/Programs/SuitesFailing.cpp:";
 
     EXPECT_EQ("FAILED Around.second (TIME)\n" + sFile +
                   "51: s_nCase++ != 1\n"

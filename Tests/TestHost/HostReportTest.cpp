@@ -19,17 +19,16 @@ TEST(HostJUnitTest, HasSuitesAndCasesWithTheirPlaces)
     EXPECT_EQ(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<testsuites tests=\"2\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"TIME\">\n"
-        "  <testsuite name=\"Words\" id=\"0\" file=\"Tests/TestHostSuites/Passing.cpp\" timestamp=\"TIME\" tests=\"1\" "
+        "  <testsuite name=\"Words\" id=\"0\" file=\"Tests/Programs/SuitesPassing.cpp\" timestamp=\"TIME\" tests=\"1\" "
         "failures=\"0\" errors=\"0\" skipped=\"0\" time=\"TIME\">\n"
-        "    <testcase name=\"joins\" classname=\"Words\" file=\"Tests/TestHostSuites/Passing.cpp\" line=\"33\" "
+        "    <testcase name=\"joins\" classname=\"Words\" file=\"Tests/Programs/SuitesPassing.cpp\" line=\"33\" "
         "time=\"TIME\"/>\n"
         "  </testsuite>\n"
-        "  <testsuite name=\"Numbers\" id=\"1\" file=\"Tests/TestHostSuites/Passing.cpp\" timestamp=\"TIME\" "
-        "tests=\"1\" "
-        "failures=\"0\" errors=\"0\" skipped=\"0\" time=\"TIME\">\n"
-        "    <testcase name=\"adds\" classname=\"Numbers\" file=\"Tests/TestHostSuites/Passing.cpp\" line=\"36\" "
+        "  <testsuite name=\"Numbers\" id=\"1\" file=\"Tests/Programs/SuitesPassing.cpp\" timestamp=\"TIME\" "
+        "tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"TIME\">\n"
+        "    <testcase name=\"adds\" classname=\"Numbers\" file=\"Tests/Programs/SuitesPassing.cpp\" line=\"36\" "
         "time=\"TIME\">\n"
-        "      <system-out>Tests/TestHostSuites/Passing.cpp:17: warning: adds slowly\n"
+        "      <system-out>Tests/Programs/SuitesPassing.cpp:17: warning: adds slowly\n"
         "</system-out>\n"
         "    </testcase>\n"
         "  </testsuite>\n"
@@ -43,10 +42,10 @@ TEST(HostJUnitTest, HasOneElementForTheFailedChecksOfACase)
 
     EXPECT_TRUE(Contains(sReport, "<testsuites tests=\"1\" failures=\"1\" errors=\"0\" skipped=\"0\" "));
     EXPECT_TRUE(Contains(sReport, "      <failure message=\"1 + 1 == 3\" type=\"FailedAssertEquals\">"
-                                  "Tests/TestHostSuites/Failing.cpp:14: 1 + 1 == 3\n"
+                                  "Tests/Programs/SuitesFailing.cpp:14: 1 + 1 == 3\n"
                                   "    actual:   2\n"
                                   "    expected: 3\n"
-                                  "Tests/TestHostSuites/Failing.cpp:15: 'a'"))
+                                  "Tests/Programs/SuitesFailing.cpp:15: 'a'"))
         << sReport;
 }
 
@@ -80,7 +79,7 @@ TEST(HostHtmlTest, HasSuitesCasesAndWhatTheySaid)
     EXPECT_TRUE(Contains(sReport, "<li class=\"passed\"><b>passes</b> <span>TIME</span></li>\n"));
     EXPECT_TRUE(Contains(sReport,
                          "<li class=\"failed\"><b>order</b> <span>TIME</span><pre>"
-                         "Tests/TestHostSuites/Failing.cpp:19: 5 &lt; 4\n    actual: 5\n    limit:  4\n</pre>"));
+                         "Tests/Programs/SuitesFailing.cpp:19: 5 &lt; 4\n    actual: 5\n    limit:  4\n</pre>"));
     EXPECT_TRUE(EndsWith(sReport, "</html>\n"));
 }
 

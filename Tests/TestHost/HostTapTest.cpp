@@ -54,7 +54,7 @@ TEST(HostTapTest, HasALineForEachCase)
               "1..2\n"
               "ok 1 - Words.joins\n"
               "ok 2 - Numbers.adds\n"
-              "# Tests/TestHostSuites/Passing.cpp:17: warning: adds slowly\n",
+              "# Tests/Programs/SuitesPassing.cpp:17: warning: adds slowly\n",
               RunSuites("SuitesPassing", {"--tap", "--filter", "Numbers.adds", "--filter", "*joins"}).sOutput);
 }
 
@@ -77,7 +77,7 @@ TEST(HostTapTest, HasFailuresAsDiagnostics)
     EXPECT_EQ("TAP version 13\n"
               "1..1\n"
               "not ok 1 - Failing.order\n"
-              "# Tests/TestHostSuites/Failing.cpp:19: 5 < 4\n"
+              "# Tests/Programs/SuitesFailing.cpp:19: 5 < 4\n"
               "#     actual: 5\n"
               "#     limit:  4\n",
               RunSuites("SuitesFailing", {"--tap", "--filter", "Failing.order"}).sOutput);

@@ -1,4 +1,4 @@
-#include "ForeignHost.h"
+#include "Programs/ForeignHost.h"
 
 static int s_nCalls = 0;
 static TOVTest::CTOVTestListener s_oListener;

@@ -2,7 +2,7 @@
 #include "Support/TOVTestSupport.h"
 #include "Test/TOVTestInstruments.h"
 
-#include "ForeignHost.h"
+#include "Programs/ForeignHost.h"
 
 #include <Test/TOVTestDynamicSingleton.h>
 #include <Test/TOVTestListener.h>
