@@ -1,4 +1,4 @@
-// A file of more than two gigabytes.
+// A file of more than two gigabytes is read whole.
 #include "Catalog/CatalogFiles.h"
 #include "Catalog/CatalogInstruments.h"
 
@@ -24,7 +24,7 @@ TEST_F(CCatalogBigFileTest, IsReadToItsEndWithoutAWordOfProgress)
               Read("c.cat"));
     EXPECT_EQ("1 file, 2147483656 bytes: catalogued", Summary(oRun));
 
-    // This took long, but nobody sits in front of a pipe.
+    // This took long, but a pipe has no user who would want to see progress.
     EXPECT_EQ("", oRun.sErrors);
     EXPECT_EQ(1u, Lines(oRun.sOutput).size());
     EXPECT_EQ(std::string::npos, oRun.sOutput.find('\r'));

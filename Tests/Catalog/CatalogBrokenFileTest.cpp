@@ -1,4 +1,4 @@
-// Catalogues that are none, are damaged or come from a later program.
+// Files that are no catalogues, damaged catalogues, and those of a later program.
 #include "Catalog/CatalogInstruments.h"
 
 namespace
@@ -10,7 +10,7 @@ class CCatalogBrokenFileTest : public CCatalogTest
 protected:
     CCatalogBrokenFileTest() { Write("tree/a", "hello\n"); }
 
-    // Agrees with the tree, and holds one of everything.
+    // A catalogue that agrees with the tree and holds one of everything.
     static std::string Good() { return CatalogVersion3({"tree"}, {"*"}, {{0, "a", 6, 0x363a3020}}); }
 
     testing::AssertionResult Refuses(const char* szCommand, const std::string& sBytes,
@@ -26,7 +26,7 @@ protected:
         return oListed ? Refuses("verify", sBytes, sPart) : oListed;
     }
 
-    // Good() but for these bytes at this place, with a checksum that covers them.
+    // Good() with these bytes in the place of its own, and with a checksum that covers them.
     static std::string Patched(std::size_t nAt, const std::string& sBytes)
     {
         std::string sAll = Good();
@@ -34,7 +34,7 @@ protected:
         return Sealed(sAll.replace(nAt, sBytes.size(), sBytes));
     }
 
-    // Where something stands in Good().
+    // The position of a text in Good().
     enum ePlace
     {
         ePlaceVersion = 8,
@@ -91,7 +91,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhenMoreFollows)
     for (const std::string& sMore : {std::string(1, '\0'), std::string(4, '\0'), std::string("x"), Good()})
         EXPECT_TRUE(BothRefuse(Good() + sMore)) << sMore.size() << " bytes";
 
-    // Also with a checksum behind it.
+    // The same with a checksum after it.
     EXPECT_TRUE(BothRefuse(Sealed(Good())));
     EXPECT_TRUE(BothRefuse(SealedOfVersion2(Good())));
     EXPECT_TRUE(BothRefuse(Sealed(Good().substr(0, Good().size() - 4) + "more")));

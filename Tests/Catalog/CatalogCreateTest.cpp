@@ -1,4 +1,4 @@
-// What create takes into a catalogue and how it writes it.
+// What create takes into a catalogue, and how it writes the catalogue.
 #include "Catalog/CatalogInstruments.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace
 class CCatalogCreateTest : public CCatalogTest
 {
 protected:
-    // Names alone, sorted.
+    // The names alone, sorted.
     tNames ListedNames() const
     {
         tNames aNames = Listed();
@@ -20,7 +20,7 @@ protected:
         return aNames;
     }
 
-    // A catalogue of the tree with these further arguments, by its names.
+    // The names in a catalogue of the tree that is made with these further arguments.
     tNames NamesWith(const std::vector<std::string>& aFurther)
     {
         std::vector<std::string> aArguments = {"c.cat", "tree"};
@@ -238,7 +238,7 @@ TEST_F(CCatalogCreateTest, LeavesTheCatalogueItselfOut)
         SCOPED_TRACE(oCase.sCatalog + " " + oCase.sDirectory);
         Create({oCase.sCatalog, oCase.sDirectory});
         EXPECT_EQ(2u, Listed(oCase.sCatalog).size());
-        // Now it stands there from the start.
+        // The catalogue stands there from the start this time.
         Create({oCase.sCatalog, oCase.sDirectory});
         EXPECT_EQ(2u, Listed(oCase.sCatalog).size());
 

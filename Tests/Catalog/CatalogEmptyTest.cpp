@@ -1,4 +1,4 @@
-// Catalogues of nothing, which would agree with everything.
+// Catalogues without a directory or a file would agree with everything.
 #include "Catalog/CatalogInstruments.h"
 
 namespace

@@ -16,7 +16,7 @@ protected:
         Write("c.cat", EXISTING);
     }
 
-    // Enough to read for far longer than any test takes.
+    // The tree takes far longer to read than any test takes.
     void WriteBigFile() { WriteSparseFile(Path("tree/big"), 30000000000, ""); }
 
     void ExpectThatTheNextOneSucceeds()

@@ -38,7 +38,7 @@ protected:
         return nStatus;
     }
 
-    // Never says 0 of a part. Returns how many entries are read until all have been seen.
+    // Expects that create reports success only with all files. Returns how many entries that takes.
     unsigned long ExpectNoPartInSilence(long lFiles)
     {
         for (unsigned long ulGood = 0; ulGood < 200; ++ulGood)

@@ -1,14 +1,14 @@
-// Files as tests need them and the standard library does not make them.
+// Files that the tests need and the standard library cannot make.
 #pragma once
 
 #include <string>
 
-// Makes a file of so many zero bytes and a tail behind them, which takes no room on the disk where the system has means
-// for that.
+// Makes a file of so many zero bytes with a tail after them. The zero bytes take no room on the disk if the file system
+// knows sparse files.
 void WriteSparseFile(const std::string& sPath, unsigned long long ullZeros, const std::string& sTail);
 
-// Leaves the file no more than its first bytes, also while another program reads it.
+// Cuts the file to this size, also while another program reads it.
 void CutFile(const std::string& sPath, long lSize);
 
-// One directory, if it is not there; its name may hold any byte that the system allows.
+// Makes one directory if it does not exist. Its name may hold any byte that the system allows.
 void MakeDirectoryOfBytes(const std::string& sPath);

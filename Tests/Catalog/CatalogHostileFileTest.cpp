@@ -1,4 +1,4 @@
-// Catalogues whose numbers promise more than there is, and names that nothing can have.
+// Catalogues whose numbers promise more than the file holds, and names that no file can have.
 #include "Catalog/CatalogInstruments.h"
 #include "Support/TOVAllocationCounter.h"
 

@@ -9,7 +9,7 @@ namespace
 {
 const std::uint32_t POLYNOMIAL = 0xEDB88320;
 
-// Polynomials over two elements, the lowest power in the highest bit.
+// Multiplies polynomials over the field of two elements. The lowest power has the highest bit.
 std::uint32_t MultiplyPolynomials(std::uint32_t nLeft, std::uint32_t nRight)
 {
     std::uint32_t nProduct = 0;
@@ -283,7 +283,7 @@ std::vector<std::string> CCatalogTest::Listed(const std::string& sCatalog) const
         aFiles.push_back(
             std::regex_match(sLine, oMatch, oFile) ? oMatch.str(1) + " " + oMatch.str(2) + " " + oMatch.str(3) : sLine);
     }
-    // The last line is the sum.
+    // The last line is the summary.
     if (!aFiles.empty())
         aFiles.pop_back();
     return aFiles;

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-// CRC-32 bit by bit, and for runs of zeros by calculation: independent of how the program computes it.
+// Computes CRC-32 in another way than the program does: bit by bit, and for runs of zero bytes by multiplication.
 class CReferenceCrc
 {
 public:
@@ -33,7 +33,7 @@ struct sCatalogFile
 std::string CatalogNumber(std::uint32_t nNumber);
 std::string CatalogText(const std::string& sText);
 
-// The bytes with the check value of a catalogue after them: of version 3, and their plain CRC-32 of version 2.
+// The bytes with the check value of a catalogue after them: that of version 3, and that of version 2, the plain CRC-32.
 std::string Sealed(const std::string& sBytes);
 std::string SealedOfVersion2(const std::string& sBytes);
 
@@ -45,16 +45,16 @@ std::string CatalogVersion1(const std::string& sDirectory, const std::vector<sCa
 
 std::vector<std::string> Lines(const std::string& sText);
 
-// Has exit status 2, says one clear line that holds the part, and nothing else.
+// Whether the run has exit status 2 and says one clear line that holds the part, and nothing else.
 testing::AssertionResult IsRefused(const sRun& oRun, const std::string& sPart);
 
-// The same, for runs that must not come to anything but may be told in more than one line.
+// Does the same for a run that may say more than one line, whatever they hold.
 testing::AssertionResult IsWrongUsage(const sRun& oRun);
 
-// What verify reported, as "changed tree/a.txt", sorted: everything but the summary.
+// What verify reported, sorted and without the summary, as "changed tree/a.txt".
 std::vector<std::string> Reports(const sRun& oRun);
 
-// The names of files that create could not read, sorted; any other line of standard error is there too, with a mark.
+// The names of files that create could not read, sorted. Any other line of standard error is among them, with a mark.
 std::vector<std::string> Unreadable(const sRun& oRun);
 
 // The last line of standard output, without its seconds and speed: "2 files, 10 bytes: catalogued".
@@ -64,11 +64,11 @@ std::string Summary(const sRun& oRun);
 class CCatalogTest : public testing::Test
 {
 protected:
-    // Full name of a thing in the folder.
+    // The full name of a file in the folder, and that of the folder.
     std::string Path(const std::string& sName) const;
     const std::string& Folder() const;
 
-    // Directories on the way are made. / is between them on every system.
+    // Names have / between their parts on every system. Write makes the directories that are missing.
     void Write(const std::string& sName, const std::string& sContents);
     void MakeDirectory(const std::string& sName);
     void Remove(const std::string& sName);
@@ -79,13 +79,13 @@ protected:
     sProgram Program(const std::vector<std::string>& aArguments) const;
     sRun Run(const std::vector<std::string>& aArguments) const;
 
-    // Names of what stands in the folder, sorted.
+    // The names of all that stands in the folder, sorted.
     std::vector<std::string> NamesInFolder() const;
 
     // Runs create, which must succeed.
     void Create(const std::vector<std::string>& aArguments);
 
-    // What list prints for files, as "363a3020 6 tree/a.txt", in its order. It must succeed.
+    // What list prints for the files, in its order, as "363a3020 6 tree/a.txt". The command must succeed.
     std::vector<std::string> Listed(const std::string& sCatalog = "c.cat") const;
 
 private:

@@ -1,4 +1,4 @@
-// A catalogue of an older format, beside the files that it tells of.
+// A catalogue of an older format, and the files that it lists.
 #pragma once
 
 #include "Catalog/CatalogInstruments.h"
@@ -18,10 +18,7 @@ protected:
         Write("c.cat", Sample());
     }
 
-    std::string Sample() const
-    {
-        return ReadWholeFile(PathBesideThisProgram("CatalogSamples/" + m_sSample));
-    }
+    std::string Sample() const { return ReadWholeFile(PathBesideThisProgram("CatalogSamples/" + m_sSample)); }
 
     static std::vector<sCatalogFile> Files()
     {

@@ -10,14 +10,14 @@ namespace
 class CCatalogTerminalTest : public CCatalogTest
 {
 protected:
-    // Takes far longer to read than any test takes.
+    // The file takes far longer to read than any test takes.
     CCatalogTerminalTest()
     {
         MakeDirectory("tree");
         WriteSparseFile(Path("tree/big"), 30000000000, "");
     }
 
-    // The megabytes done of a screen that shows the line of progress and nothing else; -1 for any other.
+    // The megabytes done that a screen tells with a line of progress and nothing else, or -1 for any other screen.
     static int MegabytesDone(const tNames& aScreen)
     {
         const std::regex oProgress("[0-9]+ of [0-9]+ files?, ([0-9]+) of 30000 MB, [0-9]+%, [0-9]+\\.[0-9] MB/s");

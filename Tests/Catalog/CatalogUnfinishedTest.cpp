@@ -46,7 +46,7 @@ TEST_F(CCatalogUnfinishedTest, LeavesFilesOfItsKindInTheCatalogue)
     EXPECT_EQ(0, Run({"verify", "tree/c.cat"}).nExitCode);
 }
 
-// As interrupted runs leave them.
+// Interrupted runs leave such files.
 TEST_F(CCatalogUnfinishedTest, IsRemovedByTheNextRun)
 {
     Write("tovcatalog-1.new", Good().substr(0, 20));

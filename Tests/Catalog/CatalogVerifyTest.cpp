@@ -54,7 +54,7 @@ TEST_F(CCatalogVerifyTest, FailsForASingleDifferenceOfAnyKind)
     const struct
     {
         const char* szName;
-        const char* szContents; // none: removed
+        const char* szContents; // null: the file is removed
         const char* szReport;
     } aCases[] = {
         {"tree/a.txt", "hellp", "changed tree/a.txt"},     // the last bit
@@ -86,7 +86,7 @@ TEST_F(CCatalogVerifyTest, FailsForASingleDifferenceOfAnyKind)
 
 TEST_F(CCatalogVerifyTest, ReportsAChangeThatKeepsTheChecksumButNotTheSize)
 {
-    // Four bytes behind any text bring its CRC-32 to any value; these do so for nothing at all.
+    // Four bytes after any text can bring its CRC-32 to any value; these do so for the empty text.
     const std::string sSameChecksum("\xFF\xFF\xFF\xFF", 4);
     ASSERT_EQ(0xFFFFFFFFu, Crc(sSameChecksum));
     Write("tree/a.txt", sSameChecksum);

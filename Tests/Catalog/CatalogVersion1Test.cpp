@@ -1,4 +1,4 @@
-// Catalogues of the older format. Data/version-1.cat is such a one; Data/make-version-1 has made it.
+// Catalogues of version 1. Data/version-1.cat is such a catalogue, made by Data/make-version-1.
 #include "Catalog/CatalogSample.h"
 
 namespace
@@ -63,7 +63,7 @@ TEST_F(CCatalogVersion1Test, IsRefusedWhenMoreFollows)
     EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
 }
 
-// It has no checksum: not every damage can be seen, but none does harm.
+// The format has no checksum, so that some damage goes unnoticed. It must do no harm.
 TEST_F(CCatalogVersion1Test, IsReadOrRefusedWhicheverByteIsInverted)
 {
     for (std::size_t nByte = 0; nByte < Sample().size(); ++nByte)

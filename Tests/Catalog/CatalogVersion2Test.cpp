@@ -1,4 +1,4 @@
-// Catalogues of version 2. Data/version-2.cat is such a one, which an earlier program has written.
+// Catalogues of version 2. Data/version-2.cat is such a catalogue, written by an earlier version of the program.
 #include "Catalog/CatalogSample.h"
 
 namespace

@@ -50,7 +50,7 @@ inline std::string WithoutTimes(const std::string& sText)
     return std::regex_replace(sText, s_oTime, "TIME");
 }
 
-// The lines of a text; what stands behind the last line end counts as a line with "<no end>" behind it.
+// The lines of a text. What stands after the last line end counts as a line too, with "<no end>" after it.
 inline tLines LinesOf(const std::string& sText)
 {
     tLines aLines;
@@ -85,8 +85,8 @@ template<class TListener> void LogTwiceFromOneList(TListener& oListener, const c
     va_end(pArguments);
 }
 
-// Threads that log at the same time, each its own texts "THREAD-NUMBER".
+// Starts threads that log at the same time, each its own texts "THREAD-NUMBER" with a tail.
 void LogFromThreads(int nThreads, int nLines, int nSeverity);
 
-// All these texts, sorted.
+// All texts that these threads log, sorted.
 tLines TextsOfThreads(int nThreads, int nLines);

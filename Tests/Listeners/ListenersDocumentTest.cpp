@@ -4,7 +4,7 @@
 
 namespace
 {
-// Only what the example itself logs, behind its positions.
+// What the example itself logs, without the positions in its source.
 tLines TextsOfExample(const std::string& sText)
 {
     tLines aTexts;

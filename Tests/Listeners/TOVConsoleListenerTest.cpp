@@ -15,7 +15,7 @@ eTOVConsoleStream StreamOf(const std::vector<std::string>& aArguments)
     return aArguments[0] == "output" ? eConsoleOutput : eConsoleError;
 }
 
-// Pipes carry the line ends of the system.
+// The text with \n alone as its line end; files have the line ends of the system.
 std::string Piped(std::string sText)
 {
     sText.erase(std::remove(sText.begin(), sText.end(), '\r'), sText.end());
@@ -23,7 +23,7 @@ std::string Piped(std::string sText)
 }
 } // namespace
 
-// Standard output goes to the file that is named second.
+// Standard output goes to the file that the second argument names.
 TOV_CHILD(LogsToAConsole)
 {
     if (aArguments.size() > 1 && std::freopen(aArguments[1].c_str(), "w", stdout) == nullptr)

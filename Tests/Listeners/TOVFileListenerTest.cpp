@@ -130,7 +130,7 @@ TEST_F(CTOVFileListenerTest, WritesLongLinesWhole)
     EXPECT_TRUE((PrintedInfos({sLong, "next"})) == Written());
 }
 
-// Sizes are the same on all systems.
+// Files have the same size on all systems.
 TEST_F(CTOVFileListenerTest, EndsLinesWithOneCharacter)
 {
     {

@@ -1,4 +1,4 @@
-// What stands in a listener's file when the process has ended, in each way in which it can.
+// What stands in a listener's file after the process has ended in each of the possible ways.
 #include "Listeners/ListenerInstruments.h"
 #include "Support/TOVObservedChild.h"
 
@@ -25,7 +25,7 @@ CTOVLineListener& MakeListener(const std::string& sKind, const std::string& sPat
     return *new CTOVFileListener(sPath.c_str());
 }
 
-// Ends the process without any clean-up, in the way of a program that reaches for what is not there.
+// Ends the process without any clean-up, by an access to memory that does not exist.
 void Crash()
 {
     volatile int* volatile pNothing = nullptr;
@@ -70,7 +70,7 @@ TEST_P(CTOVListenerEndTest, ANormalExitLosesNothing)
     EXPECT_EQ(PrintedInfos({"before", "at the exit"}), Written());
 }
 
-// The library takes its classes away when nothing of the application is left.
+// The library removes its classes after all of the application is gone.
 TEST_P(CTOVListenerEndTest, ANormalExitDoesNotLoseTheLibrarysLastLines)
 {
     EXPECT_EQ(0, RunChild("EndsNormally", {GetParam(), m_sPath}).nExitCode);

@@ -23,7 +23,7 @@ long CountInTable(ITOVLogListener& oListener)
     return std::count(aTable.begin(), aTable.end(), &oListener);
 }
 
-// A listener registered twice would keep the server's lock.
+// The server would keep its lock if the listener were registered twice.
 void ExpectAFreeLock()
 {
     CBlockableThread oOther([] { Log(200, "of another thread"); });
@@ -33,7 +33,7 @@ void ExpectAFreeLock()
         LeaveLockOf(CTOVDebugServer::Instance());
 }
 
-// A foreign listener, whose calls do what a test wants.
+// A listener from outside the family, whose calls do what a test wants.
 class CTOVListenerTest : public testing::Test
 {
 protected:

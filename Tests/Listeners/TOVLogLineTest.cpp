@@ -6,7 +6,7 @@ using namespace TOVDebug;
 
 namespace
 {
-// A moment of the local clock.
+// A moment of local time.
 std::chrono::system_clock::time_point Moment(int nHour, int nMilliseconds)
 {
     std::tm oLocal = {};

@@ -1,4 +1,4 @@
-// The listener in memory, and with it what all of them share: how an event becomes a line.
+// The listener in memory, and what all listeners share: how an event becomes a line.
 #include "Listeners/ListenerInstruments.h"
 
 #include <Listeners/TOVMemoryListener.h>
@@ -10,7 +10,7 @@ using namespace TOVDebug;
 
 namespace
 {
-// What a log line of this format reads like.
+// The text of a log line of this format.
 template<class... TArguments> std::string Formatted(const char* szFormat, TArguments... oArguments)
 {
     CTOVMemoryListener oMemory;

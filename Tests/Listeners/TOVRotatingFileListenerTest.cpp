@@ -10,7 +10,7 @@ using namespace TOVDebug;
 
 namespace
 {
-// Texts of one character, so that all lines have one size.
+// The texts have one character each, so that all lines have one size.
 class CTOVRotatingFileListenerTest : public testing::Test
 {
 protected:
@@ -29,7 +29,7 @@ protected:
         m_pFile->Register();
     }
 
-    // Logs each character, and ends.
+    // Logs each character, and destroys the listener, which closes its file.
     void LogEach(const std::string& sTexts)
     {
         for (const char cText : sTexts)
@@ -51,7 +51,7 @@ protected:
         return sTexts;
     }
 
-    // Of the current file and those behind it.
+    // Those of the current file and of the older ones.
     tLines AllTexts(int nFiles) const
     {
         tLines aTexts;
@@ -190,7 +190,7 @@ TEST_F(CTOVRotatingFileListenerTest, GoesOnInTheSameFileWhileItCannotBeMoved)
     m_pFile->Flush();
     EXPECT_EQ("abcde", Texts(0));
 
-    // As much again has been written with the next line.
+    // With the next line, the same number of bytes has been written again.
     std::filesystem::remove_all(m_sPath + ".1");
     std::filesystem::remove_all(m_sPath + ".2");
     LogEach("fg");

@@ -141,7 +141,7 @@ TEST(CTOVSeverityFilterTest, MayBeDestroyedInTheCallThatItPassesOn)
     EXPECT_EQ((tRecord{"A startup", "A log Folder/File.cpp(148) 200: 1", "A closedown"}), aRecord);
 }
 
-// An exception that came through would leave the server's lock taken.
+// If the exception came through, the server's lock would stay taken.
 TEST(CTOVSeverityFilterTest, LetsNoExceptionThrough)
 {
     tRecord aRecord;

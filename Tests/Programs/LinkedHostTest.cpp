@@ -16,7 +16,7 @@ namespace
 {
 const char NAME[] = "CLinkedHostTest";
 
-// Taking the addresses in code, and not only calling, is part of the case.
+// The case needs that code takes the addresses, and not only calls the functions.
 template<class T> T* AddressOf(T* pfFunction)
 {
     T* volatile pfTaken = pfFunction;

@@ -104,7 +104,7 @@ TEST_F(CTOVListenerHostTest, LeavesTheRestToTheLibrary)
     EXPECT_EQ(0, s_nHiddenCalls);
 }
 
-// The checks ask for the library's listener, of which this program's SetListener does not know.
+// The checks ask for the library's listener, which this program's SetListener does not know.
 TEST_F(CTOVListenerHostTest, RunsAndMissesTheChecks)
 {
     CEventRecorder oRecorder;

@@ -18,21 +18,21 @@ namespace
 {
 const char NAME[] = "CNoHostTest";
 
-// The library's listener is its null listener again behind a test.
+// After each test, the library's listener is its null listener again.
 class CTOVNoHostTest : public testing::Test
 {
 protected:
     ~CTOVNoHostTest() override { ::SetListener(NULL); }
 };
 
-// Both streams of a child are one; nothing of it may be lost when the child dies.
+// Both streams of a child are one, and nothing of it may be lost when the child dies.
 void Say(const char* szText)
 {
     std::fputs(szText, stdout);
     std::fflush(stdout);
 }
 
-// Alone in the map, with a case that would be seen.
+// A suite that is alone in the map, and whose case would be noticed.
 void RegisterTellingSuite()
 {
     static CCopyCreator s_oCreator(CFunctionSuite("telling", {[] { Say("case "); }}));
@@ -87,7 +87,7 @@ class CTOVDeathWithoutSetListenerTest : public testing::TestWithParam<const char
 {
 };
 
-// The process goes to a null address: a sanitizer that catches it may say so behind what the child said.
+// The process jumps to a null address. A sanitizer that catches this may say so after the output of the child.
 TEST_P(CTOVDeathWithoutSetListenerTest, EndsTheProcessAtOnce)
 {
     const sChildResult oResult = RunChild(GetParam());

@@ -42,7 +42,7 @@ static void Unload(void* pLibrary)
     ::FreeLibrary(static_cast<HMODULE>(pLibrary));
 }
 
-// Whoever wakes a more urgent thread is interrupted by it there and then.
+// On one processor, a thread that wakes a more urgent one is interrupted by it at once.
 static void UseOneProcessor()
 {
     ::SetProcessAffinityMask(::GetCurrentProcess(), 1);
@@ -58,8 +58,8 @@ static bool IsLoaded(const char* szLibrary)
 #include <sched.h>
 
 #if defined(__SANITIZE_THREAD__)
-// The C library gives a thread's storage for a loaded library back when another thread takes its stack. The sanitizer
-// does not see that the first one has ended by then.
+// The C library releases a thread's storage for a loaded library when another thread takes over its stack. The
+// sanitizer does not see that the first thread has ended by then.
 extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions();
 
 const char* __tsan_default_suppressions()
@@ -127,7 +127,7 @@ struct sThreadCalls
     void (*const pfSetPriority)(unsigned long long hThread, int nPriority);
 };
 
-// Whether the library leaves the process. A thread that was waited for may still be in its last steps.
+// Whether the library is unloaded in the end. A thread whose end was waited for may still be in its last steps.
 static bool GoesAway(const char* szLibrary)
 {
     const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
@@ -140,7 +140,7 @@ static bool GoesAway(const char* szLibrary)
     return true;
 }
 
-// Whether the library can be unloaded as soon as its threads were waited for.
+// Whether the library can be unloaded as soon as the end of its threads was waited for.
 static bool IsUnloadedAfterItsThreads(const char* szLibrary)
 {
     void* const pLibrary = Load(szLibrary);
@@ -167,7 +167,7 @@ static bool IsUnloadedAfterItsThreads(const char* szLibrary)
 #if !TOV_SYSTEM_WINDOWS
 static std::promise<void> s_oMayEnd;
 
-// Whether a thread that nobody waits for keeps the library until its own end, and no longer.
+// Whether a thread that no other thread waits for keeps the library loaded until its own end, and no longer.
 static bool IsHeldByItsThread(const char* szLibrary)
 {
     void* const pLibrary = Load(szLibrary);
@@ -207,7 +207,7 @@ static bool StartsNoThreadWithoutKeys(const char* szLibrary)
 }
 #endif
 
-// The library's map as far as this program looks at it.
+// The part of the library's map that this program reads.
 typedef std::map<const char*, void*> tCreators;
 
 static bool UseOnce(const char* szLibrary)
@@ -225,7 +225,7 @@ static bool UseOnce(const char* szLibrary)
     return bGood && !IsLoaded(szLibrary);
 }
 
-// Whether a thread that made the library take its lock ends in peace when the library is gone.
+// Whether a thread that has made the library take its lock can end without a fault after the library is unloaded.
 static bool EndsAThreadLater(const char* szLibrary)
 {
     void* const pLibrary = Load(szLibrary);
@@ -281,7 +281,7 @@ static bool LeavesNoHandler(const char* szLibrary)
     return bRaised && !IsLoaded(szLibrary) && std::get_terminate() == pfBefore && pfInside == pfBefore;
 }
 
-// Runs the check so often, and prints how often all was well.
+// Runs the check so many times, and prints how often it passed.
 static void Count(int nTimes, bool (*fnCheck)(const char* szLibrary), const char* szLibrary)
 {
     int nGood = 0;

@@ -1,4 +1,4 @@
-// A library of test suites: all it does is to be loaded.
+// A library of test suites, which brings them by being loaded and does nothing else.
 #include <Test/TOVTestChecks.h>
 #include <Test/TOVTestSuiteDefinition.h>
 

@@ -1,4 +1,4 @@
-// Suites that end the run: one way each, in the second of three cases.
+// Suites that end the run, each in another way, in the second of three cases.
 #include <Debug/TOVDebug.h>
 #include <Debug/TOVException.h>
 #include <Test/TOVTestChecks.h>
@@ -11,7 +11,7 @@ namespace
 {
 volatile int s_nDepth = 0;
 
-// The compiler must not see that it never ends.
+// The compiler must not see that the recursion never ends.
 int Recurse(int nDepth)
 {
     volatile char szBlock[4096];

@@ -1,4 +1,4 @@
-// A suite that fails in every way, with texts that are a trial for every report.
+// A suite that fails in every way, with texts that are difficult for every report.
 #include <Test/TOVTestChecks.h>
 #include <Test/TOVTestSuiteDefinition.h>
 
@@ -44,7 +44,7 @@ class CTrialTest : public TOVTest::CTOVTestSuite
     void Directive() { TOV_TEST_CHECK(false); }
 };
 
-// Checks that fail before and behind the cases.
+// Checks that fail before and after the cases.
 class CAroundTest : public TOVTest::CTOVTestSuite
 {
     TOV_TEST_SUITE(CAroundTest)

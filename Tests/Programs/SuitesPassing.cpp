@@ -1,4 +1,4 @@
-// Suites whose cases all pass, but for what they say.
+// Suites whose cases all pass, some of them with a warning or with output.
 #include <Test/TOVTestChecks.h>
 #include <Test/TOVTestSuiteDefinition.h>
 

@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-// What the library's own parts do before they are made, and after they are gone.
+// Tells what the library's functions do before the library's objects are made, and after they are gone.
 static void TellUse()
 {
     namespace File = TOVPlatform::TOVFile;

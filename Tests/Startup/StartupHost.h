@@ -4,7 +4,7 @@
 
 #include "Debug/TOVDebuggerLines.h"
 
-// What a debugger hears of a telling child that runs the scenario.
+// What a debugger hears from a child that tells, and runs the scenario.
 sDebuggerTexts ObserveTelling(const std::string& sScenario);
 
 // Starts and ends the telling in the children that are started from now on. They may use the library as well.
@@ -17,7 +17,8 @@ public:
     CTellingChildren& operator=(const CTellingChildren&) = delete;
 };
 
-// Whether this process is such a child. Can be asked before and after the program's own life.
+// Whether this process is such a child. The function can be called before the program's statics are made and after they
+// are gone.
 bool IsTelling();
 bool IsUsing();
 

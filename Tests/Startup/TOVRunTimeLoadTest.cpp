@@ -20,7 +20,7 @@ TEST(TOVRunTimeLoadTest, ComesToLifeAndIsGoneWithItsUnloading)
     EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
 }
 
-// More often than a process has keys for its threads' storage.
+// The process has fewer keys for the storage of threads than that.
 TEST(TOVRunTimeLoadTest, CanBeLoadedAndUnloadedMoreThanAThousandTimes)
 {
     const sChildResult oResult = RunLoader({"1100"});
@@ -62,7 +62,7 @@ TEST(TOVRunTimeLoadTest, StaysUntilItsLastThreadHasEnded)
     EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
 }
 
-// A thread's end could not be noticed, and nobody could wait for it.
+// Without a key the end of a thread could not be noticed, and no other thread could wait for it.
 TEST(TOVRunTimeLoadTest, StartsNoThreadWhereTheProcessHasNoKeyLeft)
 {
     const sChildResult oResult = RunLoader({"keys"});

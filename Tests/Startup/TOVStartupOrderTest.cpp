@@ -23,7 +23,7 @@ const tTexts SUITES = {"CTOVContainersTest",
                        "CTOVStringTest",
                        "CTOVSystemTest"};
 
-// What the texts tell, in a word each: "came X", "went X", "asked with N", "adding X N" and "removing X".
+// What the texts tell, as "came X", "went X", "asked with N", "adding X N" and "removing X".
 tTexts Events(const tTexts& aTexts)
 {
     const std::regex oAdding(
@@ -106,7 +106,7 @@ TEST_F(TOVStartupOrderTest, TheCleanUpMirrorsTheStartUp)
 
 namespace
 {
-// The lines that tell of a use among the texts.
+// Those lines of the texts that tell of a use of the library.
 int CountUses(const tTexts& aTexts, const std::string& sLine)
 {
     const std::string sAll = Joined(aTexts);

@@ -4,13 +4,13 @@
 //     TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s", "text");
 //     EXPECT_EQ(0u, oCounter.Taken());
 //
-// It sees new, malloc, calloc and realloc however they are called; what the system's own libraries take for themselves
-// may count as well on Linux, and does not on Windows. Nothing of googletest may stand between construction and query.
+// It sees new, malloc, calloc and realloc however they are called. What the system's own libraries take for themselves
+// may count as well on Linux, and does not on Windows. No call of googletest may stand between construction and query.
 #pragma once
 
 #include <cstddef>
 
-// Sanitizers bring a heap of their own that never fails.
+// The sanitizers have a heap of their own, which never fails.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define TOV_CAN_FAIL_ALLOCATIONS 0
 #elif defined(__has_feature)
@@ -38,14 +38,14 @@ class CAllocationCounter
 public:
     CAllocationCounter();
 
-    // Blocks. A realloc takes one and, given a block, releases one.
+    // The numbers of blocks. A realloc takes one block and, if it is given a block, releases one.
     unsigned long Taken() const;
     unsigned long Released() const;
 
-    // Blocks taken and not released: negative when older blocks were released.
+    // The number of blocks taken and not released. It is negative when older blocks were released.
     long Kept() const;
 
-    // Bytes asked for in all, and with the thread's latest allocation.
+    // The bytes asked for in all, and by the latest allocation of the thread.
     std::size_t BytesTaken() const;
     std::size_t LastSize() const;
 
@@ -67,9 +67,10 @@ public:
 };
 #endif
 
-// The part that differs between the systems: the counts of the calling thread, counting once this has been called.
+// The part that differs between the systems: the counts of the calling thread. Counting begins with the first call.
 sAllocationCounts& AllocationCountsOfThisThread();
 
-// For the hooks: notes a wish for a block and tells whether it is to be granted, and notes a block that was released.
+// For the hooks. Notes that a block is asked for, and returns whether the allocation may succeed; notes that a block
+// was released.
 bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize);
 void NoteRelease(sAllocationCounts& oCounts);

@@ -1,4 +1,4 @@
-// A thread whose one action may have to wait for somebody else.
+// A thread whose one action may have to wait for another thread.
 #pragma once
 
 #include <chrono>
@@ -29,13 +29,13 @@ public:
     CBlockableThread(const CBlockableThread&) = delete;
     CBlockableThread& operator=(const CBlockableThread&) = delete;
 
-    // Whether the action has been begun and does not come to its end for a while. Slowness cannot make this false.
+    // Whether the action has begun and does not end for a while. A slow machine cannot make this false.
     bool IsBlocked()
     {
         return Await(m_bStarted, std::chrono::seconds(60)) && !Await(m_bFinished, std::chrono::milliseconds(100));
     }
 
-    // Whether the action comes to its end before a generous deadline.
+    // Whether the action ends before a generous deadline.
     bool Finishes() { return Await(m_bFinished, std::chrono::seconds(60)); }
 
 private:

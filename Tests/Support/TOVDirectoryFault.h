@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-// While it lives, the constructing thread can read that many entries of directories, `.` and `..` included, and then
-// the system reports a read error for every further one.
+// While it lives, the constructing thread can read so many entries of directories, `.` and `..` included, and the
+// system reports a read error for every further one.
 class CDirectoryFault
 {
 public:
@@ -20,7 +20,8 @@ private:
     const std::unique_ptr<sHook> m_pHook;
 };
 
-// Posix only. While it lives, the constructing thread cannot look at entries of this name: the system gives this error.
+// Posix only. While it lives, the constructing thread gets this error when it asks for the status of an entry of this
+// name.
 class CStatusFault
 {
 public:

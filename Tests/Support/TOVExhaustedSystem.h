@@ -10,8 +10,8 @@
 
 #if TOV_CAN_FAIL_ALLOCATIONS
 // While it lives, the library cannot create an event, a mutex, a semaphore, a critical section or a thread on the
-// calling thread: there is no memory, and on Windows the system's functions fail too. Googletest and whatever else
-// allocates has to wait until it is gone.
+// calling thread: there is no memory, and on Windows the system's functions fail too. The test must not allocate, and
+// so must not call googletest, before the end of its life.
 class CExhaustedSystem
 {
 public:
@@ -46,7 +46,7 @@ public:
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
     void SetApplicationName(const char* szName) override;
 
-    // Both empty, and severity 0, before anything is heard.
+    // Both texts are empty and the severity is 0 before anything is heard.
     const char* File() const { return m_szFile; }
     const char* Text() const { return m_szText; }
     const char* Format() const { return m_szFormat; }

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-// While it lives, nothing that is written to the file of this path can be flushed: on Linux it is the system's full
-// device; on Windows the library's flushes fail, of this file and of all others.
+// While it lives, nothing that is written to the file of this path can be flushed. On Linux the file is the system's
+// device that is always full; on Windows all flushes of the library fail, those of other files too.
 class CFullDisk
 {
 public:

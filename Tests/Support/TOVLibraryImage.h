@@ -15,7 +15,8 @@ enum eModule
 // Names as the linker knows them, without the target's decoration of C names.
 std::set<std::string> ExportedNames(eModule eModule);
 
-// The functions that stand in the slots of a virtual table, in order, each with all exported names that it has:
-// functions with equal bodies can be one. No name for a slot that no exported function fills, which is how a pure one
-// shows. The table is named as the linker knows it. Where a table does not tell its size, nMost slots are given.
+// The functions that stand in the slots of a virtual table, in order, each with all its exported names, because
+// functions with equal bodies can be one. A slot that no exported function fills, such as that of a pure operation, has
+// no name. The table is named as the linker knows it. If the size of the table cannot be found out, the result has
+// nMost slots.
 std::vector<std::set<std::string>> TableSlots(eModule eModule, const std::string& sTable, std::size_t nMost);

@@ -3,7 +3,8 @@
 
 #include <string>
 
-// Loads the library of this file name from the program's own folder, and unloads it at its end. A failure throws.
+// Loads the library of this file name from the program's own folder, and unloads it at the end. Throws if it cannot be
+// loaded.
 class CLoadedModule
 {
 public:

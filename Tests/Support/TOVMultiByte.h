@@ -1,4 +1,4 @@
-// A multi-byte code page for the process, for as long as it lives.
+// While it lives, the process has a multi-byte code page.
 #pragma once
 
 class CMultiByteCodePage
@@ -6,13 +6,12 @@ class CMultiByteCodePage
 public:
     CMultiByteCodePage();
 
-    // Back to single bytes.
+    // Restores a code page of single bytes.
     ~CMultiByteCodePage();
 
     CMultiByteCodePage(const CMultiByteCodePage&) = delete;
     CMultiByteCodePage& operator=(const CMultiByteCodePage&) = delete;
 
-    // One character of two bytes in that code page. None of the two stands for a character of its own in the tests'
-    // texts.
+    // One character of two bytes in that code page. Neither byte is a character of its own in the texts of the tests.
     const char* Character() const;
 };

@@ -1,11 +1,11 @@
-// What tests do to files behind the library's back, where the standard library has no means.
+// What tests do to files without the library, and the standard library cannot do.
 #pragma once
 
 #include <cstdio>
 #include <string>
 
-// Takes the descriptor of an open stream away and gives it back at the end: meanwhile the stream can neither be flushed
-// nor closed. The program must open nothing else in between.
+// Takes the descriptor of an open stream away and gives it back at the end. In between, the stream can neither be
+// flushed nor closed, and the program must not open any file.
 class CUnusableStream
 {
 public:
@@ -19,8 +19,8 @@ private:
     const int m_nKept;
 };
 
-// While it lives, programs that are started may have few files open, unless they ask for more. Windows counts the
-// runtime's streams in each program, and few is where each one begins.
+// While it lives, programs that are started may have few files open, unless they ask for more. On Windows this does
+// nothing: there the runtime of each program limits its own streams, and each program begins with few.
 class CFewOpenFiles
 {
 public:

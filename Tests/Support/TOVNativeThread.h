@@ -1,4 +1,4 @@
-// What the system itself knows of threads, for tests that look at the library's from outside.
+// What the system itself knows of threads, for tests that examine the library's threads from outside.
 #pragma once
 
 #include <vector>
@@ -13,10 +13,11 @@ struct sNativeThread
 // The system's id of the calling thread.
 unsigned long NativeThreadId();
 
-// On the system's own scale, the more urgent the higher: GetThreadPriority on Windows, the negated nice value on Linux.
+// The priority on the system's own scale, where more urgent is higher: GetThreadPriority on Windows, the negated nice
+// value on Linux.
 int NativePriority(const sNativeThread& oThread);
 
-// False if the system refuses it to this user.
+// Returns false if this user may not do it.
 bool SetNativePriority(const sNativeThread& oThread, int nPriority);
 
 // Values of that scale. The one above normal comes first on Windows.

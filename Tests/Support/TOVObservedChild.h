@@ -1,10 +1,11 @@
-// A child process with a user and a debugger at its side: both are really played.
+// A child process with a user and a debugger. Both are real for the child: the instrument plays them with the means of
+// the system.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// What the user does with a box. Other is an answer that is none of the three of a question.
+// What the user does with a box. eUserOther is an answer that is none of the three of a question.
 enum eUserAnswer
 {
     eUserOk,
@@ -27,13 +28,13 @@ struct sShownBox
 struct sObservation
 {
     bool bDebugger = false;              // a debugger is attached from the start
-    std::vector<eUserAnswer> aAnswers;   // to the boxes, in their order; with none, there is no user
+    std::vector<eUserAnswer> aAnswers;   // to the boxes, in their order; if there are none, there is no user
     std::vector<std::string> aArguments; // for the scenario
 };
 
 struct sObservedChild
 {
-    int nExitCode;                           // as of sChildResult
+    int nExitCode;                           // the same as in sChildResult
     std::string sOutput;                     // standard output
     std::vector<std::string> aDebuggerTexts; // each piece that the debugger was given, and on Posix without a debugger
                                              // each piece that came out of standard error

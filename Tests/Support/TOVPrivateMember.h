@@ -5,7 +5,7 @@
 //     ...
 //     NextClassId(oServer) = 7;
 //
-// Stands in a namespace. It rests on explicit instantiations being allowed to name private members.
+// The macro stands in a namespace. It uses the rule that an explicit instantiation may name private members.
 #pragma once
 
 #define TOV_PRIVATE_MEMBER(fnReach, TOwner, TMember, mMember)                                                          \

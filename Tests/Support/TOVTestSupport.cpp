@@ -184,7 +184,7 @@ void CGate::Open()
 bool CGate::Wait()
 {
     std::unique_lock<std::mutex> oLock(m_oMutex);
-    // The system clock: ThreadSanitizer knows the wait that goes by it.
+    // The wait uses the system clock, because ThreadSanitizer knows the function that waits with it.
     return m_oChanged.wait_until(oLock, std::chrono::system_clock::now() + std::chrono::seconds(60),
                                  [this] { return m_bOpen; });
 }

@@ -28,7 +28,7 @@ struct sCheck
     std::string sExpression;
 };
 
-// Remembers what the debug server hands out while it lives.
+// Remembers what the debug server tells its listeners while it lives.
 class CLogRecorder : public TOVDebug::ITOVLogListener
 {
 public:
@@ -54,7 +54,7 @@ public:
     // Whether a check with exactly this text was heard, from a file whose name contains the part.
     bool SawCheck(const std::string& sFilePart, const std::string& sExpression) const;
 
-    // All checks heard, for messages.
+    // All checks that were heard, for messages.
     std::string DescribeChecks() const;
 
 private:
@@ -85,7 +85,7 @@ private:
 
 #define EXPECT_CHECK(szText, ...) EXPECT_CHECK_AT("", szText, __VA_ARGS__)
 
-// The statement raises nothing and no listener hears of a check.
+// The statement throws nothing, and no listener hears of a check.
 #define EXPECT_NO_CHECK(...)                                                                                           \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -94,7 +94,7 @@ private:
         EXPECT_TRUE(oRecorderOfCheck.Checks().empty()) << "heard: " << oRecorderOfCheck.DescribeChecks();              \
     } while (false)
 
-// The statement ends objects: a listener hears of a check of this text, and nothing is thrown.
+// The statement destroys objects: a listener hears of a failed check of this text, and nothing is thrown.
 #define EXPECT_TOLD_CHECK_AT(szFilePart, szText, ...)                                                                  \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -115,7 +115,8 @@ public:
     CTempFolder(const CTempFolder&) = delete;
     CTempFolder& operator=(const CTempFolder&) = delete;
 
-    // Full name without a separator at its end; of a thing in it, joined with the system's own separator.
+    // The full name without a separator at its end, and that of a file in the folder, joined with the system's
+    // separator.
     const std::string& Path() const;
     std::string File(const std::string& sName) const;
 
@@ -123,24 +124,24 @@ private:
     std::string m_sPath;
 };
 
-// Whole files as bytes. Failures end the test.
+// Read and write whole files as bytes. Both throw if that fails, which ends the test.
 std::string ReadWholeFile(const std::string& sPath);
 void WriteWholeFile(const std::string& sPath, const std::string& sContents);
 
-// Makes 16-bit text of bytes (each below 0x80), and back.
+// Converts ASCII to 16-bit text with its terminator, and back.
 std::vector<wchar_t> Wide(const char* szText);
 std::string Narrow(const wchar_t* szText);
 
-// A gate between threads: one side opens it, the other waits for that under a deadline.
+// A gate between threads: one thread opens it, and another waits for that under a deadline.
 class CGate
 {
 public:
     void Open();
 
-    // False if the gate was not opened within the deadline (60 s).
+    // Returns false if the gate was not opened within 60 seconds.
     bool Wait();
 
-    // False if it is still closed now.
+    // Whether the gate is open now.
     bool IsOpen() const;
 
 private:

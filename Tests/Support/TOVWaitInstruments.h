@@ -14,7 +14,7 @@
 #include <thread>
 #include <vector>
 
-// Milliseconds: far more than anything here needs.
+// In milliseconds; far more than any wait here needs.
 const long DEADLINE = 60000;
 
 typedef std::vector<unsigned long long> tHandles;
@@ -31,7 +31,7 @@ inline int WaitForAll(tHandles aHandles, long lMilliseconds = DEADLINE)
                                                                      true, lMilliseconds);
 }
 
-// Takes the object if that needs no waiting.
+// Takes the object if that is possible without waiting, and returns whether it was.
 inline bool TakesNow(unsigned long long hObject)
 {
     return TOVPlatform::TOVSynchronization::Event::TimedWait(hObject, 0);
@@ -60,7 +60,8 @@ inline void OnAnotherThread(const std::function<void()>& fnAction)
     std::thread(fnAction).join();
 }
 
-// Whether another thread cannot have the mutex now. It is as it was afterwards, but that an abandoned one is free.
+// Whether another thread cannot take the mutex now. Afterwards the mutex is in the same state, but an abandoned mutex
+// is free.
 inline bool IsLockedForOthers(unsigned long long hMutex)
 {
     bool bHad = false;
@@ -147,10 +148,10 @@ public:
         return m_nCount;
     }
 
-    // False if the count is still below at the deadline.
+    // Waits for the count. Returns false if it is still lower at the deadline.
     bool Reaches(int nCount) { return Await(nCount, std::chrono::milliseconds(DEADLINE)); }
 
-    // Whether the count stays where it is for a while. Slowness cannot make this false.
+    // Whether the count does not change for a while. A slow machine cannot make this false.
     bool Stays(int nCount) { return !Await(nCount + 1, std::chrono::milliseconds(100)) && Count() == nCount; }
 
 private:
@@ -166,7 +167,7 @@ private:
     int m_nCount = 0;
 };
 
-// Joined at the end.
+// Threads that are joined at the end.
 class CThreadGroup
 {
 public:
@@ -177,7 +178,7 @@ public:
     CThreadGroup(const CThreadGroup&) = delete;
     CThreadGroup& operator=(const CThreadGroup&) = delete;
 
-    // None of them acts before all exist.
+    // No thread begins its action before all threads exist.
     void Start(int nThreads, const std::function<void(int nThread)>& fnAction)
     {
         const auto pAllExist = std::make_shared<CGate>();

@@ -1,4 +1,4 @@
-// Cases that end the run: named, and every report complete.
+// Cases that end the run are named, and every report is complete.
 #include "TestHost/HostInstruments.h"
 
 namespace

@@ -9,7 +9,7 @@ typedef std::vector<std::string> tLines;
 // finds in it, memory that is never released included, makes an exit status of its own.
 sProgram HostProgram(const std::vector<std::string>& aArguments);
 
-// Full name of a library of test suites that stands beside the program.
+// The full name of a library of test suites, which stands in the folder of the program.
 std::string PathOfSuites(const std::string& sName);
 
 struct sHostRun
@@ -21,7 +21,7 @@ struct sHostRun
 // Runs tovtest to its end.
 sHostRun RunHost(const std::vector<std::string>& aArguments);
 
-// Runs it with a library of suites.
+// Runs tovtest with a library of suites.
 sHostRun RunSuites(const std::string& sSuites, const std::vector<std::string>& aArguments = {});
 
 struct sTerminalRun
@@ -43,5 +43,5 @@ std::string LastLineOf(const std::string& sText);
 bool Contains(const std::string& sText, const std::string& sPart);
 bool EndsWith(const std::string& sText, const std::string& sEnd);
 
-// Has exit status 2, prints one line, and that holds the part.
+// Whether the run has exit status 2 and prints one line, which holds the part.
 testing::AssertionResult IsRefused(const sHostRun& oRun, const std::string& sPart);

@@ -95,7 +95,7 @@ TEST(HostOptionsTest, FailsWhenACaseFailsInAnyRun)
 {
     const sHostRun oRun = RunSuites("SuitesFailing", {"--filter", "Around", "--repeat", "2"});
 
-    EXPECT_EQ(1, oRun.nExitCode); // of the second run all pass
+    EXPECT_EQ(1, oRun.nExitCode); // though all cases of the second run pass
     EXPECT_EQ("2 runs, 2 suites, 6 cases: 4 passed, 2 failed (TIME)", LastLineOf(oRun.sOutput));
 }
 

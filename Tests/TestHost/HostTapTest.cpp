@@ -6,7 +6,7 @@
 
 namespace
 {
-// Reads the protocol strictly: a version, a plan, test lines numbered from 1, diagnostics and an end of the run.
+// Reads the protocol strictly: it holds a version, a plan, numbered test lines, diagnostics and an end of the run.
 struct sTap
 {
     long lPlanned = -1;

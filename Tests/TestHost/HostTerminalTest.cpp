@@ -13,7 +13,7 @@ class CHostTerminalTest : public testing::Test
 protected:
     CHostTerminalTest()
     {
-        // The name of a folder that only this test has.
+        // The folder is this test's own, and so is the name.
         const std::string sFolder = m_oFolder.Path();
         m_sGate = "TOVTestGate" + sFolder.substr(sFolder.find_last_of("\\/") + 1);
         m_hGate = Event::Create(true, false, m_sGate.c_str());
@@ -21,7 +21,7 @@ protected:
 
     ~CHostTerminalTest() override { Event::Destroy(m_hGate); }
 
-    // SuitesWaiting with these options, which waits at the gate.
+    // tovtest with these options and SuitesWaiting, which waits at the gate.
     sProgram Waiting(const std::vector<std::string>& aOptions) const
     {
         std::vector<std::string> aArguments = {PathOfSuites("SuitesWaiting")};

@@ -25,7 +25,7 @@ protected:
         Write("c.cat", EXISTING);
     }
 
-    // Sizes at which the growing file may be stopped.
+    // Sizes at which the growth of the file is stopped.
     std::vector<unsigned long> Sizes() const
     {
         const unsigned long ulAll = Read("good.cat").size();
@@ -123,7 +123,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
     ExpectThatTheNextOneSucceeds();
 }
 
-// Else a device of the system could be lost that way.
+// Otherwise a device of the system could be lost in this way.
 TEST_F(CCatalogPosixFailedCreateTest, PutsNothingInThePlaceOfWhatIsNoFile)
 {
     Remove("c.cat");
@@ -134,7 +134,7 @@ TEST_F(CCatalogPosixFailedCreateTest, PutsNothingInThePlaceOfWhatIsNoFile)
     EXPECT_EQ((tNames{"c.cat", "good.cat", "tree"}), NamesInFolder());
 }
 
-// No one would ever write into it.
+// The program would wait for ever for somebody who writes into it.
 TEST_F(CCatalogPosixFailedCreateTest, LeavesItAloneAlsoWhenAPipeIsToBeRead)
 {
     Remove("c.cat");

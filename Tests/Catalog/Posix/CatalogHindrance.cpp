@@ -25,7 +25,7 @@ sRun RunHindered(const std::vector<std::string>& aArguments, const std::string& 
 
 void GiveUpPrivileges()
 {
-    // Root then gains no more by becoming a program than others do.
+    // With this, root has no more rights in the program that the process becomes than other users have.
     if (::geteuid() == 0 && ::prctl(PR_SET_SECUREBITS, SECBIT_NOROOT) != 0)
         ::_exit(97);
 }

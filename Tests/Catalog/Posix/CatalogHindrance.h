@@ -1,4 +1,4 @@
-// Hard times for a run of tovcatalog, as only Posix has them.
+// Obstacles for a run of tovcatalog that only Posix can put in its way.
 #pragma once
 
 #include "Catalog/CatalogProcess.h"
@@ -9,7 +9,7 @@
 sRun RunHindered(const std::vector<std::string>& aArguments, const std::string& sFolder,
                  const std::function<void()>& fnInChild);
 
-// Such actions:
+// Actions for RunHindered follow.
 
 // The permissions of files count from now on, also for root.
 void GiveUpPrivileges();

@@ -1,4 +1,4 @@
-// Files that have turned into something else by the time they are read, and an output that takes nothing.
+// Files that have become something else by the time they are read, and an output that takes nothing.
 #include "Catalog/CatalogFiles.h"
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/Posix/CatalogHindrance.h"
@@ -15,7 +15,7 @@ namespace
 class CCatalogPipeTest : public CCatalogTest
 {
 protected:
-    // The one thread is at work with the first file for as long as that is big.
+    // The only thread reads the first file for as long as that is big.
     CCatalogPipeTest()
     {
         Write("tree/z", "x");

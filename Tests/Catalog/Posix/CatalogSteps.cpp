@@ -27,7 +27,7 @@ int RunStepByStep(const std::vector<std::string>& aArguments, const std::string&
             return ExitCodeOf(nStatus);
         }
         fnLook();
-        // A new thread begins stopped, and the options make stops out of traps.
+        // A new thread begins with a stop, and tracing reports each system call as a trap.
         const int nSignal = WSTOPSIG(nStatus) & 0x7F;
         const bool bOfTracing = nSignal == SIGTRAP || nSignal == SIGSTOP;
         ::ptrace(PTRACE_SETOPTIONS, nThread, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE | PTRACE_O_EXITKILL);

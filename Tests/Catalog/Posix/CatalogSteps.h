@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-// Runs the program with no output. Every system call, of any of its threads, is a moment to look around: what stands on
-// the disk then is what would stay there if the run ended just there. Returns its exit code, -1 if it was ended.
+// Runs the program without output, and calls the function at every system call of every thread. What stands on the disk
+// at that moment is what would stay there if the run ended just then. Returns the exit code, or -1 if a signal ended
+// the program.
 int RunStepByStep(const std::vector<std::string>& aArguments, const std::string& sFolder,
                   const std::function<void()>& fnLook);

@@ -1,4 +1,4 @@
-// Files that cannot be read, as Posix has them.
+// Files that cannot be read on Posix.
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/Posix/CatalogHindrance.h"
 
@@ -22,7 +22,7 @@ protected:
         Forbid(sName);
     }
 
-    // Everybody but root, and the runs here are not his in this.
+    // The permission keeps out all users but root, and the runs here give up the privileges of root.
     void Forbid(const std::string& sName) { ASSERT_EQ(0, ::chmod(Path(sName).c_str(), 0)); }
 
     sRun RunUnprivileged(const std::vector<std::string>& aArguments)
@@ -109,7 +109,7 @@ TEST_F(CCatalogPosixUnreadableTest, MayBeTheCatalogue)
     EXPECT_TRUE(IsRefused(RunUnprivileged({"list", "c.cat"}), "c.cat"));
 }
 
-// It can be opened, but already the first read fails.
+// The file can be opened, but its first read fails.
 TEST_F(CCatalogPosixUnreadableTest, MayBeACatalogueOnABadDisk)
 {
     std::filesystem::create_symlink("/proc/self/mem", Path("c.cat"));

@@ -30,7 +30,7 @@ TEST_F(CCatalogWindowsFailedCreateTest, LeavesItWhenAnotherHoldsIt)
     }
 }
 
-// As another run does it that is writing its own.
+// A run that is writing its own catalogue holds its file in this way.
 TEST_F(CCatalogWindowsFailedCreateTest, TouchesNoUnfinishedOneThatAnotherHolds)
 {
     Write("tovcatalog-1.new", "TOVCATLG");

@@ -7,7 +7,7 @@
 void WriteSparseFile(const std::string& sPath, unsigned long long ullZeros, const std::string& sTail)
 {
     const HANDLE hFile = ::CreateFileA(sPath.c_str(), GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
-    // File systems without sparse files refuse this, and only need more room.
+    // A file system without sparse files refuses this; the file then takes more room.
     DWORD dwCount = 0;
     ::DeviceIoControl(hFile, FSCTL_SET_SPARSE, NULL, 0, NULL, 0, &dwCount, NULL);
 

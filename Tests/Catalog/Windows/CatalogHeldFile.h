@@ -6,7 +6,7 @@
 #include <string>
 #include <windows.h>
 
-// Keeps it open for as long as it lives, and allows others no more than this.
+// Keeps the file open while it lives, and lets others open it only in the ways of dwShared.
 class CHeldFile
 {
 public:

@@ -1,4 +1,4 @@
-// Files that cannot be read, as Windows has them.
+// Files that cannot be read on Windows.
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/Windows/CatalogHeldFile.h"
 
@@ -15,7 +15,7 @@ protected:
         Write("tree/sub/z", "z");
     }
 
-    // Of characters that the code page of the system's narrow functions has not.
+    // A name of characters that the code page of the system's narrow functions lacks.
     std::wstring ForeignName(const std::string& sFolder) const
     {
         const std::string sNarrow = Path(sFolder);
@@ -80,7 +80,7 @@ TEST_F(CCatalogWindowsUnreadableTest, IsNoFileThatOthersMayRead)
     EXPECT_EQ(0, Run({"create", "c.cat", "tree"}).nExitCode);
 }
 
-// The library's names are narrow: such a file can be seen, but not opened.
+// The library's file names are narrow text, so that such a file can be found, but not opened.
 TEST_F(CCatalogWindowsUnreadableTest, MayBeAFileOfAForeignName)
 {
     const HANDLE hFile = ::CreateFileW(ForeignName("tree").c_str(), GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL);

@@ -1,4 +1,4 @@
-// Listeners on a full disk, and terminals without colours, as only Posix has them.
+// Full disks, and terminals without colours, which only Posix has.
 #include "Listeners/ListenerInstruments.h"
 #include "Listeners/ListenerTerminal.h"
 

@@ -12,7 +12,8 @@ using namespace TOVDebug;
 
 namespace
 {
-// While it lives, this process can open no file: the limit lies below the first free descriptor. Open ones go on.
+// While it lives, this process can open no file, because the limit lies below the first free descriptor. Open files
+// stay usable.
 class CNoFreeDescriptor
 {
 public:
@@ -40,7 +41,7 @@ int FirstFreeDescriptor()
     return nFree;
 }
 
-// The test's files belong to somebody who may not read all of them; root reads everything.
+// The files of the test belong to a user who may not read all of them, unlike root.
 class CCommonUser
 {
 public:

@@ -27,7 +27,7 @@ bool IsUsing()
     return IsTelling() && std::strcmp(std::getenv(TELLING), USING) == 0;
 }
 
-// Where the library's own texts for a debugger go.
+// The library writes its texts for a debugger there, too.
 void TellDebugger(const char* szLine)
 {
     const ssize_t nWritten = ::write(STDERR_FILENO, szLine, std::strlen(szLine));

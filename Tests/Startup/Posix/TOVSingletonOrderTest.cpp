@@ -1,4 +1,4 @@
-// The order of the singletons, by what the library takes from the program's heap: it uses the program's operator new.
+// The order of the singletons, found by what the library takes from the heap with the program's operator new.
 #include "Debug/TOVDebuggerLines.h"
 #include "Startup/StartupHost.h"
 #include "Support/TOVTestSupport.h"
@@ -116,7 +116,8 @@ TOV_CHILD(OnlyMarks)
     MarkEnd();
 }
 
-// The class server comes with the first class; the others one behind the other, with nothing of their sizes between.
+// The class server comes with the first class. The others come one after the other, with no block of one of their sizes
+// in between.
 TEST_F(TOVSingletonOrderTest, ComeToLifeInTheirOrder)
 {
     const std::vector<std::size_t> aSizes = SizesOf(Texts().aBefore, "new");

@@ -7,8 +7,8 @@ static thread_local sAllocationCounts s_oCounts;
 
 #if TOV_CAN_FAIL_ALLOCATIONS
 
-// The program's malloc stands before the C library's in every module of the process; the C library's own answers under
-// its second names.
+// In every module of the process the program's malloc goes before the C library's, whose own functions have second
+// names.
 extern "C"
 {
 void* __libc_malloc(std::size_t nSize);
@@ -70,7 +70,7 @@ sAllocationCounts& AllocationCountsOfThisThread()
 
 #else
 
-// From the sanitizers' own interface, whose header not every installation of the compiler brings.
+// This belongs to the sanitizers' interface, whose header some installations of the compiler lack.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*fnOnAllocation)(const volatile void*, std::size_t),
                                                          void (*fnOnRelease)(const volatile void*));
 

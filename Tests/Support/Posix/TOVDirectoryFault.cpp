@@ -1,4 +1,4 @@
-// The program's readdir and statx stand before the C library's in every module of the process.
+// In every module of the process the program's readdir and statx go before those of the C library.
 #include "Support/TOVDirectoryFault.h"
 
 #include <cerrno>

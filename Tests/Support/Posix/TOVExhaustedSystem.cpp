@@ -10,7 +10,7 @@ struct CExhaustedSystem::sRefusals
 {
 };
 
-// Records may be kept in store, so they are used up.
+// The backend may keep free records for reuse, so these are used up.
 CExhaustedSystem::CExhaustedSystem()
 {
     m_aEvents.reserve(100000);

@@ -1,25 +1,26 @@
-// Children that are copies of this process, with the calling thread alone. Posix.
+// Child processes that are copies of this process, with the calling thread alone.
 #pragma once
 
 #include <functional>
 
-// ThreadSanitizer knows the parent's threads in the child as well, and ends it when one of theirs comes to life again.
+// In the child, ThreadSanitizer still counts the threads of the parent, and ends the child when it starts a thread that
+// takes the place of one of them.
 #if defined(__SANITIZE_THREAD__)
 #define TOV_CAN_FORK_AND_THREAD 0
 #else
 #define TOV_CAN_FORK_AND_THREAD 1
 #endif
 
-// The sanitizers' memory can be locked for ever in the child of a process whose other threads allocate.
+// If other threads of the parent allocate, the lock of the sanitizers' heap can stay taken in the child for ever.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define TOV_CAN_FORK_AMID_ALLOCATIONS 0
 #else
 #define TOV_CAN_FORK_AMID_ALLOCATIONS 1
 #endif
 
-// Whether the action gives true in the child of a fork. A child that does not come to its end is killed at a deadline.
+// Whether the action returns true in the child of a fork. A child that does not end is killed at a deadline.
 bool IsTrueInFork(const std::function<bool()>& fnAction);
 
-// Forks again and again, while other threads do the one thing without pause, and has each child do the other: the
-// number of children that gave true before the first that did not.
+// Forks up to so many times, while other threads call fnBusy without pause. Each child calls fnInChild. Returns the
+// number of children in which that returned true before the first in which it did not.
 int CountForksAmid(int nForks, const std::function<void()>& fnBusy, const std::function<bool()>& fnInChild);

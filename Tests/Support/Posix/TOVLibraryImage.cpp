@@ -97,11 +97,11 @@ std::vector<std::set<std::string>> TableSlots(eModule eWhich, const std::string&
         throw std::runtime_error("no virtual table " + sTable);
 
     std::vector<std::set<std::string>> aSlots;
-    // In front of the slots stand the offset to the whole object and the type's information.
+    // The offset to the whole object and the type information stand before the slots.
     void* const* const ppTable = static_cast<void* const*>(::dlsym(RTLD_DEFAULT, sTable.c_str()));
     for (std::size_t i = 2; i < ulSize / sizeof(void*) && i <= nMost + 2; ++i)
     {
-        // A function of the same name in another module may have come first.
+        // A function of the same name in another module may go before this one.
         Dl_info oInfo = {};
         if (aFunctions.count(ppTable[i]) == 0 && ::dladdr(ppTable[i], &oInfo) != 0 && oInfo.dli_saddr == ppTable[i] &&
             std::string(oInfo.dli_sname) != "__cxa_pure_virtual")

@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    // The terminal as a program sees it, but plain: no echo, and line ends stay as they are. It stays open here, too.
+    // Switches echo and the change of line ends off. The child's side stays open here, too, so that it never ends.
     void OpenTerminal()
     {
         if (m_oHow.aAnswers.empty())
@@ -66,7 +66,7 @@ private:
         ::tcsetattr(m_oTerminalOfChild.Get(), TCSANOW, &oSettings);
     }
 
-    // A socket of packets for standard error: each piece arrives as it was written.
+    // Standard error is a socket of packets, so that each piece arrives as it was written.
     void OpenErrors()
     {
         int aSockets[2];
@@ -93,7 +93,7 @@ private:
         m_oErrorsOfChild.Set(-1);
     }
 
-    // Lets a stopped child go on; true once it has ended.
+    // Lets a stopped child go on. Returns whether the child has ended.
     bool HasEnded()
     {
         int nStatus = 0;
@@ -110,7 +110,7 @@ private:
         return true;
     }
 
-    // Takes in what the child has said; false if that was nothing.
+    // Takes in what the child has said. Returns false if there was nothing.
     bool Hear(int nMilliseconds)
     {
         std::array<pollfd, 3> aPolls = {pollfd{m_oOutput.oRead.Get(), POLLIN, 0}, pollfd{m_oErrors.Get(), POLLIN, 0},
@@ -131,7 +131,7 @@ private:
         return bHeard;
     }
 
-    // An empty part is the end.
+    // An empty part means the end of this output.
     void Take(int nDescriptor, const std::string& sPart)
     {
         if (nDescriptor == m_oOutput.oRead.Get())
@@ -155,7 +155,7 @@ private:
         }
     }
 
-    // What has been shown since the last answer is an empty line, the caption, the text and the prompt.
+    // What the terminal has shown since the last answer is an empty line, the caption, the text and the prompt.
     void NoteIfAsked(const std::string& sPrompt, const char* szButtons)
     {
         const std::string sEnd = "\n" + sPrompt;
@@ -171,7 +171,7 @@ private:
         m_oTimeToAnswer = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
     }
 
-    // A child that does not wait has the time to show it.
+    // The delay gives a child that does not wait for the answer the time to show that.
     void AnswerIfItIsTime()
     {
         if (m_nAnswers == m_oResult.aBoxes.size() || std::chrono::steady_clock::now() < m_oTimeToAnswer)

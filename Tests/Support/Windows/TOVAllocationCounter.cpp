@@ -6,11 +6,11 @@
 #include <cstdlib>
 #include <cstring>
 
-// The counts hang on a slot of the system's thread-local storage: the compiler's own would call malloc, and so the
-// hooks, at its first use in a thread.
+// The counts are kept in a slot of the system's thread-local storage. The compiler's own storage would call malloc, and
+// so the hooks, at its first use in a thread.
 static DWORD s_dwSlot = TLS_OUT_OF_INDEXES;
 
-// A query must not disturb the error code that the hooked caller is about to read.
+// A query must not change the error code that the caller of a hook is about to read.
 static sAllocationCounts* FindCounts()
 {
     DWORD dwError = GetLastError();
@@ -66,8 +66,8 @@ static void HookedFree(void* pBlock)
     s_fnFree(pBlock);
 }
 
-// The system's modules, and what throwing needs: the locks and the thread-local storage of the compiler's runtime.
-// Their memory must not fail.
+// The modules whose allocations must not fail: those of the system, and those that throwing needs, which are the locks
+// and the thread-local storage of the compiler's runtime.
 static bool IsLeftAlone(HMODULE hModule)
 {
     char szSystem[MAX_PATH];

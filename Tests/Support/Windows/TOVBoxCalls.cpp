@@ -5,7 +5,7 @@
 
 static const char* NameOf(HWND hWindow)
 {
-    if (hWindow == NULL)
+    if (hWindow == nullptr)
         return "none";
     return hWindow == GetDesktopWindow() ? "desktop" : "other";
 }

@@ -1,6 +1,6 @@
-// How the library asks the system for a box. Windows only: elsewhere a box has neither owner nor flags.
+// How the library asks the system for a box. Only on Windows does a box have an owner and flags.
 #pragma once
 
-// From now on each box that the library asks for is told on standard output, and shown all the same: "box flags 40003,
-// owner desktop". That a window is brought to the foreground is told as "foreground desktop".
+// From now on standard output tells of each box that the library asks for, "box flags 40003, owner desktop", and of
+// each window that it brings to the foreground, "foreground desktop". The box is shown all the same.
 void TellBoxCalls();

@@ -5,7 +5,7 @@
 
 static thread_local unsigned long s_ulGoodEntries = 0;
 
-// The first entry comes with the search itself.
+// The call that begins the search returns the first entry.
 static HANDLE WINAPI FindFirstEntry(const char* szPattern, WIN32_FIND_DATAA* pEntry)
 {
     if (s_ulGoodEntries == 0)

@@ -8,22 +8,22 @@ namespace
 {
 HANDLE WINAPI RefuseEvent(SECURITY_ATTRIBUTES*, BOOL, BOOL, const char*)
 {
-    return NULL;
+    return nullptr;
 }
 
 HANDLE WINAPI RefuseMutex(SECURITY_ATTRIBUTES*, BOOL, const char*)
 {
-    return NULL;
+    return nullptr;
 }
 
 HANDLE WINAPI RefuseSemaphore(SECURITY_ATTRIBUTES*, LONG, LONG, const char*)
 {
-    return NULL;
+    return nullptr;
 }
 
 HANDLE WINAPI RefuseThread(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*)
 {
-    return NULL;
+    return nullptr;
 }
 } // namespace
 

@@ -8,7 +8,7 @@
 static void** FindInLibrary(const char* szFunction)
 {
     void** pEntry = FindImport(GetModuleHandleA("TOVKernel.dll"), szFunction);
-    if (pEntry == NULL)
+    if (pEntry == nullptr)
         throw std::runtime_error(std::string("the library does not import ") + szFunction);
     return pEntry;
 }

@@ -1,7 +1,7 @@
-// Puts a function of the test's own in the place of one that the library imports from the system. Windows only.
+// Puts a function of the test in the place of one that the library imports from the system.
 #pragma once
 
-// While it lives, the library's calls of the function (its exported name) reach the replacement.
+// While it lives, the library's calls of the function, given by its exported name, reach the replacement.
 class CImportHook
 {
 public:

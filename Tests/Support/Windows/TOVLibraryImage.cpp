@@ -11,7 +11,8 @@ class CModule
 {
 public:
     explicit CModule(eModule eWhich)
-        : m_pBase(reinterpret_cast<const char*>(::GetModuleHandleA(eWhich == eModuleLibrary ? "TOVKernel.dll" : NULL)))
+        : m_pBase(
+              reinterpret_cast<const char*>(::GetModuleHandleA(eWhich == eModuleLibrary ? "TOVKernel.dll" : nullptr)))
     {
         const auto& oDos = At<IMAGE_DOS_HEADER>(0);
         const auto& oHeaders = At<IMAGE_NT_HEADERS>(static_cast<DWORD>(oDos.e_lfanew));
@@ -58,7 +59,7 @@ std::vector<std::set<std::string>> TableSlots(eModule eWhich, const std::string&
         aFunctions[oName.second].insert(oName.first);
 
     std::vector<std::set<std::string>> aSlots;
-    // In front of the slots stand the offset to the whole object and the type's information.
+    // The offset to the whole object and the type information stand before the slots.
     const void* const* const ppSlots = static_cast<const void* const*>(pTable->second) + 2;
     for (std::size_t i = 0; i < nMost; ++i)
         aSlots.push_back(aFunctions[ppSlots[i]]);

@@ -5,7 +5,7 @@
 
 CMultiByteCodePage::CMultiByteCodePage()
 {
-    // Shift-JIS.
+    // The code page 932, Shift-JIS.
     if (_setmbcp(932) != 0)
         throw std::runtime_error("no code page 932");
 }
@@ -15,7 +15,7 @@ CMultiByteCodePage::~CMultiByteCodePage()
     _setmbcp(_MB_CP_SBCS);
 }
 
-// Its second byte is a backslash by itself.
+// The second byte, taken alone, is a backslash.
 const char* CMultiByteCodePage::Character() const
 {
     return "\x83\x5C";

@@ -67,7 +67,7 @@ std::string NameButtons(std::vector<int> aButtons)
     std::sort(aButtons.begin(), aButtons.end());
     if (aButtons == std::vector<int>{IDCANCEL, IDYES, IDNO})
         return "Yes No Cancel";
-    // The one button of a plain box bears either of two numbers.
+    // The one button of a plain box has one of two numbers.
     if (aButtons == std::vector<int>{IDOK} || aButtons == std::vector<int>{IDCANCEL})
         return "OK";
     return "others";
@@ -101,7 +101,7 @@ public:
     {
     }
 
-    // Ends the watch and hands over what was seen.
+    // Ends the watch and returns what was seen.
     std::vector<sShownBox> Leave()
     {
         m_bEnd = true;
@@ -123,7 +123,7 @@ private:
     void Answer(HWND hBox)
     {
         sShownBox oBox = Describe(hBox);
-        // A process that does not wait has the time to show it.
+        // The delay gives a child that does not wait for the answer the time to show that.
         ::Sleep(100);
         oBox.sSaid = m_oOutput.SoFar();
         const eUserAnswer eAnswer = m_aBoxes.size() < m_aAnswers.size() ? m_aAnswers[m_aBoxes.size()] : eUserOther;

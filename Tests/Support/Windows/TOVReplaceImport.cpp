@@ -9,7 +9,7 @@ void** FindImport(HMODULE hModule, const char* szFunction)
         reinterpret_cast<IMAGE_NT_HEADERS*>(pBase + reinterpret_cast<IMAGE_DOS_HEADER*>(pBase)->e_lfanew);
     const IMAGE_DATA_DIRECTORY& oImports = pHeaders->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     if (oImports.VirtualAddress == 0)
-        return NULL;
+        return nullptr;
 
     IMAGE_IMPORT_DESCRIPTOR* pImport = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(pBase + oImports.VirtualAddress);
     for (; pImport->Name != 0; ++pImport)
@@ -26,7 +26,7 @@ void** FindImport(HMODULE hModule, const char* szFunction)
                 return reinterpret_cast<void**>(&pEntry->u1.Function);
         }
     }
-    return NULL;
+    return nullptr;
 }
 
 void* WriteImport(void** pEntry, void* pFunction)

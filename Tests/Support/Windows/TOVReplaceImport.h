@@ -1,14 +1,14 @@
-// Puts a function of ours in the place of one that a loaded module imports.
+// Puts a function of the test program in the place of one that a loaded module imports.
 #pragma once
 
 #include <windows.h>
 
-// Where the module holds the address of a function that it imports under this name from any library; NULL if it does
-// not.
+// The place where the module keeps the address of the function that it imports under this name from any library, or
+// null if it imports none.
 void** FindImport(HMODULE hModule, const char* szFunction);
 
-// Writes such a place. Returns what stood there.
+// Writes an address into such a place. Returns the one that stood there.
 void* WriteImport(void** pEntry, void* pFunction);
 
-// Both in one; does nothing if the module does not import that function.
+// Does both. Does nothing if the module does not import that function.
 void ReplaceImport(HMODULE hModule, const char* szFunction, void* pReplacement);
