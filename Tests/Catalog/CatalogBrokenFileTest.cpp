@@ -3,7 +3,7 @@
 
 namespace
 {
-const char MAGIC[] = "TOVCATLG";
+constexpr char MAGIC[] = "TOVCATLG";
 
 class CCatalogBrokenFileTest : public CCatalogTest
 {

@@ -3,8 +3,6 @@
 
 namespace
 {
-const char EXISTING[] = "an existing catalogue\n";
-
 class CCatalogEmptyTest : public CCatalogTest
 {
 protected:

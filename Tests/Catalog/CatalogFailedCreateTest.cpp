@@ -5,8 +5,6 @@
 
 namespace
 {
-const char EXISTING[] = "an existing catalogue\n";
-
 class CCatalogFailedCreateTest : public CCatalogTest
 {
 protected:

@@ -9,7 +9,7 @@
 
 namespace
 {
-const std::size_t MEBIBYTE = 1024 * 1024;
+constexpr std::size_t MEBIBYTE = 1024 * 1024;
 
 class CCatalogHostileFileTest : public CCatalogTest
 {

@@ -7,7 +7,7 @@
 
 namespace
 {
-const std::uint32_t POLYNOMIAL = 0xEDB88320;
+constexpr std::uint32_t POLYNOMIAL = 0xEDB88320;
 
 // Multiplies polynomials over the field of two elements. The lowest power has the highest bit.
 std::uint32_t MultiplyPolynomials(std::uint32_t nLeft, std::uint32_t nRight)

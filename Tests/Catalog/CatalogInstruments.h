@@ -60,6 +60,9 @@ std::vector<std::string> Unreadable(const sRun& oRun);
 // The last line of standard output, without its seconds and speed: "2 files, 10 bytes: catalogued".
 std::string Summary(const sRun& oRun);
 
+// What stands where a catalogue is to be written.
+constexpr char EXISTING[] = "an existing catalogue\n";
+
 // A folder in which the program is started, with a tree of files.
 class CCatalogTest : public testing::Test
 {

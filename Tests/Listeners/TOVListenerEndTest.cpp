@@ -15,7 +15,7 @@ using namespace TOVDebug;
 
 namespace
 {
-const int FAILED_EXIT = 255; // exit(-1)
+constexpr int FAILED_EXIT = 255; // exit(-1)
 
 // A listener of the kind, which is never destroyed.
 CTOVLineListener& MakeListener(const std::string& sKind, const std::string& sPath)

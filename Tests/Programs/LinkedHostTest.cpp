@@ -14,7 +14,7 @@ using TOVTest::CTOVTestSuiteFactory;
 
 namespace
 {
-const char NAME[] = "CLinkedHostTest";
+constexpr char NAME[] = "CLinkedHostTest";
 
 // The case needs that code takes the addresses, and not only calls the functions.
 template<class T> T* AddressOf(T* pfFunction)

@@ -53,7 +53,7 @@ TOVTest::tCreatorMap& GetCreatorMapDirect()
 
 namespace
 {
-const char NAME[] = "CListenerHostTest";
+constexpr char NAME[] = "CListenerHostTest";
 
 // The library's map, with one suite in it.
 class CTOVListenerHostTest : public testing::Test

@@ -16,7 +16,7 @@ using TOVTest::CTOVTestSuiteFactory;
 
 namespace
 {
-const char NAME[] = "CNoHostTest";
+constexpr char NAME[] = "CNoHostTest";
 
 // After each test, the library's listener is its null listener again.
 class CTOVNoHostTest : public testing::Test

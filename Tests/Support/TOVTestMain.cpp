@@ -6,7 +6,7 @@
 
 namespace
 {
-const char CHILD_OPTION[] = "--tov-child";
+constexpr char CHILD_OPTION[] = "--tov-child";
 
 std::map<std::string, tChildScenario>& Scenarios()
 {

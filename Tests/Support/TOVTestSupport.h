@@ -154,8 +154,8 @@ private:
 struct sChildResult
 {
     int nExitCode; // 0 to 255: exit(-1) reads 255 on every system; -1 if a fault, a signal or the deadline ended it
-    std::string sOutput; // standard output and standard error; lines end with \n alone on every system
-    std::string sErrors; // standard error, where RunProgram was told to keep it apart
+    std::string sOutput;      // standard output and standard error; lines end with \n alone on every system
+    std::string sErrors = {}; // standard error, where RunProgram was told to keep it apart
 };
 
 typedef void (*tChildScenario)(const std::vector<std::string>& aArguments);

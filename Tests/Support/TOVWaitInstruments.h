@@ -15,7 +15,7 @@
 #include <vector>
 
 // In milliseconds; far more than any wait here needs.
-const long DEADLINE = 60000;
+constexpr long DEADLINE = 60000;
 
 typedef std::vector<unsigned long long> tHandles;
 

@@ -11,8 +11,6 @@
 
 namespace
 {
-const char EXISTING[] = "an existing catalogue\n";
-
 class CCatalogPosixFailedCreateTest : public CCatalogTest
 {
 protected:

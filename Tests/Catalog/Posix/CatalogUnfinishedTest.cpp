@@ -8,8 +8,6 @@
 
 namespace
 {
-const char EXISTING[] = "an existing catalogue\n";
-
 class CCatalogPosixUnfinishedTest : public CCatalogTest
 {
 protected:

@@ -4,8 +4,6 @@
 
 namespace
 {
-const char EXISTING[] = "an existing catalogue\n";
-
 class CCatalogWindowsFailedCreateTest : public CCatalogTest
 {
 protected:

@@ -15,7 +15,7 @@ using namespace TOVDebug;
 namespace
 {
 // Each write to it fails as on a full disk.
-const char FULL_DISK[] = "/dev/full";
+constexpr char FULL_DISK[] = "/dev/full";
 
 // No file can grow beyond this size.
 void LimitFileSize(unsigned long ulBytes)

@@ -65,7 +65,7 @@ private:
     bool m_bChanged = false;
 };
 
-const unsigned long long ONE_LINE_A_FILE = 1;
+constexpr unsigned long long ONE_LINE_A_FILE = 1;
 } // namespace
 
 TEST(TOVUnreadableFileTest, AKeptFileThatCannotBeOpenedForLackOfDescriptorsIsNotOverwritten)

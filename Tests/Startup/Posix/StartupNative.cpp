@@ -4,8 +4,8 @@
 #include <cstring>
 #include <unistd.h>
 
-static const char TELLING[] = "TOV_TELLING";
-static const char USING[] = "using";
+static constexpr char TELLING[] = "TOV_TELLING";
+static constexpr char USING[] = "using";
 
 CTellingChildren::CTellingChildren(bool bUsing)
 {

@@ -3,8 +3,8 @@
 #include <cstring>
 #include <windows.h>
 
-static const char TELLING[] = "TOV_TELLING";
-static const char USING[] = "using";
+static constexpr char TELLING[] = "TOV_TELLING";
+static constexpr char USING[] = "using";
 
 CTellingChildren::CTellingChildren(bool bUsing)
 {

@@ -1,21 +1,20 @@
 #include "Support/Posix/TOVForkedChild.h"
 
+#include "Support/Posix/TOVStartedProgram.h"
 #include "Support/TOVWaitInstruments.h"
 
 #include <atomic>
 #include <cerrno>
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <stdexcept>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
-const int BUSY_THREADS = 3;
+constexpr int BUSY_THREADS = 3;
 
-// Whether the process at the other end of the pipe ends before the deadline.
+// Whether the process with the other end of the pipe ends before the deadline.
 bool EndsInTime(int nPipe)
 {
     pollfd oPoll = {nPipe, POLLIN, 0};
@@ -29,24 +28,17 @@ bool EndsInTime(int nPipe)
 
 bool IsTrueInFork(const std::function<bool()>& fnAction)
 {
-    int aPipe[2];
-    if (::pipe2(aPipe, O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
+    sPipe oPipe;
     const pid_t nChild = ::fork();
     if (nChild < 0)
         throw std::runtime_error("no child process");
     if (nChild == 0)
         ::_exit(fnAction() ? 0 : 1);
 
-    ::close(aPipe[1]);
-    if (!EndsInTime(aPipe[0]))
+    oPipe.oWrite.Set(-1);
+    if (!EndsInTime(oPipe.oRead.Get()))
         ::kill(nChild, SIGKILL);
-    ::close(aPipe[0]);
-    int nStatus = 0;
-    while (::waitpid(nChild, &nStatus, 0) < 0 && errno == EINTR)
-    {
-    }
-    return WIFEXITED(nStatus) && WEXITSTATUS(nStatus) == 0;
+    return WaitForExitCode(nChild) == 0;
 }
 
 int CountForksAmid(int nForks, const std::function<void()>& fnBusy, const std::function<bool()>& fnInChild)

@@ -14,8 +14,8 @@
 
 namespace
 {
-const char QUESTION_PROMPT[] = "[y]es, [n]o, [c]ancel? ";
-const char ERROR_PROMPT[] = "[Enter] ";
+constexpr char QUESTION_PROMPT[] = "[y]es, [n]o, [c]ancel? ";
+constexpr char ERROR_PROMPT[] = "[Enter] ";
 constexpr std::size_t LARGEST_PACKET = 1 << 18;
 
 class CObserver

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -22,25 +21,30 @@ void EnterSession(const sStart& oStart)
         ::dup2(aStreams[n] >= 0 ? aStreams[n] : nRest, static_cast<int>(n));
 }
 
-[[noreturn]] void BecomeProgram(const sProgram& oProgram)
+// The environment of this process with the changes.
+std::vector<std::string> Environment(const tVariables& aChanges)
 {
-    std::vector<char*> aWords;
-    for (const std::string& sWord : oProgram.aCommand)
-        aWords.push_back(const_cast<char*>(sWord.c_str()));
-    aWords.push_back(nullptr);
-
-    PrepareChild();
-    for (const auto& [sName, oValue] : oProgram.aVariables)
+    std::vector<std::string> aVariables;
+    for (char** pszVariable = environ; *pszVariable != nullptr; ++pszVariable)
     {
-        if (oValue)
-            ::setenv(sName.c_str(), oValue->c_str(), 1);
-        else
-            ::unsetenv(sName.c_str());
+        const std::string sVariable = *pszVariable;
+        if (aChanges.count(sVariable.substr(0, sVariable.find('='))) == 0)
+            aVariables.push_back(sVariable);
     }
-    if (!oProgram.sFolder.empty() && ::chdir(oProgram.sFolder.c_str()) != 0)
-        ::_exit(97);
-    ::execv(aWords[0], aWords.data());
-    ::_exit(98);
+    for (const auto& [sName, oValue] : aChanges)
+        if (oValue)
+            aVariables.push_back(sName + '=' + *oValue);
+    return aVariables;
+}
+
+// The texts as the system takes them, with a null pointer after the last one.
+std::vector<char*> Pointers(const std::vector<std::string>& aTexts)
+{
+    std::vector<char*> aPointers;
+    for (const std::string& sText : aTexts)
+        aPointers.push_back(const_cast<char*>(sText.c_str()));
+    aPointers.push_back(nullptr);
+    return aPointers;
 }
 } // namespace
 
@@ -71,6 +75,11 @@ bool ReadSome(int nDescriptor, std::string& sText, std::size_t nBytes)
 
 pid_t StartProgram(const sProgram& oProgram, const sStart& oStart)
 {
+    // All memory is allocated before the fork: in the new process another thread's lock of the heap could stay taken.
+    const std::vector<std::string> aEnvironment = Environment(oProgram.aVariables);
+    const std::vector<char*> aVariables = Pointers(aEnvironment);
+    const std::vector<char*> aWords = Pointers(oProgram.aCommand);
+
     const pid_t nProcess = ::fork();
     if (nProcess < 0)
         throw std::runtime_error("no child process");
@@ -79,7 +88,11 @@ pid_t StartProgram(const sProgram& oProgram, const sStart& oStart)
         EnterSession(oStart);
         if (oStart.fnInChild)
             oStart.fnInChild();
-        BecomeProgram(oProgram);
+        PrepareChild();
+        if (!oProgram.sFolder.empty() && ::chdir(oProgram.sFolder.c_str()) != 0)
+            ::_exit(97);
+        ::execve(aWords[0], aWords.data(), aVariables.data());
+        ::_exit(98);
     }
     return nProcess;
 }
