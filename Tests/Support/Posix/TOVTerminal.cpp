@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
 
@@ -66,19 +67,22 @@ private:
         }
     };
 
-    // Returns the index of the last character of the sequence.
+    // Returns the index of the last character of the sequence. The first character of any other one is shown as it is.
     std::size_t ObeySequence(const std::string& sOutput, std::size_t nStart)
     {
-        const std::size_t nEnd = sOutput.find_first_of("Km", nStart);
-        if (sOutput.compare(nStart, 2, "\x1b[") != 0 || nEnd == std::string::npos)
+        const std::size_t nParameter = nStart + 2;
+        const std::size_t nEnd = sOutput.find_first_not_of("0123456789", nParameter);
+        const char cCommand =
+            nEnd != std::string::npos && sOutput.compare(nStart, 2, "\x1b[") == 0 ? sOutput[nEnd] : '\0';
+        if (cCommand == 'm')
+            m_sColour = NameOfColour(sOutput.substr(nParameter, nEnd - nParameter));
+        else if (cCommand == 'K' && nEnd == nParameter)
+            SetWidth(m_nColumn);
+        else
         {
             Show(sOutput[nStart]);
             return nStart;
         }
-        if (sOutput[nEnd] == 'm')
-            m_sColour = NameOfColour(sOutput.substr(nStart + 2, nEnd - nStart - 2));
-        else
-            SetWidth(m_nColumn);
         return nEnd;
     }
 
@@ -126,6 +130,8 @@ struct CTerminal::sState
 
 CTerminal::CTerminal(const sProgram& oProgram) : m_pState(new sState)
 {
+    // The new process inherits this side. So its end is noticed even if it ends before it opens the terminal itself.
+    const CDescriptor oOther(::open(m_pState->oTerminal.Name().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     sStart oStart;
     oStart.bOwnSession = true;
     oStart.sTerminal = m_pState->oTerminal.Name();
