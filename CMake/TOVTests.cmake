@@ -35,8 +35,8 @@ target_link_libraries(gtest PUBLIC Threads::Threads)
 target_compile_options(gtest INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 tov_compile_quickly(gtest)
 
-# tov_list_tests(<program> <file>...): holds the folder's CMakeLists.txt to be complete. The build of the program fails when
-# a source file of the folder is among the files of no such call.
+# tov_list_tests(<program> <file>...): checks that the folder's CMakeLists.txt is complete. The build of the program
+# fails when the folder holds a source file that is among the files of no such call.
 function(tov_list_tests program)
     get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
     set(check "Tests${folder}IsComplete")
@@ -54,7 +54,7 @@ endfunction()
 
 # tov_add_tests(<Folder> <file>... [NATIVE <file>...] [POSIX <file>...] [WINDOWS <file>...]): builds the test program
 # Test<Folder> of the listed files and makes it a test of CTest, which runs its cases as CMake/run-cases describes. What
-# stands after the keywords is told in TOVNativeSources. The build fails when a source file of the folder is not listed,
+# the keywords mean is told in TOVNativeSources. The build fails when a source file of the folder is not listed,
 # and a program without a case is a failed test.
 function(tov_add_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 files "" "" "NATIVE;POSIX;WINDOWS")

@@ -1,4 +1,4 @@
-// Programs that a test starts as child processes, this test program among them.
+// How a test starts programs as child processes; the test program itself can be one of them.
 #pragma once
 
 #include "Support/TOVTestSupport.h"
@@ -7,17 +7,17 @@
 #include <map>
 #include <optional>
 
-// Every child process is ended from outside when it has not come to its end by then.
+// A child process that has not ended by then is ended from outside.
 constexpr std::chrono::seconds CHILD_DEADLINE(240);
 
-// Environment variables: the value, or nothing for a variable that does not exist.
+// Environment variables by name. A variable without a value does not exist.
 typedef std::map<std::string, std::optional<std::string>> tVariables;
 
-// The sanitizers' leak check is off. A program that ends in the middle of things leaves memory behind, which is no leak
-// of the library.
+// These variables switch the leak check of the sanitizers off. A program that ends in the middle of its work leaves
+// memory behind, which is no leak of the library.
 extern const tVariables NO_LEAK_CHECK;
 
-// How a program is started.
+// A program, and the conditions under which it is started.
 struct sProgram
 {
     std::vector<std::string> aCommand; // full path and arguments
@@ -25,14 +25,14 @@ struct sProgram
     tVariables aVariables;             // what differs from the environment of this process
 };
 
-// Full path of the running test program, and of another file in its folder.
+// The full path of the running test program, and that of another file in its folder.
 std::string PathOfThisProgram();
 std::string PathBesideThisProgram(const std::string& sName);
 
-// This test program as it runs a scenario that is defined with TOV_CHILD, without leak check.
+// This test program, which runs a scenario that is defined with TOV_CHILD. The leak check is off.
 sProgram ScenarioProgram(const std::string& sScenario, const std::vector<std::string>& aArguments = {});
 
-// Where a program's standard error goes.
+// Where the standard error of a program goes.
 enum eErrors
 {
     eErrorsAmongOutput,

@@ -1,4 +1,4 @@
-// A pseudo-terminal, from the user's side.
+// A pseudo-terminal, seen from the side of the user.
 #pragma once
 
 #include "Support/Posix/TOVStartedProgram.h"
@@ -12,7 +12,7 @@ public:
     // The name under which a program opens its side.
     const std::string& Name() const { return m_sName; }
 
-    // What the program writes can be read from this, until no process has its side open any more.
+    // What the program writes can be read from this descriptor. Its end comes when no process has the other side open.
     int Descriptor() const { return m_oUser.Get(); }
 
     // Presses these keys. Returns false if the terminal does not take them.

@@ -1,4 +1,4 @@
-// How a program is started: what the instruments for child processes and for terminals share.
+// Starts programs. The instruments for child processes, for terminals and for observed children are made of this.
 #pragma once
 
 #include "Support/TOVChildProcess.h"
@@ -6,7 +6,7 @@
 #include <functional>
 #include <sys/types.h>
 
-// An open descriptor, closed at the end.
+// Owns an open descriptor and closes it at the end.
 class CDescriptor
 {
 public:
@@ -15,7 +15,7 @@ public:
     CDescriptor(const CDescriptor&) = delete;
     CDescriptor& operator=(const CDescriptor&) = delete;
 
-    // Closes the one that it has.
+    // Closes the descriptor that it owns, and owns this one from now on; -1 stands for none.
     void Set(int nDescriptor);
 
     int Get() const { return m_nDescriptor; }
@@ -24,7 +24,7 @@ private:
     int m_nDescriptor;
 };
 
-// A program inherits neither end of the pipe, except as one of its standard streams.
+// A pipe. A program inherits an end only as one of its standard streams.
 struct sPipe
 {
     sPipe();
@@ -33,32 +33,31 @@ struct sPipe
     CDescriptor oWrite;
 };
 
-// Appends what can be read, at most so many bytes, and waits for it where there is nothing yet. Returns false at the
-// end.
+// Appends what can be read, at most so many bytes, and waits if there is nothing yet. Returns false at the end.
 bool ReadSome(int nDescriptor, std::string& sText, std::size_t nBytes = 65536);
 
-// What a new process has from its start.
+// What a new process has from its beginning.
 struct sStart
 {
-    // Its standard streams. -1 stands for /dev/null.
+    // Its standard streams; -1 stands for /dev/null.
     int nInput = -1;
     int nOutput = -1;
     int nErrors = -1;
 
-    bool bOwnSession = false; // no terminal of this process can reach it
-    std::string sTerminal;    // the terminal that controls its own session, and stands in the place of /dev/null above
+    bool bOwnSession = false; // it is cut off from the terminal of this process
+    std::string sTerminal;    // controls its own session, and stands in the place of /dev/null above; empty: none
 
-    std::function<void()> fnInChild; // called in the new process as the last thing before it becomes the program
+    std::function<void()> fnInChild; // the new process calls this before it becomes the program
 };
 
 // Starts a program and returns its process. A program that cannot be started ends with exit code 97 or 98.
 pid_t StartProgram(const sProgram& oProgram, const sStart& oStart);
 
-// The exit code in a status of waitpid, or -1 if a signal ended the process.
+// The exit code that a status of waitpid holds, or -1 if a signal ended the process.
 int ExitCodeOf(int nStatus);
 
-// Waits without a deadline for the end of a process that does end, and returns its exit code in the same way.
+// Waits without a deadline for the end of a process, and returns its exit code, or -1 if a signal ended it.
 int WaitForExitCode(pid_t nProcess);
 
-// Does the same as RunProgram, with this action of the new process before it becomes the program.
+// Does the same as RunProgram, but the new process calls fnInChild before it becomes the program.
 sChildResult RunProgramAfter(const std::function<void()>& fnInChild, const sProgram& oProgram, eErrors eWhere);

@@ -1,4 +1,4 @@
-// How a program is started: what the instruments for child processes and for terminals share.
+// Starts programs. The instruments for child processes, for terminals and for observed children are made of this.
 #pragma once
 
 #include "Support/TOVChildProcess.h"
@@ -22,10 +22,10 @@ public:
     // Closes that end here and begins to read, after the start of the program.
     void StartReading();
 
-    // What the program has written so far. Lines end with \n alone.
+    // What the program has written so far, where lines end with \n alone.
     std::string SoFar() const;
 
-    // All that it wrote, after its end. Once.
+    // All that the program wrote. To be called once, after its end.
     std::string Finish();
 
 private:
@@ -36,11 +36,12 @@ private:
     std::thread m_oReader;
 };
 
-// A program that was started, with these standard streams, which it inherits.
+// A program that was started.
 class CStartedProgram
 {
 public:
-    // The flags are those of CreateProcess. Throws std::runtime_error if the program cannot be started.
+    // The program inherits the handles as its standard streams. The flags are those of CreateProcess. Throws
+    // std::runtime_error if the program cannot be started.
     CStartedProgram(const sProgram& oProgram, HANDLE hInput, HANDLE hOutput, HANDLE hErrors, DWORD dwFlags = 0);
     ~CStartedProgram();
     CStartedProgram(const CStartedProgram&) = delete;
@@ -49,7 +50,7 @@ public:
     HANDLE Process() const { return m_oProcess.hProcess; }
     DWORD ProcessId() const { return m_oProcess.dwProcessId; }
 
-    // Waits so long for its end. Returns false if it still runs.
+    // Waits for its end no longer than this. Returns false if it still runs then.
     bool EndsWithin(DWORD dwMilliseconds) const;
 
     // Ends it from outside, and waits for its end under the deadline.
