@@ -1,5 +1,5 @@
 // Many threads on few objects: whatever the order, nothing is lost and nothing is given twice.
-#include "Support/TOVWaitInstruments.h"
+#include "TOVPlatform/TOVSynchronizationInstruments.h"
 
 #include <TOVPlatform/TOVThread.h>
 
@@ -44,14 +44,6 @@ void LockSomehow(unsigned long long hMutex, int nTurn)
         Event::Wait(hMutex);
         break;
     }
-}
-
-int Drain(unsigned long long hObject)
-{
-    int nCount = 0;
-    while (TakesNow(hObject))
-        ++nCount;
-    return nCount;
 }
 } // namespace
 

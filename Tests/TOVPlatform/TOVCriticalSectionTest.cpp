@@ -68,7 +68,13 @@ TEST(TOVPlatformCriticalSectionCreateTest, TakesAnySpinCount)
         const unsigned long long hLock = CriticalSection::Create(ulSpinCount);
         EXPECT_NE(0ull, hLock) << ulSpinCount;
         CriticalSection::Enter(hLock);
+        CBlockableThread oOther([hLock] {
+            CriticalSection::Enter(hLock);
+            CriticalSection::Leave(hLock);
+        });
+        EXPECT_TRUE(oOther.IsBlocked()) << ulSpinCount;
         CriticalSection::Leave(hLock);
+        EXPECT_TRUE(oOther.Finishes()) << ulSpinCount;
         CriticalSection::Destroy(hLock);
     }
 }

@@ -1,6 +1,6 @@
+#include "Support/TOVAllocationCounter.h"
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVExhaustedSystem.h"
-#include "Support/TOVWaitInstruments.h"
+#include "TOVPlatform/TOVSynchronizationInstruments.h"
 
 #include <TOVPlatform/TOVThread.h>
 
@@ -22,13 +22,6 @@ unsigned long long CreateManual()
 {
     return Event::Create(true, false, nullptr);
 }
-
-// A value that the compiler does not see through: narrowing it is the library's affair where long is wider.
-long ToLong(unsigned long long ullValue)
-{
-    volatile unsigned long long ullHidden = ullValue;
-    return static_cast<long>(ullHidden);
-}
 } // namespace
 
 TEST(TOVEventTest, StartsAsAsked)
@@ -43,14 +36,6 @@ TEST(TOVEventTest, StartsAsAsked)
             EXPECT_EQ(bSignalled && bManualReset, Event::TimedWait(hEvent, 0)) << bManualReset;
         }
     }
-}
-
-TEST(TOVEventTest, HasAHandleOfItsOwn)
-{
-    const COwnHandle hFirst(CreateAuto());
-    const COwnHandle hSecond(CreateAuto());
-
-    EXPECT_NE(static_cast<unsigned long long>(hFirst), static_cast<unsigned long long>(hSecond));
 }
 
 TEST(TOVEventTest, IsIndependentOfOthers)
@@ -275,14 +260,6 @@ TEST(TOVEventTest, IsWaitedForByTheWaitsOfOtherKinds)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, IsDestroyedOnce)
-{
-    const unsigned long long hEvent = CreateAuto();
-
-    EXPECT_TRUE(Event::Destroy(hEvent));
-    EXPECT_FALSE(Event::Destroy(hEvent));
-}
-
 TEST(TOVEventTest, LeavesOthersAloneWhenDestroyed)
 {
     const COwnHandle hFirst(Event::Create(true, true, nullptr));
@@ -314,43 +291,4 @@ TEST(TOVEventTest, KeepsNoMemoryWhenDestroyed)
         Event::Destroy(CreateAuto());
 
     EXPECT_GE(0, oCounter.Kept());
-}
-
-TEST(TOVEventTest, WidensANativeHandleWithItsSign)
-{
-    const COwnHandle hEvent(CreateAuto());
-    const unsigned long long hValue = hEvent;
-
-    if (sizeof(void*) == 4)
-    {
-        EXPECT_EQ(static_cast<unsigned long long>(static_cast<std::int32_t>(hValue)), hValue);
-    }
-    else
-    {
-        EXPECT_NE(0ull, hValue);
-    }
-}
-
-#if TOV_CAN_FAIL_ALLOCATIONS
-TEST(TOVEventTest, IsZeroWhenTheSystemHasNoMore)
-{
-    unsigned long long hEvent = 1;
-    {
-        CExhaustedSystem oNoMore;
-        hEvent = CreateAuto();
-    }
-    EXPECT_EQ(0ull, hEvent);
-}
-#endif
-
-TEST(TOVEventTest, LogsNothing)
-{
-    CLogRecorder oLog;
-
-    Event::Destroy(CreateAuto());
-    Event::Signal(0);
-    Event::Destroy(0);
-
-    EXPECT_TRUE(oLog.Lines().empty());
-    EXPECT_TRUE(oLog.Checks().empty());
 }

@@ -1,6 +1,6 @@
 // Events, mutexes and semaphores that have a name, inside one process.
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVWaitInstruments.h"
+#include "TOVPlatform/TOVSynchronizationInstruments.h"
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
@@ -8,35 +8,7 @@ namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 
 namespace
 {
-struct sKind
-{
-    const char* szName;
-    unsigned long long (*fnCreate)(const char* szName); // can be had, once
-    bool (*fnDestroy)(unsigned long long hObject);
-};
-
-unsigned long long MakeEvent(const char* szName)
-{
-    return Event::Create(false, true, szName);
-}
-
-unsigned long long MakeMutex(const char* szName)
-{
-    return Mutex::Create(false, szName);
-}
-
-unsigned long long MakeSemaphore(const char* szName)
-{
-    return Semaphore::Create(1, 1, szName);
-}
-
-const sKind KINDS[] = {
-    {"Event", &MakeEvent, &Event::Destroy},
-    {"Mutex", &MakeMutex, &Mutex::Destroy},
-    {"Semaphore", &MakeSemaphore, &Semaphore::Destroy},
-};
-
-class TOVNamedObjectTest : public testing::TestWithParam<sKind>
+class TOVNamedObjectTest : public testing::TestWithParam<sObjectKind>
 {
 protected:
     static unsigned long long Create(const std::string& sName) { return GetParam().fnCreate(sName.c_str()); }
@@ -51,8 +23,7 @@ protected:
     const std::string m_sName = UniqueName();
 };
 
-INSTANTIATE_TEST_SUITE_P(Kind, TOVNamedObjectTest, testing::ValuesIn(KINDS),
-                         [](const testing::TestParamInfo<sKind>& oInfo) { return oInfo.param.szName; });
+INSTANTIATE_TEST_SUITE_P(Kind, TOVNamedObjectTest, testing::ValuesIn(OBJECT_KINDS), KindName);
 } // namespace
 
 TEST_P(TOVNamedObjectTest, IsSharedByAllOfItsName)
@@ -147,7 +118,7 @@ TEST_P(TOVNamedObjectTest, TellsLongNamesApartByTheirEnd)
 TEST_P(TOVNamedObjectTest, RefusesANameOfAnotherKind)
 {
     const COwnHandle hObject(Create(m_sName));
-    for (const sKind& oKind : KINDS)
+    for (const sObjectKind& oKind : OBJECT_KINDS)
     {
         const unsigned long long hOther = oKind.fnCreate(m_sName.c_str());
         EXPECT_EQ(oKind.fnCreate == GetParam().fnCreate, hOther != 0) << oKind.szName;
@@ -159,7 +130,7 @@ TEST_P(TOVNamedObjectTest, RefusesANameOfAnotherKind)
 
 TEST_P(TOVNamedObjectTest, LeavesItsNameToAnyKindWhenItIsGone)
 {
-    for (const sKind& oKind : KINDS)
+    for (const sObjectKind& oKind : OBJECT_KINDS)
     {
         EXPECT_TRUE(GetParam().fnDestroy(Create(m_sName)));
         const unsigned long long hOther = oKind.fnCreate(m_sName.c_str());

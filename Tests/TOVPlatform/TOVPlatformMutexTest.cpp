@@ -1,5 +1,4 @@
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVWaitInstruments.h"
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
@@ -241,14 +240,6 @@ TEST(TOVPlatformMutexTest, UnlockLeavesOtherKindsAlone)
     EXPECT_EQ(-2, WaitForAny({hEvent, hSemaphore}, 0));
 }
 
-TEST(TOVPlatformMutexTest, IsDestroyedOnce)
-{
-    const unsigned long long hMutex = CreateFree();
-
-    EXPECT_TRUE(Mutex::Destroy(hMutex));
-    EXPECT_FALSE(Mutex::Destroy(hMutex));
-}
-
 TEST(TOVPlatformMutexTest, CanBeDestroyedByItsOwner)
 {
     const unsigned long long hMutex = Mutex::Create(true, nullptr);
@@ -272,43 +263,4 @@ TEST(TOVPlatformMutexTest, CanBeDestroyedWhileAnotherThreadOwnsIt)
 
     EXPECT_EQ(0, WaitForAny({hOther}, 0)) << "not abandoned like the one before it";
     Mutex::Unlock(hOther);
-}
-
-TEST(TOVPlatformMutexTest, WidensANativeHandleWithItsSign)
-{
-    const COwnHandle hMutex(CreateFree());
-    const unsigned long long hValue = hMutex;
-
-    if (sizeof(void*) == 4)
-    {
-        EXPECT_EQ(static_cast<unsigned long long>(static_cast<std::int32_t>(hValue)), hValue);
-    }
-    else
-    {
-        EXPECT_NE(0ull, hValue);
-    }
-}
-
-#if TOV_CAN_FAIL_ALLOCATIONS
-TEST(TOVPlatformMutexTest, IsZeroWhenTheSystemHasNoMore)
-{
-    unsigned long long hMutex = 1;
-    {
-        CExhaustedSystem oNoMore;
-        hMutex = CreateFree();
-    }
-    EXPECT_EQ(0ull, hMutex);
-}
-#endif
-
-TEST(TOVPlatformMutexTest, LogsNothing)
-{
-    CLogRecorder oLog;
-
-    Mutex::Lock(0);
-    Mutex::Unlock(0);
-    Mutex::Destroy(Mutex::Create(true, nullptr));
-
-    EXPECT_TRUE(oLog.Lines().empty());
-    EXPECT_TRUE(oLog.Checks().empty());
 }

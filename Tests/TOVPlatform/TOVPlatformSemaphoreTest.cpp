@@ -1,28 +1,8 @@
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVExhaustedSystem.h"
-#include "Support/TOVWaitInstruments.h"
+#include "TOVPlatform/TOVSynchronizationInstruments.h"
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
-
-namespace
-{
-// A value that the compiler does not see through: narrowing it is the library's affair where long is wider.
-long ToLong(unsigned long long ullValue)
-{
-    volatile unsigned long long ullHidden = ullValue;
-    return static_cast<long>(ullHidden);
-}
-
-// How often the semaphore can still be locked; it is at 0 afterwards.
-int Drain(unsigned long long hSemaphore)
-{
-    int nCount = 0;
-    while (Semaphore::TryLock(hSemaphore, 0))
-        ++nCount;
-    return nCount;
-}
-} // namespace
 
 TEST(TOVPlatformSemaphoreTest, CanBeLockedAsOftenAsItsInitialCount)
 {
@@ -206,35 +186,4 @@ TEST(TOVPlatformSemaphoreTest, UnlockFailsOnOtherKinds)
 
     EXPECT_EQ(0, Semaphore::Unlock(hEvent, 1));
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
-}
-
-TEST(TOVPlatformSemaphoreTest, IsDestroyedOnce)
-{
-    const unsigned long long hSemaphore = Semaphore::Create(1, 1, nullptr);
-
-    EXPECT_TRUE(Semaphore::Destroy(hSemaphore));
-    EXPECT_FALSE(Semaphore::Destroy(hSemaphore));
-}
-
-#if TOV_CAN_FAIL_ALLOCATIONS
-TEST(TOVPlatformSemaphoreTest, IsZeroWhenTheSystemHasNoMore)
-{
-    unsigned long long hSemaphore = 1;
-    {
-        CExhaustedSystem oNoMore;
-        hSemaphore = Semaphore::Create(1, 1, nullptr);
-    }
-    EXPECT_EQ(0ull, hSemaphore);
-}
-#endif
-
-TEST(TOVPlatformSemaphoreTest, LogsNothing)
-{
-    CLogRecorder oLog;
-
-    EXPECT_EQ(0ull, Semaphore::Create(2, 1, nullptr));
-    EXPECT_EQ(0, Semaphore::Unlock(0, 1));
-
-    EXPECT_TRUE(oLog.Lines().empty());
-    EXPECT_TRUE(oLog.Checks().empty());
 }

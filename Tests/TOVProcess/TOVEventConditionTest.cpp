@@ -2,6 +2,8 @@
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRefusal.h"
+#include "Support/TOVUnended.h"
 #include "Support/TOVWaitInstruments.h"
 #include "TOVProcess/TOVConditionEvents.h"
 
@@ -10,7 +12,6 @@
 #include <climits>
 #include <functional>
 #include <memory>
-#include <new>
 #include <type_traits>
 
 namespace
@@ -23,21 +24,8 @@ static_assert(tCondition::eConditionTypeAny == 0);
 static_assert(tCondition::eConditionTypeAll == 1);
 static_assert(std::has_virtual_destructor<tCondition>::value);
 
-// The condition that nobody destroys: copies share the array of handles, which belongs to the original.
-class CCopy
-{
-public:
-    explicit CCopy(const tCondition& oOriginal) : m_pCopy(new (m_aMemory) tCondition(oOriginal)) {}
-    CCopy(const CCopy&) = delete;
-    CCopy& operator=(const CCopy&) = delete;
-
-    tCondition& operator*() { return *m_pCopy; }
-    tCondition* operator->() { return m_pCopy; }
-
-private:
-    alignas(tCondition) unsigned char m_aMemory[sizeof(tCondition)];
-    tCondition* m_pCopy;
-};
+// Nobody destroys these: copies share the array of handles, which belongs to the original.
+typedef CUnended<tCondition> tCopy;
 
 class CTOVEventConditionTest : public CConditionFixture
 {
@@ -129,8 +117,8 @@ TEST_F(CTOVEventConditionTest, TheArraysItIsMadeOfMayGo)
 
 TEST_F(CTOVEventConditionTest, RefusesNoEvents)
 {
-    CTOVEvent* const pNone = NULL;
-    CTOVEvent** const ppNone = NULL;
+    CTOVEvent* const pNone = nullptr;
+    CTOVEvent** const ppNone = nullptr;
     CTOVEvent* aPointers[] = {&m_aEvents[0]};
 
     EXPECT_CHECK("pEvents != NULL", tCondition(ANY, pNone, 1));
@@ -167,7 +155,7 @@ TEST_F(CTOVEventConditionTest, LeavesTheEventsAloneAtItsEnd)
 TEST_F(CTOVEventConditionTest, ACopySharesTheArrayOfHandles)
 {
     tCondition oCondition(ALL, m_aEvents, 4);
-    CCopy oCopy(oCondition);
+    tCopy oCopy(oCondition);
 
     EXPECT_EQ(ALL, TypeOf(*oCopy));
     EXPECT_EQ(HandlesOf(oCondition), HandlesOf(*oCopy));
@@ -211,10 +199,10 @@ TEST_F(CTOVEventConditionTest, ToItselfIsAssignedUnchanged)
 TEST_F(CTOVEventConditionTest, WaitsRefuseAMissingArrayFirstAndThenANumberBelowOne)
 {
     const tCondition oCondition(ANY, m_aEvents, 4);
-    CCopy oNoArray(oCondition);
-    HandlesOf(*oNoArray) = NULL;
+    tCopy oNoArray(oCondition);
+    HandlesOf(*oNoArray) = nullptr;
     NumberOf(*oNoArray) = 0;
-    CCopy oNoNumber(oCondition);
+    tCopy oNoNumber(oCondition);
 
     EXPECT_CHECK("m_pEventHandles != NULL", oNoArray->Wait());
     EXPECT_CHECK("m_pEventHandles != NULL", oNoArray->TimedWait(0));
@@ -229,10 +217,10 @@ TEST_F(CTOVEventConditionTest, WaitsRefuseAMissingArrayFirstAndThenANumberBelowO
 TEST_F(CTOVEventConditionTest, TellsAtItsEndThatItHasNoArray)
 {
     const tCondition oCondition(ANY, m_aEvents, 4);
-    CCopy oNoArray(oCondition);
-    HandlesOf(*oNoArray) = NULL;
+    tCopy oNoArray(oCondition);
+    HandlesOf(*oNoArray) = nullptr;
 
-    EXPECT_TOLD_CHECK_AT("TOVEventCondition", "m_pEventHandles != NULL", oNoArray->~CTOVEventCondition());
+    EXPECT_TOLD_CHECK_AT("TOVEventCondition", "m_pEventHandles != NULL", oNoArray.End());
 }
 
 TEST_F(CTOVEventConditionTest, TakesMemoryWhenItIsMadeOnly)
@@ -255,13 +243,7 @@ TEST_F(CTOVEventConditionTest, TakesMemoryWhenItIsMadeOnly)
 TEST_F(CTOVEventConditionTest, ARefusedOneLeavesNothingBehind)
 {
     const CAllocationCounter oCounter;
-    try
-    {
-        tCondition oCondition(ANY, m_aEvents, 0);
-    }
-    catch (const TOVDebug::CTOVAssertException&)
-    {
-    }
+    EXPECT_TRUE(FailsACheck([this] { tCondition oCondition(ANY, m_aEvents, 0); }));
     EXPECT_EQ(0, oCounter.Kept());
 }
 
@@ -310,14 +292,7 @@ TEST_F(CTOVEventConditionTest, IsNotMadeWithoutMemory)
         bool bRefused = false;
         {
             const CAllocationFailure oFailure;
-            try
-            {
-                fnWay();
-            }
-            catch (const TOVDebug::CTOVAssertException&)
-            {
-                bRefused = true;
-            }
+            bRefused = FailsACheck(fnWay);
         }
         EXPECT_TRUE(bRefused);
         EXPECT_STREQ("m_pEventHandles != NULL", oRecorder.Text());

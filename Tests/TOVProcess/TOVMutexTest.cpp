@@ -1,42 +1,20 @@
 #include "Support/TOVBlockableThread.h"
-#include "Support/TOVExhaustedSystem.h"
-#include "Support/TOVPrivateMember.h"
-#include "Support/TOVWaitInstruments.h"
-
-#include <TOVProcess/TOVMutex.h>
+#include "Support/TOVUnended.h"
+#include "TOVProcess/TOVLockInstruments.h"
 
 #include <cstdio>
-#include <new>
 #include <type_traits>
 
 namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
 
 namespace
 {
-TOV_PRIVATE_MEMBER(HandleOf, CTOVMutex, unsigned long long, m_hMutex)
 TOV_PRIVATE_MEMBER(StateOf, CTOVMutex, bool, m_bMutexState)
 
 static_assert(std::has_virtual_destructor<CTOVMutex>::value);
 static_assert(std::is_same<decltype(&CTOVMutex::Lock), void (CTOVMutex::*)() const>::value);
 static_assert(std::is_same<decltype(&CTOVMutex::Unlock), void (CTOVMutex::*)() const>::value);
 static_assert(std::is_same<decltype(&CTOVMutex::IsLocked), bool (CTOVMutex::*)() const>::value);
-
-// A mutex that has lost its handle, until the end.
-class CMutexWithoutHandle : public CTOVMutex
-{
-public:
-    CMutexWithoutHandle() : m_hKept(GetHandle()) { HandleOf(*this) = 0; }
-    ~CMutexWithoutHandle() override { HandleOf(*this) = m_hKept; }
-
-private:
-    const unsigned long long m_hKept;
-};
-
-// Memory for a mutex whose destructor is called by the test.
-struct sMutexStorage
-{
-    alignas(CTOVMutex) unsigned char aMemory[sizeof(CTOVMutex)];
-};
 } // namespace
 
 TEST(CTOVMutexTest, IsFreeAtFirst)
@@ -75,19 +53,6 @@ TEST(CTOVMutexTest, IsTakenByAskingWhetherAFreeOneIsLocked)
     EXPECT_FALSE(IsLockedForOthers(oMutex.GetHandle()));
 }
 
-TEST(CTOVMutexTest, GetsALevelMoreWhenItsOwnerAsks)
-{
-    const CTOVMutex oMutex;
-    oMutex.Lock();
-
-    EXPECT_FALSE(oMutex.IsLocked());
-
-    oMutex.Unlock();
-    EXPECT_TRUE(IsLockedForOthers(oMutex.GetHandle()));
-    oMutex.Unlock();
-    EXPECT_FALSE(IsLockedForOthers(oMutex.GetHandle()));
-}
-
 TEST(CTOVMutexTest, IsLockedForAnotherThread)
 {
     const CTOVMutex oMutex;
@@ -115,129 +80,21 @@ TEST(CTOVMutexTest, CountsAsLockedAndIsTakenWhenItsOwnerHasDied)
     EXPECT_FALSE(IsLockedForOthers(oMutex.GetHandle()));
 }
 
-TEST(CTOVMutexTest, ProtectsAPlainNumber)
-{
-    const int nTurns = 2000;
-    const CTOVMutex oMutex;
-    int nCount = 0;
-    CThreadGroup oThreads;
-    oThreads.Start(4, [&](int) {
-        for (int nTurn = 0; nTurn < nTurns; ++nTurn)
-        {
-            oMutex.Lock();
-            ++nCount;
-            oMutex.Unlock();
-        }
-    });
-    oThreads.Join();
-
-    EXPECT_EQ(4 * nTurns, nCount);
-}
-
-TEST(CTOVMutexTest, SharesItsMutexAndItsStateWithACopy)
+TEST(CTOVMutexTest, CopiesItsState)
 {
     CTOVMutex oMutex;
+    CTOVMutex oTarget;
+    const COwnHandle hOld(oTarget.GetHandle());
     for (const bool bState : {false, true})
     {
         StateOf(oMutex) = bState;
-        sMutexStorage oStorage;
-        CTOVMutex& oCopy = *new (oStorage.aMemory) CTOVMutex(oMutex);
-        EXPECT_EQ(oMutex.GetHandle(), oCopy.GetHandle());
-        EXPECT_EQ(bState, StateOf(oCopy));
+        CUnended<CTOVMutex> oCopy(oMutex);
+        EXPECT_EQ(bState, StateOf(*oCopy));
 
-        oCopy.Lock();
-        EXPECT_TRUE(IsLockedForOthers(oMutex.GetHandle()));
-        oMutex.Unlock();
-        EXPECT_FALSE(IsLockedForOthers(oMutex.GetHandle()));
+        StateOf(oTarget) = !bState;
+        oTarget = *oCopy;
+        EXPECT_EQ(bState, StateOf(oTarget));
     }
-}
-
-TEST(CTOVMutexTest, CanBeCopiedWithTheStateThatNobodyHasSet)
-{
-    const CTOVMutex oMutex;
-    sMutexStorage oStorage;
-    CTOVMutex& oCopy = *new (oStorage.aMemory) CTOVMutex(oMutex);
-    CTOVMutex oTarget;
-    const COwnHandle hOld(oTarget.GetHandle());
-
-    oTarget = oCopy;
-
-    EXPECT_EQ(oMutex.GetHandle(), oTarget.GetHandle());
-}
-
-TEST(CTOVMutexTest, IsClosedByTheFirstDestructorOfTwoCopies)
-{
-    CLogRecorder oLog;
-    CTOVMutex oMutex;
-    StateOf(oMutex) = false;
-    {
-        CTOVMutex oCopy(oMutex);
-    }
-
-    EXPECT_EQ(-1, WaitForAny({oMutex.GetHandle()}, 0));
-    EXPECT_TRUE(oMutex.IsLocked()) << "a wait that failed";
-    EXPECT_TRUE(oLog.Lines().empty());
-    EXPECT_TRUE(oLog.Checks().empty());
-}
-
-TEST(CTOVMutexTest, SharesWhatIsAssignedAndLeavesItsOldMutexOpen)
-{
-    CTOVMutex oTarget;
-    const COwnHandle hOld(oTarget.GetHandle());
-    CTOVMutex oSource;
-    StateOf(oSource) = true;
-    StateOf(oTarget) = false;
-
-    EXPECT_EQ(&oTarget, &(oTarget = oSource));
-
-    EXPECT_EQ(oSource.GetHandle(), oTarget.GetHandle());
-    EXPECT_TRUE(StateOf(oTarget));
-    EXPECT_FALSE(IsLockedForOthers(hOld)) << "still there";
-}
-
-TEST(CTOVMutexTest, ClosesItsHandleAtTheEnd)
-{
-    unsigned long long hMutex = 0;
-    {
-        const CTOVMutex oMutex;
-        hMutex = oMutex.GetHandle();
-    }
-
-    EXPECT_EQ(-1, WaitForAny({hMutex}, 0));
-}
-
-TEST(CTOVMutexTest, RefusesToLockWithoutAHandle)
-{
-    const CMutexWithoutHandle oMutex;
-    EXPECT_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", oMutex.Lock());
-}
-
-TEST(CTOVMutexTest, RefusesToUnlockWithoutAHandle)
-{
-    const CMutexWithoutHandle oMutex;
-    EXPECT_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", oMutex.Unlock());
-}
-
-TEST(CTOVMutexTest, RefusesToTellWhetherItIsLockedWithoutAHandle)
-{
-    const CMutexWithoutHandle oMutex;
-    EXPECT_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", oMutex.IsLocked());
-}
-
-TEST(CTOVMutexTest, RefusesToGiveAHandleThatItHasNot)
-{
-    const CMutexWithoutHandle oMutex;
-    EXPECT_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", oMutex.GetHandle());
-}
-
-TEST(CTOVMutexTest, TellsAtItsEndThatItHasNoHandle)
-{
-    sMutexStorage oStorage;
-    CTOVMutex* pMutex = new (oStorage.aMemory) CTOVMutex;
-    const COwnHandle hMutex(pMutex->GetHandle());
-    HandleOf(*pMutex) = 0;
-
-    EXPECT_TOLD_CHECK_AT("TOVProcess/TOVMutex", "m_hMutex != NULL", pMutex->~CTOVMutex());
 }
 
 namespace
@@ -281,24 +138,3 @@ TEST(CTOVMutexTest, EndsInPeaceWhenAListenerThrowsAtItsCheck)
     EXPECT_NE(std::string::npos, oResult.sOutput.find("told of m_hMutex != NULL")) << oResult.sOutput;
     EXPECT_NE(std::string::npos, oResult.sOutput.find("went on")) << oResult.sOutput;
 }
-
-#if TOV_CAN_FAIL_ALLOCATIONS
-TEST(CTOVMutexTest, LogsThatItCouldNotBeCreatedAndGoesOn)
-{
-    CQuietRecorder oLog;
-    sMutexStorage oStorage;
-    CTOVMutex* pMutex = nullptr;
-    {
-        CExhaustedSystem oNoMore;
-        pMutex = new (oStorage.aMemory) CTOVMutex;
-    }
-    EXPECT_EQ(1, oLog.Count());
-    EXPECT_STREQ("CTOVMutex::CTOVMutex(): TOVPlatform::TOVSynchronization::Mutex_Create() failed!", oLog.Text());
-    EXPECT_STREQ("%s", oLog.Format());
-    EXPECT_EQ(600, oLog.Severity());
-    EXPECT_NE(std::string::npos, std::string(oLog.File()).find("TOVProcess/TOVMutex"));
-
-    EXPECT_CHECK("m_hMutex != NULL", pMutex->Lock());
-    EXPECT_TOLD_CHECK("m_hMutex != NULL", pMutex->~CTOVMutex());
-}
-#endif

@@ -4,10 +4,8 @@
 #include "TOVProcess/TOVScriptedThread.h"
 
 #include <cstdio>
-#include <memory>
 #include <type_traits>
 
-namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
 namespace Thread = TOVPlatform::TOVThread;
 
 namespace
@@ -281,38 +279,6 @@ TEST(CTOVThreadTest, LogsNothingInAWholeLife)
 
     EXPECT_TRUE(oLog.Lines().empty());
     EXPECT_TRUE(oLog.Checks().empty());
-}
-
-TEST(CTOVThreadTest, IsTheOwnerOfWhatItsRunLeavesLocked)
-{
-    const COwnHandle hMutex(Mutex::Create(false, nullptr));
-    CScriptedThread oThread;
-    oThread.m_fnRun = [&] { Mutex::Lock(hMutex); };
-
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
-
-    EXPECT_EQ(0x80, WaitForAny({hMutex}, 0));
-    Mutex::Unlock(hMutex);
-}
-
-TEST(CTOVThreadTest, CanBeWaitedForWithManyOthers)
-{
-    std::vector<std::unique_ptr<CStubbornThread>> aThreads;
-    tHandles aHandles;
-    for (int nThread = 0; nThread < 64; ++nThread)
-    {
-        aThreads.push_back(std::make_unique<CStubbornThread>());
-        ASSERT_TRUE(aThreads.back()->StartNormally());
-        aHandles.push_back(aThreads.back()->Handle());
-    }
-    EXPECT_EQ(-2, WaitForAny(aHandles, 0));
-
-    aThreads[41]->LetGo();
-    EXPECT_EQ(41, WaitForAny(aHandles));
-    for (const auto& pThread : aThreads)
-        pThread->m_oMayEnd.Open();
-    EXPECT_LE(0, WaitForAll(aHandles));
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS

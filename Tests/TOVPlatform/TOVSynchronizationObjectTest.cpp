@@ -1,0 +1,87 @@
+// What holds for events, mutexes and semaphores alike.
+#include "Support/TOVExhaustedSystem.h"
+#include "TOVPlatform/TOVSynchronizationInstruments.h"
+
+namespace Event = TOVPlatform::TOVSynchronization::Event;
+namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
+namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
+
+namespace
+{
+class TOVSynchronizationObjectTest : public testing::TestWithParam<sObjectKind>
+{
+protected:
+    static unsigned long long Create() { return GetParam().fnCreate(nullptr); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Kind, TOVSynchronizationObjectTest, testing::ValuesIn(OBJECT_KINDS), KindName);
+} // namespace
+
+TEST_P(TOVSynchronizationObjectTest, HasAHandleOfItsOwn)
+{
+    const COwnHandle hFirst(Create());
+    const COwnHandle hSecond(Create());
+
+    EXPECT_NE(0ull, hFirst);
+    EXPECT_NE(static_cast<unsigned long long>(hFirst), static_cast<unsigned long long>(hSecond));
+}
+
+TEST_P(TOVSynchronizationObjectTest, WidensANativeHandleWithItsSign)
+{
+    const COwnHandle hObject(Create());
+    const unsigned long long hValue = hObject;
+
+    if (sizeof(void*) == 4)
+    {
+        EXPECT_EQ(static_cast<unsigned long long>(static_cast<std::int32_t>(hValue)), hValue);
+    }
+    else
+    {
+        EXPECT_NE(0ull, hValue);
+    }
+}
+
+TEST_P(TOVSynchronizationObjectTest, IsDestroyedOnce)
+{
+    const unsigned long long hObject = Create();
+
+    EXPECT_TRUE(GetParam().fnDestroy(hObject));
+    EXPECT_FALSE(GetParam().fnDestroy(hObject));
+}
+
+TEST_P(TOVSynchronizationObjectTest, LogsNothing)
+{
+    CLogRecorder oLog;
+
+    GetParam().fnDestroy(Create());
+    GetParam().fnDestroy(0);
+
+    EXPECT_TRUE(oLog.Lines().empty());
+    EXPECT_TRUE(oLog.Checks().empty());
+}
+
+TEST(TOVMissingObjectTest, IsNotLogged)
+{
+    CLogRecorder oLog;
+
+    Event::Signal(0);
+    Mutex::Lock(0);
+    Mutex::Unlock(0);
+    EXPECT_EQ(0, Semaphore::Unlock(0, 1));
+    EXPECT_EQ(0ull, Semaphore::Create(2, 1, nullptr));
+
+    EXPECT_TRUE(oLog.Lines().empty());
+    EXPECT_TRUE(oLog.Checks().empty());
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_P(TOVSynchronizationObjectTest, IsZeroWhenTheSystemHasNoMore)
+{
+    unsigned long long hObject = 1;
+    {
+        CExhaustedSystem oNoMore;
+        hObject = Create();
+    }
+    EXPECT_EQ(0ull, hObject);
+}
+#endif
