@@ -2,6 +2,7 @@
 #include "Debug/TOVDebugInstruments.h"
 #include "Support/TOVBlockableThread.h"
 #include "Support/TOVObservedChild.h"
+#include "Support/TOVSay.h"
 #include "Support/Windows/TOVBoxCalls.h"
 
 #include <Debug/TOVDebug.h>
@@ -28,13 +29,6 @@ std::string Question()
            "\n CANCEL:     Force the application to exit\n"
            "\n" +
            sDashes + "\n";
-}
-
-// Says at once: a child may end without flushing.
-void Say(const std::string& sText)
-{
-    std::printf("%s; ", sText.c_str());
-    std::fflush(stdout);
 }
 
 // Tells what it hears, as a child's witness.

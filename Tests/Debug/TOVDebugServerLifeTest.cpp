@@ -2,6 +2,7 @@
 #include "Debug/TOVDebugInstruments.h"
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVLayout.h"
 
 #include <Debug/TOVMSDevLogger.h>
 
@@ -32,20 +33,9 @@ bool OthersGetTheLock(CTOVDebugServer& oServer)
 TEST(CTOVDebugServerLifeTest, HoldsTableLockAndNameInThisOrder)
 {
     COpenServer oServer;
-    const char* pServer = reinterpret_cast<const char*>(&oServer);
-    struct sLayout
-    {
-        void* pVirtualTable;
-        std::vector<TOVDebug::ITOVLogListener*> oLoggers;
-        unsigned long long hLoggerLock;
-        char szApplicationName[256];
-    };
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVDebugServer));
-    EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&TableOf(oServer)) - pServer);
-    EXPECT_LT(reinterpret_cast<const char*>(&TableOf(oServer)), reinterpret_cast<const char*>(&LockOf(oServer)));
-    EXPECT_EQ(sizeof(unsigned long long),
-              reinterpret_cast<const char*>(&NameMemberOf(oServer)) - reinterpret_cast<const char*>(&LockOf(oServer)));
+    ExpectMembersInOrder(static_cast<const CTOVDebugServer&>(oServer), TableOf(oServer), LockOf(oServer),
+                         NameMemberOf(oServer));
 }
 
 TEST(CTOVDebugServerLifeTest, BeginsWithAnEmptyTableALockAndAnUnknownName)

@@ -2,6 +2,7 @@
 // as early and as late as it can.
 #include "Debug/TOVDebugInstruments.h"
 #include "Debug/TOVDebuggerLines.h"
+#include "Support/TOVSay.h"
 
 #include <File/TOVFile.h>
 #include <File/TOVVirtualFileSystem.h>
@@ -161,12 +162,6 @@ TEST_F(TOVStartupTest, TheLibraryIsAliveInTheProgramsOwnStartUp)
 
 namespace
 {
-void Say(const char* szText)
-{
-    std::printf("%s; ", szText);
-    std::fflush(stdout);
-}
-
 // Tells what it hears of classes and whether it is ever closed down.
 class CLastListener : public CRecordingListener
 {

@@ -1,4 +1,5 @@
 // The exported design is the product: names and slots may be added behind what stands here, and nothing may move.
+#include "Exports/TOVDemangled.h"
 #include "Support/TOVLibraryImage.h"
 #include "Support/TOVTestSupport.h"
 
@@ -8,7 +9,6 @@
 #include <TOVString/TOVStringA.h>
 
 #include <algorithm>
-#include <cxxabi.h>
 #include <fstream>
 
 // Templates that the library does not instantiate are looked at in this program, which exports them.
@@ -19,15 +19,6 @@ template class TOV_PROGRAM_EXPORT CTOVArray<int>::CHeapSort<tCompareInts>;
 
 namespace
 {
-std::string Demangle(const std::string& sName)
-{
-    int nStatus = 0;
-    char* szDemangled = abi::__cxa_demangle(sName.c_str(), nullptr, nullptr, &nStatus);
-    const std::string sDemangled = nStatus == 0 ? szDemangled : sName;
-    std::free(szDemangled);
-    return sDemangled;
-}
-
 std::string ReplaceAll(std::string sText, const std::string& sOld, const std::string& sNew)
 {
     for (std::size_t n = sText.find(sOld); n != std::string::npos; n = sText.find(sOld, n + sNew.size()))
@@ -329,7 +320,7 @@ class CTOVSlotOrderTest : public testing::TestWithParam<sTable>
 
 std::string TestName(const testing::TestParamInfo<sTable>& oInfo)
 {
-    std::string sName = oInfo.param.szTable + 4; // behind "_ZTV"
+    std::string sName = oInfo.param.szTable + 4; // after "_ZTV"
     for (char& cCharacter : sName)
     {
         if (!std::isalnum(static_cast<unsigned char>(cCharacter)))

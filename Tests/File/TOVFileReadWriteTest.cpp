@@ -145,7 +145,7 @@ TEST_P(CTOVFileClosedTest, FailsTheCheckOfTheHandle)
 
     const sChildResult oResult = RunChild("UsesAClosedFile", {GetParam().szName, oFolder.File("file")});
 
-    EXPECT_EQ("hHandle != FILE_INVALID_HANDLE;hHandle != FILE_INVALID_HANDLE;", oResult.sOutput);
+    EXPECT_EQ("hHandle != FILE_INVALID_HANDLE; hHandle != FILE_INVALID_HANDLE; ", oResult.sOutput);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, CTOVFileClosedTest, testing::ValuesIn(HANDLE_USERS),

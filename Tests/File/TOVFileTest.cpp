@@ -1,5 +1,6 @@
 // File objects that are opened.
 #include "File/TOVOpenFile.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 
 #include <File/TOVVirtualFileSystem.h>
@@ -60,13 +61,8 @@ std::string AccessName(const testing::TestParamInfo<sAccess>& oInfo)
 TEST_F(CTOVFileTest, IsAHandleBehindTheInterface)
 {
     CTOVFile oFile;
-    struct sLayout
-    {
-        void* pVirtualTable;
-        unsigned long long hFile;
-    };
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVFile));
+    EXPECT_EQ(SizeWithMembers<unsigned long long>(), sizeof(CTOVFile));
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVFile>);
     EXPECT_EQ(&oFile, static_cast<ITOVFile*>(&oFile));
 }

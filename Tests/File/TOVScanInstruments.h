@@ -1,6 +1,7 @@
 // What the tests of the file scanner share.
 #pragma once
 
+#include "Path/TOVPathInstruments.h"
 #include "Support/TOVTestSupport.h"
 
 #include <File/TOVFileScanner.h>
@@ -11,12 +12,6 @@
 #include <vector>
 
 typedef std::vector<std::string> tNames;
-
-// Every character that counts, so that a wrong length shows.
-inline std::string TextOf(const CTOVPath& oPath)
-{
-    return oPath.IsEmpty() ? "" : std::string(~oPath, static_cast<std::size_t>(oPath.GetLength()));
-}
 
 // Remembers the calls of a scanner's callback.
 class CScanRecord
@@ -42,9 +37,9 @@ private:
                                                   unsigned long long ullUserValue)
     {
         CScanRecord& oRecord = *reinterpret_cast<CScanRecord*>(static_cast<std::uintptr_t>(ullUserValue));
-        oRecord.aFiles.push_back(TextOf(pDescriptor->oFileName));
-        oRecord.aDirectories.push_back(TextOf(pDescriptor->oDirectory));
-        oRecord.aSearchPaths.push_back(TextOf(pDescriptor->oSearchPath));
+        oRecord.aFiles.push_back(Text(pDescriptor->oFileName));
+        oRecord.aDirectories.push_back(Text(pDescriptor->oDirectory));
+        oRecord.aSearchPaths.push_back(Text(pDescriptor->oSearchPath));
         oRecord.aModes.push_back(eMode);
         oRecord.aDescriptors.push_back(pDescriptor);
         const int nResult = oRecord.fnOnFile ? oRecord.fnOnFile(*pDescriptor) : 0;

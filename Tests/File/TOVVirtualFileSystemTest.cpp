@@ -1,3 +1,5 @@
+#include "Path/TOVPathInstruments.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
 
@@ -15,21 +17,10 @@ TOV_PRIVATE_MEMBER(AssignsOf, CTOVVirtualFileSystem, tAssigns, m_oAssigns)
 
 const char LENGTH_CHECK[] = "(0 <= lIndex) && (lIndex < GetLength())";
 
-// All characters that count, so that a wrong length shows.
-std::string TextOf(const CTOVStringA& oString)
-{
-    return oString.IsEmpty() ? "" : std::string(oString.GetString(), static_cast<std::size_t>(oString.GetLength()));
-}
-
-std::string TextOf(const CTOVPath& oPath)
-{
-    return TextOf(oPath.AsString());
-}
-
 class CTOVVirtualFileSystemTest : public testing::Test
 {
 protected:
-    std::string Resolve(const char* szPath) { return TextOf(m_oFiles.ResolvePath(CTOVPath(szPath))); }
+    std::string Resolve(const char* szPath) { return Text(m_oFiles.ResolvePath(CTOVPath(szPath))); }
 
     CTOVVirtualFileSystem m_oFiles;
 };
@@ -40,7 +31,7 @@ class CAnsweringFileSystem : public CTOVVirtualFileSystem
 public:
     const CTOVStringA& GetAssign(const CTOVStringA& oName) const override
     {
-        aAsked.push_back(TextOf(oName));
+        aAsked.push_back(Text(oName));
         return oAnswer;
     }
 
@@ -89,13 +80,7 @@ TOV_CHILD(LooksAtTheAssigns)
 
 TEST_F(CTOVVirtualFileSystemTest, IsATableOfPathsByName)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        tAssigns oAssigns;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVVirtualFileSystem));
+    EXPECT_EQ(SizeWithMembers<tAssigns>(), sizeof(CTOVVirtualFileSystem));
     EXPECT_TRUE(AssignsOf(m_oFiles).empty());
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVVirtualFileSystem>);
     EXPECT_FALSE(std::has_virtual_destructor_v<ITOVVirtualFileSystem>);
@@ -126,8 +111,8 @@ TEST_F(CTOVVirtualFileSystemTest, GivesTheTextOfAnAssign)
     m_oFiles.SetAssign("data", "/data");
     m_oFiles.SetAssign("ab", "C:\\ab\\");
 
-    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
-    EXPECT_EQ("C:\\ab\\", TextOf(m_oFiles.GetAssign("ab")));
+    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("C:\\ab\\", Text(m_oFiles.GetAssign("ab")));
 }
 
 TEST_F(CTOVVirtualFileSystemTest, GivesAReferenceThatOutlivesOtherAssigns)
@@ -139,7 +124,7 @@ TEST_F(CTOVVirtualFileSystemTest, GivesAReferenceThatOutlivesOtherAssigns)
         m_oFiles.SetAssign(szName, "/other");
 
     EXPECT_EQ(&oText, &m_oFiles.GetAssign("data"));
-    EXPECT_EQ("/data", TextOf(oText));
+    EXPECT_EQ("/data", Text(oText));
 }
 
 TEST_F(CTOVVirtualFileSystemTest, SharesTheTextOfThePathThatItIsGiven)
@@ -169,7 +154,7 @@ TEST_F(CTOVVirtualFileSystemTest, IgnoresAnEmptyPath)
     m_oFiles.SetAssign("data", CTOVPath());
     m_oFiles.SetAssign("other", CTOVPath());
 
-    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
     EXPECT_EQ(1u, AssignsOf(m_oFiles).size());
 }
 
@@ -190,7 +175,7 @@ TEST_F(CTOVVirtualFileSystemTest, ReplacesAnAssign)
     m_oFiles.SetAssign("data", "/first");
     m_oFiles.SetAssign("data", "/second");
 
-    EXPECT_EQ("/second", TextOf(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/second", Text(m_oFiles.GetAssign("data")));
     EXPECT_EQ("/second\\file", Resolve("data:file"));
     EXPECT_EQ(1u, AssignsOf(m_oFiles).size());
 }
@@ -202,7 +187,7 @@ TEST_F(CTOVVirtualFileSystemTest, OrdersNamesByUnsignedBytes)
 
     std::vector<std::string> aNames;
     for (const auto& oAssign : AssignsOf(m_oFiles))
-        aNames.push_back(TextOf(oAssign.first));
+        aNames.push_back(Text(oAssign.first));
 
     EXPECT_EQ(std::vector<std::string>({"ZZ", "aa", "aaa", "zz", "\x7Fx", "\xE4x"}), aNames);
 }
@@ -269,12 +254,12 @@ TEST_F(CTOVVirtualFileSystemTest, LeavesTheAssignAndTheGivenPathAlone)
     m_oFiles.SetAssign("data", CTOVPath(oRoomy));
     const CTOVPath oPath("data:file");
 
-    EXPECT_EQ("/data\\file", TextOf(m_oFiles.ResolvePath(oPath)));
-    EXPECT_EQ("/data\\file", TextOf(m_oFiles.ResolvePath(oPath)));
+    EXPECT_EQ("/data\\file", Text(m_oFiles.ResolvePath(oPath)));
+    EXPECT_EQ("/data\\file", Text(m_oFiles.ResolvePath(oPath)));
 
     EXPECT_STREQ("data:file", ~oPath);
     EXPECT_STREQ("/data", m_oFiles.GetAssign("data").GetString());
-    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
 }
 
 TEST_F(CTOVVirtualFileSystemTest, CopiesItsTable)
@@ -285,8 +270,8 @@ TEST_F(CTOVVirtualFileSystemTest, CopiesItsTable)
     oCopy.SetAssign("data", "/copy");
     m_oFiles.SetAssign("new", "/new");
 
-    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
-    EXPECT_EQ("/copy", TextOf(oCopy.GetAssign("data")));
+    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/copy", Text(oCopy.GetAssign("data")));
     EXPECT_TRUE(oCopy.GetAssign("new").IsEmpty());
 }
 
@@ -299,7 +284,7 @@ TEST_F(CTOVVirtualFileSystemTest, ReplacesItsTableByAnothers)
     EXPECT_EQ(&oOther, &(oOther = m_oFiles));
     m_oFiles.SetAssign("data", "/changed");
 
-    EXPECT_EQ("/data", TextOf(oOther.GetAssign("data")));
+    EXPECT_EQ("/data", Text(oOther.GetAssign("data")));
     EXPECT_TRUE(oOther.GetAssign("old").IsEmpty());
 }
 
@@ -310,7 +295,7 @@ TEST_F(CTOVVirtualFileSystemTest, KeepsItsTableWhenItIsAssignedToItself)
 
     m_oFiles = oSame;
 
-    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
 }
 
 TEST(CTOVVirtualFileSystemLookupTest, GoesThroughTheSlot)
@@ -318,9 +303,9 @@ TEST(CTOVVirtualFileSystemLookupTest, GoesThroughTheSlot)
     CAnsweringFileSystem oFiles;
     oFiles.oAnswer = "/answer";
 
-    EXPECT_EQ("/answer\\file", TextOf(oFiles.ResolvePath("anything:file")));
-    EXPECT_EQ("/answer\\file", TextOf(oFiles.ResolvePath("C:file")));
-    EXPECT_EQ("/answer\\file", TextOf(oFiles.ResolvePath(":file")));
+    EXPECT_EQ("/answer\\file", Text(oFiles.ResolvePath("anything:file")));
+    EXPECT_EQ("/answer\\file", Text(oFiles.ResolvePath("C:file")));
+    EXPECT_EQ("/answer\\file", Text(oFiles.ResolvePath(":file")));
 
     EXPECT_EQ(std::vector<std::string>({"anything", "C", ""}), oFiles.aAsked);
 }
@@ -330,8 +315,8 @@ TEST(CTOVVirtualFileSystemLookupTest, IsNotMadeForAPathWithoutAColon)
     CAnsweringFileSystem oFiles;
     oFiles.oAnswer = "/answer";
 
-    EXPECT_EQ("file", TextOf(oFiles.ResolvePath("file")));
-    EXPECT_EQ("", TextOf(oFiles.ResolvePath(CTOVPath())));
+    EXPECT_EQ("file", Text(oFiles.ResolvePath("file")));
+    EXPECT_EQ("", Text(oFiles.ResolvePath(CTOVPath())));
 
     EXPECT_TRUE(oFiles.aAsked.empty());
 }
@@ -340,7 +325,7 @@ TEST(CTOVVirtualFileSystemLookupTest, LeavesThePathForAnEmptyAnswer)
 {
     CAnsweringFileSystem oFiles;
 
-    EXPECT_EQ("anything:file", TextOf(oFiles.ResolvePath("anything:file")));
+    EXPECT_EQ("anything:file", Text(oFiles.ResolvePath("anything:file")));
 
     EXPECT_EQ(std::vector<std::string>({"anything"}), oFiles.aAsked);
 }

@@ -1,7 +1,7 @@
 // The path as a text: construction, sharing, separators at its ends, drives and roots.
 #include "Path/TOVPathInstruments.h"
-
-#include <TOVString/TOVResourceLoader.h>
+#include "Support/TOVLayout.h"
+#include "TOVString/TOVTestLoader.h"
 
 #include <climits>
 #include <iomanip>
@@ -10,27 +10,6 @@
 
 namespace
 {
-// Installed while it lives; answers one id.
-class CLoader : public ITOVResourceLoader
-{
-public:
-    CLoader(long lId, const char* szText) : m_lId(lId), m_szText(szText) { SetInstance(this); }
-
-    ~CLoader() { SetInstance(NULL); }
-
-    bool LoadString(long lStringId, CTOVStringA& oString) override
-    {
-        if (lStringId != m_lId)
-            return false;
-        oString = m_szText;
-        return true;
-    }
-
-private:
-    const long m_lId;
-    const char* const m_szText;
-};
-
 const char* StringId(std::size_t nId)
 {
     return reinterpret_cast<const char*>(nId);
@@ -86,13 +65,7 @@ TEST(CTOVPathTest, IsEmptyAtFirstAndHasNoCharacters)
 
 TEST(CTOVPathTest, HoldsOneStringBehindOneVirtualOperation)
 {
-    struct sLayout
-    {
-        virtual ~sLayout() {}
-        CTOVStringA oPath;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVPath));
+    EXPECT_EQ(SizeWithMembers<CTOVStringA>(), sizeof(CTOVPath));
     EXPECT_TRUE(std::has_virtual_destructor<CTOVPath>::value);
 }
 
@@ -151,7 +124,7 @@ TEST(CTOVPathTest, TakesACopyOfPlainText)
 
 TEST(CTOVPathTest, LoadsAStringIdAndTellsTheLog)
 {
-    CLoader oLoader(0x1234, "loaded/path");
+    const CTestLoader oLoader("loaded/path");
     CLogRecorder oLog;
     const CTOVPath oConstructed(StringId(0x1234));
     CTOVPath oAssigned("old");
@@ -160,11 +133,14 @@ TEST(CTOVPathTest, LoadsAStringIdAndTellsTheLog)
     EXPECT_EQ("loaded/path", Text(oConstructed));
     EXPECT_EQ("loaded/path", Text(oAssigned));
     EXPECT_EQ(2, oLog.CountLines("Implicit load of string with id '4660'."));
+    ASSERT_EQ(2u, oLoader.Requests().size());
+    EXPECT_EQ(0x1234, oLoader.Requests()[0].lId);
+    EXPECT_EQ(0x1234, oLoader.Requests()[1].lId);
 }
 
 TEST(CTOVPathTest, StaysEmptyForAnIdThatTheLoaderDoesNotKnow)
 {
-    CLoader oLoader(1, "loaded/path");
+    const CTestLoader oLoader(nullptr);
     CLogRecorder oLog;
     CTOVPath oPath("old");
     oPath = StringId(2);

@@ -7,7 +7,6 @@
 #include <TOVContainers/TOVArray.h>
 
 #include <cstddef>
-#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -19,7 +18,7 @@ const char SECOND_INDEX_CHECK[] = "(0 <= lIndex2) && (lIndex2 < GetSize())";
 typedef CTOVArray<int> tIntArray;
 typedef std::vector<int> tInts;
 
-inline tIntArray MakeArray(std::initializer_list<int> aElements)
+inline tIntArray MakeArray(const tInts& aElements)
 {
     tIntArray oArray;
     for (const int nElement : aElements)

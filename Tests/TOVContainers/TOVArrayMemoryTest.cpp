@@ -1,36 +1,10 @@
 // What arrays take from the heap, how they grow, and how often they copy their elements.
 #include "Support/TOVAllocationCounter.h"
 #include "TOVContainers/TOVArrayInstruments.h"
+#include "TOVContainers/TOVCounted.h"
 
 #include <new>
-#include <stdexcept>
 #include <vector>
-
-namespace
-{
-// Counts its copies and can refuse to be copied.
-struct sCopied
-{
-    sCopied(int nSetValue = 0) : nValue(nSetValue) {}
-    sCopied(const sCopied& oOther) : nValue(oOther.nValue)
-    {
-        if (s_bRefuses)
-            throw std::runtime_error("refused");
-        ++s_nCopies;
-    }
-    sCopied& operator=(const sCopied& oOther)
-    {
-        nValue = oOther.nValue;
-        ++s_nAssignments;
-        return *this;
-    }
-
-    int nValue;
-    static inline int s_nCopies = 0;
-    static inline int s_nAssignments = 0;
-    static inline bool s_bRefuses = false;
-};
-} // namespace
 
 TEST(CTOVArrayMemoryTest, GrowsByOneHalf)
 {
@@ -110,49 +84,48 @@ TEST(CTOVArrayMemoryTest, AssignmentGrowsByTheSameRule)
 
 TEST(CTOVArrayMemoryTest, CopiesElementsByTheirOwnCopyAndAssignment)
 {
-    CTOVArray<sCopied> oArray;
-    const sCopied oElement(7);
+    CTOVArray<sCounted> oArray;
+    const sCounted oElement(7);
     oArray.Resize(4);
     oArray.RemoveAll();
-    sCopied::s_nCopies = 0;
-    sCopied::s_nAssignments = 0;
+    sCounted::Reset();
 
     oArray.Add(oElement);
-    EXPECT_EQ(1, sCopied::s_nCopies);
-    EXPECT_EQ(0, sCopied::s_nAssignments);
+    EXPECT_EQ(1, sCounted::s_nCopies);
+    EXPECT_EQ(0, sCounted::s_nAssignments);
 
     oArray.SetAt(0, oElement);
-    EXPECT_EQ(1, sCopied::s_nCopies);
-    EXPECT_EQ(1, sCopied::s_nAssignments);
+    EXPECT_EQ(1, sCounted::s_nCopies);
+    EXPECT_EQ(1, sCounted::s_nAssignments);
 }
 
 TEST(CTOVArrayMemoryTest, AccessCopiesAndAllocatesNothing)
 {
-    CTOVArray<sCopied> oArray;
+    CTOVArray<sCounted> oArray;
     oArray.Resize(2);
-    sCopied::s_nCopies = 0;
+    sCounted::Reset();
     CAllocationCounter oCounter;
     const int nSum = oArray[0].nValue + oArray.GetAt(1).nValue + oArray.ElementAt(0).nValue;
     const unsigned long ulTaken = oCounter.Taken();
 
     EXPECT_EQ(0, nSum);
-    EXPECT_EQ(0, sCopied::s_nCopies);
+    EXPECT_EQ(0, sCounted::s_nCopies);
     EXPECT_EQ(0u, ulTaken);
 }
 
 TEST(CTOVArrayMemoryTest, FailedCopyLeavesTheArrayAsItWas)
 {
-    CTOVArray<sCopied> oArray;
-    oArray.Add(sCopied(1));
-    oArray.Add(sCopied(2));
-    const CTOVArray<sCopied> oOther(oArray);
-    sCopied::s_bRefuses = true;
+    CTOVArray<sCounted> oArray;
+    oArray.Add(sCounted(1));
+    oArray.Add(sCounted(2));
+    const CTOVArray<sCounted> oOther(oArray);
+    sCounted::s_bRefusesCopies = true;
 
-    EXPECT_THROW(oArray.Add(sCopied(3)), std::runtime_error);
-    EXPECT_THROW(oArray.InsertAt(0, sCopied(3)), std::runtime_error);
+    EXPECT_THROW(oArray.Add(sCounted(3)), std::runtime_error);
+    EXPECT_THROW(oArray.InsertAt(0, sCounted(3)), std::runtime_error);
     EXPECT_THROW(oArray.Append(oOther), std::runtime_error);
 
-    sCopied::s_bRefuses = false;
+    sCounted::s_bRefusesCopies = false;
     ASSERT_EQ(2, oArray.GetSize());
     EXPECT_EQ(1, oArray[0].nValue);
     EXPECT_EQ(2, oArray[1].nValue);
@@ -160,18 +133,18 @@ TEST(CTOVArrayMemoryTest, FailedCopyLeavesTheArrayAsItWas)
 
 TEST(CTOVArrayMemoryTest, FailedCopyOfAnArrayLeavesItsTargetUsable)
 {
-    CTOVArray<sCopied> oSource;
+    CTOVArray<sCounted> oSource;
     oSource.Resize(5);
-    CTOVArray<sCopied> oTarget;
+    CTOVArray<sCounted> oTarget;
     oTarget.Resize(2);
-    sCopied::s_bRefuses = true;
+    sCounted::s_bRefusesCopies = true;
 
     EXPECT_THROW(oTarget = oSource, std::runtime_error);
-    EXPECT_THROW(CTOVArray<sCopied> oCopy(oSource), std::runtime_error);
+    EXPECT_THROW(CTOVArray<sCounted> oCopy(oSource), std::runtime_error);
 
-    sCopied::s_bRefuses = false;
+    sCounted::s_bRefusesCopies = false;
     const long lSize = oTarget.GetSize();
-    EXPECT_EQ(lSize, oTarget.Add(sCopied(7)));
+    EXPECT_EQ(lSize, oTarget.Add(sCounted(7)));
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS

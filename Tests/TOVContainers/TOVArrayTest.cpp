@@ -1,4 +1,5 @@
 // Elements of arrays: access, insertion, removal, size, copies; the virtual operations that arrays go through.
+#include "Support/TOVLayout.h"
 #include "TOVContainers/TOVArrayInstruments.h"
 
 #include <TOVString/TOVStringA.h>
@@ -349,12 +350,6 @@ TEST(CTOVArrayTest, ChecksAskForTheSize)
 
 TEST(CTOVArrayTest, HoldsItsVectorAlone)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        std::vector<int> aArray;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(tIntArray));
+    EXPECT_EQ(SizeWithMembers<std::vector<int>>(), sizeof(tIntArray));
     EXPECT_TRUE(std::has_virtual_destructor_v<tIntArray>);
 }

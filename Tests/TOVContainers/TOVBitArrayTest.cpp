@@ -1,6 +1,7 @@
 // Bit arrays as blocks of bytes: sizes, buffers, copies, memory.
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVExhaustedSystem.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVContainers/TOVBitArrayInstruments.h"
 
@@ -27,19 +28,9 @@ TEST(CTOVBitArrayTest, HasNoBitsAtFirst)
 
 TEST(CTOVBitArrayTest, HoldsItsMembersInOrder)
 {
-    struct sLayout
-    {
-        virtual ~sLayout() = default;
-        tByte* m_pStream;
-        int m_nSize;
-        int m_nNumBits;
-    };
     CTOVBitArray oBits(9);
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVBitArray));
-    EXPECT_EQ(reinterpret_cast<const char*>(&oBits) + sizeof(void*), reinterpret_cast<const char*>(&StreamOf(oBits)));
-    EXPECT_EQ(static_cast<const void*>(&StreamOf(oBits) + 1), &SizeOf(oBits));
-    EXPECT_EQ(&SizeOf(oBits) + 1, &NumBitsOf(oBits));
+    ExpectMembersInOrder(oBits, StreamOf(oBits), SizeOf(oBits), NumBitsOf(oBits));
     static_assert(std::has_virtual_destructor<CTOVBitArray>::value);
 }
 

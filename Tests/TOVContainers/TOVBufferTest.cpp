@@ -1,4 +1,5 @@
 // Buffers alone: their life, their size, elements in and out.
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVContainers/TOVBufferInstruments.h"
 
@@ -278,14 +279,7 @@ TYPED_TEST(CTOVBufferTest, LetsTheMemoryCheckTheCallersPointer)
 
 TYPED_TEST(CTOVBufferTest, HoldsPointerAndSize)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        CTOVSmartPointer<TypeParam> pArray;
-        long lSize;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVBuffer<TypeParam>));
+    EXPECT_EQ((SizeWithMembers<CTOVSmartPointer<TypeParam>, long>()), sizeof(CTOVBuffer<TypeParam>));
 }
 
 namespace
@@ -297,9 +291,7 @@ TOV_PRIVATE_MEMBER(SizeOf, CTOVBuffer<char>, long, m_lSize)
 TEST(CTOVBufferMembersTest, HoldsThePointerInFrontOfTheSize)
 {
     CTOVBuffer<char> oBuffer("text", 4);
-    const char* const pBuffer = reinterpret_cast<const char*>(&oBuffer);
 
     EXPECT_EQ(4, SizeOf(oBuffer));
-    EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&ArrayOf(oBuffer)) - pBuffer);
-    EXPECT_LT(reinterpret_cast<const char*>(&ArrayOf(oBuffer)), reinterpret_cast<const char*>(&SizeOf(oBuffer)));
+    ExpectMembersInOrder(oBuffer, ArrayOf(oBuffer), SizeOf(oBuffer));
 }

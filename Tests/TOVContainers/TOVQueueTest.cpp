@@ -1,10 +1,11 @@
+#include "Support/TOVLayout.h"
 #include "Support/TOVTestSupport.h"
+#include "TOVContainers/TOVCounted.h"
 
 #include <TOVContainers/TOVQueue.h>
 #include <TOVString/TOVStringA.h>
 
 #include <deque>
-#include <stdexcept>
 #include <type_traits>
 
 namespace
@@ -12,23 +13,6 @@ namespace
 const char EMPTY_CHECK[] = "m_aQueue.size() > 0";
 
 typedef CTOVQueue<int> tIntQueue;
-
-// Counts the living, and can refuse to be copied.
-struct sCounted
-{
-    sCounted() { ++s_nAlive; }
-    sCounted(const sCounted&)
-    {
-        if (s_bRefuses)
-            throw std::runtime_error("refused");
-        ++s_nAlive;
-    }
-    ~sCounted() { --s_nAlive; }
-    sCounted& operator=(const sCounted&) = default;
-
-    static inline int s_nAlive = 0;
-    static inline bool s_bRefuses = false;
-};
 } // namespace
 
 TEST(CTOVQueueTest, ComesAndGoes)
@@ -120,23 +104,17 @@ TEST(CTOVQueueTest, FailedCopyLeavesTheQueueAsItWas)
 {
     CTOVQueue<sCounted> oQueue;
     oQueue.Enqueue(sCounted());
-    sCounted::s_bRefuses = true;
+    sCounted::s_bRefusesCopies = true;
 
     EXPECT_THROW(oQueue.Enqueue(sCounted()), std::runtime_error);
     EXPECT_THROW(oQueue.Dequeue(), std::runtime_error);
 
-    sCounted::s_bRefuses = false;
+    sCounted::s_bRefusesCopies = false;
     EXPECT_EQ(1, oQueue.GetSize());
 }
 
 TEST(CTOVQueueTest, HoldsItsDequeAlone)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        std::deque<int> aQueue;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(tIntQueue));
+    EXPECT_EQ(SizeWithMembers<std::deque<int>>(), sizeof(tIntQueue));
     EXPECT_TRUE(std::has_virtual_destructor_v<tIntQueue>);
 }

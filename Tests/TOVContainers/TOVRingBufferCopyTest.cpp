@@ -1,54 +1,11 @@
 // Ring buffers copied, of elements that have to be looked after, and what they take from the heap.
 #include "Support/TOVAllocationCounter.h"
-#include "Support/TOVPrivateMember.h"
+#include "TOVContainers/TOVCounted.h"
 #include "TOVContainers/TOVRingBufferInstruments.h"
 
-#include <climits>
 #include <new>
-#include <stdexcept>
 #include <string>
 #include <vector>
-
-namespace
-{
-TOV_PRIVATE_MEMBER(PlacesOf, tBuffer, int*, m_pBuffer)
-TOV_PRIVATE_MEMBER(ReadPosOf, tBuffer, long, m_lReadPos)
-TOV_PRIVATE_MEMBER(WritePosOf, tBuffer, long, m_lWritePos)
-
-// Counts what happens to its kind, and refuses an assignment on demand.
-struct sCounted
-{
-    sCounted() { ++s_nAlive; }
-    sCounted(const sCounted& oOther) : nValue(oOther.nValue) { ++s_nAlive; }
-    sCounted& operator=(const sCounted& oOther)
-    {
-        if (s_nUntilRefusal-- == 0)
-            throw std::runtime_error("refused");
-        nValue = oOther.nValue;
-        ++s_nAssignments;
-        return *this;
-    }
-    ~sCounted() { --s_nAlive; }
-
-    static void Reset()
-    {
-        s_nAssignments = 0;
-        s_nUntilRefusal = INT_MAX;
-    }
-
-    int nValue = 0;
-    static inline int s_nAlive = 0;
-    static inline int s_nAssignments = 0;
-    static inline int s_nUntilRefusal = INT_MAX;
-};
-
-sCounted CountedOf(int nValue)
-{
-    sCounted oCounted;
-    oCounted.nValue = nValue;
-    return oCounted;
-}
-} // namespace
 
 TEST(CTOVRingBufferCopyTest, ACopyHasElementsAndPositionsOfItsOwn)
 {
@@ -172,7 +129,7 @@ TEST(CTOVRingBufferCopyTest, MakesAndEndsAsManyElementsAsItHasPlaces)
 TEST(CTOVRingBufferCopyTest, CopiesOneElementAWriteAndARead)
 {
     CTOVRingBuffer<sCounted> oBuffer(1);
-    sCounted oElement = CountedOf(7);
+    sCounted oElement(7);
     sCounted::Reset();
 
     oBuffer.Write(oElement);
@@ -188,15 +145,15 @@ TEST(CTOVRingBufferCopyTest, CopiesOneElementAWriteAndARead)
 TEST(CTOVRingBufferCopyTest, ACopyThatFailsLeavesTheBufferAsItWas)
 {
     CTOVRingBuffer<sCounted> oBuffer(3);
-    sCounted oElement = CountedOf(7);
+    sCounted oElement(7);
     sCounted::Reset();
     oBuffer.Write(oElement);
 
-    sCounted::s_nUntilRefusal = 0;
+    sCounted::s_nAssignmentsUntilRefusal = 0;
     EXPECT_THROW(oBuffer.Write(oElement), std::runtime_error);
     EXPECT_EQ((sRingState{1, 3, !EMPTY, !FULL}), StateOf(oBuffer));
 
-    sCounted::s_nUntilRefusal = 0;
+    sCounted::s_nAssignmentsUntilRefusal = 0;
     EXPECT_THROW(oBuffer.Read(oElement), std::runtime_error);
     EXPECT_EQ((sRingState{1, 3, !EMPTY, !FULL}), StateOf(oBuffer));
 
@@ -210,10 +167,10 @@ TEST(CTOVRingBufferCopyTest, AnAssignmentThatFailsLeavesTheTargetEmpty)
     CTOVRingBuffer<sCounted> oBuffer(3);
     CTOVRingBuffer<sCounted> oTarget(5);
     sCounted::Reset();
-    oBuffer.Write(CountedOf(7));
-    oTarget.Write(CountedOf(8));
+    oBuffer.Write(sCounted(7));
+    oTarget.Write(sCounted(8));
 
-    sCounted::s_nUntilRefusal = 1;
+    sCounted::s_nAssignmentsUntilRefusal = 1;
     EXPECT_THROW(oTarget = oBuffer, std::runtime_error);
 
     EXPECT_EQ((sRingState{0, 3, EMPTY, !FULL}), StateOf(oTarget));
@@ -223,7 +180,7 @@ TEST(CTOVRingBufferCopyTest, AnAssignmentThatFailsLeavesTheTargetEmpty)
 TEST(CTOVRingBufferCopyTest, ACopyThatCannotBeMadeLeavesNothingBehind)
 {
     CTOVRingBuffer<sCounted> oBuffer(3);
-    sCounted::s_nUntilRefusal = 1;
+    sCounted::s_nAssignmentsUntilRefusal = 1;
 
     EXPECT_THROW(CTOVRingBuffer<sCounted>{oBuffer}, std::runtime_error);
 

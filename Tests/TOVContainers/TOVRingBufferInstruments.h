@@ -1,6 +1,7 @@
 // What the tests of ring buffers share.
 #pragma once
 
+#include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
 
 #include <TOVContainers/TOVRingBuffer.h>
@@ -10,6 +11,15 @@
 
 typedef CTOVRingBuffer<int> tBuffer;
 typedef std::vector<int> tValues;
+
+namespace
+{
+TOV_PRIVATE_MEMBER(PlacesOf, tBuffer, int*, m_pBuffer)
+TOV_PRIVATE_MEMBER(CountOf, tBuffer, long, m_lCount)
+TOV_PRIVATE_MEMBER(CapacityOf, tBuffer, long, m_lCapacity)
+TOV_PRIVATE_MEMBER(ReadPosOf, tBuffer, long, m_lReadPos)
+TOV_PRIVATE_MEMBER(WritePosOf, tBuffer, long, m_lWritePos)
+} // namespace
 
 // What a buffer says of itself.
 struct sRingState

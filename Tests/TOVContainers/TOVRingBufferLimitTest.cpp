@@ -1,5 +1,4 @@
 // Ring buffers whose derived classes limit what SetCapacity makes, or tell another capacity than they have.
-#include "Support/TOVPrivateMember.h"
 #include "TOVContainers/TOVRingBufferInstruments.h"
 
 #include <algorithm>
@@ -7,11 +6,6 @@
 
 namespace
 {
-TOV_PRIVATE_MEMBER(CountOf, tBuffer, long, m_lCount)
-TOV_PRIVATE_MEMBER(PlacesOf, tBuffer, long, m_lCapacity)
-TOV_PRIVATE_MEMBER(ReadPosOf, tBuffer, long, m_lReadPos)
-TOV_PRIVATE_MEMBER(WritePosOf, tBuffer, long, m_lWritePos)
-
 // Has never more than some places.
 class CLimitedBuffer : public tBuffer
 {
@@ -76,11 +70,11 @@ template<class TBuffer> void FillFrom(TBuffer& oBuffer, long lFirst)
 void ExpectInside(tBuffer& oBuffer)
 {
     EXPECT_LE(0, CountOf(oBuffer));
-    EXPECT_LE(CountOf(oBuffer), PlacesOf(oBuffer));
+    EXPECT_LE(CountOf(oBuffer), CapacityOf(oBuffer));
     for (const long lPosition : {ReadPosOf(oBuffer), WritePosOf(oBuffer)})
     {
         EXPECT_LE(0, lPosition);
-        EXPECT_LT(lPosition, std::max(PlacesOf(oBuffer), 1l));
+        EXPECT_LT(lPosition, std::max(CapacityOf(oBuffer), 1l));
     }
 }
 } // namespace

@@ -1,18 +1,11 @@
 // Ring buffers alone: capacity, writing and reading.
-#include "Support/TOVPrivateMember.h"
+#include "Support/TOVLayout.h"
 #include "TOVContainers/TOVRingBufferInstruments.h"
 
 #include <climits>
 #include <deque>
 #include <new>
 #include <type_traits>
-
-namespace
-{
-TOV_PRIVATE_MEMBER(PlacesOf, tBuffer, int*, m_pBuffer)
-TOV_PRIVATE_MEMBER(ReadPosOf, tBuffer, long, m_lReadPos)
-TOV_PRIVATE_MEMBER(WritePosOf, tBuffer, long, m_lWritePos)
-} // namespace
 
 TEST(CTOVRingBufferTest, HasNoCapacityAtFirst)
 {
@@ -23,23 +16,10 @@ TEST(CTOVRingBufferTest, HasNoCapacityAtFirst)
 
 TEST(CTOVRingBufferTest, HoldsItsMembersInOrder)
 {
-    struct sLayout
-    {
-        virtual ~sLayout() = default;
-        int* m_pBuffer;
-        long m_lCount;
-        long m_lCapacity;
-        long m_lReadPos;
-        long m_lWritePos;
-    };
     tBuffer oBuffer(3);
-    const char* const pBuffer = reinterpret_cast<const char*>(&oBuffer);
-    WriteAll(oBuffer, {1, 2});
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(tBuffer));
-    EXPECT_EQ(pBuffer + sizeof(void*), reinterpret_cast<const char*>(&PlacesOf(oBuffer)));
-    EXPECT_EQ(pBuffer + 2 * sizeof(void*) + 2 * sizeof(long), reinterpret_cast<const char*>(&ReadPosOf(oBuffer)));
-    EXPECT_EQ(&ReadPosOf(oBuffer) + 1, &WritePosOf(oBuffer));
+    ExpectMembersInOrder(oBuffer, PlacesOf(oBuffer), CountOf(oBuffer), CapacityOf(oBuffer), ReadPosOf(oBuffer),
+                         WritePosOf(oBuffer));
     static_assert(std::has_virtual_destructor<tBuffer>::value);
 }
 

@@ -1,5 +1,6 @@
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
 
@@ -448,21 +449,8 @@ TEST(CTOVSafeQueueTest, HandsEveryElementOfManyProducersToOneOfManyConsumers)
 
 TEST(CTOVSafeQueueTest, HoldsItsMembersInTheirOrder)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        std::list<int> aQueue;
-        CTOVMutex oMutex;
-        CTOVEvent oEvent;
-    };
-
     tIntQueue oQueue;
-    const char* const pList = reinterpret_cast<const char*>(&ListOf(oQueue));
-    const char* const pMutex = reinterpret_cast<const char*>(&MutexOf(oQueue));
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(tIntQueue));
-    EXPECT_EQ(sizeof(void*), pList - reinterpret_cast<const char*>(&oQueue));
-    EXPECT_LT(pList, pMutex);
-    EXPECT_LT(pMutex, reinterpret_cast<const char*>(&EventOf(oQueue)));
+    ExpectMembersInOrder(oQueue, ListOf(oQueue), MutexOf(oQueue), EventOf(oQueue));
     EXPECT_FALSE(std::has_virtual_destructor_v<tIntQueue>);
 }

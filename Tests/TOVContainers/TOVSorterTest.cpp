@@ -1,7 +1,5 @@
-#include "Support/TOVAllocationCounter.h"
-#include "Support/TOVTestSupport.h"
+#include "TOVContainers/TOVArrayInstruments.h"
 
-#include <TOVContainers/TOVArray.h>
 #include <TOVContainers/TOVSorter.h>
 #include <TOVString/TOVStringA.h>
 
@@ -15,7 +13,6 @@
 
 namespace
 {
-typedef CTOVArray<int> tIntArray;
 typedef int (*tIntOrder)(const int&, const int&);
 
 int CompareInts(const int& nA, const int& nB)
@@ -23,31 +20,11 @@ int CompareInts(const int& nA, const int& nB)
     return nA < nB ? -1 : nA > nB ? 1 : 0;
 }
 
-tIntArray MakeArray(const std::vector<int>& aElements)
-{
-    tIntArray oArray;
-    for (const int nElement : aElements)
-        oArray.Add(nElement);
-    return oArray;
-}
-
-std::vector<int> Elements(const tIntArray& oArray)
-{
-    std::vector<int> aElements;
-    for (long lIndex = 0; lIndex < oArray.GetSize(); ++lIndex)
-        aElements.push_back(oArray[lIndex]);
-    return aElements;
-}
-
 // Notes what a sort writes, and in between what it compares.
-class CNotingArray : public tIntArray
+class CWatchedArray : public tIntArray
 {
 public:
-    explicit CNotingArray(const std::vector<int>& aElements)
-    {
-        for (const int nElement : aElements)
-            Add(nElement);
-    }
+    explicit CWatchedArray(const tInts& aElements) : tIntArray(MakeArray(aElements)) {}
 
     bool SetAt(long lIndex, const int& nElement) override
     {
@@ -217,7 +194,7 @@ TEST(CTOVSorterTest, ComparesAndWritesInTheStepsOfTheHeapSort)
     };
 
     for (const auto& oCase : aCases)
-        EXPECT_EQ(oCase.szCalls, CNotingArray(oCase.aElements).CallsOfSort());
+        EXPECT_EQ(oCase.szCalls, CWatchedArray(oCase.aElements).CallsOfSort());
 }
 
 TEST(CTOVSorterTest, EqualKeysKeepMovingDown)

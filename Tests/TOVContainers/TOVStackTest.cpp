@@ -1,10 +1,11 @@
+#include "Support/TOVLayout.h"
 #include "Support/TOVTestSupport.h"
+#include "TOVContainers/TOVCounted.h"
 
 #include <TOVContainers/TOVStack.h>
 #include <TOVString/TOVStringA.h>
 
 #include <deque>
-#include <stdexcept>
 #include <type_traits>
 #include <utility>
 
@@ -13,23 +14,6 @@ namespace
 const char EMPTY_CHECK[] = "m_aStack.size() > 0";
 
 typedef CTOVStack<int> tIntStack;
-
-// Counts the living, and can refuse to be copied.
-struct sCounted
-{
-    sCounted() { ++s_nAlive; }
-    sCounted(const sCounted&)
-    {
-        if (s_bRefuses)
-            throw std::runtime_error("refused");
-        ++s_nAlive;
-    }
-    ~sCounted() { --s_nAlive; }
-    sCounted& operator=(const sCounted&) = default;
-
-    static inline int s_nAlive = 0;
-    static inline bool s_bRefuses = false;
-};
 
 void PopTwice(tIntStack& oStack)
 {
@@ -165,22 +149,16 @@ TEST(CTOVStackTest, FailedCopyLeavesTheStackAsItWas)
 {
     CTOVStack<sCounted> oStack;
     oStack.Push(sCounted());
-    sCounted::s_bRefuses = true;
+    sCounted::s_bRefusesCopies = true;
 
     EXPECT_THROW(oStack.Push(sCounted()), std::runtime_error);
 
-    sCounted::s_bRefuses = false;
+    sCounted::s_bRefusesCopies = false;
     EXPECT_EQ(1, oStack.GetSize());
 }
 
 TEST(CTOVStackTest, HoldsItsDequeAlone)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        std::deque<int> aStack;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(tIntStack));
+    EXPECT_EQ(SizeWithMembers<std::deque<int>>(), sizeof(tIntStack));
     EXPECT_TRUE(std::has_virtual_destructor_v<tIntStack>);
 }

@@ -269,11 +269,6 @@ TEST_F(CTOVHandleAssignTest, GoesWithTheObjectThatItHoldsItself)
 
 TEST_F(CTOVHandleAssignTest, HasTheNewObjectAlsoWhenTheOldOnesReleaseRaises)
 {
-    class CSpent : public CTOVRefCount
-    {
-    public:
-        void Spend() { m_lRefCount = 0; }
-    };
     CSpent oSpent;
     m_oDatabase.m_aThings[3] = &oSpent;
     CTOVHandle oHandle(m_oDatabase, 3l);

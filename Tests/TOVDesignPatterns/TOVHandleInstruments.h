@@ -43,6 +43,13 @@ private:
     int& m_nDeaths;
 };
 
+// Once spent, its next release raises a check.
+class CSpent : public CTOVRefCount
+{
+public:
+    void Spend() { m_lRefCount = 0; }
+};
+
 // Knows things by number, and remembers what it was called for.
 class CTestDatabase : public ITOVHandleDatabase
 {

@@ -1,4 +1,5 @@
 // Handles and the databases that give them: life, access, comparison.
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVDesignPatterns/TOVHandleInstruments.h"
 
@@ -36,20 +37,9 @@ TEST_F(CTOVHandleTest, NamesNothingAtFirst)
 
 TEST_F(CTOVHandleTest, HoldsItsMembersInOrder)
 {
-    struct sLayout
-    {
-        virtual ~sLayout() = default;
-        ITOVRefCount* m_pObject;
-        long m_lHandle;
-        ITOVHandleDatabase* m_pDatabase;
-    };
     CTOVHandle oHandle;
-    const char* const pHandle = reinterpret_cast<const char*>(&oHandle);
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVHandle));
-    EXPECT_EQ(pHandle + sizeof(void*), reinterpret_cast<const char*>(&ObjectOf(oHandle)));
-    EXPECT_EQ(pHandle + 2 * sizeof(void*), reinterpret_cast<const char*>(&IdOf(oHandle)));
-    EXPECT_EQ(pHandle + 2 * sizeof(void*) + sizeof(long), reinterpret_cast<const char*>(&DatabaseOf(oHandle)));
+    ExpectMembersInOrder(oHandle, ObjectOf(oHandle), IdOf(oHandle), DatabaseOf(oHandle));
 }
 
 TEST_F(CTOVHandleTest, IsMadeOfAnIdByTheDatabase)
@@ -243,11 +233,6 @@ TEST_F(CTOVHandleTest, DeleteOfTheLastReferenceTellsTheDatabaseOnce)
 
 TEST_F(CTOVHandleTest, OnlyTellsAtItsEndWhatTheObjectsReleaseRaises)
 {
-    class CSpent : public CTOVRefCount
-    {
-    public:
-        void Spend() { m_lRefCount = 0; }
-    };
     CSpent oSpent;
     m_oDatabase.m_aThings[3] = &oSpent;
 

@@ -1,6 +1,8 @@
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
+#include "TOVDesignPatterns/TOVMortal.h"
 
 #include <TOVDesignPatterns/TOVRefCount.h>
 #include <TOVRtti/TOVClass.h>
@@ -39,23 +41,6 @@ public:
 
 private:
     long m_lCount = 1;
-};
-
-// Tells when it dies.
-struct sMortal
-{
-    explicit sMortal(int& nDeaths) : m_nDeaths(nDeaths) {}
-    ~sMortal() { ++m_nDeaths; }
-
-    int& m_nDeaths;
-};
-
-// Takes exception to dying.
-struct sReluctant
-{
-    ~sReluctant() noexcept(false) { TOV_ASSERT(bMayDie); }
-
-    bool bMayDie = false;
 };
 
 typedef CTOVRefCountObject<sMortal> tMortalBlock;
@@ -190,13 +175,7 @@ TEST(CTOVRefCountTest, CountThatComesBackToZeroFromBelowDestroysNothing)
 
 TEST(CTOVRefCountTest, HoldsItsCountAlone)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        long lRefCount;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVRefCount));
+    EXPECT_EQ(SizeWithMembers<long>(), sizeof(CTOVRefCount));
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVRefCount>);
 }
 
@@ -386,18 +365,8 @@ TEST(CTOVRefCountObjectTest, HasTheClassOfTheInterfaceForEveryType)
 
 TEST(CTOVRefCountObjectTest, HoldsCountAndPointer)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        long lRefCount;
-        int* pObject;
-    };
-
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVRefCountObject<int>));
-    EXPECT_TRUE(std::has_virtual_destructor_v<CTOVRefCountObject<int>>);
-
     tMortalBlock oBlock;
-    const char* const pCount = reinterpret_cast<const char*>(&BlockRefCount(oBlock));
-    EXPECT_EQ(sizeof(void*), pCount - reinterpret_cast<const char*>(&oBlock));
-    EXPECT_LT(pCount, reinterpret_cast<const char*>(&BlockObject(oBlock)));
+
+    ExpectMembersInOrder(oBlock, BlockRefCount(oBlock), BlockObject(oBlock));
+    EXPECT_TRUE(std::has_virtual_destructor_v<tMortalBlock>);
 }

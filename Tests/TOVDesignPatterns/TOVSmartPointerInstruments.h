@@ -1,6 +1,8 @@
 // What the tests of smart pointers share.
 #pragma once
 
+#include "TOVDesignPatterns/TOVMortal.h"
+
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 
 #include <new>
@@ -8,15 +10,6 @@
 struct sNumber
 {
     int A;
-};
-
-// Tells when it dies.
-struct sMortal
-{
-    explicit sMortal(int& nDeaths) : m_nDeaths(nDeaths) {}
-    ~sMortal() { ++m_nDeaths; }
-
-    int& m_nDeaths;
 };
 
 typedef CTOVSmartPointer<sNumber> tNumberPointer;

@@ -13,14 +13,6 @@
 
 namespace
 {
-// Takes exception to dying, unless told that it may.
-struct sReluctant
-{
-    ~sReluctant() noexcept(false) { TOV_ASSERT(bMayDie); }
-
-    bool bMayDie = false;
-};
-
 typedef CTOVSmartPointer<sReluctant> tReluctantPointer;
 
 TOV_PRIVATE_MEMBER(BlockOf, tNumberPointer, CTOVRefCountObject<sNumber>*, m_pObject)

@@ -1,11 +1,12 @@
 // What the tests of files share.
 #pragma once
 
+#include "Support/TOVSay.h"
 #include "Support/TOVTestSupport.h"
 
 #include <TOVPlatform/TOVFile.h>
 
-#include <cstdio>
+#include <cstdarg>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -27,7 +28,7 @@ inline int CountOpenFiles()
 {
     int nCount = 0;
     for (unsigned long long hFile = 0; hFile < FILE_SLOTS; ++hFile)
-        nCount += TOVPlatform::TOVFile::CTOVHandleManager::Instance().GetFile(hFile) != NULL ? 1 : 0;
+        nCount += TOVPlatform::TOVFile::CTOVHandleManager::Instance().GetFile(hFile) != nullptr ? 1 : 0;
     return nCount;
 }
 
@@ -35,13 +36,6 @@ inline int CountOpenFiles()
 inline unsigned long long NextHandle()
 {
     return TOVPlatform::TOVFile::CTOVHandleManager::Instance().FindFreeHandle();
-}
-
-// One result of a scenario, for its parent to read.
-inline void Say(const std::string& sText)
-{
-    std::printf("%s;", sText.c_str());
-    std::fflush(stdout);
 }
 
 // Says the text of the check on a handle that the call fails.
@@ -59,6 +53,16 @@ inline void SayCheck(const std::function<void()>& fnCall)
         const bool bFromHere = aChecks.size() == 1 && aChecks[0].sFile.find(FILE_SOURCE) != std::string::npos;
         Say(bFromHere ? aChecks[0].sExpression : oLog.DescribeChecks());
     }
+}
+
+// Vprintf, called as Printf is.
+inline long CallVprintf(unsigned long long hFile, const char* szFormat, ...)
+{
+    va_list pArguments;
+    va_start(pArguments, szFormat);
+    const long lCount = TOVPlatform::TOVFile::Vprintf(hFile, szFormat, pArguments);
+    va_end(pArguments);
+    return lCount;
 }
 
 // A file of this size that takes no room where the system can.

@@ -16,15 +16,6 @@ class TOVPlatformFileTransferTest : public CFileFixture
 {
 };
 
-long CallVprintf(unsigned long long hFile, const char* szFormat, ...)
-{
-    va_list pArguments;
-    va_start(pArguments, szFormat);
-    const long lCount = File::Vprintf(hFile, szFormat, pArguments);
-    va_end(pArguments);
-    return lCount;
-}
-
 // The low 32 bits count, however wide a long is.
 long LongOf(long long llValue)
 {

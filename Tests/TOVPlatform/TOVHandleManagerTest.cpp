@@ -1,5 +1,6 @@
 // The table of open files: its slots, its checks, and its lock.
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVNativeFile.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVPlatform/TOVFileInstruments.h"
@@ -54,15 +55,6 @@ struct sHandleUser
     const char* szName;
     void (*fnUse)(unsigned long long hFile);
 };
-
-long CallVprintf(unsigned long long hFile, const char* szFormat, ...)
-{
-    va_list pArguments;
-    va_start(pArguments, szFormat);
-    const long lCount = File::Vprintf(hFile, szFormat, pArguments);
-    va_end(pArguments);
-    return lCount;
-}
 
 char s_szBuffer[8];
 
@@ -154,21 +146,10 @@ TOV_CHILD(OpensItsFirstFiles)
 
 TEST(CTOVHandleManagerTest, HoldsFilesLockAndNumberInThisOrder)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        FILE** pFiles;
-        CTOVCriticalSection oLock;
-        unsigned long ulMaxHandles;
-    };
     CTOVHandleManager oManager(SLOTS);
-    const char* const pManager = reinterpret_cast<const char*>(&oManager);
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVHandleManager));
+    ExpectMembersInOrder(oManager, FilesOf(oManager), LockOf(oManager), MaxHandlesOf(oManager));
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVHandleManager>);
-    EXPECT_EQ(sizeof(void*), reinterpret_cast<const char*>(&FilesOf(oManager)) - pManager);
-    EXPECT_LT(reinterpret_cast<const char*>(&FilesOf(oManager)), reinterpret_cast<const char*>(&LockOf(oManager)));
-    EXPECT_LT(reinterpret_cast<const char*>(&LockOf(oManager)), reinterpret_cast<const char*>(&MaxHandlesOf(oManager)));
 }
 
 TEST(CTOVHandleManagerTest, BeginsWithFreeSlots)
@@ -301,13 +282,13 @@ INSTANTIATE_TEST_SUITE_P(Operations, CTOVHandleManagerCheckTest, testing::Values
 
 TEST_P(TOVPlatformFileHandleTest, RefusesTheInvalidHandle)
 {
-    EXPECT_EQ(std::string(INVALID_HANDLE_CHECK) + ";", CheckOf(FILE_INVALID_HANDLE));
+    EXPECT_EQ(std::string(INVALID_HANDLE_CHECK) + "; ", CheckOf(FILE_INVALID_HANDLE));
 }
 
 TEST_P(TOVPlatformFileHandleTest, RefusesAHandleOutOfRange)
 {
     for (const unsigned long long hFile : {1024ull, 0x100000000ull, FILE_INVALID_HANDLE - 1})
-        EXPECT_EQ(std::string(HANDLE_RANGE_CHECK) + ";", CheckOf(hFile)) << hFile;
+        EXPECT_EQ(std::string(HANDLE_RANGE_CHECK) + "; ", CheckOf(hFile)) << hFile;
 }
 
 TEST_P(TOVPlatformFileHandleTest, TakesAnEmptySlot)
@@ -323,7 +304,7 @@ TEST_F(TOVPlatformFileTableTest, KeepsOtherThreadsOutAfterAFailedHandleCheck)
 
     const sChildResult oResult = RunChild("KeepsTheTableLockedAfterAFailedCheck", {Path("file")});
 
-    EXPECT_EQ("hHandle != FILE_INVALID_HANDLE;this thread works on;the other waits;", oResult.sOutput);
+    EXPECT_EQ("hHandle != FILE_INVALID_HANDLE; this thread works on; the other waits; ", oResult.sOutput);
     EXPECT_EQ(0, oResult.nExitCode);
 }
 
@@ -334,7 +315,7 @@ TEST_F(TOVPlatformFileTableTest, HoldsAFileInEachOf1024SlotsAndReusesTheLowest)
 
     const sChildResult oResult = RunChild("FillsTheTable", {Path("file")});
 
-    EXPECT_EQ("0 to 1023;full;made no file;30;700;1023;full;", oResult.sOutput);
+    EXPECT_EQ("0 to 1023; full; made no file; 30; 700; 1023; full; ", oResult.sOutput);
     EXPECT_EQ(0, oResult.nExitCode);
 }
 
@@ -342,7 +323,7 @@ TEST_F(TOVPlatformFileTableTest, GivesHandle0ToTheFirstFile)
 {
     WriteWholeFile(Path("file"), "text");
 
-    EXPECT_EQ("0;1;2;1;0;", RunChild("OpensItsFirstFiles", {Path("file")}).sOutput);
+    EXPECT_EQ("0; 1; 2; 1; 0; ", RunChild("OpensItsFirstFiles", {Path("file")}).sOutput);
 }
 
 TEST_F(TOVPlatformFileTableTest, GivesTheLowestFreeSlotAgain)

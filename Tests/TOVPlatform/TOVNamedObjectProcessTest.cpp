@@ -1,5 +1,6 @@
 // Events, mutexes and semaphores that have a name, between processes.
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVSay.h"
 #include "Support/TOVWaitInstruments.h"
 
 #include <cstdio>
@@ -24,12 +25,6 @@ void EndProcess(const std::string& sWay)
         std::_Exit(0);
     if (sWay == "crash")
         std::abort();
-}
-
-void Say(const char* szText)
-{
-    std::printf("%s; ", szText);
-    std::fflush(stdout);
 }
 
 unsigned long long OpenEvent(const std::string& sName)

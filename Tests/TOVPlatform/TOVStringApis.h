@@ -1,6 +1,7 @@
 // The narrow and the wide text functions as types, so that one test covers both, and texts for them.
 #pragma once
 
+#include "Support/TOVSignOf.h"
 #include "Support/TOVTestSupport.h"
 
 #include <TOVPlatform/TOVString.h>
@@ -116,11 +117,6 @@ private:
 template<class T> long OffsetOf(const T* pFound, const T* pStart)
 {
     return pFound == nullptr ? -1 : static_cast<long>(pFound - pStart);
-}
-
-inline int SignOf(int nNumber)
-{
-    return (nNumber > 0) - (nNumber < 0);
 }
 
 // Prints into a room of 4096 units and gives the text; the returned count must agree with it.

@@ -1,5 +1,6 @@
 // A thread from its start to its end: handle and id, its operations, parameter and priority.
 #include "Support/TOVExhaustedSystem.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVNativeThread.h"
 #include "TOVProcess/TOVScriptedThread.h"
 
@@ -39,19 +40,10 @@ public:
 
 TEST(CTOVThreadTest, HasMembersOfPlainTypesForItsSubclasses)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        unsigned long ulThreadId;
-        unsigned long long hThread;
-        unsigned long ulUserParam;
-        bool bStopPending;
-        bool bAutoDelete;
-    };
     CReachingThread oThread;
 
     EXPECT_EQ("0 0 0 0 0", oThread.Print());
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVThread));
+    EXPECT_EQ((SizeWithMembers<unsigned long, unsigned long long, unsigned long, bool, bool>()), sizeof(CTOVThread));
 }
 
 TEST(CTOVThreadTest, HasNothingBeforeItsFirstStart)

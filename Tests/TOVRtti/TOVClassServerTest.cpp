@@ -1,3 +1,4 @@
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVRtti/TOVClassInstruments.h"
 
@@ -410,14 +411,8 @@ TEST_F(CTOVClassServerTest, HoldsItsMembersInTheirOrder)
         CTOVClass* pClass;
         unsigned long dwClassId;
     };
-    struct sLayout
-    {
-        void* pVirtualTable;
-        std::map<CTOVStringA, sEntry> oClasses;
-        unsigned long dwNextClassId;
-    };
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVClassServer));
+    EXPECT_EQ((SizeWithMembers<std::map<CTOVStringA, sEntry>, unsigned long>()), sizeof(CTOVClassServer));
     EXPECT_EQ((std::vector<std::ptrdiff_t>{offsetof(sEntry, pClass), offsetof(sEntry, dwClassId)}),
               OffsetsIn(sEntryMembers()));
     const std::vector<std::ptrdiff_t> aServer = OffsetsIn(sServerMembers());

@@ -1,5 +1,6 @@
 // What class descriptors tell, by themselves and through the objects of their classes.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVRtti/TOVClassInstruments.h"
 
@@ -323,23 +324,7 @@ TOV_PRIVATE_MEMBER(SupersOf, CTOVClass, std::vector<const CTOVClass*>, m_aSuperC
 
 TEST(CTOVClassTest, HoldsItsMembersInTheirOrder)
 {
-    struct sLayout
-    {
-        void* pVirtualTable;
-        char* szName;
-        unsigned long dwClassId;
-        bool bRegistered;
-        std::vector<const CTOVClass*> aSuperClasses;
-    };
-
     CTOVClass oClass("Laid out");
-    const char* const pName = reinterpret_cast<const char*>(&NameOf(oClass));
-    const char* const pId = reinterpret_cast<const char*>(&IdOf(oClass));
-    const char* const pRegistered = reinterpret_cast<const char*>(&RegisteredOf(oClass));
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVClass));
-    EXPECT_EQ(sizeof(void*), pName - reinterpret_cast<const char*>(&oClass));
-    EXPECT_LT(pName, pId);
-    EXPECT_LT(pId, pRegistered);
-    EXPECT_LT(pRegistered, reinterpret_cast<const char*>(&SupersOf(oClass)));
+    ExpectMembersInOrder(oClass, NameOf(oClass), IdOf(oClass), RegisteredOf(oClass), SupersOf(oClass));
 }

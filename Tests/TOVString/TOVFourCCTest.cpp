@@ -1,3 +1,4 @@
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "Support/TOVTestSupport.h"
 
@@ -50,15 +51,9 @@ TEST(CTOVFourCCTest, IsEmptyAtFirst)
 
 TEST(CTOVFourCCTest, HoldsValueAndTerminatorWithoutAGap)
 {
-    struct sLayout
-    {
-        virtual ~sLayout() = default;
-        std::uint32_t m_dwFourCC;
-        char m_cTerminator;
-    };
     const CTOVFourCC oCode("abcd");
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVFourCC));
+    EXPECT_EQ((SizeWithMembers<std::uint32_t, char>()), sizeof(CTOVFourCC));
     EXPECT_EQ(static_cast<const void*>(oCode.ToString()), reinterpret_cast<const char*>(&oCode) + sizeof(void*));
     EXPECT_EQ(0, std::memcmp("abcd", oCode.ToString(), 5));
 }

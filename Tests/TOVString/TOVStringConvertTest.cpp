@@ -108,11 +108,6 @@ const sReal REAL_NUMBERS[] = {
     {"4294967296", 4294967296.0},
     {"1.7976931348623157e308", 1.7976931348623157e308},
 };
-
-template<class TString> TString StringOf(const std::string& sText)
-{
-    return TString(CTOVStringA(sText.c_str()));
-}
 } // namespace
 
 TYPED_TEST(CTOVStringConvertTest, ReadsSignedNumbers)

@@ -1,4 +1,5 @@
 // Life and access of both strings: construction, length, characters.
+#include "Support/TOVLayout.h"
 #include "TOVString/TOVStringKinds.h"
 
 #include <type_traits>
@@ -28,18 +29,12 @@ TYPED_TEST(CTOVStringCoreTest, ANewStringHasNoBlock)
 
 TYPED_TEST(CTOVStringCoreTest, HasOneVirtualOperationAndTwoMembers)
 {
-    struct sLayout
-    {
-        virtual ~sLayout() = default;
-        CTOVBuffer<tUnitOf<TypeParam>> m_oData;
-        int m_nStringLength;
-    };
     static_assert(std::is_polymorphic_v<TypeParam> && std::has_virtual_destructor_v<TypeParam>);
     // So that it can be a member of classes derived from the standard's exceptions.
     static_assert(std::is_nothrow_destructible_v<TypeParam>);
     const TypeParam oText;
 
-    EXPECT_EQ(sizeof(sLayout), sizeof(TypeParam));
+    EXPECT_EQ((SizeWithMembers<CTOVBuffer<tUnitOf<TypeParam>>, int>()), sizeof(TypeParam));
     EXPECT_EQ(static_cast<const void*>(oText.GetData()), reinterpret_cast<const char*>(&oText) + sizeof(void*));
 }
 

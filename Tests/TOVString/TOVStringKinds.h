@@ -80,6 +80,11 @@ template<class T> std::string BytesOf(const T* pUnits, long lCount)
     return sBytes;
 }
 
+template<class TString> TString StringOf(const std::string& sText)
+{
+    return TString(CTOVStringA(sText.c_str()));
+}
+
 template<class TString> long CapacityOf(const TString& oString)
 {
     return oString.GetData()->GetSize();
@@ -94,7 +99,7 @@ template<class TString> std::string BlockOf(const TString& oString)
 // What text operations see: all in front of the first 0.
 template<class TString> std::string VisibleOf(const TString& oString)
 {
-    return oString.GetString() == NULL ? "" : BytesOf(oString.GetString(), CapacityOf(oString)).c_str();
+    return oString.GetString() == nullptr ? "" : BytesOf(oString.GetString(), CapacityOf(oString)).c_str();
 }
 
 // What a string holds: all characters that count as the text, and its exact capacity.
@@ -126,12 +131,12 @@ inline sHeld HoldsNothing()
     return {"", 0};
 }
 
-// The state of a string, whose terminator must stand behind the text.
+// The state of a string, whose terminator must follow the text.
 template<class TString> sHeld StateOf(const TString& oString)
 {
     const tUnitOf<TString>* const pText = oString.GetString();
     const long lCapacity = CapacityOf(oString);
-    if (pText == NULL)
+    if (pText == nullptr)
         return {oString.GetLength() == 0 ? "" : "<length without a block>", lCapacity};
     if (pText[oString.GetLength()] != 0)
         return {"<no terminator>", lCapacity};

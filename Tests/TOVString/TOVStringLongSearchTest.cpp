@@ -197,11 +197,6 @@ std::string Repeated(const std::string& sText, int nTimes)
 }
 
 // A text of bytes in either width.
-template<class TString> TString StringOf(const std::string& sText)
-{
-    const CTOVStringA oNarrow(sText.c_str());
-    return TString(oNarrow);
-}
 } // namespace
 
 TYPED_TEST(CTOVStringLongSearchTest, EndsAsItsStepsTell)

@@ -1,4 +1,5 @@
 // Searching in both strings, tests for beginnings and ends, comparison.
+#include "Support/TOVSignOf.h"
 #include "TOVString/TOVStringKinds.h"
 
 #include <climits>
@@ -33,11 +34,6 @@ template<class TUnit> struct sAnswer
     const TUnit* szText;
     bool bAnswer;
 };
-
-int SignOf(int nNumber)
-{
-    return (nNumber > 0) - (nNumber < 0);
-}
 } // namespace
 
 TYPED_TEST(CTOVStringSearchTest, FindsACharacter)

@@ -19,10 +19,10 @@ public:
         long lCapacityBefore;
     };
 
-    // Fills the asking string with the text; with NULL it reports that it knows none, and leaves the string alone.
+    // Fills the asking string with the text; with nullptr it reports that it knows none, and leaves the string alone.
     explicit CTestLoader(const char* szText) : m_szText(szText) { SetInstance(this); }
 
-    virtual ~CTestLoader() { SetInstance(NULL); }
+    virtual ~CTestLoader() { SetInstance(nullptr); }
 
     CTestLoader(const CTestLoader&) = delete;
     CTestLoader& operator=(const CTestLoader&) = delete;
@@ -30,9 +30,9 @@ public:
     bool LoadString(long lStringId, CTOVStringA& oString) override
     {
         const CTOVStringA& oBefore = oString;
-        const char* const szBefore = oBefore.GetString() == NULL ? "" : oBefore.GetString();
+        const char* const szBefore = oBefore.GetString() == nullptr ? "" : oBefore.GetString();
         m_aRequests.push_back({lStringId, &oString, szBefore, oBefore.GetLength(), oBefore.GetData()->GetSize()});
-        if (m_szText == NULL)
+        if (m_szText == nullptr)
             return false;
         oString = m_szText;
         return true;
