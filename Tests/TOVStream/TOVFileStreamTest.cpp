@@ -1,4 +1,5 @@
 // A stream over a file of somebody else.
+#include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
 #include "TOVStream/TOVFileStreamInstruments.h"
 
@@ -15,12 +16,6 @@ TOV_PRIVATE_MEMBER(ModeOf, CTOVFileStream, int, m_nMode)
 TOV_PRIVATE_MEMBER(VersionOf, CTOVFileStream, int, m_nVersion)
 TOV_PRIVATE_MEMBER(StackOf, CTOVFileStream, CTOVStack<int>, m_aVersionStack)
 
-// Where a member stands in its object.
-template<class TMember> long PlaceOf(const CTOVFileStream& oStream, const TMember& oMember)
-{
-    return static_cast<long>(reinterpret_cast<const char*>(&oMember) - reinterpret_cast<const char*>(&oStream));
-}
-
 class CTOVFileStreamTest : public CFileStreamFixture
 {
 };
@@ -28,28 +23,11 @@ class CTOVFileStreamTest : public CFileStreamFixture
 
 TEST_F(CTOVFileStreamTest, HoldsItsMembersInTheirOrder)
 {
-    struct sLayout
-    {
-        void* pVirtualOperations;
-        CTOVFile* pFile;
-        unsigned long long ullReserved;
-        unsigned long long ullSize;
-        unsigned long long ullOption;
-        int nMode;
-        int nVersion;
-        CTOVStack<int> aVersionStack;
-    };
     CSpyFile oFile;
     CTOVFileStream oStream(&oFile, MODE_BOTH, 0);
 
-    const std::vector<long> aPlaces = {PlaceOf(oStream, FileOf(oStream)), PlaceOf(oStream, ReservedOf(oStream)),
-                                       PlaceOf(oStream, SizeOf(oStream)), PlaceOf(oStream, OptionOf(oStream)),
-                                       PlaceOf(oStream, ModeOf(oStream)), PlaceOf(oStream, VersionOf(oStream)),
-                                       PlaceOf(oStream, StackOf(oStream))};
-
-    EXPECT_EQ(static_cast<long>(sizeof(void*)), aPlaces.front());
-    EXPECT_TRUE(std::is_sorted(aPlaces.begin(), aPlaces.end()));
-    EXPECT_EQ(sizeof(sLayout), sizeof(CTOVFileStream));
+    ExpectMembersInOrder(oStream, FileOf(oStream), ReservedOf(oStream), SizeOf(oStream), OptionOf(oStream),
+                         ModeOf(oStream), VersionOf(oStream), StackOf(oStream));
 }
 
 TEST_F(CTOVFileStreamTest, BeginsWithWhatItWasGivenAndNoVersion)
@@ -103,7 +81,7 @@ TEST_F(CTOVFileStreamTest, ForwardsInFullWidth)
 
 TEST_F(CTOVFileStreamTest, RefusesToStandOnNoFile)
 {
-    EXPECT_CHECK_AT("TOVStream/TOVFileStream", "pFile != NULL", CTOVFileStream(NULL, MODE_LOADING, 0));
+    EXPECT_CHECK_AT("TOVStream/TOVFileStream", "pFile != NULL", CTOVFileStream(nullptr, MODE_LOADING, 0));
 }
 
 TEST_F(CTOVFileStreamTest, RefusesToStandOnAClosedFile)
@@ -138,7 +116,7 @@ TEST_F(CTOVFileStreamTest, RefusesToWorkOnNoFile)
         CSpyFile oFile;
         CTOVFileStream oStream(&oFile, nMode, 0);
         char cByte = 'x';
-        FileOf(oStream) = NULL;
+        FileOf(oStream) = nullptr;
 
         EXPECT_CHECK_AT("TOVStream/TOVFileStream", "m_pFile != NULL", oStream.Read(&cByte, 1));
         EXPECT_CHECK_AT("TOVStream/TOVFileStream", "m_pFile != NULL", oStream.Write(&cByte, 1));

@@ -5,12 +5,17 @@
 
 #include <File/TOVFile.h>
 #include <TOVStream/TOVFileStream.h>
+#include <TOVStream/TOVReadFileStream.h>
 #include <TOVStream/TOVStream.h>
+#include <TOVStream/TOVWriteFileStream.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
+
+typedef CTOVReadFileStream::ReadFileStreamException ReadFileStreamException;
+typedef CTOVWriteFileStream::WriteFileStreamException WriteFileStreamException;
 
 const int MODE_NONE = 0;
 const int MODE_LOADING = 1;

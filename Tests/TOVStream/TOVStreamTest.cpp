@@ -6,10 +6,10 @@
 namespace
 {
 // The four queries as a derived class sees and replaces them.
-class CSteeredStream : public CMemoryStream
+class CSavingStream : public CMemoryStream
 {
 public:
-    CSteeredStream() : CMemoryStream(MODE_NONE) {}
+    CSavingStream() : CMemoryStream(MODE_NONE) {}
 
     bool IsSaving() const override { return true; }
 };
@@ -79,7 +79,7 @@ TEST(ITOVStreamTest, AsksForTheModeWordEachTime)
 
 TEST(ITOVStreamTest, TakesStoringForAnotherWordForSaving)
 {
-    EXPECT_TRUE(CSteeredStream().IsStoring());
+    EXPECT_TRUE(CSavingStream().IsStoring());
 }
 
 TEST(ITOVStreamTest, CopiesNothingBeyondTheObject)
