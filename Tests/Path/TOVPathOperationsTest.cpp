@@ -126,7 +126,7 @@ TEST(CTOVPathOperationsTest, RefusesToAppendToAnEmptyPath)
 
 TEST(CTOVPathOperationsTest, RefusesAnEmptyRightSideWhereTheLeftHasNoSeparator)
 {
-    const char* const szNull = NULL;
+    const char* const szNull = nullptr;
     CTOVPath oPath("a");
 
     EXPECT_CHARACTER_CHECK(oPath.Append(CTOVPath()));

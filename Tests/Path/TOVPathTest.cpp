@@ -36,18 +36,17 @@ typedef void (CTOVPath::*tChange)();
 
 struct sChange
 {
-    tChange fnChange;
     const char* szBefore;
     std::string sAfter;
 };
 
-void ExpectChanges(const char* szName, const std::vector<sChange>& aChanges)
+void ExpectChanges(const char* szName, tChange fnChange, const std::vector<sChange>& aChanges)
 {
     for (const sChange& oChange : aChanges)
     {
         CTOVPath oPath(oChange.szBefore);
 
-        (oPath.*oChange.fnChange)();
+        (oPath.*fnChange)();
 
         EXPECT_EQ(oChange.sAfter, Text(oPath)) << szName << " of " << oChange.szBefore;
     }
@@ -84,7 +83,7 @@ TEST(CTOVPathTest, HoldsTheTextExactlyAsGiven)
 
 TEST(CTOVPathTest, TakesNullAndTheEmptyTextAsEmpty)
 {
-    const char* const szNull = NULL;
+    const char* const szNull = nullptr;
 
     for (const char* szText : {szNull, ""})
     {
@@ -97,7 +96,7 @@ TEST(CTOVPathTest, TakesNullAndTheEmptyTextAsEmpty)
 
 TEST(CTOVPathTest, IsEmptiedByAssigningNullOrTheEmptyText)
 {
-    const char* const szNull = NULL;
+    const char* const szNull = nullptr;
 
     for (const char* szText : {szNull, ""})
     {
@@ -390,24 +389,18 @@ TEST(CTOVPathTest, ReportsAFailedCheckUnderTheNameOfTheStringsHeader)
 
 TEST(CTOVPathTest, AppendsTheNamedSeparatorUnlessThatVeryOneIsThere)
 {
-    ExpectChanges("AddTrailingBackslash", {{&CTOVPath::AddTrailingBackslash, "a", "a\\"},
-                                           {&CTOVPath::AddTrailingBackslash, "a\\", "a\\"},
-                                           {&CTOVPath::AddTrailingBackslash, "a/", "a/\\"},
-                                           {&CTOVPath::AddTrailingBackslash, "\\", "\\"}});
-    ExpectChanges("AddTrailingForwardslash", {{&CTOVPath::AddTrailingForwardslash, "a", "a/"},
-                                              {&CTOVPath::AddTrailingForwardslash, "a/", "a/"},
-                                              {&CTOVPath::AddTrailingForwardslash, "a\\", "a\\/"},
-                                              {&CTOVPath::AddTrailingForwardslash, "/", "/"}});
+    ExpectChanges("AddTrailingBackslash", &CTOVPath::AddTrailingBackslash,
+                  {{"a", "a\\"}, {"a\\", "a\\"}, {"a/", "a/\\"}, {"\\", "\\"}});
+    ExpectChanges("AddTrailingForwardslash", &CTOVPath::AddTrailingForwardslash,
+                  {{"a", "a/"}, {"a/", "a/"}, {"a\\", "a\\/"}, {"/", "/"}});
 }
 
 TEST(CTOVPathTest, PrependsTheNamedSeparatorUnlessThatVeryOneIsThere)
 {
-    ExpectChanges("AddLeadingBackslash", {{&CTOVPath::AddLeadingBackslash, "a", "\\a"},
-                                          {&CTOVPath::AddLeadingBackslash, "\\a", "\\a"},
-                                          {&CTOVPath::AddLeadingBackslash, "/a/", "\\/a/"}});
-    ExpectChanges("AddLeadingForwardslash", {{&CTOVPath::AddLeadingForwardslash, "a", "/a"},
-                                             {&CTOVPath::AddLeadingForwardslash, "/a", "/a"},
-                                             {&CTOVPath::AddLeadingForwardslash, "\\a", "/\\a"}});
+    ExpectChanges("AddLeadingBackslash", &CTOVPath::AddLeadingBackslash,
+                  {{"a", "\\a"}, {"\\a", "\\a"}, {"/a/", "\\/a/"}});
+    ExpectChanges("AddLeadingForwardslash", &CTOVPath::AddLeadingForwardslash,
+                  {{"a", "/a"}, {"/a", "/a"}, {"\\a", "/\\a"}});
 }
 
 TEST(CTOVPathTest, PrependsIntoANewText)
@@ -435,20 +428,12 @@ TEST(CTOVPathTest, AppendsInPlaceWhereTheSharedBlockHasRoom)
 
 TEST(CTOVPathTest, TakesOneTrailingSeparatorOfTheNamedKindAway)
 {
-    ExpectChanges("RemoveTrailingBackslash", {{&CTOVPath::RemoveTrailingBackslash, "a\\", "a"},
-                                              {&CTOVPath::RemoveTrailingBackslash, "a\\\\", "a\\"},
-                                              {&CTOVPath::RemoveTrailingBackslash, "a/", "a/"},
-                                              {&CTOVPath::RemoveTrailingBackslash, "a", "a"},
-                                              {&CTOVPath::RemoveTrailingBackslash, "\\", ""}});
-    ExpectChanges("RemoveTrailingForwardslash", {{&CTOVPath::RemoveTrailingForwardslash, "a/", "a"},
-                                                 {&CTOVPath::RemoveTrailingForwardslash, "a//", "a/"},
-                                                 {&CTOVPath::RemoveTrailingForwardslash, "a\\", "a\\"},
-                                                 {&CTOVPath::RemoveTrailingForwardslash, "/", ""}});
-    ExpectChanges("RemoveTrailingSlash", {{&CTOVPath::RemoveTrailingSlash, "a/", "a"},
-                                          {&CTOVPath::RemoveTrailingSlash, "a\\", "a"},
-                                          {&CTOVPath::RemoveTrailingSlash, "a/\\", "a/"},
-                                          {&CTOVPath::RemoveTrailingSlash, "ab", "ab"},
-                                          {&CTOVPath::RemoveTrailingSlash, "/", ""}});
+    ExpectChanges("RemoveTrailingBackslash", &CTOVPath::RemoveTrailingBackslash,
+                  {{"a\\", "a"}, {"a\\\\", "a\\"}, {"a/", "a/"}, {"a", "a"}, {"\\", ""}});
+    ExpectChanges("RemoveTrailingForwardslash", &CTOVPath::RemoveTrailingForwardslash,
+                  {{"a/", "a"}, {"a//", "a/"}, {"a\\", "a\\"}, {"/", ""}});
+    ExpectChanges("RemoveTrailingSlash", &CTOVPath::RemoveTrailingSlash,
+                  {{"a/", "a"}, {"a\\", "a"}, {"a/\\", "a/"}, {"ab", "ab"}, {"/", ""}});
 }
 
 TEST(CTOVPathTest, LeavesASharerItsTrailingSeparator)
@@ -464,19 +449,17 @@ TEST(CTOVPathTest, LeavesASharerItsTrailingSeparator)
 
 TEST(CTOVPathTest, CountsTheTerminatorWhereALeadingSeparatorWasTakenAway)
 {
-    ExpectChanges("RemoveLeadingBackslash", {{&CTOVPath::RemoveLeadingBackslash, "\\abc", std::string("abc\0", 4)},
-                                             {&CTOVPath::RemoveLeadingBackslash, "\\\\a", std::string("\\a\0", 3)},
-                                             {&CTOVPath::RemoveLeadingBackslash, "\\", std::string("\0", 1)}});
-    ExpectChanges("RemoveLeadingForwardslash", {{&CTOVPath::RemoveLeadingForwardslash, "/abc", std::string("abc\0", 4)},
-                                                {&CTOVPath::RemoveLeadingForwardslash, "/a/", std::string("a/\0", 3)}});
+    ExpectChanges(
+        "RemoveLeadingBackslash", &CTOVPath::RemoveLeadingBackslash,
+        {{"\\abc", std::string("abc\0", 4)}, {"\\\\a", std::string("\\a\0", 3)}, {"\\", std::string("\0", 1)}});
+    ExpectChanges("RemoveLeadingForwardslash", &CTOVPath::RemoveLeadingForwardslash,
+                  {{"/abc", std::string("abc\0", 4)}, {"/a/", std::string("a/\0", 3)}});
 }
 
 TEST(CTOVPathTest, TakesNoLeadingSeparatorOfTheOtherKindAway)
 {
-    ExpectChanges("RemoveLeadingBackslash",
-                  {{&CTOVPath::RemoveLeadingBackslash, "/a", "/a"}, {&CTOVPath::RemoveLeadingBackslash, "a", "a"}});
-    ExpectChanges("RemoveLeadingForwardslash", {{&CTOVPath::RemoveLeadingForwardslash, "\\a", "\\a"},
-                                                {&CTOVPath::RemoveLeadingForwardslash, "a", "a"}});
+    ExpectChanges("RemoveLeadingBackslash", &CTOVPath::RemoveLeadingBackslash, {{"/a", "/a"}, {"a", "a"}});
+    ExpectChanges("RemoveLeadingForwardslash", &CTOVPath::RemoveLeadingForwardslash, {{"\\a", "\\a"}, {"a", "a"}});
 }
 
 TEST(CTOVPathTest, ComparesEqualToTheShorterTextAndKeepsItsLengthWithoutTheLeadingSeparator)
