@@ -10,11 +10,72 @@
 #include <string>
 #include <vector>
 
+// The source that checks report.
+const char STRING_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+
+// Text in units of either width, each from one byte.
+template<class T> class CText
+{
+public:
+    explicit CText(const std::string& sText)
+    {
+        for (const char cCharacter : sText)
+            m_aUnits.push_back(static_cast<T>(static_cast<unsigned char>(cCharacter)));
+        m_aUnits.push_back(0);
+    }
+
+    operator T*() { return m_aUnits.data(); }
+
+    T* Get() { return m_aUnits.data(); }
+
+private:
+    std::vector<T> m_aUnits;
+};
+
+// Room for a result: '#' wherever nothing was written.
+template<class T> class CRoom
+{
+public:
+    explicit CRoom(std::size_t nUnits) : m_aUnits(nUnits, static_cast<T>('#')) {}
+
+    operator T*() { return m_aUnits.data(); }
+
+    T* Get() { return m_aUnits.data(); }
+
+    // All of it as bytes, with '0' for a zero and '?' for what is wider than a byte.
+    std::string Shown() const
+    {
+        std::string sShown;
+        for (const T nUnit : m_aUnits)
+            sShown += nUnit == 0 ? '0' : (nUnit & ~0xFF) != 0 && sizeof(T) > 1 ? '?' : static_cast<char>(nUnit);
+        return sShown;
+    }
+
+    // What precedes the first zero, as bytes.
+    std::string Text() const
+    {
+        std::string sText;
+        for (const T nUnit : m_aUnits)
+        {
+            if (nUnit == 0)
+                return sText;
+            sText += static_cast<char>(nUnit);
+        }
+        return sText + "<no terminator>";
+    }
+
+private:
+    std::vector<T> m_aUnits;
+};
+
 #define TOV_STRING_API(Name, tUnitOfApi, Functions, bIsNarrow)                                                         \
     struct Name                                                                                                        \
     {                                                                                                                  \
         typedef tUnitOfApi tUnit;                                                                                      \
         static constexpr bool IS_NARROW = bIsNarrow;                                                                   \
+                                                                                                                       \
+        static CText<tUnit> Text(const std::string& sText) { return CText<tUnit>(sText); }                             \
+        static CRoom<tUnit> Room(std::size_t nUnits) { return CRoom<tUnit>(nUnits); }                                  \
                                                                                                                        \
         static constexpr auto Compare = &Functions::Compare;                                                           \
         static constexpr auto CompareNoCase = &Functions::CompareNoCase;                                               \
@@ -53,77 +114,48 @@ TOV_STRING_API(sWideApi, wchar_t, TOVPlatform::TOVStringW, false);
 
 typedef testing::Types<sNarrowApi, sWideApi> tStringApis;
 
-// The source that checks report.
-const char STRING_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
-
-// Text in units of either width, each from one byte.
-template<class T> class CText
-{
-public:
-    CText(const char* szText) : CText(std::string(szText)) {}
-
-    CText(const std::string& sText)
-    {
-        for (const char cCharacter : sText)
-            m_aUnits.push_back(static_cast<T>(static_cast<unsigned char>(cCharacter)));
-        m_aUnits.push_back(0);
-    }
-
-    operator T*() { return m_aUnits.data(); }
-
-    T* Get() { return m_aUnits.data(); }
-
-private:
-    std::vector<T> m_aUnits;
-};
-
-// Room for a result: '#' wherever nothing was written.
-template<class T> class CRoom
-{
-public:
-    explicit CRoom(std::size_t nUnits) : m_aUnits(nUnits, static_cast<T>('#')) {}
-
-    operator T*() { return m_aUnits.data(); }
-
-    T* Get() { return m_aUnits.data(); }
-
-    // All of it as bytes, with '0' for a zero and '?' for what is wider than a byte.
-    std::string Shown() const
-    {
-        std::string sShown;
-        for (const T nUnit : m_aUnits)
-            sShown += nUnit == 0 ? '0' : (nUnit & ~0xFF) != 0 && sizeof(T) > 1 ? '?' : static_cast<char>(nUnit);
-        return sShown;
-    }
-
-    // What stands in front of the first zero, as bytes.
-    std::string Text() const
-    {
-        std::string sText;
-        for (const T nUnit : m_aUnits)
-        {
-            if (nUnit == 0)
-                return sText;
-            sText += static_cast<char>(nUnit);
-        }
-        return sText + "<no terminator>";
-    }
-
-private:
-    std::vector<T> m_aUnits;
-};
-
 // Distance of a found position from the start, or -1 for null.
 template<class T> long OffsetOf(const T* pFound, const T* pStart)
 {
     return pFound == nullptr ? -1 : static_cast<long>(pFound - pStart);
 }
 
+// How a comparison orders two texts, and the other way round.
+struct sOrder
+{
+    const char* szFirst;
+    const char* szSecond;
+    int nOrder;
+};
+
+template<class TApi, class TFunction, std::size_t nOrders>
+void ExpectOrders(TFunction fnCompare, const sOrder (&aOrders)[nOrders])
+{
+    for (const sOrder& oOrder : aOrders)
+    {
+        auto oFirst = TApi::Text(oOrder.szFirst);
+        auto oSecond = TApi::Text(oOrder.szSecond);
+        EXPECT_EQ(oOrder.nOrder, fnCompare(oFirst.Get(), oSecond.Get())) << oOrder.szFirst << ", " << oOrder.szSecond;
+        EXPECT_EQ(-oOrder.nOrder, fnCompare(oSecond.Get(), oFirst.Get())) << oOrder.szFirst << ", " << oOrder.szSecond;
+    }
+}
+
+// The comparisons without case, of whose results only the sign is promised.
+template<class TApi> int SignOfCompareNoCase(const typename TApi::tUnit* szFirst, const typename TApi::tUnit* szSecond)
+{
+    return SignOf(TApi::CompareNoCase(szFirst, szSecond));
+}
+
+template<class TApi> int SignOfCollateNoCase(const typename TApi::tUnit* szFirst, const typename TApi::tUnit* szSecond)
+{
+    return SignOf(TApi::CollateNoCase(szFirst, szSecond));
+}
+
 // Prints into a room of 4096 units and gives the text; the returned count must agree with it.
 template<class TApi, class... TArguments> std::string Print(const char* szFormat, TArguments... oArguments)
 {
-    CRoom<typename TApi::tUnit> oRoom(4096);
-    CText<typename TApi::tUnit> oFormat(szFormat);
+    auto oRoom = TApi::Room(4096);
+    auto oFormat = TApi::Text(szFormat);
     const int nCount = TApi::SPrintf(oRoom.Get(), oFormat.Get(), oArguments...);
     const std::string sText = oRoom.Text();
     EXPECT_EQ(static_cast<int>(sText.size()), nCount) << szFormat;
@@ -167,6 +199,6 @@ template<class TApi> int VSCPrintf(const typename TApi::tUnit* szFormat, ...)
 // The bound that VSCPrintf gives for a format written in bytes.
 template<class TApi, class... TArguments> int BoundOf(const std::string& sFormat, TArguments... oArguments)
 {
-    CText<typename TApi::tUnit> oFormat(sFormat);
+    auto oFormat = TApi::Text(sFormat);
     return VSCPrintf<TApi>(oFormat.Get(), oArguments...);
 }

@@ -152,7 +152,7 @@ TYPED_TEST(TOVPlatformBoundTest, CountsTheLengthOfATextOfItsOwnWidth)
     };
     for (const sTextBound& oBound : aBounds)
     {
-        CText<typename TypeParam::tUnit> oValue(oBound.szValue);
+        auto oValue = TypeParam::Text(oBound.szValue);
         EXPECT_EQ(oBound.nBound, BoundOf<TypeParam>(oBound.szFormat, oValue.Get())) << oBound.szFormat;
     }
 }
@@ -192,7 +192,7 @@ TEST(TOVPlatformWideBoundTest, CountsWideTextsWhateverTheModifier)
 
 TYPED_TEST(TOVPlatformBoundTest, ReadsEveryArgumentInItsPlace)
 {
-    CText<typename TypeParam::tUnit> oText("hello");
+    auto oText = TypeParam::Text("hello");
     EXPECT_EQ(32 + 5, BoundOf<TypeParam>("%d%s", 7, oText.Get()));
     EXPECT_EQ(128 + 5, BoundOf<TypeParam>("%e%s", 1.5, oText.Get()));
     EXPECT_EQ(8 + 5, BoundOf<TypeParam>("%f%s", 1.5, oText.Get()));
@@ -213,7 +213,7 @@ TYPED_TEST(TOVPlatformBoundTest, AStoredCountTakesNoRoomButItsArgument)
 {
     int nCount = 0;
     EXPECT_EQ(0, BoundOf<TypeParam>("%n", &nCount));
-    EXPECT_EQ(5, BoundOf<TypeParam>("%n%s", &nCount, CText<typename TypeParam::tUnit>("hello").Get()));
+    EXPECT_EQ(5, BoundOf<TypeParam>("%n%s", &nCount, TypeParam::Text("hello").Get()));
     EXPECT_EQ(0, nCount);
 }
 
@@ -222,8 +222,8 @@ TYPED_TEST(TOVPlatformBoundTest, TakesWidthAndPrecisionFromTheArguments)
     EXPECT_EQ(60, BoundOf<TypeParam>("%*d", 60, 7));
     EXPECT_EQ(32, BoundOf<TypeParam>("%*d", 3, 7));
     EXPECT_EQ(70, BoundOf<TypeParam>("%*.*d", 50, 20, 7));
-    EXPECT_EQ(3, BoundOf<TypeParam>("%.*s", 3, CText<typename TypeParam::tUnit>("hello").Get()));
-    EXPECT_EQ(9, BoundOf<TypeParam>("%-*s", 9, CText<typename TypeParam::tUnit>("hello").Get()));
+    EXPECT_EQ(3, BoundOf<TypeParam>("%.*s", 3, TypeParam::Text("hello").Get()));
+    EXPECT_EQ(9, BoundOf<TypeParam>("%-*s", 9, TypeParam::Text("hello").Get()));
     EXPECT_EQ(12, BoundOf<TypeParam>("%*.*f", 12, 1, 1.5));
 }
 
@@ -282,7 +282,7 @@ TYPED_TEST(TOVPlatformBoundTest, CoversTextsInAllForms)
     typedef std::conditional_t<TypeParam::IS_NARROW, wchar_t, char> tOther;
     for (const char* szValue : {"", "a", "hello, world"})
     {
-        ExpectCoversAllForms<TypeParam>("s", CText<typename TypeParam::tUnit>(szValue).Get());
+        ExpectCoversAllForms<TypeParam>("s", TypeParam::Text(szValue).Get());
         ExpectCoversAllForms<TypeParam>("S", CText<tOther>(szValue).Get());
         ExpectCoversAllForms<TypeParam>("hs", CText<char>(szValue).Get());
         ExpectCoversAllForms<TypeParam>("hS", CText<char>(szValue).Get());
@@ -302,7 +302,7 @@ TYPED_TEST(TOVPlatformBoundTest, CoversCharactersAndPointersInAllForms)
 
 TYPED_TEST(TOVPlatformBoundTest, CoversATextBehindA64BitInteger)
 {
-    CText<typename TypeParam::tUnit> oText("a text that is longer than forty units in all, so that no luck helps");
+    auto oText = TypeParam::Text("a text that is longer than forty units in all, so that no luck helps");
     ExpectCovers<TypeParam>("%I64d%s", 7ll, oText.Get());
     ExpectCovers<TypeParam>("%I64d%s%I64d%s", -1ll, oText.Get(), 5000000000ll, oText.Get());
 }
@@ -324,8 +324,8 @@ TYPED_TEST(TOVPlatformBoundTest, CoversLongLiterals)
 
 TYPED_TEST(TOVPlatformBoundTest, AllocatesNothingWithoutFractions)
 {
-    CText<typename TypeParam::tUnit> oFormat("a%d%s%e%I64d%p");
-    CText<typename TypeParam::tUnit> oText("hello");
+    auto oFormat = TypeParam::Text("a%d%s%e%I64d%p");
+    auto oText = TypeParam::Text("hello");
     CAllocationCounter oCounter;
 
     VSCPrintf<TypeParam>(oFormat, 7, oText.Get(), 1.5, 7ll, oText.Get());

@@ -19,13 +19,6 @@ TYPED_TEST_SUITE(TOVPlatformLocaleTest, tStringApis, );
 
 typedef TOVPlatformLocaleTest<sNarrowApi> TOVPlatformNarrowLocaleTest;
 typedef TOVPlatformLocaleTest<sWideApi> TOVPlatformWideLocaleTest;
-
-struct sOrder
-{
-    const char* szFirst;
-    const char* szSecond;
-    int nOrder;
-};
 } // namespace
 
 TYPED_TEST(TOVPlatformLocaleTest, CollatesWithoutCase)
@@ -33,19 +26,13 @@ TYPED_TEST(TOVPlatformLocaleTest, CollatesWithoutCase)
     const sOrder aOrders[] = {
         {"abc", "ABC", 0}, {"ABC", "abd", -1}, {"abc", "ABD", -1}, {"", "A", -1}, {"Test", "tesT", 0}, {"a", "B", -1},
     };
-    for (const sOrder& oOrder : aOrders)
-    {
-        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
-        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
-        EXPECT_EQ(oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oFirst, oSecond))) << oOrder.szFirst;
-        EXPECT_EQ(-oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oSecond, oFirst))) << oOrder.szFirst;
-    }
+    ExpectOrders<TypeParam>(SignOfCollateNoCase<TypeParam>, aOrders);
 }
 
 TYPED_TEST(TOVPlatformLocaleTest, CollatesToMinusOneZeroOrOne)
 {
-    CText<typename TypeParam::tUnit> oFirst("abc");
-    CText<typename TypeParam::tUnit> oSecond("xyz");
+    auto oFirst = TypeParam::Text("abc");
+    auto oSecond = TypeParam::Text("xyz");
 
     EXPECT_EQ(-1, TypeParam::Collate(oFirst, oSecond));
     EXPECT_EQ(1, TypeParam::Collate(oSecond, oFirst));
@@ -56,8 +43,8 @@ TYPED_TEST(TOVPlatformLocaleTest, CollatesToMinusOneZeroOrOne)
 // neither.
 TYPED_TEST(TOVPlatformLocaleTest, CollatesByTheLocaleAndComparesByUnits)
 {
-    CText<typename TypeParam::tUnit> oSmall("a");
-    CText<typename TypeParam::tUnit> oCapital("B");
+    auto oSmall = TypeParam::Text("a");
+    auto oCapital = TypeParam::Text("B");
 
     EXPECT_EQ(TOV_SYSTEM_WINDOWS ? -1 : 1, TypeParam::Collate(oSmall, oCapital));
     EXPECT_EQ(1, TypeParam::Compare(oSmall, oCapital));
@@ -110,7 +97,7 @@ TEST_F(TOVPlatformWideLocaleTest, CollatesCharactersOfTwoUnitsAsOne)
 TYPED_TEST(TOVPlatformLocaleTest, ReadsAndPrintsTheLocalesDecimalPoint)
 {
     ASSERT_NE(nullptr, std::setlocale(LC_ALL, "German_Germany.1252"));
-    CText<typename TypeParam::tUnit> oText("1,5.");
+    auto oText = TypeParam::Text("1,5.");
     typename TypeParam::tUnit* pStop = nullptr;
 
     EXPECT_EQ(1.5, TypeParam::ToDouble(oText, &pStop));

@@ -163,7 +163,7 @@ TYPED_TEST(TOVPlatformPrintTest, PrintsTextOfItsOwnWidth)
     };
     for (const sTextPrint& oPrint : aPrints)
     {
-        CText<typename TypeParam::tUnit> oValue(oPrint.szValue);
+        auto oValue = TypeParam::Text(oPrint.szValue);
         EXPECT_EQ(oPrint.szText, Print<TypeParam>(oPrint.szFormat, oValue.Get())) << oPrint.szFormat;
     }
 }
@@ -217,15 +217,15 @@ TYPED_TEST(TOVPlatformPrintTest, TakesWidthAndPrecisionFromTheArguments)
     EXPECT_EQ("    42", Print<TypeParam>("%*d", 6, 42));
     EXPECT_EQ("42    |", Print<TypeParam>("%*d|", -6, 42));
     EXPECT_EQ("  0042", Print<TypeParam>("%*.*d", 6, 4, 42));
-    EXPECT_EQ("he", Print<TypeParam>("%.*s", 2, CText<typename TypeParam::tUnit>("hello").Get()));
+    EXPECT_EQ("he", Print<TypeParam>("%.*s", 2, TypeParam::Text("hello").Get()));
     EXPECT_EQ("   1.25", Print<TypeParam>("%*.*f", 7, 2, 1.25));
 }
 
 TYPED_TEST(TOVPlatformPrintTest, PrintsManyArgumentsOfAllKinds)
 {
-    const std::string sText = Print<TypeParam>(
-        "%d %f %s %I64d %c %f %d %d %d %d %s %f", 1, 2.5, CText<typename TypeParam::tUnit>("three").Get(),
-        4000000000000ll, '5', 6.5, 7, 8, 9, 10, CText<typename TypeParam::tUnit>("eleven").Get(), 12.5);
+    const std::string sText =
+        Print<TypeParam>("%d %f %s %I64d %c %f %d %d %d %d %s %f", 1, 2.5, TypeParam::Text("three").Get(),
+                         4000000000000ll, '5', 6.5, 7, 8, 9, 10, TypeParam::Text("eleven").Get(), 12.5);
     EXPECT_EQ("1 2.500000 three 4000000000000 5 6.500000 7 8 9 10 eleven 12.500000", sText);
 }
 
@@ -241,24 +241,24 @@ TYPED_TEST(TOVPlatformPrintTest, StoresTheCountSoFar)
 TYPED_TEST(TOVPlatformPrintTest, PrintsLongTextsWhole)
 {
     const std::string sLong(3000, 'x');
-    EXPECT_EQ(sLong + "!", Print<TypeParam>("%s!", CText<typename TypeParam::tUnit>(sLong).Get()));
+    EXPECT_EQ(sLong + "!", Print<TypeParam>("%s!", TypeParam::Text(sLong).Get()));
     EXPECT_EQ(std::string(2999, ' ') + "7", Print<TypeParam>("%3000d", 7));
 }
 
 TYPED_TEST(TOVPlatformPrintTest, AnEmptyFormatWritesTheTerminatorAlone)
 {
-    CRoom<typename TypeParam::tUnit> oRoom(2);
+    auto oRoom = TypeParam::Room(2);
 
-    EXPECT_EQ(0, TypeParam::SPrintf(oRoom.Get(), CText<typename TypeParam::tUnit>("").Get()));
+    EXPECT_EQ(0, TypeParam::SPrintf(oRoom.Get(), TypeParam::Text("").Get()));
 
     EXPECT_EQ("0#", oRoom.Shown());
 }
 
 TYPED_TEST(TOVPlatformPrintTest, PrintsFromAnArgumentList)
 {
-    CRoom<typename TypeParam::tUnit> oRoom(12);
-    CText<typename TypeParam::tUnit> oFormat("%d-%s");
-    CText<typename TypeParam::tUnit> oValue("two");
+    auto oRoom = TypeParam::Room(12);
+    auto oFormat = TypeParam::Text("%d-%s");
+    auto oValue = TypeParam::Text("two");
 
     EXPECT_EQ(5, VSPrintf<TypeParam>(oRoom, oFormat, 1, oValue.Get()));
 
@@ -275,10 +275,10 @@ TYPED_TEST(TOVPlatformPrintTest, TerminatesACountedPrintOnlyIfThereIsRoom)
     };
     for (const sFit& oFit : aFits)
     {
-        CText<typename TypeParam::tUnit> oFormat("%s");
-        CText<typename TypeParam::tUnit> oValue(oFit.szText);
-        CRoom<typename TypeParam::tUnit> oRoom(8);
-        CRoom<typename TypeParam::tUnit> oListRoom(8);
+        auto oFormat = TypeParam::Text("%s");
+        auto oValue = TypeParam::Text(oFit.szText);
+        auto oRoom = TypeParam::Room(8);
+        auto oListRoom = TypeParam::Room(8);
         const int nResult = TypeParam::SNPrintf(oRoom.Get(), oFit.nCount, oFormat.Get(), oValue.Get());
         const int nListResult = VSNPrintf<TypeParam>(oListRoom, oFit.nCount, oFormat, oValue.Get());
 
@@ -293,9 +293,8 @@ TYPED_TEST(TOVPlatformPrintTest, ACountedPrintOfNumbersStopsAnywhere)
 {
     for (int nCount = 1; nCount <= 9; ++nCount)
     {
-        CRoom<typename TypeParam::tUnit> oRoom(12);
-        const int nResult =
-            TypeParam::SNPrintf(oRoom.Get(), nCount, CText<typename TypeParam::tUnit>("%5d%.2f").Get(), 42, 1.25);
+        auto oRoom = TypeParam::Room(12);
+        const int nResult = TypeParam::SNPrintf(oRoom.Get(), nCount, TypeParam::Text("%5d%.2f").Get(), 42, 1.25);
         const std::string sWhole = "   421.25";
         EXPECT_EQ(nCount < 9, nResult < 0) << nCount;
         EXPECT_EQ(sWhole.substr(0, static_cast<std::size_t>(nCount)) +
@@ -306,8 +305,8 @@ TYPED_TEST(TOVPlatformPrintTest, ACountedPrintOfNumbersStopsAnywhere)
 
 TYPED_TEST(TOVPlatformPrintTest, RefusesNull)
 {
-    CText<typename TypeParam::tUnit> oBuffer("...");
-    CText<typename TypeParam::tUnit> oFormat("x");
+    auto oBuffer = TypeParam::Text("...");
+    auto oFormat = TypeParam::Text("x");
     typename TypeParam::tUnit* pNull = nullptr;
 
     EXPECT_CHECK_AT(STRING_SOURCE, NO_BUFFER, TypeParam::SPrintf(pNull, oFormat.Get()));
@@ -319,8 +318,8 @@ TYPED_TEST(TOVPlatformPrintTest, RefusesNull)
 
 TYPED_TEST(TOVPlatformPrintTest, CountedPrintsRefuseNullAndNothing)
 {
-    CText<typename TypeParam::tUnit> oBuffer("...");
-    CText<typename TypeParam::tUnit> oFormat("x");
+    auto oBuffer = TypeParam::Text("...");
+    auto oFormat = TypeParam::Text("x");
     typename TypeParam::tUnit* pNull = nullptr;
 
     EXPECT_CHECK_AT(STRING_SOURCE, NO_BUFFER, TypeParam::SNPrintf(pNull, 20, oFormat.Get()));
@@ -339,9 +338,9 @@ TYPED_TEST(TOVPlatformPrintTest, CountedPrintsRefuseNullAndNothing)
 
 TYPED_TEST(TOVPlatformPrintTest, DoesNothingBehindAFailedCheck)
 {
-    CRoom<typename TypeParam::tUnit> oRoom(3);
+    auto oRoom = TypeParam::Room(3);
 
-    EXPECT_CHECK(NO_COUNT, TypeParam::SNPrintf(oRoom.Get(), 0, CText<typename TypeParam::tUnit>("x").Get()));
+    EXPECT_CHECK(NO_COUNT, TypeParam::SNPrintf(oRoom.Get(), 0, TypeParam::Text("x").Get()));
 
     EXPECT_EQ("###", oRoom.Shown());
 }

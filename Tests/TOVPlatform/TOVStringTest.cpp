@@ -13,13 +13,6 @@ const char NO_SOURCE[] = "szStringSrc != NULL";
 const char NO_COUNT[] = "nCount > 0";
 const char NO_START[] = "szStart != NULL";
 
-struct sOrder
-{
-    const char* szFirst;
-    const char* szSecond;
-    int nOrder;
-};
-
 struct sFind
 {
     const char* szText;
@@ -52,10 +45,24 @@ void ExpectFinds(TFunction fnFind, const sFind (&aFinds)[nFinds])
 {
     for (const sFind& oFind : aFinds)
     {
-        CText<typename TApi::tUnit> oText(oFind.szText);
-        CText<typename TApi::tUnit> oWanted(oFind.szWanted);
+        auto oText = TApi::Text(oFind.szText);
+        auto oWanted = TApi::Text(oFind.szWanted);
         EXPECT_EQ(oFind.lOffset, OffsetOf<typename TApi::tUnit>(fnFind(oText.Get(), oWanted.Get()), oText))
             << '"' << oFind.szWanted << "\" in \"" << oFind.szText << '"';
+    }
+}
+
+// Runs a table of numbers through a conversion, with and without a place for where it stopped.
+template<class TApi, class TFunction, class TNumber, std::size_t nNumbers>
+void ExpectNumbers(TFunction fnRead, const sNumber<TNumber> (&aNumbers)[nNumbers])
+{
+    for (const sNumber<TNumber>& oNumber : aNumbers)
+    {
+        auto oText = TApi::Text(oNumber.szText);
+        typename TApi::tUnit* pStop = nullptr;
+        EXPECT_EQ(oNumber.nValue, fnRead(oText.Get(), &pStop, oNumber.nBase)) << oNumber.szText;
+        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
+        EXPECT_EQ(oNumber.nValue, fnRead(oText.Get(), nullptr, oNumber.nBase)) << oNumber.szText;
     }
 }
 } // namespace
@@ -66,18 +73,12 @@ TYPED_TEST(TOVPlatformStringTest, ComparesByUnsignedUnits)
         {"", "", 0},    {"abc", "abc", 0},    {"", "a", -1},        {"abc", "abd", -1},     {"abc", "abcd", -1},
         {"B", "a", -1}, {"Test", "test", -1}, {"\x7F", "\x80", -1}, {"a\x01", "a\xFF", -1}, {"a", "aa", -1},
     };
-    for (const sOrder& oOrder : aOrders)
-    {
-        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
-        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
-        EXPECT_EQ(oOrder.nOrder, TypeParam::Compare(oFirst, oSecond)) << oOrder.szFirst << ", " << oOrder.szSecond;
-        EXPECT_EQ(-oOrder.nOrder, TypeParam::Compare(oSecond, oFirst)) << oOrder.szFirst << ", " << oOrder.szSecond;
-    }
+    ExpectOrders<TypeParam>(TypeParam::Compare, aOrders);
 }
 
 TYPED_TEST(TOVPlatformStringTest, ComparesATextWithItself)
 {
-    CText<typename TypeParam::tUnit> oText("This is a test");
+    auto oText = TypeParam::Text("This is a test");
     EXPECT_EQ(0, TypeParam::Compare(oText, oText));
     EXPECT_EQ(0, TypeParam::CompareNoCase(oText, oText));
     EXPECT_EQ(0, TypeParam::Collate(oText, oText));
@@ -92,68 +93,55 @@ TYPED_TEST(TOVPlatformStringTest, ComparesWithoutCaseByLowerCaseLetters)
         {"ab", "ABC", -1},  {"_", "A", -1},     {"[", "a", -1},
         {"@", "a", -1},     {"Z", "{", -1},
     };
-    for (const sOrder& oOrder : aOrders)
-    {
-        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
-        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
-        EXPECT_EQ(oOrder.nOrder, SignOf(TypeParam::CompareNoCase(oFirst, oSecond))) << oOrder.szFirst;
-        EXPECT_EQ(-oOrder.nOrder, SignOf(TypeParam::CompareNoCase(oSecond, oFirst))) << oOrder.szFirst;
-        EXPECT_EQ(oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oFirst, oSecond))) << oOrder.szFirst;
-        EXPECT_EQ(-oOrder.nOrder, SignOf(TypeParam::CollateNoCase(oSecond, oFirst))) << oOrder.szFirst;
-    }
+    ExpectOrders<TypeParam>(SignOfCompareNoCase<TypeParam>, aOrders);
+    ExpectOrders<TypeParam>(SignOfCollateNoCase<TypeParam>, aOrders);
 }
 
 TYPED_TEST(TOVPlatformStringTest, CollatesToMinusOneZeroOrOne)
 {
     const sOrder aOrders[] = {{"", "", 0}, {"abc", "abc", 0}, {"", "zz", -1}, {"abc", "xyz", -1}, {"a", "abcdef", -1}};
-    for (const sOrder& oOrder : aOrders)
-    {
-        CText<typename TypeParam::tUnit> oFirst(oOrder.szFirst);
-        CText<typename TypeParam::tUnit> oSecond(oOrder.szSecond);
-        EXPECT_EQ(oOrder.nOrder, TypeParam::Collate(oFirst, oSecond)) << oOrder.szFirst << ", " << oOrder.szSecond;
-        EXPECT_EQ(-oOrder.nOrder, TypeParam::Collate(oSecond, oFirst)) << oOrder.szFirst << ", " << oOrder.szSecond;
-    }
+    ExpectOrders<TypeParam>(TypeParam::Collate, aOrders);
 }
 
 TYPED_TEST(TOVPlatformStringTest, ComparisonsRefuseNull)
 {
-    CText<typename TypeParam::tUnit> oText("a");
+    auto oText = TypeParam::Text("a");
     for (const auto fnCompare :
          {TypeParam::Compare, TypeParam::CompareNoCase, TypeParam::Collate, TypeParam::CollateNoCase})
     {
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(NULL, oText));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING2, fnCompare(oText, NULL));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(NULL, NULL));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(nullptr, oText));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING2, fnCompare(oText, nullptr));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(nullptr, nullptr));
     }
 }
 
 TYPED_TEST(TOVPlatformStringTest, CountsTheUnitsInFrontOfTheTerminator)
 {
-    EXPECT_EQ(0, TypeParam::Length(CText<typename TypeParam::tUnit>("")));
-    EXPECT_EQ(1, TypeParam::Length(CText<typename TypeParam::tUnit>("a")));
-    EXPECT_EQ(14, TypeParam::Length(CText<typename TypeParam::tUnit>("This is a test")));
-    EXPECT_EQ(5000, TypeParam::Length(CText<typename TypeParam::tUnit>(std::string(5000, 'x'))));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Length(NULL));
+    EXPECT_EQ(0, TypeParam::Length(TypeParam::Text("")));
+    EXPECT_EQ(1, TypeParam::Length(TypeParam::Text("a")));
+    EXPECT_EQ(14, TypeParam::Length(TypeParam::Text("This is a test")));
+    EXPECT_EQ(5000, TypeParam::Length(TypeParam::Text(std::string(5000, 'x'))));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Length(nullptr));
 }
 
 TYPED_TEST(TOVPlatformStringTest, LowersInPlace)
 {
-    CText<typename TypeParam::tUnit> oText("This Is A @[`{ TEST 123");
+    auto oText = TypeParam::Text("This Is A @[`{ TEST 123");
 
     EXPECT_EQ(oText.Get(), TypeParam::ToLower(oText));
 
-    EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>("this is a @[`{ test 123")));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::ToLower(NULL));
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("this is a @[`{ test 123")));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::ToLower(nullptr));
 }
 
 TYPED_TEST(TOVPlatformStringTest, RaisesInPlace)
 {
-    CText<typename TypeParam::tUnit> oText("This Is A @[`{ test 123");
+    auto oText = TypeParam::Text("This Is A @[`{ test 123");
 
     EXPECT_EQ(oText.Get(), TypeParam::ToUpper(oText));
 
-    EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>("THIS IS A @[`{ TEST 123")));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::ToUpper(NULL));
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("THIS IS A @[`{ TEST 123")));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::ToUpper(nullptr));
 }
 
 TYPED_TEST(TOVPlatformStringTest, ReversesInPlace)
@@ -161,16 +149,16 @@ TYPED_TEST(TOVPlatformStringTest, ReversesInPlace)
     const sChange aChanges[] = {{"", ""}, {"a", "a"}, {"ab", "ba"}, {"abc", "cba"}, {"This is", "si sihT"}};
     for (const sChange& oChange : aChanges)
     {
-        CText<typename TypeParam::tUnit> oText(oChange.szBefore);
+        auto oText = TypeParam::Text(oChange.szBefore);
         EXPECT_EQ(oText.Get(), TypeParam::Reverse(oText));
-        EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>(oChange.szAfter))) << oChange.szBefore;
+        EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text(oChange.szAfter))) << oChange.szBefore;
     }
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Reverse(NULL));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Reverse(nullptr));
 }
 
 TYPED_TEST(TOVPlatformStringTest, FindsTheFirstCharacter)
 {
-    CText<typename TypeParam::tUnit> oText("This is a test");
+    auto oText = TypeParam::Text("This is a test");
     const typename TypeParam::tUnit* szText = oText;
 
     EXPECT_EQ(szText, TypeParam::FindCharacter(szText, 'T'));
@@ -182,7 +170,7 @@ TYPED_TEST(TOVPlatformStringTest, FindsTheFirstCharacter)
 
 TYPED_TEST(TOVPlatformStringTest, FindsTheLastCharacter)
 {
-    CText<typename TypeParam::tUnit> oText("This is a test");
+    auto oText = TypeParam::Text("This is a test");
     const typename TypeParam::tUnit* szText = oText;
 
     EXPECT_EQ(szText, TypeParam::FindLastCharacter(szText, 'T'));
@@ -194,7 +182,7 @@ TYPED_TEST(TOVPlatformStringTest, FindsTheLastCharacter)
 
 TYPED_TEST(TOVPlatformStringTest, FindsCharactersAbove127)
 {
-    CText<typename TypeParam::tUnit> oText("a\xFF\x80\xFF");
+    auto oText = TypeParam::Text("a\xFF\x80\xFF");
     const typename TypeParam::tUnit* szText = oText;
 
     EXPECT_EQ(szText + 1, TypeParam::FindCharacter(szText, 0xFF));
@@ -203,7 +191,7 @@ TYPED_TEST(TOVPlatformStringTest, FindsCharactersAbove127)
 
 TYPED_TEST(TOVPlatformStringTest, CutsTheWantedCharacterToAUnit)
 {
-    CText<typename TypeParam::tUnit> oText("abca");
+    auto oText = TypeParam::Text("abca");
     const typename TypeParam::tUnit* szText = oText;
     const int nWider = 1 << (8 * sizeof(typename TypeParam::tUnit));
 
@@ -213,7 +201,7 @@ TYPED_TEST(TOVPlatformStringTest, CutsTheWantedCharacterToAUnit)
 
 TYPED_TEST(TOVPlatformStringTest, CharacterSearchesFindOnlyTheTerminatorInAnEmptyText)
 {
-    CText<typename TypeParam::tUnit> oText("");
+    auto oText = TypeParam::Text("");
 
     EXPECT_EQ(nullptr, TypeParam::FindCharacter(oText, 'a'));
     EXPECT_EQ(nullptr, TypeParam::FindLastCharacter(oText, 'a'));
@@ -223,8 +211,8 @@ TYPED_TEST(TOVPlatformStringTest, CharacterSearchesFindOnlyTheTerminatorInAnEmpt
 
 TYPED_TEST(TOVPlatformStringTest, CharacterSearchesRefuseNull)
 {
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindCharacter(NULL, 'a'));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindLastCharacter(NULL, 'a'));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindCharacter(nullptr, 'a'));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindLastCharacter(nullptr, 'a'));
 }
 
 TYPED_TEST(TOVPlatformStringTest, FindsTheFirstOccurrenceOfAText)
@@ -309,35 +297,35 @@ TYPED_TEST(TOVPlatformStringTest, ReverseSearchesNeverExamineTheFirstUnit)
 TYPED_TEST(TOVPlatformStringTest, ReverseSearchesFindNothingInAnEmptyText)
 {
     // The unit in front of the text would be a match.
-    CText<typename TypeParam::tUnit> oText("a");
+    auto oText = TypeParam::Text("a");
     typename TypeParam::tUnit* szEmpty = oText + 1;
 
-    EXPECT_EQ(nullptr, TypeParam::ReverseFindOneOf(szEmpty, CText<typename TypeParam::tUnit>("a")));
-    EXPECT_EQ(nullptr, TypeParam::ReverseFindNotOneOf(szEmpty, CText<typename TypeParam::tUnit>("b")));
+    EXPECT_EQ(nullptr, TypeParam::ReverseFindOneOf(szEmpty, TypeParam::Text("a")));
+    EXPECT_EQ(nullptr, TypeParam::ReverseFindNotOneOf(szEmpty, TypeParam::Text("b")));
 }
 
 TYPED_TEST(TOVPlatformStringTest, SetSearchesRefuseNull)
 {
-    CText<typename TypeParam::tUnit> oText("a");
+    auto oText = TypeParam::Text("a");
     for (const auto fnFind :
          {TypeParam::FindOneOf, TypeParam::FindNotOneOf, TypeParam::ReverseFindOneOf, TypeParam::ReverseFindNotOneOf})
     {
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(NULL, oText));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, fnFind(oText, NULL));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(NULL, NULL));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(nullptr, oText));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, fnFind(oText, nullptr));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, fnFind(nullptr, nullptr));
     }
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindString(NULL, oText));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, TypeParam::FindString(oText, NULL));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindString(nullptr, oText));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, TypeParam::FindString(oText, nullptr));
 }
 
 TYPED_TEST(TOVPlatformStringTest, CopiesWithTheTerminator)
 {
-    CRoom<typename TypeParam::tUnit> oRoom(6);
+    auto oRoom = TypeParam::Room(6);
 
-    EXPECT_EQ(oRoom.Get(), TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("abcd")));
+    EXPECT_EQ(oRoom.Get(), TypeParam::Copy(oRoom, TypeParam::Text("abcd")));
     EXPECT_EQ("abcd0#", oRoom.Shown());
 
-    EXPECT_EQ(oRoom.Get(), TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("")));
+    EXPECT_EQ(oRoom.Get(), TypeParam::Copy(oRoom, TypeParam::Text("")));
     EXPECT_EQ("0bcd0#", oRoom.Shown());
 }
 
@@ -350,21 +338,21 @@ TYPED_TEST(TOVPlatformStringTest, CopiesACountAndPadsWithZeros)
     } const aCopies[] = {{1, "a######"}, {2, "ab#####"}, {3, "abc####"}, {4, "abc0###"}, {6, "abc000#"}};
     for (const auto& oCopy : aCopies)
     {
-        CRoom<typename TypeParam::tUnit> oRoom(7);
-        EXPECT_EQ(oRoom.Get(), TypeParam::NCopy(oRoom, CText<typename TypeParam::tUnit>("abc"), oCopy.nCount));
+        auto oRoom = TypeParam::Room(7);
+        EXPECT_EQ(oRoom.Get(), TypeParam::NCopy(oRoom, TypeParam::Text("abc"), oCopy.nCount));
         EXPECT_EQ(oCopy.szShown, oRoom.Shown()) << oCopy.nCount;
     }
 }
 
 TYPED_TEST(TOVPlatformStringTest, Appends)
 {
-    CRoom<typename TypeParam::tUnit> oRoom(8);
-    TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("ab"));
+    auto oRoom = TypeParam::Room(8);
+    TypeParam::Copy(oRoom, TypeParam::Text("ab"));
 
-    EXPECT_EQ(oRoom.Get(), TypeParam::Concat(oRoom, CText<typename TypeParam::tUnit>("cde")));
+    EXPECT_EQ(oRoom.Get(), TypeParam::Concat(oRoom, TypeParam::Text("cde")));
     EXPECT_EQ("abcde0##", oRoom.Shown());
 
-    TypeParam::Concat(oRoom, CText<typename TypeParam::tUnit>(""));
+    TypeParam::Concat(oRoom, TypeParam::Text(""));
     EXPECT_EQ("abcde0##", oRoom.Shown());
 }
 
@@ -377,42 +365,42 @@ TYPED_TEST(TOVPlatformStringTest, AppendsACountAndAlwaysTerminates)
     } const aAppends[] = {{1, "abc0###"}, {2, "abcd0##"}, {3, "abcde0#"}, {4, "abcde0#"}, {100, "abcde0#"}};
     for (const auto& oAppend : aAppends)
     {
-        CRoom<typename TypeParam::tUnit> oRoom(7);
-        TypeParam::Copy(oRoom, CText<typename TypeParam::tUnit>("ab"));
-        EXPECT_EQ(oRoom.Get(), TypeParam::NConcat(oRoom, CText<typename TypeParam::tUnit>("cde"), oAppend.nCount));
+        auto oRoom = TypeParam::Room(7);
+        TypeParam::Copy(oRoom, TypeParam::Text("ab"));
+        EXPECT_EQ(oRoom.Get(), TypeParam::NConcat(oRoom, TypeParam::Text("cde"), oAppend.nCount));
         EXPECT_EQ(oAppend.szShown, oRoom.Shown()) << oAppend.nCount;
     }
 }
 
 TYPED_TEST(TOVPlatformStringTest, CopiesRefuseNull)
 {
-    CText<typename TypeParam::tUnit> oText("a");
+    auto oText = TypeParam::Text("a");
     for (const auto fnCopy : {TypeParam::Copy, TypeParam::Concat})
     {
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(NULL, oText));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, NULL));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(NULL, NULL));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(nullptr, oText));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, nullptr));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(nullptr, nullptr));
     }
 }
 
 TYPED_TEST(TOVPlatformStringTest, CountedCopiesRefuseNullAndNothing)
 {
-    CText<typename TypeParam::tUnit> oText("a");
-    CText<typename TypeParam::tUnit> oSource("b");
+    auto oText = TypeParam::Text("a");
+    auto oSource = TypeParam::Text("b");
     for (const auto fnCopy : {TypeParam::NCopy, TypeParam::NConcat})
     {
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(NULL, oSource, 1));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, NULL, 1));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(nullptr, oSource, 1));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, nullptr, 1));
         EXPECT_CHECK_AT(STRING_SOURCE, NO_COUNT, fnCopy(oText, oSource, 0));
         EXPECT_CHECK_AT(STRING_SOURCE, NO_COUNT, fnCopy(oText, oSource, -1));
-        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, NULL, 0));
+        EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, nullptr, 0));
     }
-    EXPECT_EQ(0, TypeParam::Compare(oText, CText<typename TypeParam::tUnit>("a")));
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("a")));
 }
 
 TYPED_TEST(TOVPlatformStringTest, StepsForwardAndBack)
 {
-    CText<typename TypeParam::tUnit> oText("This is a test");
+    auto oText = TypeParam::Text("This is a test");
     typename TypeParam::tUnit* szText = oText;
 
     EXPECT_EQ(szText + 1, TypeParam::Inc(szText));
@@ -425,7 +413,7 @@ TYPED_TEST(TOVPlatformStringTest, StepsForwardAndBack)
 
 TYPED_TEST(TOVPlatformStringTest, StepsBackToNothingAtTheStartAndInFrontOfIt)
 {
-    CText<typename TypeParam::tUnit> oText("This is a test");
+    auto oText = TypeParam::Text("This is a test");
     typename TypeParam::tUnit* szText = oText;
 
     EXPECT_EQ(nullptr, TypeParam::Dec(szText, szText));
@@ -434,11 +422,11 @@ TYPED_TEST(TOVPlatformStringTest, StepsBackToNothingAtTheStartAndInFrontOfIt)
 
 TYPED_TEST(TOVPlatformStringTest, StepsRefuseNullAndNegativeCounts)
 {
-    CText<typename TypeParam::tUnit> oText("a");
+    auto oText = TypeParam::Text("a");
 
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Inc(NULL));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(NULL, 1));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(NULL, -1));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::Inc(nullptr));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(nullptr, 1));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(nullptr, -1));
     EXPECT_CHECK_AT(STRING_SOURCE, "nCount >= 0", TypeParam::NInc(oText, -1));
     EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(NULL, oText));
     EXPECT_CHECK_AT(STRING_SOURCE, "szStringCurrent != NULL", TypeParam::Dec(oText, NULL));
@@ -482,14 +470,7 @@ TYPED_TEST(TOVPlatformStringTest, ReadsSignedNumbers)
         {"0xg", 16, 0, 0},
         {"0xg", 0, 0, 0},
     };
-    for (const sNumber<long>& oNumber : aNumbers)
-    {
-        CText<typename TypeParam::tUnit> oText(oNumber.szText);
-        typename TypeParam::tUnit* pStop = nullptr;
-        EXPECT_EQ(oNumber.nValue, TypeParam::ToLong(oText, &pStop, oNumber.nBase)) << oNumber.szText;
-        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
-        EXPECT_EQ(oNumber.nValue, TypeParam::ToLong(oText, NULL, oNumber.nBase)) << oNumber.szText;
-    }
+    ExpectNumbers<TypeParam>(TypeParam::ToLong, aNumbers);
 }
 
 TYPED_TEST(TOVPlatformStringTest, ReadsUnsignedNumbers)
@@ -513,14 +494,7 @@ TYPED_TEST(TOVPlatformStringTest, ReadsUnsignedNumbers)
         {"0xg", 16, 0, 0},
         {"-0xg", 0, 0, 0},
     };
-    for (const sNumber<unsigned long>& oNumber : aNumbers)
-    {
-        CText<typename TypeParam::tUnit> oText(oNumber.szText);
-        typename TypeParam::tUnit* pStop = nullptr;
-        EXPECT_EQ(oNumber.nValue, TypeParam::ToUlong(oText, &pStop, oNumber.nBase)) << oNumber.szText;
-        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
-        EXPECT_EQ(oNumber.nValue, TypeParam::ToUlong(oText, NULL, oNumber.nBase)) << oNumber.szText;
-    }
+    ExpectNumbers<TypeParam>(TypeParam::ToUlong, aNumbers);
 }
 
 TYPED_TEST(TOVPlatformStringTest, ReadsFractions)
@@ -546,31 +520,26 @@ TYPED_TEST(TOVPlatformStringTest, ReadsFractions)
         {"1.7976931348623157e308", 0, 1.7976931348623157e308, 22},
         {"123456789012345678901234567890", 0, 123456789012345678901234567890.0, 30},
     };
-    for (const sNumber<double>& oNumber : aNumbers)
-    {
-        CText<typename TypeParam::tUnit> oText(oNumber.szText);
-        typename TypeParam::tUnit* pStop = nullptr;
-        EXPECT_EQ(oNumber.nValue, TypeParam::ToDouble(oText, &pStop)) << oNumber.szText;
-        EXPECT_EQ(oNumber.lStop, pStop - oText.Get()) << oNumber.szText;
-        EXPECT_EQ(oNumber.nValue, TypeParam::ToDouble(oText, NULL)) << oNumber.szText;
-    }
+    typedef typename TypeParam::tUnit tUnit;
+    ExpectNumbers<TypeParam>(
+        [](const tUnit* szText, tUnit** ppStop, int) { return TypeParam::ToDouble(szText, ppStop); }, aNumbers);
 }
 
 TYPED_TEST(TOVPlatformStringTest, ConversionsRefuseNull)
 {
     typename TypeParam::tUnit* pStop = nullptr;
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToLong(NULL, &pStop, 10));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToUlong(NULL, &pStop, 10));
-    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToDouble(NULL, &pStop));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToLong(nullptr, &pStop, 10));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToUlong(nullptr, &pStop, 10));
+    EXPECT_CHECK_AT(STRING_SOURCE, NO_START, TypeParam::ToDouble(nullptr, &pStop));
     EXPECT_EQ(nullptr, pStop);
 }
 
 TYPED_TEST(TOVPlatformStringTest, LogsNothing)
 {
     CLogRecorder oLog;
-    CText<typename TypeParam::tUnit> oText("This is no number");
+    auto oText = TypeParam::Text("This is no number");
 
-    TypeParam::ToLong(oText, NULL, 10);
+    TypeParam::ToLong(oText, nullptr, 10);
     TypeParam::FindCharacter(oText, 0xFF);
     TypeParam::NInc(oText, 0);
 
