@@ -7,49 +7,110 @@ const char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
 
 template<class TString> class CTOVStringReplaceTest : public testing::Test
 {
-protected:
-    static constexpr const tUnitOf<TString>* NO_TEXT = NULL;
 };
 TYPED_TEST_SUITE(CTOVStringReplaceTest, tStrings, sStringName);
+
+struct sCharacterReplacement
+{
+    const char* szWhat;
+    std::string sBefore;
+    char cOld;
+    char cNew;
+    int nHits;
+    std::string sAfter;
+};
+
+const sCharacterReplacement CHARACTER_REPLACEMENTS[] = {
+    {"everywhere", "Das ist ein test", ' ', '_', 3, "Das_ist_ein_test"},
+    {"at both ends", "xabx", 'x', 'y', 2, "yaby"},
+    {"one that is not there", "yaby", 'x', 'y', 0, "yaby"},
+    {"after zeros", {"x\0x\0x", 5}, 'x', 'y', 3, {"y\0y\0y", 5}},
+    {"zeros inside the text, and not its terminator", {"a\0b\0c", 5}, '\0', '-', 2, "a-b-c"},
+    {"by itself", "xabx", 'x', 'x', 0, "xabx"},
+};
+
+struct sTextReplacement
+{
+    const char* szWhat;
+    std::string sBefore;
+    const char* szOld;
+    const char* szNew;
+    int nHits;
+    std::string sAfter;
+};
+
+const sTextReplacement TEXT_REPLACEMENTS[] = {
+    {"of the same length", "Das ist ein test", "ein", "der", 1, "Das ist der test"},
+    {"longer", "a.b.c.", ".", "<->", 3, "a<->b<->c<->"},
+    {"shorter", "<->a<->b<->", "<->", ".", 3, ".a.b."},
+    {"deleted", "a--b--c", "--", "", 2, "abc"},
+    {"deleted by null", "a--b--c", "--", nullptr, 2, "abc"},
+    {"the whole text deleted", "abab", "ab", "", 2, ""},
+    {"nothing", "abc", "", "x", 0, "abc"},
+    {"null", "abc", nullptr, "x", 0, "abc"},
+    {"null by null", "abc", nullptr, nullptr, 0, "abc"},
+    {"of another case", "abc", "ABC", "x", 0, "abc"},
+    {"longer than the text", "abc", "abcd", "x", 0, "abc"},
+    {"hits do not overlap", "aaaaa", "aa", "b", 2, "bba"},
+    {"not searched again when growing", "xax", "a", "aaa", 1, "xaaax"},
+    {"not searched again when shrinking", "abab", "ab", "a", 2, "aa"},
+    {"not searched again when joined", "aabb", "ab", "", 1, "ab"},
+    {"every segment, growing", {"ein\0zwei\0\0ein!", 14}, "ein", "drei", 2, {"drei\0zwei\0\0drei!", 16}},
+    {"every segment, shrinking", {"\0ein\0ein\0", 9}, "ein", "1", 2, {"\0001\0001\0", 5}},
+    {"every segment, in place", {"ein\0ein", 7}, "ein", "der", 2, {"der\0der", 7}},
+    {"a segment that moves past the old length", {"a\0a", 3}, "a", "12345", 2, {"12345\00012345", 11}},
+};
+
+// The text in units of the string, and a terminator.
+template<class TString> std::vector<tUnitOf<TString>> Units(const std::string& sText)
+{
+    std::vector<tUnitOf<TString>> aUnits;
+    for (const char cCharacter : sText)
+        aUnits.push_back(static_cast<tUnitOf<TString>>(cCharacter));
+    aUnits.push_back(0);
+    return aUnits;
+}
+
+// A string whose block has just room for the text.
+template<class TString> TString Filled(const std::string& sText)
+{
+    TString oText;
+    oText.Copy(Units<TString>(sText).data(), static_cast<int>(sText.size()));
+    return oText;
+}
 } // namespace
 
-TYPED_TEST(CTOVStringReplaceTest, ReplacesACharacterEverywhere)
+TYPED_TEST(CTOVStringReplaceTest, ReplacesCharacters)
 {
-    TypeParam oText(TXT("Das ist ein test"));
+    for (const sCharacterReplacement& oCase : CHARACTER_REPLACEMENTS)
+    {
+        TypeParam oText = Filled<TypeParam>(oCase.sBefore);
 
-    EXPECT_EQ(3, oText.Replace(CHR(' '), CHR('_')));
+        EXPECT_EQ(oCase.nHits, oText.Replace(Units<TypeParam>({oCase.cOld})[0], Units<TypeParam>({oCase.cNew})[0]))
+            << oCase.szWhat;
 
-    EXPECT_EQ(Holds("Das_ist_ein_test", 17), StateOf(oText));
+        EXPECT_EQ((sHeld{oCase.sAfter, static_cast<long>(oCase.sBefore.size() + 1)}), StateOf(oText)) << oCase.szWhat;
+    }
 }
 
-TYPED_TEST(CTOVStringReplaceTest, ReplacesACharacterAtBothEnds)
+// A block grows to the exact size; where the text gets no longer, it stays with its capacity.
+TYPED_TEST(CTOVStringReplaceTest, ReplacesTexts)
 {
-    TypeParam oText(TXT("xabx"));
+    for (const sTextReplacement& oCase : TEXT_REPLACEMENTS)
+    {
+        SCOPED_TRACE(oCase.szWhat);
+        TypeParam oText = Filled<TypeParam>(oCase.sBefore);
+        const auto* const pBlock = oText.GetString();
+        const auto aOld = Units<TypeParam>(oCase.szOld != nullptr ? oCase.szOld : "");
+        const auto aNew = Units<TypeParam>(oCase.szNew != nullptr ? oCase.szNew : "");
 
-    EXPECT_EQ(2, oText.Replace(CHR('x'), CHR('y')));
-    EXPECT_EQ(0, oText.Replace(CHR('x'), CHR('y')));
+        EXPECT_EQ(oCase.nHits, oText.Replace(oCase.szOld != nullptr ? aOld.data() : nullptr,
+                                             oCase.szNew != nullptr ? aNew.data() : nullptr));
 
-    EXPECT_EQ(Holds("yaby", 5), StateOf(oText));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, ReplacesACharacterBehindZeros)
-{
-    TypeParam oText;
-    oText.Copy(TXT("x\0x\0x"), 5);
-
-    EXPECT_EQ(3, oText.Replace(CHR('x'), CHR('y')));
-
-    EXPECT_EQ(Holds("y\0y\0y", 6), StateOf(oText));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, ReplacesZerosInsideTheTextAndNotItsTerminator)
-{
-    TypeParam oText;
-    oText.Copy(TXT("a\0b\0c"), 5);
-
-    EXPECT_EQ(2, oText.Replace(CHR('\0'), CHR('-')));
-
-    EXPECT_EQ(Holds("a-b-c", 6), StateOf(oText));
+        const std::size_t nCapacity = std::max(oCase.sBefore.size(), oCase.sAfter.size()) + 1;
+        EXPECT_EQ((sHeld{oCase.sAfter, static_cast<long>(nCapacity)}), StateOf(oText));
+        EXPECT_EQ(oCase.sAfter.size() <= oCase.sBefore.size(), pBlock == oText.GetString());
+    }
 }
 
 TYPED_TEST(CTOVStringReplaceTest, ReplacesNoCharacterBehindTheText)
@@ -60,15 +121,6 @@ TYPED_TEST(CTOVStringReplaceTest, ReplacesNoCharacterBehindTheText)
     EXPECT_EQ(1, oText.Replace(CHR('x'), CHR('y')));
 
     EXPECT_EQ(std::string("ay\0x\0", 5), BlockOf(oText));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, ReplacesNoCharacterByItself)
-{
-    TypeParam oText(TXT("xabx"));
-
-    EXPECT_EQ(0, oText.Replace(CHR('x'), CHR('x')));
-
-    EXPECT_EQ(Holds("xabx", 5), StateOf(oText));
 }
 
 TYPED_TEST(CTOVStringReplaceTest, ReplacesNoCharacterOfAnEmptyString)
@@ -96,26 +148,6 @@ TYPED_TEST(CTOVStringReplaceTest, RefusesACharacterOfZeroAsTheNewOne)
     EXPECT_EQ(Holds("xabx", 5), StateOf(oText));
 }
 
-TYPED_TEST(CTOVStringReplaceTest, ReplacesATextOfTheSameLengthInPlace)
-{
-    TypeParam oText(TXT("Das ist ein test"));
-    const auto* const pBlock = oText.GetString();
-
-    EXPECT_EQ(1, oText.Replace(TXT("ein"), TXT("der")));
-
-    EXPECT_EQ(Holds("Das ist der test", 17), StateOf(oText));
-    EXPECT_EQ(pBlock, oText.GetString());
-}
-
-TYPED_TEST(CTOVStringReplaceTest, GrowsToTheExactSize)
-{
-    TypeParam oText(TXT("a.b.c."));
-
-    EXPECT_EQ(3, oText.Replace(TXT("."), TXT("<->")));
-
-    EXPECT_EQ(Holds("a<->b<->c<->", 13), StateOf(oText));
-}
-
 TYPED_TEST(CTOVStringReplaceTest, GrowsInTheCapacityThatIsThere)
 {
     TypeParam oText(TXT("a.b.......")); // capacity 11
@@ -126,51 +158,6 @@ TYPED_TEST(CTOVStringReplaceTest, GrowsInTheCapacityThatIsThere)
 
     EXPECT_EQ(Holds("a1234b1234", 11), StateOf(oText));
     EXPECT_EQ(pBlock, oText.GetString());
-}
-
-TYPED_TEST(CTOVStringReplaceTest, ShrinksInPlaceAndKeepsTheCapacity)
-{
-    TypeParam oText(TXT("<->a<->b<->"));
-    const auto* const pBlock = oText.GetString();
-
-    EXPECT_EQ(3, oText.Replace(TXT("<->"), TXT(".")));
-
-    EXPECT_EQ(Holds(".a.b.", 12), StateOf(oText));
-    EXPECT_EQ(pBlock, oText.GetString());
-}
-
-TYPED_TEST(CTOVStringReplaceTest, DeletesForNoNewText)
-{
-    for (const auto* const szNothing : {TXT(""), TestFixture::NO_TEXT})
-    {
-        TypeParam oText(TXT("a--b--c"));
-
-        EXPECT_EQ(2, oText.Replace(TXT("--"), szNothing));
-
-        EXPECT_EQ(Holds("abc", 8), StateOf(oText));
-    }
-}
-
-TYPED_TEST(CTOVStringReplaceTest, DeletesTheWholeText)
-{
-    TypeParam oText(TXT("abab"));
-
-    EXPECT_EQ(2, oText.Replace(TXT("ab"), TXT("")));
-
-    EXPECT_EQ(Holds("", 5), StateOf(oText));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, FindsNothingForNoOldText)
-{
-    TypeParam oText(TXT("abc"));
-
-    EXPECT_EQ(0, oText.Replace(TXT(""), TXT("x")));
-    EXPECT_EQ(0, oText.Replace(TestFixture::NO_TEXT, TXT("x")));
-    EXPECT_EQ(0, oText.Replace(TestFixture::NO_TEXT, TestFixture::NO_TEXT));
-    EXPECT_EQ(0, oText.Replace(TXT("ABC"), TXT("x")));
-    EXPECT_EQ(0, oText.Replace(TXT("abcd"), TXT("x")));
-
-    EXPECT_EQ(Holds("abc", 4), StateOf(oText));
 }
 
 TYPED_TEST(CTOVStringReplaceTest, FindsNothingInAnEmptyString)
@@ -184,58 +171,6 @@ TYPED_TEST(CTOVStringReplaceTest, FindsNothingInAnEmptyString)
 
     EXPECT_EQ(HoldsNothing(), StateOf(oNew));
     EXPECT_EQ(Holds("", 3), StateOf(oEmptied));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, HitsDoNotOverlap)
-{
-    TypeParam oText(TXT("aaaaa"));
-
-    EXPECT_EQ(2, oText.Replace(TXT("aa"), TXT("b")));
-
-    EXPECT_EQ(Holds("bba", 6), StateOf(oText));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, TheNewTextIsNotSearchedAgain)
-{
-    TypeParam oGrowing(TXT("xax"));
-    EXPECT_EQ(1, oGrowing.Replace(TXT("a"), TXT("aaa")));
-    EXPECT_EQ(Holds("xaaax", 6), StateOf(oGrowing));
-
-    TypeParam oShrinking(TXT("abab"));
-    EXPECT_EQ(2, oShrinking.Replace(TXT("ab"), TXT("a")));
-    EXPECT_EQ(Holds("aa", 5), StateOf(oShrinking));
-
-    TypeParam oJoined(TXT("aabb"));
-    EXPECT_EQ(1, oJoined.Replace(TXT("ab"), TXT("")));
-    EXPECT_EQ(Holds("ab", 5), StateOf(oJoined));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, EverySegmentBetweenZerosIsSearched)
-{
-    TypeParam oGrowing;
-    oGrowing.Copy(TXT("ein\0zwei\0\0ein!"), 14);
-    EXPECT_EQ(2, oGrowing.Replace(TXT("ein"), TXT("drei")));
-    EXPECT_EQ(Holds("drei\0zwei\0\0drei!", 17), StateOf(oGrowing));
-
-    TypeParam oShrinking;
-    oShrinking.Copy(TXT("\0ein\0ein\0"), 9);
-    EXPECT_EQ(2, oShrinking.Replace(TXT("ein"), TXT("1")));
-    EXPECT_EQ(Holds("\0001\0001\0", 10), StateOf(oShrinking));
-
-    TypeParam oSame;
-    oSame.Copy(TXT("ein\0ein"), 7);
-    EXPECT_EQ(2, oSame.Replace(TXT("ein"), TXT("der")));
-    EXPECT_EQ(Holds("der\0der", 8), StateOf(oSame));
-}
-
-TYPED_TEST(CTOVStringReplaceTest, SegmentsMovedBehindTheOldLengthAreReachedInAGrownBlock)
-{
-    TypeParam oText;
-    oText.Copy(TXT("a\0a"), 3);
-
-    EXPECT_EQ(2, oText.Replace(TXT("a"), TXT("12345")));
-
-    EXPECT_EQ(Holds("12345\00012345", 12), StateOf(oText));
 }
 
 TYPED_TEST(CTOVStringReplaceTest, SegmentsMovedBehindTheOldLengthAreNotReachedInPlace)
