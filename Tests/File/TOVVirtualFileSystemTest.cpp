@@ -394,17 +394,3 @@ TEST(ITOVVirtualFileSystemTest, AnswersForItsOwnClass)
     EXPECT_EQ(static_cast<ITOVVirtualFileSystem*>(&oFiles), oFiles.QueryInterface(ITOVVirtualFileSystem::GetClass()));
     EXPECT_EQ(NULL, oFiles.QueryInterface(CTOVVirtualFileSystem::GetClass()));
 }
-
-TEST(CTOVVirtualFileSystemExceptionTest, IsOfTheClassOfFilesButNoFileException)
-{
-    CTOVVirtualFileSystem::Exception oException(7);
-    CTOVVirtualFileSystem::Exception oOther(1);
-
-    EXPECT_EQ(CTOVException::eClassFile, oException.GetClass());
-    EXPECT_EQ(7u, oException.GetCode());
-    EXPECT_EQ(7u, CTOVVirtualFileSystem::Exception(oException).GetCode());
-    EXPECT_EQ(&oOther, &(oOther = oException));
-    EXPECT_EQ(7u, oOther.GetCode());
-    EXPECT_THROW(throw oException, CTOVException);
-    EXPECT_FALSE((std::is_base_of_v<ITOVFile::Exception, CTOVVirtualFileSystem::Exception>));
-}

@@ -1,27 +1,13 @@
-// The exceptions of the streams: what they carry, and which handler gets what the library throws.
+// Which handler gets what the streams throw.
 #include "TOVStream/TOVStreamInstruments.h"
 
-#include <TOVStream/TOVReadFileStream.h>
-#include <TOVStream/TOVWriteFileStream.h>
-
 #include <functional>
-#include <type_traits>
 #include <typeinfo>
 
 namespace
 {
 typedef ITOVStream::StreamException StreamException;
 typedef CTOVFileStream::FileStreamException FileStreamException;
-typedef CTOVReadFileStream::ReadFileStreamException ReadFileStreamException;
-typedef CTOVWriteFileStream::WriteFileStreamException WriteFileStreamException;
-
-template<class TException> class CTOVStreamExceptionTest : public testing::Test
-{
-};
-
-typedef testing::Types<StreamException, FileStreamException, ReadFileStreamException, WriteFileStreamException>
-    tExceptions;
-TYPED_TEST_SUITE(CTOVStreamExceptionTest, tExceptions);
 
 // Which handlers get it, in this order: the interface's, the file stream's, the reader's, the writer's.
 std::vector<bool> HandlersOf(const std::function<void()>& fnStatement)
@@ -30,49 +16,6 @@ std::vector<bool> HandlersOf(const std::function<void()>& fnStatement)
             IsCaughtAs<ReadFileStreamException>(fnStatement), IsCaughtAs<WriteFileStreamException>(fnStatement)};
 }
 } // namespace
-
-TYPED_TEST(CTOVStreamExceptionTest, CarriesTheStreamClassAndItsCode)
-{
-    for (const unsigned long ulCode : {0ul, 7ul, 0x8000ul, 0xFFFFul})
-    {
-        TypeParam oException(static_cast<unsigned short>(ulCode));
-
-        EXPECT_EQ(CTOVException::eClassStream, oException.GetClass());
-        EXPECT_EQ(ulCode, oException.GetCode()); // widened without a sign
-    }
-}
-
-TYPED_TEST(CTOVStreamExceptionTest, CopiesClassAndCode)
-{
-    const TypeParam oException(7);
-    TypeParam oCopy(oException);
-    TypeParam oAssigned(1);
-
-    EXPECT_EQ(&oAssigned, &(oAssigned = oException));
-
-    EXPECT_EQ(7u, oCopy.GetCode());
-    EXPECT_EQ(CTOVException::eClassStream, oCopy.GetClass());
-    EXPECT_EQ(7u, oAssigned.GetCode());
-}
-
-TYPED_TEST(CTOVStreamExceptionTest, TakesClassAndCodeOfAnotherTypeAndStaysWhatItIs)
-{
-    TypeParam oException(7);
-    CTOVException& oBase = oException;
-
-    oBase = TOVDebug::CTOVAssertException();
-
-    EXPECT_EQ(CTOVException::eClassSystem, oException.GetClass());
-    EXPECT_EQ(0xFFFFu, oException.GetCode());
-    EXPECT_TRUE(typeid(TypeParam) == typeid(oBase));
-}
-
-TYPED_TEST(CTOVStreamExceptionTest, AddsNothingButItsType)
-{
-    EXPECT_TRUE((std::is_base_of<CTOVException, TypeParam>::value));
-    EXPECT_EQ(sizeof(CTOVException), sizeof(TypeParam));
-    EXPECT_FALSE(std::has_virtual_destructor<TypeParam>::value);
-}
 
 TEST(CTOVStreamExceptionHandlerTest, GetsAFileStreamsExceptionByItsOwnTypeAlone)
 {
@@ -119,7 +62,7 @@ TEST(CTOVStreamExceptionHandlerTest, GetsAnApplicationsStreamException)
 
 TEST(CTOVStreamExceptionHandlerTest, GetsAFailedCheckByItsOwnTypeAndByTheRoot)
 {
-    const auto fnConstruct = [] { CTOVFileStream oStream(NULL, MODE_LOADING, 0); };
+    const auto fnConstruct = [] { CTOVFileStream oStream(nullptr, MODE_LOADING, 0); };
 
     EXPECT_EQ((std::vector<bool>{false, false, false, false}), HandlersOf(fnConstruct));
     EXPECT_TRUE(IsCaughtAs<TOVDebug::CTOVAssertException>(fnConstruct));
