@@ -1,6 +1,7 @@
 #include "Path/TOVPathInstruments.h"
 #include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRuntimeClassFacts.h"
 #include "Support/TOVTestSupport.h"
 
 #include <File/TOVFileInterface.h>
@@ -332,65 +333,14 @@ TEST(CTOVVirtualFileSystemLookupTest, LeavesThePathForAnEmptyAnswer)
 
 TEST(CTOVVirtualFileSystemClassTest, IsBelowTheClassOfTheInterface)
 {
-    const CTOVClass& oClass = CTOVVirtualFileSystem::GetClass();
-    const CTOVClass& oInterface = ITOVVirtualFileSystem::GetClass();
-
-    EXPECT_STREQ("CTOVVirtualFileSystem", oClass.GetName());
-    EXPECT_EQ(1, oClass.GetNumSuperClasses());
-    EXPECT_EQ(&oInterface, &oClass.GetSuperClass(0));
-    EXPECT_STREQ("ITOVVirtualFileSystem", oInterface.GetName());
-    EXPECT_FALSE(oInterface.HasSuperClasses());
-    EXPECT_LT(oInterface.GetClassId(), oClass.GetClassId());
-}
-
-TEST(CTOVVirtualFileSystemClassTest, IsTheRuntimeClassThroughTheInterfaceToo)
-{
     CTOVVirtualFileSystem oFiles;
-    const ITOVVirtualFileSystem& oInterface = oFiles;
 
-    EXPECT_EQ(&CTOVVirtualFileSystem::GetClass(), &oFiles.GetRuntimeClass());
-    EXPECT_EQ(&CTOVVirtualFileSystem::GetClass(), &oInterface.GetRuntimeClass());
-}
-
-TEST(CTOVVirtualFileSystemClassTest, IsAnInstanceOfItselfAlone)
-{
-    CTOVVirtualFileSystem oFiles;
-    const ITOVVirtualFileSystem& oInterface = oFiles;
-
-    EXPECT_TRUE(oInterface.IsInstanceOf(CTOVVirtualFileSystem::GetClass()));
-    EXPECT_FALSE(oInterface.IsInstanceOf(ITOVVirtualFileSystem::GetClass()));
-    EXPECT_FALSE(oInterface.IsInstanceOf(CTOVClass::Invalid()));
-}
-
-TEST(CTOVVirtualFileSystemClassTest, IsOfItsOwnKindAndTheInterfaces)
-{
-    CTOVVirtualFileSystem oFiles;
-    const ITOVVirtualFileSystem& oInterface = oFiles;
-
-    EXPECT_TRUE(oInterface.IsKindOf(CTOVVirtualFileSystem::GetClass()));
-    EXPECT_TRUE(oInterface.IsKindOf(ITOVVirtualFileSystem::GetClass()));
-    EXPECT_FALSE(oInterface.IsKindOf(CTOVClass::Invalid()));
-}
-
-TEST(CTOVVirtualFileSystemClassTest, HandsOutItselfAndItsInterface)
-{
-    CTOVVirtualFileSystem oFiles;
-    ITOVVirtualFileSystem* const pInterface = &oFiles;
-
-    EXPECT_EQ(&oFiles, pInterface->QueryInterface(CTOVVirtualFileSystem::GetClass()));
-    EXPECT_EQ(pInterface, pInterface->QueryInterface(ITOVVirtualFileSystem::GetClass()));
-    EXPECT_EQ(NULL, pInterface->QueryInterface(CTOVClass::Invalid()));
+    ExpectClassBelowItsInterface<ITOVVirtualFileSystem>(oFiles, "CTOVVirtualFileSystem", "ITOVVirtualFileSystem");
 }
 
 TEST(ITOVVirtualFileSystemTest, AnswersForItsOwnClass)
 {
     CBareFileSystem oFiles;
 
-    EXPECT_EQ(&ITOVVirtualFileSystem::GetClass(), &oFiles.GetRuntimeClass());
-    EXPECT_TRUE(oFiles.IsInstanceOf(ITOVVirtualFileSystem::GetClass()));
-    EXPECT_FALSE(oFiles.IsInstanceOf(CTOVVirtualFileSystem::GetClass()));
-    EXPECT_TRUE(oFiles.IsKindOf(ITOVVirtualFileSystem::GetClass()));
-    EXPECT_FALSE(oFiles.IsKindOf(CTOVVirtualFileSystem::GetClass()));
-    EXPECT_EQ(static_cast<ITOVVirtualFileSystem*>(&oFiles), oFiles.QueryInterface(ITOVVirtualFileSystem::GetClass()));
-    EXPECT_EQ(NULL, oFiles.QueryInterface(CTOVVirtualFileSystem::GetClass()));
+    ExpectInterfaceAlone<CTOVVirtualFileSystem>(static_cast<ITOVVirtualFileSystem&>(oFiles));
 }

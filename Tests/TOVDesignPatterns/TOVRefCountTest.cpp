@@ -1,11 +1,11 @@
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRuntimeClassFacts.h"
 #include "Support/TOVTestSupport.h"
 #include "TOVDesignPatterns/TOVMortal.h"
 
 #include <TOVDesignPatterns/TOVRefCount.h>
-#include <TOVRtti/TOVClass.h>
 
 #include <cstring>
 #include <type_traits>
@@ -46,12 +46,6 @@ private:
 typedef CTOVRefCountObject<sMortal> tMortalBlock;
 TOV_PRIVATE_MEMBER(BlockRefCount, tMortalBlock, long, m_lRefCount)
 TOV_PRIVATE_MEMBER(BlockObject, tMortalBlock, sMortal*, m_pObject)
-
-const CTOVClass& UnrelatedClass()
-{
-    static const CTOVClass s_oClass("RefCountTest unrelated");
-    return s_oClass;
-}
 } // namespace
 
 TEST(CTOVRefCountTest, StartsWithOneReference)
@@ -179,64 +173,18 @@ TEST(CTOVRefCountTest, HoldsItsCountAlone)
     EXPECT_TRUE(std::has_virtual_destructor_v<CTOVRefCount>);
 }
 
-TEST(CTOVRefCountTest, HasADescriptorWithTheInterfaceAsItsSuperClass)
-{
-    const CTOVClass& oClass = CTOVRefCount::GetClass();
-
-    EXPECT_STREQ("CTOVRefCount", oClass.GetName());
-    ASSERT_EQ(1, oClass.GetNumSuperClasses());
-    EXPECT_EQ(&ITOVRefCount::GetClass(), &oClass.GetSuperClass(0));
-    EXPECT_EQ(&oClass, &CTOVRefCount::GetClass());
-}
-
-TEST(CTOVRefCountTest, RegistersAfterTheInterface)
-{
-    EXPECT_GT(CTOVRefCount::GetClass().GetClassId(), ITOVRefCount::GetClass().GetClassId());
-}
-
 TEST(CTOVRefCountTest, AnswersForItsOwnClassThroughTheInterface)
-{
-    const CTOVRefCount oCounted;
-    const ITOVRefCount& oInterface = oCounted;
-
-    EXPECT_EQ(&CTOVRefCount::GetClass(), &oInterface.GetRuntimeClass());
-    EXPECT_TRUE(oInterface.IsInstanceOf(CTOVRefCount::GetClass()));
-    EXPECT_FALSE(oInterface.IsInstanceOf(ITOVRefCount::GetClass()));
-    EXPECT_FALSE(oInterface.IsInstanceOf(UnrelatedClass()));
-    EXPECT_TRUE(oInterface.IsKindOf(CTOVRefCount::GetClass()));
-    EXPECT_TRUE(oInterface.IsKindOf(ITOVRefCount::GetClass()));
-    EXPECT_FALSE(oInterface.IsKindOf(UnrelatedClass()));
-}
-
-TEST(CTOVRefCountTest, HandsOutItselfAndTheInterface)
 {
     CTOVRefCount oCounted;
 
-    EXPECT_EQ(&oCounted, oCounted.QueryInterface(CTOVRefCount::GetClass()));
-    EXPECT_EQ(static_cast<ITOVRefCount*>(&oCounted), oCounted.QueryInterface(ITOVRefCount::GetClass()));
-    EXPECT_EQ(NULL, oCounted.QueryInterface(UnrelatedClass()));
-}
-
-TEST(ITOVRefCountTest, HasADescriptorWithoutSuperClasses)
-{
-    const CTOVClass& oClass = ITOVRefCount::GetClass();
-
-    EXPECT_STREQ("ITOVRefCount", oClass.GetName());
-    EXPECT_FALSE(oClass.HasSuperClasses());
-    EXPECT_EQ(&oClass, &ITOVRefCount::GetClass());
+    ExpectClassBelowItsInterface<ITOVRefCount>(oCounted, "CTOVRefCount", "ITOVRefCount");
 }
 
 TEST(ITOVRefCountTest, AnswersForTheInterface)
 {
     CPlainCounted oPlain;
 
-    EXPECT_EQ(&ITOVRefCount::GetClass(), &oPlain.GetRuntimeClass());
-    EXPECT_TRUE(oPlain.IsInstanceOf(ITOVRefCount::GetClass()));
-    EXPECT_FALSE(oPlain.IsInstanceOf(CTOVRefCount::GetClass()));
-    EXPECT_TRUE(oPlain.IsKindOf(ITOVRefCount::GetClass()));
-    EXPECT_FALSE(oPlain.IsKindOf(CTOVRefCount::GetClass()));
-    EXPECT_EQ(static_cast<ITOVRefCount*>(&oPlain), oPlain.QueryInterface(ITOVRefCount::GetClass()));
-    EXPECT_EQ(NULL, oPlain.QueryInterface(CTOVRefCount::GetClass()));
+    ExpectInterfaceAlone<CTOVRefCount>(static_cast<ITOVRefCount&>(oPlain));
 }
 
 TEST(ITOVRefCountTest, CopiesNothing)

@@ -61,6 +61,9 @@ public:
         return Start(ulUserParam, TOVPlatform::TOVThread::eThreadPriorityNormal);
     }
 
+    // Starts it; whether it comes to its end before the deadline.
+    bool RunsToItsEnd(unsigned long ulUserParam = 0) { return StartNormally(ulUserParam) && Ends(); }
+
     // Whether the thread last started comes to its end before the deadline.
     bool Ends() const { return HasEnded(Handle(), DEADLINE); }
     bool HasEnded() const { return HasEnded(Handle(), 0); }
@@ -109,6 +112,9 @@ public:
     }
 
     ~CStubbornThread() override { LetGo(); }
+
+    // Starts it; whether it reaches its Run before the deadline.
+    bool GetsToWork() { return StartNormally() && m_oEntered.Reaches(1); }
 
     void LetGo()
     {

@@ -60,8 +60,7 @@ TEST(CTOVThreadEndTest, DoesNotDeleteItselfWhenItsInitInstanceIsFalse)
     pThread->m_fnInit = [] { return false; };
     pThread->m_fnDelete = [&] { bDeleted = true; };
 
-    ASSERT_TRUE(pThread->StartNormally());
-    ASSERT_TRUE(pThread->Ends());
+    ASSERT_TRUE(pThread->RunsToItsEnd());
 
     EXPECT_FALSE(bDeleted);
     EXPECT_NE(0u, pThread->Id());
@@ -73,8 +72,7 @@ TEST(CTOVThreadEndTest, DoesNotDeleteItselfUnlessAsked)
     CScriptedThread oThread;
     oThread.m_fnDelete = [&] { bDeleted = true; };
 
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_FALSE(bDeleted);
 }
@@ -123,8 +121,7 @@ TEST(CTOVThreadEndTest, GivesAllItsMembersInAnAssignment)
 TEST(CTOVThreadEndTest, IsOneThreadWithItsCopyButNotOneFlag)
 {
     CStubbornThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+    ASSERT_TRUE(oThread.GetsToWork());
     CScriptedThread oCopy(oThread);
 
     oCopy.SetPriority(Thread::eThreadPriorityLow);
@@ -163,8 +160,7 @@ TEST(CTOVThreadEndTest, LeavesItsThreadAloneWhenDestroyed)
 TEST(CTOVThreadEndTest, LeavesItsThreadAloneWhenACopyIsDestroyed)
 {
     CStubbornThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+    ASSERT_TRUE(oThread.GetsToWork());
     {
         const CScriptedThread oCopy(oThread);
     }

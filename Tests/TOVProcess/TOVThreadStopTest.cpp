@@ -9,8 +9,7 @@ TEST(CTOVThreadStopTest, RunsAgainAfterItsEnd)
     std::vector<unsigned long> aParams;
     CScriptedThread oThread;
     oThread.m_fnRun = [&] { aParams.push_back(oThread.GetUserParam()); };
-    ASSERT_TRUE(oThread.StartNormally(1));
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd(1));
     const unsigned long long hFirst = oThread.Handle();
     EXPECT_TRUE(oThread.Stop(false, 0));
     EXPECT_TRUE(oThread.IsStopPending());
@@ -32,8 +31,7 @@ TEST(CTOVThreadStopTest, CanBeRestartedManyTimes)
     oThread.m_fnRun = [&] { ++nRuns; };
 
     for (int nStart = 0; nStart < nStarts; ++nStart)
-        ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+        ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_EQ(nStarts, nRuns);
 }
@@ -71,8 +69,7 @@ TEST(CTOVThreadStopTest, AsksTheOldThreadToStopAndGivesIt10SecondsWhenRestarted)
     ASSERT_TRUE(oThread.Ends());
     oThread.m_aRecord.clear();
 
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_EQ((tRecord{"IsRunning", "Stop 1 10000", "IsRunning"}), oThread.m_aRecord);
 }
@@ -80,13 +77,11 @@ TEST(CTOVThreadStopTest, AsksTheOldThreadToStopAndGivesIt10SecondsWhenRestarted)
 TEST(CTOVThreadStopTest, StopsNothingInAStartIfItsIsRunningIsFalse)
 {
     CRecordingThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
     oThread.m_bAnswers = true;
     oThread.m_aRecord.clear();
 
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_EQ((tRecord{"IsRunning"}), oThread.m_aRecord);
 }
@@ -100,8 +95,7 @@ TEST(CTOVThreadStopTest, StartsWhateverItsStopGives)
     oThread.m_bRunning = true;
     oThread.m_bStops = false;
 
-    EXPECT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_EQ((tRecord{"IsRunning", "Stop 1 10000"}), oThread.m_aRecord);
     EXPECT_TRUE(bRun);
@@ -133,8 +127,7 @@ TEST(CTOVThreadStopTest, StartsASecondThreadWhenTheFirstDoesNotStop)
 TEST(CTOVThreadStopTest, IsHeldUpBySuchAThreadFor10Seconds)
 {
     CStubbornThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+    ASSERT_TRUE(oThread.GetsToWork());
     const unsigned long long hFirst = oThread.Handle();
     bool bStarted = false;
     CBlockableThread oStarter([&] { bStarted = oThread.StartNormally(); });
@@ -165,8 +158,7 @@ TEST(CTOVThreadStopTest, HasNothingToStopBeforeItsFirstStart)
 TEST(CTOVThreadStopTest, StopsNothingIfItsIsRunningIsFalse)
 {
     CRecordingThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
     oThread.m_bAnswers = true;
 
     EXPECT_TRUE(oThread.Stop(true, 0));
@@ -174,33 +166,22 @@ TEST(CTOVThreadStopTest, StopsNothingIfItsIsRunningIsFalse)
     EXPECT_FALSE(oThread.IsStopPending());
 }
 
-TEST(CTOVThreadStopTest, DoesNotWaitForTheEndUnlessAsked)
+TEST(CTOVThreadStopTest, IsStoppedWithSuccessWithoutAWaitAndWhenTheTimeRunsOut)
 {
-    for (const unsigned long ulTimeout : {0ul, 10000ul, 0xFFFFFFFFul})
+    const struct
+    {
+        bool bWait;
+        unsigned long ulTimeout;
+    } aRows[] = {{false, 0}, {false, 10000}, {false, 0xFFFFFFFF}, {true, 0}, {true, 1}, {true, 20}};
+    for (const auto& oRow : aRows)
     {
         CStubbornThread oThread;
-        ASSERT_TRUE(oThread.StartNormally());
-        ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+        ASSERT_TRUE(oThread.GetsToWork());
 
-        EXPECT_TRUE(oThread.Stop(false, ulTimeout));
+        EXPECT_TRUE(oThread.Stop(oRow.bWait, oRow.ulTimeout));
 
-        EXPECT_TRUE(oThread.IsStopPending()) << ulTimeout;
-        EXPECT_FALSE(oThread.HasEnded()) << ulTimeout;
-    }
-}
-
-TEST(CTOVThreadStopTest, IsStoppedWithSuccessAlsoWhenTheTimeRunsOut)
-{
-    for (const unsigned long ulTimeout : {0ul, 1ul, 20ul})
-    {
-        CStubbornThread oThread;
-        ASSERT_TRUE(oThread.StartNormally());
-        ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
-
-        EXPECT_TRUE(oThread.Stop(true, ulTimeout));
-
-        EXPECT_TRUE(oThread.IsStopPending()) << ulTimeout;
-        EXPECT_FALSE(oThread.HasEnded()) << ulTimeout;
+        EXPECT_TRUE(oThread.IsStopPending()) << oRow.bWait << ' ' << oRow.ulTimeout;
+        EXPECT_FALSE(oThread.HasEnded()) << oRow.bWait << ' ' << oRow.ulTimeout;
     }
 }
 
@@ -209,8 +190,7 @@ TEST(CTOVThreadStopTest, WaitsForTheEndIfAsked)
     for (const unsigned long ulTimeout : {60000ul, 0xFFFFFFFEul, 0xFFFFFFFFul})
     {
         CStubbornThread oThread;
-        ASSERT_TRUE(oThread.StartNormally());
-        ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+        ASSERT_TRUE(oThread.GetsToWork());
         bool bStopped = false;
         CBlockableThread oStopper([&] { bStopped = oThread.Stop(true, ulTimeout); });
         EXPECT_TRUE(oStopper.IsBlocked()) << ulTimeout;
@@ -225,8 +205,7 @@ TEST(CTOVThreadStopTest, WaitsForTheEndIfAsked)
 TEST(CTOVThreadStopTest, IsStoppedAtOnceWhenItHasEnded)
 {
     CScriptedThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_TRUE(oThread.Stop(true, 0xFFFFFFFF));
 
@@ -266,8 +245,7 @@ TEST(CTOVThreadStopTest, IsRunningAndMayStopItselfFromItsFirstInstructionOn)
             return oThread.Stop(false, 0);
         };
         oThread.m_fnRun = [&] { nPending += oThread.IsStopPending() ? 1 : 0; };
-        ASSERT_TRUE(oThread.StartNormally());
-        ASSERT_TRUE(oThread.Ends());
+        ASSERT_TRUE(oThread.RunsToItsEnd());
     }
 
     EXPECT_EQ(nStarts, nRunning);

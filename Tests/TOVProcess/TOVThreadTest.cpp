@@ -62,8 +62,7 @@ TEST(CTOVThreadTest, HasHandleAndIdWhileItWorks)
 {
     CStubbornThread oThread;
 
-    EXPECT_TRUE(oThread.StartNormally());
-    EXPECT_TRUE(oThread.m_oEntered.Reaches(1));
+    ASSERT_TRUE(oThread.GetsToWork());
 
     EXPECT_NE(0ull, oThread.Handle());
     EXPECT_NE(0u, oThread.Id());
@@ -75,8 +74,7 @@ TEST(CTOVThreadTest, HasHandleAndIdWhileItWorks)
 TEST(CTOVThreadTest, KeepsHandleAndIdWhenAStopIsRequested)
 {
     CStubbornThread oThread;
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.m_oEntered.Reaches(1));
+    ASSERT_TRUE(oThread.GetsToWork());
     const unsigned long ulId = oThread.Id();
     const unsigned long long hThread = oThread.Handle();
 
@@ -121,8 +119,7 @@ TEST(CTOVThreadTest, RunsItsOperationsInOrderOnTheNewThread)
         aIds[2] = NativeThreadId();
     };
 
-    EXPECT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_EQ((tRecord{"init", "run", "exit"}), aRecord);
     EXPECT_NE(NativeThreadId(), aIds[0]);
@@ -143,8 +140,7 @@ TEST(CTOVThreadTest, HoldsTheSystemsIdUntilItsLastOperationHasReturned)
     oThread.m_fnRun = [&] { aHeld[1] = oThread.Id(); };
     oThread.m_fnExit = [&] { aHeld[2] = oThread.Id(); };
 
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     for (const unsigned long ulHeld : aHeld)
         EXPECT_EQ(ulNative, ulHeld);
@@ -158,8 +154,7 @@ TEST(CTOVThreadTest, GivesItsParameterToRun)
         unsigned long ulSeen = 12345;
         CScriptedThread oThread;
         oThread.m_fnRun = [&] { ulSeen = oThread.GetUserParam(); };
-        ASSERT_TRUE(oThread.StartNormally(ulParam));
-        ASSERT_TRUE(oThread.Ends());
+        ASSERT_TRUE(oThread.RunsToItsEnd(ulParam));
         EXPECT_EQ(ulParam, ulSeen);
         EXPECT_EQ(ulParam, oThread.GetUserParam());
     }
@@ -170,8 +165,7 @@ TEST(CTOVThreadTest, KeepsTheLow32BitsOfItsParameter)
     volatile unsigned long long ullParam = 0x1234567800000005;
     CScriptedThread oThread;
 
-    ASSERT_TRUE(oThread.StartNormally(static_cast<unsigned long>(ullParam)));
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd(static_cast<unsigned long>(ullParam)));
 
     EXPECT_EQ(5u, oThread.GetUserParam());
 }
@@ -226,8 +220,7 @@ TEST(CTOVThreadTest, EndsAtOnceWhenItsInitInstanceIsFalse)
     };
     oThread.m_fnRun = oThread.m_fnExit = [&] { bWorked = true; };
 
-    EXPECT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_FALSE(bWorked);
     EXPECT_TRUE(oThread.IsRunning());
@@ -248,12 +241,10 @@ TEST(CTOVThreadTest, RunsWhenItIsRestartedAfterAFailedInitInstance)
     CScriptedThread oThread;
     oThread.m_fnInit = [&] { return bReady; };
     oThread.m_fnRun = [&] { ++nRuns; };
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
     bReady = true;
 
-    ASSERT_TRUE(oThread.StartNormally());
-    ASSERT_TRUE(oThread.Ends());
+    ASSERT_TRUE(oThread.RunsToItsEnd());
 
     EXPECT_EQ(1, nRuns);
     EXPECT_EQ(0u, oThread.Id());
@@ -281,8 +272,7 @@ TEST(CTOVThreadTest, HasNothingWhenItsStartFails)
         CScriptedThread oThread;
         if (bStartedBefore)
         {
-            ASSERT_TRUE(oThread.StartNormally());
-            ASSERT_TRUE(oThread.Ends());
+            ASSERT_TRUE(oThread.RunsToItsEnd());
         }
         bool bStarted = true;
         {

@@ -217,32 +217,26 @@ TEST(CTOVClassTest, DescribesAClassWithTwoSuperClasses)
     EXPECT_TRUE(oClass.GetSuperClass(1) == IDrawable::GetClass());
 }
 
-TEST(CTOVClassTest, TellsKindAndInstanceThroughABasePointer)
+namespace
 {
-    const CCircle oCircle;
-    const CFigure* pFigure = &oCircle;
-
-    EXPECT_TRUE(pFigure->GetRuntimeClass() == CCircle::GetClass());
-    EXPECT_TRUE(pFigure->IsKindOf(IDrawable::GetClass()));
-    EXPECT_TRUE(pFigure->IsKindOf(CFigure::GetClass()));
-    EXPECT_TRUE(pFigure->IsKindOf(CCircle::GetClass()));
-    EXPECT_FALSE(pFigure->IsInstanceOf(IDrawable::GetClass()));
-    EXPECT_FALSE(pFigure->IsInstanceOf(CFigure::GetClass()));
-    EXPECT_TRUE(pFigure->IsInstanceOf(CCircle::GetClass()));
+template<class TBase> void ExpectTheAnswersOfACircle(const TBase& oSeen)
+{
+    EXPECT_TRUE(oSeen.GetRuntimeClass() == CCircle::GetClass());
+    EXPECT_TRUE(oSeen.IsKindOf(IDrawable::GetClass()));
+    EXPECT_TRUE(oSeen.IsKindOf(CFigure::GetClass()));
+    EXPECT_TRUE(oSeen.IsKindOf(CCircle::GetClass()));
+    EXPECT_FALSE(oSeen.IsInstanceOf(IDrawable::GetClass()));
+    EXPECT_FALSE(oSeen.IsInstanceOf(CFigure::GetClass()));
+    EXPECT_TRUE(oSeen.IsInstanceOf(CCircle::GetClass()));
 }
+} // namespace
 
-TEST(CTOVClassTest, TellsKindAndInstanceThroughAnInterfacePointer)
+TEST(CTOVClassTest, TellsKindAndInstanceThroughEachBase)
 {
     const CCircle oCircle;
-    const IDrawable* pDrawable = &oCircle;
 
-    EXPECT_TRUE(pDrawable->GetRuntimeClass() == CCircle::GetClass());
-    EXPECT_TRUE(pDrawable->IsKindOf(IDrawable::GetClass()));
-    EXPECT_TRUE(pDrawable->IsKindOf(CFigure::GetClass()));
-    EXPECT_TRUE(pDrawable->IsKindOf(CCircle::GetClass()));
-    EXPECT_FALSE(pDrawable->IsInstanceOf(IDrawable::GetClass()));
-    EXPECT_FALSE(pDrawable->IsInstanceOf(CFigure::GetClass()));
-    EXPECT_TRUE(pDrawable->IsInstanceOf(CCircle::GetClass()));
+    ExpectTheAnswersOfACircle<CFigure>(oCircle);
+    ExpectTheAnswersOfACircle<IDrawable>(oCircle);
 }
 
 TEST(CTOVClassTest, ServesAnObjectThatHandsOutItsInterfaces)
