@@ -279,6 +279,29 @@ TEST(CTOVDebugServerLifeTest, TellsNoListenerItsName)
     EXPECT_TRUE(aRecord.empty());
 }
 
+namespace
+{
+// The operations that need the lock; the listener is registered.
+struct sLockUser
+{
+    const char* szName;
+    void (*fnUse)(COpenServer* pServer, CRecordingListener& oListener);
+};
+
+const sLockUser LOCK_USERS[] = {
+    {"LockLoggers", [](COpenServer* pServer, CRecordingListener&) { pServer->LockLoggers(); }},
+    {"UnlockLoggers", [](COpenServer* pServer, CRecordingListener&) { pServer->UnlockLoggers(); }},
+    {"Register", [](COpenServer* pServer, CRecordingListener& oListener) { pServer->Register(&oListener); }},
+    {"Unregister", [](COpenServer* pServer, CRecordingListener& oListener) { pServer->Unregister(&oListener); }},
+    {"OnLogV", [](COpenServer* pServer, CRecordingListener&) { pServer->OnLog("File", 1, eSeverityInfo, "text"); }},
+    {"OnAssert", [](COpenServer* pServer, CRecordingListener&) { pServer->OnAssert("File", 1, "false"); }},
+    {"OnPanicV",
+     [](COpenServer* pServer, CRecordingListener&) { pServer->OnPanic("File", 1, eSeverityFatal, "text"); }},
+    {"OnClosedown", [](COpenServer* pServer, CRecordingListener&) { pServer->OnClosedown(); }},
+    {"destructor", [](COpenServer* pServer, CRecordingListener&) { delete pServer; }},
+};
+} // namespace
+
 // Runs one operation of a server that has lost its lock.
 TOV_CHILD(UsesAServerWithoutItsLock)
 {
@@ -289,37 +312,22 @@ TOV_CHILD(UsesAServerWithoutItsLock)
     COpenServer* pServer = new COpenServer;
     pServer->Register(&oListener);
     LockOf(*pServer) = 0;
-    const std::string& sOperation = aArguments[0];
-    if (sOperation == "LockLoggers")
-        pServer->LockLoggers();
-    else if (sOperation == "UnlockLoggers")
-        pServer->UnlockLoggers();
-    else if (sOperation == "Register")
-        pServer->Register(&oListener);
-    else if (sOperation == "Unregister")
-        pServer->Unregister(&oListener);
-    else if (sOperation == "OnLogV")
-        pServer->OnLog("File", 1, eSeverityInfo, "text");
-    else if (sOperation == "OnAssert")
-        pServer->OnAssert("File", 1, "false");
-    else if (sOperation == "OnPanicV")
-        pServer->OnPanic("File", 1, eSeverityFatal, "text");
-    else if (sOperation == "OnClosedown")
-        pServer->OnClosedown();
-    else if (sOperation == "destructor")
-        delete pServer;
+    for (const sLockUser& oUser : LOCK_USERS)
+    {
+        if (aArguments[0] == oUser.szName)
+            oUser.fnUse(pServer, oListener);
+    }
     std::printf("survived\n");
 }
 
 TEST(CTOVDebugServerLifeTest, EndsTheProcessWhenItsLockIsMissing)
 {
-    for (const char* szOperation : {"LockLoggers", "UnlockLoggers", "Register", "Unregister", "OnLogV", "OnAssert",
-                                    "OnPanicV", "OnClosedown", "destructor"})
+    for (const sLockUser& oUser : LOCK_USERS)
     {
-        const sChildResult oResult = RunChild("UsesAServerWithoutItsLock", {szOperation});
-        EXPECT_EQ(FAILED_EXIT, oResult.nExitCode) << szOperation << ": " << oResult.sOutput;
-        EXPECT_EQ(std::string::npos, oResult.sOutput.find("survived")) << szOperation;
-        EXPECT_NE(std::string::npos, oResult.sOutput.find("clean-up")) << szOperation;
+        const sChildResult oResult = RunChild("UsesAServerWithoutItsLock", {oUser.szName});
+        EXPECT_EQ(FAILED_EXIT, oResult.nExitCode) << oUser.szName << ": " << oResult.sOutput;
+        EXPECT_EQ(std::string::npos, oResult.sOutput.find("survived")) << oUser.szName;
+        EXPECT_NE(std::string::npos, oResult.sOutput.find("clean-up")) << oUser.szName;
     }
 }
 

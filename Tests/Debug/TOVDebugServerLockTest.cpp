@@ -1,6 +1,7 @@
 // Whose lock a debug server destroys, and what leaves it free.
 #include "Debug/TOVDebugServerFixture.h"
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 
 using TOVDebug::CTOVDebugServer;
 
@@ -92,18 +93,7 @@ TEST_F(CTOVDebugServerFixture, AServerInItsOwnTableIsPassedOver)
 #if TOV_CAN_FAIL_ALLOCATIONS
 TEST_F(CTOVDebugServerFixture, ARegistrationWithoutMemoryLeavesTheLockFree)
 {
-    bool bThrown = false;
-    try
-    {
-        const CAllocationFailure oFailure;
-        m_oServer.Register(&m_oA);
-    }
-    catch (const std::bad_alloc&)
-    {
-        bThrown = true;
-    }
-
-    EXPECT_TRUE(bThrown);
+    EXPECT_TRUE(RunsOutOfMemory([&] { m_oServer.Register(&m_oA); }));
     EXPECT_FALSE(IsLocked());
     EXPECT_TRUE(m_aRecord.empty());
     RegisterAll();

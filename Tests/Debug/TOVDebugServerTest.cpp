@@ -2,6 +2,7 @@
 #include "Debug/TOVDebugServerFixture.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <type_traits>
@@ -12,6 +13,19 @@ namespace
 {
 class CTOVDebugServerTest : public CTOVDebugServerFixture
 {
+protected:
+    // Makes the call while a listener looks at the lock.
+    template<class TCall> void ExpectLockHeld(std::function<void()>& fnTold, TCall fnCall)
+    {
+        bool bLocked = false;
+        fnTold = [&] { bLocked = IsLocked(); };
+
+        fnCall();
+
+        EXPECT_TRUE(bLocked);
+        EXPECT_TRUE(m_pOther->Finishes());
+        m_pOther.reset();
+    }
 };
 
 // Remembers the very pointers that it is given.
@@ -51,6 +65,42 @@ private:
             pList = pArguments;
     }
 };
+
+// A call of the server, what each listener writes of it, and where a listener is told.
+struct sServerCall
+{
+    const char* szName;
+    void (*fnCall)(CTOVDebugServer& oServer);
+    const char* szWritten;
+    std::function<void()> CRecordingListener::*fnTold;
+};
+
+const sServerCall CALLS[] = {
+    {"Log",
+     [](CTOVDebugServer& oServer) {
+         oServer.OnLog("Folder/File.cpp", 0xFFFFFFFFul, eSeverityWarning, "%d of %s", 7, "nine");
+     },
+     "log Folder/File.cpp(4294967295) 400: 7 of nine", &CRecordingListener::fnOnLog},
+    {"LogOfManyArguments",
+     [](CTOVDebugServer& oServer) {
+         oServer.OnLog("File", 1, eSeverityInfo, "%d %s %.1f %d %d %d %d %.2f %s", 1, "two", 3.5, 4, 5, 6, 7, 8.25,
+                       "nine");
+     },
+     "log File(1) 200: 1 two 3.5 4 5 6 7 8.25 nine", &CRecordingListener::fnOnLog},
+    {"FailedCheck", [](CTOVDebugServer& oServer) { oServer.OnAssert("File", 12, "nCount > 0"); },
+     "assert File(12): nCount > 0", &CRecordingListener::fnOnAssert},
+    {"Panic", [](CTOVDebugServer& oServer) { oServer.OnPanic("File", 12, eSeverityFatal, "%s %d", "out of", 5); },
+     "panic File(12): out of 5", &CRecordingListener::fnOnPanic},
+    {"PanicOfManyArguments",
+     [](CTOVDebugServer& oServer) { oServer.OnPanic("File", 1, eSeverityFatal, "%d %.1f %s", 1, 2.5, "three"); },
+     "panic File(1): 1 2.5 three", &CRecordingListener::fnOnPanic},
+};
+
+class CTOVDebugServerCallTest : public CTOVDebugServerTest, public testing::WithParamInterface<sServerCall>
+{
+};
+INSTANTIATE_TEST_SUITE_P(Call, CTOVDebugServerCallTest, testing::ValuesIn(CALLS),
+                         [](const testing::TestParamInfo<sServerCall>& oInfo) { return oInfo.param.szName; });
 } // namespace
 
 TEST_F(CTOVDebugServerTest, IsAListenerWithAVirtualDestructor)
@@ -78,23 +128,12 @@ TEST_F(CTOVDebugServerTest, AListenerIsInTheTableWhenItIsStarted)
     EXPECT_EQ((tRecord{"A startup", "A log File(1) 200: text"}), m_aRecord);
 }
 
-TEST_F(CTOVDebugServerTest, HoldsItsLockWhileAListenerIsStarted)
-{
-    bool bLocked = false;
-    m_oA.fnOnStartup = [&] { bLocked = IsLocked(); };
-
-    m_oServer.Register(&m_oA);
-
-    EXPECT_TRUE(bLocked);
-    EXPECT_TRUE(m_pOther->Finishes());
-}
-
 TEST_F(CTOVDebugServerTest, IgnoresNullWithoutTakingTheLock)
 {
     m_oServer.LockLoggers();
     CBlockableThread oOther([this] {
-        m_oServer.Register(NULL);
-        m_oServer.Unregister(NULL);
+        m_oServer.Register(nullptr);
+        m_oServer.Unregister(nullptr);
     });
 
     EXPECT_TRUE(oOther.Finishes());
@@ -187,18 +226,6 @@ TEST_F(CTOVDebugServerTest, AListenerIsStillInTheTableWhenItIsClosedDown)
               m_aRecord);
 }
 
-TEST_F(CTOVDebugServerTest, HoldsItsLockWhileAListenerIsClosedDown)
-{
-    RegisterAll();
-    bool bLocked = false;
-    m_oA.fnOnClosedown = [&] { bLocked = IsLocked(); };
-
-    m_oServer.Unregister(&m_oA);
-
-    EXPECT_TRUE(bLocked);
-    EXPECT_TRUE(m_pOther->Finishes());
-}
-
 // Settled: the call comes before the search.
 TEST_F(CTOVDebugServerTest, ClosesDownAListenerThatWasNeverRegistered)
 {
@@ -224,37 +251,27 @@ TEST_F(CTOVDebugServerTest, AnUnregisteredListenerCanBeRegisteredAgainAndComesLa
     EXPECT_EQ(Logged("BCA"), m_aRecord);
 }
 
-TEST_F(CTOVDebugServerTest, HandsALineToAllListenersInOrder)
+TEST_P(CTOVDebugServerCallTest, IsHandedToAllListenersInOrder)
 {
     RegisterAll();
 
-    m_oServer.OnLog("Folder/File.cpp", 0xFFFFFFFFul, eSeverityWarning, "%d of %s", 7, "nine");
+    GetParam().fnCall(m_oServer);
 
-    EXPECT_EQ(
-        (tRecord{"A log Folder/File.cpp(4294967295) 400: 7 of nine", "B log Folder/File.cpp(4294967295) 400: 7 of nine",
-                 "C log Folder/File.cpp(4294967295) 400: 7 of nine"}),
-        m_aRecord);
+    const std::string sWritten = GetParam().szWritten;
+    EXPECT_EQ((tRecord{"A " + sWritten, "B " + sWritten, "C " + sWritten}), m_aRecord);
 }
 
-TEST_F(CTOVDebugServerTest, HandsAFailedCheckToAllListenersInOrder)
+TEST_P(CTOVDebugServerCallTest, HoldsTheLockWhileAListenerIsTold)
 {
     RegisterAll();
 
-    m_oServer.OnAssert("File", 12, "nCount > 0");
-
-    EXPECT_EQ(
-        (tRecord{"A assert File(12): nCount > 0", "B assert File(12): nCount > 0", "C assert File(12): nCount > 0"}),
-        m_aRecord);
+    ExpectLockHeld(m_oB.*GetParam().fnTold, [this] { GetParam().fnCall(m_oServer); });
 }
 
-TEST_F(CTOVDebugServerTest, HandsAPanicToAllListenersInOrderAndGoesOn)
+TEST_F(CTOVDebugServerTest, HoldsItsLockWhileAListenerIsStartedAndClosedDown)
 {
-    RegisterAll();
-
-    m_oServer.OnPanic("File", 12, eSeverityFatal, "%s %d", "out of", 5);
-
-    EXPECT_EQ((tRecord{"A panic File(12): out of 5", "B panic File(12): out of 5", "C panic File(12): out of 5"}),
-              m_aRecord);
+    ExpectLockHeld(m_oA.fnOnStartup, [this] { m_oServer.Register(&m_oA); });
+    ExpectLockHeld(m_oA.fnOnClosedown, [this] { m_oServer.Unregister(&m_oA); });
 }
 
 TEST_F(CTOVDebugServerTest, HandsOverTheVeryPointersThatItIsGiven)
@@ -268,7 +285,7 @@ TEST_F(CTOVDebugServerTest, HandsOverTheVeryPointersThatItIsGiven)
     EXPECT_EQ(szFile, oListener.pFile);
     EXPECT_EQ(szText, oListener.pText);
 
-    m_oServer.OnAssert(NULL, 1, NULL);
+    m_oServer.OnAssert(nullptr, 1, nullptr);
     EXPECT_EQ(nullptr, oListener.pFile);
     EXPECT_EQ(nullptr, oListener.pText);
 
@@ -300,27 +317,6 @@ TEST_F(CTOVDebugServerTest, HandsTheSameArgumentListToAllListeners)
 }
 #endif
 
-TEST_F(CTOVDebugServerTest, GivesEveryListenerTheArgumentsFromTheFirstOn)
-{
-    RegisterAll();
-
-    m_oServer.OnLog("File", 1, eSeverityInfo, "%d %s %.1f %d %d %d %d %.2f %s", 1, "two", 3.5, 4, 5, 6, 7, 8.25,
-                    "nine");
-
-    const std::string sText = " log File(1) 200: 1 two 3.5 4 5 6 7 8.25 nine";
-    EXPECT_EQ((tRecord{"A" + sText, "B" + sText, "C" + sText}), m_aRecord);
-}
-
-TEST_F(CTOVDebugServerTest, GivesEveryListenerThePanicsArgumentsFromTheFirstOn)
-{
-    RegisterAll();
-
-    m_oServer.OnPanic("File", 1, eSeverityFatal, "%d %.1f %s", 1, 2.5, "three");
-
-    const std::string sText = " panic File(1): 1 2.5 three";
-    EXPECT_EQ((tRecord{"A" + sText, "B" + sText, "C" + sText}), m_aRecord);
-}
-
 TEST_F(CTOVDebugServerTest, DoesNothingWithAnEmptyTable)
 {
     m_oServer.OnLog("File", 1, eSeverityInfo, "text");
@@ -334,7 +330,7 @@ TEST_F(CTOVDebugServerTest, DoesNothingWithAnEmptyTable)
 TEST_F(CTOVDebugServerTest, PassesOverNullEntries)
 {
     RegisterAll();
-    TableOf(m_oServer)[1] = NULL;
+    TableOf(m_oServer)[1] = nullptr;
 
     Log();
     m_oServer.OnAssert("File", 1, "x");
@@ -343,42 +339,6 @@ TEST_F(CTOVDebugServerTest, PassesOverNullEntries)
     EXPECT_EQ((tRecord{"A log File(1) 200: text", "C log File(1) 200: text", "A assert File(1): x",
                        "C assert File(1): x", "A panic File(1): y", "C panic File(1): y"}),
               m_aRecord);
-}
-
-TEST_F(CTOVDebugServerTest, HoldsItsLockOverEveryCallOfAListener)
-{
-    RegisterAll();
-    bool bLocked = false;
-    m_oC.fnOnLog = [&] { bLocked = IsLocked(); };
-
-    Log();
-
-    EXPECT_TRUE(bLocked);
-    EXPECT_TRUE(m_pOther->Finishes());
-}
-
-TEST_F(CTOVDebugServerTest, HoldsItsLockOverAFailedCheck)
-{
-    RegisterAll();
-    bool bLocked = false;
-    m_oA.fnOnAssert = [&] { bLocked = IsLocked(); };
-
-    m_oServer.OnAssert("File", 1, "false");
-
-    EXPECT_TRUE(bLocked);
-    EXPECT_TRUE(m_pOther->Finishes());
-}
-
-TEST_F(CTOVDebugServerTest, HoldsItsLockOverAPanic)
-{
-    RegisterAll();
-    bool bLocked = false;
-    m_oB.fnOnPanic = [&] { bLocked = IsLocked(); };
-
-    m_oServer.OnPanic("File", 1, eSeverityFatal, "text");
-
-    EXPECT_TRUE(bLocked);
-    EXPECT_TRUE(m_pOther->Finishes());
 }
 
 TEST_F(CTOVDebugServerTest, CallsListenersOneAtATimeOverAllThreads)

@@ -2,6 +2,7 @@
 #include "Debug/TOVDebuggerLines.h"
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVRefusal.h"
 
 #include <Debug/TOVMSDevLogger.h>
 
@@ -413,15 +414,8 @@ TOV_CHILD(LogsALongLineWithoutMemory)
 {
     const std::string sLong(3000, 'x');
     MarkBegin();
-    try
-    {
-        const CAllocationFailure oFailure;
-        TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s", sLong.c_str());
-    }
-    catch (const std::bad_alloc&)
-    {
+    if (RunsOutOfMemory([&sLong] { TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s", sLong.c_str()); }))
         std::printf("thrown; ");
-    }
     MarkEnd();
     CBlockableThread oOther([] { LogPlainly("File", "text"); });
     std::printf("%s", oOther.Finishes() ? "free" : "locked");

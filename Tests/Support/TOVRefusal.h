@@ -1,9 +1,13 @@
-// Failed checks where memory is short.
+// Failures where memory is short. In contrast to EXPECT_CHECK and EXPECT_THROW these allocate nothing.
 #pragma once
+
+#include "Support/TOVAllocationCounter.h"
 
 #include <Debug/TOVDebug.h>
 
-// Whether the action fails a check. In contrast to EXPECT_CHECK this allocates nothing.
+#include <new>
+
+// Whether the action fails a check.
 template<class TAction> bool FailsACheck(const TAction& fnAction)
 {
     try
@@ -16,3 +20,20 @@ template<class TAction> bool FailsACheck(const TAction& fnAction)
     }
     return false;
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+// Whether the action throws std::bad_alloc where so many allocations succeed and all others fail.
+template<class TAction> bool RunsOutOfMemory(const TAction& fnAction, unsigned long ulSuccesses = 0)
+{
+    try
+    {
+        const CAllocationFailure oFailure(ulSuccesses);
+        fnAction();
+    }
+    catch (const std::bad_alloc&)
+    {
+        return true;
+    }
+    return false;
+}
+#endif

@@ -1,9 +1,9 @@
 // What arrays take from the heap, how they grow, and how often they copy their elements.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 #include "TOVContainers/TOVArrayInstruments.h"
 #include "TOVContainers/TOVCounted.h"
 
-#include <new>
 #include <vector>
 
 TEST(CTOVArrayMemoryTest, GrowsByOneHalf)
@@ -151,18 +151,7 @@ TEST(CTOVArrayMemoryTest, FailedCopyOfAnArrayLeavesItsTargetUsable)
 TEST(CTOVArrayMemoryTest, ExhaustedMemoryLeavesTheArrayAsItWas)
 {
     tIntArray oArray = MakeArray({1, 2, 3, 4});
-    bool bThrew = false;
-    try
-    {
-        const CAllocationFailure oFailure;
-        oArray.Add(5);
-    }
-    catch (const std::bad_alloc&)
-    {
-        bThrew = true;
-    }
-
-    EXPECT_TRUE(bThrew);
+    EXPECT_TRUE(RunsOutOfMemory([&] { oArray.Add(5); }));
     EXPECT_EQ((tInts{1, 2, 3, 4}), Elements(oArray));
 }
 #endif

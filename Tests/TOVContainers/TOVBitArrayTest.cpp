@@ -3,6 +3,7 @@
 #include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRefusal.h"
 #include "TOVContainers/TOVBitArrayInstruments.h"
 
 #include <climits>
@@ -281,14 +282,7 @@ TEST(CTOVBitArrayTest, WithoutMemoryTheArrayStaysAsItWas)
     bool bRefused = false;
     {
         const CAllocationFailure oFailure;
-        try
-        {
-            oBits.SetNumBits(100);
-        }
-        catch (const TOVDebug::CTOVAssertException&)
-        {
-            bRefused = true;
-        }
+        bRefused = FailsACheck([&oBits] { oBits.SetNumBits(100); });
     }
 
     EXPECT_TRUE(bRefused);

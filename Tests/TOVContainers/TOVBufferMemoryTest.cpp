@@ -1,5 +1,6 @@
 // What buffers take from the heap.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 #include "TOVContainers/TOVBufferInstruments.h"
 
 #include <TOVString/TOVStringA.h>
@@ -158,15 +159,7 @@ TYPED_TEST(CTOVBufferMemoryTest, ExhaustedMemoryLeavesABufferAsItWas)
         {
             tBuffer oBuffer(this->m_aThree, 3);
             const tBuffer oSharer(oBuffer);
-            try
-            {
-                const CAllocationFailure oFailure(ulSuccesses);
-                fnAction(oBuffer);
-                FAIL() << "no std::bad_alloc";
-            }
-            catch (const std::bad_alloc&)
-            {
-            }
+            ASSERT_TRUE(RunsOutOfMemory([&] { fnAction(oBuffer); }, ulSuccesses));
             EXPECT_EQ(oSharer.GetBuffer(), oBuffer.GetBuffer()) << ulSuccesses;
             EXPECT_EQ((std::vector<TypeParam>{5, 6, 7}), Elements(oBuffer)) << ulSuccesses;
         }

@@ -1,9 +1,9 @@
 // Ring buffers copied, of elements that have to be looked after, and what they take from the heap.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 #include "TOVContainers/TOVCounted.h"
 #include "TOVContainers/TOVRingBufferInstruments.h"
 
-#include <new>
 #include <string>
 #include <vector>
 
@@ -228,20 +228,7 @@ TEST(CTOVRingBufferCopyTest, WithoutMemoryTheBufferStaysAsItWas)
 {
     tBuffer oBuffer(3);
     WriteAll(oBuffer, {1, 2});
-    bool bFailed = false;
-    {
-        const CAllocationFailure oFailure;
-        try
-        {
-            oBuffer.SetCapacity(5);
-        }
-        catch (const std::bad_alloc&)
-        {
-            bFailed = true;
-        }
-    }
-
-    EXPECT_TRUE(bFailed);
+    EXPECT_TRUE(RunsOutOfMemory([&] { oBuffer.SetCapacity(5); }));
     EXPECT_EQ((sRingState{2, 3, !EMPTY, !FULL}), StateOf(oBuffer));
     EXPECT_EQ((tValues{1, 2}), ReadAll(oBuffer));
 }

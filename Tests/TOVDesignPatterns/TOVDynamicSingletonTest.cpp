@@ -1,10 +1,10 @@
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 #include "Support/TOVTestSupport.h"
 
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
 
 #include <memory>
-#include <new>
 #include <optional>
 #include <stdexcept>
 #include <type_traits>
@@ -209,18 +209,7 @@ TEST(CTOVDynamicSingletonTest, FailedCreationCountsAllTheSame)
 TEST(CTOVDynamicSingletonTest, ExhaustedMemoryCountsAllTheSame)
 {
     typedef CThing<struct sMark> tThing;
-    bool bThrew = false;
-    try
-    {
-        const CAllocationFailure oFailure;
-        const CTOVDynamicSingleton<tThing> oHolder;
-    }
-    catch (const std::bad_alloc&)
-    {
-        bThrew = true;
-    }
-
-    EXPECT_TRUE(bThrew);
+    EXPECT_TRUE(RunsOutOfMemory([&] { const CTOVDynamicSingleton<tThing> oHolder; }));
     EXPECT_EQ(NULL, tThing::Held());
     EXPECT_EQ(1, tThing::GetHolders());
 }

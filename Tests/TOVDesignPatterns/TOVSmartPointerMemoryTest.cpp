@@ -1,12 +1,12 @@
 // What smart pointers take from the heap and give back, and what holds when it gives nothing.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 #include "Support/TOVTestSupport.h"
 #include "TOVDesignPatterns/TOVSmartPointerInstruments.h"
 
 #include <TOVContainers/TOVSorter.h>
 
 #include <memory>
-#include <new>
 
 TEST(CTOVSmartPointerMemoryTest, ConstructionTakesOneBlock)
 {
@@ -121,18 +121,7 @@ TEST(CTOVSmartPointerMemoryTest, FailedConstructionLeavesTheObjectToTheCaller)
 {
     int nDeaths = 0;
     const std::unique_ptr<sMortal> pMortal(new sMortal(nDeaths));
-    bool bThrew = false;
-    try
-    {
-        const CAllocationFailure oFailure;
-        const tMortalPointer oPointer(pMortal.get());
-    }
-    catch (const std::bad_alloc&)
-    {
-        bThrew = true;
-    }
-
-    EXPECT_TRUE(bThrew);
+    EXPECT_TRUE(RunsOutOfMemory([&] { const tMortalPointer oPointer(pMortal.get()); }));
     EXPECT_EQ(0, nDeaths);
 }
 
@@ -142,18 +131,7 @@ TEST(CTOVSmartPointerMemoryTest, FailedAssignmentLeavesEverythingAsItWas)
     const std::unique_ptr<sMortal> pMortal(new sMortal(nDeaths));
     tMortalPointer oPtr1(new sMortal(nDeaths));
     const tMortalPointer oPtr2(oPtr1);
-    bool bThrew = false;
-    try
-    {
-        const CAllocationFailure oFailure;
-        oPtr1 = pMortal.get();
-    }
-    catch (const std::bad_alloc&)
-    {
-        bThrew = true;
-    }
-
-    EXPECT_TRUE(bThrew);
+    EXPECT_TRUE(RunsOutOfMemory([&] { oPtr1 = pMortal.get(); }));
     EXPECT_EQ(2, oPtr1.GetRefCount());
     EXPECT_EQ(oPtr2.Get(), oPtr1.Get());
     EXPECT_EQ(0, nDeaths);

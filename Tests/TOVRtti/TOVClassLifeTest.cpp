@@ -1,6 +1,7 @@
 // Class descriptors and the server that holds them: names that come twice, copies, what derived classes may do.
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRefusal.h"
 #include "TOVRtti/TOVClassInstruments.h"
 
 namespace
@@ -294,15 +295,8 @@ TEST(CTOVClassLifeTest, FreesItsNameWhenTheIdsAreUsedUp)
     const CTOVClass oRoot("Root");
     const CUsedUpIds oUsedUp;
     CAllocationCounter oCounter;
-    bool bRaised = false;
-    try
-    {
-        const CTOVClass oClass("A name of some length that nobody needs", &oRoot);
-    }
-    catch (const TOVDebug::CTOVAssertException&)
-    {
-        bRaised = true;
-    }
+    const bool bRaised =
+        FailsACheck([&oRoot] { const CTOVClass oClass("A name of some length that nobody needs", &oRoot); });
     const long lKept = oCounter.Kept();
 
     EXPECT_TRUE(bRaised);

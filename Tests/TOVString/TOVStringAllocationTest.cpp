@@ -1,6 +1,7 @@
 // What the common operations of both strings and of their buffer take from the heap. A holder and a block are one
 // allocation each; a new size always takes a new block, and no operation takes more than it needs.
 #include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 #include "TOVString/TOVStringKinds.h"
 
 #include <new>
@@ -275,19 +276,7 @@ template<class TString, class TOperation> void ExpectUnchangedWithoutMemory(TStr
     ASSERT_LT(0u, ulNeeded);
     for (unsigned long ulSuccesses = 0; ulSuccesses < ulNeeded; ++ulSuccesses)
     {
-        bool bFailed = false;
-        {
-            const CAllocationFailure oFailure(ulSuccesses);
-            try
-            {
-                fnOperation(oText);
-            }
-            catch (const std::bad_alloc&)
-            {
-                bFailed = true;
-            }
-        }
-        EXPECT_TRUE(bFailed);
+        EXPECT_TRUE(RunsOutOfMemory([&] { fnOperation(oText); }, ulSuccesses));
         EXPECT_EQ(oBefore, StateOf(oText));
         EXPECT_EQ(pBlock, oText.GetString());
     }
