@@ -5,6 +5,7 @@
 
 #include <Test/TOVCountingTracker.h>
 
+#include <functional>
 #include <type_traits>
 
 using TOVTest::CTOVCountingTracker;
@@ -168,38 +169,26 @@ TEST_F(CTOVCountingTrackerTest, CountsEachOfTheEightFailures)
     EXPECT_EQ((sCounts{static_cast<long>(aFailures.size()), 1, 1, 1}), CountsOf(m_oCounter));
 }
 
-TEST_F(CTOVCountingTrackerTest, CountsAFailedCaseOnce)
+TEST_F(CTOVCountingTrackerTest, CountsFailedChecksCasesAndSuites)
 {
-    m_oCounter.EnterSuite(m_oSuite);
-    RunCase(3);
+    const struct
+    {
+        const char* szWhat;
+        std::vector<std::vector<int>> aSuites; // the failed checks of their cases
+        sCounts oCounts;
+    } aRows[] = {
+        {"a failed case once", {{3}}, {3, 1, 1, 1}},        {"a failed suite once", {{1, 2}}, {2, 2, 1, 2}},
+        {"each failed suite", {{1}, {0, 2}}, {2, 1, 2, 2}}, {"no case that passes", {{0, 1, 0}}, {0, 1, 1, 1}},
+        {"a suite that passes", {{1}, {0}}, {0, 0, 1, 1}},
+    };
+    for (const auto& oRow : aRows)
+    {
+        m_oCounter.EnterEnvironment();
+        for (const std::vector<int>& aFailures : oRow.aSuites)
+            RunSuite(aFailures);
 
-    EXPECT_EQ((sCounts{3, 1, 1, 1}), CountsOf(m_oCounter));
-}
-
-TEST_F(CTOVCountingTrackerTest, CountsAFailedSuiteOnce)
-{
-    m_oCounter.EnterSuite(m_oSuite);
-    RunCase(1);
-    RunCase(2);
-
-    EXPECT_EQ((sCounts{2, 2, 1, 2}), CountsOf(m_oCounter));
-}
-
-TEST_F(CTOVCountingTrackerTest, CountsEachFailedSuite)
-{
-    RunSuite({1});
-    RunSuite({0, 2});
-
-    EXPECT_EQ((sCounts{2, 1, 2, 2}), CountsOf(m_oCounter));
-}
-
-TEST_F(CTOVCountingTrackerTest, CountsNoCaseThatPasses)
-{
-    RunSuite({0, 1, 0});
-    EXPECT_EQ((sCounts{0, 1, 1, 1}), CountsOf(m_oCounter));
-
-    RunSuite({0});
-    EXPECT_EQ((sCounts{0, 0, 1, 1}), CountsOf(m_oCounter));
+        EXPECT_EQ(oRow.oCounts, CountsOf(m_oCounter)) << oRow.szWhat;
+    }
 }
 
 TEST_F(CTOVCountingTrackerTest, CountsAFailureBetweenTwoCasesForTheCaseBeforeIt)
@@ -256,44 +245,35 @@ TEST_F(CTOVCountingTrackerTest, KeepsItsTotalsUntilTheNextRun)
     EXPECT_EQ((sCounts{0, 0, 0, 0}), CountsOf(m_oCounter));
 }
 
-TEST_F(CTOVCountingTrackerTest, ClearsItsCountersBeforeItPassesOnTheBeginOfARun)
+TEST_F(CTOVCountingTrackerTest, ClearsItsCountersBeforeItPassesOnABegin)
 {
-    RunSuite({1});
-    sCounts oSeen = {-1, -1, -1, -1};
-    AtEvent("EnterEnvironment", [&] { oSeen = CountsOf(m_oCounter); });
-
-    m_oCounter.EnterEnvironment();
-
-    EXPECT_EQ((sCounts{0, 0, 0, 0}), oSeen);
-}
-
-TEST_F(CTOVCountingTrackerTest, ClearsTheSuitesCountersBeforeItPassesOnItsBegin)
-{
-    RunSuite({2});
-    sCounts oSeen = {-1, -1, -1, -1};
-    AtEvent("EnterSuite", [&] { oSeen = CountsOf(m_oCounter); });
-
-    m_oCounter.EnterSuite(m_oSuite);
-
-    EXPECT_EQ((sCounts{0, 0, 1, 1}), oSeen);
-}
-
-TEST_F(CTOVCountingTrackerTest, ClearsTheCasesCounterBeforeItPassesOnItsBegin)
-{
+    const struct
+    {
+        const char* szEvent;
+        std::function<void()> fnBegin;
+        sCounts oExpected;
+    } aRows[] = {
+        {"EnterTestCase", [this] { m_oCounter.EnterTestCase(m_oCase); }, {0, 1, 1, 1}},
+        {"EnterSuite", [this] { m_oCounter.EnterSuite(m_oSuite); }, {0, 0, 1, 1}},
+        {"EnterEnvironment", [this] { m_oCounter.EnterEnvironment(); }, {0, 0, 0, 0}},
+    };
     m_oCounter.EnterSuite(m_oSuite);
     RunCase(2);
-    sCounts oSeen = {-1, -1, -1, -1};
-    AtEvent("EnterTestCase", [&] { oSeen = CountsOf(m_oCounter); });
+    for (const auto& oRow : aRows)
+    {
+        sCounts oSeen = {-1, -1, -1, -1};
+        AtEvent(oRow.szEvent, [&] { oSeen = CountsOf(m_oCounter); });
 
-    m_oCounter.EnterTestCase(m_oCase);
+        oRow.fnBegin();
 
-    EXPECT_EQ((sCounts{0, 1, 1, 1}), oSeen);
+        EXPECT_EQ(oRow.oExpected, oSeen) << oRow.szEvent;
+    }
 }
 
 TEST_F(CTOVCountingTrackerTest, KnowsTheSuiteFromItsBeginToItsEnd)
 {
-    const CTOVTestSuite* pAtBegin = NULL;
-    const CTOVTestSuite* pAtEnd = NULL;
+    const CTOVTestSuite* pAtBegin = nullptr;
+    const CTOVTestSuite* pAtEnd = nullptr;
     AtEvent("EnterSuite", [&] { pAtBegin = &m_oCounter.GetCurrentTestSuite(); });
     m_oCounter.EnterSuite(m_oSuite);
     EXPECT_EQ(&m_oSuite, &m_oCounter.GetCurrentTestSuite());
@@ -309,8 +289,8 @@ TEST_F(CTOVCountingTrackerTest, KnowsTheSuiteFromItsBeginToItsEnd)
 
 TEST_F(CTOVCountingTrackerTest, KnowsTheCaseFromItsBeginToItsEnd)
 {
-    const CTOVTestCase* pAtBegin = NULL;
-    const CTOVTestCase* pAtEnd = NULL;
+    const CTOVTestCase* pAtBegin = nullptr;
+    const CTOVTestCase* pAtEnd = nullptr;
     m_oCounter.EnterSuite(m_oSuite);
     AtEvent("EnterTestCase", [&] { pAtBegin = &m_oCounter.GetCurrentTestCase(); });
     m_oCounter.EnterTestCase(m_oCase);
@@ -360,7 +340,7 @@ TEST_F(CTOVCountingTrackerTest, TakesTheNullListenerForNull)
 {
     m_oRecorder.m_aEvents.clear();
 
-    m_oCounter.SetListener(NULL);
+    m_oCounter.SetListener(nullptr);
     RaiseAllEvents(m_oCounter);
 
     EXPECT_EQ(&m_oHost.m_oNull, Listener(m_oCounter));
