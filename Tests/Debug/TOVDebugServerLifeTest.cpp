@@ -79,8 +79,8 @@ TEST(CTOVDebugServerLifeTest, StartsAndClosesDownOneListenerUnlessItIsNull)
 
     oServer.StartupLogger(&oListener);
     oServer.ClosedownLogger(&oListener);
-    oServer.StartupLogger(NULL);
-    oServer.ClosedownLogger(NULL);
+    oServer.StartupLogger(nullptr);
+    oServer.ClosedownLogger(nullptr);
 
     EXPECT_EQ((tRecord{"A startup", "A closedown"}), aRecord);
     EXPECT_TRUE(TableOf(oServer).empty());
@@ -262,7 +262,7 @@ TEST(CTOVDebugServerLifeTest, TakesAnEmptyNameAndIgnoresANullOne)
     EXPECT_EQ(std::string(256, '\0'), NameOf(oServer));
 
     oServer.SetApplicationName("Application");
-    EXPECT_NO_CHECK(oServer.SetApplicationName(NULL));
+    EXPECT_NO_CHECK(oServer.SetApplicationName(nullptr));
     EXPECT_EQ(Padded("Application"), NameOf(oServer));
 }
 
@@ -337,8 +337,8 @@ TEST(CTOVDebugServerLifeTest, IgnoresNullListenersAlsoWithoutItsLock)
     const unsigned long long hLock = LockOf(oServer);
     LockOf(oServer) = 0;
 
-    oServer.Register(NULL);
-    oServer.Unregister(NULL);
+    oServer.Register(nullptr);
+    oServer.Unregister(nullptr);
 
     LockOf(oServer) = hLock;
     EXPECT_TRUE(TableOf(oServer).empty());

@@ -281,7 +281,7 @@ TEST(CTOVMSDevLoggerTest, StartupClosedownAndNameSayNothing)
 TEST(CTOVMSDevLoggerTest, RefusesANullFormat)
 {
     CTOVMSDevLogger oLogger;
-    const char* szFormat = NULL;
+    const char* szFormat = nullptr;
 
     EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVString"), "szFormat != NULL",
                     oLogger.OnLog("File", 1, eSeverityInfo, szFormat));
@@ -293,7 +293,7 @@ TOV_CHILD(LogsANullFormat)
     tRecord& aRecord = MakeImmortal<tRecord>();
     CRecordingListener& oListener = MakeImmortal<CRecordingListener>("A", aRecord);
     CTOVDebugServer::Instance().Register(&oListener);
-    const char* szFormat = NULL;
+    const char* szFormat = nullptr;
     aRecord.clear();
     try
     {

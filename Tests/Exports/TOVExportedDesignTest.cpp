@@ -1,4 +1,4 @@
-// The exported design is the product: names and slots may be added behind what stands here, and nothing may move.
+// The exported design is the product: names and slots may be added after those here, and nothing may move.
 #include "Exports/TOVDemangled.h"
 #include "Support/TOVLibraryImage.h"
 #include "Support/TOVTestSupport.h"
@@ -329,7 +329,7 @@ std::string TestName(const testing::TestParamInfo<sTable>& oInfo)
     return sName;
 }
 
-// Exported names of the library's own things; what its headers instantiate of the standard library is none of them.
+// Exported names of the library's own things; what its headers instantiate of the standard library does not count.
 std::set<std::string> OwnNames()
 {
     std::set<std::string> aNames;

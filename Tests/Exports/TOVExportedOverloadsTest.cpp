@@ -122,7 +122,7 @@ TEST(CTOVDeclaredMembersTest, AreExportedAllOfThem)
             EXPECT_EQ(1u, aExports.count(sName)) << Demangle(sDeclared);
 }
 
-// Copies that a class leaves to the compiler are made in each module, and exported by none.
+// Copies that a class leaves to the compiler are made in each module, and no module exports them.
 TEST(CTOVDeclaredMembersTest, HoldTheCopiesOfEachClass)
 {
     const sDeclared oDeclared = ReadDeclared();

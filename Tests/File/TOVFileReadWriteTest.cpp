@@ -85,8 +85,8 @@ TEST_F(CTOVFileReadWriteTest, MovesNothingForASizeOfZero)
 
     EXPECT_EQ(0u, oFile.Read(szBuffer, 0));
     EXPECT_EQ(0u, oFile.Write("x", 0));
-    EXPECT_EQ(0u, oFile.Read(NULL, 0));
-    EXPECT_EQ(0u, oFile.Write(NULL, 0));
+    EXPECT_EQ(0u, oFile.Read(nullptr, 0));
+    EXPECT_EQ(0u, oFile.Write(nullptr, 0));
 
     EXPECT_EQ(0u, oFile.Tell());
     EXPECT_STREQ("????", szBuffer);

@@ -163,7 +163,7 @@ TEST_F(CTOVFileTest, LogsAndThrowsWhateverKeepsItFromOpening)
     ExpectNotOpened(oFile, Path("missing/new").c_str(), WRITE);
     ExpectNotOpened(oFile, Path("folder").c_str(), UPDATE);
     ExpectNotOpened(oFile, "", READ);
-    ExpectNotOpened(oFile, NULL, WRITE);
+    ExpectNotOpened(oFile, nullptr, WRITE);
 }
 
 TEST_F(CTOVFileTest, LogsNothingWhenItOpens)

@@ -188,8 +188,8 @@ TEST(CTOVArrayTest, ResizeAddsDefaultConstructedElements)
     oArray.Resize(3);
 
     EXPECT_STREQ("first", oArray[0].GetString());
-    EXPECT_EQ(NULL, oArray[1].GetString());
-    EXPECT_EQ(NULL, oArray[2].GetString());
+    EXPECT_EQ(nullptr, oArray[1].GetString());
+    EXPECT_EQ(nullptr, oArray[2].GetString());
 }
 
 TEST(CTOVArrayTest, ResizeToTheSameSizeDoesNothing)

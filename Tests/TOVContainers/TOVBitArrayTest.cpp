@@ -23,7 +23,7 @@ TEST(CTOVBitArrayTest, HasNoBitsAtFirst)
 
     EXPECT_EQ(0, oBits.GetSize());
     EXPECT_EQ(0, oBits.GetNumBits());
-    EXPECT_EQ(NULL, oBits.GetBuffer());
+    EXPECT_EQ(nullptr, oBits.GetBuffer());
     EXPECT_FALSE(oBits.IsAnyBitSet());
 }
 
@@ -139,8 +139,8 @@ TEST(CTOVBitArrayTest, ABufferIsQueriedOfAnArrayWithoutABlock)
 {
     CTOVBitArray oBits;
 
-    EXPECT_EQ(NULL, oBits.QueryBuffer(0));
-    EXPECT_EQ(NULL, oBits.QueryBuffer(-1));
+    EXPECT_EQ(nullptr, oBits.QueryBuffer(0));
+    EXPECT_EQ(nullptr, oBits.QueryBuffer(-1));
     EXPECT_NE(nullptr, oBits.QueryBuffer(2));
 
     EXPECT_EQ(Holds("\0\0", 16), StateOf(oBits));
@@ -177,7 +177,7 @@ TEST(CTOVBitArrayTest, AnArrayWithoutABlockIsCopied)
     const CTOVBitArray oCopy(oNone);
 
     EXPECT_EQ(Holds("", 0), StateOf(oCopy));
-    EXPECT_EQ(NULL, oCopy.GetBuffer());
+    EXPECT_EQ(nullptr, oCopy.GetBuffer());
 }
 
 TEST(CTOVBitArrayTest, IsAssignedWithBothSizes)

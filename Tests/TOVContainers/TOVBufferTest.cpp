@@ -28,9 +28,9 @@ TYPED_TEST(CTOVBufferTest, HasNoStorageByDefault)
 
     EXPECT_FALSE(oConst.IsValid());
     EXPECT_EQ(0, oConst.GetSize());
-    EXPECT_EQ(NULL, oBuffer.AddressOfBuffer());
-    EXPECT_EQ(NULL, oBuffer.GetBuffer());
-    EXPECT_EQ(NULL, oConst.GetBuffer());
+    EXPECT_EQ(nullptr, oBuffer.AddressOfBuffer());
+    EXPECT_EQ(nullptr, oBuffer.GetBuffer());
+    EXPECT_EQ(nullptr, oConst.GetBuffer());
 }
 
 TYPED_TEST(CTOVBufferTest, DefaultBuffersAreEqual)
@@ -53,7 +53,7 @@ TYPED_TEST(CTOVBufferTest, HoldsACopyOfWhatItIsMadeOf)
 TYPED_TEST(CTOVBufferTest, MadeOfNoElementsHasNoStorage)
 {
     const CTOVBuffer<TypeParam> oBuffer(this->m_aThree, 0);
-    const CTOVBuffer<TypeParam> oNull(NULL, 0);
+    const CTOVBuffer<TypeParam> oNull(nullptr, 0);
 
     EXPECT_FALSE(oBuffer.IsValid());
     EXPECT_FALSE(oNull.IsValid());
@@ -219,7 +219,7 @@ TYPED_TEST(CTOVBufferTest, CopyingNoElementsDoesNothing)
     TypeParam nRead = 1;
 
     EXPECT_NO_CHECK(oBuffer.SetElements(3, this->m_aTwo, 0));
-    EXPECT_NO_CHECK(oBuffer.SetElements(0, NULL, 0));
+    EXPECT_NO_CHECK(oBuffer.SetElements(0, nullptr, 0));
     EXPECT_NO_CHECK(oBuffer.SetElements(2, this->m_aTwo, -1));
     EXPECT_NO_CHECK(oBuffer.GetElements(3, &nRead, 0));
     EXPECT_NO_CHECK(oBuffer.GetElements(2, &nRead, -1));

@@ -26,7 +26,7 @@ TEST(CTOVRingBufferTest, HoldsItsMembersInOrder)
 TEST(CTOVRingBufferTest, HasNoArrayBeforeItsFirstCapacity)
 {
     tBuffer oBuffer;
-    EXPECT_EQ(NULL, PlacesOf(oBuffer));
+    EXPECT_EQ(nullptr, PlacesOf(oBuffer));
 
     oBuffer.SetCapacity(3);
     EXPECT_NE(nullptr, PlacesOf(oBuffer));

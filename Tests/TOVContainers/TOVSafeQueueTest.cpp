@@ -42,7 +42,7 @@ struct sCopied
     static inline int s_nCopies = 0;
 };
 
-// As long as it lives, copies of sCopied do this.
+// While it lives, each copy of an sCopied runs this action.
 class CCopyAction
 {
 public:

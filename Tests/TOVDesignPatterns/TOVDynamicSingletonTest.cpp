@@ -39,7 +39,7 @@ public:
     static inline bool s_bRefuses = false;
     static inline bool s_bRaisesAtItsEnd = false;
     static inline bool s_bLooksAtItself = false;
-    static inline CThing* s_pSeenAtItsEnd = NULL;
+    static inline CThing* s_pSeenAtItsEnd = nullptr;
 };
 } // namespace
 
@@ -47,7 +47,7 @@ TEST(CTOVDynamicSingletonTest, BeginsWithoutAnObject)
 {
     typedef CThing<struct sMark> tThing;
 
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
 }
 
@@ -69,7 +69,7 @@ TEST(CTOVDynamicSingletonTest, HolderTakesTheObjectWithIt)
         const CTOVDynamicSingleton<tThing> oHolder;
     }
 
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
     EXPECT_EQ(0, tThing::s_nAlive);
 }
@@ -99,7 +99,7 @@ TEST(CTOVDynamicSingletonTest, HolderAdoptsTheObjectOfAnEarlyCall)
         EXPECT_EQ(1, tThing::s_nAlive);
     }
 
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::s_nAlive);
 }
 
@@ -127,7 +127,7 @@ TEST(CTOVDynamicSingletonTest, ObjectDiesWithTheSecondHoldersEnd)
     EXPECT_EQ(1, tThing::s_nAlive);
 
     oSecond.reset();
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
     EXPECT_EQ(0, tThing::s_nAlive);
 }
@@ -144,7 +144,7 @@ TEST(CTOVDynamicSingletonTest, LateCallMakesANewObjectThatNothingDeletes)
     EXPECT_EQ(1, tThing::s_nAlive);
     EXPECT_EQ(0, tThing::GetHolders());
     EXPECT_EQ(pThing.get(), &tThing::Instance());
-    tThing::Held() = NULL;
+    tThing::Held() = nullptr;
 }
 
 TEST(CTOVDynamicSingletonTest, NewHolderMakesANewObject)
@@ -187,10 +187,10 @@ TEST(CTOVDynamicSingletonTest, HolderEndsWithoutAnObject)
     {
         const CTOVDynamicSingleton<tThing> oHolder;
         delete tThing::Held();
-        tThing::Held() = NULL;
+        tThing::Held() = nullptr;
     }
 
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
     EXPECT_EQ(0, tThing::s_nAlive);
 }
@@ -201,7 +201,7 @@ TEST(CTOVDynamicSingletonTest, FailedCreationCountsAllTheSame)
     tThing::s_bRefuses = true;
 
     EXPECT_THROW(CTOVDynamicSingleton<tThing>(), std::runtime_error);
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(1, tThing::GetHolders());
 }
 
@@ -210,7 +210,7 @@ TEST(CTOVDynamicSingletonTest, ExhaustedMemoryCountsAllTheSame)
 {
     typedef CThing<struct sMark> tThing;
     EXPECT_TRUE(RunsOutOfMemory([&] { const CTOVDynamicSingleton<tThing> oHolder; }));
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(1, tThing::GetHolders());
 }
 #endif
@@ -221,7 +221,7 @@ TEST(CTOVDynamicSingletonTest, FailedEarlyCallLeavesNothing)
     tThing::s_bRefuses = true;
 
     EXPECT_THROW(tThing::Instance(), std::runtime_error);
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
 
     tThing::s_bRefuses = false;
@@ -239,7 +239,7 @@ TEST(CTOVDynamicSingletonTest, ObjectReachesItselfWhileItEnds)
     }
 
     EXPECT_EQ(pThing, tThing::s_pSeenAtItsEnd);
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::s_nAlive);
 }
 
@@ -250,7 +250,7 @@ TEST(CTOVDynamicSingletonTest, OnlyTellsOfACheckAtTheObjectsEnd)
     tThing::s_bRaisesAtItsEnd = true;
 
     EXPECT_TOLD_CHECK("!s_bRaisesAtItsEnd", delete pHolder);
-    EXPECT_EQ(NULL, tThing::Held());
+    EXPECT_EQ(nullptr, tThing::Held());
     EXPECT_EQ(0, tThing::GetHolders());
 }
 

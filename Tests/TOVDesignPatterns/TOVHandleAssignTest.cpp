@@ -73,7 +73,7 @@ TEST_F(CTOVHandleAssignTest, TheDatabaseIsAskedForTheIdOfNoneAndForNoObjectToo)
 
     CTOVHandle oOther(m_oDatabase, 5l);
     m_oDatabase.Calls();
-    oOther = static_cast<ITOVRefCount*>(NULL);
+    oOther = static_cast<ITOVRefCount*>(nullptr);
     EXPECT_EQ((tCalls{"object"}), m_oDatabase.Calls());
 }
 
@@ -85,7 +85,7 @@ TEST_F(CTOVHandleAssignTest, WhatTheDatabaseGivesForAnUnknownIdIsTaken)
 
     EXPECT_EQ(&oHandle, &oResult);
     EXPECT_FALSE(oHandle.IsValid());
-    EXPECT_EQ(NULL, DatabaseOf(oHandle));
+    EXPECT_EQ(nullptr, DatabaseOf(oHandle));
     EXPECT_EQ(1, m_oFive.GetRefCount());
     EXPECT_FALSE(CTOVHandle(m_oDatabase, 77l).IsValid());
 }
@@ -111,7 +111,7 @@ TEST_F(CTOVHandleAssignTest, RefusesIdsAndObjectsWithoutADatabase)
     EXPECT_CHECK(NO_DATABASE, oHandle = 5l);
     EXPECT_CHECK(NO_DATABASE, oHandle = &m_oFive);
     EXPECT_CHECK(NO_DATABASE, oHandle = -1l);
-    EXPECT_CHECK(NO_DATABASE, oHandle = static_cast<ITOVRefCount*>(NULL));
+    EXPECT_CHECK(NO_DATABASE, oHandle = static_cast<ITOVRefCount*>(nullptr));
 
     EXPECT_FALSE(oHandle.IsValid());
     EXPECT_EQ(-1, static_cast<long>(oHandle));
@@ -159,7 +159,7 @@ TEST_F(CTOVHandleAssignTest, AssigningLetsTheLastReferenceGo)
     EXPECT_EQ(1, m_oFive.m_nDeaths);
     EXPECT_EQ((tCalls{"remove 5"}), m_oDatabase.Calls());
     EXPECT_FALSE(oTarget.IsValid());
-    EXPECT_EQ(NULL, DatabaseOf(oTarget));
+    EXPECT_EQ(nullptr, DatabaseOf(oTarget));
 }
 
 TEST_F(CTOVHandleAssignTest, AssigningToAnInvalidHandleDoesNotReleaseTheObjectThatIsSet)
@@ -214,7 +214,7 @@ TEST_F(CTOVHandleAssignTest, AssignedToItselfAsTheLastReferenceItEndsTheObject)
         EXPECT_EQ(1, nDeaths);
         EXPECT_EQ((tCalls{"remove 3"}), m_oDatabase.Calls());
         EXPECT_FALSE(oHandle.IsValid());
-        EXPECT_EQ(NULL, ObjectOf(oHandle));
+        EXPECT_EQ(nullptr, ObjectOf(oHandle));
         EXPECT_EQ(3, static_cast<long>(oHandle));
     }
     EXPECT_EQ(1, nDeaths);
@@ -253,7 +253,7 @@ TEST_F(CTOVHandleAssignTest, TakesAnElementOutOfItsList)
 TEST_F(CTOVHandleAssignTest, GoesWithTheObjectThatItHoldsItself)
 {
     int nDeaths = 0;
-    CNode* pNode = NULL;
+    CNode* pNode = nullptr;
     {
         const CTOVHandle oHandle(MakeList(m_oDatabase, 1, nDeaths));
         pNode = static_cast<CNode*>(oHandle.Get());

@@ -28,9 +28,9 @@ TEST_F(CTOVHandleTest, NamesNothingAtFirst)
 {
     CTOVHandle oHandle;
 
-    EXPECT_EQ(NULL, ObjectOf(oHandle));
+    EXPECT_EQ(nullptr, ObjectOf(oHandle));
     EXPECT_EQ(-1, IdOf(oHandle));
-    EXPECT_EQ(NULL, DatabaseOf(oHandle));
+    EXPECT_EQ(nullptr, DatabaseOf(oHandle));
     EXPECT_FALSE(oHandle.IsValid());
     EXPECT_EQ(-1, static_cast<long>(oHandle));
 }
@@ -68,14 +68,14 @@ TEST_F(CTOVHandleTest, IsMadeOfAnObjectByTheDatabase)
 TEST_F(CTOVHandleTest, MadeOfNoIdOrNoObjectIsBoundToTheDatabaseWithoutAskingIt)
 {
     CTOVHandle oNoId(m_oDatabase, -1l);
-    CTOVHandle oNoObject(m_oDatabase, static_cast<ITOVRefCount*>(NULL));
+    CTOVHandle oNoObject(m_oDatabase, static_cast<ITOVRefCount*>(nullptr));
     EXPECT_EQ(tCalls(), m_oDatabase.Calls());
 
     for (CTOVHandle* const pHandle : {&oNoId, &oNoObject})
     {
         EXPECT_FALSE(pHandle->IsValid());
         EXPECT_EQ(-1, static_cast<long>(*pHandle));
-        EXPECT_EQ(NULL, ObjectOf(*pHandle));
+        EXPECT_EQ(nullptr, ObjectOf(*pHandle));
         EXPECT_EQ(&m_oDatabase, DatabaseOf(*pHandle));
     }
 }
@@ -86,11 +86,11 @@ TEST_F(CTOVHandleTest, IsValidWithIdObjectAndDatabaseOnly)
     EXPECT_TRUE(m_oDatabase.New(0, &m_oFive).IsValid());
     EXPECT_TRUE(m_oDatabase.New(-2, &m_oFive).IsValid());
     EXPECT_FALSE(m_oDatabase.New(-1, &m_oFive).IsValid());
-    EXPECT_FALSE(m_oDatabase.New(5, NULL).IsValid());
-    EXPECT_FALSE(m_oDatabase.New(-1, NULL).IsValid());
+    EXPECT_FALSE(m_oDatabase.New(5, nullptr).IsValid());
+    EXPECT_FALSE(m_oDatabase.New(-1, nullptr).IsValid());
 
     CTOVHandle oHandle(m_oDatabase, 5l);
-    DatabaseOf(oHandle) = NULL;
+    DatabaseOf(oHandle) = nullptr;
     EXPECT_FALSE(oHandle.IsValid());
     DatabaseOf(oHandle) = &m_oDatabase;
 }
@@ -108,7 +108,7 @@ TEST_F(CTOVHandleTest, RefusesToGiveAnObjectWhileInvalid)
 {
     CTOVHandle oHandle;
     CTOVHandle oNoId = m_oDatabase.New(-1, &m_oFive);
-    CTOVHandle oNoObject = m_oDatabase.New(5, NULL);
+    CTOVHandle oNoObject = m_oDatabase.New(5, nullptr);
 
     for (CTOVHandle* const pHandle : {&oHandle, &oNoId, &oNoObject})
     {
@@ -143,7 +143,7 @@ TEST_F(CTOVHandleTest, ACopyOfAnInvalidHandleHoldsTheObjectThatIsSet)
     EXPECT_EQ(&m_oFive, ObjectOf(oCopy));
 
     CTOVHandle oNone((CTOVHandle()));
-    EXPECT_EQ(NULL, DatabaseOf(oNone));
+    EXPECT_EQ(nullptr, DatabaseOf(oNone));
 }
 
 TEST_F(CTOVHandleTest, TheEndOfAHandleIsNoEndOfAnObjectThatOthersHold)
@@ -288,7 +288,7 @@ TEST_F(CTOVHandleTest, ComparesTheObjectsNextByTheirAddresses)
     CTestDatabase aDatabases[2];
     const CTOVHandle oFirst = aDatabases[1].New(5, &aThings[0]);
     const CTOVHandle oSecond = aDatabases[0].New(5, &aThings[1]);
-    const CTOVHandle oNoObject = aDatabases[1].New(5, NULL);
+    const CTOVHandle oNoObject = aDatabases[1].New(5, nullptr);
 
     EXPECT_EQ(-1, oFirst.Compare(oSecond));
     EXPECT_EQ(1, oSecond.Compare(oFirst));
@@ -319,8 +319,8 @@ TEST_F(CTOVHandleTest, AddressesAreComparedWithoutASign)
     EXPECT_EQ(-1, oLow.Compare(oHigh));
     EXPECT_EQ(1, oHigh.Compare(oLow));
 
-    ObjectOf(oLow) = NULL;
-    ObjectOf(oHigh) = NULL;
+    ObjectOf(oLow) = nullptr;
+    ObjectOf(oHigh) = nullptr;
     DatabaseOf(oLow) = reinterpret_cast<ITOVHandleDatabase*>(static_cast<std::uintptr_t>(8));
     DatabaseOf(oHigh) = reinterpret_cast<ITOVHandleDatabase*>(~static_cast<std::uintptr_t>(7));
     EXPECT_EQ(-1, oLow.Compare(oHigh));

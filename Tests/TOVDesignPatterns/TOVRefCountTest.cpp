@@ -16,10 +16,10 @@ namespace
 class CCounted : public CTOVRefCount
 {
 public:
-    explicit CCounted(int* pDeaths = NULL) : m_pDeaths(pDeaths) {}
+    explicit CCounted(int* pDeaths = nullptr) : m_pDeaths(pDeaths) {}
     ~CCounted() override
     {
-        if (m_pDeaths != NULL)
+        if (m_pDeaths != nullptr)
             ++*m_pDeaths;
     }
     CCounted(const CCounted&) = default;

@@ -88,7 +88,7 @@ TEST(CTOVSmartPointerMemoryTest, FreesAnObjectBehindAnInterfaceWithoutAVirtualDe
     {
         CTOVSmartPointer<ISorter<tCompare>> oSorter;
         oSorter = new CIdleSorter;
-        oSorter->Sort(NULL);
+        oSorter->Sort(nullptr);
     }
 
     EXPECT_EQ(0, oCounter.Kept());

@@ -27,11 +27,11 @@ TEST(CTOVSmartPointerTest, IsNullByDefault)
 
     EXPECT_FALSE(oConst.IsValid());
     EXPECT_EQ(1, oConst.GetRefCount());
-    EXPECT_EQ(NULL, oPointer.Get());
-    EXPECT_EQ(NULL, oConst.Get());
-    EXPECT_EQ(NULL, (sNumber*)oPointer);
-    EXPECT_EQ(NULL, (const sNumber*)oConst);
-    EXPECT_EQ(NULL, (const sNumber*)oPointer);
+    EXPECT_EQ(nullptr, oPointer.Get());
+    EXPECT_EQ(nullptr, oConst.Get());
+    EXPECT_EQ(nullptr, (sNumber*)oPointer);
+    EXPECT_EQ(nullptr, (const sNumber*)oConst);
+    EXPECT_EQ(nullptr, (const sNumber*)oPointer);
 }
 
 TEST(CTOVSmartPointerTest, NullRaisesAtEveryAccess)
@@ -349,7 +349,7 @@ TEST(CTOVSmartPointerTest, OnlyTellsOfACountBelowZeroAtItsEnd)
     tNumberPointer oKeeper;
     const tNumberPointer* const pPointer = new tNumberPointer(oKeeper);
     CTOVRefCountObject<sNumber>* const pBlock = BlockOf(oKeeper);
-    BlockOf(oKeeper) = NULL;
+    BlockOf(oKeeper) = nullptr;
     CountOf(*pBlock) = 0;
 
     EXPECT_TOLD_CHECK_AT("TOVDesignPatterns/TOVRefCount", "lRefCount >= 0", delete pPointer);
@@ -371,7 +371,7 @@ TEST(CTOVSmartPointerTest, CountsNobodyAndEndsInPeaceWithoutABlock)
     {
         tNumberPointer oTorn(oPointer);
         CTOVRefCountObject<sNumber>* const pBlock = BlockOf(oTorn);
-        BlockOf(oTorn) = NULL;
+        BlockOf(oTorn) = nullptr;
         EXPECT_EQ(0, oTorn.GetRefCount());
         EXPECT_EQ(2, oPointer.GetRefCount());
         pBlock->Release();

@@ -210,7 +210,7 @@ TEST(TOVContentionTest, EachSignalReleasesAtMostOneWait)
 
 TEST(TOVContentionTest, EachSignalOfManyEventsIsTakenOnce)
 {
-    // An event is signalled again only when its signal has been taken, so none can merge with another.
+    // An event is signalled again only when its signal has been taken, so no two signals can merge.
     const int nEvents = 64;
     tHandles aEvents;
     std::vector<std::unique_ptr<std::atomic<int>>> aOutstanding;
@@ -290,7 +290,7 @@ namespace
 class CTable
 {
 public:
-    // Without a name the forks have none; with one they are shared by all tables of that name.
+    // Without a name the forks are unnamed; with one they are shared by all tables of that name.
     explicit CTable(const std::string& sName)
     {
         for (int nFork = 0; nFork < THREADS; ++nFork)

@@ -72,7 +72,7 @@ inline void MakeBigFile(const std::string& sPath, unsigned long long ullSize)
     std::filesystem::resize_file(sPath, ullSize);
 }
 
-// A folder of its own for each test, and handles that are closed behind it. No test leaves a slot taken.
+// A folder of its own for each test, and handles that are closed after it. No test leaves a slot taken.
 class CFileFixture : public testing::Test
 {
 protected:

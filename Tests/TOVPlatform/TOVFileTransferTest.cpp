@@ -88,14 +88,14 @@ TEST_F(TOVPlatformFileTransferTest, MovesNothingWithoutABuffer)
 {
     const unsigned long long hFile = OpenWith("0123", "r+b");
 
-    EXPECT_EQ(0u, File::Read(hFile, NULL, 0, 1));
-    EXPECT_EQ(0u, File::Read(hFile, NULL, 1, 4));
-    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, NULL, 1));
-    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, NULL, 8));
+    EXPECT_EQ(0u, File::Read(hFile, nullptr, 0, 1));
+    EXPECT_EQ(0u, File::Read(hFile, nullptr, 1, 4));
+    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, nullptr, 1));
+    EXPECT_EQ(File::eFileFailure, File::Gets(hFile, nullptr, 8));
     EXPECT_EQ(0, File::Tell(hFile));
-    EXPECT_EQ(0u, File::Write(hFile, NULL, 0, 1));
-    EXPECT_EQ(0u, File::Write(hFile, NULL, 1, 4));
-    EXPECT_EQ(File::eFileSuccess, File::Puts(hFile, NULL)); // turned around, as for every text that is not written
+    EXPECT_EQ(0u, File::Write(hFile, nullptr, 0, 1));
+    EXPECT_EQ(0u, File::Write(hFile, nullptr, 1, 4));
+    EXPECT_EQ(File::eFileSuccess, File::Puts(hFile, nullptr)); // turned around, as for every text that is not written
 
     EXPECT_EQ("0123", CloseAndRead(hFile));
 }
@@ -293,7 +293,7 @@ TEST_F(TOVPlatformFileTransferTest, GivesANegativeCountWhenItCannotPrint)
 TEST_F(TOVPlatformFileTransferTest, PrintsNothingWithoutAFormat)
 {
     const unsigned long long hFile = OpenWith("", "wb");
-    const char* szFormat = NULL;
+    const char* szFormat = nullptr;
 
     EXPECT_EQ(-1, File::Printf(hFile, szFormat));
     EXPECT_EQ(-1, CallVprintf(hFile, szFormat));

@@ -158,7 +158,7 @@ TEST(CTOVHandleManagerTest, BeginsWithFreeSlots)
 
     EXPECT_EQ(SLOTS, MaxHandlesOf(oManager));
     for (unsigned long long hHandle = 0; hHandle < SLOTS; ++hHandle)
-        EXPECT_EQ(NULL, oManager.GetFile(hHandle)) << hHandle;
+        EXPECT_EQ(nullptr, oManager.GetFile(hHandle)) << hHandle;
 }
 
 TEST(CTOVHandleManagerTest, HasOneTableOf1024SlotsForTheLibrary)
@@ -215,7 +215,7 @@ TEST(CTOVHandleManagerTest, KeepsAFileInItsSlot)
     oManager.SetFile(2, stderr);
     oManager.ClearHandle(3);
     EXPECT_EQ(stderr, oManager.GetFile(2));
-    EXPECT_EQ(NULL, oManager.GetFile(3));
+    EXPECT_EQ(nullptr, oManager.GetFile(3));
 }
 
 TEST(CTOVHandleManagerTest, LeavesFilesOpenAtItsEnd)

@@ -12,7 +12,7 @@ unsigned long long CreateFree()
     return Mutex::Create(false, nullptr);
 }
 
-// How many levels of ownership the calling thread has; none afterwards.
+// Gives back all levels of ownership that the calling thread has, and counts them.
 int GiveBack(unsigned long long hMutex)
 {
     int nLevels = 0;

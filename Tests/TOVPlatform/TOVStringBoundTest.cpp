@@ -43,7 +43,7 @@ void ExpectCovers(const std::string& sFormat, TArguments... oArguments)
     EXPECT_LE(nPrinted, BoundOf<TApi>(sFormat, oArguments...)) << sFormat << ": " << oRoom.Text();
 }
 
-// All flags, widths and precisions in front of a conversion.
+// All flags, widths and precisions before a conversion.
 template<class TApi, class TPrinter = TApi, class TValue>
 void ExpectCoversAllForms(const std::string& sConversion, TValue oValue)
 {
@@ -54,7 +54,7 @@ void ExpectCoversAllForms(const std::string& sConversion, TValue oValue)
 }
 
 // The same for an integer, which takes as many units in wide text as in narrow text. It is printed narrow: Wine 8
-// writes behind its own buffer when it prints a wide integer with a precision above 20.
+// writes past its own buffer when it prints a wide integer with a precision above 20.
 template<class TApi, class TValue> void ExpectCoversIntegerForms(const std::string& sConversion, TValue oValue)
 {
     ExpectCoversAllForms<TApi, sNarrowApi>(sConversion, oValue);

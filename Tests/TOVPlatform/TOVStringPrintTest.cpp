@@ -39,7 +39,7 @@ struct sFit
     const char* szShown;
 };
 
-// One runtime writes exponents of three digits, the other of two at least: a zero in front counts as none.
+// One runtime writes exponents of three digits, the other of two at least: a leading zero does not count.
 std::string WithShortExponent(std::string sText)
 {
     const std::size_t nExponent = sText.find_first_of("eE");

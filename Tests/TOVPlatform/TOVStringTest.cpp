@@ -296,7 +296,7 @@ TYPED_TEST(TOVPlatformStringTest, ReverseSearchesNeverExamineTheFirstUnit)
 
 TYPED_TEST(TOVPlatformStringTest, ReverseSearchesFindNothingInAnEmptyText)
 {
-    // The unit in front of the text would be a match.
+    // The unit before the text would be a match.
     auto oText = TypeParam::Text("a");
     typename TypeParam::tUnit* szEmpty = oText + 1;
 

@@ -53,7 +53,7 @@ std::vector<std::string> NamesOf(const CTOVClassServer& oServer)
     std::vector<std::string> aNames;
     CTOVStringA oName;
     for (bool bMore = oServer.GetFirstClass(oName); bMore; bMore = oServer.GetNextClass(oName, oName))
-        aNames.push_back(oName.GetString() != NULL ? oName.GetString() : "");
+        aNames.push_back(oName.GetString() != nullptr ? oName.GetString() : "");
     return aNames;
 }
 

@@ -22,7 +22,7 @@ public:
     virtual const CTOVClass& GetRuntimeClass() const { return GetClass(); }
     virtual bool IsInstanceOf(const CTOVClass& oClass) const { return GetClass() == oClass; }
     virtual bool IsKindOf(const CTOVClass& oClass) const { return GetClass().IsKindOf(oClass); }
-    virtual void* QueryInterface(const CTOVClass& oClass) { return oClass == GetClass() ? this : NULL; }
+    virtual void* QueryInterface(const CTOVClass& oClass) { return oClass == GetClass() ? this : nullptr; }
 };
 
 // Classes with descriptors that the program makes at its start.
@@ -34,7 +34,7 @@ public:
     virtual const CTOVClass& GetRuntimeClass() const { return GetClass(); }
     virtual bool IsInstanceOf(const CTOVClass& oClass) const { return GetClass() == oClass; }
     virtual bool IsKindOf(const CTOVClass& oClass) const { return GetClass().IsKindOf(oClass); }
-    virtual void* QueryInterface(const CTOVClass& oClass) { return oClass == GetClass() ? this : NULL; }
+    virtual void* QueryInterface(const CTOVClass& oClass) { return oClass == GetClass() ? this : nullptr; }
 
     static const CTOVClass _s_oClass;
 };
@@ -249,7 +249,7 @@ TEST(CTOVClassTest, ServesAnObjectThatHandsOutItsInterfaces)
     EXPECT_EQ(pFigure, pDrawable->QueryInterface(CFigure::GetClass()));
     EXPECT_EQ(pDrawable, pFigure->QueryInterface(IDrawable::GetClass()));
     EXPECT_NE(static_cast<void*>(&oCircle), pFigure->QueryInterface(IDrawable::GetClass()));
-    EXPECT_EQ(NULL, pFigure->QueryInterface(CTOVClass::Invalid()));
+    EXPECT_EQ(nullptr, pFigure->QueryInterface(CTOVClass::Invalid()));
 }
 
 TEST(CTOVClassTest, IsOfTheKindOfFarSuperClasses)

@@ -20,9 +20,9 @@ TYPED_TEST(CTOVStringCoreTest, ANewStringHasNoBlock)
 
     EXPECT_TRUE(oText.IsEmpty());
     EXPECT_EQ(0, oText.GetLength());
-    EXPECT_EQ(NULL, oText.GetString());
-    EXPECT_EQ(NULL, ~oText);
-    EXPECT_EQ(NULL, static_cast<const tUnitOf<TypeParam>*>(oText));
+    EXPECT_EQ(nullptr, oText.GetString());
+    EXPECT_EQ(nullptr, ~oText);
+    EXPECT_EQ(nullptr, static_cast<const tUnitOf<TypeParam>*>(oText));
     EXPECT_FALSE(oText.GetData()->IsValid());
     EXPECT_EQ(0, CapacityOf(oText));
 }
@@ -51,7 +51,7 @@ TYPED_TEST(CTOVStringCoreTest, HoldsTheTextItIsMadeOf)
 TYPED_TEST(CTOVStringCoreTest, MadeOfNoTextHasNoBlock)
 {
     EXPECT_EQ(HoldsNothing(), StateOf(TypeParam(TXT(""))));
-    EXPECT_EQ(HoldsNothing(), StateOf(TypeParam(static_cast<const tUnitOf<TypeParam>*>(NULL))));
+    EXPECT_EQ(HoldsNothing(), StateOf(TypeParam(static_cast<const tUnitOf<TypeParam>*>(nullptr))));
 }
 
 TYPED_TEST(CTOVStringCoreTest, ACopySharesTheBlockAndTheLength)

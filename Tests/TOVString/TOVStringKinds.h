@@ -96,7 +96,7 @@ template<class TString> std::string BlockOf(const TString& oString)
     return BytesOf(oString.GetString(), CapacityOf(oString));
 }
 
-// What text operations see: all in front of the first 0.
+// What text operations see: everything before the first 0.
 template<class TString> std::string VisibleOf(const TString& oString)
 {
     return oString.GetString() == nullptr ? "" : BytesOf(oString.GetString(), CapacityOf(oString)).c_str();

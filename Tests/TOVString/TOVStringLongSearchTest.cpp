@@ -86,7 +86,7 @@ protected:
 
             const TString oLowered = Lowered(oString);
             const TString oLoweredEnd = Lowered(oEnd);
-            if (oLoweredEnd.GetString() != NULL)
+            if (oLoweredEnd.GetString() != nullptr)
             {
                 ASSERT_EQ(EndsWithByItsSteps(oLowered, oLoweredEnd, lDifference), oString.EndsWithNoCase(oEnd))
                     << sCase;
@@ -104,7 +104,7 @@ template<class tUnit> struct sReplaced
     std::vector<tUnit> aBlock;
     long lLength;
     int nHits;
-    const char* szCheck;  // what refuses it, NULL for nothing
+    const char* szCheck;  // the check that refuses it; nullptr if none does
     std::size_t nDefined; // units of the block that have a value
 };
 
@@ -115,7 +115,7 @@ template<class tUnit> std::size_t LengthAt(const std::vector<tUnit>& aBlock, std
            nStart;
 }
 
-// The first place from nStart on, up to the next zero, at which the text stands; -1 for none.
+// The first place from nStart on, up to the next zero, at which the text stands; -1 if there is no such place.
 template<class tUnit> long FindAt(const std::vector<tUnit>& aBlock, std::size_t nStart, const std::vector<tUnit>& aText)
 {
     const auto pBegin = aBlock.begin() + static_cast<long>(nStart);
@@ -135,7 +135,7 @@ sReplaced<tUnitOf<TString>> ReplaceByItsSteps(const TString& oString, const std:
     std::vector<tUnit> aBlock(oString.GetString(), oString.GetString() + CapacityOf(oString));
     std::size_t nCapacity = aBlock.size();
     long lEnd = oString.GetLength();
-    sReplaced<tUnit> oResult = {aBlock, lEnd, 0, NULL, nCapacity};
+    sReplaced<tUnit> oResult = {aBlock, lEnd, 0, nullptr, nCapacity};
     aBlock.push_back(0); // follows each block
 
     for (std::size_t nSegment = 0; static_cast<long>(nSegment) < lEnd; nSegment += LengthAt(aBlock, nSegment) + 1)
@@ -178,8 +178,8 @@ sReplaced<tUnitOf<TString>> ReplaceByItsSteps(const TString& oString, const std:
 
     if (oResult.nHits > 0)
     {
-        oResult.szCheck = aBlock[static_cast<std::size_t>(lNewLength)] != 0 ? NO_END : NULL;
-        if (oResult.szCheck == NULL)
+        oResult.szCheck = aBlock[static_cast<std::size_t>(lNewLength)] != 0 ? NO_END : nullptr;
+        if (oResult.szCheck == nullptr)
             oResult.lLength = lNewLength;
     }
     aBlock.resize(nCapacity);
@@ -220,7 +220,7 @@ TEST(CTOVStringALongSearchTest, EndsAsItsStepsTellInAMultiByteCodePage)
     CSteps().ExpectTheEndsOfTheSteps({'a', szCharacter[0], szCharacter[1]});
 }
 
-// A step stays in front of such a character on Windows.
+// On Windows a step stays before such a character.
 TEST(CTOVStringALongSearchTest, EndsWithACharacterThatTheTerminatorCutsOff)
 {
     const CMultiByteCodePage oCodePage;
@@ -247,7 +247,7 @@ TYPED_TEST(CTOVStringLongSearchTest, ReplacesAsItsStepsTell)
         aOld.push_back(0);
         aNew.push_back(0);
 
-        if (oExpected.szCheck != NULL)
+        if (oExpected.szCheck != nullptr)
         {
             EXPECT_SOURCE_CHECK(oExpected.szCheck, oString.Replace(aOld.data(), aNew.data())) << sCase;
         }

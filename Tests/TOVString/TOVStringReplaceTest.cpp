@@ -184,7 +184,7 @@ TYPED_TEST(CTOVStringReplaceTest, SegmentsMovedBehindTheOldLengthAreNotReachedIn
     EXPECT_EQ(Holds("12345\0a\0\0\0\0", 20), StateOf(oText));
 }
 
-// As before, but what the block held behind the text stands where the new end should be.
+// The same, but what the block held past the text stands where the new end should be.
 TYPED_TEST(CTOVStringReplaceTest, RefusesToEndInWhatTheBlockHeldBehindTheText)
 {
     TypeParam oText(TXT("0123456789ABCDEFGHI"));

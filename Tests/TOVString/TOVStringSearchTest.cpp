@@ -24,7 +24,7 @@ protected:
     const TString m_oTitle;
     const TString m_oNew;
     TString m_oEmptied;
-    static constexpr const tUnit* NO_TEXT = NULL;
+    static constexpr const tUnit* NO_TEXT = nullptr;
 };
 TYPED_TEST_SUITE(CTOVStringSearchTest, tStrings, sStringName);
 
@@ -383,14 +383,14 @@ TYPED_TEST(CTOVStringSearchTest, NothingComparesAsTheEmptyText)
     for (const TypeParam* pText : {&this->m_oNew, static_cast<const TypeParam*>(&this->m_oEmptied)})
     {
         EXPECT_EQ(0, pText->Compare(TXT("")));
-        EXPECT_EQ(0, pText->Compare(NULL));
+        EXPECT_EQ(0, pText->Compare(nullptr));
         EXPECT_EQ(0, pText->CompareNoCase(TXT("")));
-        EXPECT_EQ(0, pText->CompareNoCase(NULL));
+        EXPECT_EQ(0, pText->CompareNoCase(nullptr));
         EXPECT_EQ(-1, pText->Compare(TXT("a")));
         EXPECT_EQ(-1, SignOf(pText->CompareNoCase(TXT("a"))));
     }
-    EXPECT_EQ(1, this->m_oText.Compare(NULL));
-    EXPECT_EQ(1, SignOf(this->m_oText.CompareNoCase(NULL)));
+    EXPECT_EQ(1, this->m_oText.Compare(nullptr));
+    EXPECT_EQ(1, SignOf(this->m_oText.CompareNoCase(nullptr)));
 }
 
 TYPED_TEST(CTOVStringSearchTest, ComparesUpToTheFirstZero)

@@ -19,7 +19,8 @@ public:
         long lCapacityBefore;
     };
 
-    // Fills the asking string with the text; with nullptr it reports that it knows none, and leaves the string alone.
+    // Fills the asking string with the text; with nullptr it reports that it knows no text, and leaves the string
+    // alone.
     explicit CTestLoader(const char* szText) : m_szText(szText) { SetInstance(this); }
 
     virtual ~CTestLoader() { SetInstance(nullptr); }

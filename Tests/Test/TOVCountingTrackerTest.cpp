@@ -50,7 +50,7 @@ sCounts CountsOf(const CTOVTestTracker& oTracker)
             oTracker.GetNumTotalFailedTests()};
 }
 
-// A counter that has begun a run, with a listener behind it.
+// A counter that has begun a run, and passes its events to a listener.
 class CTOVCountingTrackerTest : public testing::Test
 {
 protected:
