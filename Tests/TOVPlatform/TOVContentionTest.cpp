@@ -45,27 +45,35 @@ void LockSomehow(unsigned long long hMutex, int nTurn)
         break;
     }
 }
-} // namespace
 
-TEST(TOVContentionTest, AMutexProtectsAPlainNumber)
+// Threads that raise a plain number under a lock: none of them gets in the way of another.
+void ExpectCounted(const std::function<void(int nTurn)>& fnLock, const std::function<void()>& fnUnlock)
 {
-    const COwnHandle hMutex(Mutex::Create(false, nullptr));
     int nCount = 0;
     CThreadGroup oThreads;
     oThreads.Start(THREADS, [&](int nThread) {
         for (int nTurn = 0; nTurn < TURNS; ++nTurn)
         {
-            LockSomehow(hMutex, nTurn + nThread);
+            fnLock(nTurn + nThread);
             const int nBefore = nCount;
             if (nTurn % 8 == 0)
                 std::this_thread::yield();
             nCount = nBefore + 1;
-            Mutex::Unlock(hMutex);
+            fnUnlock();
         }
     });
     oThreads.Join();
 
     EXPECT_EQ(THREADS * TURNS, nCount);
+}
+} // namespace
+
+TEST(TOVContentionTest, AMutexProtectsAPlainNumber)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+
+    ExpectCounted([&](int nTurn) { LockSomehow(hMutex, nTurn); }, [&] { Mutex::Unlock(hMutex); });
+
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
@@ -99,22 +107,9 @@ TEST(TOVContentionTest, AMutexLockedRepeatedlyProtectsAPlainNumber)
 TEST(TOVContentionTest, AnAutomaticEventServesAsALock)
 {
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
-    int nCount = 0;
-    CThreadGroup oThreads;
-    oThreads.Start(THREADS, [&](int) {
-        for (int nTurn = 0; nTurn < TURNS; ++nTurn)
-        {
-            Event::Wait(hEvent);
-            const int nBefore = nCount;
-            if (nTurn % 8 == 0)
-                std::this_thread::yield();
-            nCount = nBefore + 1;
-            Event::Signal(hEvent);
-        }
-    });
-    oThreads.Join();
 
-    EXPECT_EQ(THREADS * TURNS, nCount);
+    ExpectCounted([&](int) { Event::Wait(hEvent); }, [&] { Event::Signal(hEvent); });
+
     EXPECT_EQ(1, Drain(hEvent));
 }
 

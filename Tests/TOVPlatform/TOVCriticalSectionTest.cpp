@@ -138,28 +138,6 @@ TEST_F(TOVPlatformCriticalSectionTest, IsLeftAsOftenAsItWasEntered)
     EXPECT_TRUE(oOther.Finishes());
 }
 
-TEST_F(TOVPlatformCriticalSectionTest, LetsOneThreadInAtATime)
-{
-    const int nTurns = 20000;
-    int nCount = 0;
-    const auto fnCount = [&] {
-        for (int nTurn = 0; nTurn < nTurns; ++nTurn)
-        {
-            CriticalSection::Enter(m_hLock);
-            ++nCount;
-            CriticalSection::Leave(m_hLock);
-        }
-    };
-
-    {
-        CBlockableThread oFirst(fnCount);
-        CBlockableThread oSecond(fnCount);
-        CBlockableThread oThird(fnCount);
-    }
-
-    EXPECT_EQ(3 * nTurns, nCount);
-}
-
 TEST_F(TOVPlatformCriticalSectionTest, IsIndependentOfOthers)
 {
     const unsigned long long hOther = CriticalSection::Create(SPIN_COUNT);
