@@ -15,13 +15,13 @@
 namespace
 {
 // Counts the objects that were destroyed.
-struct sMortal
+struct sCountsDeaths
 {
     static int s_nDeaths;
 
-    ~sMortal() { ++s_nDeaths; }
+    ~sCountsDeaths() { ++s_nDeaths; }
 };
-int sMortal::s_nDeaths = 0;
+int sCountsDeaths::s_nDeaths = 0;
 
 struct sSwap
 {
@@ -145,35 +145,35 @@ TEST(TOVByteSwapTest, ExpandsToASumOfFourParts)
 
 TEST(TOVSafeDeleteTest, DeletesOneObjectAndClearsThePointer)
 {
-    sMortal::s_nDeaths = 0;
-    sMortal* pObject = new sMortal;
+    sCountsDeaths::s_nDeaths = 0;
+    sCountsDeaths* pObject = new sCountsDeaths;
 
     TOV_SAFE_DELETE(pObject);
 
-    EXPECT_EQ(1, sMortal::s_nDeaths);
+    EXPECT_EQ(1, sCountsDeaths::s_nDeaths);
     EXPECT_EQ(nullptr, pObject);
 }
 
 TEST(TOVSafeDeleteTest, DeletesAnArrayAndClearsThePointer)
 {
-    sMortal::s_nDeaths = 0;
-    sMortal* pObjects = new sMortal[3];
+    sCountsDeaths::s_nDeaths = 0;
+    sCountsDeaths* pObjects = new sCountsDeaths[3];
 
     TOV_SAFE_DELETE_ARRAY(pObjects);
 
-    EXPECT_EQ(3, sMortal::s_nDeaths);
+    EXPECT_EQ(3, sCountsDeaths::s_nDeaths);
     EXPECT_EQ(nullptr, pObjects);
 }
 
 TEST(TOVSafeDeleteTest, LeavesANullPointerAlone)
 {
-    sMortal::s_nDeaths = 0;
-    sMortal* pObject = NULL;
+    sCountsDeaths::s_nDeaths = 0;
+    sCountsDeaths* pObject = NULL;
 
     TOV_SAFE_DELETE(pObject);
     TOV_SAFE_DELETE_ARRAY(pObject);
 
-    EXPECT_EQ(0, sMortal::s_nDeaths);
+    EXPECT_EQ(0, sCountsDeaths::s_nDeaths);
     EXPECT_EQ(nullptr, pObject);
 }
 

@@ -1,5 +1,6 @@
 // The table of listeners, and what is handed to them.
 #include "Debug/TOVDebugServerFixture.h"
+#include "Support/TOVRowName.h"
 
 #include <algorithm>
 #include <functional>
@@ -99,8 +100,7 @@ const sServerCall CALLS[] = {
 class CTOVDebugServerCallTest : public CTOVDebugServerTest, public testing::WithParamInterface<sServerCall>
 {
 };
-INSTANTIATE_TEST_SUITE_P(Call, CTOVDebugServerCallTest, testing::ValuesIn(CALLS),
-                         [](const testing::TestParamInfo<sServerCall>& oInfo) { return oInfo.param.szName; });
+INSTANTIATE_TEST_SUITE_P(Call, CTOVDebugServerCallTest, testing::ValuesIn(CALLS), sRowName());
 } // namespace
 
 TEST_F(CTOVDebugServerTest, IsAListenerWithAVirtualDestructor)

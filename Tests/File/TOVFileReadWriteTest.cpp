@@ -2,6 +2,7 @@
 #include "File/TOVOpenFile.h"
 #include "Support/TOVNativeFile.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRowName.h"
 
 #include <algorithm>
 #include <iterator>
@@ -148,8 +149,7 @@ TEST_P(CTOVFileClosedTest, FailsTheCheckOfTheHandle)
     EXPECT_EQ("hHandle != FILE_INVALID_HANDLE; hHandle != FILE_INVALID_HANDLE; ", oResult.sOutput);
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, CTOVFileClosedTest, testing::ValuesIn(HANDLE_USERS),
-                         [](const testing::TestParamInfo<sHandleUser>& oInfo) { return oInfo.param.szName; });
+INSTANTIATE_TEST_SUITE_P(Operations, CTOVFileClosedTest, testing::ValuesIn(HANDLE_USERS), sRowName());
 
 TEST_F(CTOVFileReadWriteTest, WritesOutWhatItFlushes)
 {

@@ -5,7 +5,9 @@
 
 #include <Path/TOVPath.h>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 // Every character that counts, also a terminator that counts as the last one.
 inline std::string Text(const CTOVStringA& oText)
@@ -18,7 +20,7 @@ inline std::string Text(const CTOVPath& oPath)
     return Text(oPath.AsString());
 }
 
-// A text in a block with room behind it, so that what is appended to a sharer is written in place.
+// A text in a block with room after it, so that what is appended to a sharer is written in place.
 inline CTOVStringA RoomyText(const char* szText)
 {
     const std::string sText(szText);
@@ -26,6 +28,26 @@ inline CTOVStringA RoomyText(const char* szText)
     sText.copy(oText.GetBuffer(100), sText.size());
     oText.ReleaseBuffer(static_cast<int>(sText.size()));
     return oText;
+}
+
+struct sPathChange
+{
+    const char* szBefore;
+    std::string sAfter;
+};
+
+// Each path is changed in place.
+template<class TChange>
+void ExpectChanges(const char* szName, const TChange& fnChange, const std::vector<sPathChange>& aChanges)
+{
+    for (const sPathChange& oChange : aChanges)
+    {
+        CTOVPath oPath(oChange.szBefore);
+
+        std::invoke(fnChange, oPath);
+
+        EXPECT_EQ(oChange.sAfter, Text(oPath)) << szName << " of " << oChange.szBefore;
+    }
 }
 
 // The statement looks at a first or last character that is not there.

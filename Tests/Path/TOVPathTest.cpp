@@ -33,24 +33,6 @@ const sQuestion QUESTIONS[] = {
 };
 
 typedef void (CTOVPath::*tChange)();
-
-struct sChange
-{
-    const char* szBefore;
-    std::string sAfter;
-};
-
-void ExpectChanges(const char* szName, tChange fnChange, const std::vector<sChange>& aChanges)
-{
-    for (const sChange& oChange : aChanges)
-    {
-        CTOVPath oPath(oChange.szBefore);
-
-        (oPath.*fnChange)();
-
-        EXPECT_EQ(oChange.sAfter, Text(oPath)) << szName << " of " << oChange.szBefore;
-    }
-}
 } // namespace
 
 TEST(CTOVPathTest, IsEmptyAtFirstAndHasNoCharacters)

@@ -3,6 +3,7 @@
 #include "Support/TOVLayout.h"
 #include "Support/TOVNativeFile.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRowName.h"
 #include "TOVPlatform/TOVFileInstruments.h"
 
 #include <algorithm>
@@ -70,11 +71,6 @@ const sHandleUser HANDLE_USERS[] = {
     {"Seek", [](unsigned long long hFile) { File::Seek(hFile, 0, File::eSeekOriginStart); }},
     {"Flush", [](unsigned long long hFile) { File::Flush(hFile); }},
 };
-
-template<class TUser> std::string UserName(const testing::TestParamInfo<TUser>& oInfo)
-{
-    return oInfo.param.szName;
-}
 
 class TOVPlatformFileHandleTest : public testing::TestWithParam<sHandleUser>
 {
@@ -278,7 +274,7 @@ TEST_P(CTOVHandleManagerCheckTest, KeepsNobodyOutAfterItsWork)
     EXPECT_TRUE(oOther.Finishes());
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, CTOVHandleManagerCheckTest, testing::ValuesIn(TABLE_USERS), UserName<sTableUser>);
+INSTANTIATE_TEST_SUITE_P(Operations, CTOVHandleManagerCheckTest, testing::ValuesIn(TABLE_USERS), sRowName());
 
 TEST_P(TOVPlatformFileHandleTest, RefusesTheInvalidHandle)
 {
@@ -296,7 +292,7 @@ TEST_P(TOVPlatformFileHandleTest, TakesAnEmptySlot)
     EXPECT_NO_CHECK(GetParam().fnUse(FILE_SLOTS - 1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Functions, TOVPlatformFileHandleTest, testing::ValuesIn(HANDLE_USERS), UserName<sHandleUser>);
+INSTANTIATE_TEST_SUITE_P(Functions, TOVPlatformFileHandleTest, testing::ValuesIn(HANDLE_USERS), sRowName());
 
 TEST_F(TOVPlatformFileTableTest, KeepsOtherThreadsOutAfterAFailedHandleCheck)
 {

@@ -1,4 +1,5 @@
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVRowName.h"
 #include "Support/TOVWaitInstruments.h"
 
 #include <TOVPlatform/TOVThread.h>
@@ -49,8 +50,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Form, TOVMultipleWaitTest, testing::ValuesIn(FORMS),
-                         [](const testing::TestParamInfo<sForm>& oInfo) { return oInfo.param.szName; });
+INSTANTIATE_TEST_SUITE_P(Form, TOVMultipleWaitTest, testing::ValuesIn(FORMS), sRowName());
 
 unsigned long EndAtSignal(unsigned long long ullEvent)
 {

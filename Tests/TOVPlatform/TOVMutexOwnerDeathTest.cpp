@@ -1,5 +1,6 @@
 // A mutex whose owner ends without an unlock: the next wait gets it, and is told so where its result can tell.
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVRowName.h"
 #include "Support/TOVWaitInstruments.h"
 
 #include <TOVPlatform/TOVThread.h>
@@ -111,8 +112,7 @@ protected:
     const COwnHandle m_hMutex;
 };
 
-INSTANTIATE_TEST_SUITE_P(Owner, TOVMutexOwnerDeathTest, testing::ValuesIn(WAYS_TO_END),
-                         [](const testing::TestParamInfo<sWayToEnd>& oInfo) { return oInfo.param.szName; });
+INSTANTIATE_TEST_SUITE_P(Owner, TOVMutexOwnerDeathTest, testing::ValuesIn(WAYS_TO_END), sRowName());
 } // namespace
 
 TEST_P(TOVMutexOwnerDeathTest, IsToldByAWaitForMany)

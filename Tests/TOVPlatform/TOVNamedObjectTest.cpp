@@ -23,7 +23,7 @@ protected:
     const std::string m_sName = UniqueName();
 };
 
-INSTANTIATE_TEST_SUITE_P(Kind, TOVNamedObjectTest, testing::ValuesIn(OBJECT_KINDS), KindName);
+INSTANTIATE_TEST_SUITE_P(Kind, TOVNamedObjectTest, testing::ValuesIn(OBJECT_KINDS), sRowName());
 } // namespace
 
 TEST_P(TOVNamedObjectTest, IsSharedByAllOfItsName)

@@ -1,6 +1,7 @@
 // What the tests of events, mutexes and semaphores share, beside Support/TOVWaitInstruments.h.
 #pragma once
 
+#include "Support/TOVRowName.h"
 #include "Support/TOVWaitInstruments.h"
 
 // A kind of object.
@@ -19,11 +20,6 @@ inline const sObjectKind OBJECT_KINDS[] = {
     {"Semaphore", [](const char* szName) { return TOVPlatform::TOVSynchronization::Semaphore::Create(1, 1, szName); },
      &TOVPlatform::TOVSynchronization::Semaphore::Destroy},
 };
-
-inline std::string KindName(const testing::TestParamInfo<sObjectKind>& oInfo)
-{
-    return oInfo.param.szName;
-}
 
 // A value that the compiler does not see through: narrowing it is the library's affair where long is wider.
 inline long ToLong(unsigned long long ullValue)

@@ -14,7 +14,7 @@ protected:
     static unsigned long long Create() { return GetParam().fnCreate(nullptr); }
 };
 
-INSTANTIATE_TEST_SUITE_P(Kind, TOVSynchronizationObjectTest, testing::ValuesIn(OBJECT_KINDS), KindName);
+INSTANTIATE_TEST_SUITE_P(Kind, TOVSynchronizationObjectTest, testing::ValuesIn(OBJECT_KINDS), sRowName());
 } // namespace
 
 TEST_P(TOVSynchronizationObjectTest, HasAHandleOfItsOwn)

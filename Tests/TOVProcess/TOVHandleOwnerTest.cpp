@@ -2,6 +2,7 @@
 // a handle nearly all refuse.
 #include "Support/TOVExhaustedSystem.h"
 #include "Support/TOVRefusal.h"
+#include "Support/TOVRowName.h"
 #include "Support/TOVUnended.h"
 #include "TOVProcess/TOVLockInstruments.h"
 
@@ -24,10 +25,10 @@ template<class T> class CTOVHandleOwnerTest : public testing::Test
 typedef testing::Types<CTOVEvent, CTOVMutex, CTOVSemaphore> tOwners;
 TYPED_TEST_SUITE(CTOVHandleOwnerTest, tOwners, sNamesOfOwners);
 
-// A member of a class, and the check that it fails without a handle.
+// A member of a class, or its destructor, and the check that fails without a handle.
 struct sRefusal
 {
-    const char* szMember;
+    const char* szName;
     const char* szFile;
     const char* szText;
     void (*fnCall)();
@@ -72,20 +73,15 @@ const sRefusal TOLD_AT_THE_END[] = {
     {"CriticalSection", SECTION, "m_hCriticalSection != NULL", &EndWithoutHandle<CTOVCriticalSection>},
 };
 
-std::string TestName(const testing::TestParamInfo<sRefusal>& oInfo)
-{
-    return oInfo.param.szMember;
-}
-
 class CTOVMissingHandleTest : public testing::TestWithParam<sRefusal>
 {
 };
-INSTANTIATE_TEST_SUITE_P(Member, CTOVMissingHandleTest, testing::ValuesIn(REFUSALS), TestName);
+INSTANTIATE_TEST_SUITE_P(Member, CTOVMissingHandleTest, testing::ValuesIn(REFUSALS), sRowName());
 
 class CTOVMissingHandleEndTest : public testing::TestWithParam<sRefusal>
 {
 };
-INSTANTIATE_TEST_SUITE_P(Class, CTOVMissingHandleEndTest, testing::ValuesIn(TOLD_AT_THE_END), TestName);
+INSTANTIATE_TEST_SUITE_P(Class, CTOVMissingHandleEndTest, testing::ValuesIn(TOLD_AT_THE_END), sRowName());
 } // namespace
 
 TYPED_TEST(CTOVHandleOwnerTest, SharesItsHandleWithACopy)

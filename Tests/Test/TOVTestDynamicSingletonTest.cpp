@@ -11,9 +11,9 @@ using TOVTest::CTOVTestDynamicSingleton;
 namespace
 {
 // Each test has an object class of its own: what a test leaves behind, no other sees.
-template<int nTest> struct sCounted
+template<int nTest> struct sMade
 {
-    sCounted()
+    sMade()
     {
         if (s_bRefuses)
             throw std::runtime_error("refused");
@@ -21,7 +21,7 @@ template<int nTest> struct sCounted
         ++s_nAlive;
     }
 
-    virtual ~sCounted() { --s_nAlive; }
+    virtual ~sMade() { --s_nAlive; }
 
     static inline int s_nMade = 0;
     static inline int s_nAlive = 0;
@@ -29,12 +29,12 @@ template<int nTest> struct sCounted
 };
 } // namespace
 
-static_assert(sizeof(CTOVTestDynamicSingleton<sCounted<0>>) == sizeof(void*), "no data in the holder");
-static_assert(std::has_virtual_destructor_v<CTOVTestDynamicSingleton<sCounted<0>>>, "the one virtual operation");
+static_assert(sizeof(CTOVTestDynamicSingleton<sMade<0>>) == sizeof(void*), "no data in the holder");
+static_assert(std::has_virtual_destructor_v<CTOVTestDynamicSingleton<sMade<0>>>, "the one virtual operation");
 
 TEST(CTOVTestDynamicSingletonTest, MakesTheObjectWithItsFirstHolder)
 {
-    typedef sCounted<1> tObject;
+    typedef sMade<1> tObject;
     ASSERT_EQ(0, tObject::s_nMade);
 
     const CTOVTestDynamicSingleton<tObject> oHolder;
@@ -44,7 +44,7 @@ TEST(CTOVTestDynamicSingletonTest, MakesTheObjectWithItsFirstHolder)
 
 TEST(CTOVTestDynamicSingletonTest, SharesOneObjectUntilTheLastHolderEnds)
 {
-    typedef sCounted<2> tObject;
+    typedef sMade<2> tObject;
     auto pFirst = std::make_unique<CTOVTestDynamicSingleton<tObject>>();
     auto pSecond = std::make_unique<CTOVTestDynamicSingleton<tObject>>();
 
@@ -58,7 +58,7 @@ TEST(CTOVTestDynamicSingletonTest, SharesOneObjectUntilTheLastHolderEnds)
 
 TEST(CTOVTestDynamicSingletonTest, IsAdoptedByTheHolderThatComesLater)
 {
-    typedef sCounted<3> tObject;
+    typedef sMade<3> tObject;
     tObject* const pEarly = &CTOVTestDynamicSingleton<tObject>::GetInstance();
     {
         const CTOVTestDynamicSingleton<tObject> oHolder;
@@ -71,7 +71,7 @@ TEST(CTOVTestDynamicSingletonTest, IsAdoptedByTheHolderThatComesLater)
 
 TEST(CTOVTestDynamicSingletonTest, DoesNotCountWhoAsks)
 {
-    typedef sCounted<4> tObject;
+    typedef sMade<4> tObject;
     {
         const CTOVTestDynamicSingleton<tObject> oHolder;
         CTOVTestDynamicSingleton<tObject>::GetInstance();
@@ -83,7 +83,7 @@ TEST(CTOVTestDynamicSingletonTest, DoesNotCountWhoAsks)
 
 TEST(CTOVTestDynamicSingletonTest, IsMadeAnewAfterTheLastHolderAndStays)
 {
-    typedef sCounted<5> tObject;
+    typedef sMade<5> tObject;
     {
         const CTOVTestDynamicSingleton<tObject> oHolder;
     }
@@ -97,7 +97,7 @@ TEST(CTOVTestDynamicSingletonTest, IsMadeAnewAfterTheLastHolderAndStays)
 
 TEST(CTOVTestDynamicSingletonTest, CanBeHeldAgainAfterTheLastHolder)
 {
-    typedef sCounted<6> tObject;
+    typedef sMade<6> tObject;
     for (int i = 1; i <= 3; ++i)
     {
         const CTOVTestDynamicSingleton<tObject> oHolder;
@@ -110,7 +110,7 @@ TEST(CTOVTestDynamicSingletonTest, CanBeHeldAgainAfterTheLastHolder)
 
 TEST(CTOVTestDynamicSingletonTest, LetsThroughWhatTheObjectsConstructorThrows)
 {
-    typedef sCounted<7> tObject;
+    typedef sMade<7> tObject;
     tObject::s_bRefuses = true;
     EXPECT_THROW(CTOVTestDynamicSingleton<tObject>::GetInstance(), std::runtime_error);
     tObject::s_bRefuses = false;
@@ -122,7 +122,7 @@ TEST(CTOVTestDynamicSingletonTest, LetsThroughWhatTheObjectsConstructorThrows)
 
 TEST(CTOVTestDynamicSingletonTest, CountsAHolderThatFailed)
 {
-    typedef sCounted<8> tObject;
+    typedef sMade<8> tObject;
     tObject::s_bRefuses = true;
     EXPECT_THROW(CTOVTestDynamicSingleton<tObject>(), std::runtime_error);
     tObject::s_bRefuses = false;
