@@ -37,9 +37,9 @@ private:
                                                   unsigned long long ullUserValue)
     {
         CScanRecord& oRecord = *reinterpret_cast<CScanRecord*>(static_cast<std::uintptr_t>(ullUserValue));
-        oRecord.aFiles.push_back(Text(pDescriptor->oFileName));
-        oRecord.aDirectories.push_back(Text(pDescriptor->oDirectory));
-        oRecord.aSearchPaths.push_back(Text(pDescriptor->oSearchPath));
+        oRecord.aFiles.push_back(TextOf(pDescriptor->oFileName));
+        oRecord.aDirectories.push_back(TextOf(pDescriptor->oDirectory));
+        oRecord.aSearchPaths.push_back(TextOf(pDescriptor->oSearchPath));
         oRecord.aModes.push_back(eMode);
         oRecord.aDescriptors.push_back(pDescriptor);
         const int nResult = oRecord.fnOnFile ? oRecord.fnOnFile(*pDescriptor) : 0;

@@ -21,7 +21,7 @@ const char LENGTH_CHECK[] = "(0 <= lIndex) && (lIndex < GetLength())";
 class CTOVVirtualFileSystemTest : public testing::Test
 {
 protected:
-    std::string Resolve(const char* szPath) { return Text(m_oFiles.ResolvePath(CTOVPath(szPath))); }
+    std::string Resolve(const char* szPath) { return TextOf(m_oFiles.ResolvePath(CTOVPath(szPath))); }
 
     CTOVVirtualFileSystem m_oFiles;
 };
@@ -32,7 +32,7 @@ class CAnsweringFileSystem : public CTOVVirtualFileSystem
 public:
     const CTOVStringA& GetAssign(const CTOVStringA& oName) const override
     {
-        aAsked.push_back(Text(oName));
+        aAsked.push_back(TextOf(oName));
         return oAnswer;
     }
 
@@ -112,8 +112,8 @@ TEST_F(CTOVVirtualFileSystemTest, GivesTheTextOfAnAssign)
     m_oFiles.SetAssign("data", "/data");
     m_oFiles.SetAssign("ab", "C:\\ab\\");
 
-    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
-    EXPECT_EQ("C:\\ab\\", Text(m_oFiles.GetAssign("ab")));
+    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("C:\\ab\\", TextOf(m_oFiles.GetAssign("ab")));
 }
 
 TEST_F(CTOVVirtualFileSystemTest, GivesAReferenceThatOutlivesOtherAssigns)
@@ -125,7 +125,7 @@ TEST_F(CTOVVirtualFileSystemTest, GivesAReferenceThatOutlivesOtherAssigns)
         m_oFiles.SetAssign(szName, "/other");
 
     EXPECT_EQ(&oText, &m_oFiles.GetAssign("data"));
-    EXPECT_EQ("/data", Text(oText));
+    EXPECT_EQ("/data", TextOf(oText));
 }
 
 TEST_F(CTOVVirtualFileSystemTest, SharesTheTextOfThePathThatItIsGiven)
@@ -155,7 +155,7 @@ TEST_F(CTOVVirtualFileSystemTest, IgnoresAnEmptyPath)
     m_oFiles.SetAssign("data", CTOVPath());
     m_oFiles.SetAssign("other", CTOVPath());
 
-    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
     EXPECT_EQ(1u, AssignsOf(m_oFiles).size());
 }
 
@@ -176,7 +176,7 @@ TEST_F(CTOVVirtualFileSystemTest, ReplacesAnAssign)
     m_oFiles.SetAssign("data", "/first");
     m_oFiles.SetAssign("data", "/second");
 
-    EXPECT_EQ("/second", Text(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/second", TextOf(m_oFiles.GetAssign("data")));
     EXPECT_EQ("/second\\file", Resolve("data:file"));
     EXPECT_EQ(1u, AssignsOf(m_oFiles).size());
 }
@@ -188,7 +188,7 @@ TEST_F(CTOVVirtualFileSystemTest, OrdersNamesByUnsignedBytes)
 
     std::vector<std::string> aNames;
     for (const auto& oAssign : AssignsOf(m_oFiles))
-        aNames.push_back(Text(oAssign.first));
+        aNames.push_back(TextOf(oAssign.first));
 
     EXPECT_EQ(std::vector<std::string>({"ZZ", "aa", "aaa", "zz", "\x7Fx", "\xE4x"}), aNames);
 }
@@ -255,12 +255,12 @@ TEST_F(CTOVVirtualFileSystemTest, LeavesTheAssignAndTheGivenPathAlone)
     m_oFiles.SetAssign("data", CTOVPath(oRoomy));
     const CTOVPath oPath("data:file");
 
-    EXPECT_EQ("/data\\file", Text(m_oFiles.ResolvePath(oPath)));
-    EXPECT_EQ("/data\\file", Text(m_oFiles.ResolvePath(oPath)));
+    EXPECT_EQ("/data\\file", TextOf(m_oFiles.ResolvePath(oPath)));
+    EXPECT_EQ("/data\\file", TextOf(m_oFiles.ResolvePath(oPath)));
 
     EXPECT_STREQ("data:file", ~oPath);
     EXPECT_STREQ("/data", m_oFiles.GetAssign("data").GetString());
-    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
 }
 
 TEST_F(CTOVVirtualFileSystemTest, CopiesItsTable)
@@ -271,8 +271,8 @@ TEST_F(CTOVVirtualFileSystemTest, CopiesItsTable)
     oCopy.SetAssign("data", "/copy");
     m_oFiles.SetAssign("new", "/new");
 
-    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
-    EXPECT_EQ("/copy", Text(oCopy.GetAssign("data")));
+    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/copy", TextOf(oCopy.GetAssign("data")));
     EXPECT_TRUE(oCopy.GetAssign("new").IsEmpty());
 }
 
@@ -285,7 +285,7 @@ TEST_F(CTOVVirtualFileSystemTest, ReplacesItsTableByAnothers)
     EXPECT_EQ(&oOther, &(oOther = m_oFiles));
     m_oFiles.SetAssign("data", "/changed");
 
-    EXPECT_EQ("/data", Text(oOther.GetAssign("data")));
+    EXPECT_EQ("/data", TextOf(oOther.GetAssign("data")));
     EXPECT_TRUE(oOther.GetAssign("old").IsEmpty());
 }
 
@@ -296,7 +296,7 @@ TEST_F(CTOVVirtualFileSystemTest, KeepsItsTableWhenItIsAssignedToItself)
 
     m_oFiles = oSame;
 
-    EXPECT_EQ("/data", Text(m_oFiles.GetAssign("data")));
+    EXPECT_EQ("/data", TextOf(m_oFiles.GetAssign("data")));
 }
 
 TEST(CTOVVirtualFileSystemLookupTest, GoesThroughTheSlot)
@@ -304,9 +304,9 @@ TEST(CTOVVirtualFileSystemLookupTest, GoesThroughTheSlot)
     CAnsweringFileSystem oFiles;
     oFiles.oAnswer = "/answer";
 
-    EXPECT_EQ("/answer\\file", Text(oFiles.ResolvePath("anything:file")));
-    EXPECT_EQ("/answer\\file", Text(oFiles.ResolvePath("C:file")));
-    EXPECT_EQ("/answer\\file", Text(oFiles.ResolvePath(":file")));
+    EXPECT_EQ("/answer\\file", TextOf(oFiles.ResolvePath("anything:file")));
+    EXPECT_EQ("/answer\\file", TextOf(oFiles.ResolvePath("C:file")));
+    EXPECT_EQ("/answer\\file", TextOf(oFiles.ResolvePath(":file")));
 
     EXPECT_EQ(std::vector<std::string>({"anything", "C", ""}), oFiles.aAsked);
 }
@@ -316,8 +316,8 @@ TEST(CTOVVirtualFileSystemLookupTest, IsNotMadeForAPathWithoutAColon)
     CAnsweringFileSystem oFiles;
     oFiles.oAnswer = "/answer";
 
-    EXPECT_EQ("file", Text(oFiles.ResolvePath("file")));
-    EXPECT_EQ("", Text(oFiles.ResolvePath(CTOVPath())));
+    EXPECT_EQ("file", TextOf(oFiles.ResolvePath("file")));
+    EXPECT_EQ("", TextOf(oFiles.ResolvePath(CTOVPath())));
 
     EXPECT_TRUE(oFiles.aAsked.empty());
 }
@@ -326,7 +326,7 @@ TEST(CTOVVirtualFileSystemLookupTest, LeavesThePathForAnEmptyAnswer)
 {
     CAnsweringFileSystem oFiles;
 
-    EXPECT_EQ("anything:file", Text(oFiles.ResolvePath("anything:file")));
+    EXPECT_EQ("anything:file", TextOf(oFiles.ResolvePath("anything:file")));
 
     EXPECT_EQ(std::vector<std::string>({"anything"}), oFiles.aAsked);
 }

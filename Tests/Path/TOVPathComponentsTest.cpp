@@ -14,7 +14,7 @@ std::vector<std::string> Iterate(const CTOVPath& oPath)
     long lPosition = UNTOUCHED;
     for (bool bFound = oPath.GetFirstComponent(oComponent, lPosition); bFound;
          bFound = oPath.GetNextComponent(oComponent, lPosition))
-        aComponents.push_back(Text(oComponent));
+        aComponents.push_back(TextOf(oComponent));
     return aComponents;
 }
 
@@ -73,7 +73,7 @@ void ExpectStretches(const std::vector<sStretch>& aStretches)
     {
         const CTOVPath oPath(oStretch.szPath);
 
-        EXPECT_EQ(oStretch.szExpected, Text(oPath.GetComponent(oStretch.nFirst, oStretch.nCount)))
+        EXPECT_EQ(oStretch.szExpected, TextOf(oPath.GetComponent(oStretch.nFirst, oStretch.nCount)))
             << oStretch.szPath << " (" << oStretch.nFirst << ", " << oStretch.nCount << ')';
     }
 }
@@ -192,9 +192,9 @@ TEST(CTOVPathComponentsTest, GivesTheStretchFromABlockWithRoom)
 {
     const CTOVPath oPath(RoomyText("a/b"));
 
-    EXPECT_EQ("b", Text(oPath.GetComponent(1, 1)));
-    EXPECT_EQ("a/b", Text(oPath.GetComponent(0, 2)));
-    EXPECT_EQ("a/b", Text(oPath.GetComponent(7, 1)));
+    EXPECT_EQ("b", TextOf(oPath.GetComponent(1, 1)));
+    EXPECT_EQ("a/b", TextOf(oPath.GetComponent(0, 2)));
+    EXPECT_EQ("a/b", TextOf(oPath.GetComponent(7, 1)));
 }
 
 TEST(CTOVPathComponentsTest, FindsWhereAComponentBegins)
@@ -259,7 +259,7 @@ TEST(CTOVPathComponentsTest, CountsIteratesAndCutsAlikeForEveryShortPath)
         EXPECT_EQ(static_cast<int>(aExpected.size()), oPath.GetNumComponents());
         EXPECT_EQ(aExpected, Iterate(oPath));
         for (std::size_t nIndex = 0; nIndex < aExpected.size(); ++nIndex)
-            EXPECT_EQ(aExpected[nIndex], Text(oPath.GetComponent(static_cast<int>(nIndex), 1)));
+            EXPECT_EQ(aExpected[nIndex], TextOf(oPath.GetComponent(static_cast<int>(nIndex), 1)));
     }
 }
 
@@ -285,7 +285,7 @@ TEST(CTOVPathComponentsTest, LeavesTheComponentAsItWasWhenThereIsNoneLeft)
         long lPosition = UNTOUCHED;
 
         EXPECT_FALSE(CTOVPath(szPath).GetFirstComponent(oComponent, lPosition));
-        EXPECT_EQ("before", Text(oComponent));
+        EXPECT_EQ("before", TextOf(oComponent));
     }
 }
 
@@ -299,7 +299,7 @@ TEST(CTOVPathComponentsTest, RunsToTheEndBehindATrailingSeparator)
     EXPECT_EQ(1, lPosition);
     EXPECT_FALSE(oPath.GetNextComponent(oComponent, lPosition));
     EXPECT_EQ(2, lPosition);
-    EXPECT_EQ("a", Text(oComponent));
+    EXPECT_EQ("a", TextOf(oComponent));
 }
 
 TEST(CTOVPathComponentsTest, BeginsAtThePositionGiven)
@@ -309,11 +309,11 @@ TEST(CTOVPathComponentsTest, BeginsAtThePositionGiven)
     long lPosition = 1;
 
     EXPECT_TRUE(oPath.GetNextComponent(oComponent, lPosition));
-    EXPECT_EQ("bc", Text(oComponent));
+    EXPECT_EQ("bc", TextOf(oComponent));
 
     lPosition = 3;
     EXPECT_TRUE(oPath.GetNextComponent(oComponent, lPosition));
-    EXPECT_EQ("de", Text(oComponent));
+    EXPECT_EQ("de", TextOf(oComponent));
 }
 
 TEST(CTOVPathComponentsTest, FindsNoneAtOrPastTheEnd)
@@ -324,7 +324,7 @@ TEST(CTOVPathComponentsTest, FindsNoneAtOrPastTheEnd)
         long lPosition = lStart;
 
         EXPECT_FALSE(CTOVPath("ab").GetNextComponent(oComponent, lPosition));
-        EXPECT_EQ("before", Text(oComponent));
+        EXPECT_EQ("before", TextOf(oComponent));
         EXPECT_EQ(lStart, lPosition);
     }
 }
@@ -336,7 +336,7 @@ TEST(CTOVPathComponentsTest, SetsThePositionBackForTheFirstComponent)
     long lPosition = 3;
 
     EXPECT_TRUE(oPath.GetFirstComponent(oComponent, lPosition));
-    EXPECT_EQ("ab", Text(oComponent));
+    EXPECT_EQ("ab", TextOf(oComponent));
     EXPECT_EQ(2, lPosition);
 }
 
@@ -350,8 +350,8 @@ TEST(CTOVPathComponentsTest, LeavesCopiesOfAnEarlierComponentAlone)
 
     oPath.GetNextComponent(oComponent, lPosition);
 
-    EXPECT_EQ("one", Text(oFirst));
-    EXPECT_EQ("two", Text(oComponent));
+    EXPECT_EQ("one", TextOf(oFirst));
+    EXPECT_EQ("two", TextOf(oComponent));
 }
 
 TEST(CTOVPathComponentsTest, ReadsALengthThatCountsTheTerminatorLiterally)
@@ -360,6 +360,6 @@ TEST(CTOVPathComponentsTest, ReadsALengthThatCountsTheTerminatorLiterally)
     oPath.RemoveLeadingForwardslash();
 
     EXPECT_EQ(3, oPath.GetNumComponents()); // the terminator behind the last separator is a name
-    EXPECT_EQ(std::string("\0", 1), Text(oPath.GetComponent(2, 1)));
-    EXPECT_EQ(std::string("b/\0", 3), Text(oPath.GetComponent(1, 2)));
+    EXPECT_EQ(std::string("\0", 1), TextOf(oPath.GetComponent(2, 1)));
+    EXPECT_EQ(std::string("b/\0", 3), TextOf(oPath.GetComponent(1, 2)));
 }

@@ -117,7 +117,7 @@ TEST(CTOVPathFileSystemTest, FindsAFileByAJoinedPath)
 
     const CTOVPath oPath = CTOVPath(oFolder.Path().c_str()).Concat("file.txt");
 
-    EXPECT_EQ(oFolder.Path() + "\\file.txt", Text(oPath));
+    EXPECT_EQ(oFolder.Path() + "\\file.txt", TextOf(oPath));
     EXPECT_TRUE(oPath.DoesExist());
     EXPECT_TRUE(oPath.IsFile());
 }
@@ -137,11 +137,11 @@ TEST(CTOVPathFileSystemTest, GivesTheWorkingDirectory)
 {
     CTempFolder oFolder;
     CWorkingDirectoryGuard oGuard;
-    EXPECT_EQ(WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+    EXPECT_EQ(WorkingDirectory(), TextOf(CTOVPath::GetWorkingDirectory()));
 
     ASSERT_TRUE(ChangeInto(oFolder.Path()));
 
-    EXPECT_EQ(WorkingDirectory(), Text(CTOVPath::GetWorkingDirectory()));
+    EXPECT_EQ(WorkingDirectory(), TextOf(CTOVPath::GetWorkingDirectory()));
     EXPECT_TRUE(CTOVPath::GetWorkingDirectory().IsDirectory());
 }
 
@@ -155,8 +155,8 @@ TEST(CTOVPathFileSystemTest, GivesAWorkingDirectoryThatStaysWhenTheProcessMovesO
     ASSERT_TRUE(ChangeInto(oFolder.Path()));
     const CTOVPath oAfter = CTOVPath::GetWorkingDirectory();
 
-    EXPECT_EQ(sBefore, Text(oBefore));
-    EXPECT_NE(sBefore, Text(oAfter));
+    EXPECT_EQ(sBefore, TextOf(oBefore));
+    EXPECT_NE(sBefore, TextOf(oAfter));
 }
 
 TEST(CTOVPathFileSystemTest, GivesAWorkingDirectoryOf259CharactersAtMost)
@@ -171,7 +171,7 @@ TEST(CTOVPathFileSystemTest, GivesAWorkingDirectoryOf259CharactersAtMost)
         if (nLength > LONGEST)
             break;
         oDescent.GoDownTo(nLength);
-        EXPECT_EQ(nLength < 260 ? WorkingDirectory() : "", Text(CTOVPath::GetWorkingDirectory())) << nLength;
+        EXPECT_EQ(nLength < 260 ? WorkingDirectory() : "", TextOf(CTOVPath::GetWorkingDirectory())) << nLength;
         oDescent.GoUp();
     }
 }
@@ -186,7 +186,7 @@ TEST(CTOVPathFileSystemTest, GivesACopyOfTheSharedEmptyPathForAWorkingDirectoryT
     const std::string sExpected = LONGEST < 260 ? WorkingDirectory() : "changed";
 
     CTOVPath::Null() = "changed";
-    const std::string sResult = Text(CTOVPath::GetWorkingDirectory());
+    const std::string sResult = TextOf(CTOVPath::GetWorkingDirectory());
     CTOVPath::Null() = CTOVPath();
 
     EXPECT_EQ(sExpected, sResult);

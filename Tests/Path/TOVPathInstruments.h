@@ -10,14 +10,14 @@
 #include <vector>
 
 // Every character that counts, also a terminator that counts as the last one.
-inline std::string Text(const CTOVStringA& oText)
+inline std::string TextOf(const CTOVStringA& oText)
 {
     return oText.IsEmpty() ? std::string() : std::string(~oText, static_cast<std::size_t>(oText.GetLength()));
 }
 
-inline std::string Text(const CTOVPath& oPath)
+inline std::string TextOf(const CTOVPath& oPath)
 {
-    return Text(oPath.AsString());
+    return TextOf(oPath.AsString());
 }
 
 // A text in a block with room after it, so that what is appended to a sharer is written in place.
@@ -46,7 +46,7 @@ void ExpectChanges(const char* szName, const TChange& fnChange, const std::vecto
 
         std::invoke(fnChange, oPath);
 
-        EXPECT_EQ(oChange.sAfter, Text(oPath)) << szName << " of " << oChange.szBefore;
+        EXPECT_EQ(oChange.sAfter, TextOf(oPath)) << szName << " of " << oChange.szBefore;
     }
 }
 

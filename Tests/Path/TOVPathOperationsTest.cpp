@@ -17,7 +17,7 @@ template<class TFunction> void ExpectResults(const std::vector<sCase>& aCases, c
     for (const sCase& oCase : aCases)
     {
         CTOVPath oPath(oCase.szPath);
-        const std::string sResult = Text(fnResult(oPath));
+        const std::string sResult = TextOf(fnResult(oPath));
 
         EXPECT_EQ(oCase.szExpected, sResult) << "of " << oCase.szPath;
     }
@@ -53,7 +53,7 @@ TEST(CTOVPathOperationsTest, JoinsTwoPaths)
 
         EXPECT_NO_CHECK(oPath.Append(CTOVPath(oJoin.szRight)));
 
-        EXPECT_EQ(oJoin.szExpected, Text(oPath)) << oJoin.szLeft << " and " << oJoin.szRight;
+        EXPECT_EQ(oJoin.szExpected, TextOf(oPath)) << oJoin.szLeft << " and " << oJoin.szRight;
     }
 }
 
@@ -69,9 +69,9 @@ TEST(CTOVPathOperationsTest, JoinsWithEachFormOfPlusEquals)
         oPathOfString += CTOVStringA(oJoin.szRight);
         oPathOfText += oJoin.szRight;
 
-        EXPECT_EQ(oJoin.szExpected, Text(oPath));
-        EXPECT_EQ(oJoin.szExpected, Text(oPathOfString));
-        EXPECT_EQ(oJoin.szExpected, Text(oPathOfText));
+        EXPECT_EQ(oJoin.szExpected, TextOf(oPath));
+        EXPECT_EQ(oJoin.szExpected, TextOf(oPathOfString));
+        EXPECT_EQ(oJoin.szExpected, TextOf(oPathOfText));
     }
 }
 
@@ -82,7 +82,7 @@ TEST(CTOVPathOperationsTest, GivesItselfForAddingAPathAndItsTextForAddingAText)
     EXPECT_EQ(&oPath, &(oPath += CTOVPath("b")));
     EXPECT_EQ(&oPath.AsString(), &(oPath += CTOVStringA("c")));
     EXPECT_EQ(&oPath.AsString(), &(oPath += "d"));
-    EXPECT_EQ("a\\b\\c\\d", Text(oPath));
+    EXPECT_EQ("a\\b\\c\\d", TextOf(oPath));
     EXPECT_TRUE((std::is_same<const CTOVPath&, decltype(oPath += std::declval<const CTOVPath&>())>::value));
     EXPECT_TRUE((std::is_same<const CTOVStringA&, decltype(oPath += std::declval<const CTOVStringA&>())>::value));
     EXPECT_TRUE((std::is_same<const CTOVStringA&, decltype(oPath += std::declval<const char*>())>::value));
@@ -95,9 +95,9 @@ TEST(CTOVPathOperationsTest, JoinsIntoACopy)
         const CTOVPath oLeft(oJoin.szLeft);
         const CTOVPath oRight(oJoin.szRight);
 
-        EXPECT_EQ(oJoin.szExpected, Text(oLeft.Concat(oRight)));
-        EXPECT_EQ(oJoin.szLeft, Text(oLeft));
-        EXPECT_EQ(oJoin.szRight, Text(oRight));
+        EXPECT_EQ(oJoin.szExpected, TextOf(oLeft.Concat(oRight)));
+        EXPECT_EQ(oJoin.szLeft, TextOf(oLeft));
+        EXPECT_EQ(oJoin.szRight, TextOf(oRight));
     }
 }
 
@@ -126,7 +126,7 @@ TEST(CTOVPathOperationsTest, RefusesAnEmptyRightSideWhereTheLeftHasNoSeparator)
     EXPECT_CHARACTER_CHECK(oPath += "");
     EXPECT_CHARACTER_CHECK(oPath += szNull);
     EXPECT_CHARACTER_CHECK(oPath.Concat(CTOVPath()));
-    EXPECT_EQ("a", Text(oPath));
+    EXPECT_EQ("a", TextOf(oPath));
 }
 
 TEST(CTOVPathOperationsTest, AppendsThePathToItself)
@@ -135,7 +135,7 @@ TEST(CTOVPathOperationsTest, AppendsThePathToItself)
 
     oPath.Append(oPath);
 
-    EXPECT_EQ("a/a/", Text(oPath));
+    EXPECT_EQ("a/a/", TextOf(oPath));
 }
 
 TEST(CTOVPathOperationsTest, AppendsTheFullLengthOfTheOtherPath)
@@ -146,7 +146,7 @@ TEST(CTOVPathOperationsTest, AppendsTheFullLengthOfTheOtherPath)
 
     oPath.Append(oOther);
 
-    EXPECT_EQ(std::string("a\\bc\0", 5), Text(oPath));
+    EXPECT_EQ(std::string("a\\bc\0", 5), TextOf(oPath));
 }
 
 TEST(CTOVPathOperationsTest, AppendsBehindATerminatorThatCounts)
@@ -156,7 +156,7 @@ TEST(CTOVPathOperationsTest, AppendsBehindATerminatorThatCounts)
 
     oPath.Append("d");
 
-    EXPECT_EQ(std::string("bc\0\\d", 5), Text(oPath));
+    EXPECT_EQ(std::string("bc\0\\d", 5), TextOf(oPath));
     EXPECT_STREQ("bc", ~oPath);
 }
 
@@ -167,8 +167,8 @@ TEST(CTOVPathOperationsTest, JoinsInPlaceWhereTheSharedBlockHasRoom)
 
     const CTOVPath oJoined = oPath.Concat("b");
 
-    EXPECT_EQ("a/b", Text(oJoined));
-    EXPECT_EQ("a/", Text(oPath));
+    EXPECT_EQ("a/b", TextOf(oJoined));
+    EXPECT_EQ("a/", TextOf(oPath));
     EXPECT_STREQ("a/b", ~oPath); // its length is its own, the characters are shared
 }
 
@@ -214,10 +214,10 @@ TEST(CTOVPathOperationsTest, GivesThePathBeforeTheLastSeparator)
 
 TEST(CTOVPathOperationsTest, TellsParentAndPathApart)
 {
-    EXPECT_EQ("a", Text(CTOVPath("a/b/").Parent()));
-    EXPECT_EQ("a/b", Text(CTOVPath("a/b/").GetPath()));
-    EXPECT_EQ("", Text(CTOVPath("a").Parent()));
-    EXPECT_EQ("a", Text(CTOVPath("a").GetPath()));
+    EXPECT_EQ("a", TextOf(CTOVPath("a/b/").Parent()));
+    EXPECT_EQ("a/b", TextOf(CTOVPath("a/b/").GetPath()));
+    EXPECT_EQ("", TextOf(CTOVPath("a").Parent()));
+    EXPECT_EQ("a", TextOf(CTOVPath("a").GetPath()));
 }
 
 TEST(CTOVPathOperationsTest, GivesACopyForThePathOfABareName)
@@ -288,7 +288,7 @@ TEST(CTOVPathOperationsTest, LeavesASharerItsPathWhenStripped)
 
     oStripped.StripPath();
 
-    EXPECT_EQ("a/b", Text(oPath));
+    EXPECT_EQ("a/b", TextOf(oPath));
 }
 
 TEST(CTOVPathOperationsTest, FindsTheExtensionOfTheLastComponent)
@@ -349,7 +349,7 @@ TEST(CTOVPathOperationsTest, RefusesAnEmptyExtensionWhereThereIsNone)
 
     EXPECT_CHARACTER_CHECK(oPath.AddExtension(""));
     EXPECT_CHARACTER_CHECK(oPath.AddExtension(CTOVStringA()));
-    EXPECT_EQ("name", Text(oPath));
+    EXPECT_EQ("name", TextOf(oPath));
 }
 
 TEST(CTOVPathOperationsTest, DoesNotLookAtAnEmptyExtensionWhereThereIsOne)
@@ -357,7 +357,7 @@ TEST(CTOVPathOperationsTest, DoesNotLookAtAnEmptyExtensionWhereThereIsOne)
     CTOVPath oPath("name.txt");
 
     EXPECT_NO_CHECK(oPath.AddExtension(""));
-    EXPECT_EQ("name.txt", Text(oPath));
+    EXPECT_EQ("name.txt", TextOf(oPath));
 }
 
 TEST(CTOVPathOperationsTest, RemovesTheExtension)
@@ -387,14 +387,14 @@ TEST(CTOVPathOperationsTest, ChangesTheCaseOfAllSharers)
     CTOVPath oSecond(oFirst);
 
     oSecond.MakeLower();
-    EXPECT_EQ("name", Text(oFirst));
-    EXPECT_EQ("name", Text(oText));
+    EXPECT_EQ("name", TextOf(oFirst));
+    EXPECT_EQ("name", TextOf(oText));
 
     oSecond.MakeUpper();
-    EXPECT_EQ("NAME", Text(oFirst));
+    EXPECT_EQ("NAME", TextOf(oFirst));
 
     oSecond.MakePretty();
-    EXPECT_EQ("name", Text(oText));
+    EXPECT_EQ("name", TextOf(oText));
 }
 
 TEST(CTOVPathOperationsTest, LeavesEveryPathUnchangedWhenCompacted)
@@ -409,8 +409,8 @@ TEST(CTOVPathOperationsTest, LeavesEveryPathUnchangedWhenCompacted)
             EXPECT_NO_CHECK(oPath.CompactPath(oOther, nMaxLength));
             EXPECT_NO_CHECK(oPath.CompactPath(CTOVPath(), nMaxLength));
 
-            EXPECT_EQ(szPath, Text(oPath));
-            EXPECT_EQ("Other\\path", Text(oOther));
+            EXPECT_EQ(szPath, TextOf(oPath));
+            EXPECT_EQ("Other\\path", TextOf(oOther));
         }
     }
 }

@@ -245,30 +245,30 @@ TEST(CTOVPathRelationsTest, StripsTheLeadingComponentsInCommon)
                  {"a//b", "a", "/b"}};
 
     for (const auto& oCase : CASES)
-        EXPECT_NO_CHECK(EXPECT_EQ(oCase.szExpected, Text(CTOVPath(oCase.szPath).Strip(oCase.szBase)))
+        EXPECT_NO_CHECK(EXPECT_EQ(oCase.szExpected, TextOf(CTOVPath(oCase.szPath).Strip(oCase.szBase)))
                         << oCase.szPath << " stripped of " << oCase.szBase);
 }
 
 TEST(CTOVPathRelationsTest, GivesAnEmptyPathStrippedOfItself)
 {
     for (const char* szPath : PATHS)
-        EXPECT_NO_CHECK(EXPECT_EQ("", Text(CTOVPath(szPath).Strip(szPath))) << szPath);
+        EXPECT_NO_CHECK(EXPECT_EQ("", TextOf(CTOVPath(szPath).Strip(szPath))) << szPath);
 }
 
 TEST(CTOVPathRelationsTest, ComparesWithTheLastComponentOfASideThatHasRunOut)
 {
-    EXPECT_EQ("", Text(CTOVPath("a/a").Strip("a")));
-    EXPECT_EQ("", Text(CTOVPath("a/A/a").Strip("a")));
-    EXPECT_EQ("b", Text(CTOVPath("a/a/b").Strip("a")));
-    EXPECT_EQ("a", Text(CTOVPath("a/b/b/a").Strip("a/b")));
+    EXPECT_EQ("", TextOf(CTOVPath("a/a").Strip("a")));
+    EXPECT_EQ("", TextOf(CTOVPath("a/A/a").Strip("a")));
+    EXPECT_EQ("b", TextOf(CTOVPath("a/a/b").Strip("a")));
+    EXPECT_EQ("a", TextOf(CTOVPath("a/b/b/a").Strip("a/b")));
 }
 
 TEST(CTOVPathRelationsTest, FallsBackToTheWholePathWhereMoreMatchedThanItHasComponents)
 {
-    EXPECT_EQ("a", Text(CTOVPath("a").Strip("a/a")));
-    EXPECT_EQ("/a", Text(CTOVPath("/a").Strip("a/a")));
-    EXPECT_EQ("a/b", Text(CTOVPath("a/b").Strip("a/b/b/b")));
-    EXPECT_EQ("a", Text(CTOVPath("a/").Strip("a/a")));
+    EXPECT_EQ("a", TextOf(CTOVPath("a").Strip("a/a")));
+    EXPECT_EQ("/a", TextOf(CTOVPath("/a").Strip("a/a")));
+    EXPECT_EQ("a/b", TextOf(CTOVPath("a/b").Strip("a/b/b/b")));
+    EXPECT_EQ("a", TextOf(CTOVPath("a/").Strip("a/a")));
 }
 
 TEST(CTOVPathRelationsTest, LeavesBothPathsAsTheyAre)
@@ -283,6 +283,6 @@ TEST(CTOVPathRelationsTest, LeavesBothPathsAsTheyAre)
     oSecond.Strip(oFirst);
     oFirst.Strip(oSecond);
 
-    EXPECT_EQ("A\\B", Text(oFirst));
-    EXPECT_EQ("A\\b\\C", Text(oSecond));
+    EXPECT_EQ("A\\B", TextOf(oFirst));
+    EXPECT_EQ("A\\b\\C", TextOf(oSecond));
 }

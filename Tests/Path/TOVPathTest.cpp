@@ -56,7 +56,7 @@ TEST(CTOVPathTest, HoldsTheTextExactlyAsGiven)
     {
         const CTOVPath oPath(szText);
 
-        EXPECT_EQ(szText, Text(oPath));
+        EXPECT_EQ(szText, TextOf(oPath));
         EXPECT_STREQ(szText, ~oPath);
         EXPECT_EQ(static_cast<long>(std::string(szText).size()), oPath.GetLength());
         EXPECT_FALSE(oPath.IsEmpty());
@@ -99,8 +99,8 @@ TEST(CTOVPathTest, TakesACopyOfPlainText)
 
     szText[0] = 'X';
 
-    EXPECT_EQ("a/b", Text(oConstructed));
-    EXPECT_EQ("a/b", Text(oAssigned));
+    EXPECT_EQ("a/b", TextOf(oConstructed));
+    EXPECT_EQ("a/b", TextOf(oAssigned));
 }
 
 TEST(CTOVPathTest, LoadsAStringIdAndTellsTheLog)
@@ -111,8 +111,8 @@ TEST(CTOVPathTest, LoadsAStringIdAndTellsTheLog)
     CTOVPath oAssigned("old");
     oAssigned = StringId(0x1234);
 
-    EXPECT_EQ("loaded/path", Text(oConstructed));
-    EXPECT_EQ("loaded/path", Text(oAssigned));
+    EXPECT_EQ("loaded/path", TextOf(oConstructed));
+    EXPECT_EQ("loaded/path", TextOf(oAssigned));
     EXPECT_EQ(2, oLog.CountLines("Implicit load of string with id '4660'."));
     ASSERT_EQ(2u, oLoader.Requests().size());
     EXPECT_EQ(0x1234, oLoader.Requests()[0].lId);
@@ -170,8 +170,8 @@ TEST(CTOVPathTest, KeepsItsTextWhenASharerTakesAnother)
     oCopy = "x";
     oEmptied.Empty();
 
-    EXPECT_EQ("a/b", Text(oPath));
-    EXPECT_EQ("x", Text(oCopy));
+    EXPECT_EQ("a/b", TextOf(oPath));
+    EXPECT_EQ("x", TextOf(oCopy));
     EXPECT_TRUE(oEmptied.IsEmpty());
 }
 
@@ -224,8 +224,8 @@ TEST(CTOVPathTest, KeepsTheSharedEmptyPathBeyondTheLifeOfAFurtherHolder)
 TEST(CTOVPathTest, HandsTheSharedEmptyPathOutAsTheEmptyResult)
 {
     CTOVPath::Null() = "changed";
-    const std::string sParent = Text(CTOVPath("a").Parent());
-    const std::string sRoot = Text(CTOVPath::BuildRoot(26));
+    const std::string sParent = TextOf(CTOVPath("a").Parent());
+    const std::string sRoot = TextOf(CTOVPath::BuildRoot(26));
     CTOVPath::Null() = CTOVPath();
 
     EXPECT_EQ("changed", sParent);
@@ -271,9 +271,9 @@ TEST(CTOVPathTest, RefusesTheDriveOfAPathShorterThanTwo)
 
 TEST(CTOVPathTest, BuildsTheRootOfADrive)
 {
-    EXPECT_EQ("A:\\", Text(CTOVPath::BuildRoot(0)));
-    EXPECT_EQ("C:\\", Text(CTOVPath::BuildRoot(2)));
-    EXPECT_EQ("Z:\\", Text(CTOVPath::BuildRoot(25)));
+    EXPECT_EQ("A:\\", TextOf(CTOVPath::BuildRoot(0)));
+    EXPECT_EQ("C:\\", TextOf(CTOVPath::BuildRoot(2)));
+    EXPECT_EQ("Z:\\", TextOf(CTOVPath::BuildRoot(25)));
 
     for (int nDrive = 0; nDrive < 26; ++nDrive)
         EXPECT_EQ(nDrive, CTOVPath::BuildRoot(nDrive).GetDriveNumber());
@@ -392,7 +392,7 @@ TEST(CTOVPathTest, PrependsIntoANewText)
 
     oPath.AddLeadingForwardslash();
 
-    EXPECT_EQ("/ab", Text(oPath));
+    EXPECT_EQ("/ab", TextOf(oPath));
     EXPECT_STREQ("ab", ~oText);
 }
 
@@ -403,8 +403,8 @@ TEST(CTOVPathTest, AppendsInPlaceWhereTheSharedBlockHasRoom)
 
     oPath.AddTrailingForwardslash();
 
-    EXPECT_EQ("ab/", Text(oPath));
-    EXPECT_EQ("ab", Text(oText));
+    EXPECT_EQ("ab/", TextOf(oPath));
+    EXPECT_EQ("ab", TextOf(oText));
     EXPECT_STREQ("ab/", ~oText); // its length is its own, the characters are shared
 }
 
@@ -425,8 +425,8 @@ TEST(CTOVPathTest, LeavesASharerItsTrailingSeparator)
 
     oCopy.RemoveTrailingSlash();
 
-    EXPECT_EQ("a", Text(oCopy));
-    EXPECT_EQ("a/", Text(oPath));
+    EXPECT_EQ("a", TextOf(oCopy));
+    EXPECT_EQ("a/", TextOf(oPath));
 }
 
 TEST(CTOVPathTest, CountsTheTerminatorWhereALeadingSeparatorWasTakenAway)
@@ -472,7 +472,7 @@ TEST(CTOVPathTest, TakesALeadingSeparatorAwayFromABlockWithRoomInTheSameWay)
 
     oPath.RemoveLeadingForwardslash();
 
-    EXPECT_EQ(std::string("abc\0", 4), Text(oPath));
+    EXPECT_EQ(std::string("abc\0", 4), TextOf(oPath));
 }
 
 TEST(CTOVPathTest, ReplacesSeparatorsAndTellsHowMany)
@@ -495,9 +495,9 @@ TEST(CTOVPathTest, ReplacesSeparatorsAndTellsHowMany)
         CTOVPath oBackward(oCase.szBefore);
 
         EXPECT_EQ(oCase.nForward, oForward.MakeForwardslashes());
-        EXPECT_EQ(oCase.szForward, Text(oForward));
+        EXPECT_EQ(oCase.szForward, TextOf(oForward));
         EXPECT_EQ(oCase.nBackward, oBackward.MakeBackwardslashes());
-        EXPECT_EQ(oCase.szBackward, Text(oBackward));
+        EXPECT_EQ(oCase.szBackward, TextOf(oBackward));
     }
 }
 
@@ -517,12 +517,12 @@ TEST(CTOVPathTest, ReplacesSeparatorsForAllSharers)
 
     oSecond.MakeForwardslashes();
 
-    EXPECT_EQ("a/b", Text(oFirst));
-    EXPECT_EQ("a/b", Text(oText));
+    EXPECT_EQ("a/b", TextOf(oFirst));
+    EXPECT_EQ("a/b", TextOf(oText));
 
     oSecond.MakeBackwardslashes();
 
-    EXPECT_EQ("a\\b", Text(oFirst));
+    EXPECT_EQ("a\\b", TextOf(oFirst));
 }
 
 TEST(CTOVPathTest, IsWrittenToAStream)
