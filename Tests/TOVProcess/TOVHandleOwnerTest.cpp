@@ -44,7 +44,8 @@ template<class TLock, auto fnMember, auto... aArguments> void CallWithoutHandle(
 template<class TLock> void EndWithoutHandle()
 {
     CUnended<TLock> oLock;
-    const CLostHandle oLost(HandleOf(*oLock));
+    const TLock oCloser(*oLock);
+    HandleOf(*oLock) = 0;
     oLock.End();
 }
 
