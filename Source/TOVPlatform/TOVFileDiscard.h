@@ -1,6 +1,8 @@
 // The end of a file whose owner forgets its handle. Not exported: applications use CTOVFile.
 #pragma once
 
+#include <Debug/TOVBase.h>
+
 namespace TOVPlatform
 {
 namespace TOVFile
