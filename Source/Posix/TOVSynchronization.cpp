@@ -145,7 +145,9 @@ long Variable::InterlockedIncrement(long& lVariable)
 }
 } // namespace TOVSynchronization
 
-tDword Backend::Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
+namespace Backend
+{
+tDword Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
 {
     const tDword nTag = CHandleTable::TagOf(hObject);
     CWaitable* const pObject = CHandleTable::Find(hObject);
@@ -166,7 +168,7 @@ tDword Backend::Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
     return ForMany(&hObject, 1, false, dwMilliseconds);
 }
 
-tDword Backend::Wait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
+tDword Wait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)
 {
     CWaiter oWaiter(ThisThread(), bWaitForAll);
     for (int nIndex = 0; nIndex < nCount; ++nIndex)
@@ -176,4 +178,5 @@ tDword Backend::Wait::ForMany(const tHandle* pHandles, int nCount, bool bWaitFor
     }
     return oWaiter.Wait(dwMilliseconds);
 }
+} // namespace Backend
 } // namespace TOVPlatform

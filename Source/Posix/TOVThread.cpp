@@ -174,8 +174,10 @@ void TOVThread::Exit(int)
     ExitForeignThread(oThread);
 }
 
+namespace Backend
+{
 // The lock of the waits keeps the thread from ending here, so that its id cannot become another thread's meanwhile.
-int Backend::Thread::ReadPriority(tHandle hThread)
+int Thread::ReadPriority(tHandle hThread)
 {
     const CWaitScope oScope;
     CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);
@@ -196,7 +198,7 @@ int Backend::Thread::ReadPriority(tHandle hThread)
     return LEVEL_NONE;
 }
 
-void Backend::Thread::WritePriority(tHandle hThread, int nLevel)
+void Thread::WritePriority(tHandle hThread, int nLevel)
 {
     const CWaitScope oScope;
     CWaitable* const pThread = CHandleTable::Find(hThread, eKindThread);
@@ -213,4 +215,5 @@ void Backend::Thread::WritePriority(tHandle hThread, int nLevel)
     }
     pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed); // the system may have refused the new value
 }
+} // namespace Backend
 } // namespace TOVPlatform

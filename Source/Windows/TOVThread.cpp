@@ -6,8 +6,8 @@
 
 namespace TOVPlatform
 {
-namespace TOVThread
-{
+using TOVThread::tThreadEntry;
+
 namespace
 {
 // The system's entry function has another calling convention and another parameter than ours.
@@ -26,7 +26,7 @@ DWORD WINAPI EnterThread(void* pParam)
 }
 } // namespace
 
-tHandle Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
+tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
 {
     sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam};
     if (pStart == nullptr)
@@ -38,11 +38,10 @@ tHandle Create(tThreadEntry pEntry, void* pParam, unsigned long* pulThreadId)
     return FromNative(hThread);
 }
 
-void Exit(int nExitCode)
+void TOVThread::Exit(int nExitCode)
 {
     ::ExitThread(static_cast<DWORD>(nExitCode));
 }
-} // namespace TOVThread
 
 namespace Backend
 {
