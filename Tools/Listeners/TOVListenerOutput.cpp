@@ -10,7 +10,7 @@ namespace
 {
 std::atomic<bool> s_bEnding(false);
 
-// This library's own clean-up comes after that of the application.
+// This library is cleaned up after the application.
 struct sEndMarker
 {
     ~sEndMarker()

@@ -1,4 +1,4 @@
-// How the listeners write to streams, on all systems alike.
+// Internal to the folder. Declares how the listeners write to streams, on every system.
 #pragma once
 
 #include <Listeners/TOVLogLine.h>
@@ -10,11 +10,12 @@ namespace TOVDebug
 {
 namespace TOVListenerOutput
 {
-// Writes the text as it is. Returns false if the stream did not take all of it.
+// Writes the text unchanged. Returns false if the stream did not accept all of it.
 bool WriteText(std::FILE* pStream, const std::string& sText);
 
-// Whether the stream has to be flushed after this line: the line is grave, or the process is ending. Libraries are
-// still cleaned up, and log, when some systems have flushed their streams for the last time.
+// Returns whether to flush the stream after this line: because the line is grave, or because the process is ending. On
+// some systems, libraries still run their clean-up code, and log, after the streams have been flushed for the last
+// time.
 bool MustFlush(const sTOVLogLine& oLine);
 } // namespace TOVListenerOutput
 } // namespace TOVDebug

@@ -1,5 +1,5 @@
-// Internal to the folder. Declares what the listeners need from the system. Each system has a source of its own with
-// these functions, in the same order.
+// Internal to the folder. Declares what the listeners need from the system. Each system has its own source with these
+// functions, in the same order.
 #pragma once
 
 #include <cstdio>
@@ -19,7 +19,7 @@ enum eLineColour
     eColourBrightRed
 };
 
-// The time in the time zone of this computer; all zero if the system cannot tell it.
+// Returns the time in the time zone of this computer. All members are 0 if the system cannot convert it.
 std::tm LocalTime(std::time_t nTime);
 
 // Opens a file to append to it, or creates or truncates it. Returns null if that fails. Line ends are written

@@ -48,10 +48,10 @@ bool ShowsColours(std::FILE* pStream)
 
 bool WriteLine(std::FILE* pStream, eLineColour eColour, const std::string& sText)
 {
-    // In the order of the colours.
+    // The sequences are in the order of eLineColour.
     static const char* const s_aszBegin[] = {"", "\x1b[90m", "\x1b[33m", "\x1b[31m", "\x1b[91m"};
     const char* szEnd = eColour != eColourNone ? "\x1b[0m\n" : "\n";
-    // One write, so that the output of others does not come between.
+    // All is written at once, so that no other output comes between.
     return TOVListenerOutput::WriteText(pStream, s_aszBegin[eColour] + sText + szEnd);
 }
 } // namespace TOVListenerSystem

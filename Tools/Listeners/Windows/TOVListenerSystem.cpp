@@ -36,7 +36,7 @@ WORD AttributeOf(eLineColour eColour)
 
 std::tm LocalTime(std::time_t nTime)
 {
-    // The runtime keeps one result for each thread.
+    // The runtime keeps a separate result for each thread.
     const std::tm* pLocal = std::localtime(&nTime);
     return pLocal != nullptr ? *pLocal : std::tm();
 }
@@ -71,7 +71,7 @@ bool WriteLine(std::FILE* pStream, eLineColour eColour, const std::string& sText
     if (eColour == eColourNone)
         return TOVListenerOutput::WriteText(pStream, sText + '\n');
 
-    // All versions of Windows know the attributes of a console, which apply to what is written from now on.
+    // All versions of Windows have the attributes of a console, which apply to all text that is written afterwards.
     const HANDLE hConsole = ConsoleOf(pStream);
     CONSOLE_SCREEN_BUFFER_INFO oBefore = {};
     std::fflush(pStream);
