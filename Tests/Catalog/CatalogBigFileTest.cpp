@@ -4,12 +4,12 @@
 
 namespace
 {
-class CCatalogBigFileTest : public CCatalogTest
+class CatalogBigFileTest : public CatalogTest
 {
 };
 } // namespace
 
-TEST_F(CCatalogBigFileTest, IsReadToItsEndWithoutAWordOfProgress)
+TEST_F(CatalogBigFileTest, IsReadToItsEndWithoutAWordOfProgress)
 {
     const unsigned long long ullZeros = 2147483648;
     ASSERT_EQ(Crc(std::string(100000, '\0') + "tail"), CReferenceCrc().AddZeros(100000).Add("tail").Value());

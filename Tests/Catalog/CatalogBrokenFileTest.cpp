@@ -5,10 +5,10 @@ namespace
 {
 constexpr char MAGIC[] = "TOVCATLG";
 
-class CCatalogBrokenFileTest : public CCatalogTest
+class CatalogBrokenFileTest : public CatalogTest
 {
 protected:
-    CCatalogBrokenFileTest() { Write("tree/a", "hello\n"); }
+    CatalogBrokenFileTest() { Write("tree/a", "hello\n"); }
 
     // A catalogue that agrees with the tree and holds one of everything.
     static std::string Good() { return CatalogVersion3({"tree"}, {"*"}, {{0, "a", 6, 0x363a3020}}); }
@@ -51,7 +51,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogBrokenFileTest, IsReadWhenWhole)
+TEST_F(CatalogBrokenFileTest, IsReadWhenWhole)
 {
     Write("c.cat", Good());
 
@@ -60,13 +60,13 @@ TEST_F(CCatalogBrokenFileTest, IsReadWhenWhole)
     EXPECT_EQ(Good(), Patched(0, MAGIC));
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedWhereverItIsCutOff)
+TEST_F(CatalogBrokenFileTest, IsRefusedWhereverItIsCutOff)
 {
     for (std::size_t nLength = 0; nLength < Good().size(); ++nLength)
         EXPECT_TRUE(BothRefuse(Good().substr(0, nLength))) << nLength << " bytes";
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedWhicheverByteIsInverted)
+TEST_F(CatalogBrokenFileTest, IsRefusedWhicheverByteIsInverted)
 {
     for (std::size_t nByte = 0; nByte < Good().size(); ++nByte)
     {
@@ -76,7 +76,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhicheverByteIsInverted)
     }
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedWhicheverByteDiffersInOneBit)
+TEST_F(CatalogBrokenFileTest, IsRefusedWhicheverByteDiffersInOneBit)
 {
     for (std::size_t nByte = 0; nByte < Good().size(); ++nByte)
     {
@@ -86,7 +86,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhicheverByteDiffersInOneBit)
     }
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedWhenMoreFollows)
+TEST_F(CatalogBrokenFileTest, IsRefusedWhenMoreFollows)
 {
     for (const std::string& sMore : {std::string(1, '\0'), std::string(4, '\0'), std::string("x"), Good()})
         EXPECT_TRUE(BothRefuse(Good() + sMore)) << sMore.size() << " bytes";
@@ -97,7 +97,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhenMoreFollows)
     EXPECT_TRUE(BothRefuse(Sealed(Good().substr(0, Good().size() - 4) + "more")));
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedWhenForeign)
+TEST_F(CatalogBrokenFileTest, IsRefusedWhenForeign)
 {
     std::string sNoise;
     for (unsigned long ulState = 1; sNoise.size() < 300000; ulState = (ulState * 1103515245 + 12345) & 0x7FFFFFFF)
@@ -109,7 +109,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedWhenForeign)
         EXPECT_TRUE(BothRefuse(sForeign)) << sForeign.substr(0, 20);
 }
 
-TEST_F(CCatalogBrokenFileTest, IsCalledNewerWhenItIs)
+TEST_F(CatalogBrokenFileTest, IsCalledNewerWhenItIs)
 {
     for (const std::uint32_t nVersion : {4u, 5u, 255u, 256u, 0x7FFFFFFFu})
     {
@@ -118,7 +118,7 @@ TEST_F(CCatalogBrokenFileTest, IsCalledNewerWhenItIs)
     }
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedForANewerOrUnknownSection)
+TEST_F(CatalogBrokenFileTest, IsRefusedForANewerOrUnknownSection)
 {
     for (const ePlace nPlace : {ePlaceHeadVersion, ePlaceFileVersion})
         for (const std::uint32_t nVersion : {0u, 3u, 256u, 0xFFFFFFFFu})
@@ -128,7 +128,7 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedForANewerOrUnknownSection)
 }
 
 // The checksum is right here: each number must be checked for what it is.
-TEST_F(CCatalogBrokenFileTest, IsRefusedForCountsAndLengthsThatCannotBe)
+TEST_F(CatalogBrokenFileTest, IsRefusedForCountsAndLengthsThatCannotBe)
 {
     for (const ePlace nPlace : {ePlaceDirectoryCount, ePlaceDirectoryLength, ePlacePatternCount, ePlacePatternLength,
                                 ePlaceFileCount, ePlacePathLength})
@@ -136,14 +136,14 @@ TEST_F(CCatalogBrokenFileTest, IsRefusedForCountsAndLengthsThatCannotBe)
             EXPECT_TRUE(BothRefuse(Patched(nPlace, CatalogNumber(nNumber)))) << nPlace << ": " << nNumber;
 }
 
-TEST_F(CCatalogBrokenFileTest, IsRefusedForAFileOfADirectoryThatIsNotThere)
+TEST_F(CatalogBrokenFileTest, IsRefusedForAFileOfADirectoryThatIsNotThere)
 {
     for (const std::uint32_t nDirectory : {1u, 2u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu})
         EXPECT_TRUE(BothRefuse(Patched(ePlaceFileDirectory, CatalogNumber(nDirectory)))) << nDirectory;
     EXPECT_TRUE(BothRefuse(CatalogVersion3({}, {}, {{0, "a", 6, 0x363a3020}})));
 }
 
-TEST_F(CCatalogBrokenFileTest, IsReplacedByANewOne)
+TEST_F(CatalogBrokenFileTest, IsReplacedByANewOne)
 {
     Write("c.cat", Good().substr(0, 40));
 

@@ -6,7 +6,7 @@
 
 namespace
 {
-class CCatalogCheckValueTest : public CCatalogTest
+class CatalogCheckValueTest : public CatalogTest
 {
 protected:
     // The bytes of a catalogue of one file.
@@ -19,7 +19,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogCheckValueTest, MakesCataloguesOfOneSizeDifferInTheirChecksums)
+TEST_F(CatalogCheckValueTest, MakesCataloguesOfOneSizeDifferInTheirChecksums)
 {
     std::set<std::uint32_t> aChecksums;
     const std::size_t nSize = Catalogued("0").size();
@@ -33,7 +33,7 @@ TEST_F(CCatalogCheckValueTest, MakesCataloguesOfOneSizeDifferInTheirChecksums)
     EXPECT_EQ(8u, aChecksums.size());
 }
 
-TEST_F(CCatalogCheckValueTest, ShowsOneCatalogueInThePlaceOfAnother)
+TEST_F(CatalogCheckValueTest, ShowsOneCatalogueInThePlaceOfAnother)
 {
     Write("archive/c.cat", Catalogued("one"));
     Create({"of-archive.cat", "archive"});

@@ -7,7 +7,7 @@
 
 namespace
 {
-class CCatalogCreateTest : public CCatalogTest
+class CatalogCreateTest : public CatalogTest
 {
 protected:
     // The names alone, sorted.
@@ -31,7 +31,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogCreateTest, TakesTheChecksumThatZipShows)
+TEST_F(CatalogCreateTest, TakesTheChecksumThatZipShows)
 {
     std::string sAllBytes;
     for (int nByte = 0; nByte < 256; ++nByte)
@@ -49,7 +49,7 @@ TEST_F(CCatalogCreateTest, TakesTheChecksumThatZipShows)
               Listed());
 }
 
-TEST_F(CCatalogCreateTest, ReadsFilesToTheirEndsWhateverTheirSize)
+TEST_F(CatalogCreateTest, ReadsFilesToTheirEndsWhateverTheirSize)
 {
     tNames aExpected;
     for (const unsigned nSize : {4095u, 4096u, 4097u, 65535u, 65536u, 65537u, 1048575u, 1048576u, 1048577u, 3000000u})
@@ -69,7 +69,7 @@ TEST_F(CCatalogCreateTest, ReadsFilesToTheirEndsWhateverTheirSize)
     EXPECT_EQ(aExpected, Listed());
 }
 
-TEST_F(CCatalogCreateTest, TakesAllSubdirectories)
+TEST_F(CatalogCreateTest, TakesAllSubdirectories)
 {
     std::string sDeep = "tree";
     tNames aExpected;
@@ -86,7 +86,7 @@ TEST_F(CCatalogCreateTest, TakesAllSubdirectories)
     EXPECT_EQ(aExpected, NamesWith({}));
 }
 
-TEST_F(CCatalogCreateTest, TakesSeveralDirectoriesInTheirOrder)
+TEST_F(CatalogCreateTest, TakesSeveralDirectoriesInTheirOrder)
 {
     Write("second/a", "1");
     Write("first/z", "2");
@@ -98,7 +98,7 @@ TEST_F(CCatalogCreateTest, TakesSeveralDirectoriesInTheirOrder)
     EXPECT_EQ((tNames{"83dcefb7 1 second/a", "1ad5be0d 1 first/z", "6dd28e9b 1 third/sub/m"}), Listed());
 }
 
-TEST_F(CCatalogCreateTest, TakesEmptyDirectoriesAsNothing)
+TEST_F(CatalogCreateTest, TakesEmptyDirectoriesAsNothing)
 {
     MakeDirectory("tree/empty/more");
     Write("tree/a", "x");
@@ -111,7 +111,7 @@ TEST_F(CCatalogCreateTest, TakesEmptyDirectoriesAsNothing)
     EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogCreateTest, KeepsOnlyFilesWhoseNamesMatchThePattern)
+TEST_F(CatalogCreateTest, KeepsOnlyFilesWhoseNamesMatchThePattern)
 {
     for (const char* szName : {"a.text", "a.txt", "B.TXT", "d.txt.bak", "sub.txt/c.Txt", "sub.txt/e.doc", "txt"})
         Write("tree/" + std::string(szName), "x");
@@ -135,7 +135,7 @@ TEST_F(CCatalogCreateTest, KeepsOnlyFilesWhoseNamesMatchThePattern)
         EXPECT_EQ(oCase.aNames, NamesWith({"--pattern", oCase.szPattern})) << oCase.szPattern;
 }
 
-TEST_F(CCatalogCreateTest, KeepsFilesThatMatchAnyOfSeveralPatternsOnce)
+TEST_F(CatalogCreateTest, KeepsFilesThatMatchAnyOfSeveralPatternsOnce)
 {
     for (const char* szName : {"a.cpp", "a.h", "both.h.cpp", "c.txt"})
         Write("tree/" + std::string(szName), "x");
@@ -144,7 +144,7 @@ TEST_F(CCatalogCreateTest, KeepsFilesThatMatchAnyOfSeveralPatternsOnce)
               NamesWith({"--pattern", "*.cpp", "--pattern", "both*", "--pattern", "*.h"}));
 }
 
-TEST_F(CCatalogCreateTest, TakesPatternsBeforeTheOtherArgumentsToo)
+TEST_F(CatalogCreateTest, TakesPatternsBeforeTheOtherArgumentsToo)
 {
     Write("tree/a.txt", "x");
     Write("tree/b.doc", "x");
@@ -154,7 +154,7 @@ TEST_F(CCatalogCreateTest, TakesPatternsBeforeTheOtherArgumentsToo)
     EXPECT_EQ((tNames{"tree/a.txt"}), ListedNames());
 }
 
-TEST_F(CCatalogCreateTest, GivesTheSameCatalogueWithAnyNumberOfThreads)
+TEST_F(CatalogCreateTest, GivesTheSameCatalogueWithAnyNumberOfThreads)
 {
     for (int nFile = 0; nFile < 60; ++nFile)
         Write("tree/" + std::to_string(nFile % 7) + "/" + std::to_string(nFile), std::string(nFile * 3001, 'x'));
@@ -169,7 +169,7 @@ TEST_F(CCatalogCreateTest, GivesTheSameCatalogueWithAnyNumberOfThreads)
     EXPECT_EQ(Read("1.cat"), Read("n.cat"));
 }
 
-TEST_F(CCatalogCreateTest, WritesTheDescribedFormat)
+TEST_F(CatalogCreateTest, WritesTheDescribedFormat)
 {
     Write("one/sub/a.txt", "hello\n");
     Write("one/sub/b.doc", "no");
@@ -181,7 +181,7 @@ TEST_F(CCatalogCreateTest, WritesTheDescribedFormat)
               Read("c.cat"));
 }
 
-TEST_F(CCatalogCreateTest, KeepsDirectoriesAsTheyWereGiven)
+TEST_F(CatalogCreateTest, KeepsDirectoriesAsTheyWereGiven)
 {
     Write("tree/a", "x");
 
@@ -193,7 +193,7 @@ TEST_F(CCatalogCreateTest, KeepsDirectoriesAsTheyWereGiven)
     EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogCreateTest, TakesADirectoryWithASeparatorAtItsEnd)
+TEST_F(CatalogCreateTest, TakesADirectoryWithASeparatorAtItsEnd)
 {
     Write("tree/sub/a", "x");
 
@@ -203,7 +203,7 @@ TEST_F(CCatalogCreateTest, TakesADirectoryWithASeparatorAtItsEnd)
     EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogCreateTest, TakesAbsoluteNames)
+TEST_F(CatalogCreateTest, TakesAbsoluteNames)
 {
     Write("tree/a", "x");
 
@@ -213,7 +213,7 @@ TEST_F(CCatalogCreateTest, TakesAbsoluteNames)
     EXPECT_EQ(0, RunCatalog({"verify", Path("c.cat")}, Path("tree")).nExitCode);
 }
 
-TEST_F(CCatalogCreateTest, LeavesTheCatalogueItselfOut)
+TEST_F(CatalogCreateTest, LeavesTheCatalogueItselfOut)
 {
     Write("tree/a", "x");
     Write("tree/sub/b", "y");
@@ -248,7 +248,7 @@ TEST_F(CCatalogCreateTest, LeavesTheCatalogueItselfOut)
     }
 }
 
-TEST_F(CCatalogCreateTest, TakesOtherFilesOfTheCataloguesName)
+TEST_F(CatalogCreateTest, TakesOtherFilesOfTheCataloguesName)
 {
     Write("tree/sub/c.cat", "x");
 
@@ -257,7 +257,7 @@ TEST_F(CCatalogCreateTest, TakesOtherFilesOfTheCataloguesName)
     EXPECT_EQ((tNames{"8cdc1683 1 tree/sub/c.cat"}), Listed("tree/c.cat"));
 }
 
-TEST_F(CCatalogCreateTest, ReplacesAnExistingCatalogue)
+TEST_F(CatalogCreateTest, ReplacesAnExistingCatalogue)
 {
     Write("tree/a", "x");
     Write("c.cat", std::string(100000, 'x'));
@@ -268,7 +268,7 @@ TEST_F(CCatalogCreateTest, ReplacesAnExistingCatalogue)
     EXPECT_EQ(CatalogVersion3({"tree"}, {}, {{0, "a", 1, 0x8cdc1683}}), Read("c.cat"));
 }
 
-TEST_F(CCatalogCreateTest, LeavesNothingElseBehind)
+TEST_F(CatalogCreateTest, LeavesNothingElseBehind)
 {
     Write("tree/a", "x");
     Create({"c.cat", "tree"});
@@ -277,7 +277,7 @@ TEST_F(CCatalogCreateTest, LeavesNothingElseBehind)
     EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
 }
 
-TEST_F(CCatalogCreateTest, SumsUpFilesBytesSecondsAndSpeed)
+TEST_F(CatalogCreateTest, SumsUpFilesBytesSecondsAndSpeed)
 {
     Write("tree/a", std::string(1000000, 'x'));
     const sRun oOne = Run({"create", "c.cat", "tree"});
@@ -290,7 +290,7 @@ TEST_F(CCatalogCreateTest, SumsUpFilesBytesSecondsAndSpeed)
     EXPECT_EQ("", oTwo.sErrors);
 }
 
-TEST_F(CCatalogCreateTest, TakesNamesOfManyKinds)
+TEST_F(CatalogCreateTest, TakesNamesOfManyKinds)
 {
     tNames aNames = {"tree/ leading space", "tree/#",          "tree/%TEMP%",   "tree/-",       "tree/--pattern",
                      "tree/a b  c",         "tree/a&b;c",      "tree/caf\xE9",  "tree/q'uote",  "tree/x.y.z",
@@ -308,7 +308,7 @@ TEST_F(CCatalogCreateTest, TakesNamesOfManyKinds)
     EXPECT_EQ(aNames.size(), Reports(Run({"verify", "c.cat"})).size());
 }
 
-TEST_F(CCatalogCreateTest, TakesDirectoriesAndCataloguesOfOddNames)
+TEST_F(CatalogCreateTest, TakesDirectoriesAndCataloguesOfOddNames)
 {
     Write("a tree/-sub/f", "x");
     Write("-tree/f", "y");

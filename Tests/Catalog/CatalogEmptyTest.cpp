@@ -3,10 +3,10 @@
 
 namespace
 {
-class CCatalogEmptyTest : public CCatalogTest
+class CatalogEmptyTest : public CatalogTest
 {
 protected:
-    CCatalogEmptyTest()
+    CatalogEmptyTest()
     {
         MakeDirectory("empty/more");
         Write("tree/a.txt", "x");
@@ -15,13 +15,13 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogEmptyTest, IsNotWrittenForADirectoryWithoutFiles)
+TEST_F(CatalogEmptyTest, IsNotWrittenForADirectoryWithoutFiles)
 {
     EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "empty"}), "no file in empty"));
     EXPECT_EQ(EXISTING, Read("c.cat"));
 }
 
-TEST_F(CCatalogEmptyTest, IsNotWrittenForPatternsThatNothingMatches)
+TEST_F(CatalogEmptyTest, IsNotWrittenForPatternsThatNothingMatches)
 {
     const sRun oRun = Run({"create", "c.cat", "tree", "empty", "--pattern", "*.none", "--pattern", "*.\ndoc"});
 
@@ -29,7 +29,7 @@ TEST_F(CCatalogEmptyTest, IsNotWrittenForPatternsThatNothingMatches)
     EXPECT_EQ(EXISTING, Read("c.cat"));
 }
 
-TEST_F(CCatalogEmptyTest, IsNotWrittenWhereTheCatalogueIsTheOnlyFile)
+TEST_F(CatalogEmptyTest, IsNotWrittenWhereTheCatalogueIsTheOnlyFile)
 {
     Write("empty/c.cat", EXISTING);
 
@@ -37,7 +37,7 @@ TEST_F(CCatalogEmptyTest, IsNotWrittenWhereTheCatalogueIsTheOnlyFile)
     EXPECT_EQ(EXISTING, Read("empty/c.cat"));
 }
 
-TEST_F(CCatalogEmptyTest, IsWrittenAndVerifiedWhenItIsAllowed)
+TEST_F(CatalogEmptyTest, IsWrittenAndVerifiedWhenItIsAllowed)
 {
     const sRun oRun = Run({"create", "c.cat", "empty", "--allow-empty"});
 
@@ -50,7 +50,7 @@ TEST_F(CCatalogEmptyTest, IsWrittenAndVerifiedWhenItIsAllowed)
     EXPECT_EQ((tNames{"new empty/new"}), Reports(Run({"verify", "--allow-empty", "c.cat"})));
 }
 
-TEST_F(CCatalogEmptyTest, IsNotVerified)
+TEST_F(CatalogEmptyTest, IsNotVerified)
 {
     for (const std::string& sEmpty : {CatalogVersion3({"empty"}, {}, {}), CatalogVersion2({"empty"}, {"*"}, {}),
                                       CatalogVersion1("empty", {}), CatalogVersion3({}, {}, {})})
@@ -60,7 +60,7 @@ TEST_F(CCatalogEmptyTest, IsNotVerified)
     }
 }
 
-TEST_F(CCatalogEmptyTest, IsNotWhatAFileMakesWithOtherThingsThatGaveNothing)
+TEST_F(CatalogEmptyTest, IsNotWhatAFileMakesWithOtherThingsThatGaveNothing)
 {
     const sRun oRun = Run({"create", "c.cat", "empty", "tree", "--pattern", "*.none", "--pattern", "*.TXT"});
 
@@ -69,7 +69,7 @@ TEST_F(CCatalogEmptyTest, IsNotWhatAFileMakesWithOtherThingsThatGaveNothing)
     EXPECT_EQ((tNames{"8cdc1683 1 tree/a.txt"}), Listed());
 }
 
-TEST_F(CCatalogEmptyTest, IsNotHelpedByADirectoryThatMatchesAPattern)
+TEST_F(CatalogEmptyTest, IsNotHelpedByADirectoryThatMatchesAPattern)
 {
     const sRun oRun = Run({"create", "c.cat", "tree", "empty", "--pattern", "mor?", "--pattern", "a*"});
 

@@ -5,10 +5,10 @@
 
 namespace
 {
-class CCatalogFailedCreateTest : public CCatalogTest
+class CatalogFailedCreateTest : public CatalogTest
 {
 protected:
-    CCatalogFailedCreateTest()
+    CatalogFailedCreateTest()
     {
         Write("tree/a", "x");
         Write("c.cat", EXISTING);
@@ -27,13 +27,13 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogFailedCreateTest, LeavesItWhenADirectoryIsWrong)
+TEST_F(CatalogFailedCreateTest, LeavesItWhenADirectoryIsWrong)
 {
     EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree", "nowhere"}), "nowhere"));
     EXPECT_EQ(EXISTING, Read("c.cat"));
 }
 
-TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)
+TEST_F(CatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)
 {
     WriteBigFile();
     CTerminal oTerminal(Program({"create", "c.cat", "tree"}));
@@ -46,7 +46,7 @@ TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheUserInterrupts)
     ExpectThatTheNextOneSucceeds();
 }
 
-TEST_F(CCatalogFailedCreateTest, LeavesItWhenTheProcessIsKilled)
+TEST_F(CatalogFailedCreateTest, LeavesItWhenTheProcessIsKilled)
 {
     WriteBigFile();
     CTerminal oTerminal(Program({"create", "c.cat", "tree"}));

@@ -8,10 +8,10 @@
 
 namespace
 {
-class CCatalogFaultTest : public CCatalogTest
+class CatalogFaultTest : public CatalogTest
 {
 protected:
-    CCatalogFaultTest()
+    CatalogFaultTest()
     {
         for (int nFile = 10; nFile < 26; ++nFile)
             Write("tree/" + std::to_string(nFile), "x");
@@ -60,12 +60,12 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogFaultTest, IsToldWhereverReadingADirectoryFails)
+TEST_F(CatalogFaultTest, IsToldWhereverReadingADirectoryFails)
 {
     EXPECT_LT(17u, ExpectNoPartInSilence(16));
 }
 
-TEST_F(CCatalogFaultTest, IsToldWhereverASearchForAPatternFails)
+TEST_F(CatalogFaultTest, IsToldWhereverASearchForAPatternFails)
 {
     m_oOptions.aPatterns.Add(CTOVStringA("1*"));
     m_oOptions.aPatterns.Add(CTOVStringA("25"));
@@ -73,7 +73,7 @@ TEST_F(CCatalogFaultTest, IsToldWhereverASearchForAPatternFails)
     EXPECT_LT(28u, ExpectNoPartInSilence(11));
 }
 
-TEST_F(CCatalogFaultTest, HasTheStatusOfUnreadableFilesAndKeepsWhatWasRead)
+TEST_F(CatalogFaultTest, HasTheStatusOfUnreadableFilesAndKeepsWhatWasRead)
 {
     EXPECT_EQ(eExitDifferences, CreateWith(9));
 
@@ -83,7 +83,7 @@ TEST_F(CCatalogFaultTest, HasTheStatusOfUnreadableFilesAndKeepsWhatWasRead)
     EXPECT_EQ((tNames{"unreadable " + Path("tree")}), Lines(m_sErrors));
 }
 
-TEST_F(CCatalogFaultTest, IsToldByVerifyToo)
+TEST_F(CatalogFaultTest, IsToldByVerifyToo)
 {
     ASSERT_EQ(eExitSame, CreateWith(1000));
 
@@ -98,7 +98,7 @@ TEST_F(CCatalogFaultTest, IsToldByVerifyToo)
     EXPECT_NE(std::string::npos, testing::internal::GetCapturedStdout().find("unreadable " + Path("tree") + "\n"));
 }
 
-TEST_F(CCatalogFaultTest, DoesNotKeepAWalkFromBeingInterrupted)
+TEST_F(CatalogFaultTest, DoesNotKeepAWalkFromBeingInterrupted)
 {
     CTOVArray<sFileRecord> aFiles;
     tUnreadable aUnreadable;

@@ -11,7 +11,7 @@ namespace
 {
 constexpr std::size_t MEBIBYTE = 1024 * 1024;
 
-class CCatalogHostileFileTest : public CCatalogTest
+class CatalogHostileFileTest : public CatalogTest
 {
 protected:
     // The head of a catalogue of one directory, up to the number of its files.
@@ -38,7 +38,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogHostileFileTest, TakesNoMemoryForWhatACountPromises)
+TEST_F(CatalogHostileFileTest, TakesNoMemoryForWhatACountPromises)
 {
     const std::string sRest(4 * MEBIBYTE, '\0');
     const std::string sOneDirectory = CatalogNumber(1) + CatalogText("tree") + CatalogNumber(0);
@@ -53,7 +53,7 @@ TEST_F(CCatalogHostileFileTest, TakesNoMemoryForWhatACountPromises)
     }
 }
 
-TEST_F(CCatalogHostileFileTest, IsRefusedForNamesThatCannotBe)
+TEST_F(CatalogHostileFileTest, IsRefusedForNamesThatCannotBe)
 {
     for (const std::string& sName : {std::string(), std::string(4097, 'x'), std::string(1000000, 'x'),
                                      std::string(1000000, '\n'), std::string(5000000, '\x1b')})
@@ -70,7 +70,7 @@ TEST_F(CCatalogHostileFileTest, IsRefusedForNamesThatCannotBe)
     }
 }
 
-TEST_F(CCatalogHostileFileTest, IsListedWithTheLongestNamesThatCanBe)
+TEST_F(CatalogHostileFileTest, IsListedWithTheLongestNamesThatCanBe)
 {
     const std::string sName(4096, '\x01');
     Write("c.cat", CatalogVersion3({sName}, {sName}, {{0, sName, 1, 0}}));
@@ -82,7 +82,7 @@ TEST_F(CCatalogHostileFileTest, IsListedWithTheLongestNamesThatCanBe)
     EXPECT_LT(4 * 2 * sName.size(), oRun.sOutput.size());
 }
 
-TEST_F(CCatalogHostileFileTest, HasItsNamesShownAtACostOfTheirLength)
+TEST_F(CatalogHostileFileTest, HasItsNamesShownAtACostOfTheirLength)
 {
     for (const char cCharacter : {'x', '\x01'})
     {

@@ -202,17 +202,17 @@ std::string Summary(const sRun& oRun)
     return oMatch.str(1) + ": " + oMatch.str(2);
 }
 
-std::string CCatalogTest::Path(const std::string& sName) const
+std::string CatalogTest::Path(const std::string& sName) const
 {
     return m_oFolder.File(sName);
 }
 
-const std::string& CCatalogTest::Folder() const
+const std::string& CatalogTest::Folder() const
 {
     return m_oFolder.Path();
 }
 
-void CCatalogTest::Write(const std::string& sName, const std::string& sContents)
+void CatalogTest::Write(const std::string& sName, const std::string& sContents)
 {
     const std::size_t nSlash = sName.rfind('/');
     if (nSlash != std::string::npos)
@@ -220,7 +220,7 @@ void CCatalogTest::Write(const std::string& sName, const std::string& sContents)
     WriteWholeFile(Path(sName), sContents);
 }
 
-void CCatalogTest::MakeDirectory(const std::string& sName)
+void CatalogTest::MakeDirectory(const std::string& sName)
 {
     for (std::size_t nSlash = 0; nSlash != std::string::npos;)
     {
@@ -229,32 +229,32 @@ void CCatalogTest::MakeDirectory(const std::string& sName)
     }
 }
 
-void CCatalogTest::Remove(const std::string& sName)
+void CatalogTest::Remove(const std::string& sName)
 {
     std::filesystem::remove_all(Path(sName));
 }
 
-std::string CCatalogTest::Read(const std::string& sName) const
+std::string CatalogTest::Read(const std::string& sName) const
 {
     return ReadWholeFile(Path(sName));
 }
 
-bool CCatalogTest::Exists(const std::string& sName) const
+bool CatalogTest::Exists(const std::string& sName) const
 {
     return std::filesystem::exists(std::filesystem::symlink_status(Path(sName)));
 }
 
-sProgram CCatalogTest::Program(const std::vector<std::string>& aArguments) const
+sProgram CatalogTest::Program(const std::vector<std::string>& aArguments) const
 {
     return CatalogProgram(aArguments, Folder());
 }
 
-sRun CCatalogTest::Run(const std::vector<std::string>& aArguments) const
+sRun CatalogTest::Run(const std::vector<std::string>& aArguments) const
 {
     return RunCatalog(aArguments, Folder());
 }
 
-std::vector<std::string> CCatalogTest::NamesInFolder() const
+std::vector<std::string> CatalogTest::NamesInFolder() const
 {
     std::vector<std::string> aNames;
     for (const auto& oEntry : std::filesystem::directory_iterator(Folder()))
@@ -263,7 +263,7 @@ std::vector<std::string> CCatalogTest::NamesInFolder() const
     return aNames;
 }
 
-void CCatalogTest::Create(const std::vector<std::string>& aArguments)
+void CatalogTest::Create(const std::vector<std::string>& aArguments)
 {
     std::vector<std::string> aAll = {"create"};
     aAll.insert(aAll.end(), aArguments.begin(), aArguments.end());
@@ -271,7 +271,7 @@ void CCatalogTest::Create(const std::vector<std::string>& aArguments)
     ASSERT_EQ(0, oRun.nExitCode) << oRun.sOutput << oRun.sErrors;
 }
 
-std::vector<std::string> CCatalogTest::Listed(const std::string& sCatalog) const
+std::vector<std::string> CatalogTest::Listed(const std::string& sCatalog) const
 {
     const sRun oRun = Run({"list", sCatalog});
     EXPECT_EQ(0, oRun.nExitCode) << oRun.sErrors;

@@ -64,7 +64,7 @@ std::string Summary(const sRun& oRun);
 constexpr char EXISTING[] = "an existing catalogue\n";
 
 // A folder in which the program is started, with a tree of files.
-class CCatalogTest : public testing::Test
+class CatalogTest : public testing::Test
 {
 protected:
     // The full name of a file in the folder, and that of the folder.

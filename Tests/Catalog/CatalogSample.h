@@ -3,11 +3,11 @@
 
 #include "Catalog/CatalogInstruments.h"
 
-class CCatalogSampleTest : public CCatalogTest
+class CatalogSampleTest : public CatalogTest
 {
 protected:
     // szSample is the name of a file in Data.
-    explicit CCatalogSampleTest(const char* szSample) : m_sSample(szSample)
+    explicit CatalogSampleTest(const char* szSample) : m_sSample(szSample)
     {
         std::string sAllBytes;
         for (int nByte = 0; nByte < 256; ++nByte)

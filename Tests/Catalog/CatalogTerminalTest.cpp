@@ -7,11 +7,11 @@
 
 namespace
 {
-class CCatalogTerminalTest : public CCatalogTest
+class CatalogTerminalTest : public CatalogTest
 {
 protected:
     // The file takes far longer to read than any test takes.
-    CCatalogTerminalTest()
+    CatalogTerminalTest()
     {
         MakeDirectory("tree");
         WriteSparseFile(Path("tree/big"), 30000000000, "");
@@ -27,7 +27,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
+TEST_F(CatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
 {
     Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}}));
 
@@ -44,7 +44,7 @@ TEST_F(CCatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
     }
 }
 
-TEST_F(CCatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
+TEST_F(CatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
 {
     Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));
     CTerminal oTerminal(Program({"verify", "c.cat"}));

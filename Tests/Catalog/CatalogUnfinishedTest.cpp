@@ -8,16 +8,16 @@
 
 namespace
 {
-class CCatalogUnfinishedTest : public CCatalogTest
+class CatalogUnfinishedTest : public CatalogTest
 {
 protected:
-    CCatalogUnfinishedTest() { Write("tree/a", "x"); }
+    CatalogUnfinishedTest() { Write("tree/a", "x"); }
 
     static std::string Good() { return CatalogVersion3({"tree"}, {}, {{0, "a", 1, 0x8cdc1683}}); }
 };
 } // namespace
 
-TEST_F(CCatalogUnfinishedTest, TakesTheNameOfNobodysFile)
+TEST_F(CatalogUnfinishedTest, TakesTheNameOfNobodysFile)
 {
     for (const char* szName : {"c.cat.new", "tovcatalog-1.new", "tovcatalog-3.new", "tovcatalog-.new"})
         Write(szName, "somebody's own");
@@ -35,7 +35,7 @@ TEST_F(CCatalogUnfinishedTest, TakesTheNameOfNobodysFile)
               NamesInFolder());
 }
 
-TEST_F(CCatalogUnfinishedTest, LeavesFilesOfItsKindInTheCatalogue)
+TEST_F(CatalogUnfinishedTest, LeavesFilesOfItsKindInTheCatalogue)
 {
     Write("tree/c.cat.new", "somebody's own");
     Write("tree/tovcatalog-1.new", "somebody's own");
@@ -47,7 +47,7 @@ TEST_F(CCatalogUnfinishedTest, LeavesFilesOfItsKindInTheCatalogue)
 }
 
 // Interrupted runs leave such files.
-TEST_F(CCatalogUnfinishedTest, IsRemovedByTheNextRun)
+TEST_F(CatalogUnfinishedTest, IsRemovedByTheNextRun)
 {
     Write("tovcatalog-1.new", Good().substr(0, 20));
 
@@ -56,7 +56,7 @@ TEST_F(CCatalogUnfinishedTest, IsRemovedByTheNextRun)
     EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
 }
 
-TEST_F(CCatalogUnfinishedTest, IsNoFileOfACatalogue)
+TEST_F(CatalogUnfinishedTest, IsNoFileOfACatalogue)
 {
     Write("tree/tovcatalog-1.new", "TOVCATLG and more");
     Write("tree/sub/tovcatalog-23.new", "TOVC");
@@ -69,7 +69,7 @@ TEST_F(CCatalogUnfinishedTest, IsNoFileOfACatalogue)
     EXPECT_EQ("TOVCATLG and more", Read("tree/tovcatalog-1.new"));
 }
 
-TEST_F(CCatalogUnfinishedTest, IsLeftToTheRunThatIsWritingIt)
+TEST_F(CatalogUnfinishedTest, IsLeftToTheRunThatIsWritingIt)
 {
     Write("c.cat", "an existing catalogue");
     {
@@ -85,7 +85,7 @@ TEST_F(CCatalogUnfinishedTest, IsLeftToTheRunThatIsWritingIt)
     EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
 }
 
-TEST_F(CCatalogUnfinishedTest, LeavesNothingBrokenWhereManyRunsWriteOneCatalogue)
+TEST_F(CatalogUnfinishedTest, LeavesNothingBrokenWhereManyRunsWriteOneCatalogue)
 {
     std::atomic<int> nSucceeded{0};
     for (int nRound = 0; nRound < 5; ++nRound)

@@ -3,10 +3,10 @@
 
 namespace
 {
-class CCatalogUsageTest : public CCatalogTest
+class CatalogUsageTest : public CatalogTest
 {
 protected:
-    CCatalogUsageTest()
+    CatalogUsageTest()
     {
         Write("tree/a.txt", "x");
         Write("good.cat", CatalogVersion3({"tree"}, {}, {{0, "a.txt", 1, 0x8cdc1683}}));
@@ -14,7 +14,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogUsageTest, RefusesWrongCommandLines)
+TEST_F(CatalogUsageTest, RefusesWrongCommandLines)
 {
     const std::vector<std::string> aCommands[] = {
         {},
@@ -50,7 +50,7 @@ TEST_F(CCatalogUsageTest, RefusesWrongCommandLines)
     }
 }
 
-TEST_F(CCatalogUsageTest, NamesWhatIsWrongWithAnArgument)
+TEST_F(CatalogUsageTest, NamesWhatIsWrongWithAnArgument)
 {
     Write("file", "x");
 
@@ -68,7 +68,7 @@ TEST_F(CCatalogUsageTest, NamesWhatIsWrongWithAnArgument)
     EXPECT_EQ((tNames{"file", "good.cat", "tree"}), NamesInFolder());
 }
 
-TEST_F(CCatalogUsageTest, RefusesEmptyNamesInPlainWords)
+TEST_F(CatalogUsageTest, RefusesEmptyNamesInPlainWords)
 {
     for (const std::vector<std::string>& aCommand : {std::vector<std::string>{"create", "", "tree"},
                                                      {"create", "c.cat", ""},
@@ -84,7 +84,7 @@ TEST_F(CCatalogUsageTest, RefusesEmptyNamesInPlainWords)
     EXPECT_FALSE(Exists("c.cat"));
 }
 
-TEST_F(CCatalogUsageTest, ExplainsItself)
+TEST_F(CatalogUsageTest, ExplainsItself)
 {
     const sRun oRun = Run({"--help"});
     EXPECT_EQ(0, oRun.nExitCode);

@@ -5,10 +5,10 @@
 
 namespace
 {
-class CCatalogVerifyTest : public CCatalogTest
+class CatalogVerifyTest : public CatalogTest
 {
 protected:
-    CCatalogVerifyTest()
+    CatalogVerifyTest()
     {
         Write("tree/a.txt", "hello");
         Write("tree/sub/b.txt", "world");
@@ -17,7 +17,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogVerifyTest, FindsNothingWhereNothingChanged)
+TEST_F(CatalogVerifyTest, FindsNothingWhereNothingChanged)
 {
     Create({"c.cat", "tree"});
 
@@ -29,7 +29,7 @@ TEST_F(CCatalogVerifyTest, FindsNothingWhereNothingChanged)
     EXPECT_EQ("", oRun.sErrors);
 }
 
-TEST_F(CCatalogVerifyTest, ReportsEachChangeByNameAndCount)
+TEST_F(CatalogVerifyTest, ReportsEachChangeByNameAndCount)
 {
     Write("tree/kept", "kept");
     Create({"c.cat", "tree"});
@@ -49,7 +49,7 @@ TEST_F(CCatalogVerifyTest, ReportsEachChangeByNameAndCount)
     EXPECT_EQ("", oRun.sErrors);
 }
 
-TEST_F(CCatalogVerifyTest, FailsForASingleDifferenceOfAnyKind)
+TEST_F(CatalogVerifyTest, FailsForASingleDifferenceOfAnyKind)
 {
     const struct
     {
@@ -84,7 +84,7 @@ TEST_F(CCatalogVerifyTest, FailsForASingleDifferenceOfAnyKind)
     }
 }
 
-TEST_F(CCatalogVerifyTest, ReportsAChangeThatKeepsTheChecksumButNotTheSize)
+TEST_F(CatalogVerifyTest, ReportsAChangeThatKeepsTheChecksumButNotTheSize)
 {
     // Four bytes after any text can bring its CRC-32 to any value; these do so for the empty text.
     const std::string sSameChecksum("\xFF\xFF\xFF\xFF", 4);
@@ -95,7 +95,7 @@ TEST_F(CCatalogVerifyTest, ReportsAChangeThatKeepsTheChecksumButNotTheSize)
     EXPECT_EQ((tNames{"changed tree/a.txt"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVerifyTest, ReportsARenamedFileAsMissingAndNew)
+TEST_F(CatalogVerifyTest, ReportsARenamedFileAsMissingAndNew)
 {
     Create({"c.cat", "tree"});
     std::filesystem::rename(Path("tree/a.txt"), Path("tree/z.txt"));
@@ -103,7 +103,7 @@ TEST_F(CCatalogVerifyTest, ReportsARenamedFileAsMissingAndNew)
     EXPECT_EQ((tNames{"missing tree/a.txt", "new tree/z.txt"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVerifyTest, ReportsTheFilesOfARenamedDirectory)
+TEST_F(CatalogVerifyTest, ReportsTheFilesOfARenamedDirectory)
 {
     Create({"c.cat", "tree"});
     std::filesystem::rename(Path("tree/sub/deep"), Path("tree/other"));
@@ -111,7 +111,7 @@ TEST_F(CCatalogVerifyTest, ReportsTheFilesOfARenamedDirectory)
     EXPECT_EQ((tNames{"missing tree/sub/deep/c.doc", "new tree/other/c.doc"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVerifyTest, ReportsAFileWhosePlaceADirectoryHasTaken)
+TEST_F(CatalogVerifyTest, ReportsAFileWhosePlaceADirectoryHasTaken)
 {
     Create({"c.cat", "tree"});
     Remove("tree/a.txt");
@@ -120,7 +120,7 @@ TEST_F(CCatalogVerifyTest, ReportsAFileWhosePlaceADirectoryHasTaken)
     EXPECT_EQ((tNames{"missing tree/a.txt", "new tree/a.txt/inside"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVerifyTest, ReportsAllFilesOfADirectoryThatIsGone)
+TEST_F(CatalogVerifyTest, ReportsAllFilesOfADirectoryThatIsGone)
 {
     Write("other/x", "x");
     Create({"c.cat", "tree", "other"});
@@ -134,7 +134,7 @@ TEST_F(CCatalogVerifyTest, ReportsAllFilesOfADirectoryThatIsGone)
         Reports(oRun));
 }
 
-TEST_F(CCatalogVerifyTest, CaresForContentsAlone)
+TEST_F(CatalogVerifyTest, CaresForContentsAlone)
 {
     Create({"c.cat", "tree"});
     std::filesystem::last_write_time(Path("tree/a.txt"),
@@ -146,7 +146,7 @@ TEST_F(CCatalogVerifyTest, CaresForContentsAlone)
     EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogVerifyTest, GoesByTheCataloguesPatterns)
+TEST_F(CatalogVerifyTest, GoesByTheCataloguesPatterns)
 {
     Create({"c.cat", "tree", "--pattern", "*.txt", "--pattern", "*.md"});
     Write("tree/ignored.doc", "x");
@@ -157,7 +157,7 @@ TEST_F(CCatalogVerifyTest, GoesByTheCataloguesPatterns)
     EXPECT_EQ((tNames{"new tree/seen.MD"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVerifyTest, TellsDirectoriesApart)
+TEST_F(CatalogVerifyTest, TellsDirectoriesApart)
 {
     Write("other/a.txt", "hello");
     Create({"c.cat", "tree", "other"});
@@ -166,7 +166,7 @@ TEST_F(CCatalogVerifyTest, TellsDirectoriesApart)
     EXPECT_EQ((tNames{"changed other/a.txt"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVerifyTest, FindsTheSameWithAnyNumberOfThreads)
+TEST_F(CatalogVerifyTest, FindsTheSameWithAnyNumberOfThreads)
 {
     tNames aExpected;
     for (int nFile = 100; nFile < 160; ++nFile)
@@ -188,7 +188,7 @@ TEST_F(CCatalogVerifyTest, FindsTheSameWithAnyNumberOfThreads)
     }
 }
 
-TEST_F(CCatalogVerifyTest, CountsRelativeDirectoriesFromWhereItIsStarted)
+TEST_F(CatalogVerifyTest, CountsRelativeDirectoriesFromWhereItIsStarted)
 {
     Create({"c.cat", "tree"});
     MakeDirectory("copy");
@@ -200,7 +200,7 @@ TEST_F(CCatalogVerifyTest, CountsRelativeDirectoriesFromWhereItIsStarted)
     EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogVerifyTest, LeavesTheCatalogueAsItIs)
+TEST_F(CatalogVerifyTest, LeavesTheCatalogueAsItIs)
 {
     Create({"c.cat", "tree"});
     const std::string sBefore = Read("c.cat");
@@ -213,7 +213,7 @@ TEST_F(CCatalogVerifyTest, LeavesTheCatalogueAsItIs)
     EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
 }
 
-TEST_F(CCatalogVerifyTest, ReadsSizesBeyondFourGigabytes)
+TEST_F(CatalogVerifyTest, ReadsSizesBeyondFourGigabytes)
 {
     Write("c.cat", CatalogVersion3({"tree"}, {"a.txt"}, {{0, "a.txt", 0x300000005, Crc("hello")}}));
 

@@ -3,25 +3,25 @@
 
 namespace
 {
-class CCatalogVersion1Test : public CCatalogSampleTest
+class CatalogVersion1Test : public CatalogSampleTest
 {
 protected:
-    CCatalogVersion1Test() : CCatalogSampleTest("version-1.cat") {}
+    CatalogVersion1Test() : CatalogSampleTest("version-1.cat") {}
 };
 } // namespace
 
-TEST_F(CCatalogVersion1Test, HasTheDescribedFormat)
+TEST_F(CatalogVersion1Test, HasTheDescribedFormat)
 {
     EXPECT_EQ(CatalogVersion1("tree", Files()), Sample());
 }
 
-TEST_F(CCatalogVersion1Test, IsListed)
+TEST_F(CatalogVersion1Test, IsListed)
 {
     EXPECT_EQ((tNames{"29058c73 256 tree/all-bytes", "00000000 0 tree/empty", "363a3020 6 tree/sub/hello.txt"}),
               Listed());
 }
 
-TEST_F(CCatalogVersion1Test, IsVerified)
+TEST_F(CatalogVersion1Test, IsVerified)
 {
     const sRun oRun = Run({"verify", "c.cat"});
 
@@ -29,7 +29,7 @@ TEST_F(CCatalogVersion1Test, IsVerified)
     EXPECT_EQ("3 files, 262 bytes: verified: all unchanged", Summary(oRun));
 }
 
-TEST_F(CCatalogVersion1Test, ShowsDifferences)
+TEST_F(CatalogVersion1Test, ShowsDifferences)
 {
     Write("tree/all-bytes", "less");
     Write("tree/sub/hello.txt", "hellO\n");
@@ -40,14 +40,14 @@ TEST_F(CCatalogVersion1Test, ShowsDifferences)
               Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVersion1Test, TakesSizesOfUpToFourGigabytes)
+TEST_F(CatalogVersion1Test, TakesSizesOfUpToFourGigabytes)
 {
     Write("c.cat", CatalogVersion1("tree", {{0, "a", 0x80000000, 1}, {0, "b", 0xFFFFFFFF, 2}}));
 
     EXPECT_EQ((tNames{"00000001 2147483648 tree/a", "00000002 4294967295 tree/b"}), Listed());
 }
 
-TEST_F(CCatalogVersion1Test, IsRefusedWhereverItIsCutOff)
+TEST_F(CatalogVersion1Test, IsRefusedWhereverItIsCutOff)
 {
     for (std::size_t nLength = 0; nLength < Sample().size(); ++nLength)
     {
@@ -57,14 +57,14 @@ TEST_F(CCatalogVersion1Test, IsRefusedWhereverItIsCutOff)
     }
 }
 
-TEST_F(CCatalogVersion1Test, IsRefusedWhenMoreFollows)
+TEST_F(CatalogVersion1Test, IsRefusedWhenMoreFollows)
 {
     Write("c.cat", Sample() + "x");
     EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
 }
 
 // The format has no checksum, so that some damage goes unnoticed. It must do no harm.
-TEST_F(CCatalogVersion1Test, IsReadOrRefusedWhicheverByteIsInverted)
+TEST_F(CatalogVersion1Test, IsReadOrRefusedWhicheverByteIsInverted)
 {
     for (std::size_t nByte = 0; nByte < Sample().size(); ++nByte)
     {
@@ -80,7 +80,7 @@ TEST_F(CCatalogVersion1Test, IsReadOrRefusedWhicheverByteIsInverted)
     }
 }
 
-TEST_F(CCatalogVersion1Test, IsReplacedByTheNewFormat)
+TEST_F(CatalogVersion1Test, IsReplacedByTheNewFormat)
 {
     Create({"c.cat", "tree"});
 

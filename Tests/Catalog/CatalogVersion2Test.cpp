@@ -3,25 +3,25 @@
 
 namespace
 {
-class CCatalogVersion2Test : public CCatalogSampleTest
+class CatalogVersion2Test : public CatalogSampleTest
 {
 protected:
-    CCatalogVersion2Test() : CCatalogSampleTest("version-2.cat") {}
+    CatalogVersion2Test() : CatalogSampleTest("version-2.cat") {}
 };
 } // namespace
 
-TEST_F(CCatalogVersion2Test, HasTheDescribedFormat)
+TEST_F(CatalogVersion2Test, HasTheDescribedFormat)
 {
     EXPECT_EQ(CatalogVersion2({"tree"}, {"*"}, Files()), Sample());
 }
 
-TEST_F(CCatalogVersion2Test, IsListed)
+TEST_F(CatalogVersion2Test, IsListed)
 {
     EXPECT_EQ((tNames{"29058c73 256 tree/all-bytes", "00000000 0 tree/empty", "363a3020 6 tree/sub/hello.txt"}),
               Listed());
 }
 
-TEST_F(CCatalogVersion2Test, IsVerified)
+TEST_F(CatalogVersion2Test, IsVerified)
 {
     const sRun oRun = Run({"verify", "c.cat"});
 
@@ -29,7 +29,7 @@ TEST_F(CCatalogVersion2Test, IsVerified)
     EXPECT_EQ("3 files, 262 bytes: verified: all unchanged", Summary(oRun));
 }
 
-TEST_F(CCatalogVersion2Test, ShowsDifferences)
+TEST_F(CatalogVersion2Test, ShowsDifferences)
 {
     Write("tree/all-bytes", "less");
     Remove("tree/empty");
@@ -39,7 +39,7 @@ TEST_F(CCatalogVersion2Test, ShowsDifferences)
               Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogVersion2Test, IsRefusedWhereverItIsCutOffOrChanged)
+TEST_F(CatalogVersion2Test, IsRefusedWhereverItIsCutOffOrChanged)
 {
     for (std::size_t nByte = 0; nByte < Sample().size(); ++nByte)
     {
@@ -53,14 +53,14 @@ TEST_F(CCatalogVersion2Test, IsRefusedWhereverItIsCutOffOrChanged)
     }
 }
 
-TEST_F(CCatalogVersion2Test, IsRefusedWithTheCheckValueOfTheNextVersion)
+TEST_F(CatalogVersion2Test, IsRefusedWithTheCheckValueOfTheNextVersion)
 {
     Write("c.cat", Sealed(Sample().substr(0, Sample().size() - 4)));
 
     EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "checksum"));
 }
 
-TEST_F(CCatalogVersion2Test, IsReplacedByTheNewFormat)
+TEST_F(CatalogVersion2Test, IsReplacedByTheNewFormat)
 {
     Create({"c.cat", "tree", "--pattern", "*"});
 

@@ -15,8 +15,8 @@
 
 namespace
 {
-const int FAILED_EXIT = 255; // exit(-1)
-const int QUICK_EXIT = 77;
+constexpr int FAILED_EXIT = 255; // exit(-1)
+constexpr int QUICK_EXIT = 77;
 
 // What one call of Alternate_Assert adds to its question.
 std::string Question()

@@ -72,7 +72,7 @@ TEST(TOVAssertMacroTest, EvaluatesAFalseExpressionOnce)
 
 TEST(TOVAssertMacroTest, ReportsTheArgumentAsItIsWritten)
 {
-    const void* pMemory = NULL;
+    const void* pMemory = nullptr;
 
     EXPECT_CHECK("pMemory != NULL", TOV_ASSERT(pMemory != NULL));
     EXPECT_CHECK("FALSE_BY_MACRO", TOV_ASSERT(FALSE_BY_MACRO));
@@ -168,7 +168,7 @@ TEST(TOVSafeDeleteTest, DeletesAnArrayAndClearsThePointer)
 TEST(TOVSafeDeleteTest, LeavesANullPointerAlone)
 {
     sCountsDeaths::s_nDeaths = 0;
-    sCountsDeaths* pObject = NULL;
+    sCountsDeaths* pObject = nullptr;
 
     TOV_SAFE_DELETE(pObject);
     TOV_SAFE_DELETE_ARRAY(pObject);

@@ -17,7 +17,7 @@ namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
 
 namespace
 {
-const int FAILED_EXIT = 255; // exit(-1)
+constexpr int FAILED_EXIT = 255; // exit(-1)
 
 // Whether a thread other than this one gets the server's lock.
 bool OthersGetTheLock(CTOVDebugServer& oServer)

@@ -74,7 +74,9 @@ TEST(CTOVDebugServerLockTest, AServerThatStartsAgainDestroysItsNewLock)
               }));
 }
 
-TEST_F(CTOVDebugServerFixture, AServerInItsOwnTableIsPassedOver)
+typedef CTOVDebugServerFixture CTOVDebugServerTableTest;
+
+TEST_F(CTOVDebugServerTableTest, AServerInItsOwnTableIsPassedOver)
 {
     m_oServer.Register(&m_oServer);
     RegisterAll();
@@ -91,7 +93,7 @@ TEST_F(CTOVDebugServerFixture, AServerInItsOwnTableIsPassedOver)
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS
-TEST_F(CTOVDebugServerFixture, ARegistrationWithoutMemoryLeavesTheLockFree)
+TEST_F(CTOVDebugServerTableTest, ARegistrationWithoutMemoryLeavesTheLockFree)
 {
     EXPECT_TRUE(RunsOutOfMemory([&] { m_oServer.Register(&m_oA); }));
     EXPECT_FALSE(IsLocked());
@@ -103,7 +105,7 @@ TEST_F(CTOVDebugServerFixture, ARegistrationWithoutMemoryLeavesTheLockFree)
 #endif
 
 // Settled: a listener must not throw, and one that does leaves the lock taken.
-TEST_F(CTOVDebugServerFixture, AListenerThatThrowsAtItsStartupLeavesTheLockTaken)
+TEST_F(CTOVDebugServerTableTest, AListenerThatThrowsAtItsStartupLeavesTheLockTaken)
 {
     m_oA.fnOnStartup = [] { throw 1; };
 

@@ -114,7 +114,7 @@ TEST(CTOVDebugServerReplacementTest, ANullServerReplacesNothing)
     CTOVDebugServer& oServer = CTOVDebugServer::Instance();
     oServer.Register(&oListener);
 
-    COpenServer::SetDebugServer(NULL);
+    COpenServer::SetDebugServer(nullptr);
 
     EXPECT_EQ(&oServer, &CTOVDebugServer::Instance());
     EXPECT_EQ(tRecord{"A startup"}, aRecord);

@@ -26,7 +26,7 @@ template<class TException, class TBase, CTOVException::eErrorClass eClass> struc
     static constexpr CTOVException::eErrorClass ERROR_CLASS = eClass;
 };
 
-template<class T> class CTOVExceptionFamilyTest : public testing::Test
+template<class T> class TOVExceptionFamilyTest : public testing::Test
 {
 };
 
@@ -40,7 +40,7 @@ typedef testing::Types<
     sFamilyMember<CTOVWriteFileStream::WriteFileStreamException, CTOVException, CTOVException::eClassStream>,
     sFamilyMember<CTOVReadFileStream::ReadFileStreamException, CTOVException, CTOVException::eClassStream>>
     tFamily;
-TYPED_TEST_SUITE(CTOVExceptionFamilyTest, tFamily, );
+TYPED_TEST_SUITE(TOVExceptionFamilyTest, tFamily, );
 
 // Whether GetClass and GetCode can be called on a const object.
 template<class T, class = void> struct sHasConstGetClass : std::false_type
@@ -195,7 +195,7 @@ TEST(CTOVAssertExceptionTest, IsCaughtByTypeAndByRoot)
     EXPECT_THROW(throw TOVDebug::CTOVAssertException(), CTOVException);
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, DerivesDirectlyFromItsBase)
+TYPED_TEST(TOVExceptionFamilyTest, DerivesDirectlyFromItsBase)
 {
     typedef typename TypeParam::tException tException;
     typedef typename TypeParam::tBase tBase;
@@ -207,7 +207,7 @@ TYPED_TEST(CTOVExceptionFamilyTest, DerivesDirectlyFromItsBase)
               (std::is_base_of_v<ITOVStream::StreamException, tException>));
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, AddsNeitherMemberNorVirtualDestructor)
+TYPED_TEST(TOVExceptionFamilyTest, AddsNeitherMemberNorVirtualDestructor)
 {
     typedef typename TypeParam::tException tException;
 
@@ -217,7 +217,7 @@ TYPED_TEST(CTOVExceptionFamilyTest, AddsNeitherMemberNorVirtualDestructor)
     EXPECT_EQ((std::is_same_v<tException, CTOVMemoryException>), std::is_default_constructible_v<tException>);
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, PassesItsClassAndItsCode)
+TYPED_TEST(TOVExceptionFamilyTest, PassesItsClassAndItsCode)
 {
     typename TypeParam::tException oException(7);
 
@@ -225,14 +225,14 @@ TYPED_TEST(CTOVExceptionFamilyTest, PassesItsClassAndItsCode)
     EXPECT_EQ(7ul, oException.GetCode());
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, WidensItsCodeWithoutSign)
+TYPED_TEST(TOVExceptionFamilyTest, WidensItsCodeWithoutSign)
 {
     EXPECT_EQ(0xFFFFul, typename TypeParam::tException(0xFFFF).GetCode());
     EXPECT_EQ(0x8000ul, typename TypeParam::tException(0x8000).GetCode());
     EXPECT_EQ(0ul, typename TypeParam::tException(0).GetCode());
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, CopiesAndAssigns)
+TYPED_TEST(TOVExceptionFamilyTest, CopiesAndAssigns)
 {
     typedef typename TypeParam::tException tException;
     const tException oSource(42);
@@ -246,7 +246,7 @@ TYPED_TEST(CTOVExceptionFamilyTest, CopiesAndAssigns)
     EXPECT_EQ(TypeParam::ERROR_CLASS, oTarget.GetClass());
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, TakesClassAndCodeOfAnotherTypeAndStaysWhatItIs)
+TYPED_TEST(TOVExceptionFamilyTest, TakesClassAndCodeOfAnotherTypeAndStaysWhatItIs)
 {
     typename TypeParam::tException oException(7);
     CTOVException& oBase = oException;
@@ -258,7 +258,7 @@ TYPED_TEST(CTOVExceptionFamilyTest, TakesClassAndCodeOfAnotherTypeAndStaysWhatIt
     EXPECT_TRUE(typeid(typename TypeParam::tException) == typeid(oBase));
 }
 
-TYPED_TEST(CTOVExceptionFamilyTest, IsCaughtByItsOwnTypeItsBaseAndTheRoot)
+TYPED_TEST(TOVExceptionFamilyTest, IsCaughtByItsOwnTypeItsBaseAndTheRoot)
 {
     typedef typename TypeParam::tException tException;
 

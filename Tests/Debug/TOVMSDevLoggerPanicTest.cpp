@@ -8,8 +8,8 @@
 
 namespace
 {
-const int FAILED_EXIT = 255; // exit(-1)
-const char PREFIX[] = "Folder/File.cpp(148) : ";
+constexpr int FAILED_EXIT = 255; // exit(-1)
+constexpr char PREFIX[] = "Folder/File.cpp(148) : ";
 
 // Stands behind the library's own in the table.
 class CLaterListener : public CRecordingListener
@@ -19,7 +19,7 @@ public:
 
     void OnPanicV(const char* szFile, unsigned long, const char* szFormat, va_list) override
     {
-        std::printf("%s heard of %s; ", szFile, szFormat != NULL ? szFormat : "nothing");
+        std::printf("%s heard of %s; ", szFile, szFormat != nullptr ? szFormat : "nothing");
     }
 };
 
@@ -123,7 +123,7 @@ TOV_CHILD(PanicsWithTheFormat)
     tRecord& aRecord = MakeImmortal<tRecord>();
     TOVDebug::CTOVDebugServer::Instance().Register(&MakeImmortal<CLaterListener>("A", aRecord));
     std::atexit(TellLock);
-    const char* szFormat = aArguments.empty() ? NULL : aArguments[0].c_str() + 1;
+    const char* szFormat = aArguments.empty() ? nullptr : aArguments[0].c_str() + 1;
     try
     {
         TOVPanic("Folder/File.cpp", 148, szFormat);

@@ -30,11 +30,11 @@ tTexts ClassesIn(const tTexts& aTexts, const char* szExpression)
     return aClasses;
 }
 
-const char ADDING[] = "CTOVClassServer::AddClass\\(\\) : Adding class (.+)\\([0-9]+\\) using map [0-9a-f]+\\.";
-const char ADDING_ID[] = "CTOVClassServer::AddClass\\(\\) : Adding class .+\\(([0-9]+)\\) using map [0-9a-f]+\\.";
-const char ADDING_MAP[] = "CTOVClassServer::AddClass\\(\\) : Adding class .+\\([0-9]+\\) using map ([0-9a-f]+)\\.";
-const char REMOVING[] = "CTOVClassServer::RemoveClass\\(\\) : Removing class (.+) using map [0-9a-f]+\\.";
-const char REMOVING_MAP[] = "CTOVClassServer::RemoveClass\\(\\) : Removing class .+ using map ([0-9a-f]+)\\.";
+constexpr char ADDING[] = "CTOVClassServer::AddClass\\(\\) : Adding class (.+)\\([0-9]+\\) using map [0-9a-f]+\\.";
+constexpr char ADDING_ID[] = "CTOVClassServer::AddClass\\(\\) : Adding class .+\\(([0-9]+)\\) using map [0-9a-f]+\\.";
+constexpr char ADDING_MAP[] = "CTOVClassServer::AddClass\\(\\) : Adding class .+\\([0-9]+\\) using map ([0-9a-f]+)\\.";
+constexpr char REMOVING[] = "CTOVClassServer::RemoveClass\\(\\) : Removing class (.+) using map [0-9a-f]+\\.";
+constexpr char REMOVING_MAP[] = "CTOVClassServer::RemoveClass\\(\\) : Removing class .+ using map ([0-9a-f]+)\\.";
 
 // What the library could do while this program's own statics came to life.
 struct sEarlyUse

@@ -314,7 +314,7 @@ std::ostream& operator<<(std::ostream& oOutput, const sTable& oTable)
     return oOutput << oTable.szTable;
 }
 
-class CTOVSlotOrderTest : public testing::TestWithParam<sTable>
+class TOVSlotOrderTest : public testing::TestWithParam<sTable>
 {
 };
 
@@ -347,14 +347,14 @@ std::set<std::string> OwnNames()
 }
 } // namespace
 
-TEST_P(CTOVSlotOrderTest, StandsAsItIsWritten)
+TEST_P(TOVSlotOrderTest, StandsAsItIsWritten)
 {
     EXPECT_EQ(InSlots(GetParam().aSlots), ReadTable(GetParam()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Classes, CTOVSlotOrderTest, testing::ValuesIn(TABLES), TestName);
+INSTANTIATE_TEST_SUITE_P(Classes, TOVSlotOrderTest, testing::ValuesIn(TABLES), TestName);
 
-TEST(CTOVExportedNamesTest, HoldExactlyThesePlainNames)
+TEST(TOVExportedNamesTest, HoldExactlyThesePlainNames)
 {
     std::set<std::string> aPlain;
     for (const std::string& sName : ExportedNames(eModuleLibrary))
@@ -374,7 +374,7 @@ TEST(CTOVExportedNamesTest, HoldExactlyThesePlainNames)
 
 // exported-names.txt holds the qualified name of every exported function, one a line. Behind "used " stands one of a
 // template that the library uses and does not own, or of a class inside a template: either target may export it.
-TEST(CTOVExportedNamesTest, HoldExactlyTheListedFunctions)
+TEST(TOVExportedNamesTest, HoldExactlyTheListedFunctions)
 {
     const std::string USED = "used ";
     std::set<std::string> aMayBeAbsent;

@@ -97,7 +97,7 @@ std::set<std::string> ClassesOf(const std::set<std::string>& aMembers)
 #endif
 } // namespace
 
-TEST(CTOVExportedOverloadsTest, HoldAllConstructorsAndAssignmentsOfTheExceptions)
+TEST(TOVExportedOverloadsTest, HoldAllConstructorsAndAssignmentsOfTheExceptions)
 {
     const std::set<std::string> aExports = DemangledExports();
     for (const sException& oException : EXCEPTIONS)
@@ -112,7 +112,7 @@ TEST(CTOVExportedOverloadsTest, HoldAllConstructorsAndAssignmentsOfTheExceptions
 }
 
 #if defined(TOV_DECLARED_NAMES)
-TEST(CTOVDeclaredMembersTest, AreExportedAllOfThem)
+TEST(TOVDeclaredMembersTest, AreExportedAllOfThem)
 {
     const std::set<std::string> aExports = ExportedNames(eModuleLibrary);
     const std::set<std::string> aDeclared = ReadDeclared().aNames;
@@ -123,7 +123,7 @@ TEST(CTOVDeclaredMembersTest, AreExportedAllOfThem)
 }
 
 // Copies that a class leaves to the compiler are made in each module, and no module exports them.
-TEST(CTOVDeclaredMembersTest, HoldTheCopiesOfEachClass)
+TEST(TOVDeclaredMembersTest, HoldTheCopiesOfEachClass)
 {
     const sDeclared oDeclared = ReadDeclared();
     std::set<std::string> aDeclared = DemangleAll(oDeclared.aNames);

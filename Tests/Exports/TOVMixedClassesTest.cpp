@@ -267,20 +267,20 @@ template<class TInterface, class TClass> void MixAsBases()
     EXPECT_TRUE((std::is_abstract_v<CBases<TClass, TInterface>>)) << "it can be made: it belongs into the other list";
 }
 
-template<class T> class CTOVMixableClassTest : public testing::Test
+template<class T> class TOVMixableClassTest : public testing::Test
 {
 };
-TYPED_TEST_SUITE(CTOVMixableClassTest, tMixable::tTests);
+TYPED_TEST_SUITE(TOVMixableClassTest, tMixable::tTests);
 
-template<class T> class CTOVMixableInterfaceTest : public testing::Test
+template<class T> class TOVMixableInterfaceTest : public testing::Test
 {
 };
-TYPED_TEST_SUITE(CTOVMixableInterfaceTest, tInterfaces::tTests);
+TYPED_TEST_SUITE(TOVMixableInterfaceTest, tInterfaces::tTests);
 
-template<class T> class CTOVThrowingClassTest : public testing::Test
+template<class T> class TOVThrowingClassTest : public testing::Test
 {
 };
-TYPED_TEST_SUITE(CTOVThrowingClassTest, tThrowing::tTests);
+TYPED_TEST_SUITE(TOVThrowingClassTest, tThrowing::tTests);
 
 template<class... TClasses> void Collect(sClasses<TClasses...>, std::set<std::string>& aTables)
 {
@@ -288,7 +288,7 @@ template<class... TClasses> void Collect(sClasses<TClasses...>, std::set<std::st
 }
 } // namespace
 
-TYPED_TEST(CTOVMixableClassTest, MixesWithOrdinaryClassesAsBasesAndMembersInBothOrders)
+TYPED_TEST(TOVMixableClassTest, MixesWithOrdinaryClassesAsBasesAndMembersInBothOrders)
 {
     typedef typename sMade<TypeParam>::type tClass;
 
@@ -305,19 +305,19 @@ TYPED_TEST(CTOVMixableClassTest, MixesWithOrdinaryClassesAsBasesAndMembersInBoth
     EXPECT_EQ(IDefaulted::MARK, pBase->m_oMember.GetMark());
 }
 
-TYPED_TEST(CTOVMixableInterfaceTest, MixesWithOrdinaryClassesAsBasesInBothOrders)
+TYPED_TEST(TOVMixableInterfaceTest, MixesWithOrdinaryClassesAsBasesInBothOrders)
 {
     MixAsBases<IDefaulted, TypeParam>();
     MixAsBases<IWritten, TypeParam>();
     MixAsBases<IStandard, TypeParam>();
 }
 
-TYPED_TEST(CTOVThrowingClassTest, LetsThroughWhatAListenerThrows)
+TYPED_TEST(TOVThrowingClassTest, LetsThroughWhatAListenerThrows)
 {
     EXPECT_FALSE(std::is_nothrow_destructible_v<TypeParam>);
 }
 
-TEST(CTOVMixedClassesTest, ListsEveryExportedClassThatHasVirtualOperations)
+TEST(TOVMixedClassesTest, ListsEveryExportedClassThatHasVirtualOperations)
 {
     std::set<std::string> aTables;
     Collect(tMixable(), aTables);
@@ -337,7 +337,7 @@ TEST(CTOVMixedClassesTest, ListsEveryExportedClassThatHasVirtualOperations)
 }
 
 // Several of the library's classes at once, with an interface between them.
-TEST(CTOVMixedClassesTest, AThreadIsCountedAndHoldsLocksAndPointers)
+TEST(TOVMixedClassesTest, AThreadIsCountedAndHoldsLocksAndPointers)
 {
     class CJob : public CTOVRefCount, public IDefaulted, public CTOVThread
     {

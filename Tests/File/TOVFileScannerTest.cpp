@@ -13,7 +13,7 @@ namespace
 {
 TOV_PRIVATE_MEMBER(IncludesSubDirs, CTOVFileScanner, bool, m_bIncludeSubDirs)
 
-const char LENGTH_CHECK[] = "(0 <= lIndex) && (lIndex < GetLength())";
+constexpr char LENGTH_CHECK[] = "(0 <= lIndex) && (lIndex < GetLength())";
 
 class CTOVFileScannerTest : public testing::Test
 {
@@ -107,7 +107,7 @@ TEST_F(CTOVFileScannerTest, NamesWhatItsCallbackGetsAndGives)
 TEST_F(CTOVFileScannerTest, CallsNobodyForAnEmptyList)
 {
     EXPECT_EQ(tNames(), Scan());
-    EXPECT_NO_CHECK(m_oScanner.Run(NULL, 0));
+    EXPECT_NO_CHECK(m_oScanner.Run(nullptr, 0));
 }
 
 TEST_F(CTOVFileScannerTest, ReportsTheFilesThatMatch)

@@ -8,12 +8,12 @@
 #include <string>
 #include <typeinfo>
 
-const int READ = 0x11;
-const int WRITE = 0x12;
-const int UPDATE = 0x13;
-const unsigned long long ALL_BITS = 0xFFFFFFFFFFFFFFFF;
-const unsigned long long GIBIBYTE = 1ull << 30;
-const char OPEN_FAILED[] =
+constexpr int READ = 0x11;
+constexpr int WRITE = 0x12;
+constexpr int UPDATE = 0x13;
+constexpr unsigned long long ALL_BITS = 0xFFFFFFFFFFFFFFFF;
+constexpr unsigned long long GIBIBYTE = 1ull << 30;
+constexpr char OPEN_FAILED[] =
     "CTOVFile::Open() : Enhance the exception throwing. Should be more detailed, what exactly failed.";
 
 class COpenFileFixture : public CFileFixture

@@ -16,7 +16,7 @@ namespace
 typedef std::map<CTOVStringA, CTOVPath> tAssigns;
 TOV_PRIVATE_MEMBER(AssignsOf, CTOVVirtualFileSystem, tAssigns, m_oAssigns)
 
-const char LENGTH_CHECK[] = "(0 <= lIndex) && (lIndex < GetLength())";
+constexpr char LENGTH_CHECK[] = "(0 <= lIndex) && (lIndex < GetLength())";
 
 class CTOVVirtualFileSystemTest : public testing::Test
 {

@@ -5,7 +5,7 @@
 
 namespace
 {
-const long UNTOUCHED = -77;
+constexpr long UNTOUCHED = -77;
 
 std::vector<std::string> Iterate(const CTOVPath& oPath)
 {

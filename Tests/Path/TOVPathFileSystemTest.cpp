@@ -9,7 +9,7 @@
 namespace
 {
 // The longest working directory that is tried: Windows itself has none of more characters than the first.
-const std::size_t LONGEST = std::filesystem::path::preferred_separator == '\\' ? 258 : 300;
+constexpr std::size_t LONGEST = std::filesystem::path::preferred_separator == '\\' ? 258 : 300;
 
 // Brings the process back to where it was.
 class CWorkingDirectoryGuard

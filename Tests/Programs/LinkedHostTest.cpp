@@ -32,23 +32,23 @@ void Say(const char* szText)
 TOV_CHILD(SetsAListener)
 {
     Say("before ");
-    CTOVTestListener::SetListener(NULL);
+    CTOVTestListener::SetListener(nullptr);
     Say("after ");
 }
 } // namespace
 
-TEST(CTOVLinkedHostTest, CallsTheLibraryByThePlainNames)
+TEST(LinkedHostTest, CallsTheLibraryByThePlainNames)
 {
     const int nBefore = GetForeignCalls();
 
-    AddressOf (&::SetListener)(NULL);
+    AddressOf (&::SetListener)(nullptr);
     EXPECT_EQ(&AddressOf(&::GetListener)(), &AddressOf(&::GetNull)());
     AddressOf (&::GetCreatorMapDirect)();
 
     EXPECT_EQ(nBefore + 4, GetForeignCalls());
 }
 
-TEST(CTOVLinkedHostTest, DoesNotLendTheLibrarysListeners)
+TEST(LinkedHostTest, DoesNotLendTheLibrarysListeners)
 {
     const int nBefore = GetForeignCalls();
 
@@ -60,7 +60,7 @@ TEST(CTOVLinkedHostTest, DoesNotLendTheLibrarysListeners)
     EXPECT_NE(&AddressOf(&::GetNull)(), pNull);
 }
 
-TEST(CTOVLinkedHostTest, DoesNotLendTheLibrarysMap)
+TEST(LinkedHostTest, DoesNotLendTheLibrarysMap)
 {
     CCopyCreator oCreator(CFunctionSuite("suite"));
     const int nBefore = GetForeignCalls();
@@ -74,7 +74,7 @@ TEST(CTOVLinkedHostTest, DoesNotLendTheLibrarysMap)
     EXPECT_TRUE(AddressOf(&::GetCreatorMapDirect)().empty());
 }
 
-TEST(CTOVLinkedHostTest, DiesWithoutASetListenerOfItsOwn)
+TEST(LinkedHostTest, DiesWithoutASetListenerOfItsOwn)
 {
     const sChildResult oResult = RunChild("SetsAListener");
 

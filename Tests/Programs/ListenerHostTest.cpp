@@ -56,19 +56,19 @@ namespace
 constexpr char NAME[] = "CListenerHostTest";
 
 // The library's map, with one suite in it.
-class CTOVListenerHostTest : public testing::Test
+class ListenerHostTest : public testing::Test
 {
 protected:
-    CTOVListenerHostTest() : m_oCreator(CFunctionSuite("suite", {[] { TOV_TEST_CHECK(false); }}))
+    ListenerHostTest() : m_oCreator(CFunctionSuite("suite", {[] { TOV_TEST_CHECK(false); }}))
     {
         Map().swap(m_aFormer);
         CTOVTestSuiteFactory::Register(NAME, &m_oCreator);
     }
 
-    ~CTOVListenerHostTest() override
+    ~ListenerHostTest() override
     {
         Map().swap(m_aFormer);
-        CTOVTestTracker::SetTracker(NULL);
+        CTOVTestTracker::SetTracker(nullptr);
     }
 
     static TOVTest::tCreatorMap& Map()
@@ -81,18 +81,18 @@ protected:
 };
 } // namespace
 
-TEST_F(CTOVListenerHostTest, GetsTheListener)
+TEST_F(ListenerHostTest, GetsTheListener)
 {
     CEventRecorder oRecorder;
 
     CTOVTestListener::SetListener(&oRecorder);
     EXPECT_EQ(&oRecorder, s_pLastSet);
 
-    CTOVTestListener::SetListener(NULL);
+    CTOVTestListener::SetListener(nullptr);
     EXPECT_EQ(nullptr, s_pLastSet);
 }
 
-TEST_F(CTOVListenerHostTest, LeavesTheRestToTheLibrary)
+TEST_F(ListenerHostTest, LeavesTheRestToTheLibrary)
 {
     CEventRecorder oRecorder;
     s_nHiddenCalls = 0;
@@ -105,7 +105,7 @@ TEST_F(CTOVListenerHostTest, LeavesTheRestToTheLibrary)
 }
 
 // The checks ask for the library's listener, which this program's SetListener does not know.
-TEST_F(CTOVListenerHostTest, RunsAndMissesTheChecks)
+TEST_F(ListenerHostTest, RunsAndMissesTheChecks)
 {
     CEventRecorder oRecorder;
     TOVTest::CTOVSimpleTestRunner oRunner;

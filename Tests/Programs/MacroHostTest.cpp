@@ -40,10 +40,10 @@ TOVTest::tCreatorMap& LibrarysOwnMap()
 }
 
 // The one suite of this program, without those of the library.
-class CTOVMacroHostTest : public testing::Test
+class MacroHostTest : public testing::Test
 {
 protected:
-    CTOVMacroHostTest() : m_aFormer(GetCreatorMapDirect())
+    MacroHostTest() : m_aFormer(GetCreatorMapDirect())
     {
         for (const auto& oEntry : m_aFormer)
         {
@@ -52,25 +52,25 @@ protected:
         }
     }
 
-    ~CTOVMacroHostTest() override
+    ~MacroHostTest() override
     {
         GetCreatorMapDirect() = m_aFormer;
-        SetListener(NULL);
-        CTOVTestTracker::SetTracker(NULL);
+        SetListener(nullptr);
+        CTOVTestTracker::SetTracker(nullptr);
     }
 
     const TOVTest::tCreatorMap m_aFormer;
 };
 } // namespace
 
-TEST_F(CTOVMacroHostTest, HasTheNullListenerInForceAtFirst)
+TEST_F(MacroHostTest, HasTheNullListenerInForceAtFirst)
 {
     EXPECT_EQ(&GetNull(), &GetListener());
     EXPECT_EQ(&GetNull(), &CTOVTestListener::Null());
     EXPECT_EQ(&GetNull(), &CTOVTestListener::Instance());
 }
 
-TEST_F(CTOVMacroHostTest, HoldsTheListenerOfTheProcess)
+TEST_F(MacroHostTest, HoldsTheListenerOfTheProcess)
 {
     CEventRecorder oRecorder;
 
@@ -78,11 +78,11 @@ TEST_F(CTOVMacroHostTest, HoldsTheListenerOfTheProcess)
     EXPECT_EQ(&oRecorder, &GetListener());
     EXPECT_EQ(&oRecorder, &CTOVTestListener::Instance());
 
-    CTOVTestListener::SetListener(NULL);
+    CTOVTestListener::SetListener(nullptr);
     EXPECT_EQ(&GetNull(), &CTOVTestListener::Instance());
 }
 
-TEST_F(CTOVMacroHostTest, HoldsAllSuitesOfTheProcess)
+TEST_F(MacroHostTest, HoldsAllSuitesOfTheProcess)
 {
     EXPECT_EQ(1, CTOVTestSuiteFactory::GetNumSuites());
     EXPECT_EQ(1u, GetCreatorMapDirect().size());
@@ -90,7 +90,7 @@ TEST_F(CTOVMacroHostTest, HoldsAllSuitesOfTheProcess)
     EXPECT_TRUE(LibrarysOwnMap().empty());
 }
 
-TEST_F(CTOVMacroHostTest, RunsAndCounts)
+TEST_F(MacroHostTest, RunsAndCounts)
 {
     CEventRecorder oRecorder;
     TOVTest::CTOVSimpleTestRunner oRunner;
@@ -110,7 +110,7 @@ TOV_CHILD(EndsBehindARun)
     oRunner.Run();
 }
 
-TEST_F(CTOVMacroHostTest, EndsWellBehindARun)
+TEST_F(MacroHostTest, EndsWellBehindARun)
 {
     const sChildResult oResult = RunChild("EndsBehindARun");
 

@@ -19,10 +19,10 @@ namespace
 constexpr char NAME[] = "CNoHostTest";
 
 // After each test, the library's listener is its null listener again.
-class CTOVNoHostTest : public testing::Test
+class NoHostTest : public testing::Test
 {
 protected:
-    ~CTOVNoHostTest() override { ::SetListener(NULL); }
+    ~NoHostTest() override { ::SetListener(nullptr); }
 };
 
 // Both streams of a child are one, and nothing of it may be lost when the child dies.
@@ -50,7 +50,7 @@ TOV_CHILD(SetsAListener)
 TOV_CHILD(SetsNoListener)
 {
     Say("before ");
-    CTOVTestListener::SetListener(NULL);
+    CTOVTestListener::SetListener(nullptr);
     Say("after ");
 }
 
@@ -58,7 +58,7 @@ TOV_CHILD(RunsAllTests)
 {
     RegisterTellingSuite();
     Say("before ");
-    TOVTest::CTOVTestRunner::RunAllTests(NULL);
+    TOVTest::CTOVTestRunner::RunAllTests(nullptr);
     Say("after ");
 }
 
@@ -83,12 +83,12 @@ TOV_CHILD(EndsWithALoadedModule)
 }
 } // namespace
 
-class CTOVDeathWithoutSetListenerTest : public testing::TestWithParam<const char*>
+class DeathWithoutSetListenerTest : public testing::TestWithParam<const char*>
 {
 };
 
 // The process jumps to a null address. A sanitizer that catches this may say so after the output of the child.
-TEST_P(CTOVDeathWithoutSetListenerTest, EndsTheProcessAtOnce)
+TEST_P(DeathWithoutSetListenerTest, EndsTheProcessAtOnce)
 {
     const sChildResult oResult = RunChild(GetParam());
 
@@ -99,23 +99,23 @@ TEST_P(CTOVDeathWithoutSetListenerTest, EndsTheProcessAtOnce)
     EXPECT_EQ(std::string::npos, oResult.sOutput.find("deadline")) << oResult.sOutput;
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, CTOVDeathWithoutSetListenerTest,
+INSTANTIATE_TEST_SUITE_P(Calls, DeathWithoutSetListenerTest,
                          testing::Values("SetsAListener", "SetsNoListener", "RunsAllTests", "RunsASimpleRunner"));
 
-TEST_F(CTOVNoHostTest, HasTheNullListenerInForceAtFirst)
+TEST_F(NoHostTest, HasTheNullListenerInForceAtFirst)
 {
     const sChildResult oResult = RunChild("AsksAtFirst");
 
     EXPECT_EQ(0, oResult.nExitCode) << oResult.sOutput;
 }
 
-TEST_F(CTOVNoHostTest, FallsBackToTheLibrarysNullListener)
+TEST_F(NoHostTest, FallsBackToTheLibrarysNullListener)
 {
     EXPECT_EQ(&::GetNull(), &CTOVTestListener::Null());
-    EXPECT_EQ(&::GetNull(), CTOVTestListener::GetSafeListener(NULL));
+    EXPECT_EQ(&::GetNull(), CTOVTestListener::GetSafeListener(nullptr));
 }
 
-TEST_F(CTOVNoHostTest, FallsBackToTheLibrarysListener)
+TEST_F(NoHostTest, FallsBackToTheLibrarysListener)
 {
     CEventRecorder oRecorder;
 
@@ -125,31 +125,31 @@ TEST_F(CTOVNoHostTest, FallsBackToTheLibrarysListener)
     EXPECT_EQ(&oRecorder, &CTOVTestListener::Instance());
 }
 
-TEST_F(CTOVNoHostTest, SetsTheLibrarysNullListenerForNull)
+TEST_F(NoHostTest, SetsTheLibrarysNullListenerForNull)
 {
     CEventRecorder oRecorder;
     ::SetListener(&oRecorder);
 
-    ::SetListener(NULL);
+    ::SetListener(nullptr);
 
     EXPECT_EQ(&::GetNull(), &::GetListener());
     EXPECT_EQ(&::GetNull(), &CTOVTestListener::Instance());
 }
 
-TEST_F(CTOVNoHostTest, TellsFailuresToTheLibrarysListener)
+TEST_F(NoHostTest, TellsFailuresToTheLibrarysListener)
 {
     CEventRecorder oRecorder;
     ::SetListener(&oRecorder);
 
     TOV_TEST_WARNING("heard");
-    ::SetListener(NULL);
+    ::SetListener(nullptr);
     TOV_TEST_WARNING("not heard");
 
     ASSERT_EQ(1u, oRecorder.m_aEvents.size());
     EXPECT_NE(std::string::npos, oRecorder.m_aEvents[0].find("|heard"));
 }
 
-TEST_F(CTOVNoHostTest, FallsBackToTheLibrarysMap)
+TEST_F(NoHostTest, FallsBackToTheLibrarysMap)
 {
     CCopyCreator oCreator(CFunctionSuite("in the library's map"));
     const std::size_t nBefore = ::GetCreatorMapDirect().size();
@@ -163,13 +163,13 @@ TEST_F(CTOVNoHostTest, FallsBackToTheLibrarysMap)
     EXPECT_EQ(nBefore, ::GetCreatorMapDirect().size());
 }
 
-TEST_F(CTOVNoHostTest, HasTheLibrarysMapInItsHolder)
+TEST_F(NoHostTest, HasTheLibrarysMapInItsHolder)
 {
     EXPECT_EQ(&::GetCreatorMapDirect(), &::GetCreatorMapDirect());
     EXPECT_EQ(&::GetCreatorMapDirect(), &TOVTest::CTOVTestDynamicSingleton<TOVTest::tCreatorMap>::GetInstance());
 }
 
-TEST_F(CTOVNoHostTest, TakesTheSuitesOfAModuleIntoTheLibrarysMap)
+TEST_F(NoHostTest, TakesTheSuitesOfAModuleIntoTheLibrarysMap)
 {
     const long lBefore = CTOVTestSuiteFactory::GetNumSuites();
     {
@@ -181,7 +181,7 @@ TEST_F(CTOVNoHostTest, TakesTheSuitesOfAModuleIntoTheLibrarysMap)
     EXPECT_EQ(lBefore, CTOVTestSuiteFactory::GetNumSuites());
 }
 
-TEST_F(CTOVNoHostTest, EndsWellWithTheSuitesOfALoadedModule)
+TEST_F(NoHostTest, EndsWellWithTheSuitesOfALoadedModule)
 {
     const sChildResult oResult = RunChild("EndsWithALoadedModule");
 

@@ -25,7 +25,7 @@ void CWaitingTest::Waits()
 {
     namespace Event = TOVPlatform::TOVSynchronization::Event;
     const char* szGate = std::getenv("TOV_TEST_GATE");
-    const unsigned long long hGate = Event::Create(true, false, szGate != NULL ? szGate : "TOVNoGate");
+    const unsigned long long hGate = Event::Create(true, false, szGate != nullptr ? szGate : "TOVNoGate");
     TOV_TEST_CHECK(Event::TimedWait(hGate, 60000));
     Event::Destroy(hGate);
 }

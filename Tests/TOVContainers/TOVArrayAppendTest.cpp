@@ -70,9 +70,9 @@ TEST(CTOVArrayAppendTest, AppendOfPlainElementsRefusesNoElementsAndNegativeNumbe
     const int nElement = 7;
     tIntArray oArray = MakeArray({100});
 
-    EXPECT_CHECK_AT("TOVContainers/TOVArray", "pElements != NULL", oArray.Append(NULL, 1));
-    EXPECT_CHECK("pElements != NULL", oArray.Append(NULL, 0));
-    EXPECT_CHECK("pElements != NULL", oArray.Append(NULL, -1));
+    EXPECT_CHECK_AT("TOVContainers/TOVArray", "pElements != NULL", oArray.Append(nullptr, 1));
+    EXPECT_CHECK("pElements != NULL", oArray.Append(nullptr, 0));
+    EXPECT_CHECK("pElements != NULL", oArray.Append(nullptr, -1));
     EXPECT_CHECK_AT("TOVContainers/TOVArray", "lNumElements >= 0", oArray.Append(&nElement, -1));
     EXPECT_EQ((tInts{100}), Elements(oArray));
 }

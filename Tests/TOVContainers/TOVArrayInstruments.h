@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-const char INDEX_CHECK[] = "(0 <= lIndex) && (lIndex < GetSize())";
-const char FIRST_INDEX_CHECK[] = "(0 <= lIndex1) && (lIndex1 < GetSize())";
-const char SECOND_INDEX_CHECK[] = "(0 <= lIndex2) && (lIndex2 < GetSize())";
+constexpr char INDEX_CHECK[] = "(0 <= lIndex) && (lIndex < GetSize())";
+constexpr char FIRST_INDEX_CHECK[] = "(0 <= lIndex1) && (lIndex1 < GetSize())";
+constexpr char SECOND_INDEX_CHECK[] = "(0 <= lIndex2) && (lIndex2 < GetSize())";
 
 typedef CTOVArray<int> tIntArray;
 typedef std::vector<int> tInts;

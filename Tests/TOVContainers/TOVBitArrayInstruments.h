@@ -10,9 +10,9 @@
 #include <ostream>
 #include <string>
 
-const char NO_SUCH_BIT[] = "(0 <= nPos) && (nPos <= m_nNumBits)";
-const char NO_BYTES[] = "m_pStream != NULL";
-const char OTHER_SIZE[] = "GetSize() == oSrc.GetSize()";
+constexpr char NO_SUCH_BIT[] = "(0 <= nPos) && (nPos <= m_nNumBits)";
+constexpr char NO_BYTES[] = "m_pStream != NULL";
+constexpr char OTHER_SIZE[] = "GetSize() == oSrc.GetSize()";
 
 inline std::string BytesOf(const CTOVBitArray& oBits)
 {

@@ -90,7 +90,7 @@ TYPED_TEST(CTOVBufferContentsTest, AppendOfNothingDoesNothing)
 
     oBuffer.Append(this->m_aTwo, 0);
     oBuffer.Append(CTOVBuffer<TypeParam>());
-    oThree.Append(NULL, 0);
+    oThree.Append(nullptr, 0);
     oThree.Append(oBuffer);
 
     EXPECT_FALSE(oBuffer.IsValid());
@@ -148,7 +148,7 @@ TYPED_TEST(CTOVBufferContentsTest, FreeLetsGoOfTheBlock)
 
     EXPECT_FALSE(oBuffer.IsValid());
     EXPECT_EQ(0, oBuffer.GetSize());
-    EXPECT_EQ(NULL, oBuffer.GetBuffer());
+    EXPECT_EQ(nullptr, oBuffer.GetBuffer());
     EXPECT_TRUE(oBuffer == CTOVBuffer<TypeParam>());
     EXPECT_EQ((std::vector<TypeParam>{5, 6, 7}), Elements(oSharer));
 }

@@ -7,11 +7,11 @@
 
 #include <vector>
 
-const char VALID_CHECK[] = "m_pArray.IsValid()";
-const char RANGE_CHECK[] = "(0 <= lIndex) && (lIndex+lSize <= GetSize())";
-const char SIZE_CHECK[] = "lNumElements >= 0";
-const char FIRST_INDEX_CHECK[] = "(0 <= lIndex1) && (lIndex1 < GetSize())";
-const char SECOND_INDEX_CHECK[] = "(0 <= lIndex2) && (lIndex2 < GetSize())";
+constexpr char VALID_CHECK[] = "m_pArray.IsValid()";
+constexpr char RANGE_CHECK[] = "(0 <= lIndex) && (lIndex+lSize <= GetSize())";
+constexpr char SIZE_CHECK[] = "lNumElements >= 0";
+constexpr char FIRST_INDEX_CHECK[] = "(0 <= lIndex1) && (lIndex1 < GetSize())";
+constexpr char SECOND_INDEX_CHECK[] = "(0 <= lIndex2) && (lIndex2 < GetSize())";
 
 template<class T> CTOVBuffer<T> MakeBuffer(const std::vector<T>& aElements)
 {

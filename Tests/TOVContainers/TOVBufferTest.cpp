@@ -271,8 +271,8 @@ TYPED_TEST(CTOVBufferTest, LetsTheMemoryCheckTheCallersPointer)
 {
     CTOVBuffer<TypeParam> oBuffer(this->m_aThree, 3);
 
-    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVMemory"), "pSource != NULL", oBuffer.SetElements(0, NULL, 1));
-    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVMemory"), "pDestination != NULL", oBuffer.GetElements(0, NULL, 1));
+    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVMemory"), "pSource != NULL", oBuffer.SetElements(0, nullptr, 1));
+    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVMemory"), "pDestination != NULL", oBuffer.GetElements(0, nullptr, 1));
 
     EXPECT_TRUE(oBuffer == MakeBuffer<TypeParam>({5, 6, 7}));
 }

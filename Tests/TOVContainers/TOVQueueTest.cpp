@@ -10,7 +10,7 @@
 
 namespace
 {
-const char EMPTY_CHECK[] = "m_aQueue.size() > 0";
+constexpr char EMPTY_CHECK[] = "m_aQueue.size() > 0";
 
 typedef CTOVQueue<int> tIntQueue;
 } // namespace

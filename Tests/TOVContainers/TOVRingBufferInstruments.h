@@ -42,8 +42,8 @@ inline void PrintTo(const sRingState& oState, std::ostream* pStream)
              << (oState.bFull ? ", full" : "");
 }
 
-const bool EMPTY = true;
-const bool FULL = true;
+constexpr bool EMPTY = true;
+constexpr bool FULL = true;
 
 template<class T> sRingState StateOf(const CTOVRingBuffer<T>& oBuffer)
 {

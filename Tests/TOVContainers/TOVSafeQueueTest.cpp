@@ -19,7 +19,7 @@
 
 namespace
 {
-const char MUTEX_CHECK[] = "m_hMutex != NULL";
+constexpr char MUTEX_CHECK[] = "m_hMutex != NULL";
 
 typedef CTOVSafeQueue<int> tIntQueue;
 
@@ -90,7 +90,7 @@ private:
 };
 
 // The elements of many producers bear their producer's number and a number that rises.
-const int PRODUCER_FACTOR = 1000000;
+constexpr int PRODUCER_FACTOR = 1000000;
 
 bool RisesForEachProducer(const std::vector<int>& aTaken, int nProducers)
 {
@@ -155,7 +155,7 @@ TEST(CTOVSafeQueueTest, HandsTextsOverThatShareNothing)
         sLine(const sLine& oOther) : sText(~oOther.sText) {}
         const CTOVStringA sText;
     };
-    const int LINES = 1000;
+    constexpr int LINES = 1000;
     CTOVSafeQueue<sLine> oQueue;
     int nLines = 0;
     CBlockableThread oConsumer([&] {

@@ -11,7 +11,7 @@
 
 namespace
 {
-const char EMPTY_CHECK[] = "m_aStack.size() > 0";
+constexpr char EMPTY_CHECK[] = "m_aStack.size() > 0";
 
 typedef CTOVStack<int> tIntStack;
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-const char NO_DATABASE[] = "m_pDatabase != NULL";
+constexpr char NO_DATABASE[] = "m_pDatabase != NULL";
 
 // Counted without ever being freed, so that it can be looked at after its end.
 class CCountedThing : public ITOVRefCount

@@ -11,15 +11,15 @@ namespace Thread = TOVPlatform::TOVThread;
 
 namespace
 {
-class TOVBadHandleTest : public testing::TestWithParam<int>
+class TOVPlatformBadHandleTest : public testing::TestWithParam<int>
 {
 protected:
-    TOVBadHandleTest() : m_oBad(BadHandles()[static_cast<std::size_t>(GetParam())]) {}
+    TOVPlatformBadHandleTest() : m_oBad(BadHandles()[static_cast<std::size_t>(GetParam())]) {}
 
     const sBadHandle m_oBad;
 };
 
-INSTANTIATE_TEST_SUITE_P(Handle, TOVBadHandleTest, testing::Range(0, static_cast<int>(BadHandles().size())),
+INSTANTIATE_TEST_SUITE_P(Handle, TOVPlatformBadHandleTest, testing::Range(0, static_cast<int>(BadHandles().size())),
                          [](const testing::TestParamInfo<int>& oInfo) {
                              std::string sName = BadHandles()[static_cast<std::size_t>(oInfo.param)].szWhat;
                              for (char& cCharacter : sName)
@@ -28,14 +28,14 @@ INSTANTIATE_TEST_SUITE_P(Handle, TOVBadHandleTest, testing::Range(0, static_cast
                          });
 } // namespace
 
-TEST_P(TOVBadHandleTest, DestroysNothing)
+TEST_P(TOVPlatformBadHandleTest, DestroysNothing)
 {
     EXPECT_FALSE(Event::Destroy(m_oBad.hObject));
     EXPECT_FALSE(Mutex::Destroy(m_oBad.hObject));
     EXPECT_FALSE(Semaphore::Destroy(m_oBad.hObject));
 }
 
-TEST_P(TOVBadHandleTest, EndsPlainWaitsAtOnce)
+TEST_P(TOVPlatformBadHandleTest, EndsPlainWaitsAtOnce)
 {
     Event::Wait(m_oBad.hObject);
     Mutex::Lock(m_oBad.hObject);
@@ -45,7 +45,7 @@ TEST_P(TOVBadHandleTest, EndsPlainWaitsAtOnce)
     Thread::WaitForExit(m_oBad.hObject, 0xFFFFFFFF);
 }
 
-TEST_P(TOVBadHandleTest, MakesTimedWaitsTrueAtOnce)
+TEST_P(TOVPlatformBadHandleTest, MakesTimedWaitsTrueAtOnce)
 {
     for (const long lTime : {0l, 1l, DEADLINE, -1l})
     {
@@ -54,7 +54,7 @@ TEST_P(TOVBadHandleTest, MakesTimedWaitsTrueAtOnce)
     }
 }
 
-TEST_P(TOVBadHandleTest, FailsWaitsForMany)
+TEST_P(TOVPlatformBadHandleTest, FailsWaitsForMany)
 {
     unsigned long long hObject = m_oBad.hObject;
     for (const bool bWaitForAll : {false, true})
@@ -65,12 +65,12 @@ TEST_P(TOVBadHandleTest, FailsWaitsForMany)
     }
 }
 
-TEST_P(TOVBadHandleTest, CountsAsALockedMutex)
+TEST_P(TOVPlatformBadHandleTest, CountsAsALockedMutex)
 {
     EXPECT_TRUE(Mutex::IsLocked(m_oBad.hObject));
 }
 
-TEST_P(TOVBadHandleTest, TakesNoSignal)
+TEST_P(TOVPlatformBadHandleTest, TakesNoSignal)
 {
     EXPECT_NO_CHECK(Event::Signal(m_oBad.hObject));
     EXPECT_NO_CHECK(Event::Reset(m_oBad.hObject));
@@ -78,14 +78,14 @@ TEST_P(TOVBadHandleTest, TakesNoSignal)
     EXPECT_EQ(0, Semaphore::Unlock(m_oBad.hObject, 1));
 }
 
-TEST_P(TOVBadHandleTest, HasNoPriority)
+TEST_P(TOVPlatformBadHandleTest, HasNoPriority)
 {
     EXPECT_NO_CHECK(Thread::SetPriority(m_oBad.hObject, Thread::eThreadPriorityHigh));
 
     EXPECT_EQ(-1, Thread::GetPriority(m_oBad.hObject));
 }
 
-TEST(TOVStaleHandleTest, FailsForEachKind)
+TEST(TOVPlatformStaleHandleTest, FailsForEachKind)
 {
     const tHandles aStale = {Event::Create(true, true, nullptr), Mutex::Create(true, nullptr),
                              Semaphore::Create(1, 1, nullptr)};
@@ -101,7 +101,7 @@ TEST(TOVStaleHandleTest, FailsForEachKind)
     }
 }
 
-TEST(TOVOtherKindTest, HasNoPriorityUnlessItIsAThread)
+TEST(TOVPlatformOtherKindTest, HasNoPriorityUnlessItIsAThread)
 {
     const COwnHandle hEvent(Event::Create(true, true, nullptr));
 

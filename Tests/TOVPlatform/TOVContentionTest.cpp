@@ -14,8 +14,8 @@ namespace Thread = TOVPlatform::TOVThread;
 
 namespace
 {
-const int THREADS = 8;
-const int TURNS = 1000; // of each thread
+constexpr int THREADS = 8;
+constexpr int TURNS = 1000; // of each thread
 
 // Locks a mutex in the way of the turn.
 void LockSomehow(unsigned long long hMutex, int nTurn)
@@ -68,7 +68,7 @@ void ExpectCounted(const std::function<void(int nTurn)>& fnLock, const std::func
 }
 } // namespace
 
-TEST(TOVContentionTest, AMutexProtectsAPlainNumber)
+TEST(TOVPlatformContentionTest, AMutexProtectsAPlainNumber)
 {
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
 
@@ -77,7 +77,7 @@ TEST(TOVContentionTest, AMutexProtectsAPlainNumber)
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
-TEST(TOVContentionTest, AMutexLockedRepeatedlyProtectsAPlainNumber)
+TEST(TOVPlatformContentionTest, AMutexLockedRepeatedlyProtectsAPlainNumber)
 {
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
     int nCount = 0;
@@ -104,7 +104,7 @@ TEST(TOVContentionTest, AMutexLockedRepeatedlyProtectsAPlainNumber)
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
-TEST(TOVContentionTest, AnAutomaticEventServesAsALock)
+TEST(TOVPlatformContentionTest, AnAutomaticEventServesAsALock)
 {
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
 
@@ -113,7 +113,7 @@ TEST(TOVContentionTest, AnAutomaticEventServesAsALock)
     EXPECT_EQ(1, Drain(hEvent));
 }
 
-TEST(TOVContentionTest, ASemaphoreAdmitsNoMoreThanItsCount)
+TEST(TOVPlatformContentionTest, ASemaphoreAdmitsNoMoreThanItsCount)
 {
     const int nBound = 3;
     const COwnHandle hSemaphore(Semaphore::Create(nBound, nBound, nullptr));
@@ -147,7 +147,7 @@ TEST(TOVContentionTest, ASemaphoreAdmitsNoMoreThanItsCount)
     EXPECT_EQ(nBound, Drain(hSemaphore));
 }
 
-TEST(TOVContentionTest, UnitsOfASemaphoreAreNeitherLostNorDoubled)
+TEST(TOVPlatformContentionTest, UnitsOfASemaphoreAreNeitherLostNorDoubled)
 {
     const COwnHandle hSemaphore(Semaphore::Create(0, THREADS * TURNS, nullptr));
     std::atomic<int> nTaken(0);
@@ -170,7 +170,7 @@ TEST(TOVContentionTest, UnitsOfASemaphoreAreNeitherLostNorDoubled)
     EXPECT_EQ(THREADS / 2 * TURNS, nTaken + Drain(hSemaphore));
 }
 
-TEST(TOVContentionTest, EachSignalReleasesAtMostOneWait)
+TEST(TOVPlatformContentionTest, EachSignalReleasesAtMostOneWait)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     std::atomic<int> nSignals(0);
@@ -203,7 +203,7 @@ TEST(TOVContentionTest, EachSignalReleasesAtMostOneWait)
     EXPECT_GE(nSignals, nReleases + Drain(hEvent));
 }
 
-TEST(TOVContentionTest, EachSignalOfManyEventsIsTakenOnce)
+TEST(TOVPlatformContentionTest, EachSignalOfManyEventsIsTakenOnce)
 {
     // An event is signalled again only when its signal has been taken, so no two signals can merge.
     const int nEvents = 64;
@@ -252,7 +252,7 @@ TEST(TOVContentionTest, EachSignalOfManyEventsIsTakenOnce)
     }
 }
 
-TEST(TOVContentionTest, AManualEventLetsEveryWaiterOfARoundGo)
+TEST(TOVPlatformContentionTest, AManualEventLetsEveryWaiterOfARoundGo)
 {
     const int nRounds = 50;
     const COwnHandle hOdd(Event::Create(true, false, nullptr));
@@ -341,7 +341,7 @@ private:
 };
 } // namespace
 
-TEST(TOVContentionTest, PhilosophersWhoTakeBothForksAtOnceAllEat)
+TEST(TOVPlatformContentionTest, PhilosophersWhoTakeBothForksAtOnceAllEat)
 {
     const int nMeals = TURNS / 5;
     for (const std::string& sName : {std::string(), UniqueName()})
@@ -365,7 +365,7 @@ TOV_CHILD(EatsAtNamedTable)
     oPhilosophers.Start(THREADS, [&](int nPhilosopher) { oTable.Eat(nPhilosopher, TURNS / 20, aUses); });
 }
 
-TEST(TOVContentionTest, PhilosophersOfSeveralProcessesAllEat)
+TEST(TOVPlatformContentionTest, PhilosophersOfSeveralProcessesAllEat)
 {
     const std::string sName = UniqueName();
     const CTable oTable(sName);
@@ -376,7 +376,7 @@ TEST(TOVContentionTest, PhilosophersOfSeveralProcessesAllEat)
     EXPECT_TRUE(oTable.IsComplete());
 }
 
-TEST(TOVContentionTest, WaitsForAllAndForAnyShareTheirObjectsFairlyInSum)
+TEST(TOVPlatformContentionTest, WaitsForAllAndForAnyShareTheirObjectsFairlyInSum)
 {
     const int nUnits = 4;
     const tHandles aSemaphores = {Semaphore::Create(nUnits, nUnits, nullptr),
@@ -407,7 +407,7 @@ TEST(TOVContentionTest, WaitsForAllAndForAnyShareTheirObjectsFairlyInSum)
     }
 }
 
-TEST(TOVContentionTest, EveryDeathOfAnOwnerIsToldOnce)
+TEST(TOVPlatformContentionTest, EveryDeathOfAnOwnerIsToldOnce)
 {
     const int nOwners = 60;
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
@@ -425,7 +425,7 @@ TEST(TOVContentionTest, EveryDeathOfAnOwnerIsToldOnce)
     Mutex::Unlock(hMutex);
 }
 
-TEST(TOVContentionTest, ObjectsComeAndGoWhileOthersAreInUse)
+TEST(TOVPlatformContentionTest, ObjectsComeAndGoWhileOthersAreInUse)
 {
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
     int nCount = 0;
@@ -445,7 +445,7 @@ TEST(TOVContentionTest, ObjectsComeAndGoWhileOthersAreInUse)
     EXPECT_EQ(THREADS * TURNS, nCount);
 }
 
-TEST(TOVContentionTest, NamedObjectsComeAndGoInManyThreads)
+TEST(TOVPlatformContentionTest, NamedObjectsComeAndGoInManyThreads)
 {
     const std::string sName = UniqueName();
     int nCount = 0;
@@ -464,7 +464,7 @@ TEST(TOVContentionTest, NamedObjectsComeAndGoInManyThreads)
     EXPECT_EQ(THREADS * (TURNS / 4), nCount);
 }
 
-TEST(TOVContentionTest, ACriticalSectionProtectsAPlainNumber)
+TEST(TOVPlatformContentionTest, ACriticalSectionProtectsAPlainNumber)
 {
     const unsigned long long hSection = CriticalSection::Create(2000);
     int nCount = 0;
@@ -486,7 +486,7 @@ TEST(TOVContentionTest, ACriticalSectionProtectsAPlainNumber)
     CriticalSection::Destroy(hSection);
 }
 
-TEST(TOVContentionTest, ThreadsStartAndEndInManyThreads)
+TEST(TOVPlatformContentionTest, ThreadsStartAndEndInManyThreads)
 {
     static std::atomic<int> s_nRun;
     s_nRun = 0;

@@ -11,7 +11,7 @@ namespace CriticalSection = TOVPlatform::TOVSynchronization::CriticalSection;
 
 namespace
 {
-const unsigned long SPIN_COUNT = 2000;
+constexpr unsigned long SPIN_COUNT = 2000;
 
 class TOVPlatformCriticalSectionTest : public testing::Test
 {

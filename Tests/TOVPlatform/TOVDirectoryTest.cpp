@@ -102,9 +102,9 @@ TEST_F(TOVPlatformDirectoryTest, KeepsTheWorkingDirectoryWhenItCannotChange)
 
 TEST_F(TOVPlatformDirectoryTest, FailsForANullName)
 {
-    EXPECT_EQ(Directory::eDirectoryFailure, Directory::Create(NULL));
-    EXPECT_EQ(Directory::eDirectoryFailure, Directory::Remove(NULL));
-    EXPECT_EQ(Directory::eDirectoryFailure, Directory::Change(NULL));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::Create(nullptr));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::Remove(nullptr));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::Change(nullptr));
 }
 
 TEST_F(TOVPlatformDirectoryTest, TellsTheWorkingDirectory)
@@ -134,8 +134,8 @@ TEST_F(TOVPlatformDirectoryTest, TellsNoWorkingDirectoryToNoBuffer)
 {
     char szBuffer[] = "???";
 
-    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(NULL, 1024));
-    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(NULL, 0));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(nullptr, 1024));
+    EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(nullptr, 0));
     EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(szBuffer, 0));
     EXPECT_EQ(Directory::eDirectoryFailure, Directory::GetWorkingDirectory(szBuffer, -1));
 

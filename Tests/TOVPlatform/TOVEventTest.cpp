@@ -24,7 +24,7 @@ unsigned long long CreateManual()
 }
 } // namespace
 
-TEST(TOVEventTest, StartsAsAsked)
+TEST(TOVPlatformEventTest, StartsAsAsked)
 {
     for (const bool bManualReset : {false, true})
     {
@@ -38,7 +38,7 @@ TEST(TOVEventTest, StartsAsAsked)
     }
 }
 
-TEST(TOVEventTest, IsIndependentOfOthers)
+TEST(TOVPlatformEventTest, IsIndependentOfOthers)
 {
     const COwnHandle hFirst(CreateManual());
     const COwnHandle hSecond(CreateManual());
@@ -49,7 +49,7 @@ TEST(TOVEventTest, IsIndependentOfOthers)
     EXPECT_TRUE(Event::TimedWait(hFirst, 0));
 }
 
-TEST(TOVEventTest, WithAutomaticResetIsClearedByTheFirstReleasedWait)
+TEST(TOVPlatformEventTest, WithAutomaticResetIsClearedByTheFirstReleasedWait)
 {
     const COwnHandle hEvent(CreateAuto());
     const std::function<void()> aWaits[] = {
@@ -66,7 +66,7 @@ TEST(TOVEventTest, WithAutomaticResetIsClearedByTheFirstReleasedWait)
     }
 }
 
-TEST(TOVEventTest, WithAutomaticResetRemembersOneSignalOnly)
+TEST(TOVPlatformEventTest, WithAutomaticResetRemembersOneSignalOnly)
 {
     const COwnHandle hEvent(CreateAuto());
 
@@ -78,7 +78,7 @@ TEST(TOVEventTest, WithAutomaticResetRemembersOneSignalOnly)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, WithManualResetStaysSignalledUntilReset)
+TEST(TOVPlatformEventTest, WithManualResetStaysSignalledUntilReset)
 {
     const COwnHandle hEvent(CreateManual());
 
@@ -92,7 +92,7 @@ TEST(TOVEventTest, WithManualResetStaysSignalledUntilReset)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, WithAutomaticResetForgetsItsSignalWhenReset)
+TEST(TOVPlatformEventTest, WithAutomaticResetForgetsItsSignalWhenReset)
 {
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
 
@@ -101,7 +101,7 @@ TEST(TOVEventTest, WithAutomaticResetForgetsItsSignalWhenReset)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, CanBeSignalledAgainAfterAReset)
+TEST(TOVPlatformEventTest, CanBeSignalledAgainAfterAReset)
 {
     for (const bool bManualReset : {false, true})
     {
@@ -115,7 +115,7 @@ TEST(TOVEventTest, CanBeSignalledAgainAfterAReset)
     }
 }
 
-TEST(TOVEventTest, WaitBlocksUntilTheSignal)
+TEST(TOVPlatformEventTest, WaitBlocksUntilTheSignal)
 {
     for (const bool bManualReset : {false, true})
     {
@@ -129,7 +129,7 @@ TEST(TOVEventTest, WaitBlocksUntilTheSignal)
     }
 }
 
-TEST(TOVEventTest, WithAutomaticResetReleasesExactlyOneWaiterASignal)
+TEST(TOVPlatformEventTest, WithAutomaticResetReleasesExactlyOneWaiterASignal)
 {
     const int nWaiters = 4;
     const COwnHandle hEvent(CreateAuto());
@@ -149,7 +149,7 @@ TEST(TOVEventTest, WithAutomaticResetReleasesExactlyOneWaiterASignal)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0)) << "no signal is left over";
 }
 
-TEST(TOVEventTest, WithManualResetReleasesEveryWaiter)
+TEST(TOVPlatformEventTest, WithManualResetReleasesEveryWaiter)
 {
     const int nWaiters = 8;
     const COwnHandle hEvent(CreateManual());
@@ -167,7 +167,7 @@ TEST(TOVEventTest, WithManualResetReleasesEveryWaiter)
     EXPECT_TRUE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, TimedWaitRunsOutAndLeavesTheEventUsable)
+TEST(TOVPlatformEventTest, TimedWaitRunsOutAndLeavesTheEventUsable)
 {
     for (const bool bManualReset : {false, true})
     {
@@ -180,7 +180,7 @@ TEST(TOVEventTest, TimedWaitRunsOutAndLeavesTheEventUsable)
     }
 }
 
-TEST(TOVEventTest, TimedWaitTakesUnsignedMilliseconds)
+TEST(TOVPlatformEventTest, TimedWaitTakesUnsignedMilliseconds)
 {
     const COwnHandle hEvent(CreateAuto());
     for (const unsigned long long ullTime :
@@ -197,7 +197,7 @@ TEST(TOVEventTest, TimedWaitTakesUnsignedMilliseconds)
     }
 }
 
-TEST(TOVEventTest, TimedWaitKeepsTheLow32BitsOfTheTime)
+TEST(TOVPlatformEventTest, TimedWaitKeepsTheLow32BitsOfTheTime)
 {
     const COwnHandle hEvent(CreateAuto());
 
@@ -205,7 +205,7 @@ TEST(TOVEventTest, TimedWaitKeepsTheLow32BitsOfTheTime)
     EXPECT_FALSE(Event::TimedWait(hEvent, ToLong(0x7FFFFFFF00000001)));
 }
 
-TEST(TOVEventTest, AWaitWhoseTimeRanOutDoesNotTakeALaterSignal)
+TEST(TOVPlatformEventTest, AWaitWhoseTimeRanOutDoesNotTakeALaterSignal)
 {
     const COwnHandle hEvent(CreateAuto());
     OnAnotherThread([&] { EXPECT_FALSE(Event::TimedWait(hEvent, 5)); });
@@ -215,7 +215,7 @@ TEST(TOVEventTest, AWaitWhoseTimeRanOutDoesNotTakeALaterSignal)
     EXPECT_TRUE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, IsWaitedForByTheWaitsOfOtherKinds)
+TEST(TOVPlatformEventTest, IsWaitedForByTheWaitsOfOtherKinds)
 {
     const COwnHandle hEvent(CreateAuto());
     EXPECT_FALSE(Semaphore::TryLock(hEvent, 0));
@@ -232,7 +232,7 @@ TEST(TOVEventTest, IsWaitedForByTheWaitsOfOtherKinds)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST(TOVEventTest, LeavesOthersAloneWhenDestroyed)
+TEST(TOVPlatformEventTest, LeavesOthersAloneWhenDestroyed)
 {
     const COwnHandle hFirst(Event::Create(true, true, nullptr));
     const unsigned long long hSecond = Event::Create(true, true, nullptr);
@@ -244,7 +244,7 @@ TEST(TOVEventTest, LeavesOthersAloneWhenDestroyed)
     EXPECT_EQ(0, WaitForAll({hThird}, 0));
 }
 
-TEST(TOVEventTest, ManyCanLiveAtATime)
+TEST(TOVPlatformEventTest, ManyCanLiveAtATime)
 {
     std::vector<std::unique_ptr<COwnHandle>> aEvents;
     for (int nEvent = 0; nEvent < 5000; ++nEvent)
@@ -254,7 +254,7 @@ TEST(TOVEventTest, ManyCanLiveAtATime)
         ASSERT_EQ(nEvent % 3 == 0, Event::TimedWait(*aEvents[static_cast<std::size_t>(nEvent)], 0)) << nEvent;
 }
 
-TEST(TOVEventTest, KeepsNoMemoryWhenDestroyed)
+TEST(TOVPlatformEventTest, KeepsNoMemoryWhenDestroyed)
 {
     Event::Destroy(CreateAuto());
     CAllocationCounter oCounter;

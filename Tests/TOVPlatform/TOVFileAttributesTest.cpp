@@ -6,7 +6,7 @@ namespace File = TOVPlatform::TOVFile;
 
 namespace
 {
-const unsigned long MISSING = 0xFFFFFFFF;
+constexpr unsigned long MISSING = 0xFFFFFFFF;
 
 class TOVPlatformFileAttributesTest : public CFileFixture
 {
@@ -44,7 +44,7 @@ TEST_F(TOVPlatformFileAttributesTest, HaveEveryBitForAMissingFile)
     EXPECT_EQ(MISSING, File::GetAttributes(Path("missing").c_str()));
     EXPECT_EQ(MISSING, File::GetAttributes(Path("missing/below").c_str()));
     EXPECT_EQ(MISSING, File::GetAttributes(""));
-    EXPECT_EQ(MISSING, File::GetAttributes(NULL));
+    EXPECT_EQ(MISSING, File::GetAttributes(nullptr));
 }
 
 TEST_F(TOVPlatformFileAttributesTest, TellADirectoryFromAFile)
@@ -124,7 +124,7 @@ TEST_F(TOVPlatformFileAttributesTest, AreNotSetForAMissingFile)
 {
     EXPECT_FALSE(File::SetAttributes(Path("missing").c_str(), File::eFileAttributeReadOnly));
     EXPECT_FALSE(File::SetAttributes("", File::eFileAttributeReadOnly));
-    EXPECT_FALSE(File::SetAttributes(NULL, File::eFileAttributeReadOnly));
+    EXPECT_FALSE(File::SetAttributes(nullptr, File::eFileAttributeReadOnly));
 
     EXPECT_FALSE(std::filesystem::exists(Path("missing")));
 }

@@ -13,15 +13,15 @@
 #include <vector>
 
 // The source that checks on handles are reported from.
-const char FILE_SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
+constexpr char FILE_SOURCE[] = TOV_PLATFORM_SOURCE("TOVFile");
 
-const char INVALID_HANDLE_CHECK[] = "hHandle != FILE_INVALID_HANDLE";
-const char HANDLE_RANGE_CHECK[] = "(0 <= hHandle) && (hHandle < m_ulMaxHandles)";
+constexpr char INVALID_HANDLE_CHECK[] = "hHandle != FILE_INVALID_HANDLE";
+constexpr char HANDLE_RANGE_CHECK[] = "(0 <= hHandle) && (hHandle < m_ulMaxHandles)";
 
 // What a line feed becomes in a file that is open for text.
 const char* const LINE_END = TOV_SYSTEM_WINDOWS ? "\r\n" : "\n";
 
-const unsigned long FILE_SLOTS = 1024;
+constexpr unsigned long FILE_SLOTS = 1024;
 
 // How many slots of the library's table hold a file.
 inline int CountOpenFiles()

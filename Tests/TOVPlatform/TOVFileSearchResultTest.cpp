@@ -8,10 +8,10 @@ namespace File = TOVPlatform::TOVFile;
 
 namespace
 {
-class TOVFileSearchResultTest : public CFileFixture
+class TOVPlatformFileSearchResultTest : public CFileFixture
 {
 protected:
-    TOVFileSearchResultTest()
+    TOVPlatformFileSearchResultTest()
     {
         for (int nFile = 100; nFile < 108; ++nFile)
             WriteWholeFile(Path("file" + std::to_string(nFile)), "");
@@ -49,7 +49,7 @@ protected:
 };
 } // namespace
 
-TEST_F(TOVFileSearchResultTest, IsTheEndAfterTheLastEntry)
+TEST_F(TOVPlatformFileSearchResultTest, IsTheEndAfterTheLastEntry)
 {
     EXPECT_EQ(File::eFindEnd, Search("*"));
     EXPECT_EQ(10, m_nFound);
@@ -59,7 +59,7 @@ TEST_F(TOVFileSearchResultTest, IsTheEndAfterTheLastEntry)
     EXPECT_EQ(1, m_nFound);
 }
 
-TEST_F(TOVFileSearchResultTest, IsTheEndWhereNothingIsFound)
+TEST_F(TOVPlatformFileSearchResultTest, IsTheEndWhereNothingIsFound)
 {
     for (const char* szPattern : {"*.none", "none", "nowhere/*", "nowhere/none", "file100/*", "f*/*", ""})
     {
@@ -67,18 +67,18 @@ TEST_F(TOVFileSearchResultTest, IsTheEndWhereNothingIsFound)
         EXPECT_EQ(FILE_INVALID_HANDLE, m_hFind) << szPattern;
         ExpectUntouchedRecord();
     }
-    EXPECT_EQ(File::eFindEnd, File::FindFirstEntry(NULL, &m_oRecord, &m_hFind));
+    EXPECT_EQ(File::eFindEnd, File::FindFirstEntry(nullptr, &m_oRecord, &m_hFind));
     EXPECT_EQ(FILE_INVALID_HANDLE, m_hFind);
 }
 
-TEST_F(TOVFileSearchResultTest, HasNoZeroValueLikeTheOtherResults)
+TEST_F(TOVPlatformFileSearchResultTest, HasNoZeroValueLikeTheOtherResults)
 {
     EXPECT_EQ(1, File::eFindEntry);
     EXPECT_EQ(2, File::eFindEnd);
     EXPECT_EQ(-1, File::eFindFailure);
 }
 
-TEST_F(TOVFileSearchResultTest, IsAFailureForAHandleThatIsNone)
+TEST_F(TOVPlatformFileSearchResultTest, IsAFailureForAHandleThatIsNone)
 {
     std::memset(&m_oRecord, 0x55, sizeof(m_oRecord));
     for (const unsigned long long hFind : {0ull, FILE_INVALID_HANDLE})
@@ -88,7 +88,7 @@ TEST_F(TOVFileSearchResultTest, IsAFailureForAHandleThatIsNone)
     }
 }
 
-TEST_F(TOVFileSearchResultTest, IsAFailureWhereverReadingTheDirectoryFails)
+TEST_F(TOVPlatformFileSearchResultTest, IsAFailureWhereverReadingTheDirectoryFails)
 {
     for (unsigned long ulGood = 1; ulGood < 10; ++ulGood)
     {
@@ -99,7 +99,7 @@ TEST_F(TOVFileSearchResultTest, IsAFailureWhereverReadingTheDirectoryFails)
     EXPECT_EQ(File::eFindEnd, Search("*"));
 }
 
-TEST_F(TOVFileSearchResultTest, IsAFailureWhereReadingFailsBeforeTheFirstEntry)
+TEST_F(TOVPlatformFileSearchResultTest, IsAFailureWhereReadingFailsBeforeTheFirstEntry)
 {
     const CDirectoryFault oFault(0);
 
@@ -108,7 +108,7 @@ TEST_F(TOVFileSearchResultTest, IsAFailureWhereReadingFailsBeforeTheFirstEntry)
     ExpectUntouchedRecord();
 }
 
-TEST_F(TOVFileSearchResultTest, LooksLikeTheEndToFindNextAlone)
+TEST_F(TOVPlatformFileSearchResultTest, LooksLikeTheEndToFindNextAlone)
 {
     ASSERT_EQ(File::eFindEntry, Begin("*"));
     const unsigned long long hFind = m_hFind;

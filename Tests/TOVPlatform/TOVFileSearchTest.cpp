@@ -14,8 +14,8 @@ namespace
 typedef std::vector<std::string> tNames;
 
 // Ticks of 100 nanoseconds between the starts of 1601 and of 1970, and in a second.
-const unsigned long long EPOCH = 116444736000000000ull;
-const unsigned long long SECOND = 10000000;
+constexpr unsigned long long EPOCH = 116444736000000000ull;
+constexpr unsigned long long SECOND = 10000000;
 
 File::sTOVFindData UntouchedRecord()
 {
@@ -173,7 +173,7 @@ TEST_F(TOVPlatformFileSearchTest, LeavesTheRecordWhenNothingMatches)
     ExpectNothing(Path("folder/").c_str());
     ExpectNothing(Path("folder\\").c_str());
     ExpectNothing("");
-    ExpectNothing(NULL);
+    ExpectNothing(nullptr);
 }
 
 TEST_F(TOVPlatformFileSearchTest, RefusesAWildcardBeforeTheLastComponent)

@@ -204,7 +204,7 @@ TEST_F(TOVPlatformFileTest, OpensNothingBelowAMissingDirectory)
 
 TEST_F(TOVPlatformFileTest, OpensNoNullAndNoEmptyName)
 {
-    EXPECT_EQ(FILE_INVALID_HANDLE, File::Open(NULL, "rb"));
+    EXPECT_EQ(FILE_INVALID_HANDLE, File::Open(nullptr, "rb"));
     EXPECT_EQ(FILE_INVALID_HANDLE, File::Open("", "rb"));
     EXPECT_EQ(FILE_INVALID_HANDLE, File::Open("", "wb"));
 }
@@ -302,7 +302,7 @@ TEST_F(TOVPlatformFileTest, DeletesNoReadOnlyFile)
 
 TEST_F(TOVPlatformFileTest, DeletesNoNullAndNoEmptyName)
 {
-    EXPECT_EQ(File::eFileFailure, File::Delete(NULL));
+    EXPECT_EQ(File::eFileFailure, File::Delete(nullptr));
     EXPECT_EQ(File::eFileFailure, File::Delete(""));
 }
 
@@ -318,7 +318,7 @@ TEST_F(TOVPlatformFileTest, KnowsWhetherAFileOrADirectoryExists)
     EXPECT_FALSE(File::DoesExist(Path("missing").c_str()));
     EXPECT_FALSE(File::DoesExist(Path("file/below").c_str()));
     EXPECT_FALSE(File::DoesExist(""));
-    EXPECT_FALSE(File::DoesExist(NULL));
+    EXPECT_FALSE(File::DoesExist(nullptr));
 }
 
 TEST(TOVPlatformFileSplitPathTest, TakesPathsApart)
@@ -342,11 +342,11 @@ TEST(TOVPlatformFileSplitPathTest, LeavesOutWhatIsNotAskedFor)
     const char szPath[] = "C:\\dir\\name.ext";
     sSplitBuffers oParts;
 
-    File::SplitPath(szPath, oParts.szDrive, NULL, NULL, NULL);
-    File::SplitPath(szPath, NULL, oParts.szDirectory, NULL, NULL);
-    File::SplitPath(szPath, NULL, NULL, oParts.szFileName, NULL);
-    File::SplitPath(szPath, NULL, NULL, NULL, oParts.szExtension);
-    File::SplitPath(szPath, NULL, NULL, NULL, NULL);
+    File::SplitPath(szPath, oParts.szDrive, nullptr, nullptr, nullptr);
+    File::SplitPath(szPath, nullptr, oParts.szDirectory, nullptr, nullptr);
+    File::SplitPath(szPath, nullptr, nullptr, oParts.szFileName, nullptr);
+    File::SplitPath(szPath, nullptr, nullptr, nullptr, oParts.szExtension);
+    File::SplitPath(szPath, nullptr, nullptr, nullptr, nullptr);
 
     EXPECT_STREQ("C:", oParts.szDrive);
     EXPECT_STREQ("\\dir\\", oParts.szDirectory);

@@ -9,8 +9,8 @@ namespace File = TOVPlatform::TOVFile;
 
 namespace
 {
-const unsigned long long EMPTY_SLOT = FILE_SLOTS - 1;
-const unsigned long long GIBIBYTE = 1ull << 30;
+constexpr unsigned long long EMPTY_SLOT = FILE_SLOTS - 1;
+constexpr unsigned long long GIBIBYTE = 1ull << 30;
 
 class TOVPlatformFileTransferTest : public CFileFixture
 {

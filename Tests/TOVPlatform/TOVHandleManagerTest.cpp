@@ -20,7 +20,7 @@ TOV_PRIVATE_MEMBER(FilesOf, CTOVHandleManager, FILE**, m_pFiles)
 TOV_PRIVATE_MEMBER(LockOf, CTOVHandleManager, CTOVCriticalSection, m_oLock)
 TOV_PRIVATE_MEMBER(MaxHandlesOf, CTOVHandleManager, unsigned long, m_ulMaxHandles)
 
-const unsigned long SLOTS = 4;
+constexpr unsigned long SLOTS = 4;
 
 // Only its address counts.
 FILE* const ANY_FILE = stderr;

@@ -10,15 +10,15 @@ namespace TOVMemory = TOVPlatform::TOVMemory;
 
 namespace
 {
-const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
+constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
 
 // The block functions' checks name what they were given by the wrong pointer or size.
-const char NO_SIZE[] = "dwSize > 0";
-const char NO_MEMORY[] = "pMemory != NULL";
-const char NO_BLOCK[] = "pMemoryBlock != NULL";
-const char NO_DESTINATION[] = "pDestination != NULL";
-const char NO_SOURCE[] = "pSource != NULL";
-const char BAD_WORD_SIZE[] = "(dwSize > 0) && ((dwSize % 4) == 0)";
+constexpr char NO_SIZE[] = "dwSize > 0";
+constexpr char NO_MEMORY[] = "pMemory != NULL";
+constexpr char NO_BLOCK[] = "pMemoryBlock != NULL";
+constexpr char NO_DESTINATION[] = "pDestination != NULL";
+constexpr char NO_SOURCE[] = "pSource != NULL";
+constexpr char BAD_WORD_SIZE[] = "(dwSize > 0) && ((dwSize % 4) == 0)";
 
 // Blocks to compare: equal but for one byte, at any distance from an aligned address.
 struct sBlocks
@@ -91,13 +91,13 @@ TEST(TOVPlatformMemoryTest, RefusesToAllocateNothing)
 
 TEST(TOVPlatformMemoryTest, RefusesToFreeANullPointer)
 {
-    EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Free(NULL));
+    EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Free(nullptr));
 }
 
 TEST(TOVPlatformMemoryTest, RefusesToReallocateANullPointer)
 {
-    EXPECT_CHECK_AT(SOURCE, NO_BLOCK, TOVMemory::Realloc(NULL, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_BLOCK, TOVMemory::Realloc(NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_BLOCK, TOVMemory::Realloc(nullptr, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_BLOCK, TOVMemory::Realloc(nullptr, 0));
 }
 
 TEST(TOVPlatformMemoryTest, KeepsTheBlockThatItRefusesToReallocateToNothing)
@@ -159,8 +159,8 @@ TEST(TOVPlatformMemoryTest, ClearsExactlyTheGivenBytes)
 TEST(TOVPlatformMemoryTest, ZeroRefusesNullAndNothing)
 {
     tByte aMemory[4] = {};
-    EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Zero(NULL, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Zero(NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Zero(nullptr, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Zero(nullptr, 0));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Zero(aMemory, 0));
 }
 
@@ -182,8 +182,8 @@ TEST(TOVPlatformMemoryTest, FillsWithTheLowByteOfTheValue)
 TEST(TOVPlatformMemoryTest, SetRefusesNullAndNothing)
 {
     tByte aMemory[4] = {};
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Set(NULL, 0xFF, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Set(NULL, 0xFF, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Set(nullptr, 0xFF, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Set(nullptr, 0xFF, 0));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Set(aMemory, 0xFF, 0));
 }
 
@@ -226,21 +226,21 @@ TEST(TOVPlatformMemoryTest, MovesBetweenBlocksThatOverlap)
 TEST(TOVPlatformMemoryTest, CopyRefusesNullAndNothing)
 {
     tDword dwWord = 7;
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Copy(NULL, &dwWord, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Copy(&dwWord, NULL, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Copy(&dwWord, NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Copy(nullptr, &dwWord, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Copy(&dwWord, nullptr, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Copy(&dwWord, nullptr, 0));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Copy(&dwWord, &dwWord, 0));
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Copy(NULL, NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Copy(nullptr, nullptr, 0));
     EXPECT_EQ(7u, dwWord);
 }
 
 TEST(TOVPlatformMemoryTest, MoveRefusesNullAndNothing)
 {
     tDword dwWord = 7;
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Move(NULL, &dwWord, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Move(&dwWord, NULL, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Move(nullptr, &dwWord, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Move(&dwWord, nullptr, 4));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Move(&dwWord, &dwWord, 0));
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Move(NULL, NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Move(nullptr, nullptr, 0));
 }
 
 TEST(TOVPlatformMemoryTest, ComparesTheFirstDifferingByteAtEveryPlace)
@@ -286,11 +286,11 @@ TEST(TOVPlatformMemoryTest, ComparesBytesAsUnsignedNumbers)
 TEST(TOVPlatformMemoryTest, CompareRefusesNullAndNothing)
 {
     const tDword dwWord = 0;
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Compare(NULL, &dwWord, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Compare(&dwWord, NULL, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Compare(nullptr, &dwWord, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Compare(&dwWord, nullptr, 4));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Compare(&dwWord, &dwWord, 0));
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Compare(NULL, NULL, 0));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Compare(&dwWord, NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Compare(nullptr, nullptr, 0));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Compare(&dwWord, nullptr, 0));
 }
 
 TEST(TOVPlatformMemoryTest, FastComparesEqualWords)
@@ -329,8 +329,8 @@ TEST(TOVPlatformMemoryTest, FastCompareRefusesWhatIsNoWholeNumberOfWords)
 TEST(TOVPlatformMemoryTest, FastCompareRefusesNull)
 {
     const tDword dwWord = 0;
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::FastCompare(NULL, &dwWord, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::FastCompare(&dwWord, NULL, 4));
-    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::FastCompare(NULL, NULL, 3));
-    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::FastCompare(&dwWord, NULL, 3));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::FastCompare(nullptr, &dwWord, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::FastCompare(&dwWord, nullptr, 4));
+    EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::FastCompare(nullptr, nullptr, 3));
+    EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::FastCompare(&dwWord, nullptr, 3));
 }

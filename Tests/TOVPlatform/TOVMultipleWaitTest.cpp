@@ -14,7 +14,7 @@ namespace Thread = TOVPlatform::TOVThread;
 
 namespace
 {
-const int MOST = 64;
+constexpr int MOST = 64;
 
 // Both waits, and the ways to wait for ever.
 struct sForm
@@ -36,7 +36,7 @@ const sForm FORMS[] = {
     {"AlmostInfinite", &TimedWait<0xFFFFFFFE>},
 };
 
-class TOVMultipleWaitTest : public testing::TestWithParam<sForm>
+class TOVPlatformMultipleWaitTest : public testing::TestWithParam<sForm>
 {
 protected:
     static int ForAny(tHandles aHandles)
@@ -50,7 +50,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Form, TOVMultipleWaitTest, testing::ValuesIn(FORMS), sRowName());
+INSTANTIATE_TEST_SUITE_P(Form, TOVPlatformMultipleWaitTest, testing::ValuesIn(FORMS), sRowName());
 
 unsigned long EndAtSignal(unsigned long long ullEvent)
 {
@@ -184,7 +184,7 @@ private:
 };
 } // namespace
 
-TEST_P(TOVMultipleWaitTest, ForAnyGivesTheIndexOfTheObject)
+TEST_P(TOVPlatformMultipleWaitTest, ForAnyGivesTheIndexOfTheObject)
 {
     CObjects oObjects;
     for (int nObject = 0; nObject < MOST; ++nObject)
@@ -205,7 +205,7 @@ TEST_P(TOVMultipleWaitTest, ForAnyGivesTheIndexOfTheObject)
     }
 }
 
-TEST_P(TOVMultipleWaitTest, ForAnyTakesTheLowestOfSeveralAndNothingElse)
+TEST_P(TOVPlatformMultipleWaitTest, ForAnyTakesTheLowestOfSeveralAndNothingElse)
 {
     const CSignalledEvents oEvents(MOST);
 
@@ -217,7 +217,7 @@ TEST_P(TOVMultipleWaitTest, ForAnyTakesTheLowestOfSeveralAndNothingElse)
     EXPECT_EQ(MOST - 4, oEvents.CountSignalled());
 }
 
-TEST_P(TOVMultipleWaitTest, ForAnyBlocksUntilOneCanBeHad)
+TEST_P(TOVPlatformMultipleWaitTest, ForAnyBlocksUntilOneCanBeHad)
 {
     for (const int nObject : {0, 1, 2, 3, 31, 60, 61, 62, 63})
     {
@@ -237,7 +237,7 @@ TEST_P(TOVMultipleWaitTest, ForAnyBlocksUntilOneCanBeHad)
     }
 }
 
-TEST_P(TOVMultipleWaitTest, ForAllTakesEveryObjectAtOnce)
+TEST_P(TOVPlatformMultipleWaitTest, ForAllTakesEveryObjectAtOnce)
 {
     CObjects oObjects;
     for (int nObject = 0; nObject < MOST; ++nObject)
@@ -256,7 +256,7 @@ TEST_P(TOVMultipleWaitTest, ForAllTakesEveryObjectAtOnce)
     }
 }
 
-TEST_P(TOVMultipleWaitTest, ForAllTakesNothingWhileOneIsMissing)
+TEST_P(TOVPlatformMultipleWaitTest, ForAllTakesNothingWhileOneIsMissing)
 {
     for (const int nMissing : {0, 1, 2, 3, 31, 60, 61, 62, 63})
     {
@@ -294,7 +294,7 @@ TEST_P(TOVMultipleWaitTest, ForAllTakesNothingWhileOneIsMissing)
     }
 }
 
-TEST_P(TOVMultipleWaitTest, ForOneObjectIsLikeAPlainWait)
+TEST_P(TOVPlatformMultipleWaitTest, ForOneObjectIsLikeAPlainWait)
 {
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
 
@@ -305,7 +305,7 @@ TEST_P(TOVMultipleWaitTest, ForOneObjectIsLikeAPlainWait)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST_P(TOVMultipleWaitTest, TakesOneUnitOfASemaphore)
+TEST_P(TOVPlatformMultipleWaitTest, TakesOneUnitOfASemaphore)
 {
     const COwnHandle hSemaphore(Semaphore::Create(3, 3, nullptr));
     const COwnHandle hEvent(Event::Create(true, true, nullptr));
@@ -316,7 +316,7 @@ TEST_P(TOVMultipleWaitTest, TakesOneUnitOfASemaphore)
     EXPECT_EQ(1, Semaphore::Unlock(hSemaphore, 1));
 }
 
-TEST_P(TOVMultipleWaitTest, AddsALevelToAMutexOfTheCaller)
+TEST_P(TOVPlatformMultipleWaitTest, AddsALevelToAMutexOfTheCaller)
 {
     const COwnHandle hMutex(Mutex::Create(true, nullptr));
     const COwnHandle hEvent(Event::Create(true, true, nullptr));
@@ -331,7 +331,7 @@ TEST_P(TOVMultipleWaitTest, AddsALevelToAMutexOfTheCaller)
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
-TEST_P(TOVMultipleWaitTest, ReleasesEveryWaiterForAnyOfAManualEvent)
+TEST_P(TOVPlatformMultipleWaitTest, ReleasesEveryWaiterForAnyOfAManualEvent)
 {
     const int nWaiters = 6;
     const COwnHandle hNever(Event::Create(true, false, nullptr));
@@ -349,7 +349,7 @@ TEST_P(TOVMultipleWaitTest, ReleasesEveryWaiterForAnyOfAManualEvent)
     EXPECT_TRUE(oReleased.Reaches(nWaiters));
 }
 
-TEST_P(TOVMultipleWaitTest, ReleasesOneWaiterASignalOfAnAutomaticEvent)
+TEST_P(TOVPlatformMultipleWaitTest, ReleasesOneWaiterASignalOfAnAutomaticEvent)
 {
     const int nWaiters = 4;
     const COwnHandle hNever(Event::Create(true, false, nullptr));
@@ -370,7 +370,7 @@ TEST_P(TOVMultipleWaitTest, ReleasesOneWaiterASignalOfAnAutomaticEvent)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST_P(TOVMultipleWaitTest, ForAllWakesWithTheLastObjectInAnyOrder)
+TEST_P(TOVPlatformMultipleWaitTest, ForAllWakesWithTheLastObjectInAnyOrder)
 {
     const std::vector<std::vector<std::size_t>> aOrders = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2},
                                                            {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
@@ -390,7 +390,7 @@ TEST_P(TOVMultipleWaitTest, ForAllWakesWithTheLastObjectInAnyOrder)
     }
 }
 
-TEST_P(TOVMultipleWaitTest, FailsForABadHandleWithoutTakingAnything)
+TEST_P(TOVPlatformMultipleWaitTest, FailsForABadHandleWithoutTakingAnything)
 {
     const CSignalledEvents oEvents(3);
     for (const sBadHandle& oBad : BadHandles())
@@ -408,7 +408,7 @@ TEST_P(TOVMultipleWaitTest, FailsForABadHandleWithoutTakingAnything)
     EXPECT_EQ(3, oEvents.CountSignalled());
 }
 
-TEST_P(TOVMultipleWaitTest, FailsForMoreThan64ObjectsWithoutTakingAnything)
+TEST_P(TOVPlatformMultipleWaitTest, FailsForMoreThan64ObjectsWithoutTakingAnything)
 {
     for (const int nCount : {65, 66, 128, 1000})
     {
@@ -419,7 +419,7 @@ TEST_P(TOVMultipleWaitTest, FailsForMoreThan64ObjectsWithoutTakingAnything)
     }
 }
 
-TEST_P(TOVMultipleWaitTest, FailsForACountThatNoTableHas)
+TEST_P(TOVPlatformMultipleWaitTest, FailsForACountThatNoTableHas)
 {
     const COwnHandle hEvent(Event::Create(true, true, nullptr));
     unsigned long long aHandles[] = {hEvent};
@@ -434,7 +434,7 @@ TEST_P(TOVMultipleWaitTest, FailsForACountThatNoTableHas)
     EXPECT_EQ(-1, GetParam().fnWait(nullptr, 1, true));
 }
 
-TEST_P(TOVMultipleWaitTest, LeavesTheTableOfHandlesAlone)
+TEST_P(TOVPlatformMultipleWaitTest, LeavesTheTableOfHandlesAlone)
 {
     const CSignalledEvents oEvents(5);
     tHandles aHandles = oEvents.Handles();
@@ -445,7 +445,7 @@ TEST_P(TOVMultipleWaitTest, LeavesTheTableOfHandlesAlone)
     EXPECT_EQ(oEvents.Handles(), aHandles);
 }
 
-TEST_P(TOVMultipleWaitTest, ForAnyMayNameAnObjectTwice)
+TEST_P(TOVPlatformMultipleWaitTest, ForAnyMayNameAnObjectTwice)
 {
     const COwnHandle hOther(Event::Create(false, false, nullptr));
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
@@ -455,7 +455,7 @@ TEST_P(TOVMultipleWaitTest, ForAnyMayNameAnObjectTwice)
     EXPECT_FALSE(Event::TimedWait(hEvent, 0));
 }
 
-TEST_P(TOVMultipleWaitTest, ForAllRefusesAnObjectTwice)
+TEST_P(TOVPlatformMultipleWaitTest, ForAllRefusesAnObjectTwice)
 {
     const COwnHandle hOther(Event::Create(false, true, nullptr));
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
@@ -466,7 +466,7 @@ TEST_P(TOVMultipleWaitTest, ForAllRefusesAnObjectTwice)
     EXPECT_TRUE(Event::TimedWait(hEvent, 0));
 }
 
-TEST_P(TOVMultipleWaitTest, CanWaitForThreadsAlone)
+TEST_P(TOVPlatformMultipleWaitTest, CanWaitForThreadsAlone)
 {
     const unsigned long long hMayEnd = Event::Create(true, false, nullptr);
     tHandles aThreads;
@@ -485,7 +485,7 @@ TEST_P(TOVMultipleWaitTest, CanWaitForThreadsAlone)
     Event::Destroy(hMayEnd);
 }
 
-TEST(TOVMultipleTimedWaitTest, RunsOutWithoutTakingAnything)
+TEST(TOVPlatformMultipleTimedWaitTest, RunsOutWithoutTakingAnything)
 {
     const CSignalledEvents oEvents(3);
     const COwnHandle hMissing(Event::Create(false, false, nullptr));
@@ -499,7 +499,7 @@ TEST(TOVMultipleTimedWaitTest, RunsOutWithoutTakingAnything)
     EXPECT_EQ(3, oEvents.CountSignalled());
 }
 
-TEST(TOVMultipleTimedWaitTest, ForAllThatRunsOutTakesNeitherMutexNorSemaphore)
+TEST(TOVPlatformMultipleTimedWaitTest, ForAllThatRunsOutTakesNeitherMutexNorSemaphore)
 {
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
     const COwnHandle hSemaphore(Semaphore::Create(2, 2, nullptr));
@@ -514,7 +514,7 @@ TEST(TOVMultipleTimedWaitTest, ForAllThatRunsOutTakesNeitherMutexNorSemaphore)
     EXPECT_FALSE(TakesNow(hSemaphore));
 }
 
-TEST(TOVMultipleTimedWaitTest, LooksOnlyWithATimeOfZero)
+TEST(TOVPlatformMultipleTimedWaitTest, LooksOnlyWithATimeOfZero)
 {
     const CSignalledEvents oEvents(2);
 
@@ -524,7 +524,7 @@ TEST(TOVMultipleTimedWaitTest, LooksOnlyWithATimeOfZero)
     EXPECT_EQ(-2, WaitForAll(oEvents.Handles(), 0));
 }
 
-TEST(TOVMultipleTimedWaitTest, KeepsTheLow32BitsOfTheTime)
+TEST(TOVPlatformMultipleTimedWaitTest, KeepsTheLow32BitsOfTheTime)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     volatile unsigned long long ullTime = 0x100000000;
@@ -533,7 +533,7 @@ TEST(TOVMultipleTimedWaitTest, KeepsTheLow32BitsOfTheTime)
     EXPECT_EQ(-2, WaitForAll({hEvent}, static_cast<long>(ullTime)));
 }
 
-TEST(TOVMultipleTimedWaitTest, FailsForABadHandleAtOnceWhateverTheTime)
+TEST(TOVPlatformMultipleTimedWaitTest, FailsForABadHandleAtOnceWhateverTheTime)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     for (const sBadHandle& oBad : BadHandles())
@@ -546,7 +546,7 @@ TEST(TOVMultipleTimedWaitTest, FailsForABadHandleAtOnceWhateverTheTime)
     }
 }
 
-TEST(TOVMultipleTimedWaitTest, LeavesNoWaiterBehindWhenItRunsOut)
+TEST(TOVPlatformMultipleTimedWaitTest, LeavesNoWaiterBehindWhenItRunsOut)
 {
     const COwnHandle hFirst(Event::Create(false, false, nullptr));
     const COwnHandle hSecond(Event::Create(false, false, nullptr));

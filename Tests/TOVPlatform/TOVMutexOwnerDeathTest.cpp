@@ -12,7 +12,7 @@ namespace Thread = TOVPlatform::TOVThread;
 
 namespace
 {
-const int ABANDONED = 0x80;
+constexpr int ABANDONED = 0x80;
 
 typedef std::function<void()> tAction;
 
@@ -96,10 +96,10 @@ const sWayToEnd WAYS_TO_END[] = {
     {"LocksLateAgain", &AtReleaseOfUsedThreadStorage},
 };
 
-class TOVMutexOwnerDeathTest : public testing::TestWithParam<sWayToEnd>
+class TOVPlatformMutexOwnerDeathTest : public testing::TestWithParam<sWayToEnd>
 {
 protected:
-    TOVMutexOwnerDeathTest() : m_hMutex(Mutex::Create(false, nullptr)) {}
+    TOVPlatformMutexOwnerDeathTest() : m_hMutex(Mutex::Create(false, nullptr)) {}
 
     void LockAndEnd(int nLevels = 1)
     {
@@ -112,10 +112,10 @@ protected:
     const COwnHandle m_hMutex;
 };
 
-INSTANTIATE_TEST_SUITE_P(Owner, TOVMutexOwnerDeathTest, testing::ValuesIn(WAYS_TO_END), sRowName());
+INSTANTIATE_TEST_SUITE_P(Owner, TOVPlatformMutexOwnerDeathTest, testing::ValuesIn(WAYS_TO_END), sRowName());
 } // namespace
 
-TEST_P(TOVMutexOwnerDeathTest, IsToldByAWaitForMany)
+TEST_P(TOVPlatformMutexOwnerDeathTest, IsToldByAWaitForMany)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     LockAndEnd();
@@ -127,7 +127,7 @@ TEST_P(TOVMutexOwnerDeathTest, IsToldByAWaitForMany)
     EXPECT_FALSE(IsLockedForOthers(m_hMutex));
 }
 
-TEST_P(TOVMutexOwnerDeathTest, IsToldByAWaitForAll)
+TEST_P(TOVPlatformMutexOwnerDeathTest, IsToldByAWaitForAll)
 {
     const COwnHandle hEvent(Event::Create(false, true, nullptr));
     LockAndEnd();
@@ -141,7 +141,7 @@ TEST_P(TOVMutexOwnerDeathTest, IsToldByAWaitForAll)
     Mutex::Unlock(m_hMutex);
 }
 
-TEST_P(TOVMutexOwnerDeathTest, MakesATimedWaitTrue)
+TEST_P(TOVPlatformMutexOwnerDeathTest, MakesATimedWaitTrue)
 {
     LockAndEnd();
 
@@ -151,7 +151,7 @@ TEST_P(TOVMutexOwnerDeathTest, MakesATimedWaitTrue)
     Mutex::Unlock(m_hMutex);
 }
 
-TEST_P(TOVMutexOwnerDeathTest, LetsAPlainLockThrough)
+TEST_P(TOVPlatformMutexOwnerDeathTest, LetsAPlainLockThrough)
 {
     LockAndEnd();
 
@@ -162,7 +162,7 @@ TEST_P(TOVMutexOwnerDeathTest, LetsAPlainLockThrough)
     EXPECT_FALSE(IsLockedForOthers(m_hMutex));
 }
 
-TEST_P(TOVMutexOwnerDeathTest, CountsAsLockedForTheOneWhoOwnsItFromThenOn)
+TEST_P(TOVPlatformMutexOwnerDeathTest, CountsAsLockedForTheOneWhoOwnsItFromThenOn)
 {
     LockAndEnd();
 
@@ -175,7 +175,7 @@ TEST_P(TOVMutexOwnerDeathTest, CountsAsLockedForTheOneWhoOwnsItFromThenOn)
     EXPECT_FALSE(IsLockedForOthers(m_hMutex));
 }
 
-TEST_P(TOVMutexOwnerDeathTest, LeavesNoLevelsToTheNextOwner)
+TEST_P(TOVPlatformMutexOwnerDeathTest, LeavesNoLevelsToTheNextOwner)
 {
     LockAndEnd(3);
 
@@ -185,7 +185,7 @@ TEST_P(TOVMutexOwnerDeathTest, LeavesNoLevelsToTheNextOwner)
     EXPECT_FALSE(IsLockedForOthers(m_hMutex));
 }
 
-TEST_P(TOVMutexOwnerDeathTest, IsToldOnce)
+TEST_P(TOVPlatformMutexOwnerDeathTest, IsToldOnce)
 {
     LockAndEnd();
 
@@ -198,7 +198,7 @@ TEST_P(TOVMutexOwnerDeathTest, IsToldOnce)
     Mutex::Unlock(m_hMutex);
 }
 
-TEST_P(TOVMutexOwnerDeathTest, IsToldEachTime)
+TEST_P(TOVPlatformMutexOwnerDeathTest, IsToldEachTime)
 {
     for (int nDeath = 0; nDeath < 50; ++nDeath)
     {
@@ -208,7 +208,7 @@ TEST_P(TOVMutexOwnerDeathTest, IsToldEachTime)
     }
 }
 
-TEST_P(TOVMutexOwnerDeathTest, IsPassedOverByAThreadThatEndedAsAFormerOwner)
+TEST_P(TOVPlatformMutexOwnerDeathTest, IsPassedOverByAThreadThatEndedAsAFormerOwner)
 {
     GetParam().fnRun([&] {
         Mutex::Lock(m_hMutex);
@@ -221,7 +221,7 @@ TEST_P(TOVMutexOwnerDeathTest, IsPassedOverByAThreadThatEndedAsAFormerOwner)
     Mutex::Unlock(m_hMutex);
 }
 
-TEST_P(TOVMutexOwnerDeathTest, IsNotUndoneByAnUnlockOfAnotherThread)
+TEST_P(TOVPlatformMutexOwnerDeathTest, IsNotUndoneByAnUnlockOfAnotherThread)
 {
     for (int nDeath = 0; nDeath < 20; ++nDeath)
     {
@@ -234,7 +234,7 @@ TEST_P(TOVMutexOwnerDeathTest, IsNotUndoneByAnUnlockOfAnotherThread)
     }
 }
 
-TEST_P(TOVMutexOwnerDeathTest, MakesNoOwnerOfANewThread)
+TEST_P(TOVPlatformMutexOwnerDeathTest, MakesNoOwnerOfANewThread)
 {
     for (int nDeath = 0; nDeath < 20; ++nDeath)
     {
@@ -250,7 +250,7 @@ TEST_P(TOVMutexOwnerDeathTest, MakesNoOwnerOfANewThread)
     }
 }
 
-TEST_P(TOVMutexOwnerDeathTest, ReachesAWaiterOfEachForm)
+TEST_P(TOVPlatformMutexOwnerDeathTest, ReachesAWaiterOfEachForm)
 {
     int nAny = 0;
     bool bTimed = false;
@@ -289,7 +289,7 @@ TEST_P(TOVMutexOwnerDeathTest, ReachesAWaiterOfEachForm)
     EXPECT_TRUE(bTimed);
 }
 
-TEST_P(TOVMutexOwnerDeathTest, LeavesEachOfManyMutexes)
+TEST_P(TOVPlatformMutexOwnerDeathTest, LeavesEachOfManyMutexes)
 {
     tHandles aMutexes;
     for (int nMutex = 0; nMutex < 64; ++nMutex)
@@ -304,7 +304,7 @@ TEST_P(TOVMutexOwnerDeathTest, LeavesEachOfManyMutexes)
         EXPECT_TRUE(Mutex::Destroy(hMutex));
 }
 
-TEST(TOVAbandonedMutexTest, IsToldOfTheLowestObjectThatCanBeHad)
+TEST(TOVPlatformAbandonedMutexTest, IsToldOfTheLowestObjectThatCanBeHad)
 {
     const COwnHandle hEvent(Event::Create(true, true, nullptr));
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
@@ -316,7 +316,7 @@ TEST(TOVAbandonedMutexTest, IsToldOfTheLowestObjectThatCanBeHad)
     Mutex::Unlock(hMutex);
 }
 
-TEST(TOVAbandonedMutexTest, IsKeptByAWaitForAllThatRunsOut)
+TEST(TOVPlatformAbandonedMutexTest, IsKeptByAWaitForAllThatRunsOut)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     const COwnHandle hMutex(Mutex::Create(false, nullptr));

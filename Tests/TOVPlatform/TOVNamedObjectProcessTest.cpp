@@ -12,7 +12,7 @@ namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 
 namespace
 {
-const int ABANDONED = 0x80;
+constexpr int ABANDONED = 0x80;
 
 typedef std::vector<std::string> tArguments;
 
@@ -184,7 +184,7 @@ TOV_CHILD(PassesSignalsOn)
     }
 }
 
-class TOVNamedObjectProcessTest : public testing::Test
+class TOVPlatformNamedObjectProcessTest : public testing::Test
 {
 protected:
     const std::string m_sName = UniqueName();
@@ -194,7 +194,7 @@ protected:
     const COwnHandle m_hGo{OpenEvent(m_sGo)};
 };
 
-TEST_F(TOVNamedObjectProcessTest, SignalsAnEventFromAnotherProcess)
+TEST_F(TOVPlatformNamedObjectProcessTest, SignalsAnEventFromAnotherProcess)
 {
     const COwnHandle hEvent(OpenEvent(m_sName));
     CChild oChild("SignalsNamedEvent", {m_sName});
@@ -205,7 +205,7 @@ TEST_F(TOVNamedObjectProcessTest, SignalsAnEventFromAnotherProcess)
     EXPECT_FALSE(TakesNow(hEvent));
 }
 
-TEST_F(TOVNamedObjectProcessTest, ReleasesAWaiterOfAnotherProcess)
+TEST_F(TOVPlatformNamedObjectProcessTest, ReleasesAWaiterOfAnotherProcess)
 {
     const COwnHandle hEvent(OpenEvent(m_sName));
     CChild oChild("AwaitsNamedEvent", {m_sName, m_sReady});
@@ -217,7 +217,7 @@ TEST_F(TOVNamedObjectProcessTest, ReleasesAWaiterOfAnotherProcess)
     EXPECT_FALSE(TakesNow(hEvent));
 }
 
-TEST_F(TOVNamedObjectProcessTest, KeepsAnEventAsItWasMade)
+TEST_F(TOVPlatformNamedObjectProcessTest, KeepsAnEventAsItWasMade)
 {
     const COwnHandle hEvent(Event::Create(true, true, m_sName.c_str()));
 
@@ -226,7 +226,7 @@ TEST_F(TOVNamedObjectProcessTest, KeepsAnEventAsItWasMade)
     EXPECT_TRUE(TakesNow(hEvent));
 }
 
-TEST_F(TOVNamedObjectProcessTest, PassesSignalsBackAndForth)
+TEST_F(TOVPlatformNamedObjectProcessTest, PassesSignalsBackAndForth)
 {
     const std::string sThere = UniqueName();
     const std::string sBack = UniqueName();
@@ -243,7 +243,7 @@ TEST_F(TOVNamedObjectProcessTest, PassesSignalsBackAndForth)
     EXPECT_EQ(0, oChild.Result().nExitCode);
 }
 
-TEST_F(TOVNamedObjectProcessTest, KeepsOthersOutWhileAProcessOwnsTheMutex)
+TEST_F(TOVPlatformNamedObjectProcessTest, KeepsOthersOutWhileAProcessOwnsTheMutex)
 {
     const COwnHandle hMutex(OpenMutex(m_sName));
     CChild oChild("OwnsNamedMutex", {m_sName, m_sReady, m_sGo, "unlock"});
@@ -260,7 +260,7 @@ TEST_F(TOVNamedObjectProcessTest, KeepsOthersOutWhileAProcessOwnsTheMutex)
     EXPECT_EQ(0, oChild.Result().nExitCode);
 }
 
-TEST_F(TOVNamedObjectProcessTest, TellsTheDeathOfAnOwnerThatWasAProcess)
+TEST_F(TOVPlatformNamedObjectProcessTest, TellsTheDeathOfAnOwnerThatWasAProcess)
 {
     for (const char* szWay : WAYS_TO_END)
     {
@@ -276,7 +276,7 @@ TEST_F(TOVNamedObjectProcessTest, TellsTheDeathOfAnOwnerThatWasAProcess)
     }
 }
 
-TEST_F(TOVNamedObjectProcessTest, CountsTheMutexOfADeadProcessAsLocked)
+TEST_F(TOVPlatformNamedObjectProcessTest, CountsTheMutexOfADeadProcessAsLocked)
 {
     for (const char* szWay : WAYS_TO_END)
     {
@@ -290,7 +290,7 @@ TEST_F(TOVNamedObjectProcessTest, CountsTheMutexOfADeadProcessAsLocked)
     }
 }
 
-TEST_F(TOVNamedObjectProcessTest, ReachesAWaiterWhenTheOwningProcessEnds)
+TEST_F(TOVPlatformNamedObjectProcessTest, ReachesAWaiterWhenTheOwningProcessEnds)
 {
     for (const char* szWay : WAYS_TO_END)
     {
@@ -319,7 +319,7 @@ TEST_F(TOVNamedObjectProcessTest, ReachesAWaiterWhenTheOwningProcessEnds)
     }
 }
 
-TEST_F(TOVNamedObjectProcessTest, TellsTheDeathOfAThreadOfAnotherProcess)
+TEST_F(TOVPlatformNamedObjectProcessTest, TellsTheDeathOfAThreadOfAnotherProcess)
 {
     const COwnHandle hMutex(OpenMutex(m_sName));
     CChild oChild("AbandonsNamedMutexByAThread", {m_sName, m_sReady, m_sGo});
@@ -332,7 +332,7 @@ TEST_F(TOVNamedObjectProcessTest, TellsTheDeathOfAThreadOfAnotherProcess)
     EXPECT_EQ(0, oChild.Result().nExitCode);
 }
 
-TEST_F(TOVNamedObjectProcessTest, GivesTheMutexToAnotherProcess)
+TEST_F(TOVPlatformNamedObjectProcessTest, GivesTheMutexToAnotherProcess)
 {
     const COwnHandle hMutex(Mutex::Create(true, m_sName.c_str()));
     CChild oChild("AwaitsNamedMutex", {m_sName, m_sReady});
@@ -343,7 +343,7 @@ TEST_F(TOVNamedObjectProcessTest, GivesTheMutexToAnotherProcess)
     EXPECT_EQ("locked; 0; ", oChild.Result().sOutput);
 }
 
-TEST_F(TOVNamedObjectProcessTest, TellsAnotherProcessOfTheDeathOfAThread)
+TEST_F(TOVPlatformNamedObjectProcessTest, TellsAnotherProcessOfTheDeathOfAThread)
 {
     const COwnHandle hMutex(OpenMutex(m_sName));
     CWorker oOwner;
@@ -356,7 +356,7 @@ TEST_F(TOVNamedObjectProcessTest, TellsAnotherProcessOfTheDeathOfAThread)
     EXPECT_EQ("locked; 128; ", oChild.Result().sOutput);
 }
 
-TEST_F(TOVNamedObjectProcessTest, LetsOneProcessInAtATime)
+TEST_F(TOVPlatformNamedObjectProcessTest, LetsOneProcessInAtATime)
 {
     const int nChildren = 4;
     const CTempFolder oFolder;
@@ -373,7 +373,7 @@ TEST_F(TOVNamedObjectProcessTest, LetsOneProcessInAtATime)
     EXPECT_EQ(std::to_string(200 * nChildren), ReadWholeFile(sFile));
 }
 
-TEST_F(TOVNamedObjectProcessTest, IsGoneWithTheLastProcessThatHadIt)
+TEST_F(TOVPlatformNamedObjectProcessTest, IsGoneWithTheLastProcessThatHadIt)
 {
     for (const char* szWay : WAYS_TO_END)
     {
@@ -392,7 +392,7 @@ TEST_F(TOVNamedObjectProcessTest, IsGoneWithTheLastProcessThatHadIt)
     }
 }
 
-TEST_F(TOVNamedObjectProcessTest, LeavesItsNameToAnotherKindWhenItsProcessHasEnded)
+TEST_F(TOVPlatformNamedObjectProcessTest, LeavesItsNameToAnotherKindWhenItsProcessHasEnded)
 {
     for (const char* szWay : WAYS_TO_END)
     {
@@ -409,7 +409,7 @@ TEST_F(TOVNamedObjectProcessTest, LeavesItsNameToAnotherKindWhenItsProcessHasEnd
     }
 }
 
-TEST_F(TOVNamedObjectProcessTest, OutlivesTheProcessThatCreatedIt)
+TEST_F(TOVPlatformNamedObjectProcessTest, OutlivesTheProcessThatCreatedIt)
 {
     CChild oCreator("OwnsNamedMutex", {m_sName, m_sReady, m_sGo, "crash"});
     ASSERT_TRUE(Event::TimedWait(m_hReady, DEADLINE));
@@ -420,7 +420,7 @@ TEST_F(TOVNamedObjectProcessTest, OutlivesTheProcessThatCreatedIt)
     EXPECT_EQ("locked; 0; ", RunChild("AwaitsNamedMutex", {m_sName, m_sReady}).sOutput) << "abandoned, then its own";
 }
 
-TEST_F(TOVNamedObjectProcessTest, CountsUnitsThatAnotherProcessTook)
+TEST_F(TOVPlatformNamedObjectProcessTest, CountsUnitsThatAnotherProcessTook)
 {
     for (const char* szWay : WAYS_TO_END)
     {
@@ -432,7 +432,7 @@ TEST_F(TOVNamedObjectProcessTest, CountsUnitsThatAnotherProcessTook)
     }
 }
 
-TEST_F(TOVNamedObjectProcessTest, CountsUnitsThatAnotherProcessGave)
+TEST_F(TOVPlatformNamedObjectProcessTest, CountsUnitsThatAnotherProcessGave)
 {
     const COwnHandle hSemaphore(OpenSemaphore(m_sName, 3, 5));
 
@@ -441,7 +441,7 @@ TEST_F(TOVNamedObjectProcessTest, CountsUnitsThatAnotherProcessGave)
     EXPECT_EQ(0, Semaphore::Unlock(hSemaphore, 1)) << "at its maximum";
 }
 
-TEST_F(TOVNamedObjectProcessTest, GivesAllObjectsOfAWaitToAnotherProcess)
+TEST_F(TOVPlatformNamedObjectProcessTest, GivesAllObjectsOfAWaitToAnotherProcess)
 {
     const std::string sMutex = UniqueName();
     const std::string sSemaphore = UniqueName();

@@ -8,7 +8,7 @@ namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 
 namespace
 {
-class TOVNamedObjectTest : public testing::TestWithParam<sObjectKind>
+class TOVPlatformNamedObjectTest : public testing::TestWithParam<sObjectKind>
 {
 protected:
     static unsigned long long Create(const std::string& sName) { return GetParam().fnCreate(sName.c_str()); }
@@ -23,10 +23,10 @@ protected:
     const std::string m_sName = UniqueName();
 };
 
-INSTANTIATE_TEST_SUITE_P(Kind, TOVNamedObjectTest, testing::ValuesIn(OBJECT_KINDS), sRowName());
+INSTANTIATE_TEST_SUITE_P(Kind, TOVPlatformNamedObjectTest, testing::ValuesIn(OBJECT_KINDS), sRowName());
 } // namespace
 
-TEST_P(TOVNamedObjectTest, IsSharedByAllOfItsName)
+TEST_P(TOVPlatformNamedObjectTest, IsSharedByAllOfItsName)
 {
     const COwnHandle hFirst(Create(m_sName));
     const COwnHandle hSecond(Create(m_sName));
@@ -38,7 +38,7 @@ TEST_P(TOVNamedObjectTest, IsSharedByAllOfItsName)
     EXPECT_FALSE(OthersCanHave(hSecond));
 }
 
-TEST_P(TOVNamedObjectTest, IsNotSharedWithOtherNames)
+TEST_P(TOVPlatformNamedObjectTest, IsNotSharedWithOtherNames)
 {
     const COwnHandle hObject(Create(m_sName));
     const COwnHandle hLonger(Create(m_sName + "x"));
@@ -52,7 +52,7 @@ TEST_P(TOVNamedObjectTest, IsNotSharedWithOtherNames)
     EXPECT_TRUE(OthersCanHave(hOtherCase));
 }
 
-TEST_P(TOVNamedObjectTest, IsNotSharedWithoutAName)
+TEST_P(TOVPlatformNamedObjectTest, IsNotSharedWithoutAName)
 {
     for (const char* szNone : {static_cast<const char*>(nullptr), ""})
     {
@@ -63,7 +63,7 @@ TEST_P(TOVNamedObjectTest, IsNotSharedWithoutAName)
     }
 }
 
-TEST_P(TOVNamedObjectTest, LivesUntilItsLastHandleIsDestroyed)
+TEST_P(TOVPlatformNamedObjectTest, LivesUntilItsLastHandleIsDestroyed)
 {
     const unsigned long long hFirst = Create(m_sName);
     const unsigned long long hSecond = Create(m_sName);
@@ -79,7 +79,7 @@ TEST_P(TOVNamedObjectTest, LivesUntilItsLastHandleIsDestroyed)
     EXPECT_TRUE(OthersCanHave(hNew));
 }
 
-TEST_P(TOVNamedObjectTest, CanBeHadThroughOneHandleAfterTheOtherIsDestroyed)
+TEST_P(TOVPlatformNamedObjectTest, CanBeHadThroughOneHandleAfterTheOtherIsDestroyed)
 {
     const COwnHandle hFirst(Create(m_sName));
     const unsigned long long hSecond = Create(m_sName);
@@ -90,7 +90,7 @@ TEST_P(TOVNamedObjectTest, CanBeHadThroughOneHandleAfterTheOtherIsDestroyed)
     EXPECT_EQ(0, WaitForAny({hFirst}, 0));
 }
 
-TEST_P(TOVNamedObjectTest, TakesNamesOfAnyForm)
+TEST_P(TOVPlatformNamedObjectTest, TakesNamesOfAnyForm)
 {
     const std::string aNames[] = {m_sName + " a/b/../c", m_sName + ".*?:|<>\"'%", m_sName + std::string(200, 'n'),
                                   "/" + m_sName, "." + m_sName};
@@ -104,7 +104,7 @@ TEST_P(TOVNamedObjectTest, TakesNamesOfAnyForm)
     }
 }
 
-TEST_P(TOVNamedObjectTest, TellsLongNamesApartByTheirEnd)
+TEST_P(TOVPlatformNamedObjectTest, TellsLongNamesApartByTheirEnd)
 {
     const std::string sLong = m_sName + std::string(200, 'n');
     const COwnHandle hFirst(Create(sLong + "1"));
@@ -115,7 +115,7 @@ TEST_P(TOVNamedObjectTest, TellsLongNamesApartByTheirEnd)
     EXPECT_TRUE(OthersCanHave(hSecond));
 }
 
-TEST_P(TOVNamedObjectTest, RefusesANameOfAnotherKind)
+TEST_P(TOVPlatformNamedObjectTest, RefusesANameOfAnotherKind)
 {
     const COwnHandle hObject(Create(m_sName));
     for (const sObjectKind& oKind : OBJECT_KINDS)
@@ -128,7 +128,7 @@ TEST_P(TOVNamedObjectTest, RefusesANameOfAnotherKind)
     EXPECT_TRUE(TakesNow(hObject)) << "left alone";
 }
 
-TEST_P(TOVNamedObjectTest, LeavesItsNameToAnyKindWhenItIsGone)
+TEST_P(TOVPlatformNamedObjectTest, LeavesItsNameToAnyKindWhenItIsGone)
 {
     for (const sObjectKind& oKind : OBJECT_KINDS)
     {
@@ -139,7 +139,7 @@ TEST_P(TOVNamedObjectTest, LeavesItsNameToAnyKindWhenItIsGone)
     }
 }
 
-TEST_P(TOVNamedObjectTest, IsTakenWithUnnamedOnesInOneWait)
+TEST_P(TOVPlatformNamedObjectTest, IsTakenWithUnnamedOnesInOneWait)
 {
     const COwnHandle hNamed(Create(m_sName));
     const COwnHandle hSame(Create(m_sName));
@@ -153,7 +153,7 @@ TEST_P(TOVNamedObjectTest, IsTakenWithUnnamedOnesInOneWait)
     EXPECT_TRUE(TakesNow(hUnnamed)) << "nothing is taken by a wait that runs out";
 }
 
-TEST(TOVNamedEventTest, KeepsTheKindOfResetThatItWasMadeWith)
+TEST(TOVPlatformNamedEventTest, KeepsTheKindOfResetThatItWasMadeWith)
 {
     const std::string sName = UniqueName();
     const COwnHandle hManual(Event::Create(true, false, sName.c_str()));
@@ -168,7 +168,7 @@ TEST(TOVNamedEventTest, KeepsTheKindOfResetThatItWasMadeWith)
     EXPECT_FALSE(TakesNow(hSame));
 }
 
-TEST(TOVNamedEventTest, ReleasesAWaiterThroughAnotherHandle)
+TEST(TOVPlatformNamedEventTest, ReleasesAWaiterThroughAnotherHandle)
 {
     const std::string sName = UniqueName();
     const COwnHandle hEvent(Event::Create(false, false, sName.c_str()));
@@ -182,7 +182,7 @@ TEST(TOVNamedEventTest, ReleasesAWaiterThroughAnotherHandle)
     EXPECT_FALSE(TakesNow(hEvent));
 }
 
-TEST(TOVNamedEventTest, ReleasesAWaiterForManyThroughAnotherHandle)
+TEST(TOVPlatformNamedEventTest, ReleasesAWaiterForManyThroughAnotherHandle)
 {
     const std::string sName = UniqueName();
     const COwnHandle hNever(Event::Create(false, false, nullptr));
@@ -207,7 +207,7 @@ TEST(TOVNamedEventTest, ReleasesAWaiterForManyThroughAnotherHandle)
     }
 }
 
-TEST(TOVNamedMutexTest, IsOwnedThroughEachOfItsHandles)
+TEST(TOVPlatformNamedMutexTest, IsOwnedThroughEachOfItsHandles)
 {
     const std::string sName = UniqueName();
     const COwnHandle hMutex(Mutex::Create(true, sName.c_str()));
@@ -222,7 +222,7 @@ TEST(TOVNamedMutexTest, IsOwnedThroughEachOfItsHandles)
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
-TEST(TOVNamedMutexTest, IsNotOwnedByTheOneWhoFindsIt)
+TEST(TOVPlatformNamedMutexTest, IsNotOwnedByTheOneWhoFindsIt)
 {
     const std::string sName = UniqueName();
     const COwnHandle hMutex(Mutex::Create(false, sName.c_str()));
@@ -231,7 +231,7 @@ TEST(TOVNamedMutexTest, IsNotOwnedByTheOneWhoFindsIt)
     EXPECT_FALSE(IsLockedForOthers(hSame));
 }
 
-TEST(TOVNamedMutexTest, IsAbandonedForEachOfItsHandles)
+TEST(TOVPlatformNamedMutexTest, IsAbandonedForEachOfItsHandles)
 {
     const std::string sName = UniqueName();
     const COwnHandle hMutex(Mutex::Create(false, sName.c_str()));
@@ -244,7 +244,7 @@ TEST(TOVNamedMutexTest, IsAbandonedForEachOfItsHandles)
     EXPECT_FALSE(IsLockedForOthers(hSame));
 }
 
-TEST(TOVNamedMutexTest, StaysOwnedWhenOneOfItsHandlesIsDestroyed)
+TEST(TOVPlatformNamedMutexTest, StaysOwnedWhenOneOfItsHandlesIsDestroyed)
 {
     const std::string sName = UniqueName();
     const COwnHandle hMutex(Mutex::Create(false, sName.c_str()));
@@ -258,7 +258,7 @@ TEST(TOVNamedMutexTest, StaysOwnedWhenOneOfItsHandlesIsDestroyed)
     EXPECT_FALSE(IsLockedForOthers(hMutex));
 }
 
-TEST(TOVNamedMutexTest, IsGoneWithItsLastHandleThoughAThreadOwnsIt)
+TEST(TOVPlatformNamedMutexTest, IsGoneWithItsLastHandleThoughAThreadOwnsIt)
 {
     const std::string sName = UniqueName();
     const unsigned long long hOld = Mutex::Create(false, sName.c_str());
@@ -274,7 +274,7 @@ TEST(TOVNamedMutexTest, IsGoneWithItsLastHandleThoughAThreadOwnsIt)
     Mutex::Unlock(hNew);
 }
 
-TEST(TOVNamedSemaphoreTest, KeepsTheCountsThatItWasMadeWith)
+TEST(TOVPlatformNamedSemaphoreTest, KeepsTheCountsThatItWasMadeWith)
 {
     const std::string sName = UniqueName();
     const COwnHandle hSemaphore(Semaphore::Create(2, 3, sName.c_str()));

@@ -428,7 +428,7 @@ TEST(TOVPlatformThreadTest, LogsNothing)
     EXPECT_TRUE(oLog.Checks().empty());
 }
 
-TEST(TOVThreadPriorityTest, HasTheNumbersOfTheExportedDesign)
+TEST(TOVPlatformThreadPriorityTest, HasTheNumbersOfTheExportedDesign)
 {
     EXPECT_EQ(0, Thread::eThreadPriorityLow);
     EXPECT_EQ(1, Thread::eThreadPriorityNormal);
@@ -436,14 +436,14 @@ TEST(TOVThreadPriorityTest, HasTheNumbersOfTheExportedDesign)
     EXPECT_EQ(3, Thread::eThreadPriorityTimeCritical);
 }
 
-TEST(TOVThreadPriorityTest, IsNormalAtFirst)
+TEST(TOVPlatformThreadPriorityTest, IsNormalAtFirst)
 {
     CHeldThread oThread;
 
     EXPECT_EQ(Thread::eThreadPriorityNormal, Thread::GetPriority(oThread.Handle()));
 }
 
-TEST(TOVThreadPriorityTest, ReadsBackAsItWasSet)
+TEST(TOVPlatformThreadPriorityTest, ReadsBackAsItWasSet)
 {
     CHeldThread oThread;
     for (const int nPriority : {3, 0, 2, 1, 3, 1, 0, 3, 2, 2, 0, 1})
@@ -453,7 +453,7 @@ TEST(TOVThreadPriorityTest, ReadsBackAsItWasSet)
     }
 }
 
-TEST(TOVThreadPriorityTest, IsNormalForAnyOtherValue)
+TEST(TOVPlatformThreadPriorityTest, IsNormalForAnyOtherValue)
 {
     CHeldThread oThread;
     for (const int nPriority : {7, 4, -1, -2, 15, 0x7FFFFFFF, -0x7FFFFFFF - 1})
@@ -464,7 +464,7 @@ TEST(TOVThreadPriorityTest, IsNormalForAnyOtherValue)
     }
 }
 
-TEST(TOVThreadPriorityTest, BelongsToOneThread)
+TEST(TOVPlatformThreadPriorityTest, BelongsToOneThread)
 {
     CHeldThread oFirst;
     CHeldThread oSecond;
@@ -475,7 +475,7 @@ TEST(TOVThreadPriorityTest, BelongsToOneThread)
     EXPECT_EQ(Thread::eThreadPriorityLow, Thread::GetPriority(oFirst.Handle()));
 }
 
-TEST(TOVThreadPriorityTest, ReachesTheSystemInTheOrderOfUrgency)
+TEST(TOVPlatformThreadPriorityTest, ReachesTheSystemInTheOrderOfUrgency)
 {
     EXPECT_LT(NativeLevel(0), NativeLevel(1));
     // Not every user may ask for more than normal.
@@ -483,7 +483,7 @@ TEST(TOVThreadPriorityTest, ReachesTheSystemInTheOrderOfUrgency)
     EXPECT_LE(NativeLevel(2), NativeLevel(3));
 }
 
-TEST(TOVThreadPriorityTest, IsMinusOneForAPriorityOfTheSystemThatHasNoEnumerator)
+TEST(TOVPlatformThreadPriorityTest, IsMinusOneForAPriorityOfTheSystemThatHasNoEnumerator)
 {
     const std::set<int> aKnown = {NativeLevel(0), NativeLevel(1), NativeLevel(2), NativeLevel(3)};
     int nForeign = 0;
@@ -499,7 +499,7 @@ TEST(TOVThreadPriorityTest, IsMinusOneForAPriorityOfTheSystemThatHasNoEnumerator
     EXPECT_LE(3, nForeign);
 }
 
-TEST(TOVThreadPriorityTest, IsReadFromTheSystem)
+TEST(TOVPlatformThreadPriorityTest, IsReadFromTheSystem)
 {
     CHeldThread oThread;
 

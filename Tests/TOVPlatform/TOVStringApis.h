@@ -11,7 +11,7 @@
 #include <vector>
 
 // The source that checks report.
-const char STRING_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+constexpr char STRING_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
 
 // Text in units of either width, each from one byte.
 template<class T> class CText

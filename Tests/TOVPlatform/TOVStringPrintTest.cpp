@@ -6,9 +6,9 @@
 
 namespace
 {
-const char NO_BUFFER[] = "szBuffer != NULL";
-const char NO_FORMAT[] = "szFormat != NULL";
-const char NO_COUNT[] = "nCount > 0";
+constexpr char NO_BUFFER[] = "szBuffer != NULL";
+constexpr char NO_FORMAT[] = "szFormat != NULL";
+constexpr char NO_COUNT[] = "nCount > 0";
 
 struct sIntegerPrint
 {

@@ -4,14 +4,14 @@
 
 namespace
 {
-const char NO_STRING1[] = "szString1 != NULL";
-const char NO_STRING2[] = "szString2 != NULL";
-const char NO_STRING[] = "szString != NULL";
-const char NO_SET[] = "szCharSet != NULL";
-const char NO_DESTINATION[] = "szStringDest != NULL";
-const char NO_SOURCE[] = "szStringSrc != NULL";
-const char NO_COUNT[] = "nCount > 0";
-const char NO_START[] = "szStart != NULL";
+constexpr char NO_STRING1[] = "szString1 != NULL";
+constexpr char NO_STRING2[] = "szString2 != NULL";
+constexpr char NO_STRING[] = "szString != NULL";
+constexpr char NO_SET[] = "szCharSet != NULL";
+constexpr char NO_DESTINATION[] = "szStringDest != NULL";
+constexpr char NO_SOURCE[] = "szStringSrc != NULL";
+constexpr char NO_COUNT[] = "nCount > 0";
+constexpr char NO_START[] = "szStart != NULL";
 
 struct sFind
 {
@@ -428,9 +428,9 @@ TYPED_TEST(TOVPlatformStringTest, StepsRefuseNullAndNegativeCounts)
     EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(nullptr, 1));
     EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::NInc(nullptr, -1));
     EXPECT_CHECK_AT(STRING_SOURCE, "nCount >= 0", TypeParam::NInc(oText, -1));
-    EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(NULL, oText));
-    EXPECT_CHECK_AT(STRING_SOURCE, "szStringCurrent != NULL", TypeParam::Dec(oText, NULL));
-    EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(NULL, NULL));
+    EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(nullptr, oText));
+    EXPECT_CHECK_AT(STRING_SOURCE, "szStringCurrent != NULL", TypeParam::Dec(oText, nullptr));
+    EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(nullptr, nullptr));
 }
 
 TYPED_TEST(TOVPlatformStringTest, ReadsSignedNumbers)

@@ -8,16 +8,16 @@ namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 
 namespace
 {
-class TOVSynchronizationObjectTest : public testing::TestWithParam<sObjectKind>
+class TOVPlatformSynchronizationObjectTest : public testing::TestWithParam<sObjectKind>
 {
 protected:
     static unsigned long long Create() { return GetParam().fnCreate(nullptr); }
 };
 
-INSTANTIATE_TEST_SUITE_P(Kind, TOVSynchronizationObjectTest, testing::ValuesIn(OBJECT_KINDS), sRowName());
+INSTANTIATE_TEST_SUITE_P(Kind, TOVPlatformSynchronizationObjectTest, testing::ValuesIn(OBJECT_KINDS), sRowName());
 } // namespace
 
-TEST_P(TOVSynchronizationObjectTest, HasAHandleOfItsOwn)
+TEST_P(TOVPlatformSynchronizationObjectTest, HasAHandleOfItsOwn)
 {
     const COwnHandle hFirst(Create());
     const COwnHandle hSecond(Create());
@@ -26,7 +26,7 @@ TEST_P(TOVSynchronizationObjectTest, HasAHandleOfItsOwn)
     EXPECT_NE(static_cast<unsigned long long>(hFirst), static_cast<unsigned long long>(hSecond));
 }
 
-TEST_P(TOVSynchronizationObjectTest, WidensANativeHandleWithItsSign)
+TEST_P(TOVPlatformSynchronizationObjectTest, WidensANativeHandleWithItsSign)
 {
     const COwnHandle hObject(Create());
     const unsigned long long hValue = hObject;
@@ -41,7 +41,7 @@ TEST_P(TOVSynchronizationObjectTest, WidensANativeHandleWithItsSign)
     }
 }
 
-TEST_P(TOVSynchronizationObjectTest, IsDestroyedOnce)
+TEST_P(TOVPlatformSynchronizationObjectTest, IsDestroyedOnce)
 {
     const unsigned long long hObject = Create();
 
@@ -49,7 +49,7 @@ TEST_P(TOVSynchronizationObjectTest, IsDestroyedOnce)
     EXPECT_FALSE(GetParam().fnDestroy(hObject));
 }
 
-TEST_P(TOVSynchronizationObjectTest, LogsNothing)
+TEST_P(TOVPlatformSynchronizationObjectTest, LogsNothing)
 {
     CLogRecorder oLog;
 
@@ -60,7 +60,7 @@ TEST_P(TOVSynchronizationObjectTest, LogsNothing)
     EXPECT_TRUE(oLog.Checks().empty());
 }
 
-TEST(TOVMissingObjectTest, IsNotLogged)
+TEST(TOVPlatformMissingObjectTest, IsNotLogged)
 {
     CLogRecorder oLog;
 
@@ -75,7 +75,7 @@ TEST(TOVMissingObjectTest, IsNotLogged)
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS
-TEST_P(TOVSynchronizationObjectTest, IsZeroWhenTheSystemHasNoMore)
+TEST_P(TOVPlatformSynchronizationObjectTest, IsZeroWhenTheSystemHasNoMore)
 {
     unsigned long long hObject = 1;
     {

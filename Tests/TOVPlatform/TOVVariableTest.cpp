@@ -5,7 +5,7 @@
 
 namespace Variable = TOVPlatform::TOVSynchronization::Variable;
 
-TEST(TOVVariableTest, IncrementGivesTheNewValue)
+TEST(TOVPlatformVariableTest, IncrementGivesTheNewValue)
 {
     long lVariable = 41;
 
@@ -13,7 +13,7 @@ TEST(TOVVariableTest, IncrementGivesTheNewValue)
     EXPECT_EQ(42, lVariable);
 }
 
-TEST(TOVVariableTest, IncrementsAnyValueOf32Bits)
+TEST(TOVPlatformVariableTest, IncrementsAnyValueOf32Bits)
 {
     const std::int32_t aValues[] = {0, -1, -2, 0x7FFFFFFE, INT32_MIN};
     for (const std::int32_t nValue : aValues)
@@ -24,7 +24,7 @@ TEST(TOVVariableTest, IncrementsAnyValueOf32Bits)
     }
 }
 
-TEST(TOVVariableTest, WrapsAt32Bits)
+TEST(TOVPlatformVariableTest, WrapsAt32Bits)
 {
     long lVariable = INT32_MAX;
 
@@ -32,7 +32,7 @@ TEST(TOVVariableTest, WrapsAt32Bits)
     EXPECT_EQ(INT32_MIN, lVariable);
 }
 
-TEST(TOVVariableTest, ReadsAVariableOf32BitsWithoutItsSign)
+TEST(TOVPlatformVariableTest, ReadsAVariableOf32BitsWithoutItsSign)
 {
     long lVariable = static_cast<long>(0xFFFFFFFFu);
 
@@ -40,7 +40,7 @@ TEST(TOVVariableTest, ReadsAVariableOf32BitsWithoutItsSign)
     EXPECT_EQ(0, lVariable);
 }
 
-TEST(TOVVariableTest, GivesEachThreadAValueOfItsOwn)
+TEST(TOVPlatformVariableTest, GivesEachThreadAValueOfItsOwn)
 {
     const int nThreads = 4;
     const int nTurns = 20000;

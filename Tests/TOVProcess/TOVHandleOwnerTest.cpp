@@ -19,11 +19,11 @@ struct sNamesOfOwners
     }
 };
 
-template<class T> class CTOVHandleOwnerTest : public testing::Test
+template<class T> class TOVHandleOwnerTest : public testing::Test
 {
 };
 typedef testing::Types<CTOVEvent, CTOVMutex, CTOVSemaphore> tOwners;
-TYPED_TEST_SUITE(CTOVHandleOwnerTest, tOwners, sNamesOfOwners);
+TYPED_TEST_SUITE(TOVHandleOwnerTest, tOwners, sNamesOfOwners);
 
 // A member of a class, or its destructor, and the check that fails without a handle.
 struct sRefusal
@@ -49,9 +49,9 @@ template<class TLock> void EndWithoutHandle()
     oLock.End();
 }
 
-const char MUTEX[] = "TOVProcess/TOVMutex";
-const char SEMAPHORE[] = "TOVProcess/TOVSemaphore";
-const char SECTION[] = "TOVProcess/TOVCriticalSection";
+constexpr char MUTEX[] = "TOVProcess/TOVMutex";
+constexpr char SEMAPHORE[] = "TOVProcess/TOVSemaphore";
+constexpr char SECTION[] = "TOVProcess/TOVCriticalSection";
 
 const sRefusal REFUSALS[] = {
     {"MutexLock", MUTEX, "m_hMutex != NULL", &CallWithoutHandle<CTOVMutex, &CTOVMutex::Lock>},
@@ -74,18 +74,18 @@ const sRefusal TOLD_AT_THE_END[] = {
     {"CriticalSection", SECTION, "m_hCriticalSection != NULL", &EndWithoutHandle<CTOVCriticalSection>},
 };
 
-class CTOVMissingHandleTest : public testing::TestWithParam<sRefusal>
+class TOVMissingHandleTest : public testing::TestWithParam<sRefusal>
 {
 };
-INSTANTIATE_TEST_SUITE_P(Member, CTOVMissingHandleTest, testing::ValuesIn(REFUSALS), sRowName());
+INSTANTIATE_TEST_SUITE_P(Member, TOVMissingHandleTest, testing::ValuesIn(REFUSALS), sRowName());
 
-class CTOVMissingHandleEndTest : public testing::TestWithParam<sRefusal>
+class TOVMissingHandleEndTest : public testing::TestWithParam<sRefusal>
 {
 };
-INSTANTIATE_TEST_SUITE_P(Class, CTOVMissingHandleEndTest, testing::ValuesIn(TOLD_AT_THE_END), sRowName());
+INSTANTIATE_TEST_SUITE_P(Class, TOVMissingHandleEndTest, testing::ValuesIn(TOLD_AT_THE_END), sRowName());
 } // namespace
 
-TYPED_TEST(CTOVHandleOwnerTest, SharesItsHandleWithACopy)
+TYPED_TEST(TOVHandleOwnerTest, SharesItsHandleWithACopy)
 {
     TypeParam oOwner;
     CUnended<TypeParam> oCopy(oOwner);
@@ -94,7 +94,7 @@ TYPED_TEST(CTOVHandleOwnerTest, SharesItsHandleWithACopy)
     EXPECT_EQ(HandleOf(oOwner), HandleOf(*oCopy));
 }
 
-TYPED_TEST(CTOVHandleOwnerTest, SharesTheHandleThatIsAssignedAndLeavesItsOldOneOpen)
+TYPED_TEST(TOVHandleOwnerTest, SharesTheHandleThatIsAssignedAndLeavesItsOldOneOpen)
 {
     TypeParam oTarget;
     const COwnHandle hOld(HandleOf(oTarget));
@@ -106,7 +106,7 @@ TYPED_TEST(CTOVHandleOwnerTest, SharesTheHandleThatIsAssignedAndLeavesItsOldOneO
     EXPECT_NE(-1, WaitForAny({hOld}, 0)) << "still there";
 }
 
-TYPED_TEST(CTOVHandleOwnerTest, IsClosedByTheFirstDestructorOfTwoCopies)
+TYPED_TEST(TOVHandleOwnerTest, IsClosedByTheFirstDestructorOfTwoCopies)
 {
     CLogRecorder oLog;
     {
@@ -121,12 +121,12 @@ TYPED_TEST(CTOVHandleOwnerTest, IsClosedByTheFirstDestructorOfTwoCopies)
     EXPECT_TRUE(oLog.Checks().empty());
 }
 
-TEST_P(CTOVMissingHandleTest, IsRefused)
+TEST_P(TOVMissingHandleTest, IsRefused)
 {
     EXPECT_CHECK_AT(GetParam().szFile, GetParam().szText, GetParam().fnCall());
 }
 
-TEST_P(CTOVMissingHandleEndTest, IsToldAtTheEnd)
+TEST_P(TOVMissingHandleEndTest, IsToldAtTheEnd)
 {
     EXPECT_TOLD_CHECK_AT(GetParam().szFile, GetParam().szText, GetParam().fnCall());
 }

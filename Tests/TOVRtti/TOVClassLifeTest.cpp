@@ -10,7 +10,7 @@ TOV_PRIVATE_MEMBER(ClassId, CTOVClass, unsigned long, m_dwClassId)
 TOV_PRIVATE_MEMBER(IsRegistered, CTOVClass, bool, m_bRegistered)
 TOV_PRIVATE_MEMBER(NextIdOf, CTOVClassServer, unsigned long, m_dwNextClassId)
 
-const unsigned long NO_ID = 0xFFFFFFFFul;
+constexpr unsigned long NO_ID = 0xFFFFFFFFul;
 
 // The ids of the process's server are used up while it lives.
 class CUsedUpIds

@@ -102,8 +102,8 @@ TEST_F(CTOVClassServerTest, RefusesAMissingClass)
     m_oServer.AddClass("Held", &m_oClass);
     const CLogRecorder oLog;
 
-    EXPECT_CHECK_AT("TOVRtti/TOVClassServer", "pClass != NULL", m_oServer.AddClass("New", NULL));
-    EXPECT_CHECK_AT("TOVRtti/TOVClassServer", "pClass != NULL", m_oServer.AddClass("Held", NULL));
+    EXPECT_CHECK_AT("TOVRtti/TOVClassServer", "pClass != NULL", m_oServer.AddClass("New", nullptr));
+    EXPECT_CHECK_AT("TOVRtti/TOVClassServer", "pClass != NULL", m_oServer.AddClass("Held", nullptr));
     EXPECT_TRUE(oLog.Lines().empty());
     EXPECT_EQ(1, m_oServer.GetNumClasses());
     EXPECT_EQ(1u, m_oServer.AddClass("Next", &m_oOther));

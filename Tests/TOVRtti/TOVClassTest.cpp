@@ -61,14 +61,14 @@ public:
 const CTOVClass CFigure::_s_oClass("CFigure");
 const CTOVClass CCircle::_s_oClass("CCircle", &CFigure::_s_oClass, &IDrawable::GetClass());
 
-const char INDEX_CHECK[] = "(0 <= nSuperClass) && (nSuperClass < GetNumSuperClasses())";
+constexpr char INDEX_CHECK[] = "(0 <= nSuperClass) && (nSuperClass < GetNumSuperClasses())";
 } // namespace
 
 TEST(CTOVClassTest, RefusesAMissingName)
 {
     const long lHeld = GetNumHeld();
 
-    EXPECT_CHECK_AT("TOVRtti/TOVClass", "szClassName != NULL", CTOVClass(NULL));
+    EXPECT_CHECK_AT("TOVRtti/TOVClass", "szClassName != NULL", CTOVClass(nullptr));
     EXPECT_EQ(lHeld, GetNumHeld());
 }
 

@@ -5,9 +5,9 @@
 
 typedef CTOVFileStream::FileStreamException FileStreamException;
 
-const int READ = ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary;
-const int WRITE = ITOVFile::eFileOpenWrite | ITOVFile::eFileOpenBinary;
-const int UPDATE = READ | WRITE;
+constexpr int READ = ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary;
+constexpr int WRITE = ITOVFile::eFileOpenWrite | ITOVFile::eFileOpenBinary;
+constexpr int UPDATE = READ | WRITE;
 
 // A file that remembers what it was asked for, and fails.
 class CSpyFile : public CTOVFile

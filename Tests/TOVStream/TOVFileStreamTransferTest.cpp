@@ -104,7 +104,7 @@ TEST_F(CTOVFileStreamTransferTest, RefusesToReadWhileSavingOnly)
         char cByte = '.';
 
         EXPECT_STREAM_EXCEPTION(FileStreamException, 4, oStream.Read(&cByte, 1));
-        EXPECT_STREAM_EXCEPTION(FileStreamException, 4, oStream.Read(NULL, 0));
+        EXPECT_STREAM_EXCEPTION(FileStreamException, 4, oStream.Read(nullptr, 0));
         EXPECT_EQ(1u, oFile.m_aCalls.size()) << "more than GetSize";
     }
 }
@@ -117,7 +117,7 @@ TEST_F(CTOVFileStreamTransferTest, RefusesToWriteWhileLoadingOnly)
         CTOVFileStream oStream(&oFile, nMode, 0);
 
         EXPECT_STREAM_EXCEPTION(FileStreamException, 5, oStream.Write("a", 1));
-        EXPECT_STREAM_EXCEPTION(FileStreamException, 5, oStream.Write(NULL, 0));
+        EXPECT_STREAM_EXCEPTION(FileStreamException, 5, oStream.Write(nullptr, 0));
         EXPECT_EQ(1u, oFile.m_aCalls.size()) << "more than GetSize";
     }
 }

@@ -75,10 +75,10 @@ struct sNamesOfStreams
     }
 };
 
-template<class T> class CTOVNamedFileStreamTest : public testing::Test
+template<class T> class TOVNamedFileStreamTest : public testing::Test
 {
 protected:
-    CTOVNamedFileStreamTest() : m_sFile(m_oFolder.File("stream.bin")) { WriteWholeFile(m_sFile, "ab"); }
+    TOVNamedFileStreamTest() : m_sFile(m_oFolder.File("stream.bin")) { WriteWholeFile(m_sFile, "ab"); }
 
     const char* Name() const { return m_sFile.c_str(); }
 
@@ -86,10 +86,10 @@ protected:
     const std::string m_sFile;
 };
 typedef testing::Types<CReading, CWriting<false>, CWriting<true>> tNamedStreams;
-TYPED_TEST_SUITE(CTOVNamedFileStreamTest, tNamedStreams, sNamesOfStreams);
+TYPED_TEST_SUITE(TOVNamedFileStreamTest, tNamedStreams, sNamesOfStreams);
 } // namespace
 
-TYPED_TEST(CTOVNamedFileStreamTest, IsAStreamOfItsOwnThatHoldsAnother)
+TYPED_TEST(TOVNamedFileStreamTest, IsAStreamOfItsOwnThatHoldsAnother)
 {
     typedef typename TypeParam::tClass tClass;
     TypeParam oStream(this->Name());
@@ -100,7 +100,7 @@ TYPED_TEST(CTOVNamedFileStreamTest, IsAStreamOfItsOwnThatHoldsAnother)
     ExpectMembersInOrder(static_cast<const tClass&>(oStream), oStream.File(), oStream.Inner(), oStream.Mode());
 }
 
-TYPED_TEST(CTOVNamedFileStreamTest, GivesItsInnerStreamFileModeAndOption)
+TYPED_TEST(TOVNamedFileStreamTest, GivesItsInnerStreamFileModeAndOption)
 {
     TypeParam oStream(this->Name(), 0x1122334455667788ull);
     CTOVFileStream& oInner = *oStream.Inner();
@@ -111,7 +111,7 @@ TYPED_TEST(CTOVNamedFileStreamTest, GivesItsInnerStreamFileModeAndOption)
     EXPECT_EQ(0x1122334455667788ull, InnerOptionOf(oInner));
 }
 
-TYPED_TEST(CTOVNamedFileStreamTest, RefusesSectionsIfItsInnerStreamGoesAnotherWay)
+TYPED_TEST(TOVNamedFileStreamTest, RefusesSectionsIfItsInnerStreamGoesAnotherWay)
 {
     TypeParam oStream(this->Name());
     CTOVFileStream* const pBefore = oStream.Inner();
@@ -130,7 +130,7 @@ TYPED_TEST(CTOVNamedFileStreamTest, RefusesSectionsIfItsInnerStreamGoesAnotherWa
     oStream.Inner() = pBefore;
 }
 
-TYPED_TEST(CTOVNamedFileStreamTest, CannotBeOpenedInAMissingFolder)
+TYPED_TEST(TOVNamedFileStreamTest, CannotBeOpenedInAMissingFolder)
 {
     const unsigned long long hBefore = FreeSlot();
     const std::string sFile = this->m_oFolder.File("missing") + "/file";
@@ -147,14 +147,14 @@ TYPED_TEST(CTOVNamedFileStreamTest, CannotBeOpenedInAMissingFolder)
     EXPECT_EQ(hBefore, FreeSlot());
 }
 
-TYPED_TEST(CTOVNamedFileStreamTest, LetsOtherFailuresOfTheOpeningPass)
+TYPED_TEST(TOVNamedFileStreamTest, LetsOtherFailuresOfTheOpeningPass)
 {
     CTOVVirtualFileSystem::Instance().SetAssign("namedstream", this->m_oFolder.Path().c_str());
 
     EXPECT_CHECK("(0 <= lIndex) && (lIndex < GetLength())", TypeParam("namedstream:"));
 }
 
-TYPED_TEST(CTOVNamedFileStreamTest, HoldsOneFileUntilItIsDestroyedThroughItsVirtualDestructor)
+TYPED_TEST(TOVNamedFileStreamTest, HoldsOneFileUntilItIsDestroyedThroughItsVirtualDestructor)
 {
     const unsigned long long hBefore = FreeSlot();
     const int nEndsBefore = TypeParam::s_nEnds;
@@ -167,7 +167,7 @@ TYPED_TEST(CTOVNamedFileStreamTest, HoldsOneFileUntilItIsDestroyedThroughItsVirt
     EXPECT_EQ(hBefore, FreeSlot());
 }
 
-TYPED_TEST(CTOVNamedFileStreamTest, IsDestroyedInSilenceAfterItsFileWasClosed)
+TYPED_TEST(TOVNamedFileStreamTest, IsDestroyedInSilenceAfterItsFileWasClosed)
 {
     auto pStream = std::make_unique<TypeParam>(this->Name());
     pStream->File().Close();
@@ -176,7 +176,7 @@ TYPED_TEST(CTOVNamedFileStreamTest, IsDestroyedInSilenceAfterItsFileWasClosed)
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS
-TYPED_TEST(CTOVNamedFileStreamTest, LeavesNothingBehindWhereverTheMemoryEnds)
+TYPED_TEST(TOVNamedFileStreamTest, LeavesNothingBehindWhereverTheMemoryEnds)
 {
     const unsigned long long hBefore = FreeSlot();
     CQuietRecorder oLog;

@@ -17,7 +17,7 @@ std::vector<bool> HandlersOf(const std::function<void()>& fnStatement)
 }
 } // namespace
 
-TEST(CTOVStreamExceptionHandlerTest, GetsAFileStreamsExceptionByItsOwnTypeAlone)
+TEST(TOVStreamExceptionHandlerTest, GetsAFileStreamsExceptionByItsOwnTypeAlone)
 {
     CTempFolder oFolder;
     WriteWholeFile(oFolder.File("stream.bin"), "ab");
@@ -30,7 +30,7 @@ TEST(CTOVStreamExceptionHandlerTest, GetsAFileStreamsExceptionByItsOwnTypeAlone)
     EXPECT_TRUE(IsCaughtAs<CTOVException>(fnWrite));
 }
 
-TEST(CTOVStreamExceptionHandlerTest, GetsAReadersExceptionByItsOwnTypeAlone)
+TEST(TOVStreamExceptionHandlerTest, GetsAReadersExceptionByItsOwnTypeAlone)
 {
     CTempFolder oFolder;
     const std::string sMissing = oFolder.File("missing");
@@ -41,7 +41,7 @@ TEST(CTOVStreamExceptionHandlerTest, GetsAReadersExceptionByItsOwnTypeAlone)
     EXPECT_TRUE(IsCaughtAs<CTOVException>(fnOpen));
 }
 
-TEST(CTOVStreamExceptionHandlerTest, GetsAWritersExceptionByItsOwnTypeAlone)
+TEST(TOVStreamExceptionHandlerTest, GetsAWritersExceptionByItsOwnTypeAlone)
 {
     CTempFolder oFolder;
     CTOVWriteFileStream oStream(oFolder.File("stream.bin").c_str(), false, 0);
@@ -52,7 +52,7 @@ TEST(CTOVStreamExceptionHandlerTest, GetsAWritersExceptionByItsOwnTypeAlone)
     EXPECT_TRUE(IsCaughtAs<CTOVException>(fnSeek));
 }
 
-TEST(CTOVStreamExceptionHandlerTest, GetsAnApplicationsStreamException)
+TEST(TOVStreamExceptionHandlerTest, GetsAnApplicationsStreamException)
 {
     const auto fnThrow = [] { throw StreamException(7); };
 
@@ -60,7 +60,7 @@ TEST(CTOVStreamExceptionHandlerTest, GetsAnApplicationsStreamException)
     EXPECT_TRUE(IsCaughtAs<CTOVException>(fnThrow));
 }
 
-TEST(CTOVStreamExceptionHandlerTest, GetsAFailedCheckByItsOwnTypeAndByTheRoot)
+TEST(TOVStreamExceptionHandlerTest, GetsAFailedCheckByItsOwnTypeAndByTheRoot)
 {
     const auto fnConstruct = [] { CTOVFileStream oStream(nullptr, MODE_LOADING, 0); };
 
@@ -69,7 +69,7 @@ TEST(CTOVStreamExceptionHandlerTest, GetsAFailedCheckByItsOwnTypeAndByTheRoot)
     EXPECT_TRUE(IsCaughtAs<CTOVException>(fnConstruct));
 }
 
-TEST(CTOVStreamExceptionHandlerTest, KnowsTheThrownTypeBehindTheRoot)
+TEST(TOVStreamExceptionHandlerTest, KnowsTheThrownTypeBehindTheRoot)
 {
     CTempFolder oFolder;
     bool bCaught = false;

@@ -17,10 +17,10 @@
 typedef CTOVReadFileStream::ReadFileStreamException ReadFileStreamException;
 typedef CTOVWriteFileStream::WriteFileStreamException WriteFileStreamException;
 
-const int MODE_NONE = 0;
-const int MODE_LOADING = 1;
-const int MODE_SAVING = 2;
-const int MODE_BOTH = 3;
+constexpr int MODE_NONE = 0;
+constexpr int MODE_LOADING = 1;
+constexpr int MODE_SAVING = 2;
+constexpr int MODE_BOTH = 3;
 
 // Bytes in their order on disk.
 inline std::string Bytes(std::initializer_list<int> aBytes)

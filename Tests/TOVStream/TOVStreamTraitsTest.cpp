@@ -7,8 +7,8 @@
 
 namespace
 {
-const int MODE_ASCII_SAVING = 0x102;
-const int MODE_ASCII_LOADING = 0x101;
+constexpr int MODE_ASCII_SAVING = 0x102;
+constexpr int MODE_ASCII_LOADING = 0x101;
 
 // A type that an application brings its renderings for.
 enum eColour : unsigned char

@@ -9,7 +9,7 @@
 
 namespace
 {
-const char DIGITS[] = "123456789";
+constexpr char DIGITS[] = "123456789";
 const unsigned short START_VALUES[] = {0x0000, 0x0001, 0x00FF, 0x8000, 0xABCD, 0xFFFF};
 
 static_assert(
@@ -83,7 +83,7 @@ TEST(CRC16GenerateTest, NoBytesGiveTheRunningValueAndAreNotRead)
 {
     for (const unsigned short usStart : START_VALUES)
     {
-        EXPECT_EQ(usStart, CRC16Generate(NULL, 0, usStart));
+        EXPECT_EQ(usStart, CRC16Generate(nullptr, 0, usStart));
         EXPECT_EQ(usStart, CRC16Generate(DIGITS, 0, usStart));
     }
 }
@@ -128,7 +128,7 @@ TEST(CRC32GenerateTest, NoBytesGiveTheRunningValueAndAreNotRead)
 {
     for (const unsigned int uStart : {0u, 0x12345678u, 0xFFFFFFFFu})
     {
-        EXPECT_EQ(uStart, CRC32Generate(NULL, 0, uStart));
+        EXPECT_EQ(uStart, CRC32Generate(nullptr, 0, uStart));
         EXPECT_EQ(uStart, CRC32Generate(DIGITS, 0, uStart));
     }
 }

@@ -13,9 +13,9 @@ namespace
 {
 TOV_PRIVATE_MEMBER(TerminatorOf, CTOVFourCC, char, m_cTerminator)
 
-const char TOO_SHORT[] = "TOVPlatform::TOVString::Length(szFourCC) >= 4";
-const char SOURCE[] = "TOVString/TOVFourCC.cpp";
-const char HEADER[] = "TOVString/TOVFourCC.h";
+constexpr char TOO_SHORT[] = "TOVPlatform::TOVString::Length(szFourCC) >= 4";
+constexpr char SOURCE[] = "TOVString/TOVFourCC.cpp";
+constexpr char HEADER[] = "TOVString/TOVFourCC.h";
 
 static_assert(std::has_virtual_destructor<CTOVFourCC>::value);
 static_assert(std::is_same<decltype(&CTOVFourCC::ToDword), unsigned long (CTOVFourCC::*)() const>::value);
@@ -169,7 +169,7 @@ TEST(CTOVFourCCTest, RefusesNullWhereItsLengthIsMeasured)
 {
     CTOVFourCC oCode("abcd");
 
-    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVString"), "szString != NULL", oCode.FromString(NULL));
+    EXPECT_CHECK_AT(TOV_PLATFORM_SOURCE("TOVString"), "szString != NULL", oCode.FromString(nullptr));
 
     EXPECT_STREQ("abcd", oCode.ToString());
 }

@@ -8,9 +8,9 @@
 
 namespace
 {
-const char SOURCE[] = "TOVString/TOVResourceLoader";
-const char NONE_INSTALLED[] = "m_pInstance != NULL";
-const char ONE_INSTALLED[] = "m_pInstance == NULL";
+constexpr char SOURCE[] = "TOVString/TOVResourceLoader";
+constexpr char NONE_INSTALLED[] = "m_pInstance != NULL";
+constexpr char ONE_INSTALLED[] = "m_pInstance == NULL";
 
 class CLoader : public ITOVResourceLoader
 {
@@ -29,7 +29,7 @@ public:
 class ITOVResourceLoaderTest : public testing::Test
 {
 protected:
-    void TearDown() override { CLoader::SetInstance(NULL); }
+    void TearDown() override { CLoader::SetInstance(nullptr); }
 
     CLoader m_oLoader;
     CLoader m_oOther;
@@ -46,16 +46,16 @@ TEST_F(ITOVResourceLoaderTest, IsAnInterfaceWithoutDataAndDestructor)
 
 TEST_F(ITOVResourceLoaderTest, NoneIsInstalledAtFirst)
 {
-    EXPECT_EQ(NULL, CLoader::m_pInstance);
+    EXPECT_EQ(nullptr, CLoader::m_pInstance);
     EXPECT_CHECK_AT(SOURCE, NONE_INSTALLED, ITOVResourceLoader::Instance());
     EXPECT_CHECK_AT(SOURCE, NONE_INSTALLED, CLoader::GetInstance());
 }
 
 TEST_F(ITOVResourceLoaderTest, ClearingWithNothingInstalledIsFine)
 {
-    EXPECT_NO_CHECK(CLoader::SetInstance(NULL));
+    EXPECT_NO_CHECK(CLoader::SetInstance(nullptr));
 
-    EXPECT_EQ(NULL, CLoader::m_pInstance);
+    EXPECT_EQ(nullptr, CLoader::m_pInstance);
 }
 
 TEST_F(ITOVResourceLoaderTest, GivesTheInstalledLoader)
@@ -81,7 +81,7 @@ TEST_F(ITOVResourceLoaderTest, TakesASecondLoaderAfterTheFirstIsCleared)
 {
     CLoader::SetInstance(&m_oLoader);
 
-    CLoader::SetInstance(NULL);
+    CLoader::SetInstance(nullptr);
     EXPECT_CHECK_AT(SOURCE, NONE_INSTALLED, ITOVResourceLoader::Instance());
 
     CLoader::SetInstance(&m_oOther);

@@ -8,9 +8,9 @@
 
 namespace
 {
-const char NO_LOADER[] = "m_pInstance != NULL";
-const char LOADER_SOURCE[] = "TOVString/TOVResourceLoader";
-const char SOURCE[] = "TOVString/TOVStringA";
+constexpr char NO_LOADER[] = "m_pInstance != NULL";
+constexpr char LOADER_SOURCE[] = "TOVString/TOVResourceLoader";
+constexpr char SOURCE[] = "TOVString/TOVStringA";
 
 typedef CTOVStringA TypeParam;
 
@@ -98,7 +98,7 @@ TEST(CTOVStringAIdTest, TheLargestIdIsLoggedAsANumber)
 
 TEST(CTOVStringAIdTest, AFailedLoadLeavesTheStringEmptyAndIsNotLogged)
 {
-    const CTestLoader oLoader(NULL);
+    const CTestLoader oLoader(nullptr);
     const CLogRecorder oRecorder;
     CTOVStringA oText("before");
 
@@ -136,7 +136,7 @@ TEST(CTOVStringAIdTest, NullAndACharacterAreNoIds)
     const CTestLoader oLoader("loaded");
     CTOVStringA oText;
 
-    oText = static_cast<const char*>(NULL);
+    oText = static_cast<const char*>(nullptr);
     oText = 'x';
     oText = '\0';
 
@@ -182,7 +182,7 @@ TEST(CTOVStringAIdTest, AnExplicitLoadHandsTheIdOnAsGiven)
 
 TEST(CTOVStringAIdTest, AnExplicitLoadDoesNotEmptyTheStringAndLogsNothing)
 {
-    const CTestLoader oLoader(NULL);
+    const CTestLoader oLoader(nullptr);
     const CLogRecorder oRecorder;
     CTOVStringA oText("before");
 

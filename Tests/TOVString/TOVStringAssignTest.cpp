@@ -89,7 +89,7 @@ TYPED_TEST(CTOVStringAssignTest, ATextOfEqualLengthTakesANewBlockAllTheSame)
 
 TYPED_TEST(CTOVStringAssignTest, NoTextEmptiesTheString)
 {
-    for (const auto* const szNothing : {TXT(""), static_cast<const tUnitOf<TypeParam>*>(NULL)})
+    for (const auto* const szNothing : {TXT(""), static_cast<const tUnitOf<TypeParam>*>(nullptr)})
     {
         TypeParam oText(TXT("BCD"));
         const auto* const pBlock = oText.GetString();
@@ -109,7 +109,7 @@ TYPED_TEST(CTOVStringAssignTest, NoTextMakesNoBlock)
     oText = TXT("");
     EXPECT_EQ(HoldsNothing(), StateOf(oText));
 
-    oText = static_cast<const tUnitOf<TypeParam>*>(NULL);
+    oText = static_cast<const tUnitOf<TypeParam>*>(nullptr);
     EXPECT_EQ(HoldsNothing(), StateOf(oText));
 }
 
@@ -230,7 +230,7 @@ TYPED_TEST(CTOVStringAssignTest, RefusesToAppendNull)
 {
     TypeParam oText(TXT("abc"));
 
-    EXPECT_HEADER_CHECK("szString != NULL", oText += static_cast<const tUnitOf<TypeParam>*>(NULL));
+    EXPECT_HEADER_CHECK("szString != NULL", oText += static_cast<const tUnitOf<TypeParam>*>(nullptr));
 
     EXPECT_EQ(Holds("abc", 4), StateOf(oText));
 }
@@ -256,8 +256,8 @@ TYPED_TEST(CTOVStringAssignTest, CopyRefusesNullFirstAndThenNoLength)
 {
     TypeParam oText(TXT("abc"));
 
-    EXPECT_SOURCE_CHECK("szSrcString != NULL", oText.Copy(NULL, 3));
-    EXPECT_SOURCE_CHECK("szSrcString != NULL", oText.Copy(NULL, 0));
+    EXPECT_SOURCE_CHECK("szSrcString != NULL", oText.Copy(nullptr, 3));
+    EXPECT_SOURCE_CHECK("szSrcString != NULL", oText.Copy(nullptr, 0));
     EXPECT_SOURCE_CHECK("nStringLength > 0", oText.Copy(TXT("x"), 0));
     EXPECT_SOURCE_CHECK("nStringLength > 0", oText.Copy(TXT("x"), -1));
 

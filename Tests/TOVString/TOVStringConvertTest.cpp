@@ -31,8 +31,8 @@ struct sReal
     double dNumber;
 };
 
-const int LARGEST = 2147483647;
-const int SMALLEST = -LARGEST - 1;
+constexpr int LARGEST = 2147483647;
+constexpr int SMALLEST = -LARGEST - 1;
 
 const sSigned SIGNED_NUMBERS[] = {
     {"12345", 10, 12345},

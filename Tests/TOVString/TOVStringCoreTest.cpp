@@ -6,7 +6,7 @@
 
 namespace
 {
-const char NO_SUCH_INDEX[] = "(0 <= lIndex) && (lIndex < GetLength())";
+constexpr char NO_SUCH_INDEX[] = "(0 <= lIndex) && (lIndex < GetLength())";
 
 template<class TString> class CTOVStringCoreTest : public testing::Test
 {

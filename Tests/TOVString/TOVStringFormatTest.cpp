@@ -5,7 +5,7 @@
 
 namespace
 {
-const char PLATFORM_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+constexpr char PLATFORM_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
 
 template<class TString> class CTOVStringFormatTest : public testing::Test
 {
@@ -172,7 +172,7 @@ TEST(CTOVStringAFormatTest, KeepsTheLengthWhenAPrintFails)
 
 TYPED_TEST(CTOVStringFormatTest, RefusesNullAndUnknownConversions)
 {
-    const tUnitOf<TypeParam>* const szNull = NULL;
+    const tUnitOf<TypeParam>* const szNull = nullptr;
     TypeParam oText(TXT("abc"));
 
     EXPECT_CHECK_AT(PLATFORM_SOURCE, "szFormat != NULL", oText.Format(szNull));

@@ -177,5 +177,5 @@ template<class TString, class TFunction> std::string CheckOf(TFunction fnStateme
     EXPECT_EQ(std::string("header: ") + (szText), CheckOf<TypeParam>([&] { __VA_ARGS__; }))
 
 // What the search operations ask of a start position and of what they search for.
-const char NO_CHARACTER_TO_FIND[] = "(0 <= nStartPos) && (cCharToSearch != '\\0')";
-const char NO_TEXT_TO_FIND[] = "(0 <= nStartPos) && (szSubStringToSearch != NULL)";
+constexpr char NO_CHARACTER_TO_FIND[] = "(0 <= nStartPos) && (cCharToSearch != '\\0')";
+constexpr char NO_TEXT_TO_FIND[] = "(0 <= nStartPos) && (szSubStringToSearch != NULL)";

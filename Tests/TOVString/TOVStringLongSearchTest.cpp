@@ -8,15 +8,15 @@
 
 namespace
 {
-const char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
+constexpr char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
 
 // At this length, work that grows with its square does not end before the test's time is over.
 #if defined(__SANITIZE_ADDRESS__)
-const int LONG_LENGTH = 20000; // it reads the rest of a text to its end at each search
+constexpr int LONG_LENGTH = 20000; // it reads the rest of a text to its end at each search
 #else
-const int LONG_LENGTH = 2000000;
+constexpr int LONG_LENGTH = 2000000;
 #endif
-const int ROUNDS = 20000;
+constexpr int ROUNDS = 20000;
 
 template<class TString> class CTOVStringLongSearchTest : public testing::Test
 {

@@ -3,7 +3,7 @@
 
 namespace
 {
-const char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
+constexpr char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
 
 template<class TString> class CTOVStringReplaceTest : public testing::Test
 {

@@ -6,7 +6,7 @@
 
 namespace
 {
-const char PLATFORM_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
+constexpr char PLATFORM_SOURCE[] = TOV_PLATFORM_SOURCE("TOVString");
 
 template<class TString> class CTOVStringSearchTest : public testing::Test
 {
@@ -175,10 +175,10 @@ TYPED_TEST(CTOVStringSearchTest, FindsNothingOfASetFarBehindTheText)
 
 TYPED_TEST(CTOVStringSearchTest, SearchesForASetRefuseNull)
 {
-    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oText.FindOneOf(NULL));
-    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oText.FindNotOneOf(NULL));
-    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oNew.FindOneOf(NULL, -1));
-    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oNew.FindNotOneOf(NULL, -1));
+    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oText.FindOneOf(nullptr));
+    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oText.FindNotOneOf(nullptr));
+    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oNew.FindOneOf(nullptr, -1));
+    EXPECT_SOURCE_CHECK("szCharSet != NULL", this->m_oNew.FindNotOneOf(nullptr, -1));
 }
 
 TYPED_TEST(CTOVStringSearchTest, SearchesForASetNeedABlockAndAStartInFrontOfNothing)
@@ -226,8 +226,8 @@ TYPED_TEST(CTOVStringSearchTest, SearchesFromTheEndRefuseNullFirstAndThenAStart)
 {
     for (const TypeParam* pText : {&this->m_oText, &this->m_oNew})
     {
-        EXPECT_SOURCE_CHECK("szCharSet != NULL", pText->ReverseFindOneOf(NULL, 1));
-        EXPECT_SOURCE_CHECK("szCharSet != NULL", pText->ReverseFindNotOneOf(NULL, 1));
+        EXPECT_SOURCE_CHECK("szCharSet != NULL", pText->ReverseFindOneOf(nullptr, 1));
+        EXPECT_SOURCE_CHECK("szCharSet != NULL", pText->ReverseFindNotOneOf(nullptr, 1));
         EXPECT_SOURCE_CHECK("nStartPos == 0", pText->ReverseFindOneOf(TXT("x"), 1));
         EXPECT_SOURCE_CHECK("nStartPos == 0", pText->ReverseFindNotOneOf(TXT("x"), -1));
     }
@@ -432,9 +432,9 @@ TYPED_TEST(CTOVStringSearchTest, Collates)
 
 TYPED_TEST(CTOVStringSearchTest, RefusesToCollateNothing)
 {
-    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString2 != NULL", this->m_oText.Collate(NULL));
-    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString2 != NULL", this->m_oText.CollateNoCase(NULL));
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString2 != NULL", this->m_oText.Collate(nullptr));
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString2 != NULL", this->m_oText.CollateNoCase(nullptr));
     EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString1 != NULL", this->m_oNew.Collate(TXT("x")));
-    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString1 != NULL", this->m_oNew.CollateNoCase(NULL));
+    EXPECT_CHECK_AT(PLATFORM_SOURCE, "szString1 != NULL", this->m_oNew.CollateNoCase(nullptr));
     EXPECT_EQ(0, this->m_oEmptied.Collate(TXT("")));
 }

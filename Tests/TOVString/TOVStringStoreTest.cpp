@@ -108,10 +108,10 @@ TYPED_TEST(CTOVStringStoreTest, ConcatCopyJoinsTwoParts)
     oText.ConcatCopy(2, TXT("abc"), 3, TXT("xyz"));
     EXPECT_EQ(Holds("abxyz", 6), StateOf(oText));
 
-    oText.ConcatCopy(0, NULL, 3, TXT("xyz"));
+    oText.ConcatCopy(0, nullptr, 3, TXT("xyz"));
     EXPECT_EQ(Holds("xyz", 4), StateOf(oText));
 
-    oText.ConcatCopy(2, TXT("abc"), 0, NULL);
+    oText.ConcatCopy(2, TXT("abc"), 0, nullptr);
     EXPECT_EQ(Holds("ab", 3), StateOf(oText));
 }
 
@@ -160,7 +160,7 @@ TYPED_TEST(CTOVStringStoreTest, ConcatInPlaceOfNothingDoesNotLookAtTheText)
 {
     TypeParam oText(TXT("abc"));
 
-    oText.ConcatInPlace(0, NULL);
+    oText.ConcatInPlace(0, nullptr);
 
     EXPECT_EQ(Holds("abc", 4), StateOf(oText));
 }
@@ -298,7 +298,7 @@ TYPED_TEST(CTOVStringStoreTest, ReleaseBufferOfZeroLeavesAStringWithoutABlockAlo
     TypeParam oNew;
 
     oNew.ReleaseBuffer(0);
-    oNew.AssignCopy(0, NULL);
+    oNew.AssignCopy(0, nullptr);
 
     EXPECT_EQ(HoldsNothing(), StateOf(oNew));
 }
@@ -329,12 +329,12 @@ TYPED_TEST(CTOVStringStoreTest, IsStillTerminatedAfterRefusingANullSource)
     TypeParam oText(TXT("abc"));
     typedef TOVDebug::CTOVAssertException tRefused;
 
-    EXPECT_THROW(oText.AssignCopy(5, NULL), tRefused);
+    EXPECT_THROW(oText.AssignCopy(5, nullptr), tRefused);
     EXPECT_EQ(0, oText.GetString()[oText.GetLength()]);
 
-    EXPECT_THROW(oText.ConcatInPlace(8, NULL), tRefused);
+    EXPECT_THROW(oText.ConcatInPlace(8, nullptr), tRefused);
     EXPECT_EQ(0, oText.GetString()[oText.GetLength()]);
 
-    EXPECT_THROW(oText.ConcatCopy(2, NULL, 3, TXT("abc")), tRefused);
+    EXPECT_THROW(oText.ConcatCopy(2, nullptr, 3, TXT("abc")), tRefused);
     EXPECT_EQ(0, oText.GetString()[oText.GetLength()]);
 }

@@ -84,9 +84,9 @@ TEST(CTOVStringWTest, NoAssignmentAsksTheLoader)
 {
     const CTestLoader oLoader("loaded");
     const CLogRecorder oRecorder;
-    CTOVStringW oText(static_cast<const wchar_t*>(NULL));
+    CTOVStringW oText(static_cast<const wchar_t*>(nullptr));
 
-    oText = static_cast<const wchar_t*>(NULL);
+    oText = static_cast<const wchar_t*>(nullptr);
     oText = L'\x1234';
     oText = L"text";
 

@@ -13,7 +13,7 @@ class CRunFixture : public testing::Test
 {
 protected:
     // The counter of the process stays in force behind a run, but no listener of a test.
-    ~CRunFixture() override { TOVTest::CTOVTestTracker::SetTracker(NULL); }
+    ~CRunFixture() override { TOVTest::CTOVTestTracker::SetTracker(nullptr); }
 
     // Suites run in the order of their adding.
     CFunctionSuite& AddSuite(const char* szDescription, const std::vector<CFunctionSuite::tFunction>& aCases)

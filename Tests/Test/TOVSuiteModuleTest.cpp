@@ -13,18 +13,18 @@ using TOVTest::CTOVTestSuiteFactory;
 
 namespace
 {
-class CTOVSuiteModuleTest : public testing::Test
+class SuiteModuleTest : public testing::Test
 {
 protected:
-    CTOVSuiteModuleTest() : m_oCreator(CFunctionSuite("of the program")) {}
+    SuiteModuleTest() : m_oCreator(CFunctionSuite("of the program")) {}
 
-    ~CTOVSuiteModuleTest() override { TOVTest::CTOVTestTracker::SetTracker(NULL); }
+    ~SuiteModuleTest() override { TOVTest::CTOVTestTracker::SetTracker(nullptr); }
 
     // The names of all suites, whatever their order.
     static std::set<std::string> Names()
     {
         std::set<std::string> aNames;
-        const char* szName = NULL;
+        const char* szName = nullptr;
         for (bool bFound = CTOVTestSuiteFactory::GetFirst(szName); bFound;
              bFound = CTOVTestSuiteFactory::GetNext(szName, szName))
             aNames.insert(szName);
@@ -36,7 +36,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CTOVSuiteModuleTest, BringsAndTakesItsSuites)
+TEST_F(SuiteModuleTest, BringsAndTakesItsSuites)
 {
     CTOVTestSuiteFactory::Register("CProgramTest", &m_oCreator);
     {
@@ -48,7 +48,7 @@ TEST_F(CTOVSuiteModuleTest, BringsAndTakesItsSuites)
     EXPECT_EQ(std::set<std::string>{"CProgramTest"}, Names());
 }
 
-TEST_F(CTOVSuiteModuleTest, RunsItsSuitesWithTheOthers)
+TEST_F(SuiteModuleTest, RunsItsSuitesWithTheOthers)
 {
     CEventRecorder oRecorder;
     TOVTest::CTOVSimpleTestRunner oRunner;
@@ -65,7 +65,7 @@ TEST_F(CTOVSuiteModuleTest, RunsItsSuitesWithTheOthers)
         EXPECT_EQ(1u, aEvents.count(szEvent)) << szEvent;
 }
 
-TEST_F(CTOVSuiteModuleTest, ComesAsOftenAsItIsLoaded)
+TEST_F(SuiteModuleTest, ComesAsOftenAsItIsLoaded)
 {
     for (int i = 0; i < 3; ++i)
     {

@@ -97,7 +97,7 @@ TEST(CTOVTestCaseTest, KeepsTheTextsItIsGivenAndNoCopies)
     char szDescription[] = "before";
     char szFileName[] = "before.cpp";
     COpenCase oCase;
-    oCase(NULL, NULL, szDescription, szFileName, 1);
+    oCase(nullptr, nullptr, szDescription, szFileName, 1);
 
     EXPECT_EQ(szDescription, oCase.GetDescription());
     EXPECT_EQ(szFileName, oCase.GetFileName());
@@ -123,8 +123,8 @@ TEST(CTOVTestCaseTest, DoesNothingWithoutSuiteOrFunction)
     COpenCase oCase;
 
     oCase.Run();
-    oCase(&oSuite, NULL, "without a function", "counting.cpp", 1).Run();
-    oCase(NULL, COUNT, "without a suite", "counting.cpp", 1).Run();
+    oCase(&oSuite, nullptr, "without a function", "counting.cpp", 1).Run();
+    oCase(nullptr, COUNT, "without a suite", "counting.cpp", 1).Run();
 
     EXPECT_EQ(0, oSuite.m_nRuns);
 }
@@ -147,7 +147,7 @@ TEST(CTOVTestCaseTest, CopiesItsMembers)
     const CTOVTestCase oCopy(oCase);
     CTOVTestCase oAssigned;
     const CTOVTestCase* const pResult = &(oAssigned = oCase);
-    oCase(NULL, NULL, NULL, NULL, 0);
+    oCase(nullptr, nullptr, nullptr, nullptr, 0);
     oCopy.Run();
     oAssigned.Run();
 

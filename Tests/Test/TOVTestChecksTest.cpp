@@ -10,10 +10,10 @@
 namespace
 {
 // Checks speak to a recorder.
-class CTOVTestChecksTest : public testing::Test
+class TOVTestChecksTest : public testing::Test
 {
 protected:
-    CTOVTestChecksTest() { m_oHost.m_pListener = &m_oRecorder; }
+    TOVTestChecksTest() { m_oHost.m_pListener = &m_oRecorder; }
 
     // What was heard since the last look.
     tTexts Heard()
@@ -83,7 +83,7 @@ int Sum(int nFirst, int nSecond)
 }
 } // namespace
 
-TEST_F(CTOVTestChecksTest, CheckPassesForATrueExpression)
+TEST_F(TOVTestChecksTest, CheckPassesForATrueExpression)
 {
     TOV_TEST_CHECK(Sum(1, 2) == 3);
     TOV_TEST_CHECK(1);
@@ -91,13 +91,13 @@ TEST_F(CTOVTestChecksTest, CheckPassesForATrueExpression)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, CheckTellsOfAFalseExpression)
+TEST_F(TOVTestChecksTest, CheckTellsOfAFalseExpression)
 {
     TOV_TEST_CHECK(Sum(1, 2) == 4);
     EXPECT_EQ(Event("FailedAssert", __LINE__ - 1, "Sum(1, 2) == 4"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsPassesForEqualValues)
+TEST_F(TOVTestChecksTest, EqualsPassesForEqualValues)
 {
     TOV_TEST_EQUALS(Sum(1, 2), 3);
     TOV_TEST_EQUALS(std::string("a"), "a");
@@ -105,14 +105,14 @@ TEST_F(CTOVTestChecksTest, EqualsPassesForEqualValues)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsTellsOfDifferentValues)
+TEST_F(TOVTestChecksTest, EqualsTellsOfDifferentValues)
 {
     const int nActual = 3;
     TOV_TEST_EQUALS(nActual, Sum(2, 2));
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1, "nActual|Sum(2, 2)|3|4"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsTellsTheLiteralThatWasExpected)
+TEST_F(TOVTestChecksTest, EqualsTellsTheLiteralThatWasExpected)
 {
     const bool bActual = false;
     TOV_TEST_EQUALS(bActual, true);
@@ -122,7 +122,7 @@ TEST_F(CTOVTestChecksTest, EqualsTellsTheLiteralThatWasExpected)
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1, "Sum(1, 2)|0|3|0"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsUsesNothingButTheOperator)
+TEST_F(TOVTestChecksTest, EqualsUsesNothingButTheOperator)
 {
     const struct sUnequal
     {
@@ -133,14 +133,14 @@ TEST_F(CTOVTestChecksTest, EqualsUsesNothingButTheOperator)
               Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsFailsForWhatIsNotANumber)
+TEST_F(TOVTestChecksTest, EqualsFailsForWhatIsNotANumber)
 {
     const double dNone = std::numeric_limits<double>::quiet_NaN();
     TOV_TEST_EQUALS(dNone, dNone);
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1, "dNone|dNone|nan|nan"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsEvaluatesItsOperandsAgainForTheTexts)
+TEST_F(TOVTestChecksTest, EqualsEvaluatesItsOperandsAgainForTheTexts)
 {
     int nActual = 0;
     int nExpected = 10;
@@ -151,7 +151,7 @@ TEST_F(CTOVTestChecksTest, EqualsEvaluatesItsOperandsAgainForTheTexts)
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 4, "++nActual|++nExpected|2|12"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, EqualsEvaluatesItsOperandsOnceWhenItPasses)
+TEST_F(TOVTestChecksTest, EqualsEvaluatesItsOperandsOnceWhenItPasses)
 {
     int nActual = 0;
     int nExpected = 0;
@@ -161,21 +161,21 @@ TEST_F(CTOVTestChecksTest, EqualsEvaluatesItsOperandsOnceWhenItPasses)
     EXPECT_EQ(1, nExpected);
 }
 
-TEST_F(CTOVTestChecksTest, DiffersPassesForDifferentValues)
+TEST_F(TOVTestChecksTest, DiffersPassesForDifferentValues)
 {
     TOV_TEST_DIFFERS(Sum(1, 2), 4);
 
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, DiffersTellsOfEqualValues)
+TEST_F(TOVTestChecksTest, DiffersTellsOfEqualValues)
 {
     const char cActual = 'x';
     TOV_TEST_DIFFERS(cActual, 'x');
     EXPECT_EQ(Event("FailedAssertDiffers", __LINE__ - 1, "cActual|'x'|'x'"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, DiffersEvaluatesTheShownOperandAgain)
+TEST_F(TOVTestChecksTest, DiffersEvaluatesTheShownOperandAgain)
 {
     int nFirst = 0;
     int nSecond = 0;
@@ -186,7 +186,7 @@ TEST_F(CTOVTestChecksTest, DiffersEvaluatesTheShownOperandAgain)
     EXPECT_EQ(Event("FailedAssertDiffers", __LINE__ - 4, "++nFirst|++nSecond|2"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, DeltaPassesUpToTheDelta)
+TEST_F(TOVTestChecksTest, DeltaPassesUpToTheDelta)
 {
     TOV_TEST_DELTA(1.0, 1.5, 0.5);
     TOV_TEST_DELTA(1.5, 1.0, 0.5);
@@ -196,7 +196,7 @@ TEST_F(CTOVTestChecksTest, DeltaPassesUpToTheDelta)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, DeltaTellsOfALargerDistance)
+TEST_F(TOVTestChecksTest, DeltaTellsOfALargerDistance)
 {
     const double dActual = 1.0;
     TOV_TEST_DELTA(dActual, 2.0, 0.5);
@@ -206,14 +206,14 @@ TEST_F(CTOVTestChecksTest, DeltaTellsOfALargerDistance)
     EXPECT_EQ(Event("FailedAssertDelta", __LINE__ - 1, "12|8|3|12|8|3"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, DeltaFailsForWhatIsNotANumber)
+TEST_F(TOVTestChecksTest, DeltaFailsForWhatIsNotANumber)
 {
     const double dNone = std::numeric_limits<double>::quiet_NaN();
     TOV_TEST_DELTA(dNone, 1.0, 0.5);
     EXPECT_EQ(Event("FailedAssertDelta", __LINE__ - 1, "dNone|1.0|0.5|nan|1.0000|0.5000"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, DeltaEvaluatesItsOperandsAgainForTheTexts)
+TEST_F(TOVTestChecksTest, DeltaEvaluatesItsOperandsAgainForTheTexts)
 {
     int nActual = 0;
     int nExpected = 10;
@@ -226,14 +226,14 @@ TEST_F(CTOVTestChecksTest, DeltaEvaluatesItsOperandsAgainForTheTexts)
     EXPECT_EQ(3, nActual + nExpected + nDelta);
 }
 
-TEST_F(CTOVTestChecksTest, LessThanPassesBelowTheLimit)
+TEST_F(TOVTestChecksTest, LessThanPassesBelowTheLimit)
 {
     TOV_TEST_LESS_THAN(Sum(1, 2), 4);
 
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, LessThanTellsOfTheLimitAndAbove)
+TEST_F(TOVTestChecksTest, LessThanTellsOfTheLimitAndAbove)
 {
     TOV_TEST_LESS_THAN(Sum(1, 2), 3);
     EXPECT_EQ(Event("FailedAssertLessThan", __LINE__ - 1, "Sum(1, 2)|3|3|3"), Heard());
@@ -242,7 +242,7 @@ TEST_F(CTOVTestChecksTest, LessThanTellsOfTheLimitAndAbove)
     EXPECT_EQ(Event("FailedAssertLessThan", __LINE__ - 1, "5.5|1.25|5.5000|1.2500"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, LessThanEvaluatesItsOperandsAgainForTheTexts)
+TEST_F(TOVTestChecksTest, LessThanEvaluatesItsOperandsAgainForTheTexts)
 {
     int nActual = 10;
     int nLimit = 0;
@@ -256,7 +256,7 @@ TEST_F(CTOVTestChecksTest, LessThanEvaluatesItsOperandsAgainForTheTexts)
     EXPECT_EQ(11, nLimit);
 }
 
-TEST_F(CTOVTestChecksTest, ThrowsPassesForAnyException)
+TEST_F(TOVTestChecksTest, ThrowsPassesForAnyException)
 {
     TOV_TEST_THROWS(ThrowBase());
     TOV_TEST_THROWS(ThrowNumber());
@@ -265,13 +265,13 @@ TEST_F(CTOVTestChecksTest, ThrowsPassesForAnyException)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ThrowsTellsOfAnExpressionThatCompletes)
+TEST_F(TOVTestChecksTest, ThrowsTellsOfAnExpressionThatCompletes)
 {
     TOV_TEST_THROWS(ThrowNothing());
     EXPECT_EQ(Event("FailedAssertThrows", __LINE__ - 1, "ThrowNothing()|...|none"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ThrowsExceptionPassesForTheTypeAndWhatIsDerived)
+TEST_F(TOVTestChecksTest, ThrowsExceptionPassesForTheTypeAndWhatIsDerived)
 {
     TOV_TEST_THROWS_EXCEPTION(ThrowBase(), sBaseError);
     TOV_TEST_THROWS_EXCEPTION(ThrowDerived(), sBaseError);
@@ -279,7 +279,7 @@ TEST_F(CTOVTestChecksTest, ThrowsExceptionPassesForTheTypeAndWhatIsDerived)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ThrowsExceptionTellsOfNoneAndOfOthers)
+TEST_F(TOVTestChecksTest, ThrowsExceptionTellsOfNoneAndOfOthers)
 {
     TOV_TEST_THROWS_EXCEPTION(ThrowNothing(), sBaseError);
     EXPECT_EQ(Event("FailedAssertThrows", __LINE__ - 1, "ThrowNothing()|sBaseError|none"), Heard());
@@ -291,7 +291,7 @@ TEST_F(CTOVTestChecksTest, ThrowsExceptionTellsOfNoneAndOfOthers)
     EXPECT_EQ(Event("FailedAssertThrows", __LINE__ - 1, "ThrowNumber()|sBaseError|other"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ThrowsNotPassesForAnExpressionThatCompletes)
+TEST_F(TOVTestChecksTest, ThrowsNotPassesForAnExpressionThatCompletes)
 {
     int nEvaluated = 0;
     TOV_TEST_THROWS_NOT(++nEvaluated);
@@ -300,7 +300,7 @@ TEST_F(CTOVTestChecksTest, ThrowsNotPassesForAnExpressionThatCompletes)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ThrowsNotTellsOfAnyException)
+TEST_F(TOVTestChecksTest, ThrowsNotTellsOfAnyException)
 {
     TOV_TEST_THROWS_NOT(ThrowBase());
     EXPECT_EQ(Event("FailedAssertThrowsNot", __LINE__ - 1, "ThrowBase()"), Heard());
@@ -309,7 +309,7 @@ TEST_F(CTOVTestChecksTest, ThrowsNotTellsOfAnyException)
     EXPECT_EQ(Event("FailedAssertThrowsNot", __LINE__ - 1, "ThrowNumber()"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ThrowChecksEvaluateTheirExpressionOnce)
+TEST_F(TOVTestChecksTest, ThrowChecksEvaluateTheirExpressionOnce)
 {
     int nEvaluated = 0;
     TOV_TEST_THROWS(++nEvaluated);
@@ -320,7 +320,7 @@ TEST_F(CTOVTestChecksTest, ThrowChecksEvaluateTheirExpressionOnce)
     EXPECT_EQ(3u, Heard().size());
 }
 
-TEST_F(CTOVTestChecksTest, FailAndWarningTellTheirTextAlways)
+TEST_F(TOVTestChecksTest, FailAndWarningTellTheirTextAlways)
 {
     TOV_TEST_FAIL("it is broken");
     EXPECT_EQ(Event("FailedTest", __LINE__ - 1, "it is broken"), Heard());
@@ -329,7 +329,7 @@ TEST_F(CTOVTestChecksTest, FailAndWarningTellTheirTextAlways)
     EXPECT_EQ(Event("Warning", __LINE__ - 1, "TODO: look again!"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, GoesOnAfterAFailure)
+TEST_F(TOVTestChecksTest, GoesOnAfterAFailure)
 {
     TOV_TEST_CHECK(false);
     TOV_TEST_EQUALS(1, 2);
@@ -338,7 +338,7 @@ TEST_F(CTOVTestChecksTest, GoesOnAfterAFailure)
     EXPECT_EQ(3u, Heard().size());
 }
 
-TEST_F(CTOVTestChecksTest, ShowsExpressionsWithTheirMacrosExpanded)
+TEST_F(TOVTestChecksTest, ShowsExpressionsWithTheirMacrosExpanded)
 {
     TOV_TEST_EQUALS(NESTED_ANSWER_OF_TEST, 0);
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1, "(40 + 2)|0|42|0"), Heard());
@@ -353,7 +353,7 @@ TEST_F(CTOVTestChecksTest, ShowsExpressionsWithTheirMacrosExpanded)
     EXPECT_EQ(Event("FailedAssertThrows", __LINE__ - 1, "(void)(40 + 2)|...|none"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ShowsAMacroWithACommaInIt)
+TEST_F(TOVTestChecksTest, ShowsAMacroWithACommaInIt)
 {
     TOV_TEST_EQUALS(PAIR_OF_TEST, 4);
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1, "Sum(1, 2)|4|3|4"), Heard());
@@ -362,7 +362,7 @@ TEST_F(CTOVTestChecksTest, ShowsAMacroWithACommaInIt)
     EXPECT_EQ(Event("FailedAssert", __LINE__ - 1, "std::pair<int, int>(1, 2).first == 2"), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ShowsTheWholeExpansionOfTheByteSwap)
+TEST_F(TOVTestChecksTest, ShowsTheWholeExpansionOfTheByteSwap)
 {
     TOV_TEST_EQUALS(TOV_BYTESWAP32(0xABCD), 0u);
     EXPECT_EQ(Event("FailedAssertEquals", __LINE__ - 1,
@@ -371,13 +371,13 @@ TEST_F(CTOVTestChecksTest, ShowsTheWholeExpansionOfTheByteSwap)
               Heard());
 }
 
-TEST_F(CTOVTestChecksTest, ShowsQuotesAndEscapesAsTheyStand)
+TEST_F(TOVTestChecksTest, ShowsQuotesAndEscapesAsTheyStand)
 {
     TOV_TEST_CHECK(std::string("a\n\"") == "b");
     EXPECT_EQ(Event("FailedAssert", __LINE__ - 1, "std::string(\"a\\n\\\"\") == \"b\""), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, IsOneStatement)
+TEST_F(TOVTestChecksTest, IsOneStatement)
 {
     if (Sum(1, 2) == 4)
         TOV_TEST_CHECK(false);
@@ -408,7 +408,7 @@ TEST_F(CTOVTestChecksTest, IsOneStatement)
         EXPECT_EQ(tTexts(7, szEvent), NamesOf(Heard())) << #check;                                                     \
     } while (false)
 
-TEST_F(CTOVTestChecksTest, StandsInEachPlaceOfAnExpression)
+TEST_F(TOVTestChecksTest, StandsInEachPlaceOfAnExpression)
 {
     EXPECT_EXPRESSION("FailedAssert", TOV_TEST_CHECK(bFirst == false));
     EXPECT_EXPRESSION("FailedAssertEquals", TOV_TEST_EQUALS(1, 2));
@@ -422,7 +422,7 @@ TEST_F(CTOVTestChecksTest, StandsInEachPlaceOfAnExpression)
     EXPECT_EXPRESSION("Warning", TOV_TEST_WARNING("look again"));
 }
 
-TEST_F(CTOVTestChecksTest, StandsInBothBranchesOfAConditional)
+TEST_F(TOVTestChecksTest, StandsInBothBranchesOfAConditional)
 {
     for (const bool bFirst : {true, false})
     {
@@ -434,7 +434,7 @@ TEST_F(CTOVTestChecksTest, StandsInBothBranchesOfAConditional)
     }
 }
 
-TEST_F(CTOVTestChecksTest, SeesWhatItsSurroundingsHold)
+TEST_F(TOVTestChecksTest, SeesWhatItsSurroundingsHold)
 {
     const struct sHolder
     {
@@ -449,7 +449,7 @@ TEST_F(CTOVTestChecksTest, SeesWhatItsSurroundingsHold)
     EXPECT_EQ(tTexts(), Heard());
 }
 
-TEST_F(CTOVTestChecksTest, AsksForTheListenerAtTheTimeOfTheFailure)
+TEST_F(TOVTestChecksTest, AsksForTheListenerAtTheTimeOfTheFailure)
 {
     CEventRecorder oOther;
     TOV_TEST_CHECK((m_oHost.m_pListener = &oOther, false));
@@ -458,7 +458,7 @@ TEST_F(CTOVTestChecksTest, AsksForTheListenerAtTheTimeOfTheFailure)
     EXPECT_EQ(1u, oOther.m_aEvents.size());
 }
 
-TEST_F(CTOVTestChecksTest, AsksForNoListenerWhenItPasses)
+TEST_F(TOVTestChecksTest, AsksForNoListenerWhenItPasses)
 {
     TOV_TEST_CHECK(true);
     TOV_TEST_EQUALS(1, 1);
@@ -471,7 +471,7 @@ TEST_F(CTOVTestChecksTest, AsksForNoListenerWhenItPasses)
     EXPECT_EQ(0, m_oHost.m_nListenerCalls);
 }
 
-TEST_F(CTOVTestChecksTest, LetsThroughWhatAnOperandThrows)
+TEST_F(TOVTestChecksTest, LetsThroughWhatAnOperandThrows)
 {
     const auto fnThrow = []() -> int { throw 7; };
 

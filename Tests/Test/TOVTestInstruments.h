@@ -244,7 +244,7 @@ public:
     TOVTest::CTOVTestSuite* New() override
     {
         ++m_nCalls;
-        return NULL;
+        return nullptr;
     }
 
     int m_nCalls = 0;

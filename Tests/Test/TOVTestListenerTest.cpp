@@ -60,7 +60,7 @@ TEST(CTOVTestListenerTest, GivesNullToTheMainProgramAsItStands)
 {
     CControlledHost oHost;
 
-    CTOVTestListener::SetListener(NULL);
+    CTOVTestListener::SetListener(nullptr);
 
     EXPECT_EQ(nullptr, oHost.m_pLastSet);
     EXPECT_EQ(&oHost.m_oNull, &CTOVTestListener::Instance());
@@ -72,7 +72,7 @@ TEST(CTOVTestListenerTest, ReplacesAMissingListener)
     CEventRecorder oRecorder;
 
     EXPECT_EQ(&oRecorder, CTOVTestListener::GetSafeListener(&oRecorder));
-    EXPECT_EQ(&oHost.m_oNull, CTOVTestListener::GetSafeListener(NULL));
+    EXPECT_EQ(&oHost.m_oNull, CTOVTestListener::GetSafeListener(nullptr));
 }
 
 TEST(CTOVTestListenerTest, FollowsAChangeOfTheMainProgram)

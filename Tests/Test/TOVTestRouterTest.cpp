@@ -170,8 +170,8 @@ TEST_F(CTOVTestRouterTest, HasNoListenersAfterTheLastRemoval)
 TEST_F(CTOVTestRouterTest, SkipsAnEntryWithoutAListener)
 {
     AddAll();
-    Listeners(m_oRouter)[0] = NULL;
-    Listeners(m_oRouter).push_back(NULL);
+    Listeners(m_oRouter)[0] = nullptr;
+    Listeners(m_oRouter).push_back(nullptr);
 
     RaiseAllEvents(m_oRouter);
 

@@ -54,7 +54,7 @@ public:
     CTornSuite() : m_oCondition(CTOVEventCondition::eConditionTypeAny, &m_oEvent, 1)
     {
         delete[] HandlesOf(m_oCondition);
-        HandlesOf(m_oCondition) = NULL;
+        HandlesOf(m_oCondition) = nullptr;
     }
 
 private:
@@ -139,7 +139,7 @@ TEST_F(CTOVTestRunnerTest, SkipsASuiteThatIsNotMade)
     CBarrenCreator oBarren;
     AddSuite("before", {});
     AddCreator(&oBarren);
-    AddCreator(NULL);
+    AddCreator(nullptr);
     AddSuite("after", {});
 
     EXPECT_EQ((tTexts{"EnterEnvironment", "EnterSuite|before", "LeaveSuite|before", "EnterSuite|after",
@@ -173,8 +173,8 @@ TEST_F(CTOVTestRunnerTest, DeletesEachSuiteAfterItsEnd)
 
 TEST_F(CTOVTestRunnerTest, HandsTheRunningSuiteAndCaseToTheListener)
 {
-    const CTOVTestSuite* pSuite = NULL;
-    const CTOVTestCase* pCase = NULL;
+    const CTOVTestSuite* pSuite = nullptr;
+    const CTOVTestCase* pCase = nullptr;
     AddSuite("suite", {[&] {
                  auto& oCounter = dynamic_cast<CTOVCountingTracker&>(CTOVTestTracker::Instance());
                  pSuite = &oCounter.GetCurrentTestSuite();

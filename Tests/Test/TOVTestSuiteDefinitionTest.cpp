@@ -21,7 +21,7 @@ public:
     static inline std::string s_sCalls;
 };
 
-const unsigned long BEGIN_LINE = __LINE__ + 2;
+constexpr unsigned long BEGIN_LINE = __LINE__ + 2;
 // clang-format off
 TOV_TEST_CASES_BEGIN(CPatternTest, "Pattern")
     TOV_TEST_CASE("the first", First)
@@ -56,7 +56,7 @@ TOV_TEST_CASES_END
 
 namespace
 {
-const char PATTERN_NAME[] = "CPatternTest";
+constexpr char PATTERN_NAME[] = "CPatternTest";
 } // namespace
 
 TOV_TEST_CREATOR(CPatternTest, PATTERN_NAME)
@@ -84,7 +84,7 @@ void ExpectInvalid(const CTOVTestSuite& oSuite, long lIndex)
 static_assert(sizeof(CPatternTest) == sizeof(CTOVTestSuite), "a suite of the pattern has no data");
 static_assert(std::is_base_of_v<TOVTest::ITOVTestSuiteCreator, CTOVCreator_CPlacedTest>, "named after its suite");
 
-TEST(CTOVTestSuiteDefinitionTest, TellsOfTheSuite)
+TEST(TOVTestSuiteDefinitionTest, TellsOfTheSuite)
 {
     const CPatternTest oSuite;
 
@@ -93,14 +93,14 @@ TEST(CTOVTestSuiteDefinitionTest, TellsOfTheSuite)
     EXPECT_EQ(BEGIN_LINE, oSuite.GetLine());
 }
 
-TEST(CTOVTestSuiteDefinitionTest, CountsTheCasesUpToTheTerminator)
+TEST(TOVTestSuiteDefinitionTest, CountsTheCasesUpToTheTerminator)
 {
     EXPECT_EQ(2, CPatternTest().GetNumTestCases());
     EXPECT_EQ(1, CPlacedTest().GetNumTestCases());
     EXPECT_EQ(0, CEmptyTest().GetNumTestCases());
 }
 
-TEST(CTOVTestSuiteDefinitionTest, TellsOfEachCase)
+TEST(TOVTestSuiteDefinitionTest, TellsOfEachCase)
 {
     const CPatternTest oSuite;
 
@@ -111,7 +111,7 @@ TEST(CTOVTestSuiteDefinitionTest, TellsOfEachCase)
     EXPECT_EQ(BEGIN_LINE + 2, oSuite.GetTestCase(1).GetLine());
 }
 
-TEST(CTOVTestSuiteDefinitionTest, TakesAPlaceOfItsOwn)
+TEST(TOVTestSuiteDefinitionTest, TakesAPlaceOfItsOwn)
 {
     const CPlacedTest oSuite;
 
@@ -123,7 +123,7 @@ TEST(CTOVTestSuiteDefinitionTest, TakesAPlaceOfItsOwn)
     EXPECT_EQ(47u, oSuite.GetTestCase(0).GetLine());
 }
 
-TEST(CTOVTestSuiteDefinitionTest, RunsTheFunctionOfTheCase)
+TEST(TOVTestSuiteDefinitionTest, RunsTheFunctionOfTheCase)
 {
     CPatternTest::s_sCalls.clear();
     const CPatternTest oSuite;
@@ -134,7 +134,7 @@ TEST(CTOVTestSuiteDefinitionTest, RunsTheFunctionOfTheCase)
     EXPECT_EQ("21", CPatternTest::s_sCalls);
 }
 
-TEST(CTOVTestSuiteDefinitionTest, GivesTheInvalidCaseOutsideOfTheTable)
+TEST(TOVTestSuiteDefinitionTest, GivesTheInvalidCaseOutsideOfTheTable)
 {
     CPatternTest::s_sCalls.clear();
 
@@ -145,7 +145,7 @@ TEST(CTOVTestSuiteDefinitionTest, GivesTheInvalidCaseOutsideOfTheTable)
     EXPECT_EQ("", CPatternTest::s_sCalls);
 }
 
-TEST(CTOVTestSuiteDefinitionTest, SharesTheOneCaseObject)
+TEST(TOVTestSuiteDefinitionTest, SharesTheOneCaseObject)
 {
     const CTOVTestCase* const pCase = &CPatternTest().GetTestCase(0);
 
@@ -154,7 +154,7 @@ TEST(CTOVTestSuiteDefinitionTest, SharesTheOneCaseObject)
     EXPECT_EQ(pCase, &CTOVTestSuite::Null().GetTestCase(0));
 }
 
-TEST(CTOVTestSuiteDefinitionTest, MakesANewSuiteAtEachCall)
+TEST(TOVTestSuiteDefinitionTest, MakesANewSuiteAtEachCall)
 {
     const CControlledHost oHost;
     CTOVCreator_CPatternTest oCreator;
@@ -167,7 +167,7 @@ TEST(CTOVTestSuiteDefinitionTest, MakesANewSuiteAtEachCall)
     EXPECT_STREQ("Pattern", pFirst->GetDescription());
 }
 
-TEST(CTOVTestSuiteDefinitionTest, UnregistersWithItsCreator)
+TEST(TOVTestSuiteDefinitionTest, UnregistersWithItsCreator)
 {
     const CControlledHost oHost;
     {
@@ -179,7 +179,7 @@ TEST(CTOVTestSuiteDefinitionTest, UnregistersWithItsCreator)
     EXPECT_FALSE(CTOVTestSuiteFactory::HasClass(PATTERN_NAME));
 }
 
-TEST(CTOVTestSuiteDefinitionTest, DestroysACreatorThatWasNeverRegistered)
+TEST(TOVTestSuiteDefinitionTest, DestroysACreatorThatWasNeverRegistered)
 {
     const CControlledHost oHost;
     {
@@ -189,7 +189,7 @@ TEST(CTOVTestSuiteDefinitionTest, DestroysACreatorThatWasNeverRegistered)
     EXPECT_EQ(0, CTOVTestSuiteFactory::GetNumSuites());
 }
 
-TEST(CTOVTestSuiteDefinitionTest, HasTheDestructorOfACreatorInTheSecondSlot)
+TEST(TOVTestSuiteDefinitionTest, HasTheDestructorOfACreatorInTheSecondSlot)
 {
     const CControlledHost oHost;
     const auto pCreator = new CTOVCreator_CPatternTest;
@@ -204,10 +204,10 @@ TEST(CTOVTestSuiteDefinitionTest, HasTheDestructorOfACreatorInTheSecondSlot)
     EXPECT_FALSE(CTOVTestSuiteFactory::HasClass(PATTERN_NAME));
 }
 
-TEST(CTOVTestSuiteDefinitionTest, RegistersUnderItsClassNameAtLoad)
+TEST(TOVTestSuiteDefinitionTest, RegistersUnderItsClassNameAtLoad)
 {
     int nFound = 0;
-    const char* szName = NULL;
+    const char* szName = nullptr;
     for (bool bFound = CTOVTestSuiteFactory::GetFirst(szName); bFound;
          bFound = CTOVTestSuiteFactory::GetNext(szName, szName))
         nFound += std::string("CPlacedTest") == szName ? 1 : 0;

@@ -12,7 +12,7 @@ using TOVTest::CTOVTestSuiteFactory;
 namespace
 {
 // Names in the order of their addresses. The text of the last is that of the first.
-const char NAMES[][2] = {"m", "c", "x", "m"};
+constexpr char NAMES[][2] = {"m", "c", "x", "m"};
 
 // A main program without a suite, and two suites.
 class CTOVTestSuiteFactoryTest : public testing::Test
@@ -36,7 +36,7 @@ protected:
     static std::vector<const char*> Walk()
     {
         std::vector<const char*> aNames;
-        const char* szName = NULL;
+        const char* szName = nullptr;
         for (bool bFound = CTOVTestSuiteFactory::GetFirst(szName); bFound;
              bFound = CTOVTestSuiteFactory::GetNext(szName, szName))
             aNames.push_back(szName);
@@ -190,7 +190,7 @@ TEST_F(CTOVTestSuiteFactoryTest, TakesANameAgainAfterUnregistering)
 TEST_F(CTOVTestSuiteFactoryTest, SkipsWhatIsUnregisteredAheadOfAWalk)
 {
     RegisterThree();
-    const char* szName = NULL;
+    const char* szName = nullptr;
     ASSERT_TRUE(CTOVTestSuiteFactory::GetFirst(szName));
 
     CTOVTestSuiteFactory::Unregister(NAMES[1]);
@@ -202,7 +202,7 @@ TEST_F(CTOVTestSuiteFactoryTest, SkipsWhatIsUnregisteredAheadOfAWalk)
 TEST_F(CTOVTestSuiteFactoryTest, EndsAWalkWhoseNameIsUnregistered)
 {
     RegisterThree();
-    const char* szName = NULL;
+    const char* szName = nullptr;
     ASSERT_TRUE(CTOVTestSuiteFactory::GetFirst(szName));
 
     CTOVTestSuiteFactory::Unregister(szName);
@@ -213,7 +213,7 @@ TEST_F(CTOVTestSuiteFactoryTest, EndsAWalkWhoseNameIsUnregistered)
 TEST_F(CTOVTestSuiteFactoryTest, MeetsWhatIsRegisteredAheadOfAWalk)
 {
     CTOVTestSuiteFactory::Register(NAMES[0], &m_oFirst);
-    const char* szName = NULL;
+    const char* szName = nullptr;
     ASSERT_TRUE(CTOVTestSuiteFactory::GetFirst(szName));
 
     CTOVTestSuiteFactory::Register(NAMES[1], &m_oFirst);
@@ -234,7 +234,7 @@ TEST_F(CTOVTestSuiteFactoryTest, GivesNullForACreatorThatMakesNothing)
 
 TEST_F(CTOVTestSuiteFactoryTest, GivesNullForANullCreator)
 {
-    CTOVTestSuiteFactory::Register(NAMES[0], NULL);
+    CTOVTestSuiteFactory::Register(NAMES[0], nullptr);
 
     EXPECT_TRUE(CTOVTestSuiteFactory::HasClass(NAMES[0]));
     EXPECT_EQ(1, CTOVTestSuiteFactory::GetNumSuites());
@@ -260,7 +260,7 @@ TEST_F(CTOVTestSuiteFactoryTest, ReadsTheMapOfTheMainProgram)
 
 TEST_F(CTOVTestSuiteFactoryTest, AsksForTheMapInEveryOperation)
 {
-    const char* szName = NULL;
+    const char* szName = nullptr;
     const std::function<void()> OPERATIONS[] = {
         [&] { CTOVTestSuiteFactory::Register(NAMES[0], &m_oFirst); },
         [] { EXPECT_EQ("first", DescriptionOfNew(NAMES[0])); },

@@ -103,7 +103,7 @@ TEST(CTOVTestSuiteTest, HasOneCaseObjectForAllSuites)
     EXPECT_EQ(pCase, &oFirst.GetTestCase(1));
     EXPECT_EQ(pCase, &oSecond.GetTestCase(0));
     EXPECT_EQ(pCase, &oBase.GetTestCase(0));
-    EXPECT_EQ(pCase, &COpenSuite::SetupTestCase(NULL, NULL, NULL, NULL, 0));
+    EXPECT_EQ(pCase, &COpenSuite::SetupTestCase(nullptr, nullptr, nullptr, nullptr, 0));
     EXPECT_NE(pCase, &CTOVTestCase::Null());
 }
 

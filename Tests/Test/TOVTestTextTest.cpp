@@ -11,7 +11,7 @@ using TOVTest::CTOVTestText;
 
 namespace
 {
-const char UNPRINTABLE[] = "(unprintable value)";
+constexpr char UNPRINTABLE[] = "(unprintable value)";
 
 template<class T> std::string TextOf(const T& oValue)
 {
@@ -36,8 +36,8 @@ struct sAnything
 // The text of a character by the rule, which knows ten digits.
 std::string CharacterText(unsigned long ulCode)
 {
-    static const char ESCAPED[] = {0, 7, 8, 9, 10, 13, '"', '\'', '\\'};
-    static const char ESCAPES[] = {'0', 'a', 'b', 't', 'n', 'r', '"', '\'', '\\'};
+    static constexpr char ESCAPED[] = {0, 7, 8, 9, 10, 13, '"', '\'', '\\'};
+    static constexpr char ESCAPES[] = {'0', 'a', 'b', 't', 'n', 'r', '"', '\'', '\\'};
     for (std::size_t i = 0; i < sizeof(ESCAPED); ++i)
     {
         if (ulCode == static_cast<unsigned long>(ESCAPED[i]))
@@ -58,7 +58,7 @@ struct sDouble
     const char* szText;
 };
 
-class CTOVTestTextOfDoubleTest : public testing::TestWithParam<sDouble>
+class TOVTestTextOfDoubleTest : public testing::TestWithParam<sDouble>
 {
 };
 
@@ -68,13 +68,13 @@ std::ostream& operator<<(std::ostream& oOutput, const sDouble& oDouble)
 }
 } // namespace
 
-TEST(CTOVTestTextTest, ShowsTruth)
+TEST(TOVTestTextTest, ShowsTruth)
 {
     EXPECT_EQ("true", TextOf(true));
     EXPECT_EQ("false", TextOf(false));
 }
 
-TEST(CTOVTestTextTest, ShowsIntegersInDecimal)
+TEST(TOVTestTextTest, ShowsIntegersInDecimal)
 {
     EXPECT_EQ("0", TextOf(0));
     EXPECT_EQ("7", TextOf(7));
@@ -85,7 +85,7 @@ TEST(CTOVTestTextTest, ShowsIntegersInDecimal)
     EXPECT_EQ("-98765", TextOf(-98765L));
 }
 
-TEST(CTOVTestTextTest, ShowsTheEndsOfTheSignedIntegers)
+TEST(TOVTestTextTest, ShowsTheEndsOfTheSignedIntegers)
 {
     EXPECT_EQ("2147483647", TextOf(INT_MAX));
     EXPECT_EQ("-2147483648", TextOf(INT_MIN));
@@ -93,7 +93,7 @@ TEST(CTOVTestTextTest, ShowsTheEndsOfTheSignedIntegers)
     EXPECT_EQ(std::to_string(LONG_MIN), TextOf(LONG_MIN));
 }
 
-TEST(CTOVTestTextTest, ShowsUnsignedIntegersInDecimal)
+TEST(TOVTestTextTest, ShowsUnsignedIntegersInDecimal)
 {
     EXPECT_EQ("0", TextOf(0u));
     EXPECT_EQ("65535", TextOf(static_cast<unsigned short>(0xffff)));
@@ -102,7 +102,7 @@ TEST(CTOVTestTextTest, ShowsUnsignedIntegersInDecimal)
     EXPECT_EQ("18446744073709551615", TextOf(0xffffffffffffffffull));
 }
 
-TEST(CTOVTestTextTest, ShowsWhatIsTypedLikeThem)
+TEST(TOVTestTextTest, ShowsWhatIsTypedLikeThem)
 {
     EXPECT_EQ("12", TextOf(static_cast<tDword>(12)));
     EXPECT_EQ("12", TextOf(static_cast<std::size_t>(12)));
@@ -111,7 +111,7 @@ TEST(CTOVTestTextTest, ShowsWhatIsTypedLikeThem)
     EXPECT_EQ("'A'", TextOf(static_cast<tByte>('A')));
 }
 
-TEST(CTOVTestTextTest, ShowsEachNarrowCharacter)
+TEST(TOVTestTextTest, ShowsEachNarrowCharacter)
 {
     for (unsigned int nCode = 0; nCode <= 255; ++nCode)
     {
@@ -121,7 +121,7 @@ TEST(CTOVTestTextTest, ShowsEachNarrowCharacter)
     }
 }
 
-TEST(CTOVTestTextTest, ShowsCharactersByExample)
+TEST(TOVTestTextTest, ShowsCharactersByExample)
 {
     EXPECT_EQ("'a'", TextOf('a'));
     EXPECT_EQ("' '", TextOf(' '));
@@ -137,7 +137,7 @@ TEST(CTOVTestTextTest, ShowsCharactersByExample)
     EXPECT_EQ("'\\\\'", TextOf('\\'));
 }
 
-TEST(CTOVTestTextTest, ShowsDigitsAboveNineAsQuestionMarks)
+TEST(TOVTestTextTest, ShowsDigitsAboveNineAsQuestionMarks)
 {
     EXPECT_EQ("'\\x01'", TextOf('\x01'));
     EXPECT_EQ("'\\x06'", TextOf('\x06'));
@@ -149,7 +149,7 @@ TEST(CTOVTestTextTest, ShowsDigitsAboveNineAsQuestionMarks)
     EXPECT_EQ("'\\x?\?'", TextOf('\xff'));
 }
 
-TEST(CTOVTestTextTest, ShowsWideCharactersByTheSameRule)
+TEST(TOVTestTextTest, ShowsWideCharactersByTheSameRule)
 {
     for (const unsigned long ulCode : {0ul, 7ul, 9ul, 31ul, 34ul, 65ul, 127ul, 128ul, 255ul, 256ul, 0x1234ul, 0xfffful})
     {
@@ -162,7 +162,7 @@ TEST(CTOVTestTextTest, ShowsWideCharactersByTheSameRule)
     EXPECT_EQ("'\\x?\?\?\?\?\?\?\?'", TextOf(static_cast<char32_t>(0xffffffff)));
 }
 
-TEST_P(CTOVTestTextOfDoubleTest, CountsDigitsAndCutsDecimals)
+TEST_P(TOVTestTextOfDoubleTest, CountsDigitsAndCutsDecimals)
 {
     EXPECT_EQ(GetParam().szText, TextOf(GetParam().dValue));
 }
@@ -225,9 +225,9 @@ std::string TestName(const testing::TestParamInfo<sDouble>& oInfo)
     return sName;
 }
 
-INSTANTIATE_TEST_SUITE_P(Doubles, CTOVTestTextOfDoubleTest, testing::ValuesIn(DOUBLES), TestName);
+INSTANTIATE_TEST_SUITE_P(Doubles, TOVTestTextOfDoubleTest, testing::ValuesIn(DOUBLES), TestName);
 
-TEST(CTOVTestTextTest, ShowsNothingOfOtherTypes)
+TEST(TOVTestTextTest, ShowsNothingOfOtherTypes)
 {
     EXPECT_EQ(UNPRINTABLE, TextOf("text"));
     EXPECT_EQ(UNPRINTABLE, TextOf(static_cast<const char*>("text")));
@@ -241,7 +241,7 @@ TEST(CTOVTestTextTest, ShowsNothingOfOtherTypes)
     EXPECT_EQ(UNPRINTABLE, TextOf(sAnything()));
 }
 
-TEST(CTOVTestTextTest, ShowsNothingOfNumbersThatAreNoneOfTheseTypes)
+TEST(TOVTestTextTest, ShowsNothingOfNumbersThatAreNoneOfTheseTypes)
 {
     EXPECT_EQ(UNPRINTABLE, TextOf(1.5f));
     EXPECT_EQ(UNPRINTABLE, TextOf(1.5L));

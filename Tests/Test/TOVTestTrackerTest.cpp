@@ -30,7 +30,7 @@ public:
 class CTOVTestTrackerTest : public testing::Test
 {
 protected:
-    ~CTOVTestTrackerTest() override { CTOVTestTracker::SetTracker(NULL); }
+    ~CTOVTestTrackerTest() override { CTOVTestTracker::SetTracker(nullptr); }
 };
 
 TOV_CHILD(AsksForATrackerBeforeOneWasSet)
@@ -98,7 +98,7 @@ TEST_F(CTOVTestTrackerTest, PutsTheNullTrackerInForceForNull)
     CFixedTracker oTracker(1, 2, 3);
     CTOVTestTracker::SetTracker(&oTracker);
 
-    CTOVTestTracker::SetTracker(NULL);
+    CTOVTestTracker::SetTracker(nullptr);
 
     EXPECT_EQ(&CTOVTestTracker::Null(), &CTOVTestTracker::Instance());
 }
@@ -108,7 +108,7 @@ TEST_F(CTOVTestTrackerTest, ReplacesAMissingTracker)
     CFixedTracker oTracker(1, 2, 3);
 
     EXPECT_EQ(&oTracker, CTOVTestTracker::GetSafeTracker(&oTracker));
-    EXPECT_EQ(&CTOVTestTracker::Null(), CTOVTestTracker::GetSafeTracker(NULL));
+    EXPECT_EQ(&CTOVTestTracker::Null(), CTOVTestTracker::GetSafeTracker(nullptr));
 }
 
 TEST_F(CTOVTestTrackerTest, HasTheNullTrackerInForceAtFirst)

@@ -23,12 +23,12 @@ const sEnd s_aEnds[] = {
     {"Exit well", "ended the process with status 0"},
 };
 
-class CHostEndTest : public testing::TestWithParam<sEnd>
+class HostEndingCaseTest : public testing::TestWithParam<sEnd>
 {
 };
 } // namespace
 
-TEST_P(CHostEndTest, IsReportedByName)
+TEST_P(HostEndingCaseTest, IsReportedByName)
 {
     const std::string sCase = std::string(GetParam().szSuite) + ".ends";
     const sHostRun oRun = RunSuites("SuitesEnding", {"--filter", GetParam().szSuite});
@@ -40,7 +40,7 @@ TEST_P(CHostEndTest, IsReportedByName)
     EXPECT_EQ("1 suite, 3 cases: 1 passed, 1 ended the run, 1 not run (TIME)", LastLineOf(oRun.sOutput));
 }
 
-TEST_P(CHostEndTest, LeavesCompleteReports)
+TEST_P(HostEndingCaseTest, LeavesCompleteReports)
 {
     const CTempFolder oFolder;
     const std::string sXml = oFolder.File("report.xml");
@@ -56,7 +56,7 @@ TEST_P(CHostEndTest, LeavesCompleteReports)
     EXPECT_TRUE(EndsWith(ReadWholeFile(sHtml), "</html>\n"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, CHostEndTest, testing::ValuesIn(s_aEnds),
+INSTANTIATE_TEST_SUITE_P(Ways, HostEndingCaseTest, testing::ValuesIn(s_aEnds),
                          [](const auto& oInfo) { return std::to_string(oInfo.index); });
 
 TEST(HostEndTest, KeepsWhatChecksSaidBefore)

@@ -50,14 +50,14 @@ TEST(MatchesPatternTest, IsQuickWithManyStars)
     EXPECT_FALSE(MatchesPattern(std::string(2000, 'a'), "a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b"));
 }
 
-TEST(TestTextTest, ShortensByCharacters)
+TEST(HostTextTest, ShortensByCharacters)
 {
     EXPECT_EQ("abcdef", Shortened("abcdef", 6));
     EXPECT_EQ("ab...", Shortened("abcdef", 5));
     EXPECT_EQ("\xc3\xa9\xc3\xa9...", Shortened("\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9", 5));
 }
 
-TEST(TestTextTest, LeavesWhatXmlDoesNotKnowReadable)
+TEST(HostTextTest, LeavesWhatXmlDoesNotKnowReadable)
 {
     EXPECT_EQ("\\x00\\x1f \xf0\x9f\x98\x80\xee\x80\x80\xef\xbf\xbd",
               Markup(std::string("\0\x1f \xf0\x9f\x98\x80\xee\x80\x80\xef\xbf\xbd", 13)));
@@ -124,8 +124,8 @@ TEST(CTOVTestEventListenerTest, TakesMissingTextsAsEmptyOnes)
     CTOVTestEventListener oListener(oRecorder);
     oRecorder.OnEnterSuite({"Suite", "", 0});
     oRecorder.OnEnterCase({"one", "", 0});
-    oListener.FailedTest(NULL, 3, NULL);
-    oListener.FailedAssertEquals(NULL, 0, NULL, NULL, NULL, NULL);
+    oListener.FailedTest(nullptr, 3, nullptr);
+    oListener.FailedAssertEquals(nullptr, 0, nullptr, nullptr, nullptr, nullptr);
 
     const std::vector<sTestNote>& aNotes = oRecorder.GetRecord().aSuites[0].aCases[0].aNotes;
     ASSERT_EQ(2u, aNotes.size());

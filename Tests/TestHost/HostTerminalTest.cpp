@@ -8,10 +8,10 @@ namespace
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 
 // Opens the gate at which the second case of SuitesWaiting waits.
-class CHostTerminalTest : public testing::Test
+class HostTerminalTest : public testing::Test
 {
 protected:
-    CHostTerminalTest()
+    HostTerminalTest()
     {
         // The folder is this test's own, and so is the name.
         const std::string sFolder = m_oFolder.Path();
@@ -19,7 +19,7 @@ protected:
         m_hGate = Event::Create(true, false, m_sGate.c_str());
     }
 
-    ~CHostTerminalTest() override { Event::Destroy(m_hGate); }
+    ~HostTerminalTest() override { Event::Destroy(m_hGate); }
 
     // tovtest with these options and SuitesWaiting, which waits at the gate.
     sProgram Waiting(const std::vector<std::string>& aOptions) const
@@ -51,7 +51,7 @@ private:
 };
 } // namespace
 
-TEST_F(CHostTerminalTest, ShowsTheCaseThatRunsOnALineThatFits)
+TEST_F(HostTerminalTest, ShowsTheCaseThatRunsOnALineThatFits)
 {
     const sTerminalRun oRun = Run("than the window of th...");
 
@@ -60,7 +60,7 @@ TEST_F(CHostTerminalTest, ShowsTheCaseThatRunsOnALineThatFits)
     EXPECT_EQ(79u, oRun.aDuring.empty() ? 0 : oRun.aDuring[0].size());
 }
 
-TEST_F(CHostTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
+TEST_F(HostTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
 {
     const sTerminalRun oRun = Run("[2/3] ");
 
@@ -69,7 +69,7 @@ TEST_F(CHostTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
               WithoutTimesOf(oRun.aAfter));
 }
 
-TEST_F(CHostTerminalTest, CountsTheCasesOfAllRuns)
+TEST_F(HostTerminalTest, CountsTheCasesOfAllRuns)
 {
     const sTerminalRun oRun = Run("[2/6] ", {"--repeat", "2"});
 
@@ -78,7 +78,7 @@ TEST_F(CHostTerminalTest, CountsTheCasesOfAllRuns)
     EXPECT_EQ("Run 1 of 2", oRun.aDuring[0]);
 }
 
-TEST_F(CHostTerminalTest, ReportsWhatRanWhenTheUserInterrupts)
+TEST_F(HostTerminalTest, ReportsWhatRanWhenTheUserInterrupts)
 {
     const sTerminalRun oRun = RunOnTerminal(Waiting({"--tap"}), "ok 1 - Waiting.before",
                                             [](CTerminal& oTerminal) { oTerminal.PressInterruptKeys(); });
@@ -90,7 +90,7 @@ TEST_F(CHostTerminalTest, ReportsWhatRanWhenTheUserInterrupts)
               oRun.aAfter.back());
 }
 
-TEST_F(CHostTerminalTest, ShowsNoProgressBetweenTheLinesOfAProtocol)
+TEST_F(HostTerminalTest, ShowsNoProgressBetweenTheLinesOfAProtocol)
 {
     const sTerminalRun oRun = Run("ok 1 - Waiting.before", {"--tap"});
 

@@ -44,13 +44,13 @@ typedef TOVTest::CTOVTestSuiteFactory tFactory;
 // The key of a class name, which is another pointer; NULL if there is none.
 const char* KeyOf(const std::string& sClass)
 {
-    const char* szKey = NULL;
+    const char* szKey = nullptr;
     for (bool bFound = tFactory::GetFirst(szKey); bFound; bFound = tFactory::GetNext(szKey, szKey))
     {
         if (szKey == sClass)
             return szKey;
     }
-    return NULL;
+    return nullptr;
 }
 
 class TOVSuiteTablesTest : public testing::TestWithParam<sSuiteRow>
@@ -71,7 +71,7 @@ TEST(TOVSuiteRegistrationTest, TheLibraryRegistersTwelveSuites)
 
 TEST(TOVSuiteRegistrationTest, TheFactoryWalksThemInTheOrderOfTheirRegistration)
 {
-    const char* szKey = NULL;
+    const char* szKey = nullptr;
     bool bFound = tFactory::GetFirst(szKey);
     for (const sSuiteRow& oRow : SUITES)
     {

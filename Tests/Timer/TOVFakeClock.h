@@ -3,8 +3,8 @@
 
 #include <memory>
 
-const long long TICKS_PER_SECOND = 1000000000;
-const long long TICKS_PER_MS = 1000000;
+constexpr long long TICKS_PER_SECOND = 1000000000;
+constexpr long long TICKS_PER_MS = 1000000;
 
 // While it lives, what the library reads on the constructing thread is this counter, on both systems alike: nanoseconds
 // for the high-resolution base, their whole milliseconds for the other one. It stands still unless it is told to go on.

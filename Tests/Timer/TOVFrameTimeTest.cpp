@@ -3,7 +3,7 @@
 
 namespace
 {
-class CTOVFrameTimeTest : public CTimerFixture
+class CTOVTimerFrameTimeTest : public CTimerFixture
 {
 protected:
     void UpdateAfter(int nChannel, long long llMilliseconds)
@@ -14,7 +14,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CTOVFrameTimeTest, IsOffAtFirstAndAdvancesLikeTheTime)
+TEST_F(CTOVTimerFrameTimeTest, IsOffAtFirstAndAdvancesLikeTheTime)
 {
     StartChannel(0);
     EXPECT_FALSE(m_oTimer.IsFrameTimeEnabled(0));
@@ -26,7 +26,7 @@ TEST_F(CTOVFrameTimeTest, IsOffAtFirstAndAdvancesLikeTheTime)
     EXPECT_EQ(0.5, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, HoldsStillFromTheMomentItIsEnabled)
+TEST_F(CTOVTimerFrameTimeTest, HoldsStillFromTheMomentItIsEnabled)
 {
     StartChannel(0);
     m_oClock.AdvanceMs(250);
@@ -40,7 +40,7 @@ TEST_F(CTOVFrameTimeTest, HoldsStillFromTheMomentItIsEnabled)
     EXPECT_EQ(0.75, m_oTimer.GetTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, GoesOnWithEachUpdate)
+TEST_F(CTOVTimerFrameTimeTest, GoesOnWithEachUpdate)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -53,7 +53,7 @@ TEST_F(CTOVFrameTimeTest, GoesOnWithEachUpdate)
     EXPECT_EQ(0.75, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, IsTakenAnewWhenEnabledAgain)
+TEST_F(CTOVTimerFrameTimeTest, IsTakenAnewWhenEnabledAgain)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -64,7 +64,7 @@ TEST_F(CTOVFrameTimeTest, IsTakenAnewWhenEnabledAgain)
     EXPECT_EQ(0.25, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, IsLiveAgainOnceDisabled)
+TEST_F(CTOVTimerFrameTimeTest, IsLiveAgainOnceDisabled)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -80,7 +80,7 @@ TEST_F(CTOVFrameTimeTest, IsLiveAgainOnceDisabled)
     EXPECT_FALSE(m_oTimer.IsFrameTimeEnabled(0));
 }
 
-TEST_F(CTOVFrameTimeTest, IsEachChannelsOwn)
+TEST_F(CTOVTimerFrameTimeTest, IsEachChannelsOwn)
 {
     StartChannel(0);
     StartChannel(3);
@@ -93,7 +93,7 @@ TEST_F(CTOVFrameTimeTest, IsEachChannelsOwn)
     EXPECT_EQ(0.25, m_oTimer.GetFrameTime(3));
 }
 
-TEST_F(CTOVFrameTimeTest, IsZeroWhileStoppedAndTheOldOneAfterTheStart)
+TEST_F(CTOVTimerFrameTimeTest, IsZeroWhileStoppedAndTheOldOneAfterTheStart)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -110,7 +110,7 @@ TEST_F(CTOVFrameTimeTest, IsZeroWhileStoppedAndTheOldOneAfterTheStart)
     EXPECT_EQ(0.0, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, IsZeroOnAChannelThatIsNotDefined)
+TEST_F(CTOVTimerFrameTimeTest, IsZeroOnAChannelThatIsNotDefined)
 {
     EXPECT_EQ(0.0, m_oTimer.GetFrameTime(0));
     StartChannel(1);
@@ -123,7 +123,7 @@ TEST_F(CTOVFrameTimeTest, IsZeroOnAChannelThatIsNotDefined)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(1));
 }
 
-TEST_F(CTOVFrameTimeTest, IsTheGivenTimeAfterSetTime)
+TEST_F(CTOVTimerFrameTimeTest, IsTheGivenTimeAfterSetTime)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -137,7 +137,7 @@ TEST_F(CTOVFrameTimeTest, IsTheGivenTimeAfterSetTime)
     EXPECT_EQ(7.25, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, IsNotSetByTheTimeWhileOff)
+TEST_F(CTOVTimerFrameTimeTest, IsNotSetByTheTimeWhileOff)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -151,7 +151,7 @@ TEST_F(CTOVFrameTimeTest, IsNotSetByTheTimeWhileOff)
     EXPECT_EQ(1.0, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, IsTheGivenTimeOnAPausedChannelThatItselfReadsZero)
+TEST_F(CTOVTimerFrameTimeTest, IsTheGivenTimeOnAPausedChannelThatItselfReadsZero)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -165,7 +165,7 @@ TEST_F(CTOVFrameTimeTest, IsTheGivenTimeOnAPausedChannelThatItselfReadsZero)
     EXPECT_EQ(0.0, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsOneDividedByTheLastInterval)
+TEST_F(CTOVTimerFrameTimeTest, RateIsOneDividedByTheLastInterval)
 {
     StartChannel(0);
     UpdateAfter(0, 500);
@@ -180,7 +180,7 @@ TEST_F(CTOVFrameTimeTest, RateIsOneDividedByTheLastInterval)
     EXPECT_EQ(8.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsTheSameWithFrameTimeEnabled)
+TEST_F(CTOVTimerFrameTimeTest, RateIsTheSameWithFrameTimeEnabled)
 {
     StartChannel(0);
     m_oClock.AdvanceMs(500);
@@ -195,7 +195,7 @@ TEST_F(CTOVFrameTimeTest, RateIsTheSameWithFrameTimeEnabled)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsZeroBeforeTheFirstUpdate)
+TEST_F(CTOVTimerFrameTimeTest, RateIsZeroBeforeTheFirstUpdate)
 {
     EXPECT_EQ(0.0, m_oTimer.GetFPS(0));
     StartChannel(0);
@@ -204,7 +204,7 @@ TEST_F(CTOVFrameTimeTest, RateIsZeroBeforeTheFirstUpdate)
     EXPECT_EQ(0.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsZeroWithoutAnInterval)
+TEST_F(CTOVTimerFrameTimeTest, RateIsZeroWithoutAnInterval)
 {
     StartChannel(0);
     m_oTimer.Update(0);
@@ -215,7 +215,7 @@ TEST_F(CTOVFrameTimeTest, RateIsZeroWithoutAnInterval)
     EXPECT_EQ(0.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsZeroFromThePausesSecondUpdateOn)
+TEST_F(CTOVTimerFrameTimeTest, RateIsZeroFromThePausesSecondUpdateOn)
 {
     StartChannel(0);
     m_oClock.AdvanceMs(250);
@@ -230,7 +230,7 @@ TEST_F(CTOVFrameTimeTest, RateIsZeroFromThePausesSecondUpdateOn)
     EXPECT_EQ(2.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsZeroWhereTimeWentBack)
+TEST_F(CTOVTimerFrameTimeTest, RateIsZeroWhereTimeWentBack)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -245,7 +245,7 @@ TEST_F(CTOVFrameTimeTest, RateIsZeroWhereTimeWentBack)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateMeasuresFromTheLastUpdateAcrossAStop)
+TEST_F(CTOVTimerFrameTimeTest, RateMeasuresFromTheLastUpdateAcrossAStop)
 {
     StartChannel(0);
     UpdateAfter(0, 250);
@@ -257,7 +257,7 @@ TEST_F(CTOVFrameTimeTest, RateMeasuresFromTheLastUpdateAcrossAStop)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateStaysWhileStopped)
+TEST_F(CTOVTimerFrameTimeTest, RateStaysWhileStopped)
 {
     StartChannel(0);
     UpdateAfter(0, 250);
@@ -268,7 +268,7 @@ TEST_F(CTOVFrameTimeTest, RateStaysWhileStopped)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateStaysThroughANewDefinitionAndCountsFromZero)
+TEST_F(CTOVTimerFrameTimeTest, RateStaysThroughANewDefinitionAndCountsFromZero)
 {
     StartChannel(0);
     UpdateAfter(0, 250);
@@ -281,7 +281,7 @@ TEST_F(CTOVFrameTimeTest, RateStaysThroughANewDefinitionAndCountsFromZero)
     EXPECT_EQ(2.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, RateIsMeasuredInMillisecondsToo)
+TEST_F(CTOVTimerFrameTimeTest, RateIsMeasuredInMillisecondsToo)
 {
     UseMilliseconds();
     StartChannel(0);
@@ -293,7 +293,7 @@ TEST_F(CTOVFrameTimeTest, RateIsMeasuredInMillisecondsToo)
     EXPECT_EQ(0.25, m_oTimer.GetFrameTime(0));
 }
 
-TEST_F(CTOVFrameTimeTest, UpdateLeavesAStoppedChannelAsItIs)
+TEST_F(CTOVTimerFrameTimeTest, UpdateLeavesAStoppedChannelAsItIs)
 {
     StartChannel(0);
     m_oTimer.EnableFrameTime(0);
@@ -309,7 +309,7 @@ TEST_F(CTOVFrameTimeTest, UpdateLeavesAStoppedChannelAsItIs)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, UpdateLeavesAnUndefinedChannelAsItIs)
+TEST_F(CTOVTimerFrameTimeTest, UpdateLeavesAnUndefinedChannelAsItIs)
 {
     StartChannel(0);
     UpdateAfter(0, 250);
@@ -320,7 +320,7 @@ TEST_F(CTOVFrameTimeTest, UpdateLeavesAnUndefinedChannelAsItIs)
     EXPECT_EQ(4.0, m_oTimer.GetFPS(0));
 }
 
-TEST_F(CTOVFrameTimeTest, UpdateAllUpdatesEachChannelThatRuns)
+TEST_F(CTOVTimerFrameTimeTest, UpdateAllUpdatesEachChannelThatRuns)
 {
     for (const int nChannel : {0, 1, 3})
     {
@@ -343,7 +343,7 @@ TEST_F(CTOVFrameTimeTest, UpdateAllUpdatesEachChannelThatRuns)
     EXPECT_EQ(0.25, m_oTimer.GetFrameTime(1));
 }
 
-TEST_F(CTOVFrameTimeTest, UpdateAllGoesUpwards)
+TEST_F(CTOVTimerFrameTimeTest, UpdateAllGoesUpwards)
 {
     for (const int nChannel : {3, 2, 1, 0})
         StartChannel(nChannel);
@@ -357,7 +357,7 @@ TEST_F(CTOVFrameTimeTest, UpdateAllGoesUpwards)
     EXPECT_EQ(1.0, m_oTimer.GetFPS(3));
 }
 
-TEST_F(CTOVFrameTimeTest, UpdateAllOfNothingDoesNothing)
+TEST_F(CTOVTimerFrameTimeTest, UpdateAllOfNothingDoesNothing)
 {
     m_oTimer.DefineChannel(1, "Stopped");
 

@@ -12,11 +12,11 @@
 #include <thread>
 #include <vector>
 
-const int ONE_SHOT = 0;
-const int PERIODIC = 1;
+constexpr int ONE_SHOT = 0;
+constexpr int PERIODIC = 1;
 
-const char KILL_CHECK[] = "mmres == TIMERR_NOERROR";
-const char SET_CHECK[] = "nResult != 0";
+constexpr char KILL_CHECK[] = "mmres == TIMERR_NOERROR";
+constexpr char SET_CHECK[] = "nResult != 0";
 
 struct sTimeEventCall
 {

@@ -51,7 +51,7 @@ struct sStop
 };
 } // namespace
 
-TEST(CTOVTimeEventTest, ComesOnceWithWhatItWasGiven)
+TEST(CTOVTimerTimeEventTest, ComesOnceWithWhatItWasGiven)
 {
     CTimeEvent oEvent;
 
@@ -66,7 +66,7 @@ TEST(CTOVTimeEventTest, ComesOnceWithWhatItWasGiven)
     EXPECT_EQ(oEvent.User(), oCall.ulUser);
 }
 
-TEST(CTOVTimeEventTest, ComesOnAThreadOfItsOwn)
+TEST(CTOVTimerTimeEventTest, ComesOnAThreadOfItsOwn)
 {
     CTimeEvent oEvent;
     oEvent.Install(1, ONE_SHOT);
@@ -76,7 +76,7 @@ TEST(CTOVTimeEventTest, ComesOnAThreadOfItsOwn)
     EXPECT_NE(std::this_thread::get_id(), oEvent.Calls()[0].oThread);
 }
 
-TEST(CTOVTimeEventTest, ComesOnceForEveryKindButThePeriodic)
+TEST(CTOVTimerTimeEventTest, ComesOnceForEveryKindButThePeriodic)
 {
     for (const int nKind : {0, 2, 3, -1, 0x101, 2147483647})
     {
@@ -89,7 +89,7 @@ TEST(CTOVTimeEventTest, ComesOnceForEveryKindButThePeriodic)
     }
 }
 
-TEST(CTOVTimeEventTest, ComesAgainAndAgainIfPeriodic)
+TEST(CTOVTimerTimeEventTest, ComesAgainAndAgainIfPeriodic)
 {
     CTimeEvent oEvent;
 
@@ -104,7 +104,7 @@ TEST(CTOVTimeEventTest, ComesAgainAndAgainIfPeriodic)
     }
 }
 
-TEST(CTOVTimeEventTest, ComesNoMoreOnceUninstalled)
+TEST(CTOVTimerTimeEventTest, ComesNoMoreOnceUninstalled)
 {
     sStop oStop;
     CTimeEvent oEvent;
@@ -122,7 +122,7 @@ TEST(CTOVTimeEventTest, ComesNoMoreOnceUninstalled)
     EXPECT_EQ(3, oEvent.Count());
 }
 
-TEST(CTOVTimeEventTest, ComesNotAtAllIfUninstalledInTime)
+TEST(CTOVTimerTimeEventTest, ComesNotAtAllIfUninstalledInTime)
 {
     for (const int nKind : {ONE_SHOT, PERIODIC})
     {
@@ -136,7 +136,7 @@ TEST(CTOVTimeEventTest, ComesNotAtAllIfUninstalledInTime)
     }
 }
 
-TEST(CTOVTimeEventTest, MayUninstallItself)
+TEST(CTOVTimerTimeEventTest, MayUninstallItself)
 {
     CGate oDone;
     CTimeEvent oEvent;
@@ -157,7 +157,7 @@ TEST(CTOVTimeEventTest, MayUninstallItself)
     EXPECT_CHECK(KILL_CHECK, CTOVTimer::UninstallTimeEvent(nEvent, 1));
 }
 
-TEST(CTOVTimeEventTest, MayUninstallAnother)
+TEST(CTOVTimerTimeEventTest, MayUninstallAnother)
 {
     CGate oDone;
     CTimeEvent oOther;
@@ -174,7 +174,7 @@ TEST(CTOVTimeEventTest, MayUninstallAnother)
     EXPECT_EQ(0, oOther.Count());
 }
 
-TEST(CTOVTimeEventTest, MayInstallTheNextOne)
+TEST(CTOVTimerTimeEventTest, MayInstallTheNextOne)
 {
     CTimeEvent oEvent;
     oEvent.m_fnAction = [&](int nCall, const sTimeEventCall&) {
@@ -191,7 +191,7 @@ TEST(CTOVTimeEventTest, MayInstallTheNextOne)
     EXPECT_EQ(5, oEvent.Count());
 }
 
-TEST(CTOVTimeEventTest, GoesOnAfterACallThatTookLongerThanItsPeriod)
+TEST(CTOVTimerTimeEventTest, GoesOnAfterACallThatTookLongerThanItsPeriod)
 {
     sStop oStop;
     CTimeEvent oEvent;
@@ -208,7 +208,7 @@ TEST(CTOVTimeEventTest, GoesOnAfterACallThatTookLongerThanItsPeriod)
     EXPECT_TRUE(oEvent.Reaches(20));
 }
 
-TEST(CTOVTimeEventTest, HasOthersBesideIt)
+TEST(CTOVTimerTimeEventTest, HasOthersBesideIt)
 {
     std::vector<CTimeEvent> aEvents(8);
     std::set<int> aIdentifiers;
@@ -227,7 +227,7 @@ TEST(CTOVTimeEventTest, HasOthersBesideIt)
     EXPECT_TRUE(aEvents[7].Reaches(nCount + 5));
 }
 
-TEST(CTOVTimeEventTest, IsOvertakenByOneThatComesEarlier)
+TEST(CTOVTimerTimeEventTest, IsOvertakenByOneThatComesEarlier)
 {
     CTimeEvent oLate;
     CTimeEvent oEarly;
@@ -239,7 +239,7 @@ TEST(CTOVTimeEventTest, IsOvertakenByOneThatComesEarlier)
     EXPECT_EQ(0, oLate.Count());
 }
 
-TEST(CTOVTimeEventTest, ComesNeverTooEarly)
+TEST(CTOVTimerTimeEventTest, ComesNeverTooEarly)
 {
     const long long llPeriod = 3;
     CTOVTimer oClock;
@@ -260,7 +260,7 @@ TEST(CTOVTimeEventTest, ComesNeverTooEarly)
         EXPECT_LE(llCall * llPeriod, aTimes[llCall - 1] - llStart) << llCall;
 }
 
-TEST(CTOVTimeEventTest, IsRefusedSilentlyWithoutAPeriod)
+TEST(CTOVTimerTimeEventTest, IsRefusedSilentlyWithoutAPeriod)
 {
     for (const int nKind : {ONE_SHOT, PERIODIC})
     {
@@ -276,7 +276,7 @@ TEST(CTOVTimeEventTest, IsRefusedSilentlyWithoutAPeriod)
     }
 }
 
-TEST(CTOVTimeEventTest, IsNotUninstalledIfUnknown)
+TEST(CTOVTimerTimeEventTest, IsNotUninstalledIfUnknown)
 {
     for (const int nEvent : {0, -1, 1234567, 2147483647})
     {
@@ -285,7 +285,7 @@ TEST(CTOVTimeEventTest, IsNotUninstalledIfUnknown)
     }
 }
 
-TEST(CTOVTimeEventTest, IsUnknownOnceUninstalled)
+TEST(CTOVTimerTimeEventTest, IsUnknownOnceUninstalled)
 {
     CTimeEvent oEvent;
     const int nEvent = oEvent.Install(60000, PERIODIC);
@@ -294,7 +294,7 @@ TEST(CTOVTimeEventTest, IsUnknownOnceUninstalled)
     EXPECT_CHECK_AT("TOVTimer", KILL_CHECK, CTOVTimer::UninstallTimeEvent(nEvent, 60000));
 }
 
-TEST(CTOVTimeEventTest, IsUnknownOnceItHasCome)
+TEST(CTOVTimerTimeEventTest, IsUnknownOnceItHasCome)
 {
     CTimeEvent oEvent;
     const int nEvent = oEvent.Install(1, ONE_SHOT);
@@ -304,7 +304,7 @@ TEST(CTOVTimeEventTest, IsUnknownOnceItHasCome)
     EXPECT_CHECK_AT("TOVTimer", KILL_CHECK, CTOVTimer::UninstallTimeEvent(nEvent, 1));
 }
 
-TEST(CTOVTimeEventTest, IsGoneAlthoughItsPeriodIsRefusedThen)
+TEST(CTOVTimerTimeEventTest, IsGoneAlthoughItsPeriodIsRefusedThen)
 {
     sStop oStop;
     CTimeEvent oEvent;
@@ -322,7 +322,7 @@ TEST(CTOVTimeEventTest, IsGoneAlthoughItsPeriodIsRefusedThen)
     EXPECT_EQ(2, oEvent.Count());
 }
 
-TEST(CTOVTimeEventTest, NeedsNoTimer)
+TEST(CTOVTimerTimeEventTest, NeedsNoTimer)
 {
     // Both operations are static, and no channel takes part.
     int (*fnInstall)(unsigned int, unsigned int, CTOVTimer::tTimeEvent, unsigned long, int) =
@@ -336,7 +336,7 @@ TEST(CTOVTimeEventTest, NeedsNoTimer)
     EXPECT_NO_CHECK(fnUninstall(nEvent, 2));
 }
 
-TEST(CTOVTimeEventTest, MayUseATimer)
+TEST(CTOVTimerTimeEventTest, MayUseATimer)
 {
     CLogRecorder oLog;
     CGate oDone;
@@ -356,7 +356,7 @@ TEST(CTOVTimeEventTest, MayUseATimer)
     EXPECT_EQ(1, oLog.CountLines("Time channel 2 (Event) is not paused!"));
 }
 
-TEST(CTOVTimeEventTest, HasItsThreadForItselfDuringACall)
+TEST(CTOVTimerTimeEventTest, HasItsThreadForItselfDuringACall)
 {
     std::atomic<int> nInside(0);
     std::vector<CTimeEvent> aEvents(3);
@@ -374,7 +374,7 @@ TEST(CTOVTimeEventTest, HasItsThreadForItselfDuringACall)
         EXPECT_TRUE(oEvent.Reaches(20));
 }
 
-TEST(CTOVTimeEventTest, CallsNobodyWithoutACallback)
+TEST(CTOVTimerTimeEventTest, CallsNobodyWithoutACallback)
 {
     const int nOneShot = InstallNothing<CTOVTimer::tTimeEvent>(ONE_SHOT);
     const int nPeriodic = InstallNothing<CTOVTimer::tTimeEvent>(PERIODIC);
@@ -386,7 +386,7 @@ TEST(CTOVTimeEventTest, CallsNobodyWithoutACallback)
     EXPECT_NO_CHECK(CTOVTimer::UninstallTimeEvent(nPeriodic, 1));
 }
 
-TEST(CTOVTimeEventTest, CallsNobodyWithoutACallbackOfTheSystemsForm)
+TEST(CTOVTimerTimeEventTest, CallsNobodyWithoutACallbackOfTheSystemsForm)
 {
     const int nOneShot = InstallNothing<CTOVTimer::tSystemTimeEvent>(ONE_SHOT);
     const int nPeriodic = InstallNothing<CTOVTimer::tSystemTimeEvent>(PERIODIC);
@@ -398,7 +398,7 @@ TEST(CTOVTimeEventTest, CallsNobodyWithoutACallbackOfTheSystemsForm)
     EXPECT_NO_CHECK(CTOVTimer::UninstallTimeEvent(nPeriodic, 1));
 }
 
-TEST(CTOVTimeEventTest, IsOneOfSixteen)
+TEST(CTOVTimerTimeEventTest, IsOneOfSixteen)
 {
     std::vector<CTimeEvent> aEvents(16);
     for (CTimeEvent& oEvent : aEvents)
@@ -412,7 +412,7 @@ TEST(CTOVTimeEventTest, IsOneOfSixteen)
     EXPECT_TRUE(oOneMore.Reaches(3));
 }
 
-TEST(CTOVTimeEventTest, GivesItsPlaceBackWhenItHasCome)
+TEST(CTOVTimerTimeEventTest, GivesItsPlaceBackWhenItHasCome)
 {
     for (int nRound = 0; nRound < 3; ++nRound)
     {
@@ -425,7 +425,7 @@ TEST(CTOVTimeEventTest, GivesItsPlaceBackWhenItHasCome)
     }
 }
 
-TEST(CTOVTimeEventTest, MayWaitAsLongAs65535Milliseconds)
+TEST(CTOVTimerTimeEventTest, MayWaitAsLongAs65535Milliseconds)
 {
     CTimeEvent oEvent;
 
@@ -434,7 +434,7 @@ TEST(CTOVTimeEventTest, MayWaitAsLongAs65535Milliseconds)
     EXPECT_NO_CHECK(oEvent.Uninstall());
 }
 
-TEST(CTOVTimeEventTest, ComesWhileOtherThreadsInstallAndUninstall)
+TEST(CTOVTimerTimeEventTest, ComesWhileOtherThreadsInstallAndUninstall)
 {
     CThreadGroup oThreads;
     oThreads.Start(4, [](int) {
@@ -448,7 +448,7 @@ TEST(CTOVTimeEventTest, ComesWhileOtherThreadsInstallAndUninstall)
     });
 }
 
-TEST(CTOVTimeEventTest, KeepsNoProcessFromItsEnd)
+TEST(CTOVTimerTimeEventTest, KeepsNoProcessFromItsEnd)
 {
     EXPECT_EQ(7, RunChild("EndsWithAnEventInstalled").nExitCode);
 }

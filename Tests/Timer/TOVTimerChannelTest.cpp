@@ -74,7 +74,7 @@ private:
 
 const char* const STRING_ID = reinterpret_cast<const char*>(static_cast<std::size_t>(7));
 
-const int OUTSIDE[] = {-1, 4, 5, -2147483647 - 1, 2147483647};
+constexpr int OUTSIDE[] = {-1, 4, 5, -2147483647 - 1, 2147483647};
 
 template<int nCount> void ExpectChecks(CTOVTimer& oTimer, const sOperation (&aOperations)[nCount], const char* szCheck)
 {

@@ -9,13 +9,13 @@
 
 #include <string>
 
-const char RANGE_CHECK[] = "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)";
-const char DEFINED_CHECK[] = "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefined(nChannel)";
-const char RUNNING_CHECK[] =
+constexpr char RANGE_CHECK[] = "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)";
+constexpr char DEFINED_CHECK[] = "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefined(nChannel)";
+constexpr char RUNNING_CHECK[] =
     "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS) && IsDefinedAndRunning(nChannel)";
 
-const char NO_TIME[] = "Can't retrieve time from highresolution timer";
-const char NO_FREQUENCY[] = "Can't retrieve frequency from highresolution timer";
+constexpr char NO_TIME[] = "Can't retrieve time from highresolution timer";
+constexpr char NO_FREQUENCY[] = "Can't retrieve frequency from highresolution timer";
 
 namespace
 {

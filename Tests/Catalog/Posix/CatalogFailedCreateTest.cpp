@@ -11,11 +11,11 @@
 
 namespace
 {
-class CCatalogPosixFailedCreateTest : public CCatalogTest
+class CatalogPosixFailedCreateTest : public CatalogTest
 {
 protected:
     // The catalogue of this tree is larger than any buffer.
-    CCatalogPosixFailedCreateTest()
+    CatalogPosixFailedCreateTest()
     {
         for (int nFile = 1000; nFile < 1150; ++nFile)
             Write("tree/" + std::string(60, 'n') + std::to_string(nFile), "x");
@@ -40,7 +40,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhenTheDiskIsFull)
+TEST_F(CatalogPosixFailedCreateTest, LeavesItWhenTheDiskIsFull)
 {
     for (const unsigned long ulSize : Sizes())
     {
@@ -53,7 +53,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhenTheDiskIsFull)
     ExpectThatTheNextOneSucceeds();
 }
 
-TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhenTheProcessDiesInTheMiddleOfWriting)
+TEST_F(CatalogPosixFailedCreateTest, LeavesItWhenTheProcessDiesInTheMiddleOfWriting)
 {
     for (const unsigned long ulSize : Sizes())
     {
@@ -65,7 +65,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhenTheProcessDiesInTheMiddleOfWri
     ExpectThatTheNextOneSucceeds();
 }
 
-TEST_F(CCatalogPosixFailedCreateTest, SucceedsWithJustEnoughRoom)
+TEST_F(CatalogPosixFailedCreateTest, SucceedsWithJustEnoughRoom)
 {
     const unsigned long ulSize = Read("good.cat").size();
 
@@ -73,7 +73,7 @@ TEST_F(CCatalogPosixFailedCreateTest, SucceedsWithJustEnoughRoom)
     EXPECT_EQ(Read("good.cat"), Read("c.cat"));
 }
 
-TEST_F(CCatalogPosixFailedCreateTest, LeavesItInAFolderThatMayNotBeChanged)
+TEST_F(CatalogPosixFailedCreateTest, LeavesItInAFolderThatMayNotBeChanged)
 {
     Write("kept/c.cat", EXISTING);
     ASSERT_EQ(0, ::chmod(Path("kept").c_str(), 0555));
@@ -84,7 +84,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItInAFolderThatMayNotBeChanged)
     EXPECT_EQ(EXISTING, Read("kept/c.cat"));
 }
 
-TEST_F(CCatalogPosixFailedCreateTest, LeavesItOrHasTheNewOneAtEachMoment)
+TEST_F(CatalogPosixFailedCreateTest, LeavesItOrHasTheNewOneAtEachMoment)
 {
     const std::string sGood = Read("good.cat");
     int nWithOld = 0;
@@ -104,7 +104,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItOrHasTheNewOneAtEachMoment)
     EXPECT_EQ(0, nWithout);
 }
 
-TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
+TEST_F(CatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
 {
     WriteSparseFile(Path("tree/big"), 30000000000, "");
     for (const int nSignal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGKILL})
@@ -122,7 +122,7 @@ TEST_F(CCatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
 }
 
 // Otherwise a device of the system could be lost in this way.
-TEST_F(CCatalogPosixFailedCreateTest, PutsNothingInThePlaceOfWhatIsNoFile)
+TEST_F(CatalogPosixFailedCreateTest, PutsNothingInThePlaceOfWhatIsNoFile)
 {
     Remove("c.cat");
     ASSERT_EQ(0, ::mkfifo(Path("c.cat").c_str(), 0666));
@@ -133,7 +133,7 @@ TEST_F(CCatalogPosixFailedCreateTest, PutsNothingInThePlaceOfWhatIsNoFile)
 }
 
 // The program would wait for ever for somebody who writes into it.
-TEST_F(CCatalogPosixFailedCreateTest, LeavesItAloneAlsoWhenAPipeIsToBeRead)
+TEST_F(CatalogPosixFailedCreateTest, LeavesItAloneAlsoWhenAPipeIsToBeRead)
 {
     Remove("c.cat");
     ASSERT_EQ(0, ::mkfifo(Path("c.cat").c_str(), 0666));

@@ -7,7 +7,7 @@
 
 namespace
 {
-class CCatalogPosixNamesTest : public CCatalogTest
+class CatalogPosixNamesTest : public CatalogTest
 {
 protected:
     void Link(const std::string& sName, const std::string& sTarget)
@@ -26,7 +26,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogPosixNamesTest, MayHoldAnyByte)
+TEST_F(CatalogPosixNamesTest, MayHoldAnyByte)
 {
     std::vector<sCatalogFile> aFiles;
     for (int nByte = 1; nByte < 256; ++nByte)
@@ -47,7 +47,7 @@ TEST_F(CCatalogPosixNamesTest, MayHoldAnyByte)
     EXPECT_EQ(254u, std::set<std::string>(aReports.begin(), aReports.end()).size());
 }
 
-TEST_F(CCatalogPosixNamesTest, MayBeOfOddBytesAlone)
+TEST_F(CatalogPosixNamesTest, MayBeOfOddBytesAlone)
 {
     for (const std::string sName : {"\n",   "\\",  ":",   "*",    "?",  " ", "-", "--", "\xFF", "...",  "C:",
                                     "a\\b", "*.*", "\t ", "\r\n", "\"", "'", "|", "<>", "~",    "%s%n", "\x1b[2J"})
@@ -56,7 +56,7 @@ TEST_F(CCatalogPosixNamesTest, MayBeOfOddBytesAlone)
     ExpectFiles(22);
 }
 
-TEST_F(CCatalogPosixNamesTest, OfDirectoriesAreNoPatterns)
+TEST_F(CatalogPosixNamesTest, OfDirectoriesAreNoPatterns)
 {
     Write("tr*e/a", "1");
     Write("tree/b", "2");
@@ -73,7 +73,7 @@ TEST_F(CCatalogPosixNamesTest, OfDirectoriesAreNoPatterns)
     }
 }
 
-TEST_F(CCatalogPosixNamesTest, OfDirectoriesAreNoPatternsForTheirOwnCatalogue)
+TEST_F(CatalogPosixNamesTest, OfDirectoriesAreNoPatternsForTheirOwnCatalogue)
 {
     for (const std::string sDirectory : {"tr*e", "tree?"})
     {
@@ -88,7 +88,7 @@ TEST_F(CCatalogPosixNamesTest, OfDirectoriesAreNoPatternsForTheirOwnCatalogue)
     }
 }
 
-TEST_F(CCatalogPosixNamesTest, OfOneCatalogueMayBeSeveral)
+TEST_F(CatalogPosixNamesTest, OfOneCatalogueMayBeSeveral)
 {
     Write("tree/a", "1");
     Link("other way", "tree");
@@ -98,7 +98,7 @@ TEST_F(CCatalogPosixNamesTest, OfOneCatalogueMayBeSeveral)
     EXPECT_EQ(0, Run({"verify", "tree/c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogPosixNamesTest, OfCataloguesMayHoldAnyByte)
+TEST_F(CatalogPosixNamesTest, OfCataloguesMayHoldAnyByte)
 {
     Write("tree/a", "1");
     for (const std::string sCatalog : {"c*.cat", "c?", "c\nd", "c\xFF", "c:d", " "})
@@ -109,7 +109,7 @@ TEST_F(CCatalogPosixNamesTest, OfCataloguesMayHoldAnyByte)
     }
 }
 
-TEST_F(CCatalogPosixNamesTest, ThatDifferInCaseAreDifferent)
+TEST_F(CatalogPosixNamesTest, ThatDifferInCaseAreDifferent)
 {
     Write("tree/a", "1");
     Write("tree/A", "2");
@@ -122,7 +122,7 @@ TEST_F(CCatalogPosixNamesTest, ThatDifferInCaseAreDifferent)
     EXPECT_EQ((tNames{"changed tree/A"}), Reports(Run({"verify", "tree/c.cat"})));
 }
 
-TEST_F(CCatalogPosixNamesTest, MayBeLong)
+TEST_F(CatalogPosixNamesTest, MayBeLong)
 {
     std::string sName = "tree";
     for (int nLevel = 0; nLevel < 15; ++nLevel)
@@ -133,7 +133,7 @@ TEST_F(CCatalogPosixNamesTest, MayBeLong)
 }
 
 // Longer than the system takes in one call.
-TEST_F(CCatalogPosixNamesTest, ThatAreTooLongCountAsUnreadable)
+TEST_F(CatalogPosixNamesTest, ThatAreTooLongCountAsUnreadable)
 {
     Write("tree/a", "x");
     const std::filesystem::path oBefore = std::filesystem::current_path();
@@ -155,7 +155,7 @@ TEST_F(CCatalogPosixNamesTest, ThatAreTooLongCountAsUnreadable)
     EXPECT_EQ((tNames{"8cdc1683 1 tree/a"}), Listed());
 }
 
-TEST_F(CCatalogPosixNamesTest, OfLinksToFilesStandForTheFiles)
+TEST_F(CatalogPosixNamesTest, OfLinksToFilesStandForTheFiles)
 {
     Write("elsewhere/a", "x");
     MakeDirectory("tree");
@@ -167,7 +167,7 @@ TEST_F(CCatalogPosixNamesTest, OfLinksToFilesStandForTheFiles)
     EXPECT_EQ((tNames{"changed tree/link"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CCatalogPosixNamesTest, OfOtherThingsArePassedOver)
+TEST_F(CatalogPosixNamesTest, OfOtherThingsArePassedOver)
 {
     Write("tree/sub/a", "x");
     Link("tree/itself", ".");
@@ -184,7 +184,7 @@ TEST_F(CCatalogPosixNamesTest, OfOtherThingsArePassedOver)
     EXPECT_EQ((tNames{"8cdc1683 1 tree/sub/a"}), Listed());
 }
 
-TEST_F(CCatalogPosixNamesTest, OfADirectoryMayBeALink)
+TEST_F(CatalogPosixNamesTest, OfADirectoryMayBeALink)
 {
     Write("real/a", "x");
     Link("tree", "real");
@@ -192,7 +192,7 @@ TEST_F(CCatalogPosixNamesTest, OfADirectoryMayBeALink)
     ExpectFiles(1);
 }
 
-TEST_F(CCatalogPosixNamesTest, OfFilesWhosePlaceAnotherThingHasTakenAreMissing)
+TEST_F(CatalogPosixNamesTest, OfFilesWhosePlaceAnotherThingHasTakenAreMissing)
 {
     Write("tree/a", "x");
     Write("tree/b", "x");

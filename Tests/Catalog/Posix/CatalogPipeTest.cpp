@@ -12,11 +12,11 @@
 
 namespace
 {
-class CCatalogPipeTest : public CCatalogTest
+class CatalogPipeTest : public CatalogTest
 {
 protected:
     // The only thread reads the first file for as long as that is big.
-    CCatalogPipeTest()
+    CatalogPipeTest()
     {
         Write("tree/z", "x");
         Write("tree/zz", "x");
@@ -34,7 +34,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToCreate)
+TEST_F(CatalogPipeTest, InThePlaceOfAFileIsUnreadableToCreate)
 {
     CTerminal oTerminal(Program({"create", "c.cat", "tree", "--threads", "1"}));
     SwapAndGoOn(oTerminal);
@@ -47,7 +47,7 @@ TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToCreate)
     EXPECT_EQ((tNames{"8cdc1683 1 tree/zz"}), Listed());
 }
 
-TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToVerify)
+TEST_F(CatalogPipeTest, InThePlaceOfAFileIsUnreadableToVerify)
 {
     Write("c.cat",
           CatalogVersion3({"tree"}, {}, {{0, "big", 10, 0}, {0, "z", 1, 0x8cdc1683}, {0, "zz", 1, 0x8cdc1683}}));
@@ -60,7 +60,7 @@ TEST_F(CCatalogPipeTest, InThePlaceOfAFileIsUnreadableToVerify)
     EXPECT_EQ("unreadable tree/z", aScreen[1]);
 }
 
-TEST_F(CCatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
+TEST_F(CatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
 {
     for (const int nSignal : {SIGINT, SIGTERM})
     {
@@ -76,7 +76,7 @@ TEST_F(CCatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
     }
 }
 
-TEST_F(CCatalogPipeTest, ThatIsFullLosesNoReportInSilence)
+TEST_F(CatalogPipeTest, ThatIsFullLosesNoReportInSilence)
 {
     Remove("tree/big");
     Create({"c.cat", "tree"});

@@ -8,10 +8,10 @@
 
 namespace
 {
-class CCatalogPosixUnfinishedTest : public CCatalogTest
+class CatalogPosixUnfinishedTest : public CatalogTest
 {
 protected:
-    CCatalogPosixUnfinishedTest()
+    CatalogPosixUnfinishedTest()
     {
         Write("tree/a", "x");
         Write("c.cat", EXISTING);
@@ -28,7 +28,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogPosixUnfinishedTest, IsWrittenThroughNoLink)
+TEST_F(CatalogPosixUnfinishedTest, IsWrittenThroughNoLink)
 {
     Write("victim", Good().substr(0, 12));
     for (const char* szName : {"c.cat.new", "tovcatalog-1.new", "tovcatalog-2.new"})
@@ -45,7 +45,7 @@ TEST_F(CCatalogPosixUnfinishedTest, IsWrittenThroughNoLink)
         EXPECT_TRUE(std::filesystem::is_symlink(Path(szName))) << szName;
 }
 
-TEST_F(CCatalogPosixUnfinishedTest, WaitsForNoPipeOfItsName)
+TEST_F(CatalogPosixUnfinishedTest, WaitsForNoPipeOfItsName)
 {
     ASSERT_EQ(0, ::mkfifo(Path("tovcatalog-1.new").c_str(), 0666));
 
@@ -54,7 +54,7 @@ TEST_F(CCatalogPosixUnfinishedTest, WaitsForNoPipeOfItsName)
     EXPECT_EQ(Good(), Read("c.cat"));
 }
 
-TEST_F(CCatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
+TEST_F(CatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
 {
     for (const mode_t ulMode : {0600u, 0640u, 0400u, 0666u})
     {
@@ -72,7 +72,7 @@ TEST_F(CCatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
     }
 }
 
-TEST_F(CCatalogPosixUnfinishedTest, IsLostToNoOtherRunThatDiesAtAnyMoment)
+TEST_F(CatalogPosixUnfinishedTest, IsLostToNoOtherRunThatDiesAtAnyMoment)
 {
     int nOthers = 0;
     const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {

@@ -7,10 +7,10 @@
 
 namespace
 {
-class CCatalogPosixUnreadableTest : public CCatalogTest
+class CatalogPosixUnreadableTest : public CatalogTest
 {
 protected:
-    CCatalogPosixUnreadableTest()
+    CatalogPosixUnreadableTest()
     {
         Write("tree/a", "a");
         Write("tree/sub/z", "z");
@@ -32,7 +32,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogPosixUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
+TEST_F(CatalogPosixUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
 {
     WriteUnreadable("tree/bad");
     WriteUnreadable("tree/sub/bad too");
@@ -45,7 +45,7 @@ TEST_F(CCatalogPosixUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
     EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
 }
 
-TEST_F(CCatalogPosixUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
+TEST_F(CatalogPosixUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
 {
     tNames aExpected;
     for (int nFile = 10; nFile < 50; ++nFile)
@@ -63,7 +63,7 @@ TEST_F(CCatalogPosixUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
     }
 }
 
-TEST_F(CCatalogPosixUnreadableTest, IsNeitherChangedNorMissing)
+TEST_F(CatalogPosixUnreadableTest, IsNeitherChangedNorMissing)
 {
     Write("tree/bad", "good");
     Create({"c.cat", "tree"});
@@ -77,7 +77,7 @@ TEST_F(CCatalogPosixUnreadableTest, IsNeitherChangedNorMissing)
     EXPECT_NE(std::string::npos, Summary(oRun).find("1 changed, 0 missing, 0 new, 1 unreadable")) << Summary(oRun);
 }
 
-TEST_F(CCatalogPosixUnreadableTest, MayBeTheOnlyDifference)
+TEST_F(CatalogPosixUnreadableTest, MayBeTheOnlyDifference)
 {
     Write("tree/bad", "good");
     Create({"c.cat", "tree"});
@@ -88,7 +88,7 @@ TEST_F(CCatalogPosixUnreadableTest, MayBeTheOnlyDifference)
     EXPECT_EQ(0, RunUnprivileged({"verify", "c.cat"}).nExitCode);
 }
 
-TEST_F(CCatalogPosixUnreadableTest, MayBeADirectory)
+TEST_F(CatalogPosixUnreadableTest, MayBeADirectory)
 {
     Write("tree/bad/inside", "secret");
     Forbid("tree/bad");
@@ -100,7 +100,7 @@ TEST_F(CCatalogPosixUnreadableTest, MayBeADirectory)
     EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
 }
 
-TEST_F(CCatalogPosixUnreadableTest, MayBeTheCatalogue)
+TEST_F(CatalogPosixUnreadableTest, MayBeTheCatalogue)
 {
     Create({"c.cat", "tree"});
     Forbid("c.cat");
@@ -110,7 +110,7 @@ TEST_F(CCatalogPosixUnreadableTest, MayBeTheCatalogue)
 }
 
 // The file can be opened, but its first read fails.
-TEST_F(CCatalogPosixUnreadableTest, MayBeACatalogueOnABadDisk)
+TEST_F(CatalogPosixUnreadableTest, MayBeACatalogueOnABadDisk)
 {
     std::filesystem::create_symlink("/proc/self/mem", Path("c.cat"));
 

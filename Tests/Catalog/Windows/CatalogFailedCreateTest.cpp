@@ -4,10 +4,10 @@
 
 namespace
 {
-class CCatalogWindowsFailedCreateTest : public CCatalogTest
+class CatalogWindowsFailedCreateTest : public CatalogTest
 {
 protected:
-    CCatalogWindowsFailedCreateTest()
+    CatalogWindowsFailedCreateTest()
     {
         Write("tree/a", "a");
         Write("c.cat", EXISTING);
@@ -15,7 +15,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogWindowsFailedCreateTest, LeavesItWhenAnotherHoldsIt)
+TEST_F(CatalogWindowsFailedCreateTest, LeavesItWhenAnotherHoldsIt)
 {
     for (const DWORD dwShared : {0ul, static_cast<DWORD>(FILE_SHARE_READ)})
     {
@@ -29,7 +29,7 @@ TEST_F(CCatalogWindowsFailedCreateTest, LeavesItWhenAnotherHoldsIt)
 }
 
 // A run that is writing its own catalogue holds its file in this way.
-TEST_F(CCatalogWindowsFailedCreateTest, TouchesNoUnfinishedOneThatAnotherHolds)
+TEST_F(CatalogWindowsFailedCreateTest, TouchesNoUnfinishedOneThatAnotherHolds)
 {
     Write("tovcatalog-1.new", "TOVCATLG");
     const CHeldFile oHeld(Path("tovcatalog-1.new"), FILE_SHARE_READ | FILE_SHARE_WRITE);

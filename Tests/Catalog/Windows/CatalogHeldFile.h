@@ -11,7 +11,7 @@ class CHeldFile
 {
 public:
     CHeldFile(const std::string& sPath, DWORD dwShared)
-        : m_hFile(::CreateFileA(sPath.c_str(), GENERIC_READ, dwShared, NULL, OPEN_EXISTING, 0, NULL))
+        : m_hFile(::CreateFileA(sPath.c_str(), GENERIC_READ, dwShared, nullptr, OPEN_EXISTING, 0, nullptr))
     {
         EXPECT_NE(INVALID_HANDLE_VALUE, m_hFile) << sPath;
     }

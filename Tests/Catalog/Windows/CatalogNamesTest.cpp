@@ -5,10 +5,10 @@
 
 namespace
 {
-class CCatalogWindowsNamesTest : public CCatalogTest
+class CatalogWindowsNamesTest : public CatalogTest
 {
 protected:
-    CCatalogWindowsNamesTest()
+    CatalogWindowsNamesTest()
     {
         Write("tree/a", "a");
         Write("tree/sub/z", "z");
@@ -16,7 +16,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogWindowsNamesTest, OfTheCatalogueMayBeSpelledDifferently)
+TEST_F(CatalogWindowsNamesTest, OfTheCatalogueMayBeSpelledDifferently)
 {
     for (const char* szCatalog : {"tree\\c.cat", "TREE/C.CAT", ".\\Tree\\c.cat", "tree\\sub\\..\\c.cat"})
     {
@@ -28,7 +28,7 @@ TEST_F(CCatalogWindowsNamesTest, OfTheCatalogueMayBeSpelledDifferently)
     }
 }
 
-TEST_F(CCatalogWindowsNamesTest, OfDirectoriesMayHoldBackslashes)
+TEST_F(CatalogWindowsNamesTest, OfDirectoriesMayHoldBackslashes)
 {
     Write("tree/sub/more/y", "y");
 
@@ -40,7 +40,7 @@ TEST_F(CCatalogWindowsNamesTest, OfDirectoriesMayHoldBackslashes)
     }
 }
 
-TEST_F(CCatalogWindowsNamesTest, OfFilesOfAnyAttributesAreTaken)
+TEST_F(CatalogWindowsNamesTest, OfFilesOfAnyAttributesAreTaken)
 {
     const DWORD aAttributes[] = {FILE_ATTRIBUTE_NORMAL, FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_READONLY,
                                  FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM};

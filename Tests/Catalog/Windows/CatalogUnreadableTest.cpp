@@ -6,10 +6,10 @@
 
 namespace
 {
-class CCatalogWindowsUnreadableTest : public CCatalogTest
+class CatalogWindowsUnreadableTest : public CatalogTest
 {
 protected:
-    CCatalogWindowsUnreadableTest()
+    CatalogWindowsUnreadableTest()
     {
         Write("tree/a", "a");
         Write("tree/sub/z", "z");
@@ -24,7 +24,7 @@ protected:
 };
 } // namespace
 
-TEST_F(CCatalogWindowsUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
+TEST_F(CatalogWindowsUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
 {
     Write("tree/bad", "bad");
     Write("tree/sub/bad too", "bad");
@@ -39,7 +39,7 @@ TEST_F(CCatalogWindowsUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
     EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
 }
 
-TEST_F(CCatalogWindowsUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
+TEST_F(CatalogWindowsUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
 {
     std::vector<std::unique_ptr<CHeldFile>> aHeld;
     tNames aExpected;
@@ -59,7 +59,7 @@ TEST_F(CCatalogWindowsUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
     }
 }
 
-TEST_F(CCatalogWindowsUnreadableTest, IsNeitherChangedNorMissing)
+TEST_F(CatalogWindowsUnreadableTest, IsNeitherChangedNorMissing)
 {
     Write("tree/bad", "good");
     Create({"c.cat", "tree"});
@@ -73,7 +73,7 @@ TEST_F(CCatalogWindowsUnreadableTest, IsNeitherChangedNorMissing)
     EXPECT_NE(std::string::npos, Summary(oRun).find("1 changed, 0 missing, 0 new, 1 unreadable")) << Summary(oRun);
 }
 
-TEST_F(CCatalogWindowsUnreadableTest, IsNoFileThatOthersMayRead)
+TEST_F(CatalogWindowsUnreadableTest, IsNoFileThatOthersMayRead)
 {
     const CHeldFile oHeld(Path("tree/a"), FILE_SHARE_READ);
 
@@ -81,9 +81,9 @@ TEST_F(CCatalogWindowsUnreadableTest, IsNoFileThatOthersMayRead)
 }
 
 // The library's file names are narrow text, so that such a file can be found, but not opened.
-TEST_F(CCatalogWindowsUnreadableTest, MayBeAFileOfAForeignName)
+TEST_F(CatalogWindowsUnreadableTest, MayBeAFileOfAForeignName)
 {
-    const HANDLE hFile = ::CreateFileW(ForeignName("tree").c_str(), GENERIC_WRITE, 0, NULL, CREATE_NEW, 0, NULL);
+    const HANDLE hFile = ::CreateFileW(ForeignName("tree").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
     ASSERT_NE(INVALID_HANDLE_VALUE, hFile);
     ::CloseHandle(hFile);
 
@@ -94,9 +94,9 @@ TEST_F(CCatalogWindowsUnreadableTest, MayBeAFileOfAForeignName)
     EXPECT_EQ("2 files, 2 bytes: catalogued, 1 unreadable", Summary(oRun));
 }
 
-TEST_F(CCatalogWindowsUnreadableTest, MayBeADirectoryOfAForeignName)
+TEST_F(CatalogWindowsUnreadableTest, MayBeADirectoryOfAForeignName)
 {
-    ASSERT_TRUE(::CreateDirectoryW(ForeignName("tree").c_str(), NULL));
+    ASSERT_TRUE(::CreateDirectoryW(ForeignName("tree").c_str(), nullptr));
 
     const sRun oRun = Run({"create", "c.cat", "tree"});
 
@@ -105,7 +105,7 @@ TEST_F(CCatalogWindowsUnreadableTest, MayBeADirectoryOfAForeignName)
     EXPECT_EQ("2 files, 2 bytes: catalogued, 1 unreadable", Summary(oRun));
 }
 
-TEST_F(CCatalogWindowsUnreadableTest, MayBeTheCatalogue)
+TEST_F(CatalogWindowsUnreadableTest, MayBeTheCatalogue)
 {
     Create({"c.cat", "tree"});
     const CHeldFile oHeld(Path("c.cat"), 0);

@@ -13,8 +13,8 @@
 
 namespace
 {
-const char TOLD[] = "Folder/File.cpp(148) : check failed, and nobody caught it: nCount > 0\n";
-const char LOG_VARIABLE[] = "TOVKERNEL_LOG";
+constexpr char TOLD[] = "Folder/File.cpp(148) : check failed, and nobody caught it: nCount > 0\n";
+constexpr char LOG_VARIABLE[] = "TOVKERNEL_LOG";
 
 // The texts are gone when nobody has caught the exception.
 void FailCheck(const std::string& sExpression = "nCount > 0")

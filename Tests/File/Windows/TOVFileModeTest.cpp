@@ -13,7 +13,7 @@ std::string s_sMode;
 FILE* RememberMode(const char*, const char* szMode)
 {
     s_sMode = szMode;
-    return NULL;
+    return nullptr;
 }
 
 struct sMode

@@ -28,7 +28,7 @@ struct sBits
     unsigned int nThree : 3;
     long long llFive : 5;
     bool bOne : 1;
-    static const int NEVER_DEFINED = 7;
+    static constexpr int NEVER_DEFINED = 7;
 };
 extern const char s_szOfUnknownLength[];
 const char s_szOfUnknownLength[] = "text";
@@ -61,7 +61,7 @@ void TakeEveryScalar(sIncomplete* pIncomplete, volatile int nVolatile)
     oText.Format(~oText);
     oText.Format(oText, 1);
     oText.Format("%s %s %s %s %S", "literal", szArray, s_szOfUnknownLength, ~oText, ~oWide);
-    oText.Format("%s %p %p %p", NULL, nullptr, static_cast<void*>(pIncomplete), pIncomplete);
+    oText.Format("%s %p %p %p", nullptr, nullptr, static_cast<void*>(pIncomplete), pIncomplete);
     oText.Format("%d %d %d %d", ePlainValue, true, 'c', static_cast<short>(1));
     oText.Format("%I64d %I64u %I64d", 1LL, 1ULL, eScoped::Value);
     oText.Format("%f %f %f", 1.0F, 1.0, static_cast<double>(ldLong));

@@ -19,10 +19,10 @@ public:
     CDecimalPoint& operator=(const CDecimalPoint&) = delete;
 };
 
-template<class TApi> class TOVDecimalPointTest : public testing::Test
+template<class TApi> class TOVPlatformDecimalPointTest : public testing::Test
 {
 };
-TYPED_TEST_SUITE(TOVDecimalPointTest, tStringApis, );
+TYPED_TEST_SUITE(TOVPlatformDecimalPointTest, tStringApis, );
 } // namespace
 
 extern "C" TOV_PROGRAM_EXPORT lconv* localeconv() noexcept
@@ -55,7 +55,7 @@ extern "C" TOV_PROGRAM_EXPORT double strtod(const char* szText, char** pszEnd) n
     return s_pfReal(sText.c_str(), nullptr);
 }
 
-TYPED_TEST(TOVDecimalPointTest, IsReadAndEndsTheNumberWhereItIsAnother)
+TYPED_TEST(TOVPlatformDecimalPointTest, IsReadAndEndsTheNumberWhereItIsAnother)
 {
     const CDecimalPoint oPoint(",");
     CText<typename TypeParam::tUnit> oComma("1,5.");
@@ -68,7 +68,7 @@ TYPED_TEST(TOVDecimalPointTest, IsReadAndEndsTheNumberWhereItIsAnother)
     EXPECT_EQ(1, pStop - oStop.Get());
 }
 
-TYPED_TEST(TOVDecimalPointTest, IsPrinted)
+TYPED_TEST(TOVPlatformDecimalPointTest, IsPrinted)
 {
     const CDecimalPoint oPoint(",");
 
@@ -77,7 +77,7 @@ TYPED_TEST(TOVDecimalPointTest, IsPrinted)
     EXPECT_EQ("0,25", Print<TypeParam>("%g", 0.25));
 }
 
-TEST(TOVNarrowDecimalPointTest, MayTakeMoreThanOneByte)
+TEST(TOVPlatformNarrowDecimalPointTest, MayTakeMoreThanOneByte)
 {
     const CDecimalPoint oPoint("\xD9\xAB");
 
@@ -86,5 +86,5 @@ TEST(TOVNarrowDecimalPointTest, MayTakeMoreThanOneByte)
               Print<sNarrowApi>("%.1f", 1.5));
     EXPECT_EQ(1.5, TOVPlatform::TOVStringA::ToDouble("1\xD9\xAB"
                                                      "5",
-                                                     NULL));
+                                                     nullptr));
 }

@@ -12,7 +12,7 @@ namespace Directory = TOVPlatform::TOVDirectory;
 
 namespace
 {
-class TOVPosixFileTest : public CFileFixture
+class TOVPlatformPosixFileTest : public CFileFixture
 {
 protected:
     void SetMode(const std::string& sName, int nMode) const
@@ -50,7 +50,7 @@ long CountDescriptors()
 }
 } // namespace
 
-TEST_F(TOVPosixFileTest, HasThreeAttributes)
+TEST_F(TOVPlatformPosixFileTest, HasThreeAttributes)
 {
     WriteWholeFile(Path("plain"), "");
     WriteWholeFile(Path(".hidden"), "");
@@ -67,7 +67,7 @@ TEST_F(TOVPosixFileTest, HasThreeAttributes)
     EXPECT_EQ(0x24u, AttributesOf("guarded folder"));
 }
 
-TEST_F(TOVPosixFileTest, CallsAFileReadOnlyThatNobodyMayWrite)
+TEST_F(TOVPlatformPosixFileTest, CallsAFileReadOnlyThatNobodyMayWrite)
 {
     WriteWholeFile(Path("file"), "");
     for (const int nMode : {0200, 0020, 0002, 0644, 0777})
@@ -82,7 +82,7 @@ TEST_F(TOVPosixFileTest, CallsAFileReadOnlyThatNobodyMayWrite)
     }
 }
 
-TEST_F(TOVPosixFileTest, TakesThePermissionToWriteAwayAndGivesTheOwnersBack)
+TEST_F(TOVPlatformPosixFileTest, TakesThePermissionToWriteAwayAndGivesTheOwnersBack)
 {
     WriteWholeFile(Path("file"), "");
     for (const sPermission& oPermission : PERMISSIONS)
@@ -96,7 +96,7 @@ TEST_F(TOVPosixFileTest, TakesThePermissionToWriteAwayAndGivesTheOwnersBack)
     }
 }
 
-TEST_F(TOVPosixFileTest, LeavesAPermissionToWriteAsItIs)
+TEST_F(TOVPlatformPosixFileTest, LeavesAPermissionToWriteAsItIs)
 {
     WriteWholeFile(Path("file"), "");
     for (const int nMode : {0644, 0664, 0460, 0777})
@@ -107,7 +107,7 @@ TEST_F(TOVPosixFileTest, LeavesAPermissionToWriteAsItIs)
     }
 }
 
-TEST_F(TOVPosixFileTest, OpensNoReadOnlyFileToWriteItWhoeverTheUserIs)
+TEST_F(TOVPlatformPosixFileTest, OpensNoReadOnlyFileToWriteItWhoeverTheUserIs)
 {
     WriteWholeFile(Path("file"), "text");
     SetMode("file", 0444);
@@ -119,7 +119,7 @@ TEST_F(TOVPosixFileTest, OpensNoReadOnlyFileToWriteItWhoeverTheUserIs)
     EXPECT_EQ("text", ReadWholeFile(Path("file")));
 }
 
-TEST_F(TOVPosixFileTest, UsesANameWithABackslashAsItStandsIfItExists)
+TEST_F(TOVPlatformPosixFileTest, UsesANameWithABackslashAsItStandsIfItExists)
 {
     std::filesystem::create_directory(Path("folder"));
     WriteWholeFile(Path("folder/name"), "below");
@@ -136,7 +136,7 @@ TEST_F(TOVPosixFileTest, UsesANameWithABackslashAsItStandsIfItExists)
     EXPECT_EQ(File::eFileAttributeNormal, AttributesOf("folder/name"));
 }
 
-TEST_F(TOVPosixFileTest, DeletesTheNameWithABackslashFirst)
+TEST_F(TOVPlatformPosixFileTest, DeletesTheNameWithABackslashFirst)
 {
     std::filesystem::create_directory(Path("folder"));
     WriteWholeFile(Path("folder/name"), "below");
@@ -151,7 +151,7 @@ TEST_F(TOVPosixFileTest, DeletesTheNameWithABackslashFirst)
     EXPECT_FALSE(File::DoesExist(Path("folder\\name").c_str()));
 }
 
-TEST_F(TOVPosixFileTest, ReadsTheBackslashesOfANewNameAsSlashes)
+TEST_F(TOVPlatformPosixFileTest, ReadsTheBackslashesOfANewNameAsSlashes)
 {
     EXPECT_EQ(FILE_INVALID_HANDLE, Open("folder\\name", "w"));
     EXPECT_FALSE(std::filesystem::exists(Path("folder\\name")));
@@ -161,7 +161,7 @@ TEST_F(TOVPosixFileTest, ReadsTheBackslashesOfANewNameAsSlashes)
     EXPECT_TRUE(std::filesystem::exists(Path("folder/name")));
 }
 
-TEST_F(TOVPosixFileTest, UsesADirectoryWithABackslashAsItStandsIfItExists)
+TEST_F(TOVPlatformPosixFileTest, UsesADirectoryWithABackslashAsItStandsIfItExists)
 {
     std::filesystem::create_directories(Path("one/two"));
     std::filesystem::create_directory(Path("one\\two"));
@@ -173,7 +173,7 @@ TEST_F(TOVPosixFileTest, UsesADirectoryWithABackslashAsItStandsIfItExists)
     EXPECT_EQ(Directory::eDirectoryFailure, Directory::Remove(Path("one\\two").c_str()));
 }
 
-TEST_F(TOVPosixFileTest, CountsTimesInTicksOf100Nanoseconds)
+TEST_F(TOVPlatformPosixFileTest, CountsTimesInTicksOf100Nanoseconds)
 {
     WriteWholeFile(Path("file"), "");
     const timespec aTimes[] = {{0, 1}, {-1, 123456789}};
@@ -186,7 +186,7 @@ TEST_F(TOVPosixFileTest, CountsTimesInTicksOf100Nanoseconds)
     EXPECT_EQ(116444735990000000u + 1234567, oRecord.ullLastWriteTime);
 }
 
-TEST_F(TOVPosixFileTest, FindsNamesThatDifferInCaseAlone)
+TEST_F(TOVPlatformPosixFileTest, FindsNamesThatDifferInCaseAlone)
 {
     for (const char* szName : {"name", "NAME", "Name"})
         WriteWholeFile(Path(szName), "");
@@ -205,7 +205,7 @@ TEST_F(TOVPosixFileTest, FindsNamesThatDifferInCaseAlone)
     EXPECT_STREQ("Name", oRecord.szName);
 }
 
-TEST_F(TOVPosixFileTest, RefusesAWildcardBeforeTheLastComponentThoughADirectoryHasThatName)
+TEST_F(TOVPlatformPosixFileTest, RefusesAWildcardBeforeTheLastComponentThoughADirectoryHasThatName)
 {
     std::filesystem::create_directory(Path("*.*"));
     WriteWholeFile(Path("*.*/name"), "");
@@ -215,7 +215,7 @@ TEST_F(TOVPosixFileTest, RefusesAWildcardBeforeTheLastComponentThoughADirectoryH
     EXPECT_EQ(FILE_INVALID_HANDLE, File::FindFirst(Path("*.*\\*").c_str(), &oRecord));
 }
 
-TEST_F(TOVPosixFileTest, RecognisesHandlesThatAreNoSearch)
+TEST_F(TOVPlatformPosixFileTest, RecognisesHandlesThatAreNoSearch)
 {
     File::sTOVFindData oRecord;
     const unsigned long long hStale = File::FindFirst(Path("*").c_str(), &oRecord);
@@ -228,7 +228,7 @@ TEST_F(TOVPosixFileTest, RecognisesHandlesThatAreNoSearch)
     }
 }
 
-TEST_F(TOVPosixFileTest, GivesBackWhatASearchHeldOpen)
+TEST_F(TOVPlatformPosixFileTest, GivesBackWhatASearchHeldOpen)
 {
     WriteWholeFile(Path("file"), "");
     File::sTOVFindData oRecord;

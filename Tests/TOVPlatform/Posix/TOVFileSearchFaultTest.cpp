@@ -15,10 +15,10 @@ namespace
 {
 typedef std::vector<std::string> tNames;
 
-class TOVFileSearchFaultTest : public CFileFixture
+class TOVPlatformFileSearchFaultTest : public CFileFixture
 {
 protected:
-    TOVFileSearchFaultTest()
+    TOVPlatformFileSearchFaultTest()
     {
         for (const char* szName : {"a", "bad", "c"})
             WriteWholeFile(Path(szName), "");
@@ -44,7 +44,7 @@ protected:
 };
 } // namespace
 
-TEST_F(TOVFileSearchFaultTest, PassesOverAnEntryThatCannotBeLookedAtAndFailsAtItsEnd)
+TEST_F(TOVPlatformFileSearchFaultTest, PassesOverAnEntryThatCannotBeLookedAtAndFailsAtItsEnd)
 {
     for (const int nError : {EIO, EACCES, ENOMEM, ESTALE})
     {
@@ -58,7 +58,7 @@ TEST_F(TOVFileSearchFaultTest, PassesOverAnEntryThatCannotBeLookedAtAndFailsAtIt
     }
 }
 
-TEST_F(TOVFileSearchFaultTest, CaresForNoEntryThatDoesNotMatch)
+TEST_F(TOVPlatformFileSearchFaultTest, CaresForNoEntryThatDoesNotMatch)
 {
     const CStatusFault oFault("bad", EIO);
 
@@ -66,7 +66,7 @@ TEST_F(TOVFileSearchFaultTest, CaresForNoEntryThatDoesNotMatch)
     EXPECT_EQ(File::eFindEnd, m_eEnd);
 }
 
-TEST_F(TOVFileSearchFaultTest, TakesAnEntryThatIsGoneByNowForNone)
+TEST_F(TOVPlatformFileSearchFaultTest, TakesAnEntryThatIsGoneByNowForNone)
 {
     const CStatusFault oFault("bad", ENOENT);
 
@@ -76,7 +76,7 @@ TEST_F(TOVFileSearchFaultTest, TakesAnEntryThatIsGoneByNowForNone)
     EXPECT_EQ(File::eFindEnd, m_eEnd);
 }
 
-TEST_F(TOVFileSearchFaultTest, FindsALinkThatLeadsWhereNobodyCanLook)
+TEST_F(TOVPlatformFileSearchFaultTest, FindsALinkThatLeadsWhereNobodyCanLook)
 {
     std::filesystem::create_symlink(std::string(5000, 'x').substr(0, 4000) + "/x", Path("link"));
 
@@ -84,7 +84,7 @@ TEST_F(TOVFileSearchFaultTest, FindsALinkThatLeadsWhereNobodyCanLook)
     EXPECT_EQ(File::eFindEnd, m_eEnd);
 }
 
-TEST_F(TOVFileSearchFaultTest, FailsWhereADirectoryCannotBeOpened)
+TEST_F(TOVPlatformFileSearchFaultTest, FailsWhereADirectoryCannotBeOpened)
 {
     std::string sLong;
     for (int nLevel = 0; nLevel < 20; ++nLevel)
@@ -94,13 +94,13 @@ TEST_F(TOVFileSearchFaultTest, FailsWhereADirectoryCannotBeOpened)
     EXPECT_EQ(File::eFindFailure, m_eEnd);
 }
 
-TEST_F(TOVFileSearchFaultTest, FailsForAHandleThatWasNeverGiven)
+TEST_F(TOVPlatformFileSearchFaultTest, FailsForAHandleThatWasNeverGiven)
 {
     File::sTOVFindData oRecord;
     EXPECT_EQ(File::eFindFailure, File::FindNextEntry(0x7FFFFFFFFFFF, &oRecord));
 }
 
-TEST_F(TOVFileSearchFaultTest, FindsNothingForTheRootsOwnName)
+TEST_F(TOVPlatformFileSearchFaultTest, FindsNothingForTheRootsOwnName)
 {
     File::sTOVFindData oRecord;
     unsigned long long hFind = 0;
@@ -108,7 +108,7 @@ TEST_F(TOVFileSearchFaultTest, FindsNothingForTheRootsOwnName)
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS
-TEST_F(TOVFileSearchFaultTest, KeepsNoDescriptorWhenThereIsNoMemory)
+TEST_F(TOVPlatformFileSearchFaultTest, KeepsNoDescriptorWhenThereIsNoMemory)
 {
     const std::string sPattern = Path("*");
     const long lBefore = CountDescriptors();

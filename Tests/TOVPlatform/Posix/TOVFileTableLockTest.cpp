@@ -10,10 +10,10 @@ namespace File = TOVPlatform::TOVFile;
 
 namespace
 {
-class TOVFileTableLockTest : public CFileFixture
+class TOVPlatformFileTableLockTest : public CFileFixture
 {
 protected:
-    TOVFileTableLockTest() : m_sPipe(Path("pipe"))
+    TOVPlatformFileTableLockTest() : m_sPipe(Path("pipe"))
     {
         EXPECT_EQ(0, ::mkfifo(m_sPipe.c_str(), 0600));
         WriteWholeFile(Path("file"), "text");
@@ -33,7 +33,7 @@ protected:
 } // namespace
 
 // Nobody opens a pipe to read before somebody opens it to write.
-TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingOpened)
+TEST_F(TOVPlatformFileTableLockTest, IsFreeWhileAFileIsBeingOpened)
 {
     unsigned long long hPipe = FILE_INVALID_HANDLE;
     CBlockableThread oOpening([&] { hPipe = File::Open(m_sPipe.c_str(), "rb"); });
@@ -48,7 +48,7 @@ TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingOpened)
     EXPECT_EQ(File::eFileSuccess, File::Close(hPipe));
 }
 
-TEST_F(TOVFileTableLockTest, IsFreeWhileAFileIsBeingRead)
+TEST_F(TOVPlatformFileTableLockTest, IsFreeWhileAFileIsBeingRead)
 {
     const int nWriter = ::open(m_sPipe.c_str(), O_RDWR | O_CLOEXEC);
     const unsigned long long hPipe = File::Open(m_sPipe.c_str(), "rb");

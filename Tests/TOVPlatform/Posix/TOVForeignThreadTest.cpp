@@ -12,7 +12,7 @@ namespace Thread = TOVPlatform::TOVThread;
 
 namespace
 {
-const int ABANDONED = 0x80;
+constexpr int ABANDONED = 0x80;
 
 std::atomic<int> s_nDestroyed;
 
@@ -79,10 +79,10 @@ void* UseLibraryAndSetKey(void* pMutex)
     return SetKey(pMutex);
 }
 
-class TOVForeignThreadTest : public testing::Test
+class TOVPlatformForeignThreadTest : public testing::Test
 {
 protected:
-    TOVForeignThreadTest() { s_nDestroyed = 0; }
+    TOVPlatformForeignThreadTest() { s_nDestroyed = 0; }
 
     void ExpectAbandoned()
     {
@@ -94,14 +94,14 @@ protected:
 };
 } // namespace
 
-TEST_F(TOVForeignThreadTest, AbandonsItsMutexWhenTheSystemEndsIt)
+TEST_F(TOVPlatformForeignThreadTest, AbandonsItsMutexWhenTheSystemEndsIt)
 {
     OnNativeThread(&LockAndExitNatively, m_hMutex);
 
     ExpectAbandoned();
 }
 
-TEST_F(TOVForeignThreadTest, CanExitWithoutUnwindingItsStack)
+TEST_F(TOVPlatformForeignThreadTest, CanExitWithoutUnwindingItsStack)
 {
     OnNativeThread(&LockAndExit, m_hMutex);
 
@@ -109,14 +109,14 @@ TEST_F(TOVForeignThreadTest, CanExitWithoutUnwindingItsStack)
     ExpectAbandoned();
 }
 
-TEST_F(TOVForeignThreadTest, ReleasesItsThreadLocalStorageWhenItExits)
+TEST_F(TOVPlatformForeignThreadTest, ReleasesItsThreadLocalStorageWhenItExits)
 {
     OnNativeThread(&ExitWithStorage, m_hMutex);
 
     EXPECT_EQ(1, s_nDestroyed);
 }
 
-TEST_F(TOVForeignThreadTest, AbandonsWhatItLocksInTheDestructorOfAKey)
+TEST_F(TOVPlatformForeignThreadTest, AbandonsWhatItLocksInTheDestructorOfAKey)
 {
     ASSERT_EQ(0, ::pthread_key_create(&s_oKey, &LockInKeyDestructor));
 

@@ -19,8 +19,8 @@ namespace Thread = TOVPlatform::TOVThread;
 
 namespace
 {
-const int FORKS = 100;
-const int ABANDONED = 0x80; // result of a wait for the first object, whose owner has ended
+constexpr int FORKS = 100;
+constexpr int ABANDONED = 0x80; // result of a wait for the first object, whose owner has ended
 
 TOV_PRIVATE_MEMBER(LockOfFiles, File::CTOVHandleManager, CTOVCriticalSection, m_oLock)
 
@@ -83,18 +83,18 @@ private:
 };
 } // namespace
 
-TEST(TOVForkTest, TheTableOfHandlesIsFree)
+TEST(TOVPlatformForkTest, TheTableOfHandlesIsFree)
 {
     EXPECT_EQ(FORKS, CountForksAmid(
                          FORKS, [] { CreatesAnEvent(nullptr); }, [] { return CreatesAnEvent(nullptr); }));
 }
 
-TEST(TOVForkTest, TheLockOfTheWaitsIsFree)
+TEST(TOVPlatformForkTest, TheLockOfTheWaitsIsFree)
 {
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, &LetsAWaitRunOut, &LetsAWaitRunOut));
 }
 
-TEST(TOVForkTest, TheListOfNamedObjectsIsFree)
+TEST(TOVPlatformForkTest, TheListOfNamedObjectsIsFree)
 {
     const std::string sName = UniqueName();
     const COwnHandle hKept(Event::Create(true, true, sName.c_str())); // found by the others
@@ -103,12 +103,12 @@ TEST(TOVForkTest, TheListOfNamedObjectsIsFree)
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, fnOpen, fnOpen));
 }
 
-TEST(TOVForkTest, TheFileSearchesAreFree)
+TEST(TOVPlatformForkTest, TheFileSearchesAreFree)
 {
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, &LooksForASearch, &SearchesTheRoot));
 }
 
-TEST(TOVForkTest, ALineCanBeLoggedWhileAListenerIsAtWork)
+TEST(TOVPlatformForkTest, ALineCanBeLoggedWhileAListenerIsAtWork)
 {
     CSlowListener oListener;
     CBlockableThread oLogger([] { TOVDebug::_Log("file", 1, 0x1, eSeverityInfo, "first"); });
@@ -120,7 +120,7 @@ TEST(TOVForkTest, ALineCanBeLoggedWhileAListenerIsAtWork)
     EXPECT_TRUE(oLogger.Finishes());
 }
 
-TEST(TOVForkTest, AFileCanBeOpenedThoughTheTableWasLeftLocked)
+TEST(TOVPlatformForkTest, AFileCanBeOpenedThoughTheTableWasLeftLocked)
 {
     CTOVCriticalSection& oLock = LockOfFiles(File::CTOVHandleManager::Instance());
     CWorker oOther;
@@ -134,7 +134,7 @@ TEST(TOVForkTest, AFileCanBeOpenedThoughTheTableWasLeftLocked)
     oOther.Do([&] { oLock.Leave(); });
 }
 
-TEST(TOVForkTest, ACriticalSectionOfAnotherThreadIsFree)
+TEST(TOVPlatformForkTest, ACriticalSectionOfAnotherThreadIsFree)
 {
     CTOVCriticalSection oSection;
     CWorker oOwner;
@@ -150,7 +150,7 @@ TEST(TOVForkTest, ACriticalSectionOfAnotherThreadIsFree)
     oOwner.Do([&] { oSection.Leave(); });
 }
 
-TEST(TOVForkTest, AMutexOfAnotherThreadIsAbandoned)
+TEST(TOVPlatformForkTest, AMutexOfAnotherThreadIsAbandoned)
 {
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
     CWorker oOwner;
@@ -166,7 +166,7 @@ TEST(TOVForkTest, AMutexOfAnotherThreadIsAbandoned)
     oOwner.Do([&] { Mutex::Unlock(hMutex); });
 }
 
-TEST(TOVForkTest, ASignalGoesToAWaitOfTheChild)
+TEST(TOVPlatformForkTest, ASignalGoesToAWaitOfTheChild)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     CBlockableThread oWaiting([&] { Event::Wait(hEvent); });
@@ -181,7 +181,7 @@ TEST(TOVForkTest, ASignalGoesToAWaitOfTheChild)
     EXPECT_TRUE(oWaiting.Finishes());
 }
 
-TEST(TOVForkTest, ThreadsOfTheParentCountAsEnded)
+TEST(TOVPlatformForkTest, ThreadsOfTheParentCountAsEnded)
 {
     CStubbornThread oThread;
     ASSERT_TRUE(oThread.StartNormally());
@@ -192,7 +192,7 @@ TEST(TOVForkTest, ThreadsOfTheParentCountAsEnded)
     EXPECT_FALSE(oThread.HasEnded());
 }
 
-TEST(TOVForkTest, TheForkingThreadGoesOnUnderItsHandle)
+TEST(TOVPlatformForkTest, TheForkingThreadGoesOnUnderItsHandle)
 {
     bool bGood = false;
     int nBefore = 0;
@@ -213,7 +213,7 @@ TEST(TOVForkTest, TheForkingThreadGoesOnUnderItsHandle)
     EXPECT_EQ(nBefore, nAfter) << "the parent's thread is another one";
 }
 
-TEST(TOVForkTest, AGrandchildIsLikeAChild)
+TEST(TOVPlatformForkTest, AGrandchildIsLikeAChild)
 {
     CTOVCriticalSection oSection;
     CWorker oOwner;
@@ -250,12 +250,12 @@ void InstallsAndUninstallsATimeEvent()
 
 } // namespace
 
-TEST(TOVForkTest, TheTimeEventsAreFree)
+TEST(TOVPlatformForkTest, TheTimeEventsAreFree)
 {
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, &InstallsAndUninstallsATimeEvent, &InstallsATimeEvent));
 }
 
-TEST(TOVForkTest, ACriticalSectionOfItsOwnIsStillItsOwn)
+TEST(TOVPlatformForkTest, ACriticalSectionOfItsOwnIsStillItsOwn)
 {
     CTOVCriticalSection oSection;
     oSection.Enter();
@@ -270,7 +270,7 @@ TEST(TOVForkTest, ACriticalSectionOfItsOwnIsStillItsOwn)
     oSection.Leave();
 }
 
-TEST(TOVForkTest, AMutexOfItsOwnIsStillItsOwn)
+TEST(TOVPlatformForkTest, AMutexOfItsOwnIsStillItsOwn)
 {
     const COwnHandle hMutex(Mutex::Create(true, nullptr));
 
@@ -297,7 +297,7 @@ bool RunsAnAutoDeletingThread()
 }
 } // namespace
 
-TEST(TOVForkTest, AnAutoDeletingThreadCanBeStartedAmidOthers)
+TEST(TOVPlatformForkTest, AnAutoDeletingThreadCanBeStartedAmidOthers)
 {
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, &RunsAnAutoDeletingThread, &RunsAnAutoDeletingThread));
 }

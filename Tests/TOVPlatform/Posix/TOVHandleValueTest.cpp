@@ -42,7 +42,7 @@ void ExpectFailures(unsigned long long hObject)
 }
 } // namespace
 
-TEST(TOVHandleValueTest, IsNotReachedByAHandleThatHadItsPlaceBefore)
+TEST(TOVPlatformHandleValueTest, IsNotReachedByAHandleThatHadItsPlaceBefore)
 {
     tHandles aStale;
     for (int nTurn = 0; nTurn < 1000; ++nTurn)
@@ -58,7 +58,7 @@ TEST(TOVHandleValueTest, IsNotReachedByAHandleThatHadItsPlaceBefore)
     EXPECT_TRUE(TakesNow(hLive));
 }
 
-TEST(TOVHandleValueTest, IsNotReachedByAHandleThatDiffersInOneBit)
+TEST(TOVPlatformHandleValueTest, IsNotReachedByAHandleThatDiffersInOneBit)
 {
     const COwnHandle hLive(Event::Create(true, true, nullptr));
 
@@ -71,7 +71,7 @@ TEST(TOVHandleValueTest, IsNotReachedByAHandleThatDiffersInOneBit)
     EXPECT_TRUE(TakesNow(hLive));
 }
 
-TEST(TOVHandleValueTest, IsNotReachedByInventedHandles)
+TEST(TOVPlatformHandleValueTest, IsNotReachedByInventedHandles)
 {
     std::mt19937_64 oRandom(20021);
     for (int nTurn = 0; nTurn < 20000; ++nTurn)
@@ -80,7 +80,7 @@ TEST(TOVHandleValueTest, IsNotReachedByInventedHandles)
         ExpectFailures(hEdge);
 }
 
-TEST(TOVHandleValueTest, FailsForAStaleCriticalSection)
+TEST(TOVPlatformHandleValueTest, FailsForAStaleCriticalSection)
 {
     const unsigned long long hSection = CriticalSection::Create(2000);
     CriticalSection::Destroy(hSection);
@@ -88,7 +88,7 @@ TEST(TOVHandleValueTest, FailsForAStaleCriticalSection)
     ExpectFailures(hSection);
 }
 
-TEST(TOVHandleValueTest, IsNoCriticalSectionUnlessItWasMadeAsOne)
+TEST(TOVPlatformHandleValueTest, IsNoCriticalSectionUnlessItWasMadeAsOne)
 {
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
     CriticalSection::Enter(hMutex);
@@ -98,7 +98,7 @@ TEST(TOVHandleValueTest, IsNoCriticalSectionUnlessItWasMadeAsOne)
 }
 
 // Windows refuses it as well; its emulation, under which the tests run, takes two handles for two objects.
-TEST(TOVNamedHandleTest, IsRefusedInAWaitForAllWithAnotherOfItsObject)
+TEST(TOVPlatformNamedHandleTest, IsRefusedInAWaitForAllWithAnotherOfItsObject)
 {
     const std::string sName = UniqueName();
     const COwnHandle hObject(Event::Create(false, true, sName.c_str()));

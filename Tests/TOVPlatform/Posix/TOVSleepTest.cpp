@@ -14,7 +14,7 @@ namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 namespace
 {
 // A poll each millisecond would come to 500 here, and each signal of many may wake a waiter.
-const long FEW = 200;
+constexpr long FEW = 200;
 
 long SwitchesOfThisThread()
 {
@@ -22,7 +22,7 @@ long SwitchesOfThisThread()
     return ::getrusage(RUSAGE_THREAD, &oUsage) == 0 ? oUsage.ru_nvcsw + oUsage.ru_nivcsw : 1000000;
 }
 
-class TOVSleepTest : public testing::Test
+class TOVPlatformSleepTest : public testing::Test
 {
 protected:
     // The action waits for half a second at least, until it is let go.
@@ -70,7 +70,7 @@ protected:
 };
 } // namespace
 
-TEST_F(TOVSleepTest, WaitsForAnEventWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForAnEventWithoutPolling)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
     const auto fnSignal = [&] { Event::Signal(hEvent); };
@@ -79,7 +79,7 @@ TEST_F(TOVSleepTest, WaitsForAnEventWithoutPolling)
     ExpectSleep([&] { EXPECT_TRUE(Event::TimedWait(hEvent, DEADLINE)); }, fnSignal);
 }
 
-TEST_F(TOVSleepTest, WaitsForAMutexWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForAMutexWithoutPolling)
 {
     for (const std::string& sName : {std::string(), UniqueName()})
     {
@@ -93,7 +93,7 @@ TEST_F(TOVSleepTest, WaitsForAMutexWithoutPolling)
     }
 }
 
-TEST_F(TOVSleepTest, WaitsForASemaphoreWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForASemaphoreWithoutPolling)
 {
     for (const std::string& sName : {std::string(), UniqueName()})
     {
@@ -102,7 +102,7 @@ TEST_F(TOVSleepTest, WaitsForASemaphoreWithoutPolling)
     }
 }
 
-TEST_F(TOVSleepTest, WaitsForACriticalSectionWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForACriticalSectionWithoutPolling)
 {
     const unsigned long long hSection = CriticalSection::Create(2000);
     CriticalSection::Enter(hSection);
@@ -117,17 +117,17 @@ TEST_F(TOVSleepTest, WaitsForACriticalSectionWithoutPolling)
     CriticalSection::Destroy(hSection);
 }
 
-TEST_F(TOVSleepTest, WaitsForManyObjectsWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForManyObjectsWithoutPolling)
 {
     ExpectSleepForMany(Objects(""));
 }
 
-TEST_F(TOVSleepTest, WaitsForManyNamedObjectsWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForManyNamedObjectsWithoutPolling)
 {
     ExpectSleepForMany(Objects(UniqueName()));
 }
 
-TEST_F(TOVSleepTest, WaitsForObjectsWithAndWithoutNameWithoutPolling)
+TEST_F(TOVPlatformSleepTest, WaitsForObjectsWithAndWithoutNameWithoutPolling)
 {
     tHandles aObjects = Objects(UniqueName());
     for (std::size_t nObject = 0; nObject < 64; nObject += 2)

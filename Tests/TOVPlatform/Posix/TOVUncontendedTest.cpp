@@ -17,8 +17,8 @@ namespace Variable = TOVPlatform::TOVSynchronization::Variable;
 
 namespace
 {
-const int TURNS = 1000;
-const int DONE = 42;
+constexpr int TURNS = 1000;
+constexpr int DONE = 42;
 
 // From now on the calling thread can do nothing but end its process; any other system call ends it as a crash does.
 void ForbidSystemCalls()
@@ -137,22 +137,22 @@ TOV_CHILD(RepeatsWithoutSystemCalls)
     ::syscall(SYS_exit_group, bRight ? DONE : 1);
 }
 
-class TOVUncontendedTest : public testing::TestWithParam<const char*>
+class TOVPlatformUncontendedTest : public testing::TestWithParam<const char*>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(Operation, TOVUncontendedTest,
+INSTANTIATE_TEST_SUITE_P(Operation, TOVPlatformUncontendedTest,
                          testing::Values("CriticalSection", "Mutex", "Semaphore", "Event", "MultipleWait", "Variable"),
                          [](const testing::TestParamInfo<const char*>& oInfo) { return oInfo.param; });
 
-TEST_P(TOVUncontendedTest, MakesNoSystemCall)
+TEST_P(TOVPlatformUncontendedTest, MakesNoSystemCall)
 {
     const sChildResult oResult = RunChild("RepeatsWithoutSystemCalls", {GetParam(), ""});
 
     EXPECT_EQ(DONE, oResult.nExitCode) << oResult.sOutput;
 }
 
-TEST_P(TOVUncontendedTest, MakesNoSystemCallWithAName)
+TEST_P(TOVPlatformUncontendedTest, MakesNoSystemCallWithAName)
 {
     const std::string sName = UniqueName();
 
@@ -162,7 +162,7 @@ TEST_P(TOVUncontendedTest, MakesNoSystemCallWithAName)
     const sObjects oLeftByTheChild(sName);
 }
 
-TEST(TOVUncontendedInstrumentTest, EndsAProcessThatMakesASystemCall)
+TEST(TOVPlatformUncontendedInstrumentTest, EndsAProcessThatMakesASystemCall)
 {
     EXPECT_EQ(-1, RunChild("RepeatsWithoutSystemCalls", {"GetPid", ""}).nExitCode);
     EXPECT_EQ(-1, RunChild("RepeatsWithoutSystemCalls", {"EmptyWait", ""}).nExitCode);

@@ -78,7 +78,7 @@ CGate* s_pOpening;
 // The file "slow" is opened when the test says so.
 FILE* OpenWhenTold(const char* szName, const char* szMode)
 {
-    if (std::strstr(szName, "slow") != NULL)
+    if (std::strstr(szName, "slow") != nullptr)
     {
         s_pOpening->Open();
         s_pMayOpen->Wait();
@@ -90,7 +90,7 @@ FILE* RefuseToOpen(const char* szName, const char* szMode)
 {
     s_sName = szName;
     s_sMode = szMode;
-    return NULL;
+    return nullptr;
 }
 
 int s_nAccessMode;
@@ -126,10 +126,10 @@ BOOL WINAPI AnswerClose(HANDLE hFind)
     return TRUE;
 }
 
-class TOVWindowsFileSearchTest : public testing::Test
+class TOVPlatformWindowsFileSearchTest : public testing::Test
 {
 protected:
-    TOVWindowsFileSearchTest()
+    TOVPlatformWindowsFileSearchTest()
         : m_oFirst("FindFirstFileA", &AnswerFirst), m_oNext("FindNextFileA", &AnswerNext),
           m_oClose("FindClose", &AnswerClose)
     {
@@ -143,7 +143,7 @@ protected:
         std::strcpy(s_oEntry.cFileName, "name.ext");
         std::strcpy(s_oEntry.cAlternateFileName, "NAME~1.EXT");
         s_hFind = reinterpret_cast<HANDLE>(0x80000010);
-        s_hAsked = NULL;
+        s_hAsked = nullptr;
         s_bAnswer = TRUE;
         std::memset(&m_oRecord, 0x55, sizeof(m_oRecord));
     }
@@ -165,7 +165,7 @@ protected:
 };
 } // namespace
 
-TEST(TOVWindowsFileAttributesTest, TranslatesEachBitOfTheSystem)
+TEST(TOVPlatformWindowsFileAttributesTest, TranslatesEachBitOfTheSystem)
 {
     for (const sBit& oBit : BITS)
         EXPECT_EQ(oBit.ulOwn, Read(oBit.dwSystem)) << oBit.dwSystem;
@@ -173,7 +173,7 @@ TEST(TOVWindowsFileAttributesTest, TranslatesEachBitOfTheSystem)
     EXPECT_EQ(0x21u, Read(0x21));
 }
 
-TEST(TOVWindowsFileAttributesTest, TranslatesEachBitOfTheLibrary)
+TEST(TOVPlatformWindowsFileAttributesTest, TranslatesEachBitOfTheLibrary)
 {
     for (const sBit& oBit : BITS)
         EXPECT_EQ(oBit.dwSystem, Written(oBit.ulOwn)) << oBit.ulOwn;
@@ -181,7 +181,7 @@ TEST(TOVWindowsFileAttributesTest, TranslatesEachBitOfTheLibrary)
     EXPECT_EQ(0x21u, Written(0x21));
 }
 
-TEST(TOVWindowsFileAttributesTest, PassesNothingAndEverythingOnAsTheyAre)
+TEST(TOVPlatformWindowsFileAttributesTest, PassesNothingAndEverythingOnAsTheyAre)
 {
     for (const sBit& oValue : UNTRANSLATED)
     {
@@ -190,13 +190,13 @@ TEST(TOVWindowsFileAttributesTest, PassesNothingAndEverythingOnAsTheyAre)
     }
 }
 
-TEST(TOVWindowsFileAttributesTest, DropsBitsWithoutAnEquivalent)
+TEST(TOVPlatformWindowsFileAttributesTest, DropsBitsWithoutAnEquivalent)
 {
     EXPECT_EQ(0x20u, Read(0x7FFFF001));
     EXPECT_EQ(0x01u, Written(0x7FFFFF20));
 }
 
-TEST(TOVWindowsFileAttributesTest, GivesTheSystemsResult)
+TEST(TOVPlatformWindowsFileAttributesTest, GivesTheSystemsResult)
 {
     CImportHook oHook("SetFileAttributesA", &RememberAttributes);
     s_bAnswer = FALSE;
@@ -204,7 +204,7 @@ TEST(TOVWindowsFileAttributesTest, GivesTheSystemsResult)
     EXPECT_FALSE(File::SetAttributes("name", 0x20));
 }
 
-TEST(TOVWindowsFileOpenTest, PassesNameAndModeOnUnchanged)
+TEST(TOVPlatformWindowsFileOpenTest, PassesNameAndModeOnUnchanged)
 {
     CImportHook oHook("fopen", &RefuseToOpen);
     for (const char* szAccess : {"w", "a", "r+", "a+"})
@@ -220,7 +220,7 @@ TEST(TOVWindowsFileOpenTest, PassesNameAndModeOnUnchanged)
 }
 
 // A stream that commits could not be flushed where it only reads, and so not be closed.
-TEST(TOVWindowsFileOpenTest, LeavesCommittingToThoseThatWrite)
+TEST(TOVPlatformWindowsFileOpenTest, LeavesCommittingToThoseThatWrite)
 {
     CImportHook oHook("fopen", &RefuseToOpen);
     for (const char* szMode : {"r", "rt", "rb"})
@@ -233,7 +233,7 @@ TEST(TOVWindowsFileOpenTest, LeavesCommittingToThoseThatWrite)
     }
 }
 
-TEST(TOVWindowsFileTransferTest, HandsNoNullBufferToTheRuntime)
+TEST(TOVPlatformWindowsFileTransferTest, HandsNoNullBufferToTheRuntime)
 {
     const CTempFolder oFolder;
     const unsigned long long hFile = File::Open(oFolder.File("file").c_str(), "w+b");
@@ -241,15 +241,15 @@ TEST(TOVWindowsFileTransferTest, HandsNoNullBufferToTheRuntime)
     {
         const CImportHook oRead("fread", &CountRead);
         const CImportHook oWrite("fwrite", &CountWrite);
-        File::Read(hFile, NULL, 0, 1);
-        File::Write(hFile, NULL, 0, 1);
+        File::Read(hFile, nullptr, 0, 1);
+        File::Write(hFile, nullptr, 0, 1);
     }
 
     EXPECT_EQ(0, s_nTransfers);
     File::Close(hFile);
 }
 
-TEST(TOVWindowsFileExistsTest, AsksForExistenceAlone)
+TEST(TOVPlatformWindowsFileExistsTest, AsksForExistenceAlone)
 {
     CImportHook oHook("_access", &AnswerAccess);
     s_nAccessMode = -1;
@@ -261,7 +261,7 @@ TEST(TOVWindowsFileExistsTest, AsksForExistenceAlone)
     EXPECT_EQ("elsewhere", s_sName);
 }
 
-TEST_F(TOVWindowsFileSearchTest, FillsTheRecordFromTheFirstEntry)
+TEST_F(TOVPlatformWindowsFileSearchTest, FillsTheRecordFromTheFirstEntry)
 {
     EXPECT_NE(FILE_INVALID_HANDLE, File::FindFirst("dir\\*.ext", &m_oRecord));
 
@@ -269,21 +269,21 @@ TEST_F(TOVWindowsFileSearchTest, FillsTheRecordFromTheFirstEntry)
     ExpectTheEntry();
 }
 
-TEST_F(TOVWindowsFileSearchTest, FillsTheRecordFromTheNextEntry)
+TEST_F(TOVPlatformWindowsFileSearchTest, FillsTheRecordFromTheNextEntry)
 {
     EXPECT_TRUE(File::FindNext(1, &m_oRecord));
 
     ExpectTheEntry();
 }
 
-TEST_F(TOVWindowsFileSearchTest, WidensTheHandleWithItsSign)
+TEST_F(TOVPlatformWindowsFileSearchTest, WidensTheHandleWithItsSign)
 {
     EXPECT_EQ(0xFFFFFFFF80000010u, File::FindFirst("*", &m_oRecord));
     s_hFind = reinterpret_cast<HANDLE>(0x10);
     EXPECT_EQ(0x10u, File::FindFirst("*", &m_oRecord));
 }
 
-TEST_F(TOVWindowsFileSearchTest, HandsTheLowHalfOfAHandleBack)
+TEST_F(TOVPlatformWindowsFileSearchTest, HandsTheLowHalfOfAHandleBack)
 {
     File::FindNext(0xFFFFFFFF80000010, &m_oRecord);
     EXPECT_EQ(reinterpret_cast<HANDLE>(0x80000010), s_hAsked);
@@ -292,7 +292,7 @@ TEST_F(TOVWindowsFileSearchTest, HandsTheLowHalfOfAHandleBack)
     EXPECT_EQ(reinterpret_cast<HANDLE>(0x80000020), s_hAsked);
 }
 
-TEST_F(TOVWindowsFileSearchTest, LeavesTheRecordWhenTheSystemFindsNothing)
+TEST_F(TOVPlatformWindowsFileSearchTest, LeavesTheRecordWhenTheSystemFindsNothing)
 {
     const File::sTOVFindData oBefore = m_oRecord;
     s_hFind = INVALID_HANDLE_VALUE;
@@ -302,14 +302,14 @@ TEST_F(TOVWindowsFileSearchTest, LeavesTheRecordWhenTheSystemFindsNothing)
     EXPECT_EQ(0, std::memcmp(&oBefore, &m_oRecord, sizeof(m_oRecord)));
 }
 
-TEST_F(TOVWindowsFileSearchTest, EndsWhereTheSystemDoes)
+TEST_F(TOVPlatformWindowsFileSearchTest, EndsWhereTheSystemDoes)
 {
     s_bAnswer = FALSE;
 
     EXPECT_FALSE(File::FindNext(1, &m_oRecord));
 }
 
-TEST_F(TOVWindowsFileSearchTest, CopiesNoMoreOfANameThanItsRecordHolds)
+TEST_F(TOVPlatformWindowsFileSearchTest, CopiesNoMoreOfANameThanItsRecordHolds)
 {
     std::memset(s_oEntry.cFileName, 'n', sizeof(s_oEntry.cFileName));
     std::memset(s_oEntry.cAlternateFileName, 'a', sizeof(s_oEntry.cAlternateFileName));
@@ -321,7 +321,7 @@ TEST_F(TOVWindowsFileSearchTest, CopiesNoMoreOfANameThanItsRecordHolds)
 }
 
 // The table of files is free while the system is busy with one of them.
-TEST(TOVWindowsFileTest, KeepsTheTableFreeWhileAFileIsBeingOpened)
+TEST(TOVPlatformWindowsFileTest, KeepsTheTableFreeWhileAFileIsBeingOpened)
 {
     const CTempFolder oFolder;
     WriteWholeFile(oFolder.File("slow"), "s");

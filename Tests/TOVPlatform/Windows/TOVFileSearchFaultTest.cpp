@@ -25,7 +25,7 @@ BOOL WINAPI FailNext(HANDLE, LPWIN32_FIND_DATAA)
 }
 } // namespace
 
-TEST(TOVWindowsFileSearchFaultTest, TellsANameThatNothingHasFromADirectoryThatCannotBeRead)
+TEST(TOVPlatformWindowsFileSearchFaultTest, TellsANameThatNothingHasFromADirectoryThatCannotBeRead)
 {
     const CImportHook oHook("FindFirstFileA", &FailFirst);
     const struct
@@ -56,7 +56,7 @@ TEST(TOVWindowsFileSearchFaultTest, TellsANameThatNothingHasFromADirectoryThatCa
     }
 }
 
-TEST(TOVWindowsFileSearchFaultTest, EndsForOneErrorAlone)
+TEST(TOVPlatformWindowsFileSearchFaultTest, EndsForOneErrorAlone)
 {
     const CImportHook oHook("FindNextFileA", &FailNext);
     File::sTOVFindData oRecord;

@@ -48,7 +48,7 @@ DWORD ExitCodeOf(unsigned long long hThread)
 }
 } // namespace
 
-TEST(TOVNativeObjectTest, IsReachedByTheLowHalfOfAHandle)
+TEST(TOVPlatformNativeObjectTest, IsReachedByTheLowHalfOfAHandle)
 {
     const COwnHandle hEvent(Event::Create(true, true, nullptr));
     const COwnHandle hMutex(Mutex::Create(false, nullptr));
@@ -63,7 +63,7 @@ TEST(TOVNativeObjectTest, IsReachedByTheLowHalfOfAHandle)
     EXPECT_EQ(1, Semaphore::Unlock((hSemaphore & 0xFFFFFFFF) | ullHigh, 1));
 }
 
-TEST(TOVNativeObjectTest, IsTheSystemsOwnUnderItsHandle)
+TEST(TOVPlatformNativeObjectTest, IsTheSystemsOwnUnderItsHandle)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
 
@@ -73,16 +73,16 @@ TEST(TOVNativeObjectTest, IsTheSystemsOwnUnderItsHandle)
     EXPECT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(ToNative(hEvent), 0));
 }
 
-TEST(TOVNativeObjectTest, MayBeMadeBySomebodyElse)
+TEST(TOVPlatformNativeObjectTest, MayBeMadeBySomebodyElse)
 {
-    const COwnHandle hEvent(FromNative(::CreateEventA(NULL, TRUE, TRUE, NULL)));
+    const COwnHandle hEvent(FromNative(::CreateEventA(nullptr, TRUE, TRUE, nullptr)));
 
     EXPECT_EQ(0, WaitForAny({hEvent}, 0));
     Event::Reset(hEvent);
     EXPECT_EQ(-2, WaitForAny({hEvent}, 0));
 }
 
-TEST(TOVNativeObjectTest, HasTheNameThatItWasGiven)
+TEST(TOVPlatformNativeObjectTest, HasTheNameThatItWasGiven)
 {
     const std::string sName = UniqueName();
     const COwnHandle hEvent(Event::Create(true, false, sName.c_str()));
@@ -93,7 +93,7 @@ TEST(TOVNativeObjectTest, HasTheNameThatItWasGiven)
     EXPECT_TRUE(TakesNow(hEvent));
 }
 
-TEST(TOVNativeThreadTest, HasThePrioritiesOfTheTable)
+TEST(TOVPlatformNativeThreadTest, HasThePrioritiesOfTheTable)
 {
     const COwnHandle hMayEnd(Event::Create(true, false, nullptr));
     unsigned long long hPassed = hMayEnd;
@@ -113,7 +113,7 @@ TEST(TOVNativeThreadTest, HasThePrioritiesOfTheTable)
     EXPECT_TRUE(Event::TimedWait(hThread, DEADLINE));
 }
 
-TEST(TOVNativeThreadTest, ReadsThePrioritiesOfTheTable)
+TEST(TOVPlatformNativeThreadTest, ReadsThePrioritiesOfTheTable)
 {
     const COwnHandle hMayEnd(Event::Create(true, false, nullptr));
     unsigned long long hPassed = hMayEnd;
@@ -133,7 +133,7 @@ TEST(TOVNativeThreadTest, ReadsThePrioritiesOfTheTable)
     EXPECT_TRUE(Event::TimedWait(hThread, DEADLINE));
 }
 
-TEST(TOVNativeThreadTest, EndsWithTheExitCodeThatItWasGiven)
+TEST(TOVPlatformNativeThreadTest, EndsWithTheExitCodeThatItWasGiven)
 {
     EXPECT_EQ(12u, ExitCodeOf(Thread::Create(&ReturnTwelve, nullptr, nullptr)));
     for (const int nCode : {0, 7, -1, 0x7FFFFFFF})
@@ -141,7 +141,7 @@ TEST(TOVNativeThreadTest, EndsWithTheExitCodeThatItWasGiven)
                   ExitCodeOf(Thread::Create(&ExitAsTold, reinterpret_cast<void*>(nCode), nullptr)));
 }
 
-TEST(TOVNativeThreadTest, LeavesItsMutexAbandonedWhenItIsTerminated)
+TEST(TOVPlatformNativeThreadTest, LeavesItsMutexAbandonedWhenItIsTerminated)
 {
     static const COwnHandle s_hMutex(Mutex::Create(false, nullptr));
     static const COwnHandle s_hOwned(Event::Create(false, false, nullptr));

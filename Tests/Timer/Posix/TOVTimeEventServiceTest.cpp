@@ -29,7 +29,7 @@ TOV_CHILD(InstallsWithoutAThread)
 }
 } // namespace
 
-TEST(CTOVTimeEventServiceTest, CallsAtTheMomentAndNotBefore)
+TEST(CTOVTimerTimeEventServiceTest, CallsAtTheMomentAndNotBefore)
 {
     CSharedClock oClock;
     CTimeEvent oOneShot;
@@ -50,7 +50,7 @@ TEST(CTOVTimeEventServiceTest, CallsAtTheMomentAndNotBefore)
     EXPECT_EQ(1, oPeriodic.Count());
 }
 
-TEST(CTOVTimeEventServiceTest, KeepsThePeriodHoweverLateACallIs)
+TEST(CTOVTimerTimeEventServiceTest, KeepsThePeriodHoweverLateACallIs)
 {
     CSharedClock oClock;
     CTimeEvent oEvent;
@@ -64,7 +64,7 @@ TEST(CTOVTimeEventServiceTest, KeepsThePeriodHoweverLateACallIs)
     }
 }
 
-TEST(CTOVTimeEventServiceTest, KeepsThePeriodAfterMomentsThatWereMissed)
+TEST(CTOVTimerTimeEventServiceTest, KeepsThePeriodAfterMomentsThatWereMissed)
 {
     CSharedClock oClock;
     CTimeEvent oEvent;
@@ -87,7 +87,7 @@ TEST(CTOVTimeEventServiceTest, KeepsThePeriodAfterMomentsThatWereMissed)
     EXPECT_TRUE(oEvent.Reaches(nCount + 2));
 }
 
-TEST(CTOVTimeEventServiceTest, RefusesAPeriodBeyondItsRange)
+TEST(CTOVTimerTimeEventServiceTest, RefusesAPeriodBeyondItsRange)
 {
     for (const int nPeriod : {65536, 2147483647, -1})
     {
@@ -96,7 +96,7 @@ TEST(CTOVTimeEventServiceTest, RefusesAPeriodBeyondItsRange)
     }
 }
 
-TEST(CTOVTimeEventServiceTest, RefusesToEndAPeriodThatWasNotBegun)
+TEST(CTOVTimerTimeEventServiceTest, RefusesToEndAPeriodThatWasNotBegun)
 {
     const int nEvent = InstallForNobody(50001);
 
@@ -108,7 +108,7 @@ TEST(CTOVTimeEventServiceTest, RefusesToEndAPeriodThatWasNotBegun)
     EXPECT_CHECK_AT("TOVTimer", KILL_CHECK, CTOVTimer::UninstallTimeEvent(InstallForNobody(50003), 50001));
 }
 
-TEST(CTOVTimeEventServiceTest, LeavesThePeriodRaisedWhenTheEventIsUnknown)
+TEST(CTOVTimerTimeEventServiceTest, LeavesThePeriodRaisedWhenTheEventIsUnknown)
 {
     const int nEvent = InstallForNobody(50011);
 
@@ -117,7 +117,7 @@ TEST(CTOVTimeEventServiceTest, LeavesThePeriodRaisedWhenTheEventIsUnknown)
     EXPECT_NO_CHECK(CTOVTimer::UninstallTimeEvent(nEvent, 50011));
 }
 
-TEST(CTOVTimeEventServiceTest, LeavesThePeriodRaisedWhenThereIsNoFurtherEvent)
+TEST(CTOVTimerTimeEventServiceTest, LeavesThePeriodRaisedWhenThereIsNoFurtherEvent)
 {
     std::vector<CTimeEvent> aEvents(15);
     for (CTimeEvent& oEvent : aEvents)
@@ -129,7 +129,7 @@ TEST(CTOVTimeEventServiceTest, LeavesThePeriodRaisedWhenThereIsNoFurtherEvent)
     EXPECT_NO_CHECK(CTOVTimer::UninstallTimeEvent(nLast, 50023));
 }
 
-TEST(CTOVTimeEventServiceTest, HasNoEventWithoutItsThread)
+TEST(CTOVTimerTimeEventServiceTest, HasNoEventWithoutItsThread)
 {
     const sChildResult oResult = RunChild("InstallsWithoutAThread");
 
@@ -137,7 +137,7 @@ TEST(CTOVTimeEventServiceTest, HasNoEventWithoutItsThread)
     EXPECT_EQ("installed then\n", oResult.sOutput);
 }
 
-TEST(CTOVTimeEventServiceTest, IsUnknownWhenItsOnlyCallHasBegun)
+TEST(CTOVTimerTimeEventServiceTest, IsUnknownWhenItsOnlyCallHasBegun)
 {
     CGate oDone;
     CTimeEvent oEvent;

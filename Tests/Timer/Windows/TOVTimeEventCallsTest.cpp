@@ -61,10 +61,10 @@ void CALLBACK OnSystemTimeEvent(UINT nEvent, UINT nMessage, unsigned long ulUser
     CTimeEvent::OnTimeEvent(nEvent, nMessage, ulUser, ulReserved1, ulReserved2);
 }
 
-class CTOVTimeEventCallsTest : public testing::Test
+class CTOVTimerTimeEventCallsTest : public testing::Test
 {
 protected:
-    CTOVTimeEventCallsTest()
+    CTOVTimerTimeEventCallsTest()
     {
         s_sCalls.clear();
         s_sCalls.reserve(1000);
@@ -80,7 +80,7 @@ private:
 };
 } // namespace
 
-TEST_F(CTOVTimeEventCallsTest, RaisesThePeriodAndSetsTheEvent)
+TEST_F(CTOVTimerTimeEventCallsTest, RaisesThePeriodAndSetsTheEvent)
 {
     EXPECT_EQ(77, CTOVTimer::InstallTimeEvent(20, 3, &OnSystemTimeEvent, 0x89ABCDEF, PERIODIC));
     EXPECT_EQ("begin 20 set 20 3 1 ", s_sCalls);
@@ -88,14 +88,14 @@ TEST_F(CTOVTimeEventCallsTest, RaisesThePeriodAndSetsTheEvent)
     EXPECT_EQ(0x89ABCDEFul, s_ulUser);
 }
 
-TEST_F(CTOVTimeEventCallsTest, SetsThePlainFormWithTheSameValues)
+TEST_F(CTOVTimerTimeEventCallsTest, SetsThePlainFormWithTheSameValues)
 {
     EXPECT_EQ(77, CTOVTimer::InstallTimeEvent(20, 3, &CTimeEvent::OnTimeEvent, 0x89ABCDEF, PERIODIC));
     EXPECT_EQ("begin 20 set 20 3 1 ", s_sCalls);
     CTOVTimer::UninstallTimeEvent(77, 20);
 }
 
-TEST_F(CTOVTimeEventCallsTest, MapsTheKind)
+TEST_F(CTOVTimerTimeEventCallsTest, MapsTheKind)
 {
     const struct
     {
@@ -113,7 +113,7 @@ TEST_F(CTOVTimeEventCallsTest, MapsTheKind)
     }
 }
 
-TEST_F(CTOVTimeEventCallsTest, SetsNothingWhereThePeriodIsRefused)
+TEST_F(CTOVTimerTimeEventCallsTest, SetsNothingWhereThePeriodIsRefused)
 {
     s_nBeginResult = TIMERR_NOCANDO;
 
@@ -123,7 +123,7 @@ TEST_F(CTOVTimeEventCallsTest, SetsNothingWhereThePeriodIsRefused)
     EXPECT_EQ("begin 20 begin 20 ", s_sCalls);
 }
 
-TEST_F(CTOVTimeEventCallsTest, LeavesThePeriodRaisedWhereTheEventIsRefused)
+TEST_F(CTOVTimerTimeEventCallsTest, LeavesThePeriodRaisedWhereTheEventIsRefused)
 {
     s_nSetResult = 0;
 
@@ -133,14 +133,14 @@ TEST_F(CTOVTimeEventCallsTest, LeavesThePeriodRaisedWhereTheEventIsRefused)
     EXPECT_EQ("begin 20 set 20 0 0 begin 20 set 20 0 1 ", s_sCalls);
 }
 
-TEST_F(CTOVTimeEventCallsTest, KillsTheEventAndLowersThePeriod)
+TEST_F(CTOVTimerTimeEventCallsTest, KillsTheEventAndLowersThePeriod)
 {
     EXPECT_NO_CHECK(CTOVTimer::UninstallTimeEvent(77, 20));
 
     EXPECT_EQ("kill 77 end 20 ", s_sCalls);
 }
 
-TEST_F(CTOVTimeEventCallsTest, LeavesThePeriodRaisedWhereTheEventCannotBeKilled)
+TEST_F(CTOVTimerTimeEventCallsTest, LeavesThePeriodRaisedWhereTheEventCannotBeKilled)
 {
     s_nKillResult = MMSYSERR_INVALPARAM;
 
@@ -149,7 +149,7 @@ TEST_F(CTOVTimeEventCallsTest, LeavesThePeriodRaisedWhereTheEventCannotBeKilled)
     EXPECT_EQ("kill 77 ", s_sCalls);
 }
 
-TEST_F(CTOVTimeEventCallsTest, TellsOfAPeriodThatCannotBeLowered)
+TEST_F(CTOVTimerTimeEventCallsTest, TellsOfAPeriodThatCannotBeLowered)
 {
     s_nEndResult = TIMERR_NOCANDO;
 
@@ -158,7 +158,7 @@ TEST_F(CTOVTimeEventCallsTest, TellsOfAPeriodThatCannotBeLowered)
     EXPECT_EQ("kill 77 end 20 ", s_sCalls);
 }
 
-TEST_F(CTOVTimeEventCallsTest, HasNoPlainFormWithoutMemory)
+TEST_F(CTOVTimerTimeEventCallsTest, HasNoPlainFormWithoutMemory)
 {
     CQuietRecorder oRecorder;
     bool bThrew = false;
@@ -178,7 +178,7 @@ TEST_F(CTOVTimeEventCallsTest, HasNoPlainFormWithoutMemory)
     EXPECT_STREQ(SET_CHECK, oRecorder.Text());
 }
 
-TEST(CTOVSystemTimeEventTest, IsCalledInTheFormOfTheSystemsOwnTimer)
+TEST(CTOVTimerSystemTimeEventTest, IsCalledInTheFormOfTheSystemsOwnTimer)
 {
     for (const int nKind : {ONE_SHOT, PERIODIC})
     {

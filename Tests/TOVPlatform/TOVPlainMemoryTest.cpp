@@ -9,11 +9,11 @@
 
 namespace
 {
-const char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
+constexpr char SOURCE[] = TOV_PLATFORM_SOURCE("TOVMemory");
 
 // How a child ends.
-const int CRASHED = -1;
-const int RAISED = 2;
+constexpr int CRASHED = -1;
+constexpr int RAISED = 2;
 
 // A size as a caller with wider numbers hands it over: the functions' own 16 bits cut it.
 #pragma GCC diagnostic push
@@ -40,13 +40,13 @@ void Zero(void* pMemory, unsigned long ulSize)
 #pragma GCC diagnostic pop
 } // namespace
 
-TEST(TOVFlatMemoryTest, CmpIsTrueForEqualBytes)
+TEST(TOVPlatformPlainMemoryTest, CmpIsTrueForEqualBytes)
 {
     EXPECT_TRUE(TOVMemory_Cmp("abcd", "abcx", 3));
     EXPECT_TRUE(TOVMemory_Cmp("a\0b", "a\0b", 3));
 }
 
-TEST(TOVFlatMemoryTest, CmpIsFalseForADifferenceAnywhere)
+TEST(TOVPlatformPlainMemoryTest, CmpIsFalseForADifferenceAnywhere)
 {
     for (unsigned short usPlace = 0; usPlace < 9; ++usPlace)
     {
@@ -57,7 +57,7 @@ TEST(TOVFlatMemoryTest, CmpIsFalseForADifferenceAnywhere)
     }
 }
 
-TEST(TOVFlatMemoryTest, CmpStopsAtTheFirstDifference)
+TEST(TOVPlatformPlainMemoryTest, CmpStopsAtTheFirstDifference)
 {
     // Blocks of one byte each: what lies behind must not be read.
     const std::vector<tByte> aFirst(1, 1);
@@ -66,17 +66,17 @@ TEST(TOVFlatMemoryTest, CmpStopsAtTheFirstDifference)
     EXPECT_FALSE(TOVMemory_Cmp(aFirst.data(), aSecond.data(), 0xFFFF));
 }
 
-TEST(TOVFlatMemoryTest, CmpOfNoBytesIsTrueWhateverThePointersAre)
+TEST(TOVPlatformPlainMemoryTest, CmpOfNoBytesIsTrueWhateverThePointersAre)
 {
     EXPECT_TRUE(TOVMemory_Cmp("a", "b", 0));
-    EXPECT_TRUE(TOVMemory_Cmp(NULL, NULL, 0));
-    EXPECT_TRUE(TOVMemory_Cmp("a", NULL, 0));
+    EXPECT_TRUE(TOVMemory_Cmp(nullptr, nullptr, 0));
+    EXPECT_TRUE(TOVMemory_Cmp("a", nullptr, 0));
 }
 
-TEST(TOVFlatMemoryTest, CmpAndCopyCheckNothing)
+TEST(TOVPlatformPlainMemoryTest, CmpAndCopyCheckNothing)
 {
-    EXPECT_NO_CHECK(TOVMemory_Cmp(NULL, NULL, 0));
-    EXPECT_NO_CHECK(TOVMemory_Copy(NULL, NULL, 0));
+    EXPECT_NO_CHECK(TOVMemory_Cmp(nullptr, nullptr, 0));
+    EXPECT_NO_CHECK(TOVMemory_Copy(nullptr, nullptr, 0));
 }
 
 TOV_CHILD(TouchesNullMemory)
@@ -85,13 +85,13 @@ TOV_CHILD(TouchesNullMemory)
     try
     {
         if (aArguments[0] == "first")
-            std::printf("%d", TOVMemory_Cmp(NULL, szText, 4));
+            std::printf("%d", TOVMemory_Cmp(nullptr, szText, 4));
         else if (aArguments[0] == "second")
-            std::printf("%d", TOVMemory_Cmp(szText, NULL, 4));
+            std::printf("%d", TOVMemory_Cmp(szText, nullptr, 4));
         else if (aArguments[0] == "destination")
-            TOVMemory_Copy(NULL, szText, 4);
+            TOVMemory_Copy(nullptr, szText, 4);
         else
-            TOVMemory_Copy(szText, NULL, 4);
+            TOVMemory_Copy(szText, nullptr, 4);
     }
     catch (const CTOVException&)
     {
@@ -100,7 +100,7 @@ TOV_CHILD(TouchesNullMemory)
 }
 
 // Settled: a null pointer with a size is a fault of the caller's, which no check meets.
-TEST(TOVFlatMemoryTest, CmpAndCopyFaultAtANullPointerWithASize)
+TEST(TOVPlatformPlainMemoryTest, CmpAndCopyFaultAtANullPointerWithASize)
 {
     for (const char* szWhich : {"first", "second", "destination", "source"})
     {
@@ -113,7 +113,7 @@ TEST(TOVFlatMemoryTest, CmpAndCopyFaultAtANullPointerWithASize)
     }
 }
 
-TEST(TOVFlatMemoryTest, CopiesTheGivenBytes)
+TEST(TOVPlatformPlainMemoryTest, CopiesTheGivenBytes)
 {
     char szDestination[] = "......";
 
@@ -122,7 +122,7 @@ TEST(TOVFlatMemoryTest, CopiesTheGivenBytes)
     EXPECT_EQ(0, std::memcmp("ab\0d..", szDestination, 6));
 }
 
-TEST(TOVFlatMemoryTest, CopyWithinABlockSmearsUpwardAndMovesDownward)
+TEST(TOVPlatformPlainMemoryTest, CopyWithinABlockSmearsUpwardAndMovesDownward)
 {
     char szUp[] = "abcdef";
     char szDown[] = "abcdef";
@@ -137,7 +137,7 @@ TEST(TOVFlatMemoryTest, CopyWithinABlockSmearsUpwardAndMovesDownward)
     EXPECT_STREQ("abababab", szByTwo);
 }
 
-TEST(TOVFlatMemoryTest, SetFillsWithTheLowByte)
+TEST(TOVPlatformPlainMemoryTest, SetFillsWithTheLowByte)
 {
     tByte aMemory[] = {1, 2, 3, 4};
 
@@ -148,7 +148,7 @@ TEST(TOVFlatMemoryTest, SetFillsWithTheLowByte)
     EXPECT_EQ(4, aMemory[3]);
 }
 
-TEST(TOVFlatMemoryTest, ZeroClearsTheGivenBytes)
+TEST(TOVPlatformPlainMemoryTest, ZeroClearsTheGivenBytes)
 {
     tByte aMemory[] = {1, 2, 3, 4};
 
@@ -159,7 +159,7 @@ TEST(TOVFlatMemoryTest, ZeroClearsTheGivenBytes)
     EXPECT_EQ(4, aMemory[3]);
 }
 
-TEST(TOVFlatMemoryTest, ASizeOfZeroTouchesNothing)
+TEST(TOVPlatformPlainMemoryTest, ASizeOfZeroTouchesNothing)
 {
     tByte nByte = 9;
 
@@ -170,7 +170,7 @@ TEST(TOVFlatMemoryTest, ASizeOfZeroTouchesNothing)
     EXPECT_EQ(9, nByte);
 }
 
-TEST(TOVFlatMemoryTest, TheLargestSizeIs65535)
+TEST(TOVPlatformPlainMemoryTest, TheLargestSizeIs65535)
 {
     std::vector<tByte> aMemory(65536, 1);
     const std::vector<tByte> aSource(65536, 7);
@@ -185,7 +185,7 @@ TEST(TOVFlatMemoryTest, TheLargestSizeIs65535)
     EXPECT_TRUE(TOVMemory_Cmp(aMemory.data(), aSource.data(), 65535));
 }
 
-TEST(TOVFlatMemoryTest, CutsTheSizeToItsLow16Bits)
+TEST(TOVPlatformPlainMemoryTest, CutsTheSizeToItsLow16Bits)
 {
     tByte aMemory[] = {9, 9, 9};
 
@@ -200,15 +200,15 @@ TEST(TOVFlatMemoryTest, CutsTheSizeToItsLow16Bits)
     EXPECT_EQ(9, aMemory[2]);
 }
 
-TEST(TOVFlatMemoryTest, SetRefusesANullDestinationAlsoForNoBytes)
+TEST(TOVPlatformPlainMemoryTest, SetRefusesANullDestinationAlsoForNoBytes)
 {
-    EXPECT_CHECK_AT(SOURCE, "pDestination != NULL", TOVMemory_Set(NULL, 0, 4));
-    EXPECT_CHECK_AT(SOURCE, "pDestination != NULL", TOVMemory_Set(NULL, 0, 0));
-    EXPECT_CHECK_AT(SOURCE, "pDestination != NULL", Set(NULL, 0, 65536));
+    EXPECT_CHECK_AT(SOURCE, "pDestination != NULL", TOVMemory_Set(nullptr, 0, 4));
+    EXPECT_CHECK_AT(SOURCE, "pDestination != NULL", TOVMemory_Set(nullptr, 0, 0));
+    EXPECT_CHECK_AT(SOURCE, "pDestination != NULL", Set(nullptr, 0, 65536));
 }
 
-TEST(TOVFlatMemoryTest, ZeroRefusesNullMemoryAlsoForNoBytes)
+TEST(TOVPlatformPlainMemoryTest, ZeroRefusesNullMemoryAlsoForNoBytes)
 {
-    EXPECT_CHECK_AT(SOURCE, "pMemory != NULL", TOVMemory_Zero(NULL, 4));
-    EXPECT_CHECK_AT(SOURCE, "pMemory != NULL", TOVMemory_Zero(NULL, 0));
+    EXPECT_CHECK_AT(SOURCE, "pMemory != NULL", TOVMemory_Zero(nullptr, 4));
+    EXPECT_CHECK_AT(SOURCE, "pMemory != NULL", TOVMemory_Zero(nullptr, 0));
 }

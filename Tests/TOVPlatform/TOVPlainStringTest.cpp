@@ -22,12 +22,12 @@ char* CopyN(char* szDestination, const char* szSource, int nCount)
 }
 #pragma GCC diagnostic pop
 
-const char LETTERS_AND_DIGITS[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-const char WHITE_SPACE[] = " \t\n\v\f\r";
+constexpr char LETTERS_AND_DIGITS[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
 } // namespace
 
 // Settled: behind a source that is shorter than the count, the byte at index count is cleared as well.
-TEST(TOVStringCopyNTest, WritesTheCountOrOneByteMore)
+TEST(TOVPlatformStringCopyNTest, WritesTheCountOrOneByteMore)
 {
     const sCopyN aCopies[] = {
         {"ab", 5, "ab0000##"},    {"", 5, "000000##"},        {"", 1, "00######"},  {"abcd", 5, "abcd00##"},
@@ -42,19 +42,19 @@ TEST(TOVStringCopyNTest, WritesTheCountOrOneByteMore)
     }
 }
 
-TEST(TOVStringCopyNTest, GivesNullForNull)
+TEST(TOVPlatformStringCopyNTest, GivesNullForNull)
 {
     char szRoom[] = "abc";
 
-    EXPECT_NO_CHECK(EXPECT_EQ(nullptr, TOVString_CopyN(NULL, "x", 1)));
-    EXPECT_EQ(nullptr, TOVString_CopyN(szRoom, NULL, 1));
-    EXPECT_EQ(nullptr, TOVString_CopyN(NULL, NULL, 1));
-    EXPECT_EQ(nullptr, TOVString_CopyN(NULL, "x", 0));
-    EXPECT_EQ(nullptr, TOVString_CopyN(szRoom, NULL, 0));
+    EXPECT_NO_CHECK(EXPECT_EQ(nullptr, TOVString_CopyN(nullptr, "x", 1)));
+    EXPECT_EQ(nullptr, TOVString_CopyN(szRoom, nullptr, 1));
+    EXPECT_EQ(nullptr, TOVString_CopyN(nullptr, nullptr, 1));
+    EXPECT_EQ(nullptr, TOVString_CopyN(nullptr, "x", 0));
+    EXPECT_EQ(nullptr, TOVString_CopyN(szRoom, nullptr, 0));
     EXPECT_STREQ("abc", szRoom);
 }
 
-TEST(TOVStringCopyNTest, CopiesUpTo255Characters)
+TEST(TOVPlatformStringCopyNTest, CopiesUpTo255Characters)
 {
     CRoom<char> oRoom(300);
     const std::string sSource(290, 'x');
@@ -64,7 +64,7 @@ TEST(TOVStringCopyNTest, CopiesUpTo255Characters)
     EXPECT_EQ(std::string(255, 'x') + std::string(45, '#'), oRoom.Shown());
 }
 
-TEST(TOVStringCopyNTest, ClearsUpTo256Bytes)
+TEST(TOVPlatformStringCopyNTest, ClearsUpTo256Bytes)
 {
     CRoom<char> oRoom(300);
 
@@ -73,7 +73,7 @@ TEST(TOVStringCopyNTest, ClearsUpTo256Bytes)
     EXPECT_EQ(std::string(256, '0') + std::string(44, '#'), oRoom.Shown());
 }
 
-TEST(TOVStringCopyNTest, CutsTheCountToItsLow8Bits)
+TEST(TOVPlatformStringCopyNTest, CutsTheCountToItsLow8Bits)
 {
     CRoom<char> oRoom(4);
 
@@ -84,7 +84,7 @@ TEST(TOVStringCopyNTest, CutsTheCountToItsLow8Bits)
     EXPECT_EQ("ab##", oRoom.Shown());
 }
 
-TEST(TOVFlatCharacterTest, KnowsLettersDigitsAndWhiteSpace)
+TEST(TOVPlatformPlainCharacterTest, KnowsLettersDigitsAndWhiteSpace)
 {
     for (int nCharacter = 0; nCharacter < 256; ++nCharacter)
     {
@@ -98,19 +98,19 @@ TEST(TOVFlatCharacterTest, KnowsLettersDigitsAndWhiteSpace)
     }
 }
 
-TEST(TOVFlatCharacterTest, TheEndOfAFileIsNeither)
+TEST(TOVPlatformPlainCharacterTest, TheEndOfAFileIsNeither)
 {
     EXPECT_FALSE(IsAlphanumeric(-1));
     EXPECT_FALSE(IsSpace(-1));
 }
 
-TEST(TOVFlatCharacterTest, AnswersTrueOrFalse)
+TEST(TOVPlatformPlainCharacterTest, AnswersTrueOrFalse)
 {
     EXPECT_TRUE((std::is_same_v<bool, decltype(IsAlphanumeric('a'))>));
     EXPECT_TRUE((std::is_same_v<bool, decltype(IsSpace('a'))>));
 }
 
-TEST(TOVFlatCharacterTest, FollowsTheCurrentLocale)
+TEST(TOVPlatformPlainCharacterTest, FollowsTheCurrentLocale)
 {
     for (const char* szLocale : {"C", "", "C.UTF-8", "English_United States.1252", "de_DE.ISO-8859-1"})
     {

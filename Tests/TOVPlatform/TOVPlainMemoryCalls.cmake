@@ -1,6 +1,6 @@
 # Fails when one of the flat memory functions calls anything but what it may: they serve below the runtime.
 #
-#   cmake -DOBJDUMP=... -DLIBRARY=... -DPREFIX=... -P TOVFlatMemoryCalls.cmake
+#   cmake -DOBJDUMP=... -DLIBRARY=... -DPREFIX=... -P TOVPlainMemoryCalls.cmake
 #
 # PREFIX is what the target's compiler puts in front of a C name. A jump that leaves the function is a call as well.
 
