@@ -20,6 +20,12 @@ protected:
         return IsRefused(Run({szCommand, "c.cat"}), sPart);
     }
 
+    testing::AssertionResult RefusesInSweep(std::size_t nStep, const char* szCommand, const std::string& sBytes)
+    {
+        Write("c.cat", sBytes);
+        return IsRefused(RunInSweep(nStep, szCommand), "c.cat");
+    }
+
     testing::AssertionResult BothRefuse(const std::string& sBytes, const std::string& sPart = "c.cat")
     {
         const testing::AssertionResult oListed = Refuses("list", sBytes, sPart);
@@ -63,7 +69,10 @@ TEST_F(CatalogBrokenFileTest, IsReadWhenWhole)
 TEST_F(CatalogBrokenFileTest, IsRefusedWhereverItIsCutOff)
 {
     for (std::size_t nLength = 0; nLength < Good().size(); ++nLength)
-        EXPECT_TRUE(BothRefuse(Good().substr(0, nLength))) << nLength << " bytes";
+    {
+        EXPECT_TRUE(RefusesInSweep(nLength, "list", Good().substr(0, nLength))) << nLength << " bytes";
+        EXPECT_TRUE(RefusesInSweep(nLength, "verify", Good().substr(0, nLength))) << nLength << " bytes";
+    }
 }
 
 TEST_F(CatalogBrokenFileTest, IsRefusedWhicheverByteIsInverted)
@@ -72,7 +81,7 @@ TEST_F(CatalogBrokenFileTest, IsRefusedWhicheverByteIsInverted)
     {
         std::string sBytes = Good();
         sBytes[nByte] = static_cast<char>(~sBytes[nByte]);
-        EXPECT_TRUE(Refuses("list", sBytes)) << "byte " << nByte;
+        EXPECT_TRUE(RefusesInSweep(nByte, "list", sBytes)) << "byte " << nByte;
     }
 }
 
@@ -82,7 +91,7 @@ TEST_F(CatalogBrokenFileTest, IsRefusedWhicheverByteDiffersInOneBit)
     {
         std::string sBytes = Good();
         sBytes[nByte] = static_cast<char>(sBytes[nByte] ^ (1 << nByte % 8));
-        EXPECT_TRUE(Refuses("verify", sBytes)) << "byte " << nByte;
+        EXPECT_TRUE(RefusesInSweep(nByte, "verify", sBytes)) << "byte " << nByte;
     }
 }
 

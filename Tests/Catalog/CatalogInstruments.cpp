@@ -1,6 +1,8 @@
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/CatalogFiles.h"
 
+#include <Commands.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <regex>
@@ -252,6 +254,33 @@ sProgram CatalogTest::Program(const std::vector<std::string>& aArguments) const
 sRun CatalogTest::Run(const std::vector<std::string>& aArguments) const
 {
     return RunCatalog(aArguments, Folder());
+}
+
+sRun CatalogTest::RunHere(const std::string& sCommand) const
+{
+    const std::atomic<bool> bNoStop(false);
+    const std::filesystem::path oFormer = std::filesystem::current_path();
+    std::filesystem::current_path(Folder());
+    testing::internal::CaptureStdout();
+    sRun oRun;
+    try
+    {
+        oRun.nExitCode = sCommand == "list" ? ListCatalog("c.cat") : VerifyCatalog("c.cat", 2, false, bNoStop);
+    }
+    catch (const CCatalogError& oError)
+    {
+        // As the main program reports it.
+        oRun.nExitCode = eExitFailure;
+        oRun.sErrors = std::string("tovcatalog: ") + oError.what() + "\n";
+    }
+    oRun.sOutput = testing::internal::GetCapturedStdout();
+    std::filesystem::current_path(oFormer);
+    return oRun;
+}
+
+sRun CatalogTest::RunInSweep(std::size_t nStep, const std::string& sCommand) const
+{
+    return nStep % 64 == 0 ? Run({sCommand, "c.cat"}) : RunHere(sCommand);
 }
 
 std::vector<std::string> CatalogTest::NamesInFolder() const

@@ -52,8 +52,8 @@ TEST_F(CatalogVersion1Test, IsRefusedWhereverItIsCutOff)
     for (std::size_t nLength = 0; nLength < Sample().size(); ++nLength)
     {
         Write("c.cat", Sample().substr(0, nLength));
-        EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat")) << nLength << " bytes";
-        EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat")) << nLength << " bytes";
+        EXPECT_TRUE(IsRefused(RunInSweep(nLength, "list"), "c.cat")) << nLength << " bytes";
+        EXPECT_TRUE(IsRefused(RunInSweep(nLength, "verify"), "c.cat")) << nLength << " bytes";
     }
 }
 
@@ -72,7 +72,7 @@ TEST_F(CatalogVersion1Test, IsReadOrRefusedWhicheverByteIsInverted)
         sBytes[nByte] = static_cast<char>(~sBytes[nByte]);
         Write("c.cat", sBytes);
 
-        const sRun oRun = Run({"list", "c.cat"});
+        const sRun oRun = RunInSweep(nByte, "list");
         if (oRun.nExitCode == 0)
             EXPECT_EQ(4u, Lines(oRun.sOutput).size()) << "byte " << nByte;
         else

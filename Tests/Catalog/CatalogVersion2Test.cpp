@@ -44,12 +44,12 @@ TEST_F(CatalogVersion2Test, IsRefusedWhereverItIsCutOffOrChanged)
     for (std::size_t nByte = 0; nByte < Sample().size(); ++nByte)
     {
         Write("c.cat", Sample().substr(0, nByte));
-        EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat")) << nByte << " bytes";
+        EXPECT_TRUE(IsRefused(RunInSweep(nByte, "list"), "c.cat")) << nByte << " bytes";
 
         std::string sBytes = Sample();
         sBytes[nByte] = static_cast<char>(~sBytes[nByte]);
         Write("c.cat", sBytes);
-        EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat")) << "byte " << nByte;
+        EXPECT_TRUE(IsRefused(RunInSweep(nByte, "list"), "c.cat")) << "byte " << nByte;
     }
 }
 
