@@ -3,23 +3,12 @@
 
 #include <Debug/TOVBase.h>
 
-// These are checks whose literal text differs from their condition.
-#define TOV_ASSERT_TEXT_AT(szFile, condition, szText)                                                                  \
+// This is a check whose literal text differs from its condition.
+#define TOV_ASSERT_TEXT(condition, szText)                                                                             \
     do                                                                                                                 \
     {                                                                                                                  \
         if (!(condition))                                                                                              \
-            TOVDebug::Assert(szText, szFile, __LINE__);                                                                \
-    } while (false)
-
-#define TOV_ASSERT_TEXT(condition, szText) TOV_ASSERT_TEXT_AT(TOV_CHECK_FILE, condition, szText)
-
-// This is a check in code that several classes, or both platforms, share: it names the source of the one that it
-// serves. It stringises its own argument, so that macros in it keep their names in the text.
-#define TOV_ASSERT_AT(szFile, expression)                                                                              \
-    do                                                                                                                 \
-    {                                                                                                                  \
-        if (!(expression))                                                                                             \
-            TOVDebug::Assert(#expression, szFile, __LINE__);                                                           \
+            TOVDebug::Assert(szText, TOV_CHECK_FILE, __LINE__);                                                        \
     } while (false)
 
 namespace TOVDebug
