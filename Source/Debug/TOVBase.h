@@ -22,12 +22,12 @@ namespace TOVDebug
 [[noreturn]] TOV_EXPORT void Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 
-// The source file that a failed check names. A source that is shared by several classes, or by both platforms,
-// redefines it after its last #include, so that each check names the file of the class or platform that it serves.
+// Names the source file of a failed check. A source that several classes or both platforms share redefines it after its
+// last #include, so that each check names the file of the class or platform for which it is compiled.
 #define TOV_CHECK_FILE __FILE__
 
-// Checks a precondition, in every build: a false expression is reported to all listeners under its literal text, then
-// TOVDebug::CTOVAssertException is thrown. Code after the check may therefore rely on it.
+// Checks a precondition, in every build: if the expression is false, all listeners are notified with its literal text,
+// and TOVDebug::CTOVAssertException is thrown. Code after the check may therefore rely on it.
 #define TOV_ASSERT(expression)                                                                                         \
     do                                                                                                                 \
     {                                                                                                                  \

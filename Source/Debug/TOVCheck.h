@@ -3,7 +3,7 @@
 
 #include <Debug/TOVBase.h>
 
-// This is a check whose literal text differs from its condition.
+// This checks a condition, and reports a failure with a text that differs from the condition.
 #define TOV_ASSERT_TEXT(condition, szText)                                                                             \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -14,8 +14,9 @@
 namespace TOVDebug
 {
 // Runs a part of a destructor and lets no exception escape: no destructor of the library throws, so that its classes
-// can be bases and members of any others. A check that fails in the part is reported to all listeners under its literal
-// text and ends the part; the destructor continues. An exception that a listener throws is caught here as well.
+// can be bases and members of any others. If a check fails in this part, all listeners are notified with its literal
+// text, and the rest of the part is skipped; the destructor continues. An exception that a listener throws is caught
+// here as well.
 template<class TPart> void RunInDestructor(const TPart& fnPart) noexcept
 {
     try
@@ -28,5 +29,5 @@ template<class TPart> void RunInDestructor(const TPart& fnPart) noexcept
 }
 } // namespace TOVDebug
 
-// Checks a condition in a destructor: a false one is reported to all listeners, and the destructor continues.
+// Checks a condition in a destructor. If it is false, all listeners are notified, and the destructor continues.
 #define TOV_TELL_TEXT(condition, szText) TOVDebug::RunInDestructor([&] { TOV_ASSERT_TEXT(condition, szText); })

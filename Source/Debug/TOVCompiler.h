@@ -1,4 +1,4 @@
-// This is the one header that asks for the compiler and the system.
+// This is the only header that tests which compiler and which system are in use.
 #pragma once
 
 #if defined(_MSC_VER)
@@ -30,7 +30,7 @@
 #define TOV_TEMPLATE_DECLARE __declspec(dllimport)
 #define TOV_TEMPLATE_DEFINE
 #endif
-// This is the name of a platform source as failed checks report it.
+// Failed checks report a platform source under this name.
 #define TOV_PLATFORM_SOURCE(szName) "Windows/" szName
 #else
 #define TOV_SYSTEM_WINDOWS 0

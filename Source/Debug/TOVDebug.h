@@ -18,7 +18,7 @@ enum eTOVDebugSeverity
     eSeverityInfo = 200,    // normal event
     eSeverityWarning = 400, // something unexpected that the code works around
     eSeverityError = 500,   // an operation has failed
-    eSeverityFatal = 600    // a resource at the base of the process is missing
+    eSeverityFatal = 600    // a resource that the process cannot do without is missing
 };
 
 namespace TOVDebug
@@ -29,7 +29,7 @@ namespace TOVDebug
 TOV_EXPORT bool _Log(const char* szFile, unsigned long ulLine, unsigned long ulFlags, eTOVDebugSeverity eSeverity,
                      const char* szFormat, ...);
 
-// This overload takes part only if an argument is an object, and refuses to compile.
+// This overload is chosen only if an argument is an object, and refuses to compile.
 template<class... TArguments, tRefusal<TArguments...> = 0>
 inline bool _Log(const char*, unsigned long, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
 {
@@ -39,18 +39,19 @@ inline bool _Log(const char*, unsigned long, unsigned long, eTOVDebugSeverity, c
 
 // Interactive variant of Assert, for applications: it notifies the listeners, then asks the user in a message box of
 // three buttons.
-//   Yes                            returns true (the caller breaks) if a debugger is attached, else false
+//   Yes                            returns true if a debugger is attached: the caller then breaks into it; else false
 //   No                             calls exit(0)
 //   Cancel                         ends the process at once, without static clean-up
 //   any other answer, or no box    returns false: the caller continues after the check
-// Each call appends the question to one static text of 1024 characters, which stops growing when it is full.
+// The questions of all calls are collected in one static text of 1024 characters. When it is full, nothing more is
+// added.
 TOV_EXPORT bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 
 // Passes the message to every listener (ITOVLogListener::OnPanicV), then ends the process with exit(-1).
 extern "C" [[noreturn]] TOV_EXPORT void TOVPanic(const char* szFile, unsigned long ulLine, const char* szFormat, ...);
 
-// This overload takes part only if an argument is an object, and refuses to compile.
+// This overload is chosen only if an argument is an object, and refuses to compile.
 template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
 inline void TOVPanic(const char*, unsigned long, const char*, const TArguments&...)
 {

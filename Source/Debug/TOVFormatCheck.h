@@ -10,9 +10,9 @@ namespace TOVDebug
 template<class... TArguments>
 inline constexpr bool ARE_FORMAT_ARGUMENTS = (std::is_scalar_v<std::decay_t<TArguments>> && ...);
 
-// Each exported function with a format and "..." has an inline overload that takes part only if an argument is an
-// object; that overload refuses to compile and says why. All other calls reach the exported function unchanged. Code
-// that takes the address of such a function must name the function's type, as for any overloaded function.
+// Each exported function with a format and "..." has an inline overload, which is chosen only if an argument is an
+// object; it refuses to compile and says why. All other calls reach the exported function unchanged. Code that takes
+// the address of such a function must name the function's type, as for any overloaded function.
 template<class... TArguments> using tRefusal = std::enable_if_t<!ARE_FORMAT_ARGUMENTS<TArguments...>, int>;
 } // namespace TOVDebug
 

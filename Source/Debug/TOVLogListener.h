@@ -13,8 +13,8 @@ namespace TOVDebug
 // (Listeners/TOVListener.h), the base of the ready-made listeners, unregisters itself.
 //
 // A listener must not throw. During a call it may log or fail a check (the lock is recursive, and all listeners, itself
-// included, are notified), and may register and unregister listeners. If it throws although a destructor is reporting a
-// failed check, that exception is dropped and the process continues.
+// included, are notified), and may register and unregister listeners. If a listener throws while a destructor
+// reports a failed check, the exception is dropped and the process continues.
 class TOV_EXPORT ITOVLogListener
 {
 public:
@@ -25,7 +25,7 @@ public:
     virtual void OnStartup() = 0;
     virtual void OnClosedown() = 0;
 
-    // These collect the arguments into a va_list and call the V form. OnPanic drops the severity.
+    // These collect the arguments into a va_list and call OnLogV or OnPanicV. OnPanic drops the severity.
     virtual void OnLog(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                        ...);
     virtual void OnPanic(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
@@ -41,7 +41,7 @@ public:
     ITOVLogListener(const ITOVLogListener& oOther);
     ITOVLogListener& operator=(const ITOVLogListener& oOther);
 
-    // These overloads take part only if an argument is an object, and refuse to compile.
+    // These overloads are chosen only if an argument is an object, and refuse to compile.
     template<class... TArguments, tRefusal<TArguments...> = 0>
     void OnLog(const char*, unsigned long, eTOVDebugSeverity, const char*, const TArguments&...)
     {

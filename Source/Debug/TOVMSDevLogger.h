@@ -8,10 +8,10 @@ namespace TOVDebug
 {
 // Writes every log line and failed check to the debugger's output, in the form that a development environment turns
 // into a clickable source position, and shows the message box of a panic. One static instance registers itself when the
-// library is loaded. The severity is not shown. A line of fewer than 1024 characters is written without an allocation;
-// a longer one is written whole as well. At most 1023 characters are written of a message that has no narrow form, and
-// of a longer one when memory is exhausted. A panic is reported even without memory. This class has no lock: the
-// server's lock is held during every call.
+// library is loaded. The severity is not shown. A line is written whole, whatever its length; one of fewer than 1024
+// characters needs no allocation. Only the first 1023 characters of a message are written if a wide argument cannot be
+// converted to narrow text, or if there is no memory for a longer message. A panic is reported even without memory.
+// This class has no lock: the server's lock is held during every call.
 class TOV_EXPORT CTOVMSDevLogger : public ITOVLogListener
 {
 public:
@@ -26,9 +26,9 @@ public:
     void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override;
 
     // Shows the message in a box titled "Critical Application Error" and waits. Settled: the position and the formatted
-    // message are written to the debugger's output as a second format, so that percent signs in them are read as
-    // conversions. There are no arguments for these conversions: they read zeros. A message with more than 24
-    // conversions, or with one that stores through its argument, is written unchanged.
+    // message are also written to the debugger's output, where they are formatted a second time: percent signs in them
+    // are read as conversions, whose arguments are zeros. A message with more than 24 conversions, or with one that
+    // stores through its argument, is written unchanged.
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
 
     // Keeps the name; nothing reads it.
