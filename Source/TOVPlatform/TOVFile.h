@@ -1,4 +1,4 @@
-// Files, directories, attributes and searches of the system.
+// Declares the functions for files, directories, attributes and directory searches.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -9,21 +9,22 @@
 #include <cstdarg>
 #include <cstdio>
 
-// No file, no search: all 64 bits set.
+// This handle means that there is no file, or no search. All its 64 bits are set.
 #define FILE_INVALID_HANDLE 0xFFFFFFFFFFFFFFFFULL
 
 namespace TOVPlatform
 {
-// Files are the runtime's buffered streams, named by handles; directories, attributes and searches are the system's.
+// A file is a buffered stream of the C runtime, which a handle identifies. Directories, attributes and searches are
+// those of the system.
 //
-// A file handle is an index into one table of 1024 open streams, so 0 is a valid handle. All functions report by their
-// result alone: nothing is logged or raised, apart from the checks on a handle in CTOVHandleManager. A null name fails
-// like the name of a missing file.
+// A file handle is an index into one table of 1024 slots, each of which is empty or holds an open stream; 0 is
+// therefore a valid handle. The functions report failures by their results only: they neither log nor throw, except for
+// the checks of a handle in CTOVHandleManager. A null name fails like the name of a missing file.
 //
-// Any thread may use any function. One file belongs to one thread at a time: the table's lock covers the look-up of a
-// handle, not the work on its stream.
+// Any thread may use any function. Use one file from one thread at a time: the table's lock is held while a handle is
+// looked up, and not while its stream is used.
 //
-// On Posix, a name that exists as it stands is used as it stands; otherwise its backslashes are read as slashes.
+// On Posix, a name that exists is used unchanged; otherwise its backslashes are read as slashes.
 namespace TOVFile
 {
 // Success is positive and there is no zero value: a test for zero is always wrong.
@@ -33,7 +34,7 @@ enum eFileErrorCode
     eFileFailure = -1
 };
 
-// Any other value counts as the start.
+// Any other value has the effect of eSeekOriginStart.
 enum eSeekOrigin : int
 {
     eSeekOriginStart = 0,
@@ -41,9 +42,10 @@ enum eSeekOrigin : int
     eSeekOriginEnd = 2
 };
 
-// Attributes of a file, a bit set. Windows has all of them. Posix has directory, read-only and, for a file that has
-// neither, normal; the others are dropped on reading and ignored on writing, and a leading full stop hides nothing.
-// A name there that is neither file nor directory (a device, a pipe, a link to nothing) has no attributes.
+// The attributes of a file or a directory, which can be combined. Windows has all of them. Posix has directory,
+// read-only and, for a file without both, normal: it never returns the others and ignores them when they are set, and a
+// full stop at the beginning of a name does not hide the file. On Posix, a device, a pipe or a socket has no
+// attributes. A dead link has none in the record of a search; for GetAttributes it is missing.
 enum eFileAttribute
 {
     eFileAttributeArchive = 0x01,
@@ -56,15 +58,15 @@ enum eFileAttribute
     eFileAttributeTemporary = 0x80
 };
 
-// The result of a step of a search. There is no zero value here either.
+// The result of a search step. No value is zero.
 enum eFindResult
 {
     eFindEntry = 1,    // an entry was found, and the record is filled
-    eFindEnd = 2,      // there is no such entry, or no further one
-    eFindFailure = -1, // the system could not look at all entries: there may be more
+    eFindEnd = 2,      // no entry matches, or there is no further one
+    eFindFailure = -1, // the system could not examine all entries: there may be more
 };
 
-// One entry of a directory search. Times are ticks of 100 nanoseconds since the start of 1601.
+// Describes one entry of a directory search. Times are in units of 100 nanoseconds since the start of 1601.
 struct sTOVFindData
 {
     unsigned long ulAttributes; // eFileAttribute bits
@@ -76,38 +78,39 @@ struct sTOVFindData
     char cGuard;                // always 0, so that a name of full length is still terminated
 };
 
-// Opens a file by the runtime's mode text: "r", "w", "a", "r+", "w+" or "a+", then "t" or "b", then "c" (commit on
-// flush) or "n" (no commit); the "+" may also follow "t" or "b". Posix has one kind of file and no commit: there these
-// four letters change nothing, and on Windows "c" and "n" change nothing for a file that is only read. Returns the
-// lowest free handle, or FILE_INVALID_HANDLE when the table is full, the mode is any other text, or the system refuses.
-// A directory is refused, and so is a read-only file that is to be written.
+// Opens a file. The mode is one of the C runtime: "r", "w", "a", "r+", "w+" or "a+", then "t" or "b" if wanted, then
+// "c" (a flush writes to the disk) or "n" (it does not) if wanted; the "+" may also follow "t" or "b". On Posix, these
+// four letters have no effect; on Windows, "c" and "n" have none for a file that is only read. Returns the lowest free
+// handle, or FILE_INVALID_HANDLE if the table is full, if the mode is any other text, or if the system cannot open the
+// file. A directory is refused, and so is a read-only file if the mode allows writing.
 TOV_EXPORT tHandle Open(const char* szName, const char* szMode);
 
-// Flushes and closes. A failed flush leaves the file open and its handle valid. The data that it could not write may be
-// lost: the runtime of Linux drops it, so that a second close succeeds without it. Fails for an empty slot.
+// Flushes and closes the file. If the flush fails, the file stays open and its handle valid. The data that could not be
+// written may then be lost: the runtime of Linux discards it, so that a second Close succeeds without it. Fails if the
+// slot is empty.
 TOV_EXPORT eFileErrorCode Close(tHandle hFile);
 
-// Return the number of whole elements moved, 0 for an empty slot and for a null buffer. Sizes and counts are 32-bit
-// numbers. Between reading and writing one file the caller has to call Seek or Flush.
+// These return the number of whole elements that were transferred: 0 if the slot is empty or the buffer is null. Sizes
+// and counts are cut to their low 32 bits. Between reading and writing a file, the caller must call Seek or Flush.
 TOV_EXPORT unsigned long Read(tHandle hFile, void* pBuffer, long lElementSize, long lElementCount);
 TOV_EXPORT unsigned long Write(tHandle hFile, const void* pBuffer, long lElementSize, long lElementCount);
 
-// Reads a line with its line feed, at most nSize - 1 characters, and terminates it. A size of 1 has room for the
-// terminator only: it gives an empty text and success, and reads nothing, even at the end of the file. Fails, with the
-// buffer unchanged, at the end of the file, for an empty slot, for a null buffer and for a size of 0 or less; fails,
-// with undefined contents of the buffer, for an error of the system.
+// Reads at most nSize - 1 characters, up to and including the next line feed, and appends a terminator. With nSize 1,
+// it stores an empty text, reads nothing and succeeds, even at the end of the file. Fails, with the buffer unchanged,
+// at the end of the file, if the slot is empty, if the buffer is null, and if nSize is 0 or less. If the system reports
+// an error, it fails, and the contents of the buffer are undefined.
 TOV_EXPORT eFileErrorCode Gets(tHandle hFile, char* szBuffer, int nSize);
 
-// Writes a text. Settled: the result is the opposite of what happened, eFileFailure for a text that was written and
-// eFileSuccess for one that could not be, such as a null text. An empty slot gives eFileFailure.
+// Writes a text. Settled: the result is reversed: eFileFailure if the text was written, and eFileSuccess if it was not,
+// for example because it is null. If the slot is empty, the result is eFileFailure.
 TOV_EXPORT eFileErrorCode Puts(tHandle hFile, const char* szText);
 
-// Format as TOVPlatform::TOVStringA does, and write. Return the count of characters before any translation of line
-// ends; a negative value on error, -1 for an empty slot.
+// These format as TOVPlatform::TOVStringA does, and write the text. They return its number of characters, counted
+// before line ends are translated, or a negative number on failure, which is -1 if the slot is empty.
 TOV_EXPORT long Printf(tHandle hFile, const char* szFormat, ...);
 TOV_EXPORT long Vprintf(tHandle hFile, const char* szFormat, va_list pArguments);
 
-// This overload does not compile: it catches an object among the arguments.
+// This overload is chosen only if an argument is an object, and refuses to compile.
 template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
 inline long Printf(tHandle, const char*, const TArguments&...)
 {
@@ -115,69 +118,76 @@ inline long Printf(tHandle, const char*, const TArguments&...)
     return 0;
 }
 
-// The position in bytes, in 32 bits only: -1 beyond 0x7FFFFFFF, on error and for an empty slot.
+// Returns the position in bytes, or -1 if it is beyond 0x7FFFFFFF, on failure, and if the slot is empty.
 TOV_EXPORT long Tell(tHandle hFile);
 
-// Moves by an offset of 32 bits from the origin. The new position may exceed 32 bits, and may lie beyond the file's
-// end. A failure leaves the position as it was.
+// Sets the position to the origin plus a signed 32-bit offset. The new position may exceed 32 bits, and may be beyond
+// the file's end. If it fails, the position is unchanged.
 TOV_EXPORT eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin);
 
 TOV_EXPORT eFileErrorCode Flush(tHandle hFile);
 
-// Removes a file; refuses a directory and a read-only file.
+// Removes a file. Fails for a directory and for a read-only file.
 TOV_EXPORT eFileErrorCode Delete(const char* szName);
 
-// Whether a file or a directory has this name.
+// Returns whether a file or a directory has this name.
 TOV_EXPORT bool DoesExist(const char* szName);
 
-// Splits into a drive with its colon, a directory with its last separator, a name, and an extension with its full
-// stop. Outputs may be null. The buffers hold 3, 256, 256 and 256 characters; if any part does not fit, all are set to
-// "".
+// Splits a path into a drive with its colon, a directory with its last separator, a name, and an extension with its
+// full stop. An output may be null. The buffers hold 3, 256, 256 and 256 characters, terminators included; if any part
+// does not fit, all outputs are set to "".
 TOV_EXPORT void SplitPath(const char* szPath, char* szDrive, char* szDirectory, char* szFileName, char* szExtension);
 
-// The eFileAttribute bits of a name, or 0xFFFFFFFF if there is no such file.
+// Returns the eFileAttribute bits of a file or a directory, or 0xFFFFFFFF if it does not exist.
 TOV_EXPORT unsigned long GetAttributes(const char* szName);
 
-// Posix has only read-only: it takes every write permission away, and its absence gives the owner's back if nobody has
-// one. 0 and 0xFFFFFFFF reach Windows unchanged; on Posix 0 is without read-only, and 0xFFFFFFFF with it.
+// Sets the attributes and returns whether that succeeded. On Posix, only the read-only bit has an effect: if it is set,
+// every write permission is removed; if it is not, and nobody has write permission, the owner receives it. Windows
+// receives 0 and 0xFFFFFFFF untranslated; on Posix they are read like any other value, without and with the read-only
+// bit.
 TOV_EXPORT bool SetAttributes(const char* szName, unsigned long ulAttributes);
 
-// Starts a search and fills the record with the first entry that matches. Case does not count; the last component may
-// have `*` and `?`, and `*.*` is everything. On a case-sensitive system an exact match is returned first. Returns
-// FILE_INVALID_HANDLE, and leaves the record unchanged, if there is no such entry or a wildcard stands before the last
-// component. The caller has to pass the handle to FindClose.
+// Starts a search and fills the record with the first entry that matches the pattern, ignoring case. The last component
+// may contain `*` and `?`; `*.*` matches everything. On a case-sensitive system an exact match is returned first.
+// Returns FILE_INVALID_HANDLE, with the record unchanged, if no entry matches, and if a component before the last one
+// contains a wildcard. The caller must pass the handle to FindClose.
 TOV_EXPORT tHandle FindFirst(const char* szPattern, sTOVFindData* pFindData);
 
-// Fills the record with the next entry. Returns false at the end, for a handle of no search, and if the directory
-// cannot be read any further. FindNextEntry tells these cases apart.
+// Fills the record with the next entry. Returns false if there is no further entry, if the handle is not that of a
+// search, and if the directory cannot be read any further. FindNextEntry distinguishes the first case from the other
+// two.
 TOV_EXPORT bool FindNext(tHandle hFind, sTOVFindData* pFindData);
 
-// Do the same as FindFirst and FindNext, and tell an end from a failure. FindFirstEntry stores the handle, which is
-// FILE_INVALID_HANDLE unless it finds an entry. A missing directory, a null pattern and a wildcard before the last
-// component are an end. An entry that the system cannot look at is skipped; the search goes on, and ends with a failure
-// instead of an end. A handle of no search is a failure. The record changes only for an entry.
+// These do the same as FindFirst and FindNext, and distinguish an end from a failure. FindFirstEntry stores the handle,
+// which is FILE_INVALID_HANDLE unless an entry is found. The result is eFindEnd for a missing directory, a null pattern
+// and a wildcard before the last component, and eFindFailure for a handle that is not that of a search. An entry that
+// the system cannot examine is skipped; the search continues, and its last result is then eFindFailure instead of
+// eFindEnd. The record is unchanged unless the result is eFindEntry.
 TOV_EXPORT eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, tHandle* phFind);
 TOV_EXPORT eFindResult FindNextEntry(tHandle hFind, sTOVFindData* pFindData);
 
 TOV_EXPORT void FindClose(tHandle hFind);
 
-// The table of open streams. A slot is null or holds a stream that Open made, and its index is the stream's handle.
-// The library's own table has 1024 slots; the first file operation makes it, or at the latest its holder at start-up.
+// The table of open streams. A slot is empty, which is null, or holds a stream that Open has made, and its index is the
+// stream's handle. The library's own table has 1024 slots; it is made by the first file operation or by the library's
+// start-up, whichever comes first.
 //
-// Settled: the checks run with the lock taken. A handle that fails them leaves it taken for good; the thread whose
-// check failed goes on, and every other thread waits for ever at its next file operation.
+// Settled: the handle is checked while the lock is held, and a failed check does not release it. The thread whose check
+// failed continues, and every other thread waits for ever at its next file operation.
 class TOV_EXPORT CTOVHandleManager
 {
 public:
     // Virtual operation. Releases the slots; streams that are still open stay open.
     virtual ~CTOVHandleManager();
 
-    // Makes a table of empty slots, and lets the process open so many streams as far as the system allows it.
+    // Makes a table of empty slots, and raises the process's limit of open streams so that all slots can be used, as
+    // far as the system allows it.
     explicit CTOVHandleManager(unsigned long ulMaxHandles);
     CTOVHandleManager(const CTOVHandleManager&) = delete;
     CTOVHandleManager& operator=(const CTOVHandleManager&) = delete;
 
-    // The table that the file functions use. It is made with 1024 slots if there is none.
+    // Instance returns the table that the file functions use, and creates it if it does not exist.
+    // CTOVDynamicSingleton calls CreateInstance, which returns a new table of 1024 slots.
     static CTOVHandleManager& Instance();
     static CTOVHandleManager* CreateInstance();
 
@@ -188,7 +198,7 @@ public:
     // slots.
     tHandle AddFile(FILE* pFile);
 
-    // Each of these throws unless hHandle != FILE_INVALID_HANDLE and (0 <= hHandle) && (hHandle < m_ulMaxHandles).
+    // These throw unless "hHandle != FILE_INVALID_HANDLE", then unless "(0 <= hHandle) && (hHandle < m_ulMaxHandles)".
     void SetFile(tHandle hHandle, FILE* pFile);
     FILE* GetFile(tHandle hHandle);
     void ClearHandle(tHandle hHandle);
@@ -205,14 +215,14 @@ private:
 
 namespace TOVDirectory
 {
-// Success is positive and there is no zero value, like in eFileErrorCode.
+// Success is positive and there is no zero value, as in eFileErrorCode.
 enum eDirectoryErrorCode
 {
     eDirectorySuccess = 1,
     eDirectoryFailure = -1
 };
 
-// Creates one level.
+// Creates a directory, whose parent must exist.
 TOV_EXPORT eDirectoryErrorCode Create(const char* szPath);
 
 // Removes an empty directory.
@@ -221,7 +231,7 @@ TOV_EXPORT eDirectoryErrorCode Remove(const char* szPath);
 // Changes the working directory of the process.
 TOV_EXPORT eDirectoryErrorCode Change(const char* szPath);
 
-// Fails if the text with its terminator needs more than nSize characters.
+// Stores the path of the working directory. Fails if the path with its terminator needs more than nSize characters.
 TOV_EXPORT eDirectoryErrorCode GetWorkingDirectory(char* szBuffer, int nSize);
 } // namespace TOVDirectory
 } // namespace TOVPlatform

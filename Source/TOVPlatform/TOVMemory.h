@@ -1,15 +1,16 @@
-// Raw memory: allocation and block operations.
+// Declares functions for raw memory: allocation and block operations.
 #pragma once
 
 #include <Debug/TOVBase.h>
 
 namespace TOVPlatform
 {
-// Thin guards around the runtime, stricter than it: a null pointer or a size of 0 is a programming error and throws;
-// the checks come in argument order. Sizes are bytes. Threads: any, as for the runtime's heap.
+// These call the runtime, and check their arguments first: a null pointer or a size of 0 is a programming error and
+// throws. The checks come in the order of the arguments. Sizes are in bytes. Any thread may call any function, as for
+// the runtime's heap.
 namespace TOVMemory
 {
-// Return null when memory is exhausted; after a failed Realloc the old block stays valid.
+// Alloc and Realloc return null when memory is exhausted; after a failed Realloc the old block is still valid.
 TOV_EXPORT void* Alloc(unsigned long dwSize);
 TOV_EXPORT void* Realloc(void* pMemoryBlock, unsigned long dwSize);
 TOV_EXPORT void Free(void* pMemory);
@@ -25,22 +26,25 @@ TOV_EXPORT void Move(void* pDestination, const void* pSource, unsigned long dwSi
 // Fills with the low byte of the value.
 TOV_EXPORT void Set(void* pDestination, int nValue, unsigned long dwSize);
 
-// Compares for equality only, by 32-bit words: throws unless the size is a multiple of 4. Alignment is not required.
+// Returns whether the blocks are equal. It compares 32-bit words, and throws unless the size is a multiple of 4. The
+// blocks need not be aligned.
 TOV_EXPORT bool FastCompare(const void* pDestination, const void* pSource, unsigned long dwSize);
 
-// The order of the first differing bytes, read as unsigned: exactly -1, 0 or 1.
+// Returns the order of the first bytes that differ, read as unsigned: exactly -1, 0 or 1.
 TOV_EXPORT int Compare(const void* pDestination, const void* pSource, unsigned long dwSize);
 } // namespace TOVMemory
 } // namespace TOVPlatform
 
-// The plain functions, exported under these names without decoration. Sizes are 16-bit, so 65536 wraps to 0 and does
-// nothing. Cmp and Copy check nothing, so that they can serve below the checks. All are byte loops.
+// These functions are exported under plain names, without decoration. Sizes have 16 bits, so that 65536 becomes 0, for
+// which they do nothing. TOVMemory_Cmp and TOVMemory_Copy check nothing, so that code that reports failed checks can
+// use them. All are loops over bytes.
 extern "C"
 {
-// True if all bytes are equal.
+// Returns whether all bytes are equal.
 TOV_EXPORT bool TOVMemory_Cmp(const void* pFirst, const void* pSecond, unsigned short usSize);
 
-// Copies upward from the start: an overlapping destination above the source smears the first bytes.
+// Copies from the first byte to the last: if the blocks overlap and the destination has the higher address, the first
+// bytes are repeated.
 TOV_EXPORT void TOVMemory_Copy(void* pDestination, const void* pSource, unsigned short usSize);
 
 // These throw for a null pointer, even if the size is 0.

@@ -1,4 +1,5 @@
-// Zero-terminated text: narrow (multi-byte code page of the process) and wide (UTF-16 code units).
+// Declares functions for zero-terminated text: narrow (in the multi-byte code page of the process) and wide (UTF-16
+// code units).
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -8,71 +9,74 @@
 
 namespace TOVPlatform
 {
-// The two namespaces have the same functions under the same names. What the comments of narrow text say holds for wide
-// text as well, unless the comments there say otherwise. Null pointers are refused: every pointer but the end pointers
-// of the conversions is checked, in argument order, and a failed check throws. Letters, order and white space depend on
-// the runtime's locale. Nothing here locks, logs or keeps state. Numbers have 32 bits on every system: long and
-// unsigned long results are within that range.
+// The two namespaces have the same functions under the same names. The comments on narrow text also apply to wide text,
+// except where those on wide text differ. A unit is one char or one wchar_t. Every pointer is checked, in the order of
+// the arguments, except for the end pointers of the conversions: a null pointer throws. Letters, order and white space
+// depend on the runtime's locale. The functions have no lock, log nothing and keep no state. Numbers have 32 bits on
+// every system: results of type long and unsigned long are within that range.
 namespace TOVStringA
 {
-// Order of two texts: exactly -1, 0 or 1. Compare reads code units as unsigned; Collate follows the locale's order.
+// These return the order of two texts: exactly -1, 0 or 1. Compare compares the units as unsigned numbers, and Collate
+// follows the locale's order. CompareNoCase and CollateNoCase do the same and ignore case.
 TOV_EXPORT int Compare(const char* szString1, const char* szString2);
 TOV_EXPORT int CompareNoCase(const char* szString1, const char* szString2);
 TOV_EXPORT int Collate(const char* szString1, const char* szString2);
 TOV_EXPORT int CollateNoCase(const char* szString1, const char* szString2);
 
-// Units before the terminator: bytes for narrow text, not characters.
+// Returns the number of units before the terminator: for narrow text bytes, not characters.
 TOV_EXPORT int Length(const char* szString);
 
-// Change the text in place and return it. Reverse works by units.
+// These change the text in place and return it. Reverse reverses the units.
 TOV_EXPORT char* ToLower(char* szString);
 TOV_EXPORT char* ToUpper(char* szString);
 TOV_EXPORT char* Reverse(char* szString);
 
-// First or last occurrence of a unit, or null. The terminator can be searched for.
+// These return the first or the last occurrence of a unit, or null. The terminator can be searched for.
 TOV_EXPORT const char* FindCharacter(const char* szString, int nCharacter);
 TOV_EXPORT const char* FindLastCharacter(const char* szString, int nCharacter);
 
-// First occurrence of the text szCharSet as a whole, or null.
+// Returns the first occurrence of the whole text szCharSet, or null.
 TOV_EXPORT char* FindString(char* szString, const char* szCharSet);
 
-// First unit that is in the set, or that is not in it; or null. The terminator is not a candidate. FindNotOneOf walks
-// by characters and looks at the first byte of each.
+// FindOneOf returns the first unit that is in the set, FindNotOneOf the first that is not, or null. They do not examine
+// the terminator. FindNotOneOf moves from character to character, and examines the first byte of each.
 TOV_EXPORT const char* FindOneOf(const char* szString, const char* szCharSet);
 TOV_EXPORT const char* FindNotOneOf(const char* szString, const char* szCharSet);
 
-// Last such unit, or null; both walk by characters. The unit at index 0 is never examined, so that a match there gives
-// null.
+// These return the last unit that is in the set, or that is not, or null. Both move from character to character. They
+// never examine the unit at index 0: if only that unit matches, they return null.
 TOV_EXPORT const char* ReverseFindOneOf(const char* szString, const char* szCharSet);
 TOV_EXPORT const char* ReverseFindNotOneOf(const char* szString, const char* szCharSet);
 
-// Formatted print, with the rules of the Windows runtime on every system: I64 and I32 before an integer, S and C for
-// text of the other width, h, l and w for narrow and wide text, "(null)" for a null text, %p as eight hexadecimal
-// digits (low 32 bits), integers without I64 at 32 bits. Exponents have at least two digits; the Windows runtime writes
-// three. The result is the count of units without the terminator, or -1 if a text has no form in the other width.
+// These print a formatted text by the rules of the Windows runtime, on every system: I64 and I32 before an integer, S
+// and C for text of the other width, and h, l and w for narrow and wide text are accepted; a null text is printed as
+// "(null)", and %p as eight hexadecimal digits of the low 32 bits; integers without I64 have 32 bits. Exponents have at
+// least two digits; the Windows runtime writes three. The functions return the number of units without the terminator,
+// or -1 if a text of the other width cannot be converted.
 //
-// The two functions without a count have no bound: the buffer must be large enough for text and terminator.
+// The two functions without a count have no limit: the buffer must be large enough for the text and its terminator.
 //
 // The two functions with a count write at most nCount units, and throw unless nCount > 0. A text that takes exactly
 // nCount units has no terminator. A text that does not fit gives -1: the buffer then holds the first nCount units of
 // the text, without a terminator.
 //
-// An argument list stands unchanged after the call, so that it can be used for a second call.
+// An argument list is unchanged after the call, so that it can be used for a second call.
 TOV_EXPORT int SPrintf(char* szBuffer, const char* szFormat, ...);
 TOV_EXPORT int SNPrintf(char* szBuffer, int nCount, const char* szFormat, ...);
 TOV_EXPORT int VSPrintf(char* szBuffer, const char* szFormat, va_list pArguments);
 TOV_EXPORT int VSNPrintf(char* szBuffer, int nCount, const char* szFormat, va_list pArguments);
 
-// Upper bound for the units that the formatted text takes, without the terminator. The bound is generous: every
-// position of literal text counts the whole rest of the format, so that "Test" gives 10; integers and pointers count 32
-// or more, e and g 128 or more. Where such a size would be less than the text, the text's real length counts instead.
-// If the sum is too large for an int, each literal unit counts once; if that sum is too large as well, the result is
-// -1. Throws for a negative width or precision from the list ("nWidth >= 0", "nPrecision >= 0") and, with "FALSE", for
-// anything but the flags -+0#space*, the modifiers I64 h l F L N (one of them) and the conversions cCsSdiuoxXpegGfn.
-// Cost: linear. An f is formatted, and so is whatever may exceed its usual size; no block is allocated for this.
+// Returns an upper bound of the number of units that the formatted text has, without the terminator. The bound is
+// generous: at each position of literal text, the whole rest of the format is counted, so that "Test" gives 10; an
+// integer or a pointer counts as 32 or more, and an e or g conversion as 128 or more. If a text could be longer than
+// that, its real length counts. If the sum is too large for an int, each literal unit counts as one; if this sum is too
+// large as well, the result is -1. Throws "nWidth >= 0" or "nPrecision >= 0" if a width or a precision in the argument
+// list is negative. Throws "FALSE" for anything but the flags -+0#space*, one of the modifiers I64 h l F L N, and the
+// conversions cCsSdiuoxXpegGfn. Cost: linear. To measure an f conversion, or a value that may exceed its usual size,
+// the value is formatted; that allocates no block.
 TOV_EXPORT int VSCPrintf(const char* szFormat, va_list pArguments);
 
-// Calls with an object among the arguments do not compile.
+// These overloads are chosen only if an argument is an object, and refuse to compile.
 template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
 inline int SPrintf(char*, const char*, const TArguments&...)
 {
@@ -86,7 +90,7 @@ inline int SNPrintf(char*, int, const char*, const TArguments&...)
     return 0;
 }
 
-// Copy up to and including the terminator, or append; return the destination.
+// These copy the source with its terminator to the destination, or append it there, and return the destination.
 TOV_EXPORT char* Copy(char* szStringDest, const char* szStringSrc);
 TOV_EXPORT char* Concat(char* szStringDest, const char* szStringSrc);
 
@@ -97,18 +101,20 @@ TOV_EXPORT char* NCopy(char* szStringDest, const char* szStringSrc, int nCount);
 // Appends at most nCount units and always terminates. Throws unless nCount > 0.
 TOV_EXPORT char* NConcat(char* szStringDest, const char* szStringSrc, int nCount);
 
-// Steps by characters of the code page, or by bytes if it has none. Inc steps one on, also over the terminator; NInc
-// steps nCount on but not past the terminator, and throws unless nCount >= 0; Dec steps one back, and gives null when
-// the current position is at or before the start. A character that the terminator cuts off counts as single bytes.
+// These move by characters of the code page, or by bytes if it has no multi-byte characters. Inc returns the next
+// character, even past the terminator. NInc moves nCount characters forward, but not past the terminator, and throws
+// unless nCount >= 0. Dec returns the previous character, or null if the current position is at the start or before it.
+// If the terminator cuts a character off, each of its bytes counts as a character.
 TOV_EXPORT char* Inc(const char* szString);
 TOV_EXPORT char* NInc(const char* szString, int nCount);
 TOV_EXPORT char* Dec(const char* szStringStart, const char* szStringCurrent);
 
-// The value of the number at the start of the text, after white space; 0 if there is no number. *pszEnd, unless the
-// pointer is null, becomes the first unit after the number, or szStart if there is no number.
+// These return the value of the number at the start of the text, after white space, or 0 if there is no number. Unless
+// pszEnd is null, *pszEnd is set to the first unit after the number, or to szStart if there is no number.
 //
-// Integers saturate at 32 bits, and ToUlong negates after a minus sign. nBase is 2 to 36, or 0 to let a prefix decide;
-// any other base finds no number. ToDouble takes decimal digits with the locale's point and an exponent (e, E, d or D).
+// Integers saturate at 32 bits; after a minus sign, ToUlong returns the negated value. nBase is 2 to 36, or 0, for
+// which the prefix of the number determines the base; with any other base there is no number. ToDouble reads decimal
+// digits with the locale's decimal point, and an exponent (e, E, d or D).
 TOV_EXPORT long ToLong(const char* szStart, char** pszEnd, int nBase);
 TOV_EXPORT unsigned long ToUlong(const char* szStart, char** pszEnd, int nBase);
 TOV_EXPORT double ToDouble(const char* szStart, char** pszEnd);
@@ -116,7 +122,7 @@ TOV_EXPORT double ToDouble(const char* szStart, char** pszEnd);
 
 namespace TOVStringW
 {
-// The two comparisons without case promise only the sign of their results.
+// The two comparisons without case return a number of which only the sign is defined.
 TOV_EXPORT int Compare(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT int Collate(const wchar_t* szString1, const wchar_t* szString2);
@@ -127,7 +133,7 @@ TOV_EXPORT wchar_t* ToLower(wchar_t* szString);
 TOV_EXPORT wchar_t* ToUpper(wchar_t* szString);
 TOV_EXPORT wchar_t* Reverse(wchar_t* szString);
 
-// Only the low 16 bits of nCharacter count. All searches walk by units.
+// Only the low 16 bits of nCharacter are used. All searches move from unit to unit.
 TOV_EXPORT const wchar_t* FindCharacter(const wchar_t* szString, int nCharacter);
 TOV_EXPORT const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter);
 TOV_EXPORT wchar_t* FindString(wchar_t* szString, const wchar_t* szCharSet);
@@ -136,15 +142,15 @@ TOV_EXPORT const wchar_t* FindNotOneOf(const wchar_t* szString, const wchar_t* s
 TOV_EXPORT const wchar_t* ReverseFindOneOf(const wchar_t* szString, const wchar_t* szCharSet);
 TOV_EXPORT const wchar_t* ReverseFindNotOneOf(const wchar_t* szString, const wchar_t* szCharSet);
 
-// Counts are units. s and c take wide text, S and C narrow text. Settled: VSCPrintf reads arguments as the print does,
-// and takes 8 bytes for I64.
+// Counts are in units. The conversions s and c print wide text, S and C narrow text. Settled: VSCPrintf reads the
+// arguments as the printing functions do; I64 reads 8 bytes.
 TOV_EXPORT int SPrintf(wchar_t* szBuffer, const wchar_t* szFormat, ...);
 TOV_EXPORT int SNPrintf(wchar_t* szBuffer, int nCount, const wchar_t* szFormat, ...);
 TOV_EXPORT int VSPrintf(wchar_t* szBuffer, const wchar_t* szFormat, va_list pArguments);
 TOV_EXPORT int VSNPrintf(wchar_t* szBuffer, int nCount, const wchar_t* szFormat, va_list pArguments);
 TOV_EXPORT int VSCPrintf(const wchar_t* szFormat, va_list pArguments);
 
-// Calls with an object among the arguments do not compile.
+// These overloads are chosen only if an argument is an object, and refuse to compile.
 template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
 inline int SPrintf(wchar_t*, const wchar_t*, const TArguments&...)
 {
@@ -163,8 +169,8 @@ TOV_EXPORT wchar_t* Concat(wchar_t* szStringDest, const wchar_t* szStringSrc);
 TOV_EXPORT wchar_t* NCopy(wchar_t* szStringDest, const wchar_t* szStringSrc, int nCount);
 TOV_EXPORT wchar_t* NConcat(wchar_t* szStringDest, const wchar_t* szStringSrc, int nCount);
 
-// Plain pointer arithmetic: Inc steps one unit on, NInc nCount units on without a look at the text, and Dec one unit
-// back after the comparison with the start.
+// These are plain pointer arithmetic. Inc moves one unit forward. NInc moves nCount units forward and does not examine
+// the text. Dec moves one unit back, unless the current position is at the start or before it.
 TOV_EXPORT wchar_t* Inc(const wchar_t* szString);
 TOV_EXPORT wchar_t* NInc(const wchar_t* szString, int nCount);
 TOV_EXPORT wchar_t* Dec(const wchar_t* szStringStart, const wchar_t* szStringCurrent);
@@ -174,21 +180,21 @@ TOV_EXPORT unsigned long ToUlong(const wchar_t* szStart, wchar_t** pszEnd, int n
 TOV_EXPORT double ToDouble(const wchar_t* szStart, wchar_t** pszEnd);
 } // namespace TOVStringW
 
-// The narrow functions under the name by which they stand in check texts.
+// Check texts name the narrow functions by this namespace.
 namespace TOVString = TOVStringA;
 } // namespace TOVPlatform
 
-// The plain functions, exported under these names. They check nothing.
+// These functions are exported under plain names. They check nothing.
 extern "C"
 {
-// Copies at most ucCount characters and returns the destination; null if either pointer is null. A source of ucCount
-// characters or more leaves no terminator. After a shorter source the rest is cleared, through the byte at index
-// ucCount: ucCount + 1 bytes are written in all, and the destination must have room for them. A count of 0 writes
-// nothing.
+// Copies at most ucCount characters and returns the destination, or null if either pointer is null. If the source has
+// ucCount characters or more, no terminator is written. If it is shorter, all following bytes up to and including the
+// one at index ucCount are set to 0: ucCount + 1 bytes are written, and the destination must have room for them. A
+// count of 0 writes nothing.
 TOV_EXPORT char* TOVString_CopyN(char* szDestination, const char* szSource, tUchar ucCount);
 
-// The runtime's classification of letters and digits, and of white space, under the current locale. A value that is not
-// an unsigned character, such as a sign-extended one, is neither.
+// These classify letters and digits, and white space, as the runtime does under the current locale. They return false
+// for a value that is not an unsigned character, such as a sign-extended one.
 TOV_EXPORT bool IsAlphanumeric(int nCharacter);
 TOV_EXPORT bool IsSpace(int nCharacter);
 }
