@@ -1,4 +1,4 @@
-// Checksums of memory blocks, computed in one piece or in several.
+// Declares checksums of memory blocks, which can be computed in one piece or in several.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -12,12 +12,12 @@
 //   CRC-16/CCITT-FALSE    0xFFFF        none
 //
 // A size of 0 returns the running value and reads nothing. pData is not checked. Sizes are in bytes. Any thread may
-// call them.
+// call these functions.
 extern "C"
 {
-// Polynomial 0x1021, most significant bit first, not reflected.
+// Uses the polynomial 0x1021, most significant bit first, not reflected.
 TOV_EXPORT unsigned short CRC16Generate(const void* pData, unsigned long long ullSize, unsigned short usCrc);
 
-// Polynomial 0xEDB88320, reflected.
+// Uses the polynomial 0xEDB88320, reflected.
 TOV_EXPORT unsigned int CRC32Generate(const void* pData, unsigned long long ullSize, unsigned int uCrc);
 }

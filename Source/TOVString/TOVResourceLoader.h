@@ -1,4 +1,4 @@
-// The hook through which strings get their text by number.
+// Declares ITOVResourceLoader, through which strings get their text by number.
 #pragma once
 
 #include <Debug/TOVBase.h>
@@ -6,14 +6,14 @@
 class CTOVStringA;
 
 // The application implements this interface: it derives a class, implements LoadString, and calls SetInstance(this)
-// when the object is ready and SetInstance(NULL) when it ends. The library has no implementation, does not own the
-// object and never deletes it. There is never more than one loader.
+// when the object is ready and SetInstance(NULL) before the object is destroyed. The library has no implementation,
+// does not own the object and never deletes it. There is at most one loader.
 //
-// CTOVStringA::LoadStringResource and the assignment of a string id to a CTOVStringA ask the loader. No lock: install
-// it before threads use strings by number.
+// CTOVStringA::LoadStringResource and the assignment of a string id to a CTOVStringA ask the loader. There is no lock:
+// install the loader before other threads load strings by number.
 //
-// LoadString is also a macro of the Windows headers. Include them before this header, or undefine the macro, so that
-// the interface and its implementation are both renamed or neither is.
+// The Windows headers define LoadString as a macro. Include them before this header, or undefine the macro: otherwise
+// it renames LoadString in the implementation and not in the interface, or the reverse.
 class TOV_EXPORT ITOVResourceLoader
 {
 public:
@@ -24,11 +24,11 @@ public:
     ITOVResourceLoader(const ITOVResourceLoader& oOther);
     ITOVResourceLoader& operator=(const ITOVResourceLoader& oOther); // nothing to copy
 
-    // The installed loader. Throws unless m_pInstance != NULL.
+    // Returns the installed loader. Throws unless "m_pInstance != NULL".
     static ITOVResourceLoader& Instance();
 
 protected:
-    // Installs a loader; NULL removes the installed one. Throws unless m_pInstance == NULL, except for NULL.
+    // Installs a loader. Throws unless "m_pInstance == NULL". NULL removes the installed loader and does not throw.
     static void SetInstance(ITOVResourceLoader* pInstance);
     // Does the same as Instance.
     static ITOVResourceLoader* GetInstance();

@@ -1,4 +1,4 @@
-// Narrow text: CTOVStringA, a value type on a shared block.
+// Declares CTOVStringA, narrow text as a value type on a shared block.
 #pragma once
 
 #include <Debug/TOVFormatCheck.h>
@@ -12,96 +12,99 @@
 class CTOVStringA;
 class CTOVStringW;
 
-// 8-bit text: a block of characters, which several strings may share, and a length, which each string has for itself.
-// Copies are cheap because they share the block. This is not copy on write: what one string writes in place is seen by
-// every string that shares the block.
+// Holds 8-bit text: a block of characters, which several strings may share, and a length, which is the string's own.
+// Copies are cheap because they share the block. There is no copy on write: every string that shares the block sees
+// what another one writes in place.
 //
 //    oA  m_nStringLength 3 --+      +---+---+---+---+---+---+
 //                            +----> | a | b | c | 0 | e | 0 |     GetData()->GetSize() 6, the capacity
 //    oB  m_nStringLength 3 --+      +---+---+---+---+---+---+     with the place of the terminator
 //
-//   shares the block     copy constructor, operator=(const CTOVStringA&), Left, Right and Mid of the whole string
-//   takes a new block    AllocBuffer, AssignCopy and Copy above 0, ConcatCopy, operator=(const char*), Empty of a
-//                        shared block; ConcatInPlace, operator+=, FormatV, GetBuffer and Replace(text, text) that
-//                        must grow
-//   writes where it is   SetAt, GetString(), ReleaseBuffer, AssignCopy of 0, MakeLower, MakeUpper, Reverse,
-//                        Replace(char, char); ConcatInPlace, operator+=, FormatV, GetBuffer and Replace(text, text)
-//                        that need not grow
+//   shares the block       copy constructor, operator=(const CTOVStringA&), Left, Right and Mid of the whole string
+//   allocates a new block  AllocBuffer, AssignCopy and Copy of at least one character, ConcatCopy,
+//                          operator=(const char*), Empty of a shared block; ConcatInPlace, operator+=, FormatV,
+//                          GetBuffer and Replace(text, text) if the block must grow
+//   writes in place        SetAt, GetString(), ReleaseBuffer, AssignCopy of length 0, MakeLower, MakeUpper, Reverse,
+//                          Replace(char, char); ConcatInPlace, operator+=, FormatV, GetBuffer and Replace(text, text)
+//                          if the block need not grow
 //
-// A new string has no block at all: GetString() is NULL. Where there is a block, the character at m_nStringLength is 0.
-// A new block has exactly the requested length plus 1, so that appending in a loop costs one allocation and one copy
-// per call: reserve room with GetBuffer first. Operations that write into the block or empty it keep its capacity.
+// A new string has no block at all: GetString() is NULL. If there is a block, the character at m_nStringLength is 0. A
+// new block has exactly the requested length plus 1, so that each append in a loop costs one allocation and one copy:
+// reserve room with GetBuffer first. Operations that write into the block or empty it keep its capacity.
 //
-// operator=(const char*) takes an argument below 0x10000 as a string id. A source that lies inside the string's own
-// block is read before it is overwritten or freed.
+// operator=(const char*) reads an argument below 0x10000, except NULL, as a string id. A source that is inside the
+// string's own block is read before it is overwritten or freed.
 //
-// Failed checks throw TOVDebug::CTOVAssertException and leave the string as it was, with these exceptions:
+// Failed checks throw TOVDebug::CTOVAssertException and leave the string unchanged, with these exceptions:
 //
+//   what fails                      what is left
 //   a string id without a loader    the string is empty
 //   AssignCopy of NULL              the string is empty
 //   ConcatCopy of NULL or of a      the length is the sum, the characters are undefined
 //   negative length
-//   ConcatInPlace of NULL           the capacity has grown if it had to
-//   Replace(text, text) that does   the length is unchanged, the block holds the new text as far as it was made; this
-//   not end where it should         happens when a sharer has overwritten the terminator, or zeros split a text that
-//                                   grows in place
-//   a format without a character    a string without a block has an empty one
-//   a print that fails              the length is unchanged, the block is a new one if it had to grow and holds what
-//                                   the print has written: assign to the string before you use its text; this happens
-//                                   when a text argument has no form in the other width
+//   ConcatInPlace of NULL           the text is unchanged, but the block may have grown
+//   Replace(text, text), if the     the length is unchanged, the block holds a part of the new text; this happens when
+//   new text does not end where     another string has overwritten the terminator in a shared block, or when zeros
+//   its length says                 divide a text that grows in place
+//   a format that can yield no      a string without a block now has an empty one
+//   character
+//   a text argument of the other    the length is unchanged; the block is new if it had to grow, and holds what was
+//   width that cannot be converted  printed so far: assign to the string before you use its text
 //
-// Exhausted memory surfaces as std::bad_alloc. No lock: one thread at a time, for all strings that share a block
-// together.
+// If memory is exhausted, std::bad_alloc is thrown. There is no lock: use all strings that share a block from one
+// thread at a time.
 class TOV_EXPORT CTOVStringA
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
     virtual ~CTOVStringA();
 
-    // Empty text and nCount <= 0 allocate no block.
+    // An empty text, and an nCount of 0 or less, allocate no block.
     CTOVStringA();
     CTOVStringA(const char* szString);      // does the same as operator=(const char*), string ids included
     CTOVStringA(const CTOVStringA& oOther); // shares oOther's block
-    CTOVStringA(const CTOVStringW& oOther); // the low 8 bits of each character, no code page
-    CTOVStringA(char cChar, int nCount);    // nCount times cChar
+    CTOVStringA(const CTOVStringW& oOther); // copies the low 8 bits of each character; no code page is used
+    CTOVStringA(char cChar, int nCount);    // repeats cChar nCount times
 
-    // The process's shared empty string, for functions that return a reference and have no text. Created on demand.
-    // It is writable, and nothing protects it: a change is seen by every user of it.
+    // Returns the empty string that the whole process shares, for functions that return a reference and have no text.
+    // Creates it if it does not exist. It is writable, and nothing protects it: every user of it sees a change.
     static CTOVStringA& Null();
 
-    // Shares oOther's block. Nothing happens when the two share a block already: each keeps its own length.
+    // Shares oOther's block. If the two already share a block, nothing changes, and each keeps its own length.
     const CTOVStringA& operator=(const CTOVStringA& oOther);
-    // Copies the text; NULL and "" empty the string. For a value below 0x10000, a string id, it empties the string and
-    // asks the resource loader to fill it; a successful load is logged. Throws "m_pInstance != NULL" without a loader.
+    // Copies the text; NULL and "" empty the string. Any other value below 0x10000 is a string id: the string is
+    // emptied, and the resource loader is asked to fill it; a successful load is logged. Throws "m_pInstance != NULL"
+    // if there is no loader.
     const CTOVStringA& operator=(const char* szString);
-    // Copies one character; 0 empties the string. A negative character gives a text of that one character.
+    // Copies one character; a character of 0 empties the string. A negative character is copied like any other.
     const CTOVStringA& operator=(char cChar);
 
-    // Append by ConcatInPlace. A string is appended with its whole length, zeros inside it included.
+    // These append by ConcatInPlace. A string is appended with its whole length, including zeros inside it.
     const CTOVStringA& operator+=(const CTOVStringA& oOther);
     const CTOVStringA& operator+=(const char* szString); // throws unless szString != NULL
     const CTOVStringA& operator+=(char cChar);
 
-    // Copies exactly nStringLength characters, including any 0 among them.
-    // Throws unless szSrcString != NULL and nStringLength > 0.
+    // Copies exactly nStringLength characters, including any 0 among them. Throws unless "szSrcString != NULL" and
+    // "nStringLength > 0".
     void Copy(const char* szSrcString, int nStringLength);
-    // Fills the whole capacity, which it keeps, with zeros, and sets the length to 0. Does nothing for a length of 0.
+    // Makes the block private, fills its whole capacity with zeros, and sets the length to 0. Does nothing if the
+    // length is 0.
     void Empty();
     // Asks the resource loader to fill this string, which is not emptied first. Returns the loader's result.
     bool LoadStringResource(long lStringId);
 
     TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
     TOV_EXPORT_INLINE bool IsEmpty() const { return m_nStringLength == 0; }
-    // The text, or NULL without a block. The writable form makes no private copy.
+    // Returns the text, or NULL if there is no block. The non-const form makes no private copy.
     TOV_EXPORT_INLINE const char* GetString() const { return m_oData.GetBuffer(); }
     TOV_EXPORT_INLINE char* GetString() { return m_oData.GetBuffer(); }
     TOV_EXPORT_INLINE operator const tChar*() const { return GetString(); }
     TOV_EXPORT_INLINE const char* operator~() const { return GetString(); }
     TOV_EXPORT_INLINE const CTOVBuffer<char>* GetData() const { return &m_oData; }
 
-    // Writes the text, up to its first 0, to a stream of the standard library, padded to the stream's width.
-    // Without it the stream would use the conversion above, whose null pointer for a string without a block ends all
-    // output.
+    // Writes the text, up to its first 0, to a stream of the standard library, padded to the stream's width. Without
+    // this operator, the stream would use the conversion to const char*, and the null pointer of a string without a
+    // block would end all output.
     template<class TTraits>
     friend std::basic_ostream<char, TTraits>& operator<<(std::basic_ostream<char, TTraits>& oStream,
                                                          const CTOVStringA& oString)
@@ -109,88 +112,90 @@ public:
         return oStream << (oString.IsEmpty() ? "" : oString.GetString());
     }
 
-    // GetAt and operator[] give the character as 0 to 255. SetAt stores the low 8 bits into the block, shared or not.
-    // They throw unless 0 <= lIndex < GetLength().
+    // GetAt and operator[] return the character as a number from 0 to 255. SetAt stores the low 8 bits into the block,
+    // even if it is shared. These throw unless "(0 <= lIndex) && (lIndex < GetLength())".
     int GetAt(long lIndex) const;
     void SetAt(long lIndex, int nChar);
     int operator[](int nIndex) const;
     int operator[](long lIndex) const;
 
-    // The raw store, from which the rest is built.
+    // The following operations work on the block directly.
 
-    // Makes a private block for nLength characters, which are undefined except for the terminator; 0 only sets the
-    // length. Throws unless 0 <= nLength <= INT_MAX-1.
+    // Makes a private block for nLength characters, which are undefined except for the terminator; with nLength 0, only
+    // sets the length. Throws unless "nLength >= 0" and "nLength <= INT_MAX-1".
     void AllocBuffer(int nLength);
-    // Copies nLength characters into a new block; 0 terminates the text at once in the present block, shared or not.
-    // Throws unless 0 <= nLength <= INT_MAX-1, and for NULL with a length above 0.
+    // Copies nLength characters into a new block; with nLength 0, ends the text at index 0 of the present block, even
+    // if it is shared. Throws unless "nLength >= 0" and "nLength <= INT_MAX-1", and for NULL if nLength is not 0.
     void AssignCopy(int nLength, const char* szString);
-    // Copies two parts, one after the other, into a new block. Two lengths that add up to 0 change nothing.
+    // Copies two parts, one after the other, into a new block. If the lengths add up to 0, nothing changes.
     void ConcatCopy(int nLength1, const char* sz1, int nLength2, const char* sz2);
-    // Appends nLength characters, in place where the capacity allows it. Cost: at most one allocation.
+    // Appends nLength characters, in place if the capacity is sufficient. Cost: at most one allocation.
     void ConcatInPlace(int nLength, const char* szString);
-    // The block, with room for nLength characters and the terminator, for the caller to write into until ReleaseBuffer.
-    // Growing loses the text; the length is not changed.
+    // Returns the block, with room for nLength characters and the terminator; the caller may write to it until
+    // ReleaseBuffer. If the block must grow, the text is lost; the length does not change.
     char* GetBuffer(int nLength);
-    // Ends the text at nNewLength, or at its first 0 for -1. Throws unless 0 <= nNewLength <= the capacity, and also
-    // for -1 without a block.
+    // Ends the text at nNewLength or, if that is -1, at its first 0. Throws unless 0 <= nNewLength <= the capacity, and
+    // for -1 if there is no block.
     void ReleaseBuffer(int nNewLength);
 
-    // Search. The result is the index of the first or last hit, or -1 if there is none. In a multi-byte code page the
-    // start of a search for text or for a set counts characters, not bytes. Find throws for a negative start, for a
-    // character of 0 and for NULL.
+    // These search. They return the index of the first or the last match, or -1 if there is none. In a multi-byte code
+    // page, the start position for a text or a set is a number of characters, not of bytes. Find throws for a negative
+    // start, for a character of 0 and for NULL.
     int Find(char cCharToSearch, int nStartPos = 0) const;
     int Find(const char* szSubStringToSearch, int nStartPos = 0) const;
-    int ReverseFind(char cCharToSearch) const; // 0 finds the terminator
-    // They throw unless szCharSet != NULL, on a string without a block and for a negative start.
+    int ReverseFind(char cCharToSearch) const; // a character of 0 finds the terminator
+    // These throw unless "szCharSet != NULL", if there is no block, and for a negative start.
     int FindOneOf(const char* szCharSet, int nStartPos = 0) const;
     int FindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
-    // They never look at index 0. They throw unless szCharSet != NULL and nStartPos == 0.
+    // These never examine index 0. They throw unless "szCharSet != NULL" and "nStartPos == 0".
     int ReverseFindOneOf(const char* szCharSet, int nStartPos = 0) const;
     int ReverseFindNotOneOf(const char* szCharSet, int nStartPos = 0) const;
 
-    // Both replace every hit and return the number of hits. The first throws unless cNewChar > 0, which also refuses
-    // 0x80 and above. In the second a NULL szNew deletes the hits, and a NULL or empty szOld finds nothing; the block
-    // grows to the exact size if it must. Cost: linear in the old and the new text.
+    // These replace every match and return the number of matches. The form for characters throws unless "cNewChar > 0",
+    // and so also for 0x80 and above. The form for texts deletes the matches if szNew is NULL, and finds nothing if
+    // szOld is NULL or empty; if the block must grow, it gets the exact size. Cost: linear in the old and the new text.
     int Replace(char cOldChar, char cNewChar);
     int Replace(const char* szOld, const char* szNew);
 
-    // Cutting, measured against the capacity with its terminator, not against the length: Right, and a Mid that reaches
-    // the end, take the terminator with them. Right(5) of "Das ist ein test" is "test" with a length of 5, Mid(4) is
-    // "ist ein test" with a length of 13. Mid(nFirst, nCount) throws for a start at or beyond the capacity and a count
-    // above 0, save that Mid(0, nCount) of a string without a block is empty; Mid(nFirst) is empty there.
+    // These return a part of the text, measured from the capacity, which includes the terminator, and not from the
+    // length: Right, and a Mid that reaches the end, contain the terminator. Right(5) of "Das ist ein test" is "test"
+    // with a length of 5, and Mid(4) is "ist ein test" with a length of 13. Mid(nFirst, nCount) throws if nCount is
+    // above 0 and nFirst is at the capacity or beyond it. For a string without a block, Mid(0, nCount) and Mid(nFirst)
+    // return an empty string instead.
     CTOVStringA Left(int nCount) const;
     CTOVStringA Right(int nCount) const;
     CTOVStringA Mid(int nFirst, int nCount) const;
     CTOVStringA Mid(int nFirst) const;
 
-    // Prefix and suffix tests by search. Cost: linear in the string if the runtime's search is; the forms without case
-    // copy both texts. They throw for an oOther without a block, and the forms without case also for an emptied one.
-    // Settled: a suffix exactly one character longer than the string counts as found, and after characters of more than
-    // one byte the search for the last hit leaves out some hits.
+    // These test for a prefix or a suffix, by a search. Cost: linear in the string if the runtime's search is linear;
+    // the forms that ignore case also copy both texts. They throw if oOther has no block; the forms that ignore case
+    // also throw if oOther has been emptied. Settled: a suffix that is exactly one character longer than the string
+    // counts as found, and after characters of more than one byte the search for the last match misses some matches.
     bool BeginsWith(const CTOVStringA& oOther) const;
     bool BeginsWithNoCase(const CTOVStringA& oOther) const;
     bool EndsWith(const CTOVStringA& oOther) const;
     bool EndsWithNoCase(const CTOVStringA& oOther) const;
 
-    // The order as -1, 0 or 1. Compare and CompareNoCase read NULL and a missing block as "", the others throw for
-    // them.
+    // These return the order as -1, 0 or 1. Compare and CompareNoCase read NULL and a missing block as ""; Collate and
+    // CollateNoCase throw for both.
     int Compare(const char* szString) const;
     int CompareNoCase(const char* szString) const;
     int Collate(const char* szString) const;
     int CollateNoCase(const char* szString) const;
 
-    // They change the text in place, up to the first 0. Every string that shares the block sees the change.
+    // These change the text in place, up to the first 0. Every string that shares the block sees the change.
     void MakeLower();
     void MakeUpper();
     void Reverse();
 
-    // Replaces oResult by the parts between the separators, empty ones included, and returns the number of parts. An
-    // empty string has none. What follows a 0 inside the text belongs to the last part. Throws for a separator of 0
-    // and a string that is not empty, and leaves oResult empty then.
+    // Replaces the contents of oResult by the parts between the separators, including empty ones, and returns the
+    // number of parts. An empty string has no parts. Separators after a 0 inside the text are not found: what follows
+    // the 0 belongs to the last part. Throws if the separator is 0 and the string is not empty; oResult is then empty.
     int Split(CTOVArray<CTOVStringA>& oResult, char cSeparator) const;
 
-    // Numbers of 32 bits, saturated; 0 for text that does not begin with a number. Base 0 lets a prefix decide. AsUint
-    // parses a signed number and returns its bits. AsBool is true for "1", and for "TRUE" in any case, alone.
+    // These return a 32-bit number, saturated, or 0 if the text does not begin with a number. With base 0, the prefix
+    // of the number determines the base. AsUint reads a signed number and returns its bits. AsBool returns true only
+    // for "1", and for "TRUE" in any case.
     int AsInt(int nBase = 10) const;
     long AsLong(int nBase = 10) const;
     unsigned int AsUint(int nBase = 10) const;
@@ -199,12 +204,12 @@ public:
     double AsDouble() const;
     bool AsBool() const;
 
-    // Replaces the text by a formatted one and returns its number of characters. The capacity is the platform's
-    // generous estimate plus 1. Throws "nCount > 0" for a format that can yield no character.
+    // Replaces the text by a formatted one and returns its number of characters. The capacity is at least the upper
+    // bound that TOVStringA::VSCPrintf returns, plus 1. Throws "nCount > 0" for a format that can yield no character.
     int Format(const char* szFormat, ...);
     int FormatV(const char* szFormat, va_list pArguments);
 
-    // Refuses, at compile time, an object among the arguments.
+    // This overload is chosen only if an argument is an object, and refuses to compile.
     template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0> int Format(const char*, const TArguments&...)
     {
         TOV_REFUSE_OBJECTS(TArguments);
@@ -215,8 +220,8 @@ private:
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const char* szString); // 0 for NULL
 
-    CTOVBuffer<char> m_oData; // the store; its size is the capacity, terminator included
-    int m_nStringLength;      // characters that count as the text
+    CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
+    int m_nStringLength;      // the length of the text
 };
 
 TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(const char* szString)
@@ -248,7 +253,7 @@ TOV_EXPORT_INLINE void CTOVStringA::SetAt(long lIndex, int nChar)
     m_oData.GetBuffer()[lIndex] = static_cast<char>(nChar);
 }
 
-// They compare the text by Compare. Without them the conversion to const char* would compare addresses.
+// These compare the texts by Compare. Without them, the conversion to const char* would compare addresses.
 inline bool operator==(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) == 0;
@@ -274,7 +279,7 @@ inline bool operator!=(const char* szFirst, const CTOVStringA& oSecond)
     return !(oSecond == szFirst);
 }
 
-// The order of the library's ordered tables: by unsigned bytes, where a missing block counts as the empty text.
+// This is the order of the library's ordered tables: by unsigned bytes, where a missing block counts as the empty text.
 inline bool operator<(const CTOVStringA& oFirst, const CTOVStringA& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) < 0;

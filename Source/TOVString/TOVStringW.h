@@ -1,4 +1,4 @@
-// Wide text: CTOVStringW, the twin of CTOVStringA for UTF-16 code units.
+// Declares CTOVStringW, the twin of CTOVStringA for UTF-16 code units.
 #pragma once
 
 #include <Debug/TOVFormatCheck.h>
@@ -12,49 +12,51 @@
 class CTOVStringA;
 class CTOVStringW;
 
-// 16-bit text with the operations of CTOVStringA under the same names: the same sharing and growth, the same checks,
-// the same cutting. <TOVString/TOVStringA.h> is the contract; lengths, capacities and positions count 16-bit units.
+// Holds 16-bit text, with the operations of CTOVStringA under the same names: the block is shared, grows, is checked
+// and is cut in the same way. TOVString/TOVStringA.h describes the operations; lengths, capacities and positions count
+// 16-bit units.
 // The differences:
 //
-//   string ids               there are none: every value but NULL is a pointer to text, LoadStringResource does nothing
+//   string ids               do not exist: every value except NULL points to text, and LoadStringResource does nothing
 //   CTOVStringW(wchar_t, n)  fills n bytes, not n characters
-//   search positions         plain arithmetic, one unit per character; FindOneOf and FindNotOneOf that start after the
-//                            text search what the block holds there
+//   search positions         count units; FindOneOf and FindNotOneOf with a start after the text search what the block
+//                            holds there
 //   Replace(wchar_t, ...)    refuses only a new character of 0
-//   Split                    the separator is a char, extended with its sign
+//   Split                    the separator is a char, whose sign is extended to 16 bits
 //   GetAt, SetAt             16 bits
 //   CompareNoCase and
-//   CollateNoCase            promise the sign alone
+//   CollateNoCase            return a number of which only the sign is defined
 //
-// No lock: one thread at a time, for all strings that share a block together.
+// There is no lock: use all strings that share a block from one thread at a time.
 class TOV_EXPORT CTOVStringW
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
     virtual ~CTOVStringW();
 
-    // Empty text and nCount <= 0 allocate no block.
+    // An empty text, and an nCount of 0 or less, allocate no block.
     CTOVStringW();
     CTOVStringW(const wchar_t* szString);
     CTOVStringW(const CTOVStringW& oOther); // shares oOther's block
-    CTOVStringW(const CTOVStringA& oOther); // each byte zero-extended, no code page
-    // Settled: room for nCount characters, of which nCount bytes are set to the low byte of cChar. The first half of
-    // the characters holds that byte twice each, the rest is undefined.
+    CTOVStringW(const CTOVStringA& oOther); // zero-extends each byte; no code page is used
+    // Settled: makes room for nCount characters and sets nCount bytes to the low byte of cChar. Each character of the
+    // first half then holds that byte twice, and the rest is undefined.
     CTOVStringW(wchar_t cChar, int nCount);
 
-    // The process's shared empty wide string, created on demand. It is writable, and nothing protects it.
+    // Returns the empty wide string that the whole process shares. Creates it if it does not exist. It is writable, and
+    // nothing protects it.
     static CTOVStringW& Null();
 
-    // Shares oOther's block. Nothing happens when the two share a block already: each keeps its own length.
+    // Shares oOther's block. If the two already share a block, nothing changes, and each keeps its own length.
     const CTOVStringW& operator=(const CTOVStringW& oOther);
     const CTOVStringW& operator=(const wchar_t* szString); // copies the text; NULL and L"" empty the string
-    const CTOVStringW& operator=(wchar_t cChar);           // one character; 0 empties the string
+    const CTOVStringW& operator=(wchar_t cChar);           // copies one character; 0 empties the string
 
     const CTOVStringW& operator+=(const CTOVStringW& oOther);
     const CTOVStringW& operator+=(const wchar_t* szString); // throws unless szString != NULL
     const CTOVStringW& operator+=(wchar_t cChar);
 
-    // Throws unless szSrcString != NULL and nStringLength > 0.
+    // Throws unless "szSrcString != NULL" and "nStringLength > 0".
     void Copy(const wchar_t* szSrcString, int nStringLength);
     void Empty();
     // Always returns false: wide strings never ask the resource loader.
@@ -76,13 +78,13 @@ public:
         return oStream << (oString.IsEmpty() ? L"" : oString.GetString());
     }
 
-    // They throw unless 0 <= lIndex < GetLength().
+    // These throw unless "(0 <= lIndex) && (lIndex < GetLength())".
     int GetAt(long lIndex) const;
     void SetAt(long lIndex, int nChar);
     int operator[](int nIndex) const;
     int operator[](long lIndex) const;
 
-    // The raw store. All throw unless 0 <= nLength <= INT_MAX-1.
+    // The following operations work on the block directly. They throw unless the length is from 0 to INT_MAX-1.
     void AllocBuffer(int nLength);
     void AssignCopy(int nLength, const wchar_t* szString);
     void ConcatCopy(int nLength1, const wchar_t* sz1, int nLength2, const wchar_t* sz2);
@@ -90,7 +92,7 @@ public:
     wchar_t* GetBuffer(int nLength);
     void ReleaseBuffer(int nNewLength); // throws unless nNewLength <= the capacity
 
-    // Search. The result is the index of the first or last hit, or -1 if there is none.
+    // These search. They return the index of the first or the last match, or -1 if there is none.
     int Find(wchar_t cCharToSearch, int nStartPos = 0) const;
     int Find(const wchar_t* szSubStringToSearch, int nStartPos = 0) const;
     int ReverseFind(wchar_t cCharToSearch) const;
@@ -102,7 +104,8 @@ public:
     int Replace(wchar_t cOldChar, wchar_t cNewChar);
     int Replace(const wchar_t* szOld, const wchar_t* szNew);
 
-    // Cutting is measured against the capacity with its terminator, not against the length.
+    // These return a part of the text, measured from the capacity, which includes the terminator, and not from the
+    // length.
     CTOVStringW Left(int nCount) const;
     CTOVStringW Right(int nCount) const;
     CTOVStringW Mid(int nFirst, int nCount) const;
@@ -122,7 +125,7 @@ public:
     void MakeUpper();
     void Reverse();
 
-    // A separator from 0x80 up searches for a unit from U+FF80 up. Throws for a separator of 0.
+    // A separator from 0x80 up finds units from U+FF80 up. Throws for a separator of 0 if the string is not empty.
     int Split(CTOVArray<CTOVStringW>& oResult, char cSeparator) const;
 
     int AsInt(int nBase = 10) const;
@@ -136,7 +139,7 @@ public:
     int Format(const wchar_t* szFormat, ...);
     int FormatV(const wchar_t* szFormat, va_list pArguments);
 
-    // Refuses, at compile time, an object among the arguments.
+    // This overload is chosen only if an argument is an object, and refuses to compile.
     template<class... TArguments, TOVDebug::tRefusal<TArguments...> = 0>
     int Format(const wchar_t*, const TArguments&...)
     {
@@ -148,8 +151,8 @@ private:
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const wchar_t* szString); // 0 for NULL
 
-    CTOVBuffer<wchar_t> m_oData; // the store; its size is the capacity, terminator included
-    int m_nStringLength;         // characters that count as the text
+    CTOVBuffer<wchar_t> m_oData; // the block; its size is the capacity, terminator included
+    int m_nStringLength;         // the length of the text
 };
 
 TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szString)
@@ -181,7 +184,7 @@ TOV_EXPORT_INLINE void CTOVStringW::SetAt(long lIndex, int nChar)
     m_oData.GetBuffer()[lIndex] = static_cast<wchar_t>(nChar);
 }
 
-// They compare the text by Compare. Without them the conversion to const wchar_t* would compare addresses.
+// These compare the texts by Compare. Without them, the conversion to const wchar_t* would compare addresses.
 inline bool operator==(const CTOVStringW& oFirst, const CTOVStringW& oSecond)
 {
     return oFirst.Compare(oSecond.GetString()) == 0;
