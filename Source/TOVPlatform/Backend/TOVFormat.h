@@ -4,24 +4,28 @@
 
 namespace TOVPlatform
 {
-// What a port owes to the formatted text of TOVPlatform/TOVString.h. Nothing here is exported. Threads: any, for all
-// functions.
+// This header declares what a port owes to the formatted text of TOVPlatform/TOVString.h. Nothing here is exported. Any
+// thread may call any function.
 //
-// The rules are those of the Windows runtime, and a system that has this runtime calls its print:
+// The rules are those of the Windows runtime; a system that has this runtime calls its printing functions:
 //
 //   %[-+0 #]*[width|*][.precision|.*][h l ll w I32 I64 I L F N j t z]*type
 //
-// Another port prints by itself, and reads this with TOVPlatform/TOVFormatItem.h. Where the C standard has another rule
-// or none:
+// Another port has its own implementation, which reads such items with TOVPlatform/TOVFormatItem.h. These rules differ
+// from those of the C standard, or are missing there:
 //
 // - d i o u x X print 32 bits, unless ll or I64 is given; p prints the low 32 bits as eight capital digits.
-// - c and s take text of the format's width, C and S text of the other width; h makes it narrow, l and w wide.
-// - 0 also pads characters and text. A null text is "(null)".
-// - Any other type, a percent sign included, prints itself. A conversion that the format's end cuts off prints nothing.
-// - A character that has no form in the other width is left out. A text that has none makes the result -1.
+// - c and s print text of the format's width, C and S text of the other width; h makes the text narrow, l and w make it
+// wide.
+// - 0 also pads characters and text. A null text is printed as "(null)".
+// - Any other type, a percent sign included, prints itself. A conversion that the end of the format cuts off prints
+//   nothing.
+// - A character that cannot be converted to the format's width is omitted. A text that cannot be converted makes the
+//   result
+// -1.
 // - Exponents have at least two digits; the Windows runtime writes three.
 //
-// Formats and lists are never null, and a list stands unchanged after the call. No conversion needs a block of its own,
+// Formats and argument lists are never null, and a list is unchanged after the call. No conversion allocates a block,
 // whatever its precision.
 namespace Backend
 {

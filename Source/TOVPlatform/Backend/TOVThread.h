@@ -4,13 +4,13 @@
 
 namespace TOVPlatform
 {
-// What a port owes to the threads of TOVPlatform/TOVThread.h. The waits for a thread's end are those of
-// Backend/TOVSynchronization.h.
+// This header declares what a port owes to the threads of TOVPlatform/TOVThread.h. The waits for a thread's end are
+// those of Backend/TOVSynchronization.h.
 //
 // A using-declaration names a public function that the port defines itself, exactly as the public header describes it.
 // The other functions are not exported.
 //
-// A priority is a level on the scale of Windows, and belongs to one thread. Threads: any, for all functions.
+// A priority is a number on the scale of Windows, and applies to one thread. Any thread may call any function.
 namespace Backend
 {
 namespace Thread
@@ -18,19 +18,19 @@ namespace Thread
 using TOVThread::Create;
 using TOVThread::Exit;
 
-// The levels that TOVThread has an enumerator for, with the values of the Windows functions. Others lie between and
-// beyond them: idle -15, below normal -1, above normal 1.
+// These are the levels for which TOVThread has an enumerator, with the values of the Windows functions. There are other
+// levels between them and beyond them: idle -15, below normal -1, above normal 1.
 constexpr int LEVEL_LOWEST = -2;
 constexpr int LEVEL_NORMAL = 0;
 constexpr int LEVEL_HIGHEST = 2;
 constexpr int LEVEL_TIME_CRITICAL = 15;
 
-// The result for a bad handle and for a priority that no level stands for.
+// ReadPriority returns this for a bad handle and for a priority that is not a level.
 constexpr int LEVEL_NONE = 0x7FFFFFFF;
 
 int ReadPriority(tHandle hThread);
 
-// Sets one of the four levels. A bad handle is passed over.
+// Sets one of the four levels. A bad handle is ignored.
 void WritePriority(tHandle hThread, int nLevel);
 } // namespace Thread
 } // namespace Backend
