@@ -31,7 +31,7 @@
 class TOV_EXPORT CTOVPath
 {
 public:
-    // The only virtual operation.
+    // Virtual operation.
     virtual ~CTOVPath();
 
     CTOVPath();

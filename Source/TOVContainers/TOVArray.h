@@ -44,9 +44,9 @@ public:
     // 0 <= lIndex <= GetSize().
     virtual bool InsertAt(long lIndex, const T& oElement);
 
-    // Settled: resizes the array to lNumElements and then adds the elements one by one, so that it ends with twice as
-    // many, of which the first half is what Resize left. Returns true. Throws unless "pElements != NULL", then
-    // "lNumElements >= 0".
+    // Settled: resizes the array to lNumElements and then adds the elements one by one. The array then has twice as
+    // many elements, and the first half are those that Resize has kept or added. Returns true.
+    // Throws unless "pElements != NULL", then "lNumElements >= 0".
     virtual bool Append(const T* pElements, long lNumElements);
 
     // Assigns to an element. Returns true. This and the other operations on one index throw unless

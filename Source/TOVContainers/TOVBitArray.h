@@ -19,7 +19,7 @@ public:
     // Virtual operation.
     virtual ~CTOVBitArray();
 
-    // Makes an array without bytes, or calls SetNumBits.
+    // The default constructor makes an array without bytes; the other one calls SetNumBits.
     CTOVBitArray();
     CTOVBitArray(int nNumBits);
     CTOVBitArray(const CTOVBitArray& oSource);

@@ -39,7 +39,7 @@ template<class T> class TOV_TEMPLATE CTOVBuffer
 public:
     // Virtual operations; their order is part of the exported design.
 
-    // It cannot throw, as the elements need no destructors.
+    // The destructor cannot throw, as the elements need no destructors.
     virtual ~CTOVBuffer() noexcept;
 
     // These copy lSize elements into the block at lIndex, or out of it. pElements may lie in the block itself; with
@@ -73,7 +73,7 @@ public:
     // Calls Resize.
     virtual void SetSize(long lNumElements, bool bKeepData);
 
-    // Returns whether there is storage. There is from the first Resize on, even if the size is 0.
+    // Returns whether there is storage, which Resize makes even for size 0.
     virtual bool IsValid() const;
 
     // Returns the number of elements.
@@ -105,10 +105,11 @@ private:
     // Returns a new block that begins with the first lNumKept elements of the present one.
     T* NewBlock(long lNumElements, long lNumKept) const;
 
-    // Makes this buffer the only owner of such a block. The caller sets the size.
+    // Makes this buffer the only owner of a block that NewBlock returns. The caller sets the size.
     void MakeUnique(long lNumElements, long lNumKept);
 
-    // Returns whether pElements points into the block, its hidden element included, and would dangle without it.
+    // Returns whether pElements points into the block, its hidden element included, and would dangle if the block were
+    // freed.
     bool IsInside(const T* pElements) const;
 
     static unsigned long GetByteCount(long lNumElements);

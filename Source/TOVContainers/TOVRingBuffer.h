@@ -49,8 +49,8 @@ public:
     CTOVRingBuffer();
     CTOVRingBuffer(long lNumElements);
     // These copy the elements and the positions of the source: they call SetCapacity with the source's GetCapacity,
-    // then copy all places. If the numbers of places differ, because a derived class overrides one of the two, the
-    // target receives the oldest elements that fit. A buffer assigned to itself is unchanged.
+    // then copy all places. If a derived class overrides SetCapacity or GetCapacity, the numbers of places may differ;
+    // the target then receives the oldest elements that fit. A buffer assigned to itself is unchanged.
     CTOVRingBuffer(const CTOVRingBuffer& oSource);
     CTOVRingBuffer& operator=(const CTOVRingBuffer& oSource);
 

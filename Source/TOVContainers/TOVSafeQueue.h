@@ -9,7 +9,7 @@
 
 // Passes elements from any number of producer threads to any number of consumer threads. It owns copies of the
 // elements. The mutex guards every access to the list and is held for that alone. The event signals that there may be
-// an element. They wait for it with no lock held: the order is event, then mutex.
+// an element. Consumers hold no lock while they wait for the event: the order is event, then mutex.
 //
 //   producer   lock, append, unlock, signal
 //   consumer   wait, lock, take the first, signal again if there are more, unlock

@@ -9,8 +9,8 @@
 // counting: a later holder adopts it; without such a holder the object is never deleted, and stays reachable until the
 // process ends.
 //
-// T implements its entry point with GetInstance(); as a friend, T can access both statics. Nothing is locked here:
-// create the object during start-up, on one thread.
+// T implements T::Instance() with GetInstance(), to which it has access as a friend. Nothing is locked here: create the
+// object during start-up, on one thread.
 //
 // The statics exist once in the process, even across the library's boundary, if T declares them like this:
 //

@@ -28,8 +28,9 @@ public:
     // Counts the source's object and copies the source's members before it releases its own object. A handle can
     // therefore walk a list in which each element owns the handle of the next one. If the release throws, the handle
     // already has the new object.
-    // Settled: only a valid handle releases its object; one with an object but without an id never releases its
-    // reference. The last handle of an object, assigned to itself, destroys the object and no longer has one.
+    // Settled: only a valid handle releases its object; one with an object but without an id keeps its reference for
+    // ever. If the last handle of an object is assigned to itself, the object is destroyed, and the handle has no
+    // object any more.
     const CTOVHandle& operator=(const CTOVHandle& oOther);
 
     // These assign what the database returns for an id, or for an object. They throw unless "m_pDatabase != NULL".
@@ -52,9 +53,9 @@ public:
     // Returns -1, 0 or 1. It compares the ids, then the addresses of the objects, then those of the databases.
     int Compare(const CTOVHandle& oOther) const;
 
-    // Releases the reference, and has the database remove the id if it was the last. Settled: the handle keeps its
-    // members, and the destructor releases the reference a second time. After Delete, therefore, neither use nor
-    // destroy this handle while the object may be gone.
+    // Releases the reference. If it was the object's last one, the database is asked to remove the id. Settled: the
+    // handle keeps its members, and the destructor releases the reference a second time. After Delete, therefore,
+    // neither use nor destroy this handle while the object may be gone.
     void Delete();
 
 protected:

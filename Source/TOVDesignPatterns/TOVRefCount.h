@@ -21,7 +21,7 @@ public:
 
     // Returns the descriptor of the object's own class.
     virtual const CTOVClass& GetRuntimeClass() const;
-    // Returns the object as oClass, or null unless oClass is its own class or one of its bases.
+    // Returns the object, converted to oClass, or null unless oClass is its own class or one of its bases.
     virtual void* QueryInterface(const CTOVClass& oClass);
     // Returns whether oClass is the object's own class.
     virtual bool IsInstanceOf(const CTOVClass& oClass) const;
@@ -69,10 +69,10 @@ protected:
     long m_lRefCount;
 };
 
-// Frees what a control block owns. Storage of a type that needs no destructor is returned to "operator delete",
-// whatever its size: so the single-object form also frees a block of many elements, and an object known by an interface
-// without a virtual destructor. Every other object is deleted. An exception of its destructor is caught; listeners have
-// then been notified of a check that failed there.
+// Frees what a control block owns. If T needs no destructor, the storage is passed to "operator delete", which does not
+// depend on its size: this also frees a block of many elements, and an object of which T is an interface without a
+// virtual destructor. Every other object is deleted. An exception of its destructor is caught; if a check has failed
+// there, listeners have been notified of it.
 template<class T> class CTOVOwnedObject
 {
     template<class TVoid, class TObject, class... TSize> struct sOwnDelete : std::false_type

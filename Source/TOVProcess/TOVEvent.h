@@ -7,7 +7,7 @@
 //
 // Copies share the handle: copy and original are one event. Each destructor closes the handle, and the second close
 // fails without a report. operator= overwrites the old handle without closing it. Two live copies close the same handle
-// twice; that is the caller's risk.
+// twice; the caller must prevent that.
 //
 // Any thread may use it. Do not destroy an event while a thread waits for it.
 class TOV_EXPORT CTOVEvent
@@ -17,8 +17,8 @@ public:
     virtual ~CTOVEvent();
 
     // Creates an event that is not signalled. With manual reset, a signalled event stays signalled until Reset;
-    // otherwise the wait that it releases clears it. If it cannot be created, that is logged; the object then has
-    // handle 0, and its operations do nothing.
+    // otherwise, it releases one wait and is then no longer signalled. A failure to create it is logged; the object
+    // then has handle 0, and its operations do nothing.
     CTOVEvent(bool bManualReset = false);
     CTOVEvent(const CTOVEvent& oOther);
     CTOVEvent& operator=(const CTOVEvent& oOther);

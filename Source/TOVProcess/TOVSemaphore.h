@@ -8,7 +8,7 @@
 //
 // Copies share the handle: copy and original are one semaphore. Each destructor closes the handle, and the second close
 // fails without a report. operator= overwrites the old handle without closing it. Two live copies close the same handle
-// twice; that is the caller's risk.
+// twice; the caller must prevent that.
 //
 // Any thread may use it. Every operation, the constructor included but not the destructor, throws unless
 // "m_hSemaphore != NULL".

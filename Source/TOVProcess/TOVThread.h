@@ -20,8 +20,8 @@
 // the process ends. A copy is another object for the same thread; copying starts nothing.
 //
 // Call Start and Stop from one controlling thread; Run, InitInstance and ExitInstance are called on the new thread.
-// Stop sets an atomic flag without memory ordering: it publishes no other data. Do not control an object that deletes
-// itself from another thread once it runs.
+// Stop sets an atomic flag without memory ordering: it publishes no other data. If an object deletes itself, no other
+// thread may control it once it runs.
 class TOV_EXPORT CTOVThread
 {
 public:

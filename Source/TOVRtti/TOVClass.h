@@ -17,11 +17,11 @@
 //   virtual const CTOVClass& GetRuntimeClass() const;               the same
 //   virtual bool IsInstanceOf(const CTOVClass& oClass) const;       GetClass() == oClass
 //   virtual bool IsKindOf(const CTOVClass& oClass) const;           GetClass().IsKindOf(oClass)
-//   virtual void* QueryInterface(const CTOVClass& oClass);          this for its own class; else the answer of the
-//                                                                   first base, in order, that is not null; else null
+//   virtual void* QueryInterface(const CTOVClass& oClass);          this for its own class; else the first result of a
+//                                                                   base, in order, that is not null; else null
 //
 // The descriptor is a static object _s_oClass. An interface, or a class without a source file, defines it inside
-// GetClass(), where the first call constructs it, after those of its bases. A class with a source file has it as a
+// GetClass(): the first call constructs it, after the descriptors of the bases. A class with a source file has it as a
 // static data member.
 //
 // Copies share the name, the id and the list of super classes. Use a copy only to print its values: its destructor
@@ -33,9 +33,9 @@ class TOV_EXPORT CTOVClass
 {
 public:
     // Virtual operation. Removes whatever class is registered under this name from the server. Also removes this object
-    // where it is registered under another name. Allocates nothing. An exception that a listener throws at the log line
-    // of the removal reaches the caller, and this object has been removed all the same. Where destructors must not
-    // throw, neither derive from this class nor hold it as a member.
+    // if it is registered under another name. Allocates nothing. If a listener throws when the removal is logged, the
+    // exception reaches the caller, and this object has been removed all the same. Where destructors must not throw,
+    // neither derive from this class nor hold it as a member.
     virtual ~CTOVClass() noexcept(false);
 
     // Copies the name, keeps the super classes that are not null, in argument order, and registers the descriptor. It

@@ -36,9 +36,9 @@ public:
     void Write(const void* pBuffer, unsigned long long ullSize) override;
     void Seek(long long llOffset, TOVPlatform::TOVFile::eSeekOrigin eOrigin) override;
 
-    // When storing, writes the version; throws unless "nDataFormatVersion != -1".
-    // Otherwise, keeps the version of the enclosing section and reads the version of this one; at the end of the file,
-    // it stays the enclosing section's. Throws unless "nDataFormatVersion == -1". If reading throws, nothing is undone.
+    // When storing, writes the version; throws unless "nDataFormatVersion != -1". Otherwise, keeps the version of the
+    // enclosing section and reads the version of this one; at the end of the file, the version remains that of the
+    // enclosing section. Throws unless "nDataFormatVersion == -1". If reading throws, nothing is undone.
     void SerializeBegin(int nDataFormatVersion) override;
 
     // When storing, does nothing. Otherwise, restores the version of the enclosing section, or -1 if there is none.

@@ -25,7 +25,8 @@ public:
     CTOVTestRunner& operator=(const CTOVTestRunner& oOther);
 
     // Runs everything and notifies the listener, which may be null. The counting listener and tracker stay installed
-    // after the run, keep its counts, and still forward failed checks: pListener must outlive them or the next run.
+    // after the run, keep its counts, and still forward failed checks: pListener must exist until the next run begins,
+    // or until the library is unloaded.
     static void RunAllTests(CTOVTestListener* pListener);
 
 private:

@@ -38,8 +38,8 @@ public:
     static CTOVTestSuite& Null();
 
 protected:
-    // Fills the shared case object with these values and returns it. Listeners receive the suite as const; it is run
-    // through the non-const original.
+    // Fills the shared case object with these values and returns it. The suite is const, as listeners receive it; its
+    // case runs on it as a non-const object.
     static CTOVTestCase& SetupTestCase(const CTOVTestSuite* pSuite, void (CTOVTestSuite::*pfTest)(),
                                        const char* szDescription, const char* szFileName, unsigned long ulLine);
 

@@ -36,7 +36,7 @@ struct sTestEntry
     unsigned long ulLine;
 };
 
-// Registers a creator when it is loaded. The creator's destructor unregisters it.
+// Registers a creator when its program or library is loaded. The creator's destructor unregisters it.
 struct sTestRegistration
 {
     sTestRegistration(const char* szName, ITOVTestSuiteCreator* pCreator)

@@ -16,9 +16,12 @@
 // fails. A later read of the high-resolution counter that fails is logged and gives 0; the time base does not change. A
 // frequency that cannot be read is 0 as well, so that times are then infinite or not a number.
 //
-// Failed checks throw TOVDebug::CTOVAssertException. "Checks the range" means the check
-// "(0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)"; "checks that the channel is defined" means that text
-// with " && IsDefined(nChannel)"; "checks that it is running" means it with " && IsDefinedAndRunning(nChannel)".
+// Failed checks throw TOVDebug::CTOVAssertException. The comments name three checks in short; the texts of the last two
+// begin with the text of the first:
+//
+//   checks the range                        (0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS)
+//   checks that the channel is defined      ... && IsDefined(nChannel)
+//   checks that the channel is running      ... && IsDefinedAndRunning(nChannel)
 //
 // Reading a time costs one read of the counter and one of its frequency. There is no lock: change a channel from one
 // thread only. Other threads may meanwhile read times, rates and states, each of which is read atomically, but not
@@ -130,8 +133,8 @@ public:
     // without a pause; if many are late, the oldest may be dropped. A null callback is accepted and never called.
     // Returns the identifier of the event. Returns -1, and installs nothing, if the system refuses nDelay as a timer
     // period: it always refuses 0, and values beyond its range, whose upper end is at least 65535.
-    // Throws "nResult != 0" if the system cannot set the event: it has 16 of them, and may lack memory or a thread. The
-    // timer period requested for the event then stays in force.
+    // Throws "nResult != 0" if the system cannot set the event: there are at most 16 events, and memory or a thread may
+    // be missing. The timer period requested for the event then stays in force.
     static int InstallTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEvent pCallback,
                                 unsigned long ulUser, int nKind);
     // Does the same for a callback of the system's form. It is a template, since the two forms are one type where the

@@ -9,8 +9,8 @@
 namespace TOVDebug
 {
 // Formats each event, at any length and by the rules of TOVPlatform::TOVString (I64, %S and the like), and passes it to
-// OnLine. An argument list is read from a copy. A null text becomes "(null)"; a message that has no narrow form becomes
-// its format. No call throws, and no check fails.
+// OnLine. An argument list is read from a copy. A null text becomes "(null)". If a wide argument cannot be converted to
+// narrow text, the message is its format. No call throws, and no check fails.
 class CTOVLineListener : public CTOVListener
 {
 public:

@@ -13,8 +13,8 @@ namespace TOVDebug
 // - If no files are kept, the contents of the full file are lost.
 // - Files with higher numbers, which were kept when the number was larger, are left unchanged.
 // - If the file cannot be moved (because another program holds it), further lines are written to the same file, and the
-//   next attempt is made when as much again has been written. If the new file cannot be opened, each line tries again;
-//   HasLostLines returns whether lines were lost meanwhile.
+//   next attempt is made when as many bytes as the maximum size have been written. If the new file cannot be opened,
+//   each line tries again; HasLostLines returns whether lines were lost meanwhile.
 // - A kept file is never opened: one that cannot be read is kept like the others.
 //
 // Only one process may write to a file.

@@ -7,8 +7,8 @@
 
 namespace TOVDebug
 {
-// Is registered in place of any listener, its target, which need not be one of this library. It passes on lines of at
-// least a given severity, and all failed checks and panics. It catches what the target throws.
+// Is registered in place of its target, which can be any listener, even one that is not of this library. It passes on
+// lines of at least a given severity, and all failed checks and panics. It catches what the target throws.
 //
 // It does not own the target, which must outlive the filter's registration. The target may be another filter.
 class CTOVSeverityFilter final : public CTOVListener

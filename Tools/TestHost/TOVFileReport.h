@@ -8,7 +8,8 @@
 namespace TOVTestHost
 {
 // Opens and empties the file when the run begins, so that a wrong name is reported before anything is run, and writes
-// it at the end. Both throw std::runtime_error on failure. Lines end with \n on every system.
+// it at the end. If the file cannot be opened or written, std::runtime_error is thrown. Lines end with \n on every
+// system.
 class CTOVFileReport : public ITOVTestReport
 {
 public:

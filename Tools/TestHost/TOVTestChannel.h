@@ -25,7 +25,8 @@ public:
 
     explicit CTOVTestSender(ITOVProcessLink& oLink);
 
-    // Sends the end of all events, in any case. sError is the reason if there was no run, else empty.
+    // Tells the parent that no further events follow; call it in any case. sError is the reason if there was no run,
+    // else empty.
     void SendDone(const std::string& sError);
 
 private:

@@ -8,7 +8,7 @@ enum eTestExit
     eExitPassed = 0, // at least one case ran and none failed
     eExitFailed = 1,
     eExitUsage = 2, // nothing was run, or a report could not be written
-    eExitEnded = 3  // a case threw past its checks or ended the process
+    eExitEnded = 3  // an exception left a case, or a case ended the process
 };
 
 // Call this from main in a test program. It runs the suites that are linked to the program, and those of the libraries

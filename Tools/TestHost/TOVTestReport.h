@@ -11,7 +11,7 @@ enum eTestOutcome
 {
     eOutcomePassed,
     eOutcomeFailed, // at least one check failed
-    eOutcomeEnded,  // the case threw past its checks or ended the process, and so ended the run
+    eOutcomeEnded,  // an exception left the case, or it ended the process; either ends the run
     eOutcomeNotRun  // the run ended before this case
 };
 

@@ -21,9 +21,9 @@ struct sTestChoice
     long lRuns;
 };
 
-// Makes the runner, which runs everything, run the chosen cases only. While this object exists, the factory's map has
-// its creators, whose suites have the chosen cases of the real suites. The suites are sorted by their groups, and in a
-// group by file and line. The main program must export the map (Test/TOVTestHost.h).
+// Makes the runner, which runs everything, run the chosen cases only. While this object exists, the factory's map
+// contains creators of this object, whose suites have the chosen cases of the real suites. The suites are sorted by
+// their groups, and in a group by file and line. The main program must export the map (Test/TOVTestHost.h).
 class CTOVTestSelection
 {
 public:

@@ -16,7 +16,7 @@ std::string OneLine(const std::string& sText);
 // XML does not allow, and bytes that are not valid UTF-8, become \xNN.
 std::string Markup(const std::string& sText);
 
-// Returns at most nCharacters characters. If some are omitted, the last three are points.
+// Returns at most nCharacters characters. If some are omitted, the last three are full stops.
 std::string Shortened(const std::string& sText, std::size_t nCharacters);
 
 // Returns a text such as "0.012".

@@ -10,13 +10,11 @@ namespace TOVPlatform
 // is null.
 //
 // - nBase is 2 to 36, or 0: then "0x" begins a hexadecimal number and "0" an octal one. "0x" is also read with base 16.
-//   A
-// prefix without a digit after it is not a number.
+//   A prefix without a digit after it is not a number.
 // - Integers have 32 bits and saturate, even if long is wider. After a minus sign, ToUlong returns the saturated value
-// negated.
+//   negated.
 // - ToDouble reads decimal digits with the locale's decimal point, and an exponent after one of the letters e, E, d and
-//   D.
-// It reads neither hexadecimal numbers nor "inf" and "nan".
+//   D. It reads neither hexadecimal numbers nor "inf" and "nan".
 namespace Backend
 {
 long ToLong(const char* szStart, char** pszEnd, int nBase);
