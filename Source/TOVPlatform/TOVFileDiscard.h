@@ -1,4 +1,5 @@
-// The end of a file whose owner forgets its handle. Not exported: applications use CTOVFile.
+// Declares Discard, which closes a file whose owner no longer needs its handle. It is not exported: applications use
+// CTOVFile.
 #pragma once
 
 #include <Debug/TOVBase.h>

@@ -1,5 +1,5 @@
-// One conversion of a format text, %[flags][width][.precision][modifier]type. This is the one grammar of formats: the
-// measure reads by it, and so does every backend that prints by itself. Internal to the text functions.
+// Declares how one conversion of a format is read: %[flags][width][.precision][modifier]type. The measuring functions
+// use this, and so does every backend with its own printing functions. Internal to the text functions.
 #pragma once
 
 #include <TOVPlatform/TOVStringArguments.h>
@@ -20,7 +20,7 @@ enum class eFormatModifier
     Int64   // I64, ll
 };
 
-// What stands between the percent sign and the type.
+// Holds the parts of a conversion between its percent sign and its type.
 struct sFormatItem
 {
     bool bLeft = false;

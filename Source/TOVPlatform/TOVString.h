@@ -48,11 +48,11 @@ TOV_EXPORT const char* FindNotOneOf(const char* szString, const char* szCharSet)
 TOV_EXPORT const char* ReverseFindOneOf(const char* szString, const char* szCharSet);
 TOV_EXPORT const char* ReverseFindNotOneOf(const char* szString, const char* szCharSet);
 
-// These print a formatted text by the rules of the Windows runtime, on every system: I64 and I32 before an integer, S
-// and C for text of the other width, and h, l and w for narrow and wide text are accepted; a null text is printed as
-// "(null)", and %p as eight hexadecimal digits of the low 32 bits; integers without I64 have 32 bits. Exponents have at
-// least two digits; the Windows runtime writes three. The functions return the number of units without the terminator,
-// or -1 if a text of the other width cannot be converted.
+// These print a formatted text by the rules of the Windows runtime, on every system. They accept I64 and I32 before an
+// integer, S and C for text of the other width, and h, l and w for narrow and wide text. A null text is printed as
+// "(null)", and %p as eight hexadecimal digits, for the low 32 bits. Integers without I64 have 32 bits. Exponents have
+// at least two digits; the Windows runtime writes three. The functions return the number of units without the
+// terminator, or -1 if a text of the other width cannot be converted.
 //
 // The two functions without a count have no limit: the buffer must be large enough for the text and its terminator.
 //

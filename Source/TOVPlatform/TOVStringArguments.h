@@ -1,4 +1,4 @@
-// A variable argument list, read one value after the other. Internal to the text functions.
+// Declares CTOVArgumentList, which reads a variable argument list. Internal to the text functions.
 #pragma once
 
 #include <cstdarg>

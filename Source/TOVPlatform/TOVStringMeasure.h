@@ -1,11 +1,11 @@
-// The measure of formatted text. Internal to the text functions.
+// Declares the functions that measure formatted text. Internal to the text functions.
 #pragma once
 
 #include <cstdarg>
 
 namespace TOVPlatform
 {
-// VSCPrintf of TOVPlatform/TOVString.h, for checked arguments.
+// These do the work of VSCPrintf (TOVPlatform/TOVString.h) after its arguments have been checked.
 int MeasureFormat(const char* szFormat, va_list pArguments);
 int MeasureFormat(const wchar_t* szFormat, va_list pArguments);
 } // namespace TOVPlatform

@@ -60,7 +60,6 @@ TOV_EXPORT bool TimedWait(tHandle hEvent, long lMilliseconds);
 
 // These wait for 1 to 64 objects until any one of them can be taken, or until all can be taken at once; until then, a
 // wait for all takes none. Results:
-//    0 to nCount - 1   that object released the wait, the lowest if several could; with bWaitForAll any such value
 //    0 to nCount - 1   the object that released the wait, the lowest if several could; with bWaitForAll any such value
 //    0x80 + index      a mutex released the wait because its owner has ended; the caller owns it now
 //    -1                the wait failed: a bad handle, a count outside 1 to 64, or one object twice in a wait for all
@@ -72,7 +71,7 @@ TOV_EXPORT int MultipleTimedWait(tHandle* pHandles, int nCount, bool bWaitForAll
 } // namespace Event
 
 // A lock with an owner: the thread that owns it may lock it repeatedly, and must unlock it as often. If a thread ends
-// while it owns the mutex, the mutex is abandoned: the next wait takes it, and reports that if it has a result for it.
+// while it owns the mutex, the mutex is abandoned: the next wait takes it, and a wait with a result reports that.
 namespace Mutex
 {
 // bInitiallyOwned makes the calling thread the owner of a new mutex. Returns 0 on failure.

@@ -11,7 +11,8 @@ namespace TOVPlatform
 {
 namespace Backend
 {
-// Narrow text: every C runtime has these. The contracts are those of the wide functions of the same names.
+// These are the functions for narrow text, which every C runtime has. They do the same as the wide functions of the
+// same names.
 inline int Compare(const char* szString1, const char* szString2)
 {
     return std::strcmp(szString1, szString2);
@@ -67,7 +68,7 @@ inline void AppendAtMost(char* szDestination, const char* szSource, int nCount)
     std::strncat(szDestination, szSource, nCount);
 }
 
-// Wide text: a step is one unit.
+// These are the functions for wide text, which move by units.
 inline const wchar_t* Inc(const wchar_t* szString)
 {
     return szString + 1;

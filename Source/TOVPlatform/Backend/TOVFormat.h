@@ -15,8 +15,7 @@ namespace TOVPlatform
 // from those of the C standard, or are missing there:
 //
 // - d i o u x X print 32 bits, unless ll or I64 is given; p prints the low 32 bits as eight capital digits.
-// - c and s print text of the format's width, C and S text of the other width; h selects narrow text, l and w wide
-// text.
+// - c and s print text of the format's width, C and S text of the other width; h selects narrow, l and w wide text.
 // - 0 also pads characters and text. A null text is printed as "(null)".
 // - Any other type, a percent sign included, prints itself. A conversion that the end of the format cuts off prints
 //   nothing.
