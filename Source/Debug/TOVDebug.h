@@ -23,7 +23,8 @@ enum eTOVDebugSeverity
 
 namespace TOVDebug
 {
-// Passes one line to every listener (ITOVLogListener::OnLogV). Returns true. It is thread-safe and allocates nothing.
+// Passes one line to every listener (ITOVLogListener::OnLogV). Returns true. It is thread-safe and allocates nothing
+// itself; the listeners may allocate.
 // By convention ulFlags depends on the severity (0x1 up to 400, 0x11 at 500, 0x8011 at 600); no listener receives it.
 // Pass a text that is not a format through the format "%s".
 TOV_EXPORT bool _Log(const char* szFile, unsigned long ulLine, unsigned long ulFlags, eTOVDebugSeverity eSeverity,
