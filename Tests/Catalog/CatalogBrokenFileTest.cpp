@@ -139,10 +139,18 @@ TEST_F(CatalogBrokenFileTest, IsRefusedForANewerOrUnknownSection)
 // The checksum is right here: each number must be checked for what it is.
 TEST_F(CatalogBrokenFileTest, IsRefusedForCountsAndLengthsThatCannotBe)
 {
+    std::size_t nStep = 0;
     for (const ePlace nPlace : {ePlaceDirectoryCount, ePlaceDirectoryLength, ePlacePatternCount, ePlacePatternLength,
                                 ePlaceFileCount, ePlacePathLength})
+    {
         for (const std::uint32_t nNumber : {1000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFF0u, 0xFFFFFFFFu})
-            EXPECT_TRUE(BothRefuse(Patched(nPlace, CatalogNumber(nNumber)))) << nPlace << ": " << nNumber;
+        {
+            const std::string sBytes = Patched(nPlace, CatalogNumber(nNumber));
+            EXPECT_TRUE(RefusesInSweep(nStep, "list", sBytes)) << nPlace << ": " << nNumber;
+            EXPECT_TRUE(RefusesInSweep(nStep, "verify", sBytes)) << nPlace << ": " << nNumber;
+            ++nStep;
+        }
+    }
 }
 
 TEST_F(CatalogBrokenFileTest, IsRefusedForAFileOfADirectoryThatIsNotThere)

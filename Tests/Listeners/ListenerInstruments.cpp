@@ -1,6 +1,7 @@
 #include "Listeners/ListenerInstruments.h"
 
 #include <algorithm>
+#include <regex>
 #include <thread>
 
 namespace
@@ -10,6 +11,12 @@ std::string TextOfThread(int nThread, int nLine)
     return std::to_string(nThread) + "-" + std::to_string(nLine) + std::string(static_cast<std::size_t>(nLine), 'x');
 }
 } // namespace
+
+std::string WithoutTimes(const std::string& sText)
+{
+    static const std::regex s_oTime("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}");
+    return std::regex_replace(sText, s_oTime, "TIME");
+}
 
 void LogFromThreads(int nThreads, int nLines, int nSeverity)
 {

@@ -8,7 +8,6 @@
 #include <Listeners/TOVLogLine.h>
 
 #include <cstdarg>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -44,11 +43,8 @@ inline tLines PrintedInfos(const tLines& aTexts)
     return aLines;
 }
 
-inline std::string WithoutTimes(const std::string& sText)
-{
-    static const std::regex s_oTime("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}");
-    return std::regex_replace(sText, s_oTime, "TIME");
-}
+// The text with TIME in the place of each time.
+std::string WithoutTimes(const std::string& sText);
 
 // The lines of a text. What stands after the last line end counts as a line too, with "<no end>" after it.
 inline tLines LinesOf(const std::string& sText)

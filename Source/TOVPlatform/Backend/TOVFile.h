@@ -1,3 +1,4 @@
+// The porting manual for the source TOVFile.cpp of a backend.
 #pragma once
 
 #include <TOVPlatform/TOVFile.h>

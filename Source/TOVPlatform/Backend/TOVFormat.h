@@ -1,3 +1,4 @@
+// The porting manual for the source TOVFormat.cpp of a backend.
 #pragma once
 
 #include <cstdarg>

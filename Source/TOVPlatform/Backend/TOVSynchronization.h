@@ -1,3 +1,4 @@
+// The porting manual for the source TOVSynchronization.cpp of a backend.
 #pragma once
 
 #include <TOVPlatform/TOVSynchronization.h>

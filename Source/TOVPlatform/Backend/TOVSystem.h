@@ -1,3 +1,4 @@
+// The porting manual for the source TOVSystem.cpp of a backend.
 #pragma once
 
 #include <Debug/TOVBase.h>

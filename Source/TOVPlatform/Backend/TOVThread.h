@@ -1,3 +1,4 @@
+// The porting manual for the source TOVThread.cpp of a backend.
 #pragma once
 
 #include <TOVPlatform/TOVThread.h>

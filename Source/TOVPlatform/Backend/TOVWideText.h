@@ -1,3 +1,4 @@
+// The porting manual for the source TOVWideText.cpp of a backend.
 #pragma once
 
 namespace TOVPlatform
