@@ -7,9 +7,9 @@ namespace TOVPlatform
 {
 // This header declares what a port owes to the time events of Timer/TOVTimer.h. Nothing here is exported.
 //
-// Periods and delays are 1 to 65535 milliseconds. Any thread may call any function. A callback runs on a thread of the
-// timer service, which all callbacks share, and may call these functions; the library stays in memory from the first
-// event on.
+// Periods and delays are 1 to at least 65535 milliseconds. Any thread may call any function. A callback runs on a
+// thread of the timer service, which all callbacks share, and may call these functions; the library stays in memory
+// from the first event on.
 namespace Backend
 {
 // These are the types of a callback, in the plain form and in the form of the system's own timer; they differ if the
@@ -20,7 +20,7 @@ typedef void (*tTimeEvent)(unsigned int nEvent, unsigned int nMessage, unsigned 
 typedef void(TOV_CALLBACK* tSystemTimeEvent)(unsigned int nEvent, unsigned int nMessage, unsigned long ulUser,
                                              unsigned long ulReserved1, unsigned long ulReserved2);
 
-// Begins, or ends, a request for a timer resolution of 1 to 65535 milliseconds. Returns 0, or an error code if the
+// Begins, or ends, a request for a timer resolution in milliseconds. Returns 0, or an error code if the
 // period is out of range or was never begun.
 unsigned int BeginTimerPeriod(unsigned int nMilliseconds);
 unsigned int EndTimerPeriod(unsigned int nMilliseconds);
@@ -34,8 +34,8 @@ unsigned int SetTimeEvent(unsigned int nDelay, unsigned int nResolution, tTimeEv
 unsigned int SetSystemTimeEvent(unsigned int nDelay, unsigned int nResolution, tSystemTimeEvent pCallback,
                                 unsigned long ulUser, bool bPeriodic);
 
-// Ends an event; a call that has begun is completed. Returns 0, or an error code if there is no such event. A single
-// event no longer exists once its call has begun.
+// Ends an event; a call that has begun is completed. Returns 0, or an error code if there is no such event. Whether a
+// single event still exists during its call is up to the port.
 unsigned int KillTimeEvent(unsigned int nEvent);
 } // namespace Backend
 } // namespace TOVPlatform
