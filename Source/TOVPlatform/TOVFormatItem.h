@@ -33,7 +33,7 @@ struct sFormatItem
     int nPrecision = 0;
     eFormatModifier eModifier = eFormatModifier::None;
 
-    // Whether a character or text is wide; bWideType tells it for the type without a modifier.
+    // Whether a character or text is wide; bWideType is the answer for the type without a modifier.
     bool IsWide(bool bWideType) const
     {
         if (eModifier == eFormatModifier::Narrow)

@@ -48,7 +48,7 @@ template<class tUnit> const tUnit* ReverseFind(const tUnit* szString, const tUni
 }
 } // namespace
 
-// The functions are written once for both widths, and tUnit tells them apart.
+// The functions are written once for both widths, and differ only in tUnit.
 namespace TOVStringA
 {
 typedef char tUnit;

@@ -40,7 +40,7 @@ long long FieldSize(const sFormatItem& oItem, long long llLength)
     return std::max<long long>(std::min<long long>(llLength, oItem.MeasuredLimit()), oItem.nWidth);
 }
 
-// The measure is written once for both widths, and tUnit tells them apart.
+// The measure is written once for both widths, and differs only in tUnit.
 namespace Narrow
 {
 typedef char tUnit;

@@ -1,4 +1,4 @@
-// What a child process tells its parent.
+// The report of a child process to its parent.
 #pragma once
 
 #include <cstdio>

@@ -28,7 +28,7 @@ struct sCheck
     std::string sExpression;
 };
 
-// Remembers what the debug server tells its listeners while it lives.
+// Keeps all calls that the debug server makes to its listeners while this object exists.
 class CLogRecorder : public TOVDebug::ITOVLogListener
 {
 public:

@@ -7,7 +7,7 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// A name that exists as it stands is used as it stands, otherwise its backslashes are read as slashes. A name without a
+// A name that exists is used unchanged; in any other name the backslashes are read as slashes. A name without a
 // backslash costs nothing: no copy, and no look at the file system.
 class CFileName
 {

@@ -25,7 +25,7 @@ inline bool IsReadOnlyFile(mode_t ulMode)
 }
 
 // A name that is neither file nor directory (device, pipe, socket, a link to nothing) has no attribute at all, not even
-// the normal one, so that whoever walks a directory can pass it over.
+// the normal one, so that a caller who walks a directory can skip it.
 inline unsigned long ToAttributes(mode_t ulMode)
 {
     if (!S_ISREG(ulMode) && !S_ISDIR(ulMode))

@@ -29,7 +29,7 @@ public:
     // Does nothing unless the calling thread is the owner.
     void Leave() const;
 
-    // Makes the handle stale and wakes whoever still waits.
+    // Makes the handle stale and wakes all threads that still wait.
     void Destroy() const;
 
 private:

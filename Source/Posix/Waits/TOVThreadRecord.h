@@ -1,4 +1,4 @@
-// The record that this backend keeps of each thread that uses it, whoever started the thread.
+// The record that this backend keeps of each thread that uses it, including threads that the library did not start.
 #pragma once
 
 #include <Posix/Base/TOVFutex.h>
