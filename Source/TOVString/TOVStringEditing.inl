@@ -18,7 +18,7 @@ struct sReplacement
     const tUnit* szNew;
     int nNewLength;
 
-    int GetGrowth() const { return nNewLength - nOldLength; }
+    std::ptrdiff_t GetGrowth() const { return nNewLength - nOldLength; }
 };
 
 // Zeros inside the text split it into segments; each is searched.
@@ -72,7 +72,7 @@ int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int 
     return nHits;
 }
 
-void Move(tUnit* pDestination, const tUnit* pSource, int nCount)
+void Move(tUnit* pDestination, const tUnit* pSource, std::ptrdiff_t nCount)
 {
     if (nCount > 0)
         TOVPlatform::TOVMemory::Move(pDestination, pSource, nCount * sizeof(tUnit));
@@ -81,15 +81,14 @@ void Move(tUnit* pDestination, const tUnit* pSource, int nCount)
 // Copies the units and returns the place after the copies.
 tUnit* Append(tUnit* pDestination, const tUnit* pBegin, const tUnit* pEnd)
 {
-    const int nCount = static_cast<int>(pEnd - pBegin);
-    Move(pDestination, pBegin, nCount);
-    return pDestination + nCount;
+    Move(pDestination, pBegin, pEnd - pBegin);
+    return pDestination + (pEnd - pBegin);
 }
 
 // Settled: each replacement moves the rest of the text and terminates it again, and what it leaves after the text can
 // be seen through sharers of the block and by Left: a terminator for each, and between two of them the text's last
 // units again.
-void EndShrunkText(tUnit* pOldEnd, int nShrinkage, int nReplaced)
+void EndShrunkText(tUnit* pOldEnd, std::ptrdiff_t nShrinkage, int nReplaced)
 {
     for (int nMove = 1; nMove <= nReplaced; ++nMove)
     {
@@ -103,7 +102,7 @@ void EndShrunkText(tUnit* pOldEnd, int nShrinkage, int nReplaced)
 void ReplaceHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit)
 {
     // A text that grows is first moved to where it will end, so that what is written never overtakes what is read.
-    const int nGrowth = oReplacement.GetGrowth();
+    const std::ptrdiff_t nGrowth = oReplacement.GetGrowth();
     tUnit* szSource = szText;
     if (nGrowth > 0)
     {
