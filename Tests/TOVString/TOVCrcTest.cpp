@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -43,6 +44,29 @@ unsigned int Crc32Entry(unsigned int uIndex)
         uValue = (uValue >> 1) ^ ((uValue & 1) != 0 ? 0xEDB88320 : 0);
     return uValue;
 }
+
+// Blocks of random bytes, the same in each run.
+class CRandomBlocks
+{
+public:
+    CRandomBlocks()
+    {
+        for (char& cByte : m_aBytes)
+            cByte = static_cast<char>(m_oRandom());
+    }
+
+    std::string Next(unsigned int uMaxSize)
+    {
+        const std::size_t nBegin = m_oRandom() % 64;
+        return std::string(m_aBytes.data() + nBegin, m_oRandom() % (uMaxSize + 1));
+    }
+
+    unsigned int NextValue() { return static_cast<unsigned int>(m_oRandom()); }
+
+private:
+    std::mt19937 m_oRandom{20261122};
+    std::vector<char> m_aBytes = std::vector<char>(8192);
+};
 
 std::string AllBytes()
 {
@@ -98,6 +122,33 @@ TEST(CRC16GenerateTest, PiecesGiveTheSumOfTheWhole)
     }
 }
 
+// Byte by byte, each call has one byte: no other path can be taken.
+TEST(CRC16GenerateTest, GivesForAnyBlockWhatItsSingleBytesGive)
+{
+    CRandomBlocks oBlocks;
+    for (int nBlock = 0; nBlock < 2000; ++nBlock)
+    {
+        const std::string sBlock = oBlocks.Next(nBlock < 1900 ? 100 : 5000);
+        const unsigned short nStart = static_cast<unsigned short>(oBlocks.NextValue());
+        unsigned short nExpected = nStart;
+        for (const char cByte : sBlock)
+            nExpected = CRC16Generate(&cByte, 1, nExpected);
+
+        ASSERT_EQ(nExpected, CRC16Generate(sBlock.data(), sBlock.size(), nStart)) << sBlock.size() << " bytes";
+    }
+}
+
+TEST(CRC16GenerateTest, ReadsNoByteButThoseOfTheBlock)
+{
+    for (std::size_t nSize = 0; nSize < 70; ++nSize)
+    {
+        const std::vector<char> aExact(nSize, 'x');
+        const std::string sLonger(nSize + 16, 'x');
+        for (std::size_t nOffset = 0; nOffset < 16; ++nOffset)
+            EXPECT_EQ(CRC16Generate(aExact.data(), nSize, 1), CRC16Generate(sLonger.data() + nOffset, nSize, 1));
+    }
+}
+
 TEST(CRC32GenerateTest, GivesTheKnownSums)
 {
     EXPECT_EQ(0xCBF43926u, ~Crc32Of(DIGITS, 0xFFFFFFFF));
@@ -146,4 +197,31 @@ TEST(CRC32GenerateTest, SumsBeyond65535BytesCount)
 
     EXPECT_EQ(Crc32Of(sZeros.substr(5), Crc32Of(sZeros.substr(0, 5), 1)), Crc32Of(sZeros, 1));
     EXPECT_NE(Crc32Of(sZeros.substr(0, 5), 1), Crc32Of(sZeros, 1));
+}
+
+// Byte by byte, each call has one byte: no other path can be taken.
+TEST(CRC32GenerateTest, GivesForAnyBlockWhatItsSingleBytesGive)
+{
+    CRandomBlocks oBlocks;
+    for (int nBlock = 0; nBlock < 2000; ++nBlock)
+    {
+        const std::string sBlock = oBlocks.Next(nBlock < 1900 ? 100 : 5000);
+        const unsigned int nStart = static_cast<unsigned int>(oBlocks.NextValue());
+        unsigned int nExpected = nStart;
+        for (const char cByte : sBlock)
+            nExpected = CRC32Generate(&cByte, 1, nExpected);
+
+        ASSERT_EQ(nExpected, CRC32Generate(sBlock.data(), sBlock.size(), nStart)) << sBlock.size() << " bytes";
+    }
+}
+
+TEST(CRC32GenerateTest, ReadsNoByteButThoseOfTheBlock)
+{
+    for (std::size_t nSize = 0; nSize < 70; ++nSize)
+    {
+        const std::vector<char> aExact(nSize, 'x');
+        const std::string sLonger(nSize + 16, 'x');
+        for (std::size_t nOffset = 0; nOffset < 16; ++nOffset)
+            EXPECT_EQ(CRC32Generate(aExact.data(), nSize, 1), CRC32Generate(sLonger.data() + nOffset, nSize, 1));
+    }
 }
