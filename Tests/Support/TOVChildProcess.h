@@ -13,8 +13,8 @@ constexpr std::chrono::seconds CHILD_DEADLINE(240);
 // Environment variables by name. A variable without a value does not exist.
 typedef std::map<std::string, std::optional<std::string>> tVariables;
 
-// These variables switch the leak check of the sanitizers off. A program that ends in the middle of its work leaves
-// memory behind, which is no leak of the library.
+// These variables switch the leak check of the sanitizers off. A program that ends in the middle of its work does
+// not release its memory, which is not a leak of the library.
 extern const tVariables NO_LEAK_CHECK;
 
 // A program, and the conditions under which it is started.
