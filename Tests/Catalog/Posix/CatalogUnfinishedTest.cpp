@@ -61,8 +61,9 @@ TEST_F(CatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
         ASSERT_EQ(0, ::chmod(Path("c.cat").c_str(), ulMode));
         mode_t ulSeen = 0;
         const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
-            if (Exists("tovcatalog-1.new"))
-                ulSeen |= ModeOf("tovcatalog-1.new");
+            struct stat oStatus = {};
+            if (::stat(Path("tovcatalog-1.new").c_str(), &oStatus) == 0)
+                ulSeen |= oStatus.st_mode & 07777;
         });
 
         EXPECT_EQ(0, nExitCode);
@@ -83,7 +84,9 @@ TEST_F(CatalogPosixUnfinishedTest, IsLostToNoOtherRunThatDiesAtAnyMoment)
 
         ++nOthers;
         EXPECT_EQ(-1, RunHindered({"create", "c.cat", "tree"}, Folder(), [] { DieBeyondFileSize(10); }).nExitCode);
-        EXPECT_EQ(sBefore, Read("c.cat"));
+        // Only one thread of the run stands still: another may just have put the finished catalogue in its place.
+        const std::string sAfter = Read("c.cat");
+        EXPECT_TRUE(sAfter == sBefore || sAfter == Good());
     });
 
     EXPECT_EQ(0, nExitCode);
