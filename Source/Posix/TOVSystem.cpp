@@ -181,13 +181,16 @@ void* FindInMainProgram(const char* szFunction)
 {
     // The program comes first in the global scope, so that its own function hides all others of the name.
     void* const pFunction = ::dlsym(RTLD_DEFAULT, szFunction);
+    if (pFunction == nullptr || !IsMainProgram(pFunction))
+        return nullptr;
+
+    // A program that only takes the address of a library's function can have an entry without a definition for it. This
+    // is asked last, since the loader reads all names of the module for it.
     Dl_info oInfo;
     void* pSymbol = nullptr;
-    if (pFunction == nullptr || ::dladdr1(pFunction, &oInfo, &pSymbol, RTLD_DL_SYMENT) == 0 || pSymbol == nullptr)
+    if (::dladdr1(pFunction, &oInfo, &pSymbol, RTLD_DL_SYMENT) == 0 || pSymbol == nullptr)
         return nullptr;
-    // A program that only takes the address of a library's function can have an entry without a definition for it.
-    const bool bDefined = static_cast<const ElfW(Sym)*>(pSymbol)->st_shndx != SHN_UNDEF;
-    return bDefined && IsMainProgram(pFunction) ? pFunction : nullptr;
+    return static_cast<const ElfW(Sym)*>(pSymbol)->st_shndx != SHN_UNDEF ? pFunction : nullptr;
 }
 
 bool ReadPerformanceCounter(long long& nTicks)
