@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <cxxabi.h>
 #include <exception>
 #include <new>
@@ -18,19 +19,33 @@ namespace TOVPosix
 {
 namespace
 {
-// The text of one exception. It outlives the frame that throws, which is gone where a function that must not throw
-// ends the process.
+// What a check that was not caught says, cut to 1023 characters.
+constexpr std::size_t MAX_TEXT = 1023;
+
+// The check of one exception. Its texts are copied, as they may be gone where a function that must not throw ends the
+// process, and only put together then.
 struct sCheckText
 {
     std::atomic<bool> bInUse;
     const void* pException;
-    char szText[1024];
+    tDword dwLine;
+    char szFile[MAX_TEXT + 1];
+    char szExpression[MAX_TEXT + 1];
 };
 
 // The latest checks. With more at the same time, some are not shown.
 constexpr unsigned int MAX_CHECKS = 16;
 sCheckText s_aTexts[MAX_CHECKS];
 std::atomic<unsigned int> s_nNext(0);
+
+void CopyText(char (&szTarget)[MAX_TEXT + 1], const char* szText)
+{
+    if (szText == nullptr)
+        szText = "(null)";
+    const std::size_t nLength = ::strnlen(szText, MAX_TEXT);
+    std::memcpy(szTarget, szText, nLength);
+    szTarget[nLength] = '\0';
+}
 
 void Keep(const void* pException, const char* szExpression, const char* szFile, tDword dwLine)
 {
@@ -39,15 +54,9 @@ void Keep(const void* pException, const char* szExpression, const char* szFile, 
         return;
     // A new exception may have the address of an old one.
     oText.pException = pException;
-    const int nLength = std::snprintf(oText.szText, sizeof(oText.szText) - 1,
-                                      "%s(%u) : check failed, and nobody caught it: %s", szFile, dwLine, szExpression);
-    const int nMost = static_cast<int>(sizeof(oText.szText)) - 2;
-    if (nLength >= 0)
-    {
-        char* const szEnd = oText.szText + (nLength < nMost ? nLength : nMost);
-        szEnd[0] = '\n';
-        szEnd[1] = '\0';
-    }
+    oText.dwLine = dwLine;
+    CopyText(oText.szFile, szFile);
+    CopyText(oText.szExpression, szExpression);
     oText.bInUse = false;
 }
 
@@ -70,6 +79,17 @@ const void* CurrentCheck()
     }
 }
 
+void Write(const sCheckText& oText)
+{
+    char szText[MAX_TEXT + 1];
+    const int nLength = std::snprintf(szText, sizeof(szText), "%s(%u) : check failed, and nobody caught it: %s\n",
+                                      oText.szFile, oText.dwLine, oText.szExpression);
+    // A text that was cut has lost its line end.
+    if (nLength > static_cast<int>(MAX_TEXT))
+        szText[MAX_TEXT - 1] = '\n';
+    WriteText(STDERR_FILENO, szText);
+}
+
 void Tell(const void* pException)
 {
     // The search runs backwards from the latest check.
@@ -80,7 +100,7 @@ void Tell(const void* pException)
             continue;
         if (oText.pException == pException)
         {
-            WriteText(STDERR_FILENO, oText.szText);
+            Write(oText);
             return;
         }
         oText.bInUse = false;
