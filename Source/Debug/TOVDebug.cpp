@@ -35,9 +35,14 @@ char s_szQuestions[1024];
 bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, eTOVDebugSeverity eSeverity,
           const char* szFormat, ...)
 {
+    CTOVDebugServer& oServer = CTOVDebugServer::Instance();
+    // A null format fails its check in the first listener that prints it.
+    if (szFormat != nullptr && !IsHeard(oServer))
+        return true;
+
     va_list pArguments;
     va_start(pArguments, szFormat);
-    CTOVDebugServer::Instance().OnLogV(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
+    oServer.OnLogV(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
     va_end(pArguments);
     return true;
 }
@@ -45,9 +50,12 @@ bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, e
 void Assert(const char* szExpression, const char* szFile, int nLine)
 {
     CTOVDebugServer& oServer = CTOVDebugServer::Instance();
-    oServer.OnAssert(szFile, ToLine(nLine), szExpression);
-    if (HasOtherListeners(oServer))
-        throw CTOVAssertException();
+    if (IsHeard(oServer))
+    {
+        oServer.OnAssert(szFile, ToLine(nLine), szExpression);
+        if (HasOtherListeners(oServer))
+            throw CTOVAssertException();
+    }
     TOVPlatform::Backend::ThrowUnheardCheck(szExpression, szFile, static_cast<tDword>(nLine));
 }
 

@@ -1,6 +1,7 @@
 #include <Debug/TOVDebugServer.h>
 
 #include <Debug/TOVMSDevLogger.h>
+#include <TOVPlatform/Backend/TOVSystem.h>
 #include <TOVPlatform/TOVString.h>
 #include <TOVPlatform/TOVSynchronization.h>
 
@@ -8,6 +9,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <iterator>
+#include <typeinfo>
 
 namespace TOVDebug
 {
@@ -49,6 +51,20 @@ void ForgetClosedown(const CTOVDebugServer* pServer)
         --s_nClosedServers;
 }
 
+// Who may notice an event of the current server.
+enum eAudience
+{
+    eAudienceNobody,
+    eAudienceDebugger, // whoever reads the output of the library's own listener
+    eAudienceListeners
+};
+std::atomic<eAudience> s_eAudience(eAudienceListeners);
+
+bool IsOtherListener(const ITOVLogListener* pListener)
+{
+    return pListener != nullptr && pListener != &CTOVMSDevLogger::_m_this;
+}
+
 // Calls a function at the end of its scope, unless it is dropped before.
 template<class TFunction> class CScopeEnd
 {
@@ -77,7 +93,10 @@ CTOVDebugServer* CTOVDebugServer::s_pInstance = nullptr;
 CTOVDebugServer& CTOVDebugServer::Instance()
 {
     if (s_pInstance == nullptr)
+    {
         s_pInstance = new CTOVDebugServer;
+        NoteAudience(*s_pInstance);
+    }
     return *s_pInstance;
 }
 
@@ -101,6 +120,7 @@ CTOVDebugServer& CTOVDebugServer::operator=(const CTOVDebugServer& oOther)
         NoteClosedown(this);
     else
         ForgetClosedown(this);
+    NoteAudience(*this);
     return *this;
 }
 
@@ -119,11 +139,14 @@ void CTOVDebugServer::Register(ITOVLogListener* pListener)
     CScopeEnd oUnlock([this] { UnlockLoggers(); });
     if (std::find(m_oLoggers.begin(), m_oLoggers.end(), pListener) != m_oLoggers.end())
     {
-        // Settled: a listener found in the table leaves the lock entered once more.
+        // Settled: a listener found in the table leaves the lock entered once more, and events wait for the lock.
+        if (this == s_pInstance)
+            s_eAudience = eAudienceListeners;
         oUnlock.Drop();
         return;
     }
     m_oLoggers.push_back(pListener);
+    NoteAudience(*this);
 
     // Settled: a listener that throws leaves the lock taken.
     oUnlock.Drop();
@@ -147,6 +170,7 @@ void CTOVDebugServer::Unregister(ITOVLogListener* pListener)
     const auto pFound = std::find(m_oLoggers.begin(), m_oLoggers.end(), pListener);
     if (pFound != m_oLoggers.end())
         m_oLoggers.erase(pFound);
+    NoteAudience(*this);
     UnlockLoggers();
 }
 
@@ -224,6 +248,7 @@ void CTOVDebugServer::SetDebugServer(CTOVDebugServer* pServer)
         delete pOld;
     }
     s_pInstance = pServer;
+    NoteAudience(*pServer);
 }
 
 void CTOVDebugServer::LockLoggers()
@@ -257,12 +282,29 @@ void CTOVDebugServer::ClosedownLogger(ITOVLogListener* pListener)
 bool HasOtherListeners(CTOVDebugServer& oServer)
 {
     oServer.LockLoggers();
-    const bool bOthers =
-        std::any_of(oServer.m_oLoggers.begin(), oServer.m_oLoggers.end(), [](const ITOVLogListener* pListener) {
-            return pListener != nullptr && pListener != &CTOVMSDevLogger::_m_this;
-        });
+    const bool bOthers = std::any_of(oServer.m_oLoggers.begin(), oServer.m_oLoggers.end(), IsOtherListener);
     oServer.UnlockLoggers();
     return bOthers;
+}
+
+bool IsHeard(const CTOVDebugServer& /*oServer*/)
+{
+    const eAudience eNow = s_eAudience;
+    return eNow == eAudienceListeners || (eNow == eAudienceDebugger && TOVPlatform::Backend::HasDebugOutput());
+}
+
+void NoteAudience(const CTOVDebugServer& oServer)
+{
+    if (&oServer != CTOVDebugServer::s_pInstance)
+        return;
+
+    const auto& aListeners = oServer.m_oLoggers;
+    // A derived server may do more with an event than pass it on.
+    if (typeid(oServer) != typeid(CTOVDebugServer) ||
+        std::any_of(aListeners.begin(), aListeners.end(), IsOtherListener))
+        s_eAudience = eAudienceListeners;
+    else
+        s_eAudience = aListeners.empty() ? eAudienceNobody : eAudienceDebugger;
 }
 
 void CTOVDebugServer::CreateLock()

@@ -73,8 +73,13 @@ protected:
     void ClosedownLogger(ITOVLogListener* pListener);
 
 private:
-    // Internal function. Returns whether the table has listeners besides the library's own.
+    // Internal functions. HasOtherListeners returns whether the table has listeners besides the library's own.
+    // IsHeard returns false if nobody would notice an event of the current server: the table is empty, or there is
+    // nobody on whose behalf the library's own listener would write. It takes no lock. NoteAudience prepares its answer
+    // after each change of a table.
     friend bool HasOtherListeners(CTOVDebugServer& oServer);
+    friend bool IsHeard(const CTOVDebugServer& oServer);
+    friend void NoteAudience(const CTOVDebugServer& oServer);
 
     static constexpr int NAME_SIZE = 256;
 

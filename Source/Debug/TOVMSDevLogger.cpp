@@ -127,6 +127,10 @@ void CTOVMSDevLogger::OnClosedown()
 void CTOVMSDevLogger::OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity /*eSeverity*/,
                              const char* szFormat, va_list pArguments)
 {
+    // A null format fails its check, whether the line is shown or not.
+    if (szFormat != nullptr && !TOVPlatform::Backend::HasDebugOutput())
+        return;
+
     Printf("%s(%d) : ", szFile, static_cast<int>(ulLine));
     VPrintf(szFormat, pArguments);
     Printf("\n");
@@ -134,6 +138,9 @@ void CTOVMSDevLogger::OnLogV(const char* szFile, unsigned long ulLine, eTOVDebug
 
 void CTOVMSDevLogger::OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression)
 {
+    if (!TOVPlatform::Backend::HasDebugOutput())
+        return;
+
     Printf("******* ASSERTION *******\n%s(%d) : Expression: TOV_ASSERT( %s )\n", szFile, static_cast<int>(ulLine),
            szExpression);
 }

@@ -100,6 +100,7 @@ void Show(int nDescriptor, const char* szText, const char* szCaption)
 void PrepareProcess()
 {
     NoticeForks();
+    AskForDebuggerAfterForks();
 }
 
 // The system has no channel of its own for debugger text.
@@ -107,6 +108,11 @@ void OutputDebugText(const char* szText)
 {
     if (ShowsDebugText())
         WriteText(STDERR_FILENO, szText);
+}
+
+bool HasDebugOutput()
+{
+    return ShowsDebugText();
 }
 
 void ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLine)

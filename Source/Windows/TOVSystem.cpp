@@ -31,6 +31,12 @@ void OutputDebugText(const char* szText)
     ::OutputDebugStringA(szText);
 }
 
+// Not only a debugger of this process reads the system's output.
+bool HasDebugOutput()
+{
+    return true;
+}
+
 void ThrowUnheardCheck(const char* /*szExpression*/, const char* /*szFile*/, tDword /*dwLine*/)
 {
     throw TOVDebug::CTOVAssertException();

@@ -396,7 +396,8 @@ TEST(CTOVMSDevLoggerTest, ATextWithoutANarrowFormTakesNoBlock)
     EXPECT_EQ("Folder/File.cpp(148) : text ", sLine.substr(0, 28)) << sLine;
 }
 
-TEST(CTOVMSDevLoggerTest, ALineThatIsTooLongForTheBufferTakesOneBlockOfItsLength)
+// A line that nobody would see is not printed, so that a debugger has to be there.
+TOV_CHILD(CountsAllocationsOfALongLine)
 {
     const std::string sLong(20000, 'x');
     CTOVMSDevLogger oLogger;
@@ -405,8 +406,12 @@ TEST(CTOVMSDevLoggerTest, ALineThatIsTooLongForTheBufferTakesOneBlockOfItsLength
     const unsigned long ulTaken = oCounter.Taken();
     const std::size_t nLast = oCounter.LastSize();
 
-    EXPECT_EQ(1ul, ulTaken);
-    EXPECT_EQ(sLong.size() + 2, nLast);
+    std::printf("%lu blocks, the last of %u bytes", ulTaken, static_cast<unsigned int>(nLast));
+}
+
+TEST(CTOVMSDevLoggerTest, ALineThatIsTooLongForTheBufferTakesOneBlockOfItsLength)
+{
+    EXPECT_EQ("1 blocks, the last of 20002 bytes", RunDebugged("CountsAllocationsOfALongLine").sOutput);
 }
 
 #if TOV_CAN_FAIL_ALLOCATIONS

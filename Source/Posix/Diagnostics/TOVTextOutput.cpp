@@ -1,10 +1,14 @@
 #include <Posix/Diagnostics/TOVTextOutput.h>
 
+#include <Posix/Base/TOVClock.h>
 #include <TOVPlatform/Backend/TOVSystem.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <pthread.h>
 #include <unistd.h>
 
 namespace TOVPlatform
@@ -17,6 +21,36 @@ bool IsAskedFor()
 {
     const char* szLog = std::getenv("TOVKERNEL_LOG");
     return szLog != nullptr && *szLog != '\0';
+}
+
+constexpr long long ANSWER_LIFETIME = 10 * NANOSECONDS_PER_MILLISECOND;
+
+// Up to this time of the coarse clock there is no debugger.
+std::atomic<long long> s_nNoDebuggerUntil(0);
+
+// The time in nanoseconds, as it was at the system's last tick. It is read several times as fast as the exact time.
+long long CoarseNow()
+{
+    timespec oTime;
+    if (::clock_gettime(CLOCK_MONOTONIC_COARSE, &oTime) != 0)
+        return Now();
+    return oTime.tv_sec * NANOSECONDS_PER_SECOND + oTime.tv_nsec;
+}
+
+bool HasDebugger()
+{
+    const long long nNow = CoarseNow();
+    if (nNow < s_nNoDebuggerUntil.load(std::memory_order_relaxed))
+        return false;
+    if (Backend::IsDebuggerAttached())
+        return true;
+    s_nNoDebuggerUntil.store(nNow + ANSWER_LIFETIME, std::memory_order_relaxed);
+    return false;
+}
+
+void ForgetAnswer()
+{
+    s_nNoDebuggerUntil.store(0, std::memory_order_relaxed);
 }
 } // namespace
 
@@ -39,7 +73,12 @@ bool ShowsDebugText()
 {
     // Read once, by the thread that loads the library, which logs then: the environment may change under other threads.
     static const bool s_bAskedFor = IsAskedFor();
-    return s_bAskedFor || Backend::IsDebuggerAttached();
+    return s_bAskedFor || HasDebugger();
+}
+
+void AskForDebuggerAfterForks()
+{
+    ::pthread_atfork(nullptr, nullptr, ForgetAnswer);
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -25,9 +25,14 @@ enum eAnswer
 void PrepareProcess();
 
 // Writes a text to the debugger's output; without a debugger, the text is lost. A system without such an output writes
-// it to standard error instead: while a debugger is attached, and always if the environment variable TOVKERNEL_LOG was
-// set and not empty at the library's first use of it. Allocates nothing.
+// it to standard error instead: while HasDebugOutput notices a debugger, and always if the environment variable
+// TOVKERNEL_LOG was set and not empty at the library's first use of it. Allocates nothing.
 void OutputDebugText(const char* szText);
+
+// Returns whether OutputDebugText reaches anybody, so that a text that would be lost need not be made. It is asked for
+// each log line, and may need some milliseconds to notice that a debugger has been attached; the system's own output
+// is always reached.
+bool HasDebugOutput();
 
 // Throws the exception of a failed check of which no listener of the application has been notified. If the exception is
 // not caught and ends the process, a system without an output for debuggers first shows the check on standard error. An
