@@ -1,15 +1,64 @@
 #include <TOVContainers/TOVBitArray.h>
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace
 {
 constexpr int BITS_PER_BYTE = 8;
 
-tByte MaskOf(int nPos)
+// Whole arrays are worked through in words. The pointers and the size are arguments, so that a byte that is written
+// cannot be one of the array's own members, and compilers use vectors for these loops.
+typedef std::size_t tWord;
+
+tWord ReadWord(const tByte* pBytes)
 {
-    return static_cast<tByte>(1 << (BITS_PER_BYTE - 1 - nPos % BITS_PER_BYTE));
+    tWord nWord;
+    std::memcpy(&nWord, pBytes, sizeof(nWord));
+    return nWord;
+}
+
+void WriteWord(tByte* pBytes, tWord nWord)
+{
+    std::memcpy(pBytes, &nWord, sizeof(nWord));
+}
+
+// Replaces each byte of pTarget by fnJoin of it and the byte of pSource at the same place.
+template<class TJoin> void JoinBytes(tByte* pTarget, const tByte* pSource, std::size_t nSize, TJoin fnJoin)
+{
+    const std::size_t nWords = nSize / sizeof(tWord);
+    for (std::size_t nWord = 0; nWord < nWords; ++nWord)
+    {
+        const std::size_t nByte = nWord * sizeof(tWord);
+        WriteWord(pTarget + nByte, fnJoin(ReadWord(pTarget + nByte), ReadWord(pSource + nByte)));
+    }
+    for (std::size_t nByte = nWords * sizeof(tWord); nByte < nSize; ++nByte)
+        pTarget[nByte] = static_cast<tByte>(fnJoin(pTarget[nByte], pSource[nByte]));
+}
+
+void InvertBytes(tByte* pBytes, std::size_t nSize)
+{
+    const std::size_t nWords = nSize / sizeof(tWord);
+    for (std::size_t nWord = 0; nWord < nWords; ++nWord)
+        WriteWord(pBytes + nWord * sizeof(tWord), ~ReadWord(pBytes + nWord * sizeof(tWord)));
+    for (std::size_t nByte = nWords * sizeof(tWord); nByte < nSize; ++nByte)
+        pBytes[nByte] = static_cast<tByte>(~pBytes[nByte]);
+}
+
+bool IsAnyByteSet(const tByte* pBytes, std::size_t nSize)
+{
+    // A block is joined without a branch, and is small enough that a bit in an early block is found soon.
+    constexpr std::size_t BLOCK_SIZE = 512;
+    for (; nSize >= BLOCK_SIZE; pBytes += BLOCK_SIZE, nSize -= BLOCK_SIZE)
+    {
+        tWord nJoined = 0;
+        for (std::size_t nByte = 0; nByte < BLOCK_SIZE; nByte += sizeof(tWord))
+            nJoined |= ReadWord(pBytes + nByte);
+        if (nJoined != 0)
+            return true;
+    }
+    return std::any_of(pBytes, pBytes + nSize, [](tByte nByte) { return nByte != 0; });
 }
 } // namespace
 
@@ -86,30 +135,6 @@ void CTOVBitArray::SetNumBits(int nNumBits)
     m_nNumBits = nNumBits;
 }
 
-bool CTOVBitArray::GetBit(int nPos) const
-{
-    TOV_ASSERT((0 <= nPos) && (nPos <= m_nNumBits));
-    TOV_ASSERT(m_pStream != NULL);
-    return (m_pStream[nPos / BITS_PER_BYTE] & MaskOf(nPos)) != 0;
-}
-
-bool CTOVBitArray::operator[](int nPos) const
-{
-    return GetBit(nPos);
-}
-
-void CTOVBitArray::SetBit(int nPos, bool bValue)
-{
-    TOV_ASSERT((0 <= nPos));
-    if (GetBit(nPos) == bValue)
-        return;
-
-    if (nPos >= m_nNumBits)
-        SetNumBits(nPos);
-    tByte& nByte = m_pStream[nPos / BITS_PER_BYTE];
-    nByte = static_cast<tByte>(bValue ? nByte | MaskOf(nPos) : nByte & ~MaskOf(nPos));
-}
-
 void CTOVBitArray::SetBitRange(int nFirst, int nLast, bool bValue)
 {
     if (nLast < nFirst)
@@ -128,8 +153,7 @@ void CTOVBitArray::Clear()
 
 void CTOVBitArray::Complement()
 {
-    for (int nByte = 0; nByte < m_nSize; ++nByte)
-        m_pStream[nByte] = static_cast<tByte>(~m_pStream[nByte]);
+    InvertBytes(m_pStream, static_cast<std::size_t>(m_nSize));
 }
 
 const CTOVBitArray& CTOVBitArray::operator~()
@@ -146,8 +170,8 @@ void CTOVBitArray::Complement(int nPos)
 void CTOVBitArray::And(const CTOVBitArray& oSrc)
 {
     TOV_ASSERT(GetSize() == oSrc.GetSize());
-    for (int nByte = 0; nByte < m_nSize; ++nByte)
-        m_pStream[nByte] &= oSrc.m_pStream[nByte];
+    JoinBytes(m_pStream, oSrc.m_pStream, static_cast<std::size_t>(m_nSize),
+              [](tWord nFirst, tWord nSecond) { return nFirst & nSecond; });
 }
 
 const CTOVBitArray& CTOVBitArray::operator&=(const CTOVBitArray& oSrc)
@@ -159,8 +183,8 @@ const CTOVBitArray& CTOVBitArray::operator&=(const CTOVBitArray& oSrc)
 void CTOVBitArray::Or(const CTOVBitArray& oSrc)
 {
     TOV_ASSERT(GetSize() == oSrc.GetSize());
-    for (int nByte = 0; nByte < m_nSize; ++nByte)
-        m_pStream[nByte] |= oSrc.m_pStream[nByte];
+    JoinBytes(m_pStream, oSrc.m_pStream, static_cast<std::size_t>(m_nSize),
+              [](tWord nFirst, tWord nSecond) { return nFirst | nSecond; });
 }
 
 const CTOVBitArray& CTOVBitArray::operator|=(const CTOVBitArray& oSrc)
@@ -171,7 +195,7 @@ const CTOVBitArray& CTOVBitArray::operator|=(const CTOVBitArray& oSrc)
 
 bool CTOVBitArray::IsAnyBitSet() const
 {
-    return std::any_of(m_pStream, m_pStream + m_nSize, [](tByte nByte) { return nByte != 0; });
+    return IsAnyByteSet(m_pStream, static_cast<std::size_t>(m_nSize));
 }
 
 const tByte* CTOVBitArray::GetBuffer() const

@@ -82,3 +82,37 @@ private:
     int m_nSize;
     int m_nNumBits;
 };
+
+TOV_EXPORT_INLINE bool CTOVBitArray::GetBit(int nPos) const
+{
+    // An array that has bits has bytes, so that most positions need no more than this.
+    if ((nPos < 0) || (nPos >= m_nNumBits))
+    {
+        TOV_ASSERT((0 <= nPos) && (nPos <= m_nNumBits));
+        TOV_ASSERT(m_pStream != NULL);
+    }
+    const unsigned int nBit = static_cast<unsigned int>(nPos);
+    return (m_pStream[nBit / 8] & (0x80u >> nBit % 8)) != 0;
+}
+
+TOV_EXPORT_INLINE bool CTOVBitArray::operator[](int nPos) const
+{
+    return GetBit(nPos);
+}
+
+TOV_EXPORT_INLINE void CTOVBitArray::SetBit(int nPos, bool bValue)
+{
+    TOV_ASSERT((0 <= nPos));
+    if (nPos >= m_nNumBits)
+    {
+        if (GetBit(nPos) == bValue)
+            return;
+        SetNumBits(nPos);
+    }
+
+    // Whether the bit changes is not asked here, since that is hard to predict.
+    const unsigned int nBit = static_cast<unsigned int>(nPos);
+    const unsigned int nMask = 0x80u >> nBit % 8;
+    const unsigned int nByte = m_pStream[nBit / 8];
+    m_pStream[nBit / 8] = static_cast<tByte>(bValue ? nByte | nMask : nByte & ~nMask);
+}
