@@ -4,6 +4,9 @@
 #if defined(_MSC_VER)
 #include <atomic>
 #endif
+#if defined(__cpp_rtti)
+#include <typeinfo>
+#endif
 
 #if defined(_WIN32)
 #define TOV_SYSTEM_WINDOWS 1
@@ -84,6 +87,18 @@
     {
 #define TOV_PLAIN_NAMES_END }
 #endif
+
+// Returns whether an object's class is T itself, so that T's own operations can be called directly. If it is a derived
+// class, or the program is compiled without the language's type information, the result is false.
+template<class T> bool TOVIsExactly(const T& oObject)
+{
+#if defined(__cpp_rtti)
+    return typeid(oObject) == typeid(T);
+#else
+    static_cast<void>(oObject);
+    return false;
+#endif
+}
 
 // Atomic reads and writes of a plain variable of 1, 4 or 8 bytes that several threads use. Their memory order is
 // relaxed: they do not order any other access.

@@ -1,7 +1,7 @@
 // Declares CTOVArray, a growable indexed container.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <Debug/TOVCheck.h>
 #include <TOVContainers/TOVSorter.h>
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 
@@ -87,9 +87,9 @@ public:
     CTOVArray(const CTOVArray& oArray);
     CTOVArray& operator=(const CTOVArray& oArray);
 
-    // Sorts in ascending order of pfCompare (see ISorter) by heap sort, which is not stable. Elements are read and
-    // written by the virtual operations, so that derived arrays can be sorted too. A comparison that returns a bool or
-    // an unsigned number does not compile.
+    // Sorts in ascending order of pfCompare (see ISorter) by heap sort, which is not stable. Elements of a derived
+    // array are read and written by its virtual operations, in the same steps. A comparison that returns a bool or an
+    // unsigned number does not compile.
     template<class TCompare> void Sort(TCompare pfCompare);
 
     // Sorts one array, which it does not own, by heap sort (Floyd's bottom-up construction, Williams' sift-down).
@@ -105,14 +105,83 @@ public:
         explicit CHeapSort(CTOVArray* pArray);
 
     private:
+        template<class TAccess> static void SortBy(TAccess oArray, TCompare& pfCompare);
+
         // Moves the element at lPosition, in a heap of lHeapSize elements, down to its place. Positions begin at 1:
         // position k holds element k - 1, and its children are at 2k and 2k + 1.
-        void SiftDown(long lPosition, long lHeapSize, TCompare& pfCompare);
+        template<class TAccess>
+        static void SiftDown(TAccess& oArray, long lPosition, long lHeapSize, TCompare& pfCompare);
 
         CTOVArray* m_pArray;
     };
 
 private:
+    // What the sort does with an array, by its virtual operations.
+    class CVirtualAccess
+    {
+    public:
+        explicit CVirtualAccess(CTOVArray& oArray) : m_oArray(oArray) {}
+
+        long GetSize() const { return m_oArray.GetSize(); }
+        const T& GetAt(long lIndex) const { return m_oArray.GetAt(lIndex); }
+        void SetAt(long lIndex, const T& oElement) { m_oArray.SetAt(lIndex, oElement); }
+        void Swap(long lIndex1, long lIndex2) { m_oArray.Swap(lIndex1, lIndex2); }
+
+        // Copies an element to a lower index.
+        void CopyDown(long lTarget, long lSource) { SetAt(lTarget, GetAt(lSource)); }
+
+        // Compares an element with the next one.
+        template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
+        {
+            return pfCompare(GetAt(lIndex), GetAt(lIndex + 1));
+        }
+
+    private:
+        CTOVArray& m_oArray;
+    };
+
+    // The same without virtual calls, for an array whose class is not derived. The indexes are checked all the same,
+    // since a comparison may change the array.
+    class CDirectAccess
+    {
+    public:
+        explicit CDirectAccess(std::vector<T>& aArray) : m_aArray(aArray) {}
+
+        long GetSize() const { return static_cast<long>(m_aArray.size()); }
+        const T& GetAt(long lIndex) const { return GetElements(lIndex)[lIndex]; }
+        void SetAt(long lIndex, const T& oElement) { GetElements(lIndex)[lIndex] = oElement; }
+
+        void Swap(long lIndex1, long lIndex2)
+        {
+            const T oElement(GetAt(lIndex2));
+            SetAt(lIndex2, GetAt(lIndex1));
+            SetAt(lIndex1, oElement);
+        }
+
+        void CopyDown(long lTarget, long lSource)
+        {
+            T* const pElements = GetElements(lSource);
+            pElements[lTarget] = pElements[lSource];
+        }
+
+        template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
+        {
+            const T* const pElements = GetElements(lIndex + 1);
+            return pfCompare(pElements[lIndex], pElements[lIndex + 1]);
+        }
+
+    private:
+        // Returns all elements, of which the one at lMaxIndex is there.
+        T* GetElements(long lMaxIndex) const
+        {
+            TOV_ASSERT_TEXT(static_cast<std::size_t>(lMaxIndex) < m_aArray.size(),
+                            "(0 <= lIndex) && (lIndex < GetSize())");
+            return m_aArray.data();
+        }
+
+        std::vector<T>& m_aArray;
+    };
+
     // Inserts elements before nIndex. Builds a new vector for that, so that they may be elements of this array.
     void InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount);
 
@@ -330,37 +399,50 @@ CTOVArray<T>::CHeapSort<TCompare>::CHeapSort(CTOVArray* pArray) : m_pArray(pArra
 
 template<class T> template<class TCompare> void CTOVArray<T>::CHeapSort<TCompare>::Sort(TCompare pfCompare)
 {
-    long lHeapSize = m_pArray->GetSize();
+    if (TOVIsExactly(*m_pArray))
+        SortBy(CDirectAccess(m_pArray->m_aArray), pfCompare);
+    else
+        SortBy(CVirtualAccess(*m_pArray), pfCompare);
+}
+
+template<class T>
+template<class TCompare>
+template<class TAccess>
+void CTOVArray<T>::CHeapSort<TCompare>::SortBy(TAccess oArray, TCompare& pfCompare)
+{
+    long lHeapSize = oArray.GetSize();
     if (lHeapSize <= 0)
         return;
 
     for (long lPosition = lHeapSize / 2; lPosition >= 1; --lPosition)
-        SiftDown(lPosition, lHeapSize, pfCompare);
+        SiftDown(oArray, lPosition, lHeapSize, pfCompare);
 
     do
     {
         --lHeapSize;
-        m_pArray->Swap(0, lHeapSize);
-        SiftDown(1, lHeapSize, pfCompare);
+        oArray.Swap(0, lHeapSize);
+        SiftDown(oArray, 1, lHeapSize, pfCompare);
     } while (lHeapSize > 1);
 }
 
 template<class T>
 template<class TCompare>
-void CTOVArray<T>::CHeapSort<TCompare>::SiftDown(long lPosition, long lHeapSize, TCompare& pfCompare)
+template<class TAccess>
+void CTOVArray<T>::CHeapSort<TCompare>::SiftDown(TAccess& oArray, long lPosition, long lHeapSize, TCompare& pfCompare)
 {
-    const T oElement(m_pArray->GetAt(lPosition - 1));
+    const T oElement(oArray.GetAt(lPosition - 1));
     while (lPosition <= lHeapSize / 2)
     {
         long lSon = 2 * lPosition;
-        if (lSon < lHeapSize && pfCompare(m_pArray->GetAt(lSon - 1), m_pArray->GetAt(lSon)) < 0)
-            ++lSon;
+        // The comparison's result is added: which son is the larger one is hard to predict.
+        if (lSon < lHeapSize)
+            lSon += oArray.CompareWithNext(lSon - 1, pfCompare) < 0 ? 1 : 0;
         // Settled: an element moves down past equal ones as well.
-        if (pfCompare(oElement, m_pArray->GetAt(lSon - 1)) > 0)
+        if (pfCompare(oElement, oArray.GetAt(lSon - 1)) > 0)
             break;
 
-        m_pArray->SetAt(lPosition - 1, m_pArray->GetAt(lSon - 1));
+        oArray.CopyDown(lPosition - 1, lSon - 1);
         lPosition = lSon;
     }
-    m_pArray->SetAt(lPosition - 1, oElement);
+    oArray.SetAt(lPosition - 1, oElement);
 }
