@@ -1,7 +1,7 @@
 // Declares CTOVQueue, a first-in first-out store for one thread.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <Debug/TOVCheck.h>
 
 #include <deque>
 
@@ -61,7 +61,7 @@ template<class T> void CTOVQueue<T>::Enqueue(const T& oElement)
 
 template<class T> T CTOVQueue<T>::Dequeue()
 {
-    TOV_ASSERT(m_aQueue.size() > 0);
+    TOV_ASSERT_TEXT(!m_aQueue.empty(), "m_aQueue.size() > 0");
 
     T oElement(m_aQueue.front());
     m_aQueue.pop_front();

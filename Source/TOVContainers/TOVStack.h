@@ -1,7 +1,7 @@
 // Declares CTOVStack, a last-in first-out store.
 #pragma once
 
-#include <Debug/TOVBase.h>
+#include <Debug/TOVCheck.h>
 
 #include <deque>
 
@@ -65,13 +65,13 @@ template<class T> void CTOVStack<T>::Push(const T& oElement)
 
 template<class T> void CTOVStack<T>::Pop()
 {
-    TOV_ASSERT(m_aStack.size() > 0);
+    TOV_ASSERT_TEXT(!m_aStack.empty(), "m_aStack.size() > 0");
     m_aStack.pop_back();
 }
 
 template<class T> T& CTOVStack<T>::GetTop()
 {
-    TOV_ASSERT(m_aStack.size() > 0);
+    TOV_ASSERT_TEXT(!m_aStack.empty(), "m_aStack.size() > 0");
     return m_aStack.back();
 }
 
