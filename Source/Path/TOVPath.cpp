@@ -64,11 +64,6 @@ void CTOVPath::Empty()
     m_oPath.Empty();
 }
 
-bool CTOVPath::IsSlash(char cChar)
-{
-    return cChar == '\\' || cChar == '/';
-}
-
 bool CTOVPath::IsDriveLetter(char cChar)
 {
     return (cChar >= 'A' && cChar <= 'Z') || (cChar >= 'a' && cChar <= 'z');

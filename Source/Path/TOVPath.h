@@ -223,6 +223,11 @@ TOV_EXPORT_INLINE const char* CTOVPath::operator~() const
     return m_oPath.GetString();
 }
 
+TOV_EXPORT_INLINE bool CTOVPath::IsSlash(char cChar)
+{
+    return cChar == '\\' || cChar == '/';
+}
+
 TOV_EXPORT_INLINE long CTOVPath::GetLength() const
 {
     return m_oPath.GetLength();

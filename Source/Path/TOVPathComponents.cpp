@@ -2,10 +2,36 @@
 
 #include <Path/TOVPathText.h>
 
+#include <cstdint>
+#include <cstring>
+
 using namespace TOVPathText;
 
 namespace
 {
+// Null and string ids are no text.
+bool IsText(const char* szText)
+{
+    return reinterpret_cast<std::uintptr_t>(szText) >= 0x10000;
+}
+
+// Returns whether the block has room for lAppended characters and the terminator.
+bool HasRoom(const CTOVStringA& oText, long lAppended)
+{
+    return lAppended == 0 || oText.GetData()->GetSize() > oText.GetLength() + lAppended;
+}
+
+// Appends in a new block, which is taken once and not for the separator as well.
+void AppendAside(CTOVStringA& oText, bool bSeparate, long lOtherLength, const char* szOther)
+{
+    // The place of the terminator becomes that of the separator.
+    const long lLength = oText.GetLength();
+    oText.ConcatCopy(static_cast<int>(bSeparate ? lLength + 1 : lLength), oText.GetString(),
+                     static_cast<int>(lOtherLength), szOther);
+    if (bSeparate)
+        oText.GetString()[lLength] = '\\';
+}
+
 // Returns the index of the last separator before lEnd, or -1.
 long FindLastSlash(const CTOVStringA& oText, long lEnd)
 {
@@ -68,14 +94,21 @@ bool CTOVPath::GetNextComponent(CTOVStringA& oComponent, long& lPosition) const
     sRange oRange;
     if (!FindNextComponent(m_oPath, lPosition, oRange))
         return false;
-    oComponent = m_oPath.Mid(static_cast<int>(oRange.lStart), static_cast<int>(oRange.lEnd - oRange.lStart));
+    AssignPart(oComponent, m_oPath, oRange);
     return true;
 }
 
 void CTOVPath::Append(const CTOVPath& oOther)
 {
-    if (!HasTrailingSlash() && !oOther.HasLeadingSlash())
-        AddTrailingBackslash();
+    const bool bSeparate = !HasTrailingSlash() && !oOther.HasLeadingSlash();
+    // Settled: a path appended to itself is appended with the separator.
+    if (&oOther != this && !HasRoom(m_oPath, bSeparate ? 1 : oOther.GetLength()))
+    {
+        AppendAside(m_oPath, bSeparate, oOther.GetLength(), ~oOther);
+        return;
+    }
+    if (bSeparate)
+        m_oPath += '\\';
     m_oPath += oOther.m_oPath;
 }
 
@@ -100,6 +133,16 @@ const CTOVStringA& CTOVPath::operator+=(const CTOVStringA& oOther)
 
 const CTOVStringA& CTOVPath::operator+=(const char* szOther)
 {
+    if (IsText(szOther) && *szOther != '\0')
+    {
+        const bool bSeparate = !HasTrailingSlash() && !IsSlash(*szOther);
+        const long lOtherLength = static_cast<long>(std::strlen(szOther));
+        if (!HasRoom(m_oPath, bSeparate ? 1 : lOtherLength))
+        {
+            AppendAside(m_oPath, bSeparate, lOtherLength, szOther);
+            return m_oPath;
+        }
+    }
     Append(CTOVPath(szOther));
     return m_oPath;
 }
@@ -108,9 +151,12 @@ CTOVPath CTOVPath::Parent() const
 {
     const long lEnd = HasTrailingSlash() ? GetLength() - 1 : GetLength();
     const long lSlash = FindLastSlash(m_oPath, lEnd);
+    CTOVPath oParent;
     if (lSlash == -1)
-        return Null();
-    return CTOVPath(m_oPath.Left(static_cast<int>(lSlash)));
+        oParent = Null();
+    else
+        AssignPart(oParent.m_oPath, m_oPath, {0, lSlash});
+    return oParent;
 }
 
 CTOVPath CTOVPath::GetPath() const
@@ -143,9 +189,21 @@ void CTOVPath::StripPath()
 
 int CTOVPath::FindExtension() const
 {
-    const int nStart = GetComponentPosition(GetNumComponents() - 1);
     const int nDot = m_oPath.ReverseFind('.');
-    return nDot > nStart ? nDot : -1;
+    if (nDot < 1)
+        return -1;
+
+    // The dot is in the last component, and not at its start, if no separator follows the character before it. One that
+    // ends the text belongs to the last component, unless it is the whole text.
+    const char* const szText = m_oPath.GetString();
+    const long lLength = GetLength();
+    const long lEnd = lLength > 0 && IsSlash(szText[lLength - 1]) ? lLength - 1 : lLength;
+    for (long lIndex = nDot - 1; lIndex < lEnd; ++lIndex)
+    {
+        if (IsSlash(szText[lIndex]))
+            return -1;
+    }
+    return nDot;
 }
 
 bool CTOVPath::HasExtension() const
@@ -155,10 +213,11 @@ bool CTOVPath::HasExtension() const
 
 CTOVStringA CTOVPath::GetExtension() const
 {
+    CTOVStringA oExtension;
     const int nDot = FindExtension();
-    if (nDot == -1)
-        return CTOVStringA();
-    return m_oPath.Mid(nDot, static_cast<int>(GetLength() - nDot));
+    if (nDot != -1)
+        AssignPart(oExtension, m_oPath, {nDot, GetLength()});
+    return oExtension;
 }
 
 void CTOVPath::AddExtension(const CTOVStringA& oExtension)

@@ -1,9 +1,18 @@
 #include <Path/TOVPathText.h>
 
-#include <Path/TOVPath.h>
-
 namespace TOVPathText
 {
+void AssignPart(CTOVStringA& oPart, const CTOVStringA& oText, const sRange& oRange)
+{
+    if (oRange.GetLength() <= 0)
+        oPart = CTOVStringA();
+    else if (oRange.GetLength() == oText.GetData()->GetSize())
+        // Settled: a part that is the whole block shares it. The length of such a text includes the terminator's place.
+        oPart = oText;
+    else
+        oPart.AssignCopy(static_cast<int>(oRange.GetLength()), oText.GetString() + oRange.lStart);
+}
+
 sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount)
 {
     const char* const szText = oText.GetString();
@@ -30,25 +39,5 @@ sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount)
         }
     }
     return oRange;
-}
-
-bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sRange& oRange)
-{
-    const long lLength = oText.GetLength();
-    if (lLength == 0 || lPosition >= lLength)
-        return false;
-
-    const char* const szText = oText.GetString();
-    const bool bOnSlash = CTOVPath::IsSlash(static_cast<char>(oText.GetAt(lPosition)));
-    const long lStart = bOnSlash ? lPosition + 1 : lPosition;
-    do
-        ++lPosition;
-    while (lPosition < lLength && !CTOVPath::IsSlash(szText[lPosition]));
-
-    if (lStart == lLength)
-        return false;
-    oRange.lStart = lStart;
-    oRange.lEnd = lPosition;
-    return true;
 }
 } // namespace TOVPathText

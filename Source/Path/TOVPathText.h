@@ -1,7 +1,7 @@
 // Internal to the folder. Declares the functions that find the components in a path's text.
 #pragma once
 
-#include <TOVString/TOVStringA.h>
+#include <Path/TOVPath.h>
 
 namespace TOVPathText
 {
@@ -24,14 +24,38 @@ inline CTOVStringA WithoutLastCharacter(const CTOVStringA& oText)
 // A range of a path's text begins at lStart and ends before lEnd.
 struct sRange
 {
-    long lStart;
-    long lEnd;
+    long lStart = 0;
+    long lEnd = 0;
+
+    long GetLength() const { return lEnd - lStart; }
 };
+
+// Makes oPart a copy of a range that begins in the text, in a block of its own; an empty part has no block. A copy by
+// Mid would take a block for a string that is then assigned.
+void AssignPart(CTOVStringA& oPart, const CTOVStringA& oText, const sRange& oRange);
 
 // Returns the range of nCount components from nFirst on, as described for CTOVPath::GetComponent.
 sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount);
 
 // Finds the component that follows lPosition, and sets lPosition to the index after that component. Returns false if
 // there is none.
-bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sRange& oRange);
+inline bool FindNextComponent(const CTOVStringA& oText, long& lPosition, sRange& oRange)
+{
+    const long lLength = oText.GetLength();
+    if (lLength == 0 || lPosition >= lLength)
+        return false;
+
+    const char* const szText = oText.GetString();
+    const bool bOnSlash = CTOVPath::IsSlash(static_cast<char>(oText.GetAt(lPosition)));
+    const long lStart = bOnSlash ? lPosition + 1 : lPosition;
+    long lEnd = lPosition + 1;
+    while (lEnd < lLength && !CTOVPath::IsSlash(szText[lEnd]))
+        ++lEnd;
+
+    lPosition = lEnd;
+    if (lStart == lLength)
+        return false;
+    oRange = {lStart, lEnd};
+    return true;
+}
 } // namespace TOVPathText
