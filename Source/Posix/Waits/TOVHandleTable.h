@@ -35,9 +35,10 @@ public:
     template<class TVisit> static void ForEach(TVisit fnVisit);
 
 private:
-    static constexpr tDword CHUNK_BITS = 8;
+    // The first chunk is filled at the start of each program, so that it is kept small: 8 KB.
+    static constexpr tDword CHUNK_BITS = 6;
     static constexpr tDword CHUNK_SIZE = 1u << CHUNK_BITS;
-    static constexpr tDword CHUNK_COUNT = 4096;
+    static constexpr tDword CHUNK_COUNT = 16384;
 
     static bool AddChunk();
 
@@ -52,7 +53,9 @@ template<class TVisit> void CHandleTable::ForEach(TVisit fnVisit)
     for (std::atomic<CWaitable*>& pChunk : s_apChunks)
     {
         CWaitable* const pRecords = pChunk.load(std::memory_order_acquire);
-        for (tDword nIndex = 0; pRecords != nullptr && nIndex < CHUNK_SIZE; ++nIndex)
+        if (pRecords == nullptr)
+            return;
+        for (tDword nIndex = 0; nIndex < CHUNK_SIZE; ++nIndex)
             fnVisit(pRecords[nIndex]);
     }
 }
