@@ -72,6 +72,14 @@
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
+// Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.
+// Only Source/TOVPlatform/Vector uses it.
+#if (defined(__x86_64__) || defined(__i386__)) && defined(__GNUC__)
+#define TOV_HAS_X86_VECTORS 1
+#else
+#define TOV_HAS_X86_VECTORS 0
+#endif
+
 // These enclose functions that are exported under plain names, which are undecorated, and yet return references to
 // classes. Clang warns that a C program could not call them, but no C program does.
 #if defined(__clang__)

@@ -1,10 +1,15 @@
 #include <TOVString/TOVCrc.h>
 
+#include <TOVPlatform/Vector/TOVVectorCrc.h>
+
 #include <array>
 
-// Both checksums are computed by tables ("slicing-by-16"): table k gives what a byte adds to the checksum when k more
-// bytes follow it, so that the 16 additions of a stretch do not wait for each other. What is left of the data, and
-// short data, goes through table 0 byte by byte.
+// Long data is folded by vector instructions, where the processor has them. Other data is computed by
+// tables ("slicing-by-16"): table k gives what a byte adds to the checksum when k more bytes follow it, so that the 16
+// additions of a stretch do not wait for each other. What is left of the data, and short data, goes through table 0
+// byte by byte.
+namespace Vector = TOVPlatform::Vector;
+
 namespace
 {
 constexpr int STRETCH = 16;
@@ -67,25 +72,22 @@ template<class TValue> TValue SumOfRest(const tCrcTables<TValue>& aTables, const
         nSum ^= aTables[STRETCH - 1 - n][pStretch[n]];
     return nSum;
 }
-} // namespace
 
-unsigned short CRC16Generate(const void* pData, unsigned long long ullSize, unsigned short usCrc)
+std::uint16_t Continue16(const tByte* pByte, unsigned long long ullSize, std::uint16_t usCrc)
 {
-    const tByte* pByte = static_cast<const tByte*>(pData);
     for (; ullSize >= STRETCH; ullSize -= STRETCH, pByte += STRETCH)
     {
         const std::uint16_t usSum = SumOfRest(CRC16_TABLES, pByte, 2);
-        usCrc = static_cast<unsigned short>(usSum ^ CRC16_TABLES[15][(usCrc >> 8) ^ pByte[0]] ^
-                                            CRC16_TABLES[14][(usCrc & 0xFF) ^ pByte[1]]);
+        usCrc = static_cast<std::uint16_t>(usSum ^ CRC16_TABLES[15][(usCrc >> 8) ^ pByte[0]] ^
+                                           CRC16_TABLES[14][(usCrc & 0xFF) ^ pByte[1]]);
     }
     for (; ullSize > 0; --ullSize, ++pByte)
-        usCrc = static_cast<unsigned short>((usCrc << 8) ^ CRC16_TABLES[0][(usCrc >> 8) ^ *pByte]);
+        usCrc = static_cast<std::uint16_t>((usCrc << 8) ^ CRC16_TABLES[0][(usCrc >> 8) ^ *pByte]);
     return usCrc;
 }
 
-unsigned int CRC32Generate(const void* pData, unsigned long long ullSize, unsigned int uCrc)
+std::uint32_t Continue32(const tByte* pByte, unsigned long long ullSize, std::uint32_t uCrc)
 {
-    const tByte* pByte = static_cast<const tByte*>(pData);
     for (; ullSize >= STRETCH; ullSize -= STRETCH, pByte += STRETCH)
     {
         const std::uint32_t uSum = SumOfRest(CRC32_TABLES, pByte, 4);
@@ -95,4 +97,24 @@ unsigned int CRC32Generate(const void* pData, unsigned long long ullSize, unsign
     for (; ullSize > 0; --ullSize, ++pByte)
         uCrc = (uCrc >> 8) ^ CRC32_TABLES[0][(uCrc ^ *pByte) & 0xFF];
     return uCrc;
+}
+
+template<class TValue, class TFold, class TContinue>
+TValue Generate(const void* pData, unsigned long long ullSize, TValue nCrc, const TFold& fnFold,
+                const TContinue& fnContinue)
+{
+    const tByte* pByte = static_cast<const tByte*>(pData);
+    const std::size_t ulFolded = fnFold(Vector::GetBestFolding(), pByte, static_cast<std::size_t>(ullSize), nCrc);
+    return fnContinue(pByte + ulFolded, ullSize - ulFolded, nCrc);
+}
+} // namespace
+
+unsigned short CRC16Generate(const void* pData, unsigned long long ullSize, unsigned short usCrc)
+{
+    return Generate(pData, ullSize, usCrc, Vector::FoldCrc16, Continue16);
+}
+
+unsigned int CRC32Generate(const void* pData, unsigned long long ullSize, unsigned int uCrc)
+{
+    return Generate(pData, ullSize, uCrc, Vector::FoldCrc32, Continue32);
 }
