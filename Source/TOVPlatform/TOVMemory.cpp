@@ -62,31 +62,12 @@ void Set(void* pDestination, int nValue, unsigned long dwSize)
     std::memset(pDestination, nValue, dwSize);
 }
 
-namespace
-{
-// The number of leading bytes, in whole words, in which two blocks are equal.
-unsigned long EqualWords(const tByte* pFirst, const tByte* pSecond, unsigned long dwSize)
-{
-    unsigned long dwOffset = 0;
-    for (; dwSize - dwOffset >= sizeof(tDword); dwOffset += sizeof(tDword))
-    {
-        tDword dwFirst;
-        tDword dwSecond;
-        std::memcpy(&dwFirst, pFirst + dwOffset, sizeof(tDword)); // the blocks need not be aligned
-        std::memcpy(&dwSecond, pSecond + dwOffset, sizeof(tDword));
-        if (dwFirst != dwSecond)
-            break;
-    }
-    return dwOffset;
-}
-} // namespace
-
 bool FastCompare(const void* pDestination, const void* pSource, unsigned long dwSize)
 {
     TOV_ASSERT(pDestination != NULL);
     TOV_ASSERT(pSource != NULL);
     TOV_ASSERT((dwSize > 0) && ((dwSize % 4) == 0));
-    return EqualWords(static_cast<const tByte*>(pDestination), static_cast<const tByte*>(pSource), dwSize) == dwSize;
+    return std::memcmp(pDestination, pSource, dwSize) == 0;
 }
 
 int Compare(const void* pDestination, const void* pSource, unsigned long dwSize)
@@ -95,14 +76,8 @@ int Compare(const void* pDestination, const void* pSource, unsigned long dwSize)
     TOV_ASSERT(pSource != NULL);
     TOV_ASSERT(dwSize > 0);
 
-    const tByte* pFirst = static_cast<const tByte*>(pDestination);
-    const tByte* pSecond = static_cast<const tByte*>(pSource);
-    for (unsigned long i = EqualWords(pFirst, pSecond, dwSize); i < dwSize; ++i)
-    {
-        if (pFirst[i] != pSecond[i])
-            return pFirst[i] < pSecond[i] ? -1 : 1;
-    }
-    return 0;
+    const int nOrder = std::memcmp(pDestination, pSource, dwSize);
+    return (nOrder > 0) - (nOrder < 0); // the runtime may return any number
 }
 } // namespace TOVMemory
 } // namespace TOVPlatform

@@ -5,6 +5,7 @@
 #include <TOVPlatform/Backend/TOVTimeEvent.h>
 #include <TOVPlatform/TOVString.h>
 
+#include <cfloat>
 #include <climits>
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVTimer>;
@@ -16,9 +17,11 @@ namespace
 {
 constexpr long long MILLISECONDS_PER_SECOND = 1000;
 
-// Rounds a value to a double. Registers can hold more digits, and later results would then differ between the targets.
+// Rounds a value to a double. Where registers hold more digits, later results would differ between the targets.
 double Rounded(double dValue)
 {
+    if (FLT_EVAL_METHOD == 0)
+        return dValue;
     const volatile double dStored = dValue;
     return dStored;
 }

@@ -4,6 +4,7 @@
 #include <TOVPlatform/TOVMemory.h>
 
 #include <cstring>
+#include <random>
 #include <vector>
 
 namespace TOVMemory = TOVPlatform::TOVMemory;
@@ -245,7 +246,7 @@ TEST(TOVPlatformMemoryTest, MoveRefusesNullAndNothing)
 
 TEST(TOVPlatformMemoryTest, ComparesTheFirstDifferingByteAtEveryPlace)
 {
-    for (std::size_t nSize = 1; nSize <= 18; ++nSize)
+    for (std::size_t nSize = 1; nSize <= 70; ++nSize)
     {
         for (std::size_t nPlace = 0; nPlace < nSize; ++nPlace)
         {
@@ -266,7 +267,7 @@ TEST(TOVPlatformMemoryTest, ComparesTheFirstDifferingByteAtEveryPlace)
 
 TEST(TOVPlatformMemoryTest, ComparesEqualBlocksOfAnySize)
 {
-    for (unsigned long ulSize = 1; ulSize <= 18; ++ulSize)
+    for (unsigned long ulSize = 1; ulSize <= 70; ++ulSize)
     {
         sBlocks oBlocks(ulSize + 1, 1);
         oBlocks.pFirst[ulSize] = 1; // behind the size
@@ -283,6 +284,32 @@ TEST(TOVPlatformMemoryTest, ComparesBytesAsUnsignedNumbers)
     EXPECT_EQ(-1, TOVMemory::Compare("\x01\x01\x01\xFF", "\x02\x01\x01\x01", 4));
 }
 
+// The plain comparison of bytes decides, for blocks that differ in any number of places.
+TEST(TOVPlatformMemoryTest, ComparesRandomBlocksAsTheirBytesDo)
+{
+    std::mt19937 oRandom(20261122);
+    for (int nRound = 0; nRound < 20000; ++nRound)
+    {
+        sBlocks oBlocks(oRandom() % 100 + 1, oRandom() % 16);
+        const std::size_t nSize =
+            static_cast<std::size_t>(oBlocks.aFirst.data() + oBlocks.aFirst.size() - oBlocks.pFirst);
+        for (unsigned int uChange = oRandom() % 4; uChange > 0; --uChange)
+            oBlocks.pFirst[oRandom() % nSize] = static_cast<tByte>(oRandom());
+
+        std::size_t nSame = 0;
+        while (nSame < nSize && oBlocks.pFirst[nSame] == oBlocks.pSecond[nSame])
+            ++nSame;
+        const int nExpected = nSame == nSize ? 0 : oBlocks.pFirst[nSame] < oBlocks.pSecond[nSame] ? -1 : 1;
+
+        ASSERT_EQ(nExpected, TOVMemory::Compare(oBlocks.pFirst, oBlocks.pSecond, static_cast<unsigned long>(nSize)));
+        if (nSize % 4 == 0)
+        {
+            ASSERT_EQ(nExpected == 0,
+                      TOVMemory::FastCompare(oBlocks.pFirst, oBlocks.pSecond, static_cast<unsigned long>(nSize)));
+        }
+    }
+}
+
 TEST(TOVPlatformMemoryTest, CompareRefusesNullAndNothing)
 {
     const tDword dwWord = 0;
@@ -295,7 +322,7 @@ TEST(TOVPlatformMemoryTest, CompareRefusesNullAndNothing)
 
 TEST(TOVPlatformMemoryTest, FastComparesEqualWords)
 {
-    for (unsigned long ulSize = 4; ulSize <= 20; ulSize += 4)
+    for (unsigned long ulSize = 4; ulSize <= 72; ulSize += 4)
     {
         for (std::size_t nOffset = 0; nOffset < 4; ++nOffset)
         {
@@ -308,7 +335,7 @@ TEST(TOVPlatformMemoryTest, FastComparesEqualWords)
 
 TEST(TOVPlatformMemoryTest, FastComparesEveryByte)
 {
-    for (unsigned long ulSize = 4; ulSize <= 20; ulSize += 4)
+    for (unsigned long ulSize = 4; ulSize <= 72; ulSize += 4)
     {
         for (std::size_t nPlace = 0; nPlace < ulSize; ++nPlace)
         {
