@@ -10,6 +10,7 @@
 #include <memory>
 
 #include <stdio.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,6 +43,17 @@ bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t 
     *std::copy(pBegin, pEnd, szOutput) = 0;
     return true;
 }
+
+bool IsDirectory(int nFile)
+{
+    // A file says how much of it is left to read, which takes half the time of its whole status. A directory does not.
+    int nLeft;
+    if (::ioctl(nFile, FIONREAD, &nLeft) == 0)
+        return false;
+
+    struct stat oStat;
+    return ::fstat(nFile, &oStat) == 0 && S_ISDIR(oStat.st_mode);
+}
 } // namespace
 
 void RaiseStreamLimit(unsigned long ulStreams)
@@ -69,7 +81,7 @@ FILE* OpenStream(const char* szName, const char* szMode)
         return nullptr;
 
     FILE* pFile = ::fopen(oName, szPlainMode);
-    if (pFile != nullptr && ::fstat(::fileno(pFile), &oStat) == 0 && S_ISDIR(oStat.st_mode))
+    if (pFile != nullptr && IsDirectory(::fileno(pFile)))
     {
         ::fclose(pFile);
         return nullptr;

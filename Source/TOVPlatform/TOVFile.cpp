@@ -5,13 +5,15 @@
 #include <TOVPlatform/TOVFileDiscard.h>
 
 #include <algorithm>
-#include <cstring>
 
 // Both platforms share these functions; a failed check names the platform's source.
 #undef TOV_CHECK_FILE
 #define TOV_CHECK_FILE TOV_PLATFORM_SOURCE("TOVFile")
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<TOVPlatform::TOVFile::CTOVHandleManager>;
+
+using TOVAtomic::Load;
+using TOVAtomic::Store;
 
 namespace TOVPlatform
 {
@@ -63,11 +65,15 @@ bool EndStream(tHandle hFile, FILE* pFile)
 // Moves to the next letter if the text begins with one of these.
 bool PassLetter(const char*& szText, const char* szLetters)
 {
-    if (*szText == 0 || std::strchr(szLetters, *szText) == nullptr)
-        return false;
-
-    ++szText;
-    return true;
+    for (; *szLetters != 0; ++szLetters)
+    {
+        if (*szText == *szLetters)
+        {
+            ++szText;
+            return true;
+        }
+    }
+    return false;
 }
 
 // Whether the text is one of the modes that TOVFile.h describes. Runtimes differ in what they make of any other: some
@@ -281,9 +287,11 @@ void FindClose(tHandle hFind)
         Backend::File::FindClose(hFind);
 }
 
+// The slot after the last one is a mark, which is not null while a failed check keeps the lock entered. All slots are
+// read and written as atomics, so that a look at the table needs no lock.
 CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(nullptr), m_oLock(2000), m_ulMaxHandles(0)
 {
-    m_pFiles = new FILE*[ulMaxHandles]();
+    m_pFiles = new FILE*[ulMaxHandles + std::size_t(1)]();
     m_ulMaxHandles = ulMaxHandles;
     Backend::File::RaiseStreamLimit(ulMaxHandles);
 }
@@ -305,10 +313,8 @@ CTOVHandleManager* CTOVHandleManager::CreateInstance()
 
 tHandle CTOVHandleManager::FindFreeHandle()
 {
-    m_oLock.Enter();
-    const tHandle hFree = FindFreeSlot();
-    m_oLock.Leave();
-    return hFree;
+    WaitForTable();
+    return FindFreeSlot();
 }
 
 tHandle CTOVHandleManager::AddFile(FILE* pFile)
@@ -316,7 +322,7 @@ tHandle CTOVHandleManager::AddFile(FILE* pFile)
     m_oLock.Enter();
     const tHandle hFree = FindFreeSlot();
     if (hFree != FILE_INVALID_HANDLE)
-        m_pFiles[hFree] = pFile;
+        Store(m_pFiles[hFree], pFile);
     m_oLock.Leave();
     return hFree;
 }
@@ -324,39 +330,47 @@ tHandle CTOVHandleManager::AddFile(FILE* pFile)
 tHandle CTOVHandleManager::FindFreeSlot() const
 {
     FILE** pEnd = m_pFiles + m_ulMaxHandles;
-    FILE** pFree = std::find(m_pFiles, pEnd, static_cast<FILE*>(nullptr));
+    FILE** pFree = std::find_if(m_pFiles, pEnd, [](FILE*& pSlot) { return Load(pSlot) == nullptr; });
     return pFree != pEnd ? static_cast<tHandle>(pFree - m_pFiles) : FILE_INVALID_HANDLE;
+}
+
+// A thread that finds the mark enters the lock, and so waits for the thread whose check failed.
+void CTOVHandleManager::WaitForTable() const
+{
+    if (Load(m_pFiles[m_ulMaxHandles]) == nullptr)
+        return;
+    m_oLock.Enter();
+    m_oLock.Leave();
 }
 
 void CTOVHandleManager::CheckHandle(tHandle hHandle) const
 {
+    WaitForTable();
+    if (hHandle < m_ulMaxHandles)
+        return;
+
+    m_oLock.Enter();                         // Settled: a failed check leaves the lock entered.
+    Store(m_pFiles[m_ulMaxHandles], stderr); // any stream will do
     TOV_ASSERT(hHandle != FILE_INVALID_HANDLE);
     TOV_ASSERT_TEXT(hHandle < m_ulMaxHandles, "(0 <= hHandle) && (hHandle < m_ulMaxHandles)");
 }
 
 void CTOVHandleManager::SetFile(tHandle hHandle, FILE* pFile)
 {
-    m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);
-    m_pFiles[hHandle] = pFile;
-    m_oLock.Leave();
+    Store(m_pFiles[hHandle], pFile);
 }
 
 FILE* CTOVHandleManager::GetFile(tHandle hHandle)
 {
-    m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);
-    FILE* pFile = m_pFiles[hHandle];
-    m_oLock.Leave();
-    return pFile;
+    return Load(m_pFiles[hHandle]);
 }
 
 void CTOVHandleManager::ClearHandle(tHandle hHandle)
 {
-    m_oLock.Enter(); // Settled: a failed check leaves the lock entered.
     CheckHandle(hHandle);
-    m_pFiles[hHandle] = nullptr;
-    m_oLock.Leave();
+    Store(m_pFiles[hHandle], static_cast<FILE*>(nullptr));
 }
 } // namespace TOVFile
 

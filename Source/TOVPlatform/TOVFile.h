@@ -21,8 +21,8 @@ namespace TOVPlatform
 // therefore a valid handle. The functions report failures by their results only: they neither log nor throw, except for
 // the checks of a handle in CTOVHandleManager. A null name fails like the name of a missing file.
 //
-// Any thread may use any function. Use one file from one thread at a time: the table's lock is held while a handle is
-// looked up, and not while its stream is used.
+// Any thread may use any function. Use one file from one thread at a time: the table is locked while a slot is taken,
+// and not while its stream is used.
 //
 // On Posix, a name that exists is used unchanged; otherwise its backslashes are read as slashes.
 namespace TOVFile
@@ -172,8 +172,8 @@ TOV_EXPORT void FindClose(tHandle hFind);
 // stream's handle. The library's own table has 1024 slots; it is made by the first file operation or by the library's
 // start-up, whichever comes first.
 //
-// Settled: the handle is checked while the lock is held, and a failed check does not release it. The thread whose check
-// failed continues, and every other thread waits for ever at its next file operation.
+// Settled: a failed check of a handle enters the lock and does not release it. The thread whose check failed continues,
+// and every other thread waits for ever at its next file operation.
 class TOV_EXPORT CTOVHandleManager
 {
 public:
@@ -205,6 +205,7 @@ public:
 
 private:
     tHandle FindFreeSlot() const;
+    void WaitForTable() const;
     void CheckHandle(tHandle hHandle) const;
 
     FILE** m_pFiles;
