@@ -93,9 +93,13 @@ template<class TMap> void LookUp(benchmark::State& oState)
     }
 }
 
-struct sBase
+// Three levels, seen from an interface.
+struct sInterface
 {
-    virtual ~sBase() = default;
+    virtual ~sInterface() = default;
+};
+struct sBase : sInterface
+{
 };
 struct sMiddle : sBase
 {
@@ -334,11 +338,11 @@ BENCH("registry/handle to object", "plain pointer")
 BENCH("registry/is kind of, 3 levels", "dynamic_cast")
 {
     const auto pObject = std::make_unique<sMost>();
-    sBase* pBase = pObject.get();
+    sInterface* pInterface = pObject.get();
     for (auto _ : oState)
     {
-        Touch(pBase);
-        Use(dynamic_cast<sMiddle*>(pBase));
+        Touch(pInterface);
+        Use(dynamic_cast<sBase*>(pInterface));
     }
 }
 
