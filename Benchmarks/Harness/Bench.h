@@ -37,8 +37,8 @@ template<class T> void Use(const T& value)
 // The compiler takes the object as read and changed by somebody else, so that it knows nothing of its contents.
 template<class T> void Touch(T& object)
 {
-    // The benchmark library's own way offers the compiler a register as well, and with it GCC 12 can take the value that
-    // comes out from another place than it stored the one that went in.
+    // The benchmark library's own way offers the compiler a register as well, and with it GCC 12 can take the value
+    // that comes out from another place than it stored the one that went in.
     asm volatile("" : "+m"(object) : : "memory");
 }
 
