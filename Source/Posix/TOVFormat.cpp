@@ -4,8 +4,11 @@
 #include <Posix/Text/TOVFormatSink.h>
 #include <Posix/Text/TOVMultiByte.h>
 #include <TOVPlatform/TOVFormatItem.h>
+#include <TOVPlatform/TOVTextRuntime.h>
 
+#include <charconv>
 #include <cmath>
+#include <iterator>
 
 namespace TOVPlatform
 {
@@ -51,6 +54,20 @@ typedef char tOtherUnit;
 #include <Posix/Text/TOVFormatter.inl>
 } // namespace Wide
 } // namespace
+
+int DecimalPointLength(const char*)
+{
+    TOVMultiByte::sCharacter<char> oPoint;
+    TOVMultiByte::GetDecimalPoint(oPoint);
+    return oPoint.nUnits;
+}
+
+int DecimalPointLength(const wchar_t*)
+{
+    TOVMultiByte::sCharacter<wchar_t> oPoint;
+    TOVMultiByte::GetDecimalPoint(oPoint);
+    return oPoint.nUnits;
+}
 
 int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArguments)
 {

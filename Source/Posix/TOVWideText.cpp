@@ -69,14 +69,6 @@ template<class tMapping> int CollateMapped(const wchar_t* szString1, const wchar
         return CompareMapped(szString1, szString2, Map);
     return wcscoll(ToLibraryText(ToCodePoints(szString1, Map)), ToLibraryText(ToCodePoints(szString2, Map)));
 }
-
-int LengthAtMost(const wchar_t* szString, int nCount)
-{
-    int nLength = 0;
-    while (nLength < nCount && szString[nLength] != 0)
-        ++nLength;
-    return nLength;
-}
 } // namespace
 
 int Compare(const wchar_t* szString1, const wchar_t* szString2)
@@ -102,6 +94,14 @@ int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2)
 int Length(const wchar_t* szString)
 {
     return static_cast<int>(FindCharacter(szString, 0) - szString);
+}
+
+int LengthAtMost(const wchar_t* szString, int nCount)
+{
+    int nLength = 0;
+    while (nLength < nCount && szString[nLength] != 0)
+        ++nLength;
+    return nLength;
 }
 
 void ToLower(wchar_t* szString)

@@ -46,6 +46,7 @@ private:
     long long PointerSize(const sFormatItem& oItem);
     long long RealSize(const sFormatItem& oItem, char cConversion);
     long long FixedSize(const sFormatItem& oItem);
+    long long FixedLength(const sFormatItem& oItem, bool bSign, long long llDigits, double dValue);
     long long RealLength(const sFormatItem& oItem, bool bSign, long long llDigits, char cConversion, double dValue);
 
     const tUnit* m_szPosition;
@@ -66,7 +67,7 @@ int CFormatMeasure::Measure()
             continue;
         }
 
-        const tUnit* const szNext = Backend::Inc(m_szPosition);
+        const tUnit* const szNext = IsAscii(*m_szPosition) ? m_szPosition + 1 : Backend::Inc(m_szPosition);
         m_llGenerous += szEnd - m_szPosition;
         m_llPlain += szNext - m_szPosition;
         m_szPosition = szNext;
@@ -173,13 +174,10 @@ template<class U> long long CFormatMeasure::TextLength(const sFormatItem& oItem,
 {
     // A precision also limits what is read, as it does in the print, so that the text may have no terminator.
     const int nLimit = oItem.MeasuredLimit();
-    int nLength = 0;
-    bool bSameInBothWidths = true;
-    for (; nLength < nLimit && szText[nLength] != 0; ++nLength)
-        bSameInBothWidths = bSameInBothWidths && 0 < szText[nLength] && szText[nLength] <= SCHAR_MAX;
+    const int nLength = Backend::LengthAtMost(szText, nLimit);
 
     long long llConverted = 0;
-    if (sizeof(U) != sizeof(tUnit) && !bSameInBothWidths)
+    if (sizeof(U) != sizeof(tUnit) && !std::all_of(szText, szText + nLength, IsAscii<U>))
     {
         CItemFormatText oFormat;
         oFormat.Add('.');
@@ -221,8 +219,35 @@ long long CFormatMeasure::FixedSize(const sFormatItem& oItem)
     // With a precision, six digits more are measured than will be printed, which leaves room for a sign. Without one,
     // exactly the printed digits are measured, so that a sign counts as well.
     const long long llDigits = static_cast<long long>(oItem.nPrecision) + FIXED_EXTRA_DIGITS;
-    const long long llLength = RealLength(oItem, !oItem.bHasPrecision, llDigits, 'f', m_oArguments.NextDouble());
+    const double dValue = m_oArguments.NextDouble();
+    const bool bSign = !oItem.bHasPrecision;
+    long long llLength = FixedLength(oItem, bSign, llDigits, dValue);
+    if (llLength == 0)
+        llLength = RealLength(oItem, bSign, llDigits, 'f', dValue);
     return std::max<long long>(oItem.nWidth, llLength);
+}
+
+// The same length as RealLength gives for an f conversion with digits after the point, without a print. Returns 0 for a
+// value that has to be printed: a large one, one that may round to a further digit, and any that may be a negative
+// zero.
+long long CFormatMeasure::FixedLength(const sFormatItem& oItem, bool bSign, long long llDigits, double dValue)
+{
+    constexpr double MAX_WHOLE = 1e15;
+    const double dMagnitude = dValue < 0 ? -dValue : dValue;
+    const bool bInRange = dMagnitude < MAX_WHOLE && (dMagnitude >= 1 || dValue > 0);
+    if (!bInRange)
+        return 0;
+
+    const std::uint64_t ullWhole = static_cast<std::uint64_t>(dMagnitude);
+    int nWholeDigits = 1;
+    std::uint64_t ullNextLength = 10;
+    for (; ullNextLength <= ullWhole; ullNextLength *= 10)
+        ++nWholeDigits;
+    if (ullWhole + 1 == ullNextLength)
+        return 0;
+
+    const bool bHasSign = dValue < 0 || (bSign && (oItem.bPlus || oItem.bSpace));
+    return (bHasSign ? 1 : 0) + nWholeDigits + Backend::DecimalPointLength(m_szPosition) + llDigits;
 }
 
 // Length of a printed double, without a field. Digits after the last one that a double can have are counted, not

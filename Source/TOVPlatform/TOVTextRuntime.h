@@ -28,6 +28,12 @@ inline int Length(const char* szString)
     return static_cast<int>(std::strlen(szString));
 }
 
+inline int LengthAtMost(const char* szString, int nCount)
+{
+    const void* const pEnd = std::memchr(szString, 0, nCount);
+    return pEnd != nullptr ? static_cast<int>(static_cast<const char*>(pEnd) - szString) : nCount;
+}
+
 inline const char* FindCharacter(const char* szString, int nCharacter)
 {
     return std::strchr(szString, nCharacter);

@@ -10,6 +10,17 @@ namespace TOVPlatform
 {
 namespace Backend
 {
+// This runtime prints the first unit of the locale's decimal point.
+int DecimalPointLength(const char*)
+{
+    return 1;
+}
+
+int DecimalPointLength(const wchar_t*)
+{
+    return 1;
+}
+
 int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArguments)
 {
     return _vsnprintf(szBuffer, nCapacity, szFormat, pArguments);

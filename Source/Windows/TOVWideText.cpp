@@ -31,6 +31,11 @@ int Length(const wchar_t* szString)
     return static_cast<int>(std::wcslen(szString));
 }
 
+int LengthAtMost(const wchar_t* szString, int nCount)
+{
+    return static_cast<int>(wcsnlen(szString, nCount));
+}
+
 void ToLower(wchar_t* szString)
 {
     _wcslwr(szString);

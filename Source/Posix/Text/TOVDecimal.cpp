@@ -1,36 +1,50 @@
 #include <Posix/Text/TOVDecimal.h>
 
 #include <algorithm>
-#include <cfloat>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace TOVPlatform
 {
 namespace
 {
-// How many digits after the point the binary value has: each of its bits after the point makes one.
-int FractionDigits(double dValue)
+constexpr int MANTISSA_BITS = 52; // without the leading one
+constexpr int EXPONENT_BIAS = 1075;
+
+// So many digits are read from a fraction of 64 bits at once.
+constexpr int GROUP_DIGITS = 9;
+constexpr std::uint32_t POWERS_OF_TEN[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
+
+// No double has more digits than this in a scientific form.
+constexpr int MAX_SIGNIFICANT_DIGITS = 767;
+
+// Multiplies a fraction in units of 2^-64 by a factor below 2^32: returns the whole part and leaves the fraction.
+std::uint32_t TakeWhole(std::uint64_t& ullFraction, std::uint32_t dwFactor)
 {
-    int nExponent = 0;
-    double dMantissa = std::frexp(dValue, &nExponent);
-    int nBits = 0;
-    for (; dMantissa != std::floor(dMantissa); ++nBits)
-        dMantissa *= 2;
-    return std::max(0, nBits - nExponent);
+    const std::uint64_t ullLow = (ullFraction & UINT32_MAX) * dwFactor;
+    const std::uint64_t ullHigh = (ullFraction >> 32) * dwFactor + (ullLow >> 32);
+    ullFraction = (ullHigh << 32) | (ullLow & UINT32_MAX);
+    return static_cast<std::uint32_t>(ullHigh >> 32);
 }
 } // namespace
 
-CTOVDecimal::CTOVDecimal(double dValue) : m_bFinite(std::isfinite(dValue))
+CTOVDecimal::CTOVDecimal(double dValue) : m_dMagnitude(std::fabs(dValue)), m_bFinite(std::isfinite(dValue))
 {
-    if (m_bFinite)
-        ReadDigits(std::fabs(dValue));
-    else if (std::isinf(dValue))
+    if (std::isinf(dValue))
         SetDigits("1#INF");
-    else
+    else if (!m_bFinite)
         SetDigits(std::signbit(dValue) ? "1#IND" : "1#QNAN");
+
+    std::uint64_t ullBits = 0;
+    static_assert(sizeof(ullBits) == sizeof(m_dMagnitude));
+    std::memcpy(&ullBits, &m_dMagnitude, sizeof(ullBits));
+    const int nBiased = static_cast<int>(ullBits >> MANTISSA_BITS);
+    const std::uint64_t ullLeadingOne = std::uint64_t(1) << MANTISSA_BITS;
+    m_ullMantissa = (ullBits & (ullLeadingOne - 1)) | (nBiased > 0 ? ullLeadingOne : 0);
+    m_nExponent = std::max(nBiased, 1) - EXPONENT_BIAS;
 }
 
 void CTOVDecimal::SetDigits(const char* szDigits)
@@ -40,20 +54,130 @@ void CTOVDecimal::SetDigits(const char* szDigits)
     std::copy_n(szDigits, m_nDigits, m_szDigits);
 }
 
-// With as many digits as the value has, the C library's text is exact, and nothing depends on how the library rounds.
-void CTOVDecimal::ReadDigits(double dValue)
+// Whether the value is an odd multiple of 2^nExponent.
+bool CTOVDecimal::HasLowestBitAt(int nExponent) const
 {
-    char szText[MAX_DIGITS + 32];
-    const int nFractionDigits = FractionDigits(dValue);
-    const int nLength = std::snprintf(szText, sizeof(szText), "%.*f", nFractionDigits, dValue);
+    const int nBit = nExponent - m_nExponent;
+    if (nBit < 0 || nBit > MANTISSA_BITS)
+        return false;
+    const std::uint64_t ullBit = std::uint64_t(1) << nBit;
+    return (m_ullMantissa & (2 * ullBit - 1)) == ullBit;
+}
 
-    // The point is skipped, whatever the locale uses for it.
-    const auto IsDigit = [](char cUnit) { return '0' <= cUnit && cUnit <= '9'; };
-    char* const szEnd = std::remove_if(szText, szText + nLength, [&](char cUnit) { return !IsDigit(cUnit); });
-    const char* const szFirst = std::find_if(szText, szEnd, [](char cUnit) { return cUnit != '0'; });
-    m_nDigits = static_cast<int>(szEnd - szFirst);
-    m_nPoint = m_nDigits - nFractionDigits;
-    std::copy(szFirst, static_cast<const char*>(szEnd), m_szDigits);
+// How many digits after the point the value has: each of its bits after the point makes one.
+int CTOVDecimal::CountFractionDigits() const
+{
+    int nBits = -m_nExponent;
+    for (std::uint64_t ullMantissa = m_ullMantissa; nBits > 0 && ullMantissa % 2 == 0; ullMantissa /= 2)
+        --nBits;
+    return std::max(nBits, 0);
+}
+
+// The standard library rounds the exact value, but a tie to the even digit. A cut after n digits is a tie if the value
+// is an odd multiple of 2^-(n+1), and then all its digits are read.
+void CTOVDecimal::ReadFixed(int nPrecision)
+{
+    nPrecision = std::min(nPrecision, MAX_FRACTION_DIGITS);
+    if (ReadFromWords(nPrecision))
+        return;
+    if (HasLowestBitAt(-nPrecision - 1))
+        ReadExactly();
+    else
+        ReadFixedText(nPrecision);
+}
+
+void CTOVDecimal::ReadExactly()
+{
+    ReadFixedText(CountFractionDigits());
+}
+
+// Reads a value whose bits are all in one word before the point and one after it. Returns false for any other value.
+bool CTOVDecimal::ReadFromWords(int nPrecision)
+{
+    constexpr int WORD_BITS = 64;
+    if (m_nExponent < -WORD_BITS || m_nExponent >= WORD_BITS - MANTISSA_BITS)
+        return false;
+
+    std::uint64_t ullWhole = 0;
+    std::uint64_t ullFraction = 0;
+    if (m_nExponent >= 0)
+        ullWhole = m_ullMantissa << m_nExponent;
+    else if (m_nExponent > -WORD_BITS)
+        ullWhole = m_ullMantissa >> -m_nExponent;
+    if (m_nExponent < 0)
+        ullFraction = m_ullMantissa << (WORD_BITS + m_nExponent);
+
+    m_nDigits = 0;
+    if (ullWhole != 0)
+        m_nDigits =
+            static_cast<int>(std::to_chars(m_szDigits, m_szDigits + sizeof(m_szDigits), ullWhole).ptr - m_szDigits);
+    m_nPoint = m_nDigits;
+    for (int nLeft = nPrecision; nLeft > 0 && ullFraction != 0; nLeft -= GROUP_DIGITS)
+    {
+        const int nDigits = std::min(nLeft, GROUP_DIGITS);
+        AppendDigits(TakeWhole(ullFraction, POWERS_OF_TEN[nDigits]), nDigits);
+    }
+    if (ullFraction >> (WORD_BITS - 1) != 0)
+        RoundUp();
+    TakeDigits(m_nDigits, m_nPoint);
+    return true;
+}
+
+void CTOVDecimal::AppendDigits(std::uint32_t dwValue, int nDigits)
+{
+    for (int nIndex = nDigits - 1; nIndex >= 0; --nIndex, dwValue /= 10)
+        m_szDigits[m_nDigits + nIndex] = static_cast<char>('0' + dwValue % 10);
+    m_nDigits += nDigits;
+}
+
+void CTOVDecimal::ReadFixedText(int nPrecision)
+{
+    char* const pEnd =
+        std::to_chars(m_szDigits, m_szDigits + sizeof(m_szDigits), m_dMagnitude, std::chars_format::fixed, nPrecision)
+            .ptr;
+    const int nWhole = static_cast<int>(pEnd - m_szDigits) - (nPrecision > 0 ? nPrecision + 1 : 0);
+    std::memmove(m_szDigits + nWhole, m_szDigits + nWhole + 1, nPrecision);
+    TakeDigits(nWhole + nPrecision, nWhole);
+}
+
+void CTOVDecimal::ReadScientific(int nPrecision)
+{
+    if (nPrecision >= MAX_SIGNIFICANT_DIGITS)
+    {
+        ReadExactly();
+        return;
+    }
+
+    // d.ddde+00, or de+00 without digits after the point.
+    const char* const pEnd = std::to_chars(m_szDigits, m_szDigits + sizeof(m_szDigits), m_dMagnitude,
+                                           std::chars_format::scientific, nPrecision)
+                                 .ptr;
+    const int nMantissa = nPrecision > 0 ? nPrecision + 2 : 1;
+    int nExponent = 0;
+    std::from_chars(m_szDigits + nMantissa + 2, pEnd, nExponent);
+    if (m_szDigits[nMantissa + 1] == '-')
+        nExponent = -nExponent;
+
+    // Rounding may have raised the exponent by one.
+    const int nFractionDigits = nPrecision - nExponent;
+    if (HasLowestBitAt(-nFractionDigits - 1) || HasLowestBitAt(-nFractionDigits - 2))
+    {
+        ReadExactly();
+        return;
+    }
+    std::memmove(m_szDigits + 1, m_szDigits + 2, nPrecision);
+    TakeDigits(1 + nPrecision, 1 + nExponent);
+}
+
+// Makes the digits at the start of the array the value's, without the zeros at both ends.
+void CTOVDecimal::TakeDigits(int nDigits, int nPoint)
+{
+    const int nZeros =
+        static_cast<int>(std::find_if(m_szDigits, m_szDigits + nDigits, [](char c) { return c != '0'; }) - m_szDigits);
+    if (nZeros > 0)
+        std::memmove(m_szDigits, m_szDigits + nZeros, nDigits - nZeros);
+    m_nDigits = nDigits - nZeros;
+    m_nPoint = nPoint - nZeros;
     DropTrailingZeros();
 }
 
@@ -76,26 +200,36 @@ void CTOVDecimal::Round(long long llKeptDigits)
     const bool bUp = m_szDigits[llKeptDigits] >= '5';
     m_nDigits = static_cast<int>(llKeptDigits);
     if (bUp)
-    {
-        while (m_nDigits > 0 && m_szDigits[m_nDigits - 1] == '9')
-            --m_nDigits;
-        if (m_nDigits > 0)
-        {
-            ++m_szDigits[m_nDigits - 1];
-        }
-        else
-        {
-            m_szDigits[0] = '1';
-            m_nDigits = 1;
-            ++m_nPoint;
-        }
-    }
+        RoundUp();
     DropTrailingZeros();
+}
+
+// Adds one to the last digit.
+void CTOVDecimal::RoundUp()
+{
+    while (m_nDigits > 0 && m_szDigits[m_nDigits - 1] == '9')
+        --m_nDigits;
+    if (m_nDigits > 0)
+    {
+        ++m_szDigits[m_nDigits - 1];
+    }
+    else
+    {
+        m_szDigits[0] = '1';
+        m_nDigits = 1;
+        ++m_nPoint;
+    }
 }
 
 sRealText CTOVDecimal::ToText(char cConversion, int nPrecision, bool bAlternate)
 {
     const bool bPoint = nPrecision > 0 || (bAlternate && m_bFinite);
+    if (m_bFinite && cConversion == 'f')
+        ReadFixed(nPrecision);
+    else if (m_bFinite && (cConversion == 'e' || cConversion == 'E'))
+        ReadScientific(nPrecision);
+    else if (m_bFinite)
+        ReadScientific(std::max(nPrecision, 1) - 1);
 
     switch (cConversion)
     {
@@ -149,8 +283,14 @@ sRealText CTOVDecimal::ToScientific(long long llPrecision, bool bPoint, char cLe
     oText.llTrailingZeros = llPrecision - oText.nFractionDigits;
 
     const int nExponent = GetExponent();
-    oText.nExponentLength = std::snprintf(oText.szExponent, sizeof(oText.szExponent), "%c%c%02d", cLetter,
-                                          (nExponent < 0) ? '-' : '+', std::abs(nExponent));
+    const int nMagnitude = std::abs(nExponent);
+    char* pUnit = oText.szExponent;
+    *pUnit++ = cLetter;
+    *pUnit++ = nExponent < 0 ? '-' : '+';
+    if (nMagnitude < 10)
+        *pUnit++ = '0';
+    pUnit = std::to_chars(pUnit, std::end(oText.szExponent), nMagnitude).ptr;
+    oText.nExponentLength = static_cast<int>(pUnit - oText.szExponent);
     return oText;
 }
 

@@ -1,5 +1,7 @@
-// The exact decimal digits of a double, and its printed forms. Internal to the Posix text functions.
+// The decimal digits of a double, and its printed forms. Internal to the Posix text functions.
 #pragma once
+
+#include <cstdint>
 
 namespace TOVPlatform
 {
@@ -29,15 +31,27 @@ public:
     explicit CTOVDecimal(double dValue);
 
     // cConversion is one of e E f g G; bAlternate keeps the point, and for g the trailing zeros. The texts point into
-    // this object. The call rounds the object's own digits, so that each object allows one call only.
+    // this object. Each object allows one call only.
     sRealText ToText(char cConversion, int nPrecision, bool bAlternate);
 
 private:
-    static constexpr int MAX_DIGITS = 309 + 1074; // before the point and after it
+    // The value is m_ullMantissa * 2^m_nExponent.
+    bool HasLowestBitAt(int nExponent) const;
+    int CountFractionDigits() const;
 
+    // These read the digits that a conversion can show, rounded already or exact.
+    void ReadFixed(int nPrecision);
+    void ReadScientific(int nPrecision);
+    void ReadExactly();
+
+    bool ReadFromWords(int nPrecision);
+    void AppendDigits(std::uint32_t dwValue, int nDigits);
+    void ReadFixedText(int nPrecision);
     void SetDigits(const char* szDigits);
-    void ReadDigits(double dValue);
+    void TakeDigits(int nDigits, int nPoint);
+
     void Round(long long llKeptDigits);
+    void RoundUp();
     void DropTrailingZeros();
     int GetExponent() const { return m_nDigits > 0 ? m_nPoint - 1 : 0; }
 
@@ -45,9 +59,15 @@ private:
     sRealText ToScientific(long long llPrecision, bool bPoint, char cLetter);
     sRealText ToGeneral(int nPrecision, bool bAlternate, char cLetter);
 
-    char m_szDigits[MAX_DIGITS];
+    static constexpr int MAX_WHOLE_DIGITS = 309;
+    static constexpr int MAX_FRACTION_DIGITS = 1074;
+
+    double m_dMagnitude;
+    std::uint64_t m_ullMantissa = 0;
+    int m_nExponent = 0;
+    bool m_bFinite;
     int m_nDigits = 0;
     int m_nPoint = 0;
-    bool m_bFinite = true;
+    char m_szDigits[MAX_WHOLE_DIGITS + 1 + MAX_FRACTION_DIGITS]; // a point stands among them for a while
 };
 } // namespace TOVPlatform

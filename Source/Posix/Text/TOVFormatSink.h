@@ -10,20 +10,25 @@ namespace TOVPlatform
 template<class tUnit> class CTOVFormatSink
 {
 public:
-    CTOVFormatSink(tUnit* pBuffer, long long llCapacity) : m_pBuffer(pBuffer), m_llCapacity(llCapacity) {}
+    CTOVFormatSink(tUnit* pBuffer, long long llCapacity) : m_pNext(pBuffer), m_llCapacity(llCapacity) {}
 
     template<class U> void Put(const U* pUnits, long long llCount)
     {
-        std::transform(pUnits, pUnits + StoredCount(llCount), m_pBuffer + StoredLength(),
-                       [](U cUnit) { return static_cast<tUnit>(cUnit); });
+        const long long llStored = StoredCount(llCount);
+        if constexpr (sizeof(U) == sizeof(tUnit))
+            m_pNext = std::copy_n(pUnits, llStored, m_pNext);
+        else
+            m_pNext =
+                std::transform(pUnits, pUnits + llStored, m_pNext, [](U cUnit) { return static_cast<tUnit>(cUnit); });
         m_llLength += llCount;
     }
 
     // A negative count counts as 0.
     void Fill(char cUnit, long long llCount)
     {
-        llCount = std::max(llCount, 0LL);
-        std::fill_n(m_pBuffer + StoredLength(), StoredCount(llCount), static_cast<tUnit>(cUnit));
+        if (llCount <= 0)
+            return;
+        m_pNext = std::fill_n(m_pNext, StoredCount(llCount), static_cast<tUnit>(cUnit));
         m_llLength += llCount;
     }
 
@@ -36,7 +41,7 @@ public:
     void Terminate()
     {
         if (m_llLength < m_llCapacity)
-            m_pBuffer[m_llLength] = 0;
+            *m_pNext = 0;
     }
 
     // The length of the text; -1 for a text that could not be rendered or counted.
@@ -46,10 +51,13 @@ public:
     int GetStoredLength() const { return IsFull() ? -1 : GetTextLength(); }
 
 private:
-    long long StoredLength() const { return std::min(m_llLength, m_llCapacity); }
-    long long StoredCount(long long llCount) const { return std::min(llCount, m_llCapacity - StoredLength()); }
+    // How many of the next units the buffer has room for.
+    long long StoredCount(long long llCount) const
+    {
+        return std::min(llCount, std::max(m_llCapacity - m_llLength, 0LL));
+    }
 
-    tUnit* m_pBuffer;
+    tUnit* m_pNext;
     long long m_llCapacity;
     long long m_llLength = 0;
     bool m_bFailed = false;

@@ -18,8 +18,8 @@ private:
 
     void PrintItem();
     void PrintSigned(const sFormatItem& oItem);
-    void PrintUnsigned(const sFormatItem& oItem, unsigned int nBase, bool bCapitals);
-    void PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64_t ullValue, unsigned int nBase, bool bCapitals);
+    void PrintUnsigned(const sFormatItem& oItem, int nBase, bool bCapitals);
+    void PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64_t ullValue, int nBase, bool bCapitals);
     void PrintPointer(sFormatItem oItem);
     void PrintReal(const sFormatItem& oItem, char cType);
     void PrintCharacter(const sFormatItem& oItem, bool bWideType);
@@ -146,7 +146,7 @@ void CFormatter::PrintSigned(const sFormatItem& oItem)
     PrintInteger(oItem, oPrefix, (llValue < 0) ? 0 - ullValue : ullValue, 10, false);
 }
 
-void CFormatter::PrintUnsigned(const sFormatItem& oItem, unsigned int nBase, bool bCapitals)
+void CFormatter::PrintUnsigned(const sFormatItem& oItem, int nBase, bool bCapitals)
 {
     const std::uint64_t ullValue = ReadUnsigned(oItem);
     sPrefix oPrefix;
@@ -172,18 +172,18 @@ void CFormatter::PrintPointer(sFormatItem oItem)
     PrintInteger(oItem, oPrefix, static_cast<std::uint32_t>(nAddress), 16, true);
 }
 
-void CFormatter::PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64_t ullValue, unsigned int nBase,
-                              bool bCapitals)
+void CFormatter::PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64_t ullValue, int nBase, bool bCapitals)
 {
-    const char* const szDigitOf = bCapitals ? "0123456789ABCDEF" : "0123456789abcdef";
-    char szDigits[24];
-    char* const szEnd = szDigits + sizeof(szDigits);
-    char* szFirst = szEnd;
-    for (; ullValue != 0; ullValue /= nBase)
-        *--szFirst = szDigitOf[ullValue % nBase];
-
     // Zero has no digits of its own, only the zeros that are asked for.
-    const long long llDigits = szEnd - szFirst;
+    char szDigits[24];
+    char* szEnd = szDigits;
+    if (ullValue != 0)
+        szEnd = std::to_chars(szDigits, std::end(szDigits), ullValue, nBase).ptr;
+    if (bCapitals)
+        std::transform(szDigits, szEnd, szDigits,
+                       [](char cUnit) { return 'a' <= cUnit ? char(cUnit - 'a' + 'A') : cUnit; });
+
+    const long long llDigits = szEnd - szDigits;
     long long llZeros = (oItem.bHasPrecision ? oItem.nPrecision : 1) - llDigits;
     llZeros = std::max(llZeros, 0LL);
     if (oItem.nAlternates > 0 && nBase == 8)
@@ -193,7 +193,7 @@ void CFormatter::PrintInteger(sFormatItem oItem, sPrefix oPrefix, std::uint64_t 
         oItem.bZero = false;
     BeginField(oItem, oPrefix, llZeros + llDigits);
     m_oSink.Fill('0', llZeros);
-    m_oSink.Put(szFirst, llDigits);
+    m_oSink.Put(szDigits, llDigits);
     EndField(oItem, oPrefix, llZeros + llDigits);
 }
 
@@ -255,10 +255,7 @@ void CFormatter::PrintText(const sFormatItem& oItem, bool bWideType)
     else
     {
         const tUnit* szText = static_cast<const tUnit*>(pText);
-        int nLength = 0;
-        while (nLength < nLimit && szText[nLength] != 0)
-            ++nLength;
-        PrintUnits(oItem, szText, nLength);
+        PrintUnits(oItem, szText, LengthAtMost(szText, nLimit));
     }
 }
 

@@ -138,14 +138,14 @@ int Convert(const wchar_t* szText, sCharacter<char>& oResult)
 
 void GetDecimalPoint(sCharacter<char>& oResult)
 {
-    const char* szPoint = std::localeconv()->decimal_point;
+    const char* szPoint = nl_langinfo(RADIXCHAR);
     oResult.nUnits = static_cast<int>(strnlen(szPoint, sizeof(oResult.szUnits)));
     std::copy_n(szPoint, oResult.nUnits, oResult.szUnits);
 }
 
 void GetDecimalPoint(sCharacter<wchar_t>& oResult)
 {
-    if (Convert(std::localeconv()->decimal_point, oResult) == 0)
+    if (Convert(nl_langinfo(RADIXCHAR), oResult) == 0)
         oResult = {{L'.'}, 1};
 }
 } // namespace TOVMultiByte

@@ -28,6 +28,10 @@ namespace TOVPlatform
 // whatever its precision.
 namespace Backend
 {
+// The units of the decimal point in printed text of the parameter's type, which tells the width and is not read.
+int DecimalPointLength(const char* szWidth);
+int DecimalPointLength(const wchar_t* szWidth);
+
 // Print writes at most nCapacity units: the text, and a terminator if there is room for it. Returns the length of the
 // text, or -1 when it does not fit. A capacity of INT_MAX means no bound.
 //

@@ -16,8 +16,10 @@ int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2);
 int Collate(const wchar_t* szString1, const wchar_t* szString2);
 int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2);
 
-// Returns the number of units before the terminator.
+// These return the number of units before the terminator. LengthAtMost returns nCount if there is none among so many
+// units, and reads no others.
 int Length(const wchar_t* szString);
+int LengthAtMost(const wchar_t* szString, int nCount);
 
 // These change the text in place, unit by unit, as the locale defines letters. Characters of two units keep their case.
 void ToLower(wchar_t* szString);

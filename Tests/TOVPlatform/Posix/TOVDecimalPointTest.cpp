@@ -1,10 +1,10 @@
-// Decimal points other than the full stop. The program's localeconv and strtod stand before the C library's in every
+// Decimal points other than the full stop. The program's nl_langinfo and strtod stand before the C library's in every
 // module of the process and behave as in a locale with that point, so that none has to be installed.
 #include "TOVPlatform/TOVStringApis.h"
 
-#include <clocale>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <langinfo.h>
 
 namespace
 {
@@ -25,17 +25,10 @@ template<class TApi> class TOVPlatformDecimalPointTest : public testing::Test
 TYPED_TEST_SUITE(TOVPlatformDecimalPointTest, tStringApis, );
 } // namespace
 
-extern "C" TOV_PROGRAM_EXPORT lconv* localeconv() noexcept
+extern "C" TOV_PROGRAM_EXPORT char* nl_langinfo(nl_item nItem) noexcept
 {
-    static const auto s_pfReal = reinterpret_cast<lconv* (*)()>(::dlsym(RTLD_NEXT, "localeconv"));
-    lconv* const pReal = s_pfReal();
-    if (s_szPoint == nullptr)
-        return pReal;
-
-    static lconv s_oChanged;
-    s_oChanged = *pReal;
-    s_oChanged.decimal_point = const_cast<char*>(s_szPoint);
-    return &s_oChanged;
+    static const auto s_pfReal = reinterpret_cast<char* (*)(nl_item)>(::dlsym(RTLD_NEXT, "nl_langinfo"));
+    return nItem == RADIXCHAR && s_szPoint != nullptr ? const_cast<char*>(s_szPoint) : s_pfReal(nItem);
 }
 
 extern "C" TOV_PROGRAM_EXPORT double strtod(const char* szText, char** pszEnd) noexcept
