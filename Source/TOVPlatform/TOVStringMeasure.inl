@@ -35,6 +35,7 @@ public:
 private:
     static constexpr bool IS_WIDE_FORMAT = sizeof(tUnit) > sizeof(char);
 
+    void MeasureLiterals(const tUnit* szEnd);
     void AddItem(long long llSize);
     void MeasureItem();
     sFormatItem ReadItem();
@@ -62,19 +63,31 @@ int CFormatMeasure::Measure()
     {
         // The second sign of a double percent sign is a literal as well.
         if (*m_szPosition == '%' && *++m_szPosition != '%')
-        {
             MeasureItem();
-            continue;
-        }
-
-        const tUnit* const szNext = IsAscii(*m_szPosition) ? m_szPosition + 1 : Backend::Inc(m_szPosition);
-        m_llGenerous += szEnd - m_szPosition;
-        m_llPlain += szNext - m_szPosition;
-        m_szPosition = szNext;
+        else
+            MeasureLiterals(szEnd);
     }
 
     const long long llBound = m_llGenerous <= MAX_BOUND ? m_llGenerous : m_llPlain;
     return llBound <= MAX_BOUND ? static_cast<int>(llBound) : -1;
+}
+
+// Each character counts the rest of the format from itself on.
+void CFormatMeasure::MeasureLiterals(const tUnit* szEnd)
+{
+    const tUnit* szNext = m_szPosition;
+    while (IsAscii(*szNext) && *szNext != 0 && (*szNext != '%' || szNext == m_szPosition))
+        ++szNext;
+
+    long long llCharacters = szNext - m_szPosition;
+    if (llCharacters == 0)
+    {
+        szNext = Backend::Inc(m_szPosition);
+        llCharacters = 1;
+    }
+    m_llGenerous += llCharacters * (szEnd - m_szPosition) - llCharacters * (llCharacters - 1) / 2;
+    m_llPlain += szNext - m_szPosition;
+    m_szPosition = szNext;
 }
 
 void CFormatMeasure::AddItem(long long llSize)

@@ -18,8 +18,24 @@ constexpr int EXPONENT_BIAS = 1075;
 constexpr int GROUP_DIGITS = 9;
 constexpr std::uint32_t POWERS_OF_TEN[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
 
+constexpr char DIGIT_PAIRS[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+                               "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+                               "8081828384858687888990919293949596979899";
+
 // No double has more digits than this in a scientific form.
 constexpr int MAX_SIGNIFICANT_DIGITS = 767;
+
+// Writes the last nDigits digits of the value in front of pEnd.
+void WriteDigits(char* pEnd, int nDigits, std::uint32_t dwValue)
+{
+    for (; nDigits >= 2; nDigits -= 2, dwValue /= 100)
+    {
+        pEnd -= 2;
+        std::memcpy(pEnd, DIGIT_PAIRS + dwValue % 100 * 2, 2);
+    }
+    if (nDigits > 0)
+        *--pEnd = static_cast<char>('0' + dwValue % 10);
+}
 
 // Multiplies a fraction in units of 2^-64 by a factor below 2^32: returns the whole part and leaves the fraction.
 std::uint32_t TakeWhole(std::uint64_t& ullFraction, std::uint32_t dwFactor)
@@ -115,19 +131,13 @@ bool CTOVDecimal::ReadFromWords(int nPrecision)
     for (int nLeft = nPrecision; nLeft > 0 && ullFraction != 0; nLeft -= GROUP_DIGITS)
     {
         const int nDigits = std::min(nLeft, GROUP_DIGITS);
-        AppendDigits(TakeWhole(ullFraction, POWERS_OF_TEN[nDigits]), nDigits);
+        m_nDigits += nDigits;
+        WriteDigits(m_szDigits + m_nDigits, nDigits, TakeWhole(ullFraction, POWERS_OF_TEN[nDigits]));
     }
     if (ullFraction >> (WORD_BITS - 1) != 0)
         RoundUp();
     TakeDigits(m_nDigits, m_nPoint);
     return true;
-}
-
-void CTOVDecimal::AppendDigits(std::uint32_t dwValue, int nDigits)
-{
-    for (int nIndex = nDigits - 1; nIndex >= 0; --nIndex, dwValue /= 10)
-        m_szDigits[m_nDigits + nIndex] = static_cast<char>('0' + dwValue % 10);
-    m_nDigits += nDigits;
 }
 
 void CTOVDecimal::ReadFixedText(int nPrecision)

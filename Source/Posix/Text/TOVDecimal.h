@@ -45,7 +45,6 @@ private:
     void ReadExactly();
 
     bool ReadFromWords(int nPrecision);
-    void AppendDigits(std::uint32_t dwValue, int nDigits);
     void ReadFixedText(int nPrecision);
     void SetDigits(const char* szDigits);
     void TakeDigits(int nDigits, int nPoint);

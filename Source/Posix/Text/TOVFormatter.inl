@@ -39,18 +39,18 @@ private:
 
 const CTOVFormatSink<tUnit>& CFormatter::Run()
 {
-    while (*m_szFormat != 0)
+    for (;;)
     {
-        const tUnit* const szLiteral = m_szFormat;
-        while (*m_szFormat != 0 && *m_szFormat != '%')
-            ++m_szFormat;
-        m_oSink.Put(szLiteral, m_szFormat - szLiteral);
+        const tUnit* szLiteralEnd = m_szFormat;
+        while (*szLiteralEnd != 0 && *szLiteralEnd != '%')
+            ++szLiteralEnd;
+        m_oSink.Put(m_szFormat, szLiteralEnd - m_szFormat);
+        m_szFormat = szLiteralEnd;
+        if (*m_szFormat == 0)
+            break;
 
-        if (*m_szFormat == '%')
-        {
-            ++m_szFormat;
-            PrintItem();
-        }
+        ++m_szFormat;
+        PrintItem();
     }
     m_oSink.Terminate();
     return m_oSink;
@@ -206,7 +206,8 @@ void CFormatter::PrintReal(const sFormatItem& oItem, char cType)
     CTOVDecimal oDecimal(dValue);
     const int nPrecision = oItem.bHasPrecision ? oItem.nPrecision : DEFAULT_REAL_PRECISION;
     const sRealText oText = oDecimal.ToText(cType, nPrecision, oItem.nAlternates > 0);
-    TOVMultiByte::sCharacter<tUnit> oPoint = {};
+    TOVMultiByte::sCharacter<tUnit> oPoint;
+    oPoint.nUnits = 0;
     if (oText.bHasPoint)
         TOVMultiByte::GetDecimalPoint(oPoint);
 

@@ -138,9 +138,10 @@ int Convert(const wchar_t* szText, sCharacter<char>& oResult)
 
 void GetDecimalPoint(sCharacter<char>& oResult)
 {
-    const char* szPoint = nl_langinfo(RADIXCHAR);
-    oResult.nUnits = static_cast<int>(strnlen(szPoint, sizeof(oResult.szUnits)));
-    std::copy_n(szPoint, oResult.nUnits, oResult.szUnits);
+    const char* const szPoint = nl_langinfo(RADIXCHAR);
+    oResult.nUnits = 0;
+    for (const char* pByte = szPoint; *pByte != '\0' && oResult.nUnits < MB_LEN_MAX; ++pByte)
+        oResult.szUnits[oResult.nUnits++] = *pByte;
 }
 
 void GetDecimalPoint(sCharacter<wchar_t>& oResult)
