@@ -3,6 +3,8 @@
 
 #include <Posix/Text/TOVCollation.h>
 #include <Posix/Text/TOVSurrogate.h>
+#include <TOVPlatform/TOVAsciiCase.h>
+#include <TOVPlatform/Vector/TOVVectorText.h>
 
 #include <algorithm>
 #include <string>
@@ -15,6 +17,9 @@ namespace Backend
 {
 namespace
 {
+// So many units are compared one by one after one that the vectors do not compare.
+constexpr int SINGLE_UNITS = 8;
+
 wchar_t Unchanged(wchar_t cUnit)
 {
     return cUnit;
@@ -31,6 +36,17 @@ wchar_t UpperCase(wchar_t cUnit)
 {
     const wint_t cUpper = towupper(cUnit);
     return cUpper <= 0xFFFF ? static_cast<wchar_t>(cUpper) : cUnit;
+}
+
+// Some locales have other counterparts of ASCII letters. All of them have them of the letter I.
+bool LowersAsciiAsUsual()
+{
+    return towlower(L'I') == L'i';
+}
+
+bool RaisesAsciiAsUsual()
+{
+    return towupper(L'i') == L'I';
 }
 
 template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar_t* szString2, tMapping Map)
@@ -78,7 +94,22 @@ int Compare(const wchar_t* szString1, const wchar_t* szString2)
 
 int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2)
 {
-    return CompareMapped(szString1, szString2, LowerCase);
+    if (!LowersAsciiAsUsual())
+        return CompareMapped(szString1, szString2, LowerCase);
+    for (;;)
+    {
+        const std::size_t nEqual = TOVVectorText::CountEqualNoCase(szString1, szString2);
+        szString1 += nEqual;
+        szString2 += nEqual;
+
+        // Compares as far as the next step could not.
+        for (int nUnits = 0; nUnits < SINGLE_UNITS; ++nUnits, ++szString1, ++szString2)
+        {
+            const int nOrder = LowerCase(*szString1) - LowerCase(*szString2);
+            if (nOrder != 0 || *szString1 == 0)
+                return nOrder;
+        }
+    }
 }
 
 int Collate(const wchar_t* szString1, const wchar_t* szString2)
@@ -93,7 +124,7 @@ int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2)
 
 int Length(const wchar_t* szString)
 {
-    return static_cast<int>(FindCharacter(szString, 0) - szString);
+    return static_cast<int>(TOVVectorText::FindUnitOrEnd(szString, 0) - szString);
 }
 
 int LengthAtMost(const wchar_t* szString, int nCount)
@@ -106,58 +137,52 @@ int LengthAtMost(const wchar_t* szString, int nCount)
 
 void ToLower(wchar_t* szString)
 {
-    std::transform(szString, szString + Length(szString), szString, LowerCase);
+    if (LowersAsciiAsUsual())
+        TOVAsciiCase::MapCase(szString, Length(szString), 'A', LowerCase);
+    else
+        std::transform(szString, szString + Length(szString), szString, LowerCase);
 }
 
 void ToUpper(wchar_t* szString)
 {
-    std::transform(szString, szString + Length(szString), szString, UpperCase);
+    if (RaisesAsciiAsUsual())
+        TOVAsciiCase::MapCase(szString, Length(szString), 'a', UpperCase);
+    else
+        std::transform(szString, szString + Length(szString), szString, UpperCase);
 }
 
 const wchar_t* FindCharacter(const wchar_t* szString, int nCharacter)
 {
     const wchar_t cUnit = static_cast<wchar_t>(nCharacter);
-    for (; *szString != cUnit; ++szString)
-    {
-        if (*szString == 0)
-            return nullptr;
-    }
-    return szString;
+    const wchar_t* const szHit = TOVVectorText::FindUnitOrEnd(szString, cUnit);
+    return *szHit == cUnit ? szHit : nullptr;
 }
 
 const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter)
 {
     const wchar_t cUnit = static_cast<wchar_t>(nCharacter);
-    const wchar_t* szLast = nullptr;
-    for (;; ++szString)
+    for (const wchar_t* szUnit = szString + Length(szString);; --szUnit)
     {
-        if (*szString == cUnit)
-            szLast = szString;
-        if (*szString == 0)
-            return szLast;
+        if (*szUnit == cUnit)
+            return szUnit;
+        if (szUnit == szString)
+            return nullptr;
     }
 }
 
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
-    // The text is not measured first: it may be long, with an occurrence close by.
-    for (;; ++szString)
-    {
-        int nEqual = 0;
-        while (szSubString[nEqual] != 0 && szString[nEqual] == szSubString[nEqual])
-            ++nEqual;
-        if (szSubString[nEqual] == 0)
-            return szString;
-        if (szString[nEqual] == 0)
-            return nullptr;
-    }
+    return const_cast<wchar_t*>(TOVVectorText::FindText(szString, szSubString));
 }
 
 const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)
 {
     for (; *szString != 0; ++szString)
     {
-        if (FindCharacter(szCharSet, *szString) != nullptr)
+        const wchar_t* szUnit = szCharSet;
+        while (*szUnit != 0 && *szUnit != *szString)
+            ++szUnit;
+        if (*szUnit != 0)
             return szString;
     }
     return nullptr;

@@ -1,0 +1,49 @@
+// Changes the case of ASCII letters in blocks of units. Internal to the text functions.
+#pragma once
+
+#include <algorithm>
+#include <type_traits>
+
+namespace TOVPlatform
+{
+// The loops have no calls and no early exits, so that the compiler makes vector instructions of them.
+namespace TOVAsciiCase
+{
+template<class tUnit> bool IsAscii(const tUnit* pUnits, int nCount)
+{
+    typedef std::make_unsigned_t<tUnit> tUnsigned;
+    tUnsigned nAllBits = 0;
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+        nAllBits = static_cast<tUnsigned>(nAllBits | static_cast<tUnsigned>(pUnits[nIndex]));
+    return nAllBits < 0x80;
+}
+
+// Changes the case of the 26 letters from cFirst on.
+template<class tUnit> void SwapCase(tUnit* pUnits, int nCount, char cFirst)
+{
+    typedef std::make_unsigned_t<tUnit> tUnsigned;
+    constexpr tUnsigned NUM_LETTERS = 26;
+    constexpr tUnsigned CASE_BIT = 'a' - 'A';
+    for (int nIndex = 0; nIndex < nCount; ++nIndex)
+    {
+        const bool bLetter = static_cast<tUnsigned>(pUnits[nIndex] - cFirst) < NUM_LETTERS;
+        pUnits[nIndex] = static_cast<tUnit>(pUnits[nIndex] ^ (bLetter ? CASE_BIT : 0));
+    }
+}
+
+// Changes the case of the ASCII letters from cFirst on in blocks that are all ASCII, and maps each unit of the others.
+template<class tUnit, class tMapping> void MapCase(tUnit* pUnits, int nCount, char cFirst, tMapping Map)
+{
+    constexpr int BLOCK_UNITS = 64;
+    for (tUnit* const pEnd = pUnits + nCount; pUnits < pEnd;)
+    {
+        const int nBlock = static_cast<int>(std::min<long long>(BLOCK_UNITS, pEnd - pUnits));
+        if (IsAscii(pUnits, nBlock))
+            SwapCase(pUnits, nBlock, cFirst);
+        else
+            std::transform(pUnits, pUnits + nBlock, pUnits, Map);
+        pUnits += nBlock;
+    }
+}
+} // namespace TOVAsciiCase
+} // namespace TOVPlatform

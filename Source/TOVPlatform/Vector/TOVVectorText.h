@@ -1,0 +1,23 @@
+// Declares searches in text that look at many units at once. Internal to the text functions.
+#pragma once
+
+#include <cstddef>
+
+namespace TOVPlatform
+{
+// Each function does the same with vector instructions and without them; TOVVectorText.cpp says when it uses them.
+// Texts are zero-terminated. The vectors may read units that follow a text, but no other page of memory.
+namespace TOVVectorText
+{
+// Returns the first unit that is cUnit or the terminator.
+const wchar_t* FindUnitOrEnd(const wchar_t* szText, wchar_t cUnit);
+
+// Returns the first occurrence of a text that is not empty, or null. Cost: linear in what is read of the text, which is
+// the part up to the end of the occurrence.
+const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart);
+
+// Returns a number of units at the start of both texts that are ASCII characters, none of them the terminator, and
+// equal if the case of the letters A to Z is ignored. There may be more such units after them.
+std::size_t CountEqualNoCase(const wchar_t* szText1, const wchar_t* szText2);
+} // namespace TOVVectorText
+} // namespace TOVPlatform
