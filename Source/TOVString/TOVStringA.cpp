@@ -9,8 +9,11 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <functional>
 #include <optional>
+#include <type_traits>
 
 #undef TOV_CHECK_FILE
 #define TOV_CHECK_FILE "TOVString/TOVStringA"

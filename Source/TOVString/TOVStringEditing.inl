@@ -11,6 +11,9 @@ bool IsElement(const CTOVArray<tString>& oArray, const tString& oString)
     return !oBefore(&oString, &oArray[0]) && !oBefore(&oArray[oArray.GetCount() - 1], &oString);
 }
 
+// The check that a text which is replaced fails if its terminator is not where its length says.
+constexpr char NO_END_TEXT[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
+
 struct sReplacement
 {
     const tUnit* szOld;
@@ -34,28 +37,44 @@ tUnit* NextHit(tUnit* szSegment, const tUnit* pEnd, const tUnit* szOld, int nOld
     return szHit != nullptr && pEnd - szHit >= nOldLength ? szHit : nullptr;
 }
 
+// The first hits of a text, so that they need not be searched for again.
+struct sFoundHits
+{
+    static constexpr int MAX_PLACES = 256;
+
+    int nHits = 0;
+    int aPlaces[MAX_PLACES];
+    bool bAll = false; // they are all hits, and each of them is replaced
+
+    void Add(std::ptrdiff_t nPlace)
+    {
+        if (nHits < MAX_PLACES)
+            aPlaces[nHits] = static_cast<int>(nPlace);
+        ++nHits;
+    }
+};
+
 // Settled: where a sharer of the block has written a longer text into it, hits that this string's length does not
 // cover are counted too. The check of the new length fails because of them.
-int CountHits(tUnit* szText, int nLength, const tUnit* szOld)
+void FindHits(tUnit* szText, int nLength, const tUnit* szOld, int nOldLength, sFoundHits& oHits)
 {
-    const int nOldLength = TOVText::Length(szOld);
     const tUnit* const pEnd = szText + nLength;
-    int nHits = 0;
-    for (tUnit* szSegment = szText; szSegment < pEnd; szSegment = NextSegment(szSegment))
+    int nSegments = 0;
+    for (tUnit* szSegment = szText; szSegment < pEnd; szSegment = NextSegment(szSegment), ++nSegments)
     {
         while (tUnit* szHit = TOVText::FindString(szSegment, szOld))
         {
             szSegment = szHit + nOldLength;
-            ++nHits;
+            oHits.Add(szHit - szText);
         }
     }
-    return nHits;
+    oHits.bAll = nSegments == 1 && szText[nLength] == 0 && oHits.nHits <= sFoundHits::MAX_PLACES;
 }
 
 // Calls fnReplace for each hit that is replaced, front to back, and returns their number. Settled: segments whose
 // place in the new text is at nLimit or after it are not looked at.
 template<class TFunction>
-int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit, TFunction fnReplace)
+int SearchHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit, TFunction fnReplace)
 {
     const tUnit* const pEnd = szText + nLength;
     int nHits = 0;
@@ -72,10 +91,22 @@ int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int 
     return nHits;
 }
 
+// Does the same, without a search if the hits are known.
+template<class TFunction>
+int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit, const sFoundHits& oHits,
+              TFunction fnReplace)
+{
+    if (!oHits.bAll)
+        return SearchHits(szText, nLength, oReplacement, nLimit, fnReplace);
+    for (int nHit = 0; nHit < oHits.nHits; ++nHit)
+        fnReplace(szText + oHits.aPlaces[nHit]);
+    return oHits.nHits;
+}
+
 void Move(tUnit* pDestination, const tUnit* pSource, std::ptrdiff_t nCount)
 {
     if (nCount > 0)
-        TOVPlatform::TOVMemory::Move(pDestination, pSource, nCount * sizeof(tUnit));
+        std::memmove(pDestination, pSource, nCount * sizeof(tUnit));
 }
 
 // Copies the units and returns the place after the copies.
@@ -98,21 +129,45 @@ void EndShrunkText(tUnit* pOldEnd, std::ptrdiff_t nShrinkage, int nReplaced)
     }
 }
 
+// Replaces the hits by a text of the same length where they are.
+int ReplaceInPlace(tUnit* szText, int nLength, const sReplacement& oReplacement)
+{
+    // Hits that end after the length are counted and not replaced.
+    const tUnit* const pEnd = szText + nLength;
+    int nHits = 0;
+    int nReplaced = 0;
+    for (tUnit* szSegment = szText; szSegment < pEnd; szSegment = NextSegment(szSegment))
+    {
+        for (tUnit* szHit; (szHit = TOVText::FindString(szSegment, oReplacement.szOld)) != nullptr; ++nHits)
+        {
+            szSegment = szHit + oReplacement.nOldLength;
+            if (szSegment <= pEnd)
+            {
+                Append(szHit, oReplacement.szNew, oReplacement.szNew + oReplacement.nNewLength);
+                ++nReplaced;
+            }
+        }
+    }
+    if (nReplaced > 0)
+        szText[nLength] = 0;
+    return nHits;
+}
+
 // Replaces the hits in a block that has room for the new text.
-void ReplaceHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit)
+void ReplaceHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int nLimit, const sFoundHits& oHits)
 {
     // A text that grows is first moved to where it will end, so that what is written never overtakes what is read.
     const std::ptrdiff_t nGrowth = oReplacement.GetGrowth();
     tUnit* szSource = szText;
     if (nGrowth > 0)
     {
-        szSource += nGrowth * VisitHits(szText, nLength, oReplacement, nLimit, [](const tUnit*) {});
+        szSource += nGrowth * VisitHits(szText, nLength, oReplacement, nLimit, oHits, [](const tUnit*) {});
         Move(szSource, szText, nLength);
     }
 
     tUnit* pWritten = szText;
     const tUnit* pRead = szSource;
-    const int nReplaced = VisitHits(szSource, nLength, oReplacement, nLimit, [&](const tUnit* szHit) {
+    const int nReplaced = VisitHits(szSource, nLength, oReplacement, nLimit, oHits, [&](const tUnit* szHit) {
         pWritten = Append(pWritten, pRead, szHit);
         pWritten = Append(pWritten, oReplacement.szNew, oReplacement.szNew + oReplacement.nNewLength);
         pRead = szHit + oReplacement.nOldLength;
@@ -218,11 +273,20 @@ int tString::Replace(const tUnit* szOld, const tUnit* szNew)
         return Replace(oOld.GetString(), oNew.GetString());
     }
 
-    const int nHits = CountHits(GetString(), m_nStringLength, szOld);
+    const sReplacement oReplacement = {szOld, TOVText::Length(szOld), OrEmpty(szNew), TOVText::Length(OrEmpty(szNew))};
+    if (oReplacement.GetGrowth() == 0 && m_nStringLength < m_oData.GetSize())
+    {
+        const int nHits = ReplaceInPlace(GetString(), m_nStringLength, oReplacement);
+        TOV_ASSERT_TEXT(nHits == 0 || GetString()[m_nStringLength] == 0, NO_END_TEXT);
+        return nHits;
+    }
+
+    sFoundHits oHits;
+    FindHits(GetString(), m_nStringLength, szOld, oReplacement.nOldLength, oHits);
+    const int nHits = oHits.nHits;
     if (nHits == 0)
         return 0;
 
-    const sReplacement oReplacement = {szOld, TOVText::Length(szOld), OrEmpty(szNew), TOVText::Length(OrEmpty(szNew))};
     const int nLength = m_nStringLength;
     const int nNewLength = CheckedLength(static_cast<long long>(oReplacement.GetGrowth()) * nHits + nLength);
     if (m_oData.GetSize() < nNewLength + 1)
@@ -232,8 +296,8 @@ int tString::Replace(const tUnit* szOld, const tUnit* szNew)
         m_nStringLength = nNewLength;
     }
     // Settled: in a block that did not grow, segments are looked for up to the old length only.
-    ReplaceHits(GetString(), nLength, oReplacement, m_nStringLength);
-    TOV_ASSERT(GetData()->GetBuffer()[nNewLength] == '\0');
+    ReplaceHits(GetString(), nLength, oReplacement, m_nStringLength, oHits);
+    TOV_ASSERT_TEXT(GetString()[nNewLength] == 0, NO_END_TEXT);
     m_nStringLength = nNewLength;
     return nHits;
 }

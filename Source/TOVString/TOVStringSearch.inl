@@ -3,6 +3,9 @@
 
 namespace
 {
+// The check that a search refuses a text with.
+constexpr char NO_TEXT_TO_FIND[] = "(0 <= nStartPos) && (szSubStringToSearch != NULL)";
+
 int IndexOf(const tString& oString, const tUnit* szHit)
 {
     return szHit != nullptr ? static_cast<int>(szHit - oString.GetString()) : -1;
@@ -44,17 +47,94 @@ int LastPosition(const tString& oString, const tUnit* szOther, int nStart, int n
     return nPosition;
 }
 
+// Whether both have the same bytes.
+bool AreEqual(const tUnit* pFirst, const tUnit* pSecond, std::size_t nCount)
+{
+    const char* const pBytes1 = reinterpret_cast<const char*>(pFirst);
+    const char* const pBytes2 = reinterpret_cast<const char*>(pSecond);
+    const std::size_t nBytes = nCount * sizeof(tUnit);
+    std::uint64_t aWords1[2];
+    std::uint64_t aWords2[2];
+    constexpr std::size_t WORD_BYTES = sizeof(aWords1[0]);
+    if (nBytes < WORD_BYTES || nBytes > 2 * WORD_BYTES)
+        return std::memcmp(pBytes1, pBytes2, nBytes) == 0;
+
+    // A short text is two words, which may overlap.
+    std::memcpy(&aWords1[0], pBytes1, WORD_BYTES);
+    std::memcpy(&aWords1[1], pBytes1 + nBytes - WORD_BYTES, WORD_BYTES);
+    std::memcpy(&aWords2[0], pBytes2, WORD_BYTES);
+    std::memcpy(&aWords2[1], pBytes2 + nBytes - WORD_BYTES, WORD_BYTES);
+    return ((aWords1[0] ^ aWords2[0]) | (aWords1[1] ^ aWords2[1])) == 0;
+}
+
+// Whether the text begins with the other one.
+bool IsAt(const tUnit* szText, const tUnit* szOther)
+{
+    while (*szOther != 0 && *szText == *szOther)
+    {
+        ++szText;
+        ++szOther;
+    }
+    return *szOther == 0;
+}
+
+// Whether a text of nCount units has no zero, and each of its units is a character in every code page. Wide units are
+// characters anyway.
+bool AreSingleUnits(const tUnit* pUnits, std::ptrdiff_t nCount)
+{
+    // Loops of a fixed length become vector instructions. The last block may overlap the one before it.
+    constexpr std::ptrdiff_t BLOCK_UNITS = 32 / sizeof(tUnit);
+    const auto AreBlocks = [](const tUnit* pBlock) {
+        typedef std::make_unsigned_t<tUnit> tUnsigned;
+        tUnsigned nAllBits = 0;
+        tUnsigned nZeros = 0;
+        for (std::ptrdiff_t nIndex = 0; nIndex < BLOCK_UNITS; ++nIndex)
+        {
+            nAllBits = static_cast<tUnsigned>(nAllBits | static_cast<tUnsigned>(pBlock[nIndex]));
+            nZeros = static_cast<tUnsigned>(nZeros | (pBlock[nIndex] == 0 ? 1 : 0));
+        }
+        return nZeros == 0 && (sizeof(tUnit) > 1 || nAllBits < 0x80);
+    };
+    const tUnit* const pEnd = pUnits + nCount;
+    if (nCount < BLOCK_UNITS)
+        return std::all_of(pUnits, pEnd, [](tUnit cUnit) { return cUnit > 0; });
+    for (; pUnits <= pEnd - BLOCK_UNITS; pUnits += BLOCK_UNITS)
+    {
+        if (!AreBlocks(pUnits))
+            return false;
+    }
+    return AreBlocks(pEnd - BLOCK_UNITS);
+}
+
 // Whether the last position of oOther's text is nPosition. Hits may overlap; the position is -1 if there is none.
 bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
 {
     const tUnit* const szOther = oOther.GetString();
+    const tUnit* const szText = oString.GetString();
+    TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
+    const int nLength = static_cast<int>(oString.GetLength());
+    const int nOtherLength = static_cast<int>(oOther.GetLength());
+    if (nOtherLength > 0 && nPosition >= 0 && nPosition + nOtherLength == nLength)
+    {
+        const tUnit* const szPlace = szText + nPosition;
+        if (!AreEqual(szPlace, szOther, nOtherLength))
+        {
+            if (!IsAt(szPlace, szOther))
+                return false;
+        }
+        else if (szPlace[nOtherLength] == 0 && szOther[nOtherLength] == 0 && AreSingleUnits(szText, nLength))
+        {
+            // The whole text is characters of one unit, so that the walk below would come to its end.
+            return true;
+        }
+    }
+
     const int nFirst = oString.Find(szOther);
     // Settled: a suffix one character longer than the string makes -1 on both sides, which counts as found.
     if (nFirst == -1 || nPosition < nFirst)
         return nFirst == nPosition;
 
     // Where units are characters, every hit is reached, and the walk can begin at the position itself.
-    const tUnit* const szText = oString.GetString();
     const int nLast = TOVText::Length(szText) - TOVText::Length(szOther);
     const bool bUnits = nPosition <= nLast && TOVText::NInc(szText, nPosition) == szText + nPosition;
     return LastPosition(oString, szOther, bUnits ? nPosition : 0, nLast) == nPosition;
@@ -122,10 +202,15 @@ int tString::ReverseFindNotOneOf(const tUnit* szCharSet, int nStartPos) const
 
 // Prefix and suffix
 
-// Settled: a search, not a comparison of the first characters.
 bool tString::BeginsWith(const tString& oOther) const
 {
-    return Find(oOther.GetString()) == 0;
+    const tUnit* const szOther = oOther.GetString();
+    TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
+    if (m_nStringLength == 0 || *szOther == 0)
+        return false;
+    const int nOtherLength = oOther.m_nStringLength;
+    const bool bEqual = nOtherLength <= m_nStringLength && AreEqual(GetString(), szOther, nOtherLength);
+    return (bEqual && szOther[nOtherLength] == 0) || IsAt(GetString(), szOther);
 }
 
 bool tString::BeginsWithNoCase(const tString& oOther) const
