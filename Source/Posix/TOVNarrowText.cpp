@@ -2,6 +2,7 @@
 
 #include <Posix/Text/TOVCollation.h>
 #include <Posix/Text/TOVMultiByte.h>
+#include <TOVPlatform/TOVAsciiCase.h>
 
 #include <algorithm>
 #include <cctype>
@@ -25,10 +26,27 @@ char UpperCase(char cUnit)
     return static_cast<char>(std::toupper(static_cast<unsigned char>(cUnit)));
 }
 
+// Some locales have other counterparts of ASCII letters. All of them have them of the letter I.
+void LowerUnits(char* pUnits, int nCount)
+{
+    if (LowerCase('I') == 'i')
+        TOVAsciiCase::MapCase(pUnits, nCount, 'A', LowerCase);
+    else
+        std::transform(pUnits, pUnits + nCount, pUnits, LowerCase);
+}
+
+void RaiseUnits(char* pUnits, int nCount)
+{
+    if (UpperCase('i') == 'I')
+        TOVAsciiCase::MapCase(pUnits, nCount, 'a', UpperCase);
+    else
+        std::transform(pUnits, pUnits + nCount, pUnits, UpperCase);
+}
+
 std::string ToLowerText(const char* szString)
 {
     std::string sResult(szString);
-    std::transform(sResult.begin(), sResult.end(), sResult.begin(), LowerCase);
+    LowerUnits(sResult.data(), static_cast<int>(sResult.size()));
     return sResult;
 }
 } // namespace
@@ -47,12 +65,12 @@ int CollateNoCase(const char* szString1, const char* szString2)
 
 void ToLower(char* szString)
 {
-    std::transform(szString, szString + std::strlen(szString), szString, LowerCase);
+    LowerUnits(szString, static_cast<int>(std::strlen(szString)));
 }
 
 void ToUpper(char* szString)
 {
-    std::transform(szString, szString + std::strlen(szString), szString, UpperCase);
+    RaiseUnits(szString, static_cast<int>(std::strlen(szString)));
 }
 
 const char* Inc(const char* szString)
@@ -62,9 +80,16 @@ const char* Inc(const char* szString)
 
 const char* NInc(const char* szString, int nCount)
 {
+    if (!TOVMultiByte::HasMultiByteCharacters())
+        return szString + strnlen(szString, nCount);
     for (; nCount > 0 && *szString != '\0'; --nCount)
         szString += TOVMultiByte::CharacterSize(szString);
     return szString;
+}
+
+bool IsDecLocal()
+{
+    return TOVMultiByte::IsPreviousLocal();
 }
 
 const char* Dec(const char* szStart, const char* szCurrent)

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <system_error>
 #include <wctype.h>
 
 namespace TOVPlatform
@@ -17,14 +20,24 @@ namespace
 {
 constexpr std::uint64_t MAX_MAGNITUDE = UINT32_MAX;
 
-bool IsWhiteSpace(char cUnit)
+bool IsWhiteSpaceOfLocale(char cUnit)
 {
     return std::isspace(static_cast<unsigned char>(cUnit)) != 0;
 }
 
-bool IsWhiteSpace(wchar_t cUnit)
+bool IsWhiteSpaceOfLocale(wchar_t cUnit)
 {
     return iswspace(cUnit) != 0;
+}
+
+// Locales differ after ASCII only.
+template<class tUnit> bool IsWhiteSpace(tUnit cUnit)
+{
+    constexpr int LAST_ASCII = 0x7F;
+    const int nUnit = cUnit;
+    if (nUnit < 0 || nUnit > LAST_ASCII)
+        return IsWhiteSpaceOfLocale(cUnit);
+    return nUnit == ' ' || ('\t' <= nUnit && nUnit <= '\r');
 }
 
 template<class tUnit> bool IsDecimalDigit(tUnit cUnit)
@@ -66,6 +79,21 @@ struct sInteger
     std::uint64_t ullMagnitude = 0; // 0x100000000 stands for all larger values
 };
 
+// Reads the digits of the most common base.
+template<class tUnit> sInteger ReadDecimal(const tUnit* szText, tUnit** pszEnd, sInteger oResult)
+{
+    const tUnit* const szDigits = szText;
+    for (; IsDecimalDigit(*szText); ++szText)
+    {
+        oResult.ullMagnitude = oResult.ullMagnitude * 10 + static_cast<unsigned int>(*szText - '0');
+        if (oResult.ullMagnitude > MAX_MAGNITUDE)
+            oResult.ullMagnitude = MAX_MAGNITUDE + 1;
+    }
+    if (szText != szDigits)
+        *pszEnd = const_cast<tUnit*>(szText);
+    return oResult;
+}
+
 template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     sInteger oResult;
@@ -83,6 +111,8 @@ template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd,
         nBase = *szText == '0' ? 8 : 10;
     }
 
+    if (nBase == 10)
+        return ReadDecimal(szText, pszEnd, oResult);
     for (; DigitValue(*szText) < nBase; ++szText)
     {
         const std::uint64_t ullValue = oResult.ullMagnitude * static_cast<std::uint64_t>(nBase) + DigitValue(*szText);
@@ -101,10 +131,16 @@ public:
     bool HasNumber() const { return m_bHasNumber; }
     const tUnit* GetEnd() const { return m_szEnd; }
 
-    // Reads the number by the C library's strtod, which gets it with the exponent letter e.
     double GetValue() const;
 
 private:
+    static char ToAscii(tUnit cUnit) { return static_cast<char>(cUnit); }
+
+    // Reads a number that has the same form in every locale, in which the standard library reads it. Returns false for
+    // another form, and for a number that is too large or too small for a double: the C library's strtod, which follows
+    // the locale, gets these with the exponent letter e.
+    bool ReadPlain(double& dValue) const;
+
     void Scan();
     const tUnit* ScanDigits(const tUnit* szText);
     void ScanExponent();
@@ -155,8 +191,33 @@ template<class tUnit> void CDecimalScanner<tUnit>::Scan()
         ScanExponent();
 }
 
+template<class tUnit> bool CDecimalScanner<tUnit>::ReadPlain(double& dValue) const
+{
+    const bool bPlainPoint = m_szAfterPoint == m_szPoint || (m_szAfterPoint == m_szPoint + 1 && *m_szPoint == '.');
+    const bool bPlainExponent = m_szExponent == nullptr || *m_szExponent == 'e' || *m_szExponent == 'E';
+    if (!bPlainPoint || !bPlainExponent)
+        return false;
+
+    if constexpr (sizeof(tUnit) == sizeof(char))
+    {
+        return std::from_chars(m_szBegin, m_szEnd, dValue).ec == std::errc();
+    }
+    else
+    {
+        char szNumber[64];
+        if (m_szEnd - m_szBegin > static_cast<std::ptrdiff_t>(sizeof(szNumber)))
+            return false;
+        const char* const szEnd = std::transform(m_szBegin, m_szEnd, szNumber, ToAscii);
+        return std::from_chars(szNumber, szEnd, dValue).ec == std::errc();
+    }
+}
+
 template<class tUnit> double CDecimalScanner<tUnit>::GetValue() const
 {
+    double dValue = 0;
+    if (ReadPlain(dValue))
+        return dValue;
+
     TOVMultiByte::sCharacter<char> oPoint;
     TOVMultiByte::GetDecimalPoint(oPoint);
 
@@ -170,7 +231,6 @@ template<class tUnit> double CDecimalScanner<tUnit>::GetValue() const
         szNumber = sLong.data();
     }
 
-    const auto ToAscii = [](tUnit cUnit) { return static_cast<char>(cUnit); };
     char* szOut = std::transform(m_szBegin, m_szPoint, szNumber, ToAscii);
     if (m_szAfterPoint != m_szPoint)
         szOut = std::copy_n(oPoint.szUnits, oPoint.nUnits, szOut);

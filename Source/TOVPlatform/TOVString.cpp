@@ -33,9 +33,8 @@ template<class tUnit> bool IsInSet(tUnit cUnit, const tUnit* szCharSet)
     return Backend::FindCharacter(szCharSet, cUnit) != nullptr;
 }
 
-// Settled: the walk ends when it reaches the start, so the unit at index 0 is never examined. An empty text, where the
-// walk would begin in front of the text, has no match.
-template<class tUnit> const tUnit* ReverseFind(const tUnit* szString, const tUnit* szCharSet, bool bWantedInSet)
+// Walks back over all characters but the first. In linear time, this is only possible where Dec takes constant time.
+template<class tUnit> const tUnit* WalkBack(const tUnit* szString, const tUnit* szCharSet, bool bWantedInSet)
 {
     const tUnit* szPosition = szString + Backend::Length(szString);
     while (szPosition > szString)
@@ -45,6 +44,33 @@ template<class tUnit> const tUnit* ReverseFind(const tUnit* szString, const tUni
             return szPosition;
     }
     return nullptr;
+}
+
+// Finds the same by a walk forward.
+const char* WalkForward(const char* szString, const char* szCharSet, bool bWantedInSet)
+{
+    const char* szLast = nullptr;
+    if (*szString == '\0')
+        return nullptr;
+    for (const char* szPosition = Backend::Inc(szString); *szPosition != '\0'; szPosition = Backend::Inc(szPosition))
+    {
+        if (IsInSet(*szPosition, szCharSet) == bWantedInSet)
+            szLast = szPosition;
+    }
+    return szLast;
+}
+
+// Settled: the walk ends when it reaches the start, so the unit at index 0 is never examined. An empty text, where the
+// walk would begin in front of the text, has no match.
+const char* ReverseFind(const char* szString, const char* szCharSet, bool bWantedInSet)
+{
+    return Backend::IsDecLocal() ? WalkBack(szString, szCharSet, bWantedInSet)
+                                 : WalkForward(szString, szCharSet, bWantedInSet);
+}
+
+const wchar_t* ReverseFind(const wchar_t* szString, const wchar_t* szCharSet, bool bWantedInSet)
+{
+    return WalkBack(szString, szCharSet, bWantedInSet);
 }
 } // namespace
 

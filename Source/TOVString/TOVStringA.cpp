@@ -3,6 +3,7 @@
 #include <Debug/TOVDebug.h>
 #include <TOVPlatform/TOVMemory.h>
 #include <TOVPlatform/TOVText.h>
+#include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVResourceLoader.h>
 #include <TOVString/TOVStringW.h>
 
@@ -13,7 +14,6 @@
 #include <cstring>
 #include <functional>
 #include <optional>
-#include <type_traits>
 
 #undef TOV_CHECK_FILE
 #define TOV_CHECK_FILE "TOVString/TOVStringA"

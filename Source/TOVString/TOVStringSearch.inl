@@ -78,34 +78,6 @@ bool IsAt(const tUnit* szText, const tUnit* szOther)
     return *szOther == 0;
 }
 
-// Whether a text of nCount units has no zero, and each of its units is a character in every code page. Wide units are
-// characters anyway.
-bool AreSingleUnits(const tUnit* pUnits, std::ptrdiff_t nCount)
-{
-    // Loops of a fixed length become vector instructions. The last block may overlap the one before it.
-    constexpr std::ptrdiff_t BLOCK_UNITS = 32 / sizeof(tUnit);
-    const auto AreBlocks = [](const tUnit* pBlock) {
-        typedef std::make_unsigned_t<tUnit> tUnsigned;
-        tUnsigned nAllBits = 0;
-        tUnsigned nZeros = 0;
-        for (std::ptrdiff_t nIndex = 0; nIndex < BLOCK_UNITS; ++nIndex)
-        {
-            nAllBits = static_cast<tUnsigned>(nAllBits | static_cast<tUnsigned>(pBlock[nIndex]));
-            nZeros = static_cast<tUnsigned>(nZeros | (pBlock[nIndex] == 0 ? 1 : 0));
-        }
-        return nZeros == 0 && (sizeof(tUnit) > 1 || nAllBits < 0x80);
-    };
-    const tUnit* const pEnd = pUnits + nCount;
-    if (nCount < BLOCK_UNITS)
-        return std::all_of(pUnits, pEnd, [](tUnit cUnit) { return cUnit > 0; });
-    for (; pUnits <= pEnd - BLOCK_UNITS; pUnits += BLOCK_UNITS)
-    {
-        if (!AreBlocks(pUnits))
-            return false;
-    }
-    return AreBlocks(pEnd - BLOCK_UNITS);
-}
-
 // Whether the last position of oOther's text is nPosition. Hits may overlap; the position is -1 if there is none.
 bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
 {
@@ -122,7 +94,8 @@ bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition
             if (!IsAt(szPlace, szOther))
                 return false;
         }
-        else if (szPlace[nOtherLength] == 0 && szOther[nOtherLength] == 0 && AreSingleUnits(szText, nLength))
+        else if (szPlace[nOtherLength] == 0 && szOther[nOtherLength] == 0 &&
+                 TOVPlatform::TOVVectorText::AreSingleUnits(szText, nLength))
         {
             // The whole text is characters of one unit, so that the walk below would come to its end.
             return true;

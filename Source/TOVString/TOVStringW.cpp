@@ -2,6 +2,7 @@
 
 #include <TOVPlatform/TOVMemory.h>
 #include <TOVPlatform/TOVText.h>
+#include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVStringA.h>
 
 #include <algorithm>
@@ -11,7 +12,6 @@
 #include <cstring>
 #include <functional>
 #include <optional>
-#include <type_traits>
 
 #undef TOV_CHECK_FILE
 #define TOV_CHECK_FILE "TOVString/TOVStringW"

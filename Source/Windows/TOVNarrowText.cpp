@@ -54,6 +54,12 @@ const char* NInc(const char* szString, int nCount)
     return FromBytes(_mbsninc(ToBytes(szString), nCount));
 }
 
+// Where the code page has characters of two bytes, the runtime may read all bytes in front.
+bool IsDecLocal()
+{
+    return _getmbcp() == 0;
+}
+
 const char* Dec(const char* szStart, const char* szCurrent)
 {
     return FromBytes(_mbsdec(ToBytes(szStart), ToBytes(szCurrent)));

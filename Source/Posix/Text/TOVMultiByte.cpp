@@ -63,9 +63,14 @@ const char* PreviousCharacterFromStart(const char* szStart, const char* szCurren
 }
 } // namespace
 
+bool HasMultiByteCharacters()
+{
+    return MB_CUR_MAX > 1;
+}
+
 int CharacterSize(const char* szText)
 {
-    if (IsAscii(*szText) || MB_CUR_MAX == 1)
+    if (IsAscii(*szText) || !HasMultiByteCharacters())
         return 1;
 
     std::mbstate_t oState = {};
@@ -74,9 +79,14 @@ int CharacterSize(const char* szText)
     return (1 <= nSize && nSize <= nAvailable) ? static_cast<int>(nSize) : 1;
 }
 
+bool IsPreviousLocal()
+{
+    return !HasMultiByteCharacters() || HasCharacterSet("UTF-8");
+}
+
 const char* PreviousCharacter(const char* szStart, const char* szCurrent)
 {
-    if (MB_CUR_MAX == 1)
+    if (!HasMultiByteCharacters())
         return szCurrent - 1;
     return HasCharacterSet("UTF-8") ? PreviousUtf8Character(szStart, szCurrent)
                                     : PreviousCharacterFromStart(szStart, szCurrent);

@@ -9,9 +9,15 @@ namespace TOVPlatform
 // unit of the same value, as it does in the Windows runtime.
 namespace TOVMultiByte
 {
+// Whether a character can have more than one byte.
+bool HasMultiByteCharacters();
+
 // Bytes of the character at the text, which must not be at its terminator. A byte that begins no whole character
 // counts as one.
 int CharacterSize(const char* szText);
+
+// Whether PreviousCharacter takes constant time. With other character sets, it reads the text from the start.
+bool IsPreviousLocal();
 
 // Start of the character that ends in front of szCurrent, which must be after szStart.
 const char* PreviousCharacter(const char* szStart, const char* szCurrent);

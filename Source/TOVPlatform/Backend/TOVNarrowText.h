@@ -26,6 +26,9 @@ void ToUpper(char* szString);
 const char* Inc(const char* szString);
 const char* NInc(const char* szString, int nCount);
 
+// Returns whether Dec takes constant time; otherwise it may read the text from its start.
+bool IsDecLocal();
+
 // Returns the start of the character that ends before szCurrent, which is after szStart.
 const char* Dec(const char* szStart, const char* szCurrent);
 } // namespace Backend

@@ -2,6 +2,8 @@
 
 #include <TOVPlatform/TOVTextSearch.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
 
 // The sanitizers report reads after the end of a block, which the vectors make: their builds have the plain loops.
@@ -74,7 +76,7 @@ constexpr std::uintptr_t PAGE_SIZE = 4096; // or a multiple of it
 constexpr std::size_t VECTOR_UNITS = sizeof(__m128i) / sizeof(wchar_t);
 constexpr int ALL_BYTES = 0xFFFF;
 
-__m128i Load(const wchar_t* pUnits)
+template<class tUnit> __m128i Load(const tUnit* pUnits)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(pUnits));
 }
@@ -227,7 +229,61 @@ std::size_t CountEqualNoCase(const wchar_t* szText1, const wchar_t* szText2)
     }
     return nEqual;
 }
+
+bool AreSingleUnits(const char* pUnits, std::size_t nCount)
+{
+    if (nCount < sizeof(__m128i))
+        return std::all_of(pUnits, pUnits + nCount, [](char cUnit) { return cUnit > 0; });
+
+    // The last vector may overlap the one before it.
+    const char* const pLast = pUnits + nCount - sizeof(__m128i);
+    __m128i oBits = Load(pLast);
+    __m128i oLeast = oBits;
+    for (; pUnits + sizeof(__m128i) < pLast; pUnits += 2 * sizeof(__m128i))
+    {
+        const __m128i oUnits0 = Load(pUnits);
+        const __m128i oUnits1 = Load(pUnits + sizeof(__m128i));
+        oBits = _mm_or_si128(oBits, _mm_or_si128(oUnits0, oUnits1));
+        oLeast = _mm_min_epu8(oLeast, _mm_min_epu8(oUnits0, oUnits1));
+    }
+    if (pUnits < pLast)
+    {
+        const __m128i oUnits = Load(pUnits);
+        oBits = _mm_or_si128(oBits, oUnits);
+        oLeast = _mm_min_epu8(oLeast, oUnits);
+    }
+    return ToMask(_mm_or_si128(oBits, _mm_cmpeq_epi8(oLeast, _mm_setzero_si128()))) == 0;
+}
+
+bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount)
+{
+    if (nCount < VECTOR_UNITS)
+        return std::find(pUnits, pUnits + nCount, L'\0') == pUnits + nCount;
+
+    const auto Zeros = [](const wchar_t* pVector) { return _mm_cmpeq_epi16(Load(pVector), _mm_setzero_si128()); };
+    const wchar_t* const pLast = pUnits + nCount - VECTOR_UNITS;
+    __m128i oZeros = Zeros(pLast);
+    __m128i oOtherZeros = oZeros;
+    for (; pUnits + VECTOR_UNITS < pLast; pUnits += 2 * VECTOR_UNITS)
+    {
+        oZeros = _mm_or_si128(oZeros, Zeros(pUnits));
+        oOtherZeros = _mm_or_si128(oOtherZeros, Zeros(pUnits + VECTOR_UNITS));
+    }
+    if (pUnits < pLast)
+        oZeros = _mm_or_si128(oZeros, Zeros(pUnits));
+    return ToMask(_mm_or_si128(oZeros, oOtherZeros)) == 0;
+}
 #else
+bool AreSingleUnits(const char* pUnits, std::size_t nCount)
+{
+    return std::all_of(pUnits, pUnits + nCount, [](char cUnit) { return 0 < cUnit && cUnit <= SCHAR_MAX; });
+}
+
+bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount)
+{
+    return std::find(pUnits, pUnits + nCount, L'\0') == pUnits + nCount;
+}
+
 const wchar_t* FindUnitOrEnd(const wchar_t* szText, wchar_t cUnit)
 {
     while (*szText != cUnit && *szText != 0)

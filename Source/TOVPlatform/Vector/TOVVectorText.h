@@ -19,5 +19,10 @@ const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart);
 // Returns a number of units at the start of both texts that are ASCII characters, none of them the terminator, and
 // equal if the case of the letters A to Z is ignored. There may be more such units after them.
 std::size_t CountEqualNoCase(const wchar_t* szText1, const wchar_t* szText2);
+
+// Whether nCount units are characters of one unit each, in every code page, and none of them is zero: ASCII characters
+// in narrow text, and any others in wide text. They need no terminator; no other unit is read.
+bool AreSingleUnits(const char* pUnits, std::size_t nCount);
+bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount);
 } // namespace TOVVectorText
 } // namespace TOVPlatform
