@@ -73,6 +73,11 @@ void ToUpper(char* szString)
     RaiseUnits(szString, static_cast<int>(std::strlen(szString)));
 }
 
+char* FindString(char* szString, const char* szSubString)
+{
+    return std::strstr(szString, szSubString);
+}
+
 const char* Inc(const char* szString)
 {
     return szString + (*szString != '\0' ? TOVMultiByte::CharacterSize(szString) : 1);

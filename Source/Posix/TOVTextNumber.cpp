@@ -79,19 +79,20 @@ struct sInteger
     std::uint64_t ullMagnitude = 0; // 0x100000000 stands for all larger values
 };
 
-// Reads the digits of the most common base.
-template<class tUnit> sInteger ReadDecimal(const tUnit* szText, tUnit** pszEnd, sInteger oResult)
+// Returns the value of decimal digits; MAX_MAGNITUDE + 1 stands for all larger values.
+template<class tUnit> std::uint64_t DecimalValue(const tUnit* szDigits, const tUnit* szEnd)
 {
-    const tUnit* const szDigits = szText;
-    for (; IsDecimalDigit(*szText); ++szText)
+    constexpr std::ptrdiff_t SAFE_DIGITS = 19;
+    std::uint64_t ullValue = 0;
+    if (szEnd - szDigits <= SAFE_DIGITS)
     {
-        oResult.ullMagnitude = oResult.ullMagnitude * 10 + static_cast<unsigned int>(*szText - '0');
-        if (oResult.ullMagnitude > MAX_MAGNITUDE)
-            oResult.ullMagnitude = MAX_MAGNITUDE + 1;
+        for (; szDigits < szEnd; ++szDigits)
+            ullValue = ullValue * 10 + static_cast<unsigned int>(*szDigits - '0');
+        return std::min(ullValue, MAX_MAGNITUDE + 1);
     }
-    if (szText != szDigits)
-        *pszEnd = const_cast<tUnit*>(szText);
-    return oResult;
+    for (; szDigits < szEnd; ++szDigits)
+        ullValue = std::min(ullValue * 10 + static_cast<unsigned int>(*szDigits - '0'), MAX_MAGNITUDE + 1);
+    return ullValue;
 }
 
 template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd, int nBase)
@@ -112,7 +113,15 @@ template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd,
     }
 
     if (nBase == 10)
-        return ReadDecimal(szText, pszEnd, oResult);
+    {
+        const tUnit* szDigitsEnd = szText;
+        while (IsDecimalDigit(*szDigitsEnd))
+            ++szDigitsEnd;
+        if (szDigitsEnd != szText)
+            *pszEnd = const_cast<tUnit*>(szDigitsEnd);
+        oResult.ullMagnitude = DecimalValue(szText, szDigitsEnd);
+        return oResult;
+    }
     for (; DigitValue(*szText) < nBase; ++szText)
     {
         const std::uint64_t ullValue = oResult.ullMagnitude * static_cast<std::uint64_t>(nBase) + DigitValue(*szText);

@@ -44,11 +44,6 @@ inline const char* FindLastCharacter(const char* szString, int nCharacter)
     return std::strrchr(szString, nCharacter);
 }
 
-inline char* FindString(char* szString, const char* szSubString)
-{
-    return std::strstr(szString, szSubString);
-}
-
 inline const char* FindOneOf(const char* szString, const char* szCharSet)
 {
     return std::strpbrk(szString, szCharSet);

@@ -112,4 +112,57 @@ private:
     std::ptrdiff_t m_nPeriod = 0;
     bool m_bPeriodic = false;
 };
+
+// Compares a part at one place of a text after the other, which is fast for most texts: it costs no more than a few
+// comparisons for each unit. Where it is slow, the two-way search takes over.
+template<class tUnit> class CTOVPartMatcher
+{
+public:
+    CTOVPartMatcher(const tUnit* szText, const tUnit* szPart) : m_szText(szText), m_szPart(szPart) {}
+
+    // Whether the part stands at the place.
+    bool IsAt(const tUnit* szPlace)
+    {
+        std::size_t nEqual = 0;
+        while (m_szPart[nEqual] != 0 && szPlace[nEqual] == m_szPart[nEqual])
+            ++nEqual;
+        m_nComparisons += nEqual;
+        return m_szPart[nEqual] == 0;
+    }
+
+    // Whether the comparisons at the places before this one have become too many.
+    bool IsSlow(const tUnit* szPlace) const
+    {
+        constexpr std::size_t FREE_COMPARISONS = 256;
+        return m_nComparisons > FREE_COMPARISONS + 4 * static_cast<std::size_t>(szPlace - m_szText);
+    }
+
+    // Returns the first occurrence from the place on, or null.
+    const tUnit* FindInLinearTime(const tUnit* szPlace) const
+    {
+        return CTOVTwoWaySearch<tUnit>(m_szPart).FindIn(szPlace);
+    }
+
+private:
+    const tUnit* m_szText;
+    const tUnit* m_szPart;
+    std::size_t m_nComparisons = 0;
+};
+
+// Returns the first occurrence of a part that is not empty, or null. Cost: linear in what is read of the text, which is
+// the units up to the end of the occurrence.
+template<class tUnit> const tUnit* FindPart(const tUnit* szText, const tUnit* szPart)
+{
+    CTOVPartMatcher<tUnit> oMatcher(szText, szPart);
+    for (; *szText != 0; ++szText)
+    {
+        if (*szText != *szPart)
+            continue;
+        if (oMatcher.IsAt(szText))
+            return szText;
+        if (oMatcher.IsSlow(szText))
+            return oMatcher.FindInLinearTime(szText);
+    }
+    return nullptr;
+}
 } // namespace TOVPlatform

@@ -1,5 +1,7 @@
 #include <TOVPlatform/Backend/TOVNarrowText.h>
 
+#include <TOVPlatform/TOVTextSearch.h>
+
 #include <cstring>
 #include <mbstring.h>
 
@@ -39,6 +41,12 @@ void ToLower(char* szString)
 void ToUpper(char* szString)
 {
     _strupr(szString);
+}
+
+// The runtime's search compares the whole part at each place.
+char* FindString(char* szString, const char* szSubString)
+{
+    return const_cast<char*>(FindPart<char>(szString, szSubString));
 }
 
 const char* Inc(const char* szString)

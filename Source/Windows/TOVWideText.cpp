@@ -1,5 +1,7 @@
 #include <TOVPlatform/Backend/TOVWideText.h>
 
+#include <TOVPlatform/Vector/TOVVectorText.h>
+
 #include <cwchar>
 
 namespace TOVPlatform
@@ -58,7 +60,7 @@ const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter)
 
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
-    return std::wcsstr(szString, szSubString);
+    return const_cast<wchar_t*>(TOVVectorText::FindText(szString, szSubString));
 }
 
 const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)

@@ -19,6 +19,9 @@ int CollateNoCase(const char* szString1, const char* szString2);
 void ToLower(char* szString);
 void ToUpper(char* szString);
 
+// Returns the first occurrence of a text that is not empty, or null. Cost: linear in both texts.
+char* FindString(char* szString, const char* szSubString);
+
 // These move by characters. A byte that does not begin a whole character counts as one character.
 //
 // Inc moves one character forward; at the terminator, it moves one byte. From any other place it does not move past the

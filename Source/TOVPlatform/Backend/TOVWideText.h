@@ -29,8 +29,8 @@ void ToUpper(wchar_t* szString);
 const wchar_t* FindCharacter(const wchar_t* szString, int nCharacter);
 const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter);
 
-// Returns the first occurrence of a text that is not empty, or null. Cost: the text is read only up to the end of the
-// occurrence.
+// Returns the first occurrence of a text that is not empty, or null. Cost: linear in szSubString and in what is read of
+// the text, which is the units up to the end of the occurrence.
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString);
 
 // Returns the first unit that is in the set, or null. It does not examine the terminator.

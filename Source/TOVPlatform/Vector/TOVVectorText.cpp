@@ -35,42 +35,6 @@ std::uintptr_t ToAddress(const wchar_t* szText)
     return reinterpret_cast<std::uintptr_t>(szText);
 }
 
-// How many units at the start of the part stand at the text; at most nPart.
-std::size_t CountEqual(const wchar_t* szText, const wchar_t* szPart)
-{
-    std::size_t nEqual = 0;
-    while (szPart[nEqual] != 0 && szText[nEqual] == szPart[nEqual])
-        ++nEqual;
-    return nEqual;
-}
-
-// Compares at one place after the other, while that costs no more than a few comparisons for each unit of the text.
-class CPartMatcher
-{
-public:
-    CPartMatcher(const wchar_t* szText, const wchar_t* szPart) : m_szText(szText), m_szPart(szPart) {}
-
-    // Places come in ascending order.
-    bool IsAt(const wchar_t* szPlace)
-    {
-        const std::size_t nEqual = CountEqual(szPlace, m_szPart);
-        m_nComparisons += nEqual;
-        return m_szPart[nEqual] == 0;
-    }
-
-    // Whether the comparisons before the place have become too many. The search continues there in linear time.
-    bool IsSlow(const wchar_t* szPlace) const
-    {
-        constexpr std::size_t FREE_COMPARISONS = 256;
-        return m_nComparisons > FREE_COMPARISONS + 4 * static_cast<std::size_t>(szPlace - m_szText);
-    }
-
-private:
-    const wchar_t* m_szText;
-    const wchar_t* m_szPart;
-    std::size_t m_nComparisons = 0;
-};
-
 #if TOV_VECTOR_TEXT
 constexpr std::uintptr_t PAGE_SIZE = 4096; // or a multiple of it
 constexpr std::size_t VECTOR_UNITS = sizeof(__m128i) / sizeof(wchar_t);
@@ -174,7 +138,7 @@ const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart)
 
     // Every second vector is aligned to the size of both. The vector of the units before them begins in the text, too.
     constexpr std::uintptr_t GROUP_SIZE = 2 * sizeof(__m128i);
-    CPartMatcher oMatcher(szText, szPart);
+    CTOVPartMatcher<wchar_t> oMatcher(szText, szPart);
     do
     {
         if (oMatcher.IsAt(szText))
@@ -182,7 +146,7 @@ const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart)
         if (*szText == 0)
             return nullptr;
         if (oMatcher.IsSlow(szText))
-            return CTOVTwoWaySearch<wchar_t>(szPart).FindIn(szText);
+            return oMatcher.FindInLinearTime(szText);
         ++szText;
     } while (!IsAligned(szText, GROUP_SIZE));
 
@@ -207,7 +171,7 @@ const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart)
             if (oMatcher.IsAt(pSecond - 1))
                 return pSecond - 1;
             if (oMatcher.IsSlow(pSecond))
-                return CTOVTwoWaySearch<wchar_t>(szPart).FindIn(pSecond);
+                return oMatcher.FindInLinearTime(pSecond);
         }
     }
 }
@@ -293,15 +257,7 @@ const wchar_t* FindUnitOrEnd(const wchar_t* szText, wchar_t cUnit)
 
 const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart)
 {
-    CPartMatcher oMatcher(szText, szPart);
-    for (; *szText != 0; ++szText)
-    {
-        if (oMatcher.IsAt(szText))
-            return szText;
-        if (oMatcher.IsSlow(szText))
-            return CTOVTwoWaySearch<wchar_t>(szPart).FindIn(szText);
-    }
-    return nullptr;
+    return FindPart(szText, szPart);
 }
 
 std::size_t CountEqualNoCase(const wchar_t*, const wchar_t*)

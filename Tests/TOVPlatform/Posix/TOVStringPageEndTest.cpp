@@ -1,0 +1,75 @@
+// Texts that begin or end where the next page of memory cannot be read.
+#include "TOVPlatform/TOVStringApis.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr int MAX_LENGTH = 70;
+
+// One page between two that nobody may read.
+class CLonePage
+{
+public:
+    CLonePage() : m_nSize(static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)))
+    {
+        m_pPages = ::mmap(nullptr, 3 * m_nSize, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (m_pPages == MAP_FAILED || ::mprotect(GetStart(), m_nSize, PROT_READ | PROT_WRITE) != 0)
+            throw std::runtime_error("no page");
+    }
+    ~CLonePage() { ::munmap(m_pPages, 3 * m_nSize); }
+    CLonePage(const CLonePage&) = delete;
+    CLonePage& operator=(const CLonePage&) = delete;
+
+    char* GetStart() const { return static_cast<char*>(m_pPages) + m_nSize; }
+    char* GetEnd() const { return GetStart() + m_nSize; }
+
+private:
+    std::size_t m_nSize;
+    void* m_pPages;
+};
+
+template<class TApi> class TOVPlatformPageEndTest : public testing::Test
+{
+protected:
+    typedef typename TApi::tUnit tUnit;
+
+    // Searches, compares and changes a text of nLength units, each of which is an 'a'.
+    static void ExpectAllOf(tUnit* szText, int nLength)
+    {
+        std::fill_n(szText, nLength, static_cast<tUnit>('a'));
+        szText[nLength] = 0;
+        const std::string sLetters(static_cast<std::size_t>(nLength), 'a');
+
+        ASSERT_EQ(nLength, TApi::Length(szText));
+        ASSERT_EQ(nullptr, TApi::FindCharacter(szText, 'b'));
+        ASSERT_EQ(szText + nLength, TApi::FindLastCharacter(szText, 0));
+        ASSERT_EQ(nullptr, TApi::FindString(szText, TApi::Text("ab")));
+        ASSERT_EQ(nullptr, TApi::FindString(szText, TApi::Text("b")));
+        ASSERT_EQ(szText, TApi::FindString(szText, TApi::Text(sLetters)));
+        ASSERT_EQ(nullptr, TApi::FindString(szText, TApi::Text(sLetters + "a")));
+        ASSERT_EQ(0, TApi::CompareNoCase(szText, TApi::Text(std::string(sLetters.size(), 'A'))));
+        ASSERT_GT(0, TApi::CompareNoCase(szText, TApi::Text(sLetters + "a")));
+        ASSERT_EQ('A', TApi::ToUpper(szText)[0] | (nLength == 0 ? 'A' : 0));
+        ASSERT_EQ(0, TApi::CompareNoCase(TApi::Text(sLetters), TApi::ToLower(szText)));
+    }
+
+    CLonePage m_oPage;
+};
+TYPED_TEST_SUITE(TOVPlatformPageEndTest, tStringApis, );
+} // namespace
+
+TYPED_TEST(TOVPlatformPageEndTest, ATextMayEndWithItsPage)
+{
+    for (int nLength = 0; nLength <= MAX_LENGTH; ++nLength)
+        this->ExpectAllOf(reinterpret_cast<typename TypeParam::tUnit*>(this->m_oPage.GetEnd()) - nLength - 1, nLength);
+}
+
+TYPED_TEST(TOVPlatformPageEndTest, ATextMayBeginWithItsPage)
+{
+    for (int nLength = 0; nLength <= MAX_LENGTH; ++nLength)
+        this->ExpectAllOf(reinterpret_cast<typename TypeParam::tUnit*>(this->m_oPage.GetStart()), nLength);
+}
