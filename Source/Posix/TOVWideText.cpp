@@ -98,7 +98,7 @@ int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2)
         return CompareMapped(szString1, szString2, LowerCase);
     for (;;)
     {
-        const std::size_t nEqual = TOVVectorText::CountEqualNoCase(szString1, szString2);
+        const std::size_t nEqual = Vector::CountEqualNoCase(szString1, szString2);
         szString1 += nEqual;
         szString2 += nEqual;
 
@@ -124,7 +124,7 @@ int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2)
 
 int Length(const wchar_t* szString)
 {
-    return static_cast<int>(TOVVectorText::FindUnitOrEnd(szString, 0) - szString);
+    return static_cast<int>(Vector::FindUnitOrEnd(szString, 0) - szString);
 }
 
 int LengthAtMost(const wchar_t* szString, int nCount)
@@ -154,7 +154,7 @@ void ToUpper(wchar_t* szString)
 const wchar_t* FindCharacter(const wchar_t* szString, int nCharacter)
 {
     const wchar_t cUnit = static_cast<wchar_t>(nCharacter);
-    const wchar_t* const szHit = TOVVectorText::FindUnitOrEnd(szString, cUnit);
+    const wchar_t* const szHit = Vector::FindUnitOrEnd(szString, cUnit);
     return *szHit == cUnit ? szHit : nullptr;
 }
 
@@ -172,7 +172,7 @@ const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter)
 
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
-    return const_cast<wchar_t*>(TOVVectorText::FindText(szString, szSubString));
+    return const_cast<wchar_t*>(Vector::FindText(szString, szSubString));
 }
 
 const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)

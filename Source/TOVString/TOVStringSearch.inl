@@ -95,7 +95,7 @@ bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition
                 return false;
         }
         else if (szPlace[nOtherLength] == 0 && szOther[nOtherLength] == 0 &&
-                 TOVPlatform::TOVVectorText::AreSingleUnits(szText, nLength))
+                 TOVPlatform::Vector::AreSingleUnits(szText, nLength))
         {
             // The whole text is characters of one unit, so that the walk below would come to its end.
             return true;

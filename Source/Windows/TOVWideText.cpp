@@ -60,7 +60,7 @@ const wchar_t* FindLastCharacter(const wchar_t* szString, int nCharacter)
 
 wchar_t* FindString(wchar_t* szString, const wchar_t* szSubString)
 {
-    return const_cast<wchar_t*>(TOVVectorText::FindText(szString, szSubString));
+    return const_cast<wchar_t*>(Vector::FindText(szString, szSubString));
 }
 
 const wchar_t* FindOneOf(const wchar_t* szString, const wchar_t* szCharSet)

@@ -21,24 +21,24 @@
 #endif
 
 #if TOV_VECTOR_TEXT
-#include <emmintrin.h>
+#include <immintrin.h>
 #endif
 
 namespace TOVPlatform
 {
-namespace TOVVectorText
+namespace Vector
 {
 namespace
 {
-std::uintptr_t ToAddress(const wchar_t* szText)
-{
-    return reinterpret_cast<std::uintptr_t>(szText);
-}
-
 #if TOV_VECTOR_TEXT
 constexpr std::uintptr_t PAGE_SIZE = 4096; // or a multiple of it
 constexpr std::size_t VECTOR_UNITS = sizeof(__m128i) / sizeof(wchar_t);
 constexpr int ALL_BYTES = 0xFFFF;
+
+std::uintptr_t ToAddress(const wchar_t* szText)
+{
+    return reinterpret_cast<std::uintptr_t>(szText);
+}
 
 template<class tUnit> __m128i Load(const tUnit* pUnits)
 {
@@ -240,7 +240,8 @@ bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount)
 #else
 bool AreSingleUnits(const char* pUnits, std::size_t nCount)
 {
-    return std::all_of(pUnits, pUnits + nCount, [](char cUnit) { return 0 < cUnit && cUnit <= SCHAR_MAX; });
+    return std::all_of(pUnits, pUnits + nCount,
+                       [](char cUnit) { return 0 < cUnit && static_cast<unsigned char>(cUnit) <= SCHAR_MAX; });
 }
 
 bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount)
@@ -265,5 +266,5 @@ std::size_t CountEqualNoCase(const wchar_t*, const wchar_t*)
     return 0;
 }
 #endif
-} // namespace TOVVectorText
+} // namespace Vector
 } // namespace TOVPlatform

@@ -7,7 +7,7 @@ namespace TOVPlatform
 {
 // Each function does the same with vector instructions and without them; TOVVectorText.cpp says when it uses them.
 // Texts are zero-terminated. The vectors may read units that follow a text, but no other page of memory.
-namespace TOVVectorText
+namespace Vector
 {
 // Returns the first unit that is cUnit or the terminator.
 const wchar_t* FindUnitOrEnd(const wchar_t* szText, wchar_t cUnit);
@@ -24,5 +24,5 @@ std::size_t CountEqualNoCase(const wchar_t* szText1, const wchar_t* szText2);
 // in narrow text, and any others in wide text. They need no terminator; no other unit is read.
 bool AreSingleUnits(const char* pUnits, std::size_t nCount);
 bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount);
-} // namespace TOVVectorText
+} // namespace Vector
 } // namespace TOVPlatform
