@@ -79,22 +79,6 @@ struct sInteger
     std::uint64_t ullMagnitude = 0; // 0x100000000 stands for all larger values
 };
 
-// Returns the value of decimal digits; MAX_MAGNITUDE + 1 stands for all larger values.
-template<class tUnit> std::uint64_t DecimalValue(const tUnit* szDigits, const tUnit* szEnd)
-{
-    constexpr std::ptrdiff_t SAFE_DIGITS = 19;
-    std::uint64_t ullValue = 0;
-    if (szEnd - szDigits <= SAFE_DIGITS)
-    {
-        for (; szDigits < szEnd; ++szDigits)
-            ullValue = ullValue * 10 + static_cast<unsigned int>(*szDigits - '0');
-        return std::min(ullValue, MAX_MAGNITUDE + 1);
-    }
-    for (; szDigits < szEnd; ++szDigits)
-        ullValue = std::min(ullValue * 10 + static_cast<unsigned int>(*szDigits - '0'), MAX_MAGNITUDE + 1);
-    return ullValue;
-}
-
 template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     sInteger oResult;
@@ -112,16 +96,6 @@ template<class tUnit> sInteger ReadInteger(const tUnit* szStart, tUnit** pszEnd,
         nBase = *szText == '0' ? 8 : 10;
     }
 
-    if (nBase == 10)
-    {
-        const tUnit* szDigitsEnd = szText;
-        while (IsDecimalDigit(*szDigitsEnd))
-            ++szDigitsEnd;
-        if (szDigitsEnd != szText)
-            *pszEnd = const_cast<tUnit*>(szDigitsEnd);
-        oResult.ullMagnitude = DecimalValue(szText, szDigitsEnd);
-        return oResult;
-    }
     for (; DigitValue(*szText) < nBase; ++szText)
     {
         const std::uint64_t ullValue = oResult.ullMagnitude * static_cast<std::uint64_t>(nBase) + DigitValue(*szText);
@@ -253,6 +227,28 @@ template<class tUnit> double CDecimalScanner<tUnit>::GetValue() const
     return std::strtod(szNumber, nullptr);
 }
 
+// Reads the most common form: up to nine decimal digits, which may follow a minus sign. Returns false for any other.
+template<class tUnit> bool ReadShortDecimal(const tUnit* szStart, tUnit** pszEnd, std::int32_t& nValue)
+{
+    constexpr std::ptrdiff_t MAX_DIGITS = 9;
+    const bool bNegative = *szStart == '-';
+    const tUnit* const szDigits = szStart + (bNegative ? 1 : 0);
+    const tUnit* szText = szDigits;
+    nValue = 0;
+    for (; IsDecimalDigit(*szText); ++szText)
+    {
+        if (szText - szDigits == MAX_DIGITS)
+            return false;
+        nValue = nValue * 10 + (*szText - '0');
+    }
+    if (szText == szDigits)
+        return false;
+    *pszEnd = const_cast<tUnit*>(szText);
+    if (bNegative)
+        nValue = -nValue;
+    return true;
+}
+
 long ToSigned(const sInteger& oInteger)
 {
     if (oInteger.bNegative)
@@ -283,6 +279,9 @@ template<class tUnit> double ReadReal(const tUnit* szStart, tUnit** pszEnd)
 
 long ToLong(const char* szStart, char** pszEnd, int nBase)
 {
+    std::int32_t nValue = 0;
+    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
+        return nValue;
     return ToSigned(ReadInteger(szStart, pszEnd, nBase));
 }
 
@@ -298,6 +297,9 @@ double ToDouble(const char* szStart, char** pszEnd)
 
 long ToLong(const wchar_t* szStart, wchar_t** pszEnd, int nBase)
 {
+    std::int32_t nValue = 0;
+    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
+        return nValue;
     return ToSigned(ReadInteger(szStart, pszEnd, nBase));
 }
 

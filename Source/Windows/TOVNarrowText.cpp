@@ -3,6 +3,7 @@
 #include <TOVPlatform/TOVTextSearch.h>
 
 #include <cstring>
+#include <mbctype.h>
 #include <mbstring.h>
 
 namespace TOVPlatform
