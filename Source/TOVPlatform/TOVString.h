@@ -72,8 +72,8 @@ TOV_EXPORT int VSNPrintf(char* szBuffer, int nCount, const char* szFormat, va_li
 // that, its real length counts. If the sum is too large for an int, each literal unit counts as one; if this sum is too
 // large as well, the result is -1. Throws "nWidth >= 0" or "nPrecision >= 0" if a width or a precision in the argument
 // list is negative. Throws "FALSE" for anything but the flags -+0#space*, one of the modifiers I64 h l F L N, and the
-// conversions cCsSdiuoxXpegGfn. Cost: linear. To measure an f conversion, or a value that may exceed its usual size,
-// the value is formatted; that allocates no block.
+// conversions cCsSdiuoxXpegGfn. Cost: linear. To measure a value that may exceed its usual size, or a very large or
+// nearly round one for an f conversion, the value is formatted; that allocates no block.
 TOV_EXPORT int VSCPrintf(const char* szFormat, va_list pArguments);
 
 // These overloads are chosen only if an argument is an object, and refuse to compile.

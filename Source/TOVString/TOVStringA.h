@@ -167,10 +167,11 @@ public:
     CTOVStringA Mid(int nFirst, int nCount) const;
     CTOVStringA Mid(int nFirst) const;
 
-    // These test for a prefix or a suffix, by a search. Cost: linear in the string if the runtime's search is linear;
-    // the forms that ignore case also copy both texts. They throw if oOther has no block; the forms that ignore case
-    // also throw if oOther has been emptied. Settled: a suffix that is exactly one character longer than the string
-    // counts as found, and after characters of more than one byte the search for the last match misses some matches.
+    // These test for a prefix or a suffix, as a search would find it. Cost: a comparison; for a suffix that is there, and
+    // after characters of more than one byte, also linear in the string; the forms that ignore case copy both texts.
+    // They throw if oOther has no block; the forms that ignore case also throw if oOther has been emptied. Settled: a
+    // suffix that is exactly one character longer than the string counts as found, and after characters of more than one
+    // byte the search for the last match misses some matches.
     bool BeginsWith(const CTOVStringA& oOther) const;
     bool BeginsWithNoCase(const CTOVStringA& oOther) const;
     bool EndsWith(const CTOVStringA& oOther) const;

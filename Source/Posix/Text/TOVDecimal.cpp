@@ -83,10 +83,7 @@ bool CTOVDecimal::HasLowestBitAt(int nExponent) const
 // How many digits after the point the value has: each of its bits after the point makes one.
 int CTOVDecimal::CountFractionDigits() const
 {
-    int nBits = -m_nExponent;
-    for (std::uint64_t ullMantissa = m_ullMantissa; nBits > 0 && ullMantissa % 2 == 0; ullMantissa /= 2)
-        --nBits;
-    return std::max(nBits, 0);
+    return m_ullMantissa != 0 ? std::max(-m_nExponent - __builtin_ctzll(m_ullMantissa), 0) : 0;
 }
 
 // The standard library rounds the exact value, but a tie to the even digit. A cut after n digits is a tie if the value
@@ -111,6 +108,8 @@ void CTOVDecimal::ReadExactly()
 bool CTOVDecimal::ReadFromWords(int nPrecision)
 {
     constexpr int WORD_BITS = 64;
+    if (m_ullMantissa == 0)
+        return true;
     if (m_nExponent < -WORD_BITS || m_nExponent >= WORD_BITS - MANTISSA_BITS)
         return false;
 
@@ -125,8 +124,7 @@ bool CTOVDecimal::ReadFromWords(int nPrecision)
 
     m_nDigits = 0;
     if (ullWhole != 0)
-        m_nDigits =
-            static_cast<int>(std::to_chars(m_szDigits, m_szDigits + sizeof(m_szDigits), ullWhole).ptr - m_szDigits);
+        m_nDigits = static_cast<int>(std::to_chars(m_szDigits, std::end(m_szDigits), ullWhole).ptr - m_szDigits);
     m_nPoint = m_nDigits;
     for (int nLeft = nPrecision; nLeft > 0 && ullFraction != 0; nLeft -= GROUP_DIGITS)
     {
@@ -143,8 +141,7 @@ bool CTOVDecimal::ReadFromWords(int nPrecision)
 void CTOVDecimal::ReadFixedText(int nPrecision)
 {
     char* const pEnd =
-        std::to_chars(m_szDigits, m_szDigits + sizeof(m_szDigits), m_dMagnitude, std::chars_format::fixed, nPrecision)
-            .ptr;
+        std::to_chars(m_szDigits, std::end(m_szDigits), m_dMagnitude, std::chars_format::fixed, nPrecision).ptr;
     const int nWhole = static_cast<int>(pEnd - m_szDigits) - (nPrecision > 0 ? nPrecision + 1 : 0);
     std::memmove(m_szDigits + nWhole, m_szDigits + nWhole + 1, nPrecision);
     TakeDigits(nWhole + nPrecision, nWhole);
@@ -152,6 +149,9 @@ void CTOVDecimal::ReadFixedText(int nPrecision)
 
 void CTOVDecimal::ReadScientific(int nPrecision)
 {
+    const int nExactDigits = CountFractionDigits();
+    if (nExactDigits <= 2 * GROUP_DIGITS && ReadFromWords(nExactDigits))
+        return;
     if (nPrecision >= MAX_SIGNIFICANT_DIGITS)
     {
         ReadExactly();
@@ -159,9 +159,8 @@ void CTOVDecimal::ReadScientific(int nPrecision)
     }
 
     // d.ddde+00, or de+00 without digits after the point.
-    const char* const pEnd = std::to_chars(m_szDigits, m_szDigits + sizeof(m_szDigits), m_dMagnitude,
-                                           std::chars_format::scientific, nPrecision)
-                                 .ptr;
+    const char* const pEnd =
+        std::to_chars(m_szDigits, std::end(m_szDigits), m_dMagnitude, std::chars_format::scientific, nPrecision).ptr;
     const int nMantissa = nPrecision > 0 ? nPrecision + 2 : 1;
     int nExponent = 0;
     std::from_chars(m_szDigits + nMantissa + 2, pEnd, nExponent);
@@ -182,8 +181,9 @@ void CTOVDecimal::ReadScientific(int nPrecision)
 // Makes the digits at the start of the array the value's, without the zeros at both ends.
 void CTOVDecimal::TakeDigits(int nDigits, int nPoint)
 {
-    const int nZeros =
-        static_cast<int>(std::find_if(m_szDigits, m_szDigits + nDigits, [](char c) { return c != '0'; }) - m_szDigits);
+    int nZeros = 0;
+    while (nZeros < nDigits && m_szDigits[nZeros] == '0')
+        ++nZeros;
     if (nZeros > 0)
         std::memmove(m_szDigits, m_szDigits + nZeros, nDigits - nZeros);
     m_nDigits = nDigits - nZeros;
