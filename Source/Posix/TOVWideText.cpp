@@ -7,6 +7,7 @@
 #include <TOVPlatform/Vector/TOVVectorText.h>
 
 #include <algorithm>
+#include <climits>
 #include <string>
 #include <wchar.h>
 #include <wctype.h>
@@ -129,6 +130,8 @@ int Length(const wchar_t* szString)
 
 int LengthAtMost(const wchar_t* szString, int nCount)
 {
+    if (nCount == INT_MAX)
+        return Length(szString);
     int nLength = 0;
     while (nLength < nCount && szString[nLength] != 0)
         ++nLength;

@@ -36,7 +36,6 @@ private:
     static constexpr bool IS_WIDE_FORMAT = sizeof(tUnit) > sizeof(char);
 
     void MeasureLiterals(const tUnit* szEnd);
-    void AddItem(long long llSize);
     void MeasureItem();
     sFormatItem ReadItem();
 
@@ -52,8 +51,9 @@ private:
 
     const tUnit* m_szPosition;
     CTOVArgumentList m_oArguments;
-    long long m_llGenerous = 0; // literal text counts the rest of the format at each position
-    long long m_llPlain = 0;    // each literal unit counts once
+    long long m_llItems = 0;            // the sizes of the conversions
+    long long m_llGenerousLiterals = 0; // literal text counts the rest of the format at each position
+    long long m_llPlainLiterals = 0;    // each literal unit counts once
 };
 
 int CFormatMeasure::Measure()
@@ -68,7 +68,8 @@ int CFormatMeasure::Measure()
             MeasureLiterals(szEnd);
     }
 
-    const long long llBound = m_llGenerous <= MAX_BOUND ? m_llGenerous : m_llPlain;
+    const long long llGenerous = m_llItems + m_llGenerousLiterals;
+    const long long llBound = llGenerous <= MAX_BOUND ? llGenerous : m_llItems + m_llPlainLiterals;
     return llBound <= MAX_BOUND ? static_cast<int>(llBound) : -1;
 }
 
@@ -85,15 +86,9 @@ void CFormatMeasure::MeasureLiterals(const tUnit* szEnd)
         szNext = Backend::Inc(m_szPosition);
         llCharacters = 1;
     }
-    m_llGenerous += llCharacters * (szEnd - m_szPosition) - llCharacters * (llCharacters - 1) / 2;
-    m_llPlain += szNext - m_szPosition;
+    m_llGenerousLiterals += llCharacters * (szEnd - m_szPosition) - llCharacters * (llCharacters - 1) / 2;
+    m_llPlainLiterals += szNext - m_szPosition;
     m_szPosition = szNext;
-}
-
-void CFormatMeasure::AddItem(long long llSize)
-{
-    m_llGenerous += llSize;
-    m_llPlain += llSize;
 }
 
 sFormatItem CFormatMeasure::ReadItem()
@@ -109,43 +104,43 @@ sFormatItem CFormatMeasure::ReadItem()
 void CFormatMeasure::MeasureItem()
 {
     const sFormatItem oItem = ReadItem();
-    AddItem(oItem.nAlternates * ALTERNATE_FORM_SIZE);
+    m_llItems += oItem.nAlternates * ALTERNATE_FORM_SIZE;
 
     // Small letters take text of the format's own width, capitals take text of the other width.
     switch (*m_szPosition)
     {
     case 'c':
-        AddItem(CharacterSize(oItem, IS_WIDE_FORMAT));
+        m_llItems += CharacterSize(oItem, IS_WIDE_FORMAT);
         break;
     case 'C':
-        AddItem(CharacterSize(oItem, !IS_WIDE_FORMAT));
+        m_llItems += CharacterSize(oItem, !IS_WIDE_FORMAT);
         break;
     case 's':
-        AddItem(TextSize(oItem, IS_WIDE_FORMAT));
+        m_llItems += TextSize(oItem, IS_WIDE_FORMAT);
         break;
     case 'S':
-        AddItem(TextSize(oItem, !IS_WIDE_FORMAT));
+        m_llItems += TextSize(oItem, !IS_WIDE_FORMAT);
         break;
     case 'd':
     case 'i':
-        AddItem(IntegerSize(oItem, true));
+        m_llItems += IntegerSize(oItem, true);
         break;
     case 'u':
     case 'o':
     case 'x':
     case 'X':
-        AddItem(IntegerSize(oItem, false));
+        m_llItems += IntegerSize(oItem, false);
         break;
     case 'p':
-        AddItem(PointerSize(oItem));
+        m_llItems += PointerSize(oItem);
         break;
     case 'e':
     case 'g':
     case 'G':
-        AddItem(RealSize(oItem, static_cast<char>(*m_szPosition)));
+        m_llItems += RealSize(oItem, static_cast<char>(*m_szPosition));
         break;
     case 'f':
-        AddItem(FixedSize(oItem));
+        m_llItems += FixedSize(oItem);
         break;
     case 'n':
         m_oArguments.NextPointer();
