@@ -33,6 +33,13 @@ template<class tUnit> bool IsInSet(tUnit cUnit, const tUnit* szCharSet)
     return Backend::FindCharacter(szCharSet, cUnit) != nullptr;
 }
 
+// The step to the next character, which is short after an ASCII character.
+template<class tUnit> const tUnit* NextCharacter(const tUnit* szString)
+{
+    const int nUnit = *szString;
+    return 0 <= nUnit && nUnit <= SCHAR_MAX ? szString + 1 : Backend::Inc(szString);
+}
+
 // Walks back over all characters but the first. In linear time, this is only possible where Dec takes constant time.
 template<class tUnit> const tUnit* WalkBack(const tUnit* szString, const tUnit* szCharSet, bool bWantedInSet)
 {
@@ -52,7 +59,7 @@ const char* WalkForward(const char* szString, const char* szCharSet, bool bWante
     const char* szLast = nullptr;
     if (*szString == '\0')
         return nullptr;
-    for (const char* szPosition = Backend::Inc(szString); *szPosition != '\0'; szPosition = Backend::Inc(szPosition))
+    for (const char* szPosition = NextCharacter(szString); *szPosition != '\0'; szPosition = NextCharacter(szPosition))
     {
         if (IsInSet(*szPosition, szCharSet) == bWantedInSet)
             szLast = szPosition;

@@ -87,7 +87,7 @@ const tUnit* FindNotOneOf(const tUnit* szString, const tUnit* szCharSet)
 {
     TOV_ASSERT(szString != NULL);
     TOV_ASSERT(szCharSet != NULL);
-    for (; *szString != 0; szString = Backend::Inc(szString))
+    for (; *szString != 0; szString = NextCharacter(szString))
     {
         if (!IsInSet(*szString, szCharSet))
             return szString;

@@ -103,6 +103,13 @@ int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int 
     return oHits.nHits;
 }
 
+// The step to the next character, which is short after an ASCII character.
+tUnit* NextCharacter(tUnit* pUnit)
+{
+    const int nUnit = *pUnit;
+    return 0 <= nUnit && nUnit <= SCHAR_MAX ? pUnit + 1 : TOVText::Inc(pUnit);
+}
+
 void Move(tUnit* pDestination, const tUnit* pSource, std::ptrdiff_t nCount)
 {
     if (nCount > 0)
@@ -248,7 +255,7 @@ int tString::Replace(tUnit cOldChar, tUnit cNewChar)
 
     int nCount = 0;
     const tUnit* const pEnd = GetString() + m_nStringLength;
-    for (tUnit* pUnit = GetString(); pUnit < pEnd; pUnit = TOVText::Inc(pUnit))
+    for (tUnit* pUnit = GetString(); pUnit < pEnd; pUnit = NextCharacter(pUnit))
     {
         if (*pUnit == cOldChar)
         {

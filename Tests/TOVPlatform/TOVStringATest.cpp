@@ -3,6 +3,9 @@
 #include "TOVPlatform/TOVStringApis.h"
 
 #include <cstring>
+#include <random>
+#include <string>
+#include <vector>
 
 namespace TOVStringA = TOVPlatform::TOVStringA;
 
@@ -138,6 +141,30 @@ TEST_F(TOVPlatformMultiByteTest, ReverseSearchesNeverExamineAFirstCharacterOfTwo
 
     EXPECT_EQ(nullptr, TOVStringA::ReverseFindOneOf(sText.c_str(), m_sLead.c_str()));
     EXPECT_EQ(nullptr, TOVStringA::ReverseFindNotOneOf(sText.c_str(), "b"));
+}
+
+// In some character sets, the library walks forward instead.
+TEST_F(TOVPlatformMultiByteTest, ReverseSearchesFindWhatAWalkBackFinds)
+{
+    std::mt19937 oRandom(4711);
+    for (int nRound = 0; nRound < 5000; ++nRound)
+    {
+        std::string sText;
+        for (auto nCharacters = oRandom() % 20; nCharacters > 0; --nCharacters)
+            sText += std::vector<std::string>{"a", "b", "c", m_sCharacter}[oRandom() % 4];
+        const std::string sSet = std::vector<std::string>{"a", "bc", "b" + m_sLead, m_sTrail}[oRandom() % 4];
+
+        const char* szInSet = nullptr;
+        const char* szNotInSet = nullptr;
+        const char* const szStart = sText.c_str();
+        for (const char* szPlace = szStart + sText.size(); (szPlace = TOVStringA::Dec(szStart, szPlace)) > szStart;)
+        {
+            const char*& szFound = sSet.find(*szPlace) != std::string::npos ? szInSet : szNotInSet;
+            szFound = szFound == nullptr ? szPlace : szFound;
+        }
+        ASSERT_EQ(szInSet, TOVStringA::ReverseFindOneOf(szStart, sSet.c_str())) << sText << ", " << sSet;
+        ASSERT_EQ(szNotInSet, TOVStringA::ReverseFindNotOneOf(szStart, sSet.c_str())) << sText << ", " << sSet;
+    }
 }
 
 TEST_F(TOVPlatformMultiByteTest, BoundsCountTheRemainderOncePerCharacter)

@@ -199,15 +199,16 @@ TYPED_TEST(TOVPlatformModelTest, ChangesAndIgnoresTheCaseOfTheLocale)
 // Such texts make a plain search compare nearly the whole part at each place.
 TYPED_TEST(TOVPlatformModelTest, FindsPartsThatNearlyOccurEverywhere)
 {
-    for (int nRound = 0; nRound < ROUNDS / 4; ++nRound)
+    constexpr int TEXT_LENGTH = 500;
+    for (int nRound = 0; nRound < ROUNDS / 10; ++nRound)
     {
         // A few units repeated, of which some are changed.
         const auto aPeriod = this->RandomText(1 + this->Random(5));
         auto aText = aPeriod;
-        while (aText.size() < 2000)
+        while (aText.size() < TEXT_LENGTH)
             aText.insert(aText.end(), aPeriod.begin(), aPeriod.end());
         for (int nChanges = this->Random(4); nChanges > 0; --nChanges)
-            aText[static_cast<std::size_t>(this->Random(2000))] = 'a';
+            aText[static_cast<std::size_t>(this->Random(TEXT_LENGTH))] = 'a';
         auto aPart = this->PieceOf(aText, 90);
         if (this->Random(2) == 0)
             aPart[static_cast<std::size_t>(this->Random(static_cast<int>(aPart.size())))] = 'b';
