@@ -227,28 +227,6 @@ template<class tUnit> double CDecimalScanner<tUnit>::GetValue() const
     return std::strtod(szNumber, nullptr);
 }
 
-// Reads the most common form: up to nine decimal digits, which may follow a minus sign. Returns false for any other.
-template<class tUnit> bool ReadShortDecimal(const tUnit* szStart, tUnit** pszEnd, std::int32_t& nValue)
-{
-    constexpr std::ptrdiff_t MAX_DIGITS = 9;
-    const bool bNegative = *szStart == '-';
-    const tUnit* const szDigits = szStart + (bNegative ? 1 : 0);
-    const tUnit* szText = szDigits;
-    nValue = 0;
-    for (; IsDecimalDigit(*szText); ++szText)
-    {
-        if (szText - szDigits == MAX_DIGITS)
-            return false;
-        nValue = nValue * 10 + (*szText - '0');
-    }
-    if (szText == szDigits)
-        return false;
-    *pszEnd = const_cast<tUnit*>(szText);
-    if (bNegative)
-        nValue = -nValue;
-    return true;
-}
-
 long ToSigned(const sInteger& oInteger)
 {
     if (oInteger.bNegative)
@@ -279,9 +257,6 @@ template<class tUnit> double ReadReal(const tUnit* szStart, tUnit** pszEnd)
 
 long ToLong(const char* szStart, char** pszEnd, int nBase)
 {
-    std::int32_t nValue = 0;
-    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
-        return nValue;
     return ToSigned(ReadInteger(szStart, pszEnd, nBase));
 }
 
@@ -297,9 +272,6 @@ double ToDouble(const char* szStart, char** pszEnd)
 
 long ToLong(const wchar_t* szStart, wchar_t** pszEnd, int nBase)
 {
-    std::int32_t nValue = 0;
-    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
-        return nValue;
     return ToSigned(ReadInteger(szStart, pszEnd, nBase));
 }
 

@@ -212,6 +212,10 @@ tUnit* Dec(const tUnit* szStringStart, const tUnit* szStringCurrent)
 long ToLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     TOV_ASSERT(szStart != NULL);
+    int nValue = 0;
+    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
+        return nValue;
+
     tUnit* szEnd = const_cast<tUnit*>(szStart);
     const long lValue = IsNumberBase(nBase) ? Backend::ToLong(szStart, &szEnd, nBase) : 0;
     if (pszEnd != nullptr)
@@ -222,6 +226,10 @@ long ToLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
 unsigned long ToUlong(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
     TOV_ASSERT(szStart != NULL);
+    int nValue = 0;
+    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
+        return static_cast<unsigned int>(nValue);
+
     tUnit* szEnd = const_cast<tUnit*>(szStart);
     const unsigned long ulValue = IsNumberBase(nBase) ? Backend::ToUlong(szStart, &szEnd, nBase) : 0;
     if (pszEnd != nullptr)
