@@ -30,13 +30,13 @@ int UpperOf(char cUnit)
 
 int LowerOf(wchar_t cUnit)
 {
-    const std::wint_t cLower = std::towlower(cUnit);
+    const unsigned int cLower = std::towlower(cUnit);
     return static_cast<int>(cLower <= 0xFFFF ? cLower : cUnit);
 }
 
 int UpperOf(wchar_t cUnit)
 {
-    const std::wint_t cUpper = std::towupper(cUnit);
+    const unsigned int cUpper = std::towupper(cUnit);
     return static_cast<int>(cUpper <= 0xFFFF ? cUpper : cUnit);
 }
 
