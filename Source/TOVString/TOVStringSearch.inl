@@ -78,16 +78,33 @@ bool IsAt(const tUnit* szText, const tUnit* szOther)
     return *szOther == 0;
 }
 
-// Whether the last position of oOther's text is nPosition. Hits may overlap; the position is -1 if there is none.
+// Whether the last position of oOther's text is nPosition. Hits may overlap; the position is -1 if there is none. Kept
+// out of the function below, which mostly answers by itself.
+TOV_NOINLINE bool IsLastOfAllPositions(const tString& oString, const tString& oOther, int nPosition)
+{
+    const tUnit* const szOther = oOther.GetString();
+    const int nFirst = oString.Find(szOther);
+    // Settled: a suffix one character longer than the string makes -1 on both sides, which counts as found.
+    if (nFirst == -1 || nPosition < nFirst)
+        return nFirst == nPosition;
+
+    // Where units are characters, every hit is reached, and the walk can begin at the position itself.
+    const tUnit* const szText = oString.GetString();
+    const int nLast = TOVText::Length(szText) - TOVText::Length(szOther);
+    const bool bUnits = nPosition <= nLast && TOVText::NInc(szText, nPosition) == szText + nPosition;
+    return LastPosition(oString, szOther, bUnits ? nPosition : 0, nLast) == nPosition;
+}
+
+// Does the same with a look at this position only, where that is enough.
 bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
 {
     const tUnit* const szOther = oOther.GetString();
-    const tUnit* const szText = oString.GetString();
     TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
     const int nLength = static_cast<int>(oString.GetLength());
     const int nOtherLength = static_cast<int>(oOther.GetLength());
     if (nOtherLength > 0 && nPosition >= 0 && nPosition + nOtherLength == nLength)
     {
+        const tUnit* const szText = oString.GetString();
         const tUnit* const szPlace = szText + nPosition;
         if (!AreEqual(szPlace, szOther, nOtherLength))
         {
@@ -97,20 +114,11 @@ bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition
         else if (szPlace[nOtherLength] == 0 && szOther[nOtherLength] == 0 &&
                  TOVPlatform::Vector::AreSingleUnits(szText, nLength))
         {
-            // The whole text is characters of one unit, so that the walk below would come to its end.
+            // The whole text is characters of one unit, so that a walk over all hits would come to this one.
             return true;
         }
     }
-
-    const int nFirst = oString.Find(szOther);
-    // Settled: a suffix one character longer than the string makes -1 on both sides, which counts as found.
-    if (nFirst == -1 || nPosition < nFirst)
-        return nFirst == nPosition;
-
-    // Where units are characters, every hit is reached, and the walk can begin at the position itself.
-    const int nLast = TOVText::Length(szText) - TOVText::Length(szOther);
-    const bool bUnits = nPosition <= nLast && TOVText::NInc(szText, nPosition) == szText + nPosition;
-    return LastPosition(oString, szOther, bUnits ? nPosition : 0, nLast) == nPosition;
+    return IsLastOfAllPositions(oString, oOther, nPosition);
 }
 } // namespace
 

@@ -31,7 +31,7 @@ namespace Vector
 namespace
 {
 #if TOV_VECTOR_TEXT
-constexpr std::uintptr_t PAGE_SIZE = 4096; // or a multiple of it
+constexpr std::uintptr_t MIN_PAGE_SIZE = 4096;
 constexpr std::size_t VECTOR_UNITS = sizeof(__m128i) / sizeof(wchar_t);
 constexpr int ALL_BYTES = 0xFFFF;
 
@@ -78,7 +78,7 @@ __m128i UnitOrEnd(__m128i oUnits, __m128i oUnit)
 
 bool IsVectorInPage(const wchar_t* szText)
 {
-    return ToAddress(szText) % PAGE_SIZE <= PAGE_SIZE - sizeof(__m128i);
+    return ToAddress(szText) % MIN_PAGE_SIZE <= MIN_PAGE_SIZE - sizeof(__m128i);
 }
 
 // The letters A to Z in lower case; all units are below 0x8000.
