@@ -138,3 +138,16 @@ TYPED_TEST(TOVVectorCrcTest, FoldsNothingWithoutAForm)
     EXPECT_EQ(0u, TypeParam::FOLD(Vector::eFoldingNone, aBytes.data(), aBytes.size(), nCrc));
     EXPECT_EQ(0xABCu, nCrc);
 }
+
+#if TOV_HAS_X86_VECTORS
+TEST(TOVVectorCrcFormTest, IsTheBestThatTheCompilersOwnTestFinds)
+{
+    const bool bNarrow = __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1");
+    const bool bWide = bNarrow && __builtin_cpu_supports("vpclmulqdq") && __builtin_cpu_supports("avx512bw");
+
+    EXPECT_EQ(bWide     ? Vector::eFoldingWide
+              : bNarrow ? Vector::eFoldingNarrow
+                        : Vector::eFoldingNone,
+              Vector::GetBestFolding());
+}
+#endif

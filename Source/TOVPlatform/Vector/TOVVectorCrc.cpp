@@ -1,6 +1,7 @@
 #include <TOVPlatform/Vector/TOVVectorCrc.h>
 
 #if TOV_HAS_X86_VECTORS
+#include <cpuid.h>
 #include <immintrin.h>
 #endif
 
@@ -266,13 +267,34 @@ std::size_t FoldBlocks(eFolding eForm, const tByte* pData, std::size_t ulSize, s
     uCrc = eForm == eFoldingWide ? FoldWide<TRules>(pData, ulFolded, uCrc) : Fold<TRules>(pData, ulFolded, uCrc);
     return ulFolded;
 }
+// Returns whether the system keeps the registers of AVX-512 for each thread.
+__attribute__((target("xsave"))) bool KeepsWideRegisters()
+{
+    constexpr unsigned long long WIDE_REGISTERS = 0xE6; // of SSE and AVX, masks, upper halves, and registers 16 to 31
+    return (_xgetbv(0) & WIDE_REGISTERS) == WIDE_REGISTERS;
+}
+
+eFolding AskProcessor()
+{
+    unsigned int uEax;
+    unsigned int uEbx;
+    unsigned int uEcx;
+    unsigned int uEdx;
+    if (__get_cpuid(1, &uEax, &uEbx, &uEcx, &uEdx) == 0 || (uEcx & bit_PCLMUL) == 0 || (uEcx & bit_SSE4_1) == 0)
+        return eFoldingNone;
+    if ((uEcx & bit_OSXSAVE) == 0 || !KeepsWideRegisters())
+        return eFoldingNarrow;
+    if (__get_cpuid_count(7, 0, &uEax, &uEbx, &uEcx, &uEdx) == 0 || (uEbx & bit_AVX512BW) == 0)
+        return eFoldingNarrow;
+    return (uEcx & bit_VPCLMULQDQ) != 0 ? eFoldingWide : eFoldingNarrow;
+}
 } // namespace
 
 eFolding GetBestFolding()
 {
-    if (!__builtin_cpu_supports("pclmul") || !__builtin_cpu_supports("sse4.1"))
-        return eFoldingNone;
-    return __builtin_cpu_supports("vpclmulqdq") && __builtin_cpu_supports("avx512bw") ? eFoldingWide : eFoldingNarrow;
+    // The compiler's own test, __builtin_cpu_supports, would ask the processor at the start of every program.
+    static const eFolding s_eBest = AskProcessor();
+    return s_eBest;
 }
 
 std::size_t FoldCrc16(eFolding eForm, const tByte* pData, std::size_t ulSize, std::uint16_t& usCrc)
