@@ -27,9 +27,8 @@ CTOVPath::CTOVPath() = default;
 CTOVPath::CTOVPath(const CTOVPath& oOther) = default;
 CTOVPath::~CTOVPath() = default;
 
-CTOVPath::CTOVPath(const char* szPath)
+CTOVPath::CTOVPath(const char* szPath) : m_oPath(szPath)
 {
-    m_oPath = szPath;
 }
 
 CTOVPath::CTOVPath(const CTOVStringA& oPath) : m_oPath(oPath)

@@ -18,7 +18,7 @@ bool IsText(const char* szText)
 // Returns whether the block has room for lAppended characters and the terminator.
 bool HasRoom(const CTOVStringA& oText, long lAppended)
 {
-    return lAppended == 0 || oText.GetData()->GetSize() > oText.GetLength() + lAppended;
+    return lAppended == 0 || GetCapacity(oText) > oText.GetLength() + lAppended;
 }
 
 // Appends in a new block, which is taken once and not for the separator as well.
@@ -100,7 +100,7 @@ bool CTOVPath::GetNextComponent(CTOVStringA& oComponent, long& lPosition) const
 
 void CTOVPath::Append(const CTOVPath& oOther)
 {
-    const bool bSeparate = !HasTrailingSlash() && !oOther.HasLeadingSlash();
+    const bool bSeparate = !IsSlash(LastCharacter(m_oPath)) && !IsSlash(FirstCharacter(oOther.m_oPath));
     // Settled: a path appended to itself is appended with the separator.
     if (&oOther != this && !HasRoom(m_oPath, bSeparate ? 1 : oOther.GetLength()))
     {
@@ -135,7 +135,7 @@ const CTOVStringA& CTOVPath::operator+=(const char* szOther)
 {
     if (IsText(szOther) && *szOther != '\0')
     {
-        const bool bSeparate = !HasTrailingSlash() && !IsSlash(*szOther);
+        const bool bSeparate = !IsSlash(LastCharacter(m_oPath)) && !IsSlash(*szOther);
         const long lOtherLength = static_cast<long>(std::strlen(szOther));
         if (!HasRoom(m_oPath, bSeparate ? 1 : lOtherLength))
         {
@@ -149,7 +149,7 @@ const CTOVStringA& CTOVPath::operator+=(const char* szOther)
 
 CTOVPath CTOVPath::Parent() const
 {
-    const long lEnd = HasTrailingSlash() ? GetLength() - 1 : GetLength();
+    const long lEnd = IsSlash(LastCharacter(m_oPath)) ? GetLength() - 1 : GetLength();
     const long lSlash = FindLastSlash(m_oPath, lEnd);
     CTOVPath oParent;
     if (lSlash == -1)

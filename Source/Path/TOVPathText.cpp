@@ -2,17 +2,6 @@
 
 namespace TOVPathText
 {
-void AssignPart(CTOVStringA& oPart, const CTOVStringA& oText, const sRange& oRange)
-{
-    if (oRange.GetLength() <= 0)
-        oPart = CTOVStringA();
-    else if (oRange.GetLength() == oText.GetData()->GetSize())
-        // Settled: a part that is the whole block shares it. The length of such a text includes the terminator's place.
-        oPart = oText;
-    else
-        oPart.AssignCopy(static_cast<int>(oRange.GetLength()), oText.GetString() + oRange.lStart);
-}
-
 sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount)
 {
     const char* const szText = oText.GetString();

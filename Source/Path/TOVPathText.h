@@ -30,9 +30,26 @@ struct sRange
     long GetLength() const { return lEnd - lStart; }
 };
 
+// Returns the number of characters for which the text has places, with that of the terminator. The text's block is no
+// other class's, so that this needs no virtual call.
+inline long GetCapacity(const CTOVStringA& oText)
+{
+    return oText.GetData()->CTOVBuffer<char>::GetSize();
+}
+
 // Makes oPart a copy of a range that begins in the text, in a block of its own; an empty part has no block. A copy by
 // Mid would take a block for a string that is then assigned.
-void AssignPart(CTOVStringA& oPart, const CTOVStringA& oText, const sRange& oRange);
+inline void AssignPart(CTOVStringA& oPart, const CTOVStringA& oText, const sRange& oRange)
+{
+    const long lLength = oRange.GetLength();
+    if (lLength <= 0)
+        oPart = CTOVStringA();
+    else if (lLength == GetCapacity(oText))
+        // Settled: a part that is the whole block shares it. The length of such a text includes the terminator's place.
+        oPart = oText;
+    else
+        oPart.AssignCopy(static_cast<int>(lLength), oText.GetString() + oRange.lStart);
+}
 
 // Returns the range of nCount components from nFirst on, as described for CTOVPath::GetComponent.
 sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount);
