@@ -65,6 +65,32 @@
 //                        still instantiate it itself and inline it. The source that owns an instance has
 //                        template class TOV_EXPORT CThing<int>; before its first use in that source.
 
+// How the memory of small blocks is handed out (TOVPlatform/TOVMemoryList.h).
+// TOV_USE_MEMORY_LISTS   whether threads keep lists of freed blocks: where a thread's own variable costs no call.
+// TOV_ROUND_BLOCKS       whether blocks are rounded up. A tool that watches the heap has to see the end of each block.
+// TOV_FAST_THREAD_LOCAL  declares a thread's own variable that is read without a call. Keep it small: a library that is
+//                        loaded at run time shares little room for all of them.
+#if defined(__SANITIZE_ADDRESS__)
+#define TOV_ROUND_BLOCKS false
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TOV_ROUND_BLOCKS false
+#endif
+#endif
+#if defined(TOV_PLAIN_MEMORY) && !defined(TOV_ROUND_BLOCKS)
+#define TOV_ROUND_BLOCKS false
+#endif
+#ifndef TOV_ROUND_BLOCKS
+#define TOV_ROUND_BLOCKS true
+#endif
+#if defined(_WIN32)
+#define TOV_USE_MEMORY_LISTS false
+#define TOV_FAST_THREAD_LOCAL thread_local
+#else
+#define TOV_USE_MEMORY_LISTS TOV_ROUND_BLOCKS
+#define TOV_FAST_THREAD_LOCAL thread_local __attribute__((tls_model("initial-exec")))
+#endif
+
 // Marks a function that is never inlined.
 #if defined(_MSC_VER)
 #define TOV_NOINLINE __declspec(noinline)

@@ -215,5 +215,11 @@ void Thread::WritePriority(tHandle hThread, int nLevel)
     }
     pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed); // the system may have refused the new value
 }
+
+bool Thread::CallAtEnd(void (*pfAtEnd)() noexcept)
+{
+    ThisThread().pfAtEnd = pfAtEnd;
+    return CanNoticeEnds();
+}
 } // namespace Backend
 } // namespace TOVPlatform

@@ -2,33 +2,39 @@
 #pragma once
 
 #include <Debug/TOVCheck.h>
+#include <TOVDesignPatterns/TOVSharedBlock.h>
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 #include <TOVPlatform/TOVMemory.h>
 
 #include <cstring>
 #include <functional>
+#include <new>
 #include <optional>
+
+class CTOVStringA;
+class CTOVStringW;
 
 // A block of elements without spare capacity. Copies and assignments share the block, whose references are counted; the
 // last buffer that releases it frees it. T must be trivially copyable.
 //
-//   oA  m_lSize 3, m_pArray --+     control block          block
-//                             +--> +---------------+     +---+---+---+ - - +
-//   oB  m_lSize 3, m_pArray --+    | count 2       | --> | a | b | c |  0  |
-//                                  +---------------+     +---+---+---+ - - +
+//   oA  m_lSize 3, m_pArray --+    control block and elements, in one allocation
+//                             +--> +---------------+---+---+---+ - - +
+//   oB  m_lSize 3, m_pArray --+    | count 2       | a | b | c |  0  |
+//                                  +---------------+---+---+---+ - - +
 //
 // A hidden element, zero at first, follows the last one, and no size includes it: a terminator written one past the end
 // stays in owned memory. A buffer without storage has a control block with a null pointer.
 //
 //   operation                           cost                                    when an allocation throws
-//   default construction                1 allocation                            -
+//   construction                        1 allocation and the copied elements    -
 //   copy, =                             1 count, no allocation                  cannot
 //   SetElements, GetElements            the copied elements                     cannot
-//   Resize, SetSize, Assign, Append     1 allocation (2 on a shared block) and  unchanged
-//                                       the kept elements, even to equal size
-//   Zero                                the block; 2 allocations if shared      unchanged
-//   Free                                1 allocation if shared, else none       unchanged
+//   Resize, SetSize, Assign, Append     1 allocation and the kept elements,     unchanged
+//                                       even to equal size
+//   Zero                                the block; 1 allocation if shared       unchanged
+//   Free                                1 allocation                            unchanged
 //   GetSize, GetBuffer, Swap, IsValid   constant                                cannot
+//
 //
 // Settled: only Resize and Zero, and the operations that call them, make a private block first. Writing through
 // GetBuffer, SetElements and Swap changes a shared block, and every buffer that shares it sees the change. Sizes are
@@ -102,11 +108,33 @@ public:
     bool operator==(const CTOVBuffer& oBuffer) const;
 
 private:
-    // Returns a new block that begins with the first lNumKept elements of the present one.
-    T* NewBlock(long lNumElements, long lNumKept) const;
+    friend class CTOVStringA;
+    friend class CTOVStringW;
 
-    // Makes this buffer the only owner of a block that NewBlock returns. The caller sets the size.
-    void MakeUnique(long lNumElements, long lNumKept);
+    // Shares the block of oBuffer if bShares is true, and makes no storage otherwise.
+    CTOVBuffer(const CTOVBuffer& oBuffer, bool bShares);
+
+    // Makes lSize elements that are not initialised, and no storage for lSize 0.
+    explicit CTOVBuffer(long lSize);
+
+    // Returns a new block, which is not initialised but for its hidden element. bGrows as in CTOVSharedBlock::Make.
+    static CTOVSharedBlock<T>* NewBlock(long lNumElements, bool bGrows);
+
+    // Replaces the block by a new one that begins with the first lNumKept elements.
+    void MakeUnique(long lNumElements, long lNumKept, bool bGrows = false);
+
+    // Replaces the block by one of NewBlock.
+    void Take(CTOVSharedBlock<T>* pNew, long lNumElements);
+
+    // Releases a block. Its exact type is known, so that no virtual call is needed.
+    static void ReleaseBlock(CTOVRefCountObject<T>* pBlock);
+
+    // For strings: adds elements that are not initialised. They may be in the memory behind a sole owner's block, which
+    // is rounded up, or get some for later, so that a loop of appends is linear. No size shows either.
+    void Grow(long lNumElements);
+
+    // Copies between blocks that may overlap. Leaves the check of the pointers to TOVMemory::Move.
+    static void MoveElements(T* pDestination, const T* pSource, long lNumElements);
 
     // Returns whether pElements points into the block, its hidden element included, and would dangle if the block were
     // freed.
@@ -123,21 +151,35 @@ template<class T> CTOVBuffer<T>::CTOVBuffer() : m_lSize(0)
 }
 
 template<class T>
+CTOVBuffer<T>::CTOVBuffer(const CTOVBuffer& oBuffer, bool bShares)
+    : m_pArray(typename CTOVSmartPointer<T>::sAdopt{bShares ? CTOVSmartPointer<T>::Share(oBuffer.m_pArray.m_pObject)
+                                                            : new CTOVRefCountObject<T>()}),
+      m_lSize(oBuffer.m_lSize)
+{
+}
+
+template<class T>
+CTOVBuffer<T>::CTOVBuffer(long lSize)
+    : m_pArray(typename CTOVSmartPointer<T>::sAdopt{lSize == 0 ? new CTOVRefCountObject<T>() : NewBlock(lSize, false)}),
+      m_lSize(lSize)
+{
+}
+
+template<class T>
 CTOVBuffer<T>::CTOVBuffer(const CTOVBuffer& oBuffer) : m_pArray(oBuffer.m_pArray), m_lSize(oBuffer.m_lSize)
 {
 }
 
-template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : CTOVBuffer()
+template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : CTOVBuffer(lSize)
 {
-    if (lSize == 0)
-        return;
-
-    SetSize(lSize, false);
-    SetElements(0, pElements, lSize);
+    if (lSize != 0)
+        MoveElements(m_pArray.Get(), pElements, lSize);
 }
 
 template<class T> CTOVBuffer<T>::~CTOVBuffer() noexcept
 {
+    TOVDebug::RunInDestructor([this] { ReleaseBlock(m_pArray.m_pObject); });
+    m_pArray.m_pObject = nullptr;
 }
 
 template<class T> void CTOVBuffer<T>::SetElements(long lIndex, const T* pElements, long lSize)
@@ -147,7 +189,7 @@ template<class T> void CTOVBuffer<T>::SetElements(long lIndex, const T* pElement
     TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex), "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
 
     if (lSize > 0)
-        TOVPlatform::TOVMemory::Move(m_pArray.Get() + lIndex, pElements, GetByteCount(lSize));
+        MoveElements(m_pArray.Get() + lIndex, pElements, lSize);
 }
 
 template<class T> void CTOVBuffer<T>::GetElements(long lIndex, T* pElements, long lSize) const
@@ -156,7 +198,7 @@ template<class T> void CTOVBuffer<T>::GetElements(long lIndex, T* pElements, lon
     TOV_ASSERT_TEXT((0 <= lIndex) && (lSize <= GetSize() - lIndex), "(0 <= lIndex) && (lIndex+lSize <= GetSize())");
 
     if (lSize > 0)
-        TOVPlatform::TOVMemory::Move(pElements, m_pArray.Get() + lIndex, GetByteCount(lSize));
+        MoveElements(pElements, m_pArray.Get() + lIndex, lSize);
 }
 
 template<class T> const CTOVBuffer<T>& CTOVBuffer<T>::operator=(const CTOVBuffer& oBuffer)
@@ -217,12 +259,14 @@ template<class T> void CTOVBuffer<T>::Resize(long lNumElements, bool bKeepData)
 
     const long lNumFitting = lNumElements < m_lSize ? lNumElements : m_lSize;
     MakeUnique(lNumElements, bKeepData ? lNumFitting : 0);
-    m_lSize = lNumElements;
 }
 
 template<class T> void CTOVBuffer<T>::Free()
 {
-    m_pArray = nullptr;
+    if (IsValid())
+        m_pArray = CTOVSmartPointer<T>();
+    else
+        m_pArray = nullptr;
     m_lSize = 0;
 }
 
@@ -280,35 +324,67 @@ template<class T> bool CTOVBuffer<T>::operator==(const CTOVBuffer& oBuffer) cons
     return m_lSize == 0 || TOVPlatform::TOVMemory::Compare(pFirst, pSecond, GetByteCount(m_lSize)) == 0;
 }
 
-template<class T> T* CTOVBuffer<T>::NewBlock(long lNumElements, long lNumKept) const
+template<class T> CTOVSharedBlock<T>* CTOVBuffer<T>::NewBlock(long lNumElements, bool bGrows)
 {
-    static_assert(std::is_trivially_copyable_v<T> && CTOVOwnedObject<T>::IsPlainStorage(),
-                  "the elements of a buffer are copied and freed as plain memory");
+    TOV_ASSERT(lNumElements >= 0);
 
     // A block that is too large for a 32-bit target fails on every target.
     constexpr long MAX_ELEMENTS = static_cast<long>(0x7FFFFFFF / sizeof(T)) - 1;
     if (lNumElements > MAX_ELEMENTS)
         throw std::bad_alloc();
 
-    T* const pBlock = static_cast<T*>(CTOVOwnedObject<T>::Allocate(GetByteCount(lNumElements + 1)));
-    std::memset(static_cast<void*>(pBlock + lNumElements), 0, sizeof(T));
-    if (lNumKept > 0)
-        TOVPlatform::TOVMemory::Copy(pBlock, m_pArray.Get(), GetByteCount(lNumKept));
+    CTOVSharedBlock<T>* const pBlock = CTOVSharedBlock<T>::Make(static_cast<std::size_t>(lNumElements) + 1, bGrows);
+    std::memset(static_cast<void*>(pBlock->GetElements() + lNumElements), 0, sizeof(T));
     return pBlock;
 }
 
-template<class T> void CTOVBuffer<T>::MakeUnique(long lNumElements, long lNumKept)
+template<class T> void CTOVBuffer<T>::MakeUnique(long lNumElements, long lNumKept, bool bGrows)
 {
-    if (m_pArray.GetRefCount() > 1)
+    CTOVSharedBlock<T>* const pNew = NewBlock(lNumElements, bGrows);
+    if (lNumKept > 0)
+        std::memcpy(static_cast<void*>(pNew->GetElements()), m_pArray.Get(), GetByteCount(lNumKept));
+    Take(pNew, lNumElements);
+}
+
+template<class T> void CTOVBuffer<T>::Take(CTOVSharedBlock<T>* pNew, long lNumElements)
+{
+    CTOVRefCountObject<T>* const pOld = m_pArray.m_pObject;
+    m_pArray.m_pObject = pNew;
+    m_lSize = lNumElements;
+    ReleaseBlock(pOld);
+}
+
+template<class T> void CTOVBuffer<T>::ReleaseBlock(CTOVRefCountObject<T>* pBlock)
+{
+    if (pBlock->m_lRefCount > 1)
+        --pBlock->m_lRefCount;
+    else if (pBlock->m_pObject != nullptr)
+        static_cast<CTOVSharedBlock<T>*>(pBlock)->Release();
+    else
+        pBlock->Release();
+}
+
+template<class T> void CTOVBuffer<T>::Grow(long lNumElements)
+{
+    CTOVRefCountObject<T>* const pBlock = m_pArray.m_pObject;
+    if (pBlock->m_lRefCount == 1 && pBlock->m_pObject != nullptr &&
+        static_cast<CTOVSharedBlock<T>*>(pBlock)->HasRoom(static_cast<std::size_t>(lNumElements) + 1))
     {
-        CTOVSmartPointer<T> pArray;
-        pArray = NewBlock(lNumElements, lNumKept);
-        m_pArray = pArray;
+        pBlock->m_pObject[lNumElements] = T();
+        m_lSize = lNumElements;
     }
     else
     {
-        m_pArray = NewBlock(lNumElements, lNumKept);
+        MakeUnique(lNumElements, m_lSize, m_lSize > 0);
     }
+}
+
+template<class T> void CTOVBuffer<T>::MoveElements(T* pDestination, const T* pSource, long lNumElements)
+{
+    if (pDestination != nullptr && pSource != nullptr)
+        std::memmove(static_cast<void*>(pDestination), pSource, GetByteCount(lNumElements));
+    else
+        TOVPlatform::TOVMemory::Move(pDestination, pSource, GetByteCount(lNumElements));
 }
 
 template<class T> bool CTOVBuffer<T>::IsInside(const T* pElements) const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Debug/TOVCheck.h>
+#include <TOVPlatform/TOVMemoryList.h>
 
 #include <new>
 #include <type_traits>
@@ -10,6 +11,7 @@
 
 class CTOVClass;
 template<class T> class CTOVBuffer;
+template<class T> class CTOVSharedBlock;
 template<class T> class CTOVSmartPointer;
 
 // A reference-counted object that returns its runtime class. It has no virtual destructor: Release destroys it; do not
@@ -140,7 +142,13 @@ public:
     // Returns whether there is a T.
     bool IsValid() const;
 
+    // Control blocks are made and freed often: their memory comes from the thread's lists.
+    static void* operator new(std::size_t nSize);
+    static void operator delete(void* pBlock, std::size_t nSize);
+
 private:
+    friend class CTOVBuffer<T>;
+    friend class CTOVSharedBlock<T>;
     friend class CTOVSmartPointer<T>;
 
     // Owns pObject from here on and frees the old T. A sole owner calls this instead of making a new control block.
@@ -162,6 +170,16 @@ template<class T> CTOVRefCountObject<T>::~CTOVRefCountObject()
 {
     if (m_pObject != nullptr)
         CTOVOwnedObject<T>::Free(m_pObject);
+}
+
+template<class T> void* CTOVRefCountObject<T>::operator new(std::size_t nSize)
+{
+    return TOVPlatform::TOVMemoryList::Allocate(nSize);
+}
+
+template<class T> void CTOVRefCountObject<T>::operator delete(void* pBlock, std::size_t nSize)
+{
+    TOVPlatform::TOVMemoryList::Free(pBlock, nSize);
 }
 
 template<class T> long CTOVRefCountObject<T>::AddRef()

@@ -55,22 +55,49 @@ public:
     long GetRefCount() const;
 
 private:
+    friend class CTOVBuffer<T>;
+
+    // Takes over a reference to pBlock.
+    struct sAdopt
+    {
+        CTOVRefCountObject<T>* pBlock;
+    };
+    explicit CTOVSmartPointer(sAdopt oAdopt) : m_pObject(oAdopt.pBlock) {}
+
+    // These do what AddRef and Release of the block do, and call it for the last reference only.
+    static CTOVRefCountObject<T>* Share(CTOVRefCountObject<T>* pBlock);
+    static void Release(CTOVRefCountObject<T>* pBlock);
+
     CTOVRefCountObject<T>* m_pObject;
 };
+
+template<class T> CTOVRefCountObject<T>* CTOVSmartPointer<T>::Share(CTOVRefCountObject<T>* pBlock)
+{
+    ++pBlock->m_lRefCount;
+    return pBlock;
+}
+
+template<class T> void CTOVSmartPointer<T>::Release(CTOVRefCountObject<T>* pBlock)
+{
+    if (pBlock->m_lRefCount > 1)
+        --pBlock->m_lRefCount;
+    else
+        pBlock->Release();
+}
 
 template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(T* pObject) : m_pObject(new CTOVRefCountObject<T>(pObject))
 {
 }
 
-template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(const CTOVSmartPointer& oOther) : m_pObject(oOther.m_pObject)
+template<class T>
+CTOVSmartPointer<T>::CTOVSmartPointer(const CTOVSmartPointer& oOther) : m_pObject(Share(oOther.m_pObject))
 {
-    m_pObject->AddRef();
 }
 
 template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer()
 {
     if (m_pObject != nullptr)
-        TOVDebug::RunInDestructor([this] { m_pObject->Release(); });
+        TOVDebug::RunInDestructor([this] { Release(m_pObject); });
 }
 
 template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOVSmartPointer& oOther)
@@ -84,9 +111,8 @@ template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOV
     }
 
     // Settled: oOther's block is counted before the old one is released, as oOther may be part of the old block's T.
-    m_pObject = oOther.m_pObject;
-    m_pObject->AddRef();
-    pOld->Release();
+    m_pObject = Share(oOther.m_pObject);
+    Release(pOld);
     return *this;
 }
 
@@ -102,7 +128,7 @@ template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(T* pObject
     else
     {
         CTOVRefCountObject<T>* const pNew = new CTOVRefCountObject<T>(pObject);
-        m_pObject->Release();
+        Release(m_pObject);
         m_pObject = pNew;
     }
     return *this;

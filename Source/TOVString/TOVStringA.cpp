@@ -33,6 +33,11 @@ namespace
 {
 // A pointer below this value does not point to text: it carries the id of a text that the resource loader knows.
 constexpr std::uintptr_t STRING_ID_END = 0x10000;
+
+bool IsStringId(const char* szString)
+{
+    return szString != nullptr && reinterpret_cast<std::uintptr_t>(szString) < STRING_ID_END;
+}
 } // namespace
 
 CTOVStringA::CTOVStringA()
@@ -40,15 +45,11 @@ CTOVStringA::CTOVStringA()
     Init();
 }
 
-CTOVStringA::CTOVStringA(const char* szString)
+CTOVStringA::CTOVStringA(const char* szString) : m_oData(szString, IsStringId(szString) ? 0 : GetCapacityFor(szString))
 {
-    Init();
-    *this = szString;
-}
-
-CTOVStringA::CTOVStringA(const CTOVStringA& oOther)
-    : m_oData(ShareBlock(oOther.m_oData)), m_nStringLength(oOther.m_nStringLength)
-{
+    m_nStringLength = m_oData.GetSize() > 0 ? static_cast<int>(m_oData.GetSize() - 1) : 0;
+    if (IsStringId(szString))
+        *this = szString;
 }
 
 CTOVStringA::CTOVStringA(const CTOVStringW& oOther)
@@ -67,18 +68,17 @@ CTOVStringA::~CTOVStringA() = default;
 
 const CTOVStringA& CTOVStringA::operator=(const char* szString)
 {
-    const std::uintptr_t nStringId = reinterpret_cast<std::uintptr_t>(szString);
-    if (szString == nullptr || nStringId >= STRING_ID_END)
+    if (!IsStringId(szString))
     {
         AssignText(*this, szString);
         return *this;
     }
 
+    const int nStringId = static_cast<int>(reinterpret_cast<std::uintptr_t>(szString));
     Empty();
-    if (LoadStringResource(static_cast<long>(nStringId)))
+    if (LoadStringResource(nStringId))
     {
-        TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo, "Implicit load of string with id '%d'.",
-                       static_cast<int>(nStringId));
+        TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo, "Implicit load of string with id '%d'.", nStringId);
     }
     return *this;
 }

@@ -61,8 +61,9 @@ public:
 
     // An empty text, and an nCount of 0 or less, allocate no block.
     CTOVStringA();
-    CTOVStringA(const char* szString);      // does the same as operator=(const char*), string ids included
-    CTOVStringA(const CTOVStringA& oOther); // shares oOther's block
+    CTOVStringA(const char* szString); // does the same as operator=(const char*), string ids included
+    // Shares oOther's block. Settled: a string without a block has a holder of its own.
+    CTOVStringA(const CTOVStringA& oOther);
     CTOVStringA(const CTOVStringW& oOther); // copies the low 8 bits of each character; no code page is used
     CTOVStringA(char cChar, int nCount);    // repeats cChar nCount times
 
@@ -224,6 +225,11 @@ private:
     CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;      // the length of the text
 };
+
+TOV_EXPORT_INLINE CTOVStringA::CTOVStringA(const CTOVStringA& oOther)
+    : m_oData(oOther.m_oData, oOther.m_oData.GetBuffer() != nullptr), m_nStringLength(oOther.m_nStringLength)
+{
+}
 
 TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(const char* szString)
 {

@@ -28,10 +28,11 @@ void ReplaceBlock(tBuffer& oBlock, int nLength)
     Terminate(oBlock, nLength);
 }
 
-// The block for a copy of the string. Settled: a string without a block has a holder of its own.
-tBuffer ShareBlock(const tBuffer& oBlock)
+// The capacity of a new string that is made of the text, 0 if it needs no block.
+long GetCapacityFor(const tUnit* szText)
 {
-    return oBlock.IsValid() ? tBuffer(oBlock) : tBuffer();
+    const int nLength = szText != nullptr ? TOVText::Length(szText) : 0;
+    return nLength > 0 ? CheckedLength(nLength) + 1L : 0;
 }
 
 const tUnit* OrEmpty(const tUnit* szString)
@@ -143,12 +144,18 @@ void tString::AssignCopy(int nLength, const tUnit* szString)
 {
     if (CheckedLength(nLength) > 0)
     {
-        const tKeptBlock oKept = KeepOwnText(m_oData, szString);
-        m_oData.Resize(nLength + 1, false);
-        // The text is empty in case that the source is refused.
-        Init();
-        Terminate(m_oData, 0);
-        m_oData.SetElements(0, szString, nLength);
+        // The text may lie in the old block, which goes last.
+        CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
+        if (szString != nullptr)
+            std::memcpy(pNew->GetElements(), szString, nLength * sizeof(tUnit));
+        m_oData.Take(pNew, nLength + 1L);
+        if (szString == nullptr)
+        {
+            // The text is empty, as the source is refused.
+            Init();
+            Terminate(m_oData, 0);
+            m_oData.SetElements(0, szString, nLength);
+        }
     }
     m_nStringLength = nLength;
     Terminate(m_oData, nLength);
@@ -159,6 +166,19 @@ void tString::ConcatCopy(int nLength1, const tUnit* sz1, int nLength2, const tUn
     const long long llSum = static_cast<long long>(nLength1) + nLength2;
     if (llSum == 0)
         return;
+    if (nLength1 >= 0 && nLength2 >= 0 && sz1 != nullptr && sz2 != nullptr)
+    {
+        const int nLength = CheckedLength(llSum);
+        CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
+        std::memcpy(pNew->GetElements(), sz1, nLength1 * sizeof(tUnit));
+        std::memcpy(pNew->GetElements() + nLength1, sz2, nLength2 * sizeof(tUnit));
+        m_oData.Take(pNew, nLength + 1L);
+        m_nStringLength = nLength;
+        Terminate(m_oData, nLength);
+        return;
+    }
+
+    // A part of these is empty, or is refused in the middle of the steps.
     const tKeptBlock oKept1 = KeepOwnText(m_oData, sz1);
     const tKeptBlock oKept2 = KeepOwnText(m_oData, sz2);
     AllocBuffer(CheckedLength(llSum));
@@ -179,7 +199,7 @@ void tString::ConcatInPlace(int nLength, const tUnit* szString)
         // A source inside the string's own text moves with it.
         const bool bOwnText = IsInBlock(m_oData, szString);
         const std::ptrdiff_t nOffset = bOwnText ? szString - GetString() : 0;
-        m_oData.Resize(nNewLength + 1, true);
+        m_oData.Grow(nNewLength + 1);
         if (bOwnText)
             szString = GetString() + nOffset;
     }

@@ -32,15 +32,9 @@ CTOVStringW::CTOVStringW()
     Init();
 }
 
-CTOVStringW::CTOVStringW(const wchar_t* szString)
+CTOVStringW::CTOVStringW(const wchar_t* szString) : m_oData(szString, GetCapacityFor(szString))
 {
-    Init();
-    *this = szString;
-}
-
-CTOVStringW::CTOVStringW(const CTOVStringW& oOther)
-    : m_oData(ShareBlock(oOther.m_oData)), m_nStringLength(oOther.m_nStringLength)
-{
+    m_nStringLength = m_oData.GetSize() > 0 ? static_cast<int>(m_oData.GetSize() - 1) : 0;
 }
 
 CTOVStringW::CTOVStringW(const CTOVStringA& oOther)

@@ -37,7 +37,8 @@ public:
     // An empty text, and an nCount of 0 or less, allocate no block.
     CTOVStringW();
     CTOVStringW(const wchar_t* szString);
-    CTOVStringW(const CTOVStringW& oOther); // shares oOther's block
+    // Shares oOther's block. Settled: a string without a block has a holder of its own.
+    CTOVStringW(const CTOVStringW& oOther);
     CTOVStringW(const CTOVStringA& oOther); // zero-extends each byte; no code page is used
     // Settled: makes room for nCount characters and sets nCount bytes to the low byte of cChar. Each character of the
     // first half then holds that byte twice, and the rest is undefined.
@@ -154,6 +155,11 @@ private:
     CTOVBuffer<wchar_t> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;         // the length of the text
 };
+
+TOV_EXPORT_INLINE CTOVStringW::CTOVStringW(const CTOVStringW& oOther)
+    : m_oData(oOther.m_oData, oOther.m_oData.GetBuffer() != nullptr), m_nStringLength(oOther.m_nStringLength)
+{
+}
 
 TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szString)
 {

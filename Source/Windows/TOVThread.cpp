@@ -60,5 +60,11 @@ void Thread::WritePriority(tHandle hThread, int nLevel)
 {
     ::SetThreadPriority(ToNative(hThread), nLevel);
 }
+
+// The system calls a library at the end of a thread, but not after the thread's own objects.
+bool Thread::CallAtEnd(void (* /*pfAtEnd*/)() noexcept)
+{
+    return false;
+}
 } // namespace Backend
 } // namespace TOVPlatform

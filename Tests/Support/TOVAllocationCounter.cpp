@@ -1,7 +1,15 @@
 #include "Support/TOVAllocationCounter.h"
 
-CAllocationCounter::CAllocationCounter() : m_oStart(AllocationCountsOfThisThread())
+#include <TOVPlatform/TOVMemoryList.h>
+
+CAllocationCounter::CAllocationCounter()
+    : m_bUsedLists(TOVPlatform::TOVMemoryList::UseLists(false)), m_oStart(AllocationCountsOfThisThread())
 {
+}
+
+CAllocationCounter::~CAllocationCounter()
+{
+    TOVPlatform::TOVMemoryList::UseLists(m_bUsedLists);
 }
 
 unsigned long CAllocationCounter::Taken() const
@@ -31,6 +39,7 @@ std::size_t CAllocationCounter::LastSize() const
 
 #if TOV_CAN_FAIL_ALLOCATIONS
 CAllocationFailure::CAllocationFailure(unsigned long ulSuccesses)
+    : m_bUsedLists(TOVPlatform::TOVMemoryList::UseLists(false))
 {
     sAllocationCounts& oCounts = AllocationCountsOfThisThread();
     oCounts.ulSuccessesLeft = ulSuccesses;
@@ -40,6 +49,7 @@ CAllocationFailure::CAllocationFailure(unsigned long ulSuccesses)
 CAllocationFailure::~CAllocationFailure()
 {
     AllocationCountsOfThisThread().bFailing = false;
+    TOVPlatform::TOVMemoryList::UseLists(m_bUsedLists);
 }
 #endif
 

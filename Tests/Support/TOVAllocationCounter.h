@@ -4,8 +4,10 @@
 //     TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "%s", "text");
 //     EXPECT_EQ(0u, oCounter.Taken());
 //
-// It sees new, malloc, calloc and realloc however they are called. What the system's own libraries take for themselves
-// may count as well on Linux, and does not on Windows. No call of googletest may stand between construction and query.
+// It sees new, malloc, calloc and realloc however they are called. While it lives, the library keeps no lists of freed
+// blocks for this thread, so that each block that it uses comes from the heap. What the system's own libraries take for
+// themselves may count as well on Linux, and does not on Windows. No call of googletest may stand between construction
+// and query.
 #pragma once
 
 #include <cstddef>
@@ -37,6 +39,9 @@ class CAllocationCounter
 {
 public:
     CAllocationCounter();
+    ~CAllocationCounter();
+    CAllocationCounter(const CAllocationCounter&) = delete;
+    CAllocationCounter& operator=(const CAllocationCounter&) = delete;
 
     // The numbers of blocks. A realloc takes one block and, if it is given a block, releases one.
     unsigned long Taken() const;
@@ -50,12 +55,13 @@ public:
     std::size_t LastSize() const;
 
 private:
-    sAllocationCounts m_oStart;
+    const bool m_bUsedLists; // set, with its effect, before the counts are read
+    const sAllocationCounts m_oStart;
 };
 
 #if TOV_CAN_FAIL_ALLOCATIONS
 // While it lives, the heap is exhausted for the constructing thread after a number of further allocations: malloc gives
-// null, new throws std::bad_alloc.
+// null, new throws std::bad_alloc, and the library keeps no lists of freed blocks.
 class CAllocationFailure
 {
 public:
@@ -64,6 +70,9 @@ public:
 
     CAllocationFailure(const CAllocationFailure&) = delete;
     CAllocationFailure& operator=(const CAllocationFailure&) = delete;
+
+private:
+    const bool m_bUsedLists;
 };
 #endif
 

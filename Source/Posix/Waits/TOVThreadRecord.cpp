@@ -42,11 +42,14 @@ void OnThreadEnd(void*)
     if (oRecord.nOwnedMutexes != 0)
         AbandonMutexes(oRecord.nId);
     CNamedObject::AbandonMutexes(oRecord);
+    if (oRecord.pfAtEnd != nullptr)
+        oRecord.pfAtEnd();
     if (oRecord.pExitStack != nullptr)
         ::munmap(oRecord.pExitStack, EXIT_STACK_SIZE);
 
     const tHandle hThread = oRecord.hThread;
     void* const pLibraryHold = oRecord.pLibraryHold;
+    oRecord.pfAtEnd = nullptr;
     oRecord.pExitStack = nullptr;
     oRecord.nOwnedMutexes = 0;
     oRecord.hThread = 0;

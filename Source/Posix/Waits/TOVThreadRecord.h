@@ -23,6 +23,7 @@ struct sThreadRecord
     void* pLibraryHold;        // the thread's hold on this library if TOVThread::Create started it, else null
     std::jmp_buf* pExit;       // the frame to which TOVThread::Exit goes back; null in threads that it did not start
     void* pExitStack;          // memory to release at the thread's end; see TOVThread::Exit
+    void (*pfAtEnd)();         // called at the thread's end; null for nothing
     bool bEndDeferred;         // the thread's end has been noticed and waits for the destructors of other keys
 };
 

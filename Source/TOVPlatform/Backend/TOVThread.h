@@ -33,6 +33,10 @@ int ReadPriority(tHandle hThread);
 
 // Sets one of the four levels. A bad handle is ignored.
 void WritePriority(tHandle hThread, int nLevel);
+
+// Calls pfAtEnd on the calling thread when it ends, after the destructors of its thread-local objects, whoever started
+// it. There is one such function. Returns false if the end cannot be noticed.
+bool CallAtEnd(void (*pfAtEnd)() noexcept);
 } // namespace Thread
 } // namespace Backend
 } // namespace TOVPlatform
