@@ -66,10 +66,11 @@
 //                        template class TOV_EXPORT CThing<int>; before its first use in that source.
 
 // How the memory of small blocks is handed out (TOVPlatform/TOVMemoryList.h).
-// TOV_USE_MEMORY_LISTS   whether threads keep lists of freed blocks: where a thread's own variable costs no call.
-// TOV_ROUND_BLOCKS       whether blocks are rounded up. A tool that watches the heap has to see the end of each block.
-// TOV_FAST_THREAD_LOCAL  declares a thread's own variable that is read without a call. Keep it small: a library that is
-//                        loaded at run time shares little room for all of them.
+// TOV_USE_MEMORY_LISTS      whether threads keep lists of freed blocks: where a thread's own variable costs no call.
+// TOV_ROUND_BLOCKS          whether blocks are rounded up. A tool that watches the heap must see the end of each block.
+// TOV_THREAD_LISTS_STORAGE  makes a variable the thread's own, which is read without a call. Without lists nothing
+// reads
+//                           it.
 #if defined(__SANITIZE_ADDRESS__)
 #define TOV_ROUND_BLOCKS false
 #elif defined(__has_feature)
@@ -85,10 +86,10 @@
 #endif
 #if defined(_WIN32)
 #define TOV_USE_MEMORY_LISTS false
-#define TOV_FAST_THREAD_LOCAL thread_local
+#define TOV_THREAD_LISTS_STORAGE
 #else
 #define TOV_USE_MEMORY_LISTS TOV_ROUND_BLOCKS
-#define TOV_FAST_THREAD_LOCAL thread_local __attribute__((tls_model("initial-exec")))
+#define TOV_THREAD_LISTS_STORAGE __thread __attribute__((tls_model("initial-exec")))
 #endif
 
 // Marks a function that is never inlined.

@@ -117,8 +117,18 @@ private:
     // Makes lSize elements that are not initialised, and no storage for lSize 0.
     explicit CTOVBuffer(long lSize);
 
+    // Takes over a block of NewBlock.
+    struct sNewBlock
+    {
+        CTOVSharedBlock<T>* pBlock;
+        long lSize;
+    };
+    explicit CTOVBuffer(const sNewBlock& oNew);
+
     // Returns a new block, which is not initialised but for its hidden element. bGrows as in CTOVSharedBlock::Make.
     static CTOVSharedBlock<T>* NewBlock(long lNumElements, bool bGrows);
+
+    [[noreturn]] TOV_NOINLINE static void RefuseSize(long lNumElements);
 
     // Replaces the block by a new one that begins with the first lNumKept elements.
     void MakeUnique(long lNumElements, long lNumKept, bool bGrows = false);
@@ -126,7 +136,8 @@ private:
     // Replaces the block by one of NewBlock.
     void Take(CTOVSharedBlock<T>* pNew, long lNumElements);
 
-    // Releases a block. Its exact type is known, so that no virtual call is needed.
+    // Releases a block. Whether it is a CTOVSharedBlock is known, so that no virtual call is needed: it is one if there
+    // is storage. So a block of this class is not left to the smart pointer.
     static void ReleaseBlock(CTOVRefCountObject<T>* pBlock);
 
     // For strings: adds elements that are not initialised. They may be in the memory behind a sole owner's block, which
@@ -170,6 +181,12 @@ CTOVBuffer<T>::CTOVBuffer(const CTOVBuffer& oBuffer) : m_pArray(oBuffer.m_pArray
 {
 }
 
+template<class T>
+CTOVBuffer<T>::CTOVBuffer(const sNewBlock& oNew)
+    : m_pArray(typename CTOVSmartPointer<T>::sAdopt{oNew.pBlock}), m_lSize(oNew.lSize)
+{
+}
+
 template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : CTOVBuffer(lSize)
 {
     if (lSize != 0)
@@ -205,17 +222,19 @@ template<class T> const CTOVBuffer<T>& CTOVBuffer<T>::operator=(const CTOVBuffer
 {
     if (this != &oBuffer)
     {
-        m_pArray = oBuffer.m_pArray;
+        CTOVRefCountObject<T>* const pOld = m_pArray.m_pObject;
+        m_pArray.m_pObject = CTOVSmartPointer<T>::Share(oBuffer.m_pArray.m_pObject);
         m_lSize = oBuffer.m_lSize;
+        ReleaseBlock(pOld);
     }
     return *this;
 }
 
 template<class T> void CTOVBuffer<T>::Assign(const T* pElements, long lSize)
 {
-    std::optional<CTOVSmartPointer<T>> oSource;
+    std::optional<CTOVBuffer> oSource;
     if (IsInside(pElements))
-        oSource.emplace(m_pArray);
+        oSource.emplace(*this);
 
     SetSize(lSize, false);
     SetElements(0, pElements, lSize);
@@ -231,9 +250,9 @@ template<class T> void CTOVBuffer<T>::Append(const T* pElements, long lSize)
     if (lSize == 0)
         return;
 
-    std::optional<CTOVSmartPointer<T>> oSource;
+    std::optional<CTOVBuffer> oSource;
     if (IsInside(pElements))
-        oSource.emplace(m_pArray);
+        oSource.emplace(*this);
 
     // The sum wraps at 32 bits on every target: a size that is too large becomes negative and fails the check of
     // Resize.
@@ -263,10 +282,16 @@ template<class T> void CTOVBuffer<T>::Resize(long lNumElements, bool bKeepData)
 
 template<class T> void CTOVBuffer<T>::Free()
 {
-    if (IsValid())
-        m_pArray = CTOVSmartPointer<T>();
+    if (m_pArray.IsValid())
+    {
+        CTOVRefCountObject<T>* const pOld = m_pArray.m_pObject;
+        m_pArray.m_pObject = new CTOVRefCountObject<T>();
+        ReleaseBlock(pOld);
+    }
     else
+    {
         m_pArray = nullptr;
+    }
     m_lSize = 0;
 }
 
@@ -324,18 +349,22 @@ template<class T> bool CTOVBuffer<T>::operator==(const CTOVBuffer& oBuffer) cons
     return m_lSize == 0 || TOVPlatform::TOVMemory::Compare(pFirst, pSecond, GetByteCount(m_lSize)) == 0;
 }
 
-template<class T> CTOVSharedBlock<T>* CTOVBuffer<T>::NewBlock(long lNumElements, bool bGrows)
+template<class T> inline CTOVSharedBlock<T>* CTOVBuffer<T>::NewBlock(long lNumElements, bool bGrows)
 {
-    TOV_ASSERT(lNumElements >= 0);
-
     // A block that is too large for a 32-bit target fails on every target.
-    constexpr long MAX_ELEMENTS = static_cast<long>(0x7FFFFFFF / sizeof(T)) - 1;
-    if (lNumElements > MAX_ELEMENTS)
-        throw std::bad_alloc();
+    constexpr unsigned long MAX_ELEMENTS = static_cast<unsigned long>(0x7FFFFFFF / sizeof(T)) - 1;
+    if (static_cast<unsigned long>(lNumElements) > MAX_ELEMENTS)
+        RefuseSize(lNumElements);
 
     CTOVSharedBlock<T>* const pBlock = CTOVSharedBlock<T>::Make(static_cast<std::size_t>(lNumElements) + 1, bGrows);
     std::memset(static_cast<void*>(pBlock->GetElements() + lNumElements), 0, sizeof(T));
     return pBlock;
+}
+
+template<class T> void CTOVBuffer<T>::RefuseSize(long lNumElements)
+{
+    TOV_ASSERT(lNumElements >= 0);
+    throw std::bad_alloc();
 }
 
 template<class T> void CTOVBuffer<T>::MakeUnique(long lNumElements, long lNumKept, bool bGrows)
@@ -358,10 +387,12 @@ template<class T> void CTOVBuffer<T>::ReleaseBlock(CTOVRefCountObject<T>* pBlock
 {
     if (pBlock->m_lRefCount > 1)
         --pBlock->m_lRefCount;
+    else if (pBlock->m_lRefCount < 1)
+        pBlock->Release(); // which fails the check
     else if (pBlock->m_pObject != nullptr)
-        static_cast<CTOVSharedBlock<T>*>(pBlock)->Release();
+        static_cast<CTOVSharedBlock<T>*>(pBlock)->Free();
     else
-        pBlock->Release();
+        CTOVSmartPointer<T>::Release(pBlock);
 }
 
 template<class T> void CTOVBuffer<T>::Grow(long lNumElements)

@@ -22,10 +22,6 @@ bool ITOVRefCount::IsKindOf(const CTOVClass& oClass) const
     return GetClass().IsKindOf(oClass);
 }
 
-ITOVRefCount::ITOVRefCount()
-{
-}
-
 ITOVRefCount::ITOVRefCount(const ITOVRefCount& /*oOther*/)
 {
 }

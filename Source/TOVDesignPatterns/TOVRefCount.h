@@ -36,7 +36,7 @@ public:
     virtual long Release() = 0;
     virtual long GetRefCount() const = 0;
 
-    ITOVRefCount();
+    TOV_EXPORT_INLINE ITOVRefCount() {}
     ITOVRefCount(const ITOVRefCount& oOther);
     ITOVRefCount& operator=(const ITOVRefCount& oOther);
 
@@ -158,6 +158,10 @@ private:
     // delete, as it does not know that only the last handle calls it.
     TOV_NOINLINE void Destroy();
 
+    // Does the same for a block that is known to be of this class and of none derived from it, when its count is no
+    // longer positive.
+    TOV_NOINLINE void DestroyExact();
+
     long m_lRefCount;
     T* m_pObject;
 };
@@ -201,6 +205,15 @@ template<class T> long CTOVRefCountObject<T>::Release()
 template<class T> void CTOVRefCountObject<T>::Destroy()
 {
     delete this;
+}
+
+template<class T> void CTOVRefCountObject<T>::DestroyExact()
+{
+    const long lRefCount = m_lRefCount;
+    TOV_ASSERT(lRefCount >= 0);
+
+    this->CTOVRefCountObject::~CTOVRefCountObject();
+    TOVPlatform::TOVMemoryList::Free(this, sizeof(*this));
 }
 
 template<class T> long CTOVRefCountObject<T>::GetRefCount() const

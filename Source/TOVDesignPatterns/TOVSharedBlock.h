@@ -31,11 +31,15 @@ public:
 
     T* GetElements() { return this->m_pObject; }
 
+    // Frees a block of which the caller holds the last reference.
+    void Free();
+
 private:
     // The largest of all blocks has 2 GB and an eighth.
     explicit CTOVSharedBlock(std::uint32_t ulBytes);
 
     static constexpr std::size_t GetBytes(std::size_t nElements);
+    TOV_NOINLINE static CTOVSharedBlock* MakeLarge(std::size_t nBytes, bool bGrows);
 
     // The first element follows the last member, without the gap that would end an object of this class.
     static constexpr std::size_t FIRST_ELEMENT =
@@ -60,16 +64,24 @@ template<class T> CTOVSharedBlock<T>::~CTOVSharedBlock()
 template<class T> constexpr std::size_t CTOVSharedBlock<T>::GetBytes(std::size_t nElements)
 {
     const std::size_t nBytes = FIRST_ELEMENT + nElements * sizeof(T);
-    return nBytes < sizeof(CTOVSharedBlock) ? sizeof(CTOVSharedBlock) : nBytes;
+    // Rounded up, it is never smaller than the object anyway.
+    return TOV_ROUND_BLOCKS || nBytes > sizeof(CTOVSharedBlock) ? nBytes : sizeof(CTOVSharedBlock);
 }
 
-template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::Make(std::size_t nElements, bool bGrows)
+template<class T> inline CTOVSharedBlock<T>* CTOVSharedBlock<T>::Make(std::size_t nElements, bool bGrows)
 {
-    std::size_t nBytes = GetBytes(nElements);
-    if (TOV_ROUND_BLOCKS && bGrows && nBytes > TOVPlatform::TOVMemoryList::LARGEST_SIZE)
-        nBytes += nBytes / 8;
-    nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(nBytes);
+    const std::size_t nBytes = GetBytes(nElements);
+    if (IS_OVERALIGNED || nBytes > TOVPlatform::TOVMemoryList::LARGEST_SIZE)
+        return MakeLarge(nBytes, bGrows);
 
+    void* const pMemory = TOVPlatform::TOVMemoryList::Allocate(nBytes);
+    return ::new (pMemory)
+        CTOVSharedBlock(static_cast<std::uint32_t>(TOVPlatform::TOVMemoryList::GetBlockSize(nBytes)));
+}
+
+template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::MakeLarge(std::size_t nBytes, bool bGrows)
+{
+    nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(TOV_ROUND_BLOCKS && bGrows ? nBytes + nBytes / 8 : nBytes);
     void* pMemory;
     if constexpr (IS_OVERALIGNED)
         pMemory = ::operator new(nBytes, std::align_val_t(alignof(T)));
@@ -78,11 +90,8 @@ template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::Make(std::size_t nElem
     return ::new (pMemory) CTOVSharedBlock(static_cast<std::uint32_t>(nBytes));
 }
 
-template<class T> long CTOVSharedBlock<T>::Release()
+template<class T> inline void CTOVSharedBlock<T>::Free()
 {
-    if (this->m_lRefCount != 1)
-        return CTOVRefCountObject<T>::Release();
-
     const std::size_t nBytes = m_ulBytes;
     void* const pMemory = this;
     this->~CTOVSharedBlock();
@@ -90,5 +99,15 @@ template<class T> long CTOVSharedBlock<T>::Release()
         ::operator delete(pMemory, std::align_val_t(alignof(T)));
     else
         TOVPlatform::TOVMemoryList::Free(pMemory, nBytes);
-    return 0;
+}
+
+template<class T> long CTOVSharedBlock<T>::Release()
+{
+    const long lRefCount = --this->m_lRefCount;
+    TOV_ASSERT(lRefCount >= 0);
+
+    if (lRefCount == 0)
+        Free();
+
+    return lRefCount;
 }

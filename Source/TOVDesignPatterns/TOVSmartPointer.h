@@ -64,7 +64,7 @@ private:
     };
     explicit CTOVSmartPointer(sAdopt oAdopt) : m_pObject(oAdopt.pBlock) {}
 
-    // These do what AddRef and Release of the block do, and call it for the last reference only.
+    // These do what AddRef and Release of the block do, whose exact class is known.
     static CTOVRefCountObject<T>* Share(CTOVRefCountObject<T>* pBlock);
     static void Release(CTOVRefCountObject<T>* pBlock);
 
@@ -79,10 +79,8 @@ template<class T> CTOVRefCountObject<T>* CTOVSmartPointer<T>::Share(CTOVRefCount
 
 template<class T> void CTOVSmartPointer<T>::Release(CTOVRefCountObject<T>* pBlock)
 {
-    if (pBlock->m_lRefCount > 1)
-        --pBlock->m_lRefCount;
-    else
-        pBlock->Release();
+    if (--pBlock->m_lRefCount <= 0)
+        pBlock->DestroyExact();
 }
 
 template<class T> CTOVSmartPointer<T>::CTOVSmartPointer(T* pObject) : m_pObject(new CTOVRefCountObject<T>(pObject))

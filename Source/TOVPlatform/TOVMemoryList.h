@@ -4,6 +4,7 @@
 #include <Debug/TOVBase.h>
 
 #include <cstddef>
+#include <new>
 
 namespace TOVPlatform
 {
@@ -21,24 +22,86 @@ namespace TOVMemoryList
 // The sizes up to here have lists.
 constexpr std::size_t LARGEST_SIZE = 1032;
 
-// Returns the size of the block that serves a request: the next of 8, 24, 40, ..., which fill a block of the usual heap
-// with its 8 bytes of administration, and above LARGEST_SIZE the next multiple of 16.
+// Returns the size of the block that serves a request: the next of 24, 40, 56, ..., which fill a block of the usual
+// heap with its 8 bytes of administration, and above LARGEST_SIZE the next multiple of 16.
 constexpr std::size_t GetBlockSize(std::size_t nSize)
 {
     if (!TOV_ROUND_BLOCKS)
         return nSize;
+    if (nSize <= 24)
+        return 24;
     return nSize <= LARGEST_SIZE ? ((nSize + 7) & ~std::size_t(15)) + 8 : (nSize + 15) & ~std::size_t(15);
 }
 
 // Returns a block of GetBlockSize(nSize) bytes, aligned as operator new does. If memory is exhausted, it throws what
 // operator new throws.
-TOV_EXPORT void* Allocate(std::size_t nSize);
+inline void* Allocate(std::size_t nSize);
 
 // Frees a block of Allocate. nSize is the size that was asked for, or that of the block. Any thread may free it.
-TOV_EXPORT void Free(void* pBlock, std::size_t nSize) noexcept;
+inline void Free(void* pBlock, std::size_t nSize) noexcept;
 
 // Determines whether the calling thread uses lists, and returns whether it did so before. If not, what its lists hold
 // goes back to operator delete, and every block of this thread comes from operator new: for those who count blocks.
 TOV_EXPORT bool UseLists(bool bUse) noexcept;
+
+// A freed block holds the address of the next one in its list, and the number of blocks from here to the list's end.
+// This is cheaper than a number for each list, which every request would have to change as well.
+struct sFreeBlock
+{
+    sFreeBlock* pNext;
+    std::size_t nBlocks;
+};
+
+constexpr std::size_t GetListIndex(std::size_t nSize)
+{
+    return (nSize + 7) / 16;
+}
+
+struct sLists
+{
+    static constexpr std::size_t NUM_LISTS = GetListIndex(LARGEST_SIZE) + 1;
+
+    sFreeBlock* apFirst[NUM_LISTS];
+    std::size_t anMost[NUM_LISTS]; // how many blocks the list may hold
+};
+
+// The calling thread's lists. It is never null: a thread that has none uses one that is always empty and has no room.
+extern TOV_EXPORT TOV_THREAD_LISTS_STORAGE sLists* t_pLists;
+
+// What Allocate does if there is no freed block, and Free if there is no room.
+TOV_EXPORT void* AllocateAnew(std::size_t nSize);
+TOV_EXPORT void FreeWithoutRoom(void* pBlock, std::size_t nSize) noexcept;
+
+inline void* Allocate(std::size_t nSize)
+{
+    if (TOV_USE_MEMORY_LISTS && nSize <= LARGEST_SIZE)
+    {
+        sLists& oLists = *t_pLists;
+        const std::size_t nIndex = GetListIndex(nSize);
+        if (sFreeBlock* const pBlock = oLists.apFirst[nIndex])
+        {
+            oLists.apFirst[nIndex] = pBlock->pNext;
+            return pBlock;
+        }
+    }
+    return AllocateAnew(nSize);
+}
+
+inline void Free(void* pBlock, std::size_t nSize) noexcept
+{
+    if (TOV_USE_MEMORY_LISTS && nSize <= LARGEST_SIZE)
+    {
+        sLists& oLists = *t_pLists;
+        const std::size_t nIndex = GetListIndex(nSize);
+        sFreeBlock* const pNext = oLists.apFirst[nIndex];
+        const std::size_t nBlocks = pNext != nullptr ? pNext->nBlocks : 0;
+        if (nBlocks < oLists.anMost[nIndex])
+        {
+            oLists.apFirst[nIndex] = ::new (pBlock) sFreeBlock{pNext, nBlocks + 1};
+            return;
+        }
+    }
+    FreeWithoutRoom(pBlock, nSize);
+}
 } // namespace TOVMemoryList
 } // namespace TOVPlatform

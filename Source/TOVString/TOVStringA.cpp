@@ -22,6 +22,15 @@ typedef CTOVStringA tString;
 typedef CTOVStringW tOtherString;
 typedef char tUnit;
 
+namespace
+{
+// The runtime's own function, without a call in between.
+int LengthOf(const char* szText)
+{
+    return static_cast<int>(std::strlen(szText));
+}
+} // namespace
+
 #include <TOVString/TOVStringBody.inl>
 #include <TOVString/TOVStringEditing.inl>
 #include <TOVString/TOVStringSearch.inl>
@@ -34,9 +43,9 @@ namespace
 // A pointer below this value does not point to text: it carries the id of a text that the resource loader knows.
 constexpr std::uintptr_t STRING_ID_END = 0x10000;
 
-bool IsStringId(const char* szString)
+bool IsText(const char* szString)
 {
-    return szString != nullptr && reinterpret_cast<std::uintptr_t>(szString) < STRING_ID_END;
+    return reinterpret_cast<std::uintptr_t>(szString) >= STRING_ID_END;
 }
 } // namespace
 
@@ -45,10 +54,9 @@ CTOVStringA::CTOVStringA()
     Init();
 }
 
-CTOVStringA::CTOVStringA(const char* szString) : m_oData(szString, IsStringId(szString) ? 0 : GetCapacityFor(szString))
+CTOVStringA::CTOVStringA(const char* szString) : CTOVStringA(sText{szString, IsText(szString) ? LengthOf(szString) : 0})
 {
-    m_nStringLength = m_oData.GetSize() > 0 ? static_cast<int>(m_oData.GetSize() - 1) : 0;
-    if (IsStringId(szString))
+    if (!IsText(szString) && szString != nullptr)
         *this = szString;
 }
 
@@ -64,11 +72,18 @@ CTOVStringA::CTOVStringA(char cChar, int nCount)
     Fill(*this, cChar, nCount);
 }
 
+CTOVStringA::CTOVStringA(const sText& oText)
+    : m_oData(oText.nLength > 0 ? tBuffer(tBuffer::sNewBlock{NewText(oText.szText, oText.nLength), oText.nLength + 1L})
+                                : tBuffer()),
+      m_nStringLength(oText.nLength)
+{
+}
+
 CTOVStringA::~CTOVStringA() = default;
 
 const CTOVStringA& CTOVStringA::operator=(const char* szString)
 {
-    if (!IsStringId(szString))
+    if (szString == nullptr || IsText(szString))
     {
         AssignText(*this, szString);
         return *this;

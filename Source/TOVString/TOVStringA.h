@@ -222,6 +222,17 @@ private:
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const char* szString); // 0 for NULL
 
+    // Copies exactly nLength characters. With nLength 0 there is no block, and szText may be NULL.
+    struct sText
+    {
+        const char* szText;
+        int nLength;
+    };
+    explicit CTOVStringA(const sText& oText);
+
+    // Returns a new block for the text and its terminator. nLength must be above 0.
+    static CTOVSharedBlock<char>* NewText(const char* szText, int nLength);
+
     CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;      // the length of the text
 };

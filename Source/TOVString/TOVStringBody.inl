@@ -28,11 +28,21 @@ void ReplaceBlock(tBuffer& oBlock, int nLength)
     Terminate(oBlock, nLength);
 }
 
-// The capacity of a new string that is made of the text, 0 if it needs no block.
-long GetCapacityFor(const tUnit* szText)
+// Copies units between blocks that do not overlap. The usual short texts are copied without a call, by two moves that
+// may overlap each other.
+void CopyUnits(tUnit* pDestination, const tUnit* pSource, int nCount)
 {
-    const int nLength = szText != nullptr ? TOVText::Length(szText) : 0;
-    return nLength > 0 ? CheckedLength(nLength) + 1L : 0;
+    constexpr std::size_t MOVE = 16;
+    const std::size_t nBytes = nCount * sizeof(tUnit);
+    if (nBytes < MOVE || nBytes > 2 * MOVE)
+    {
+        std::memcpy(pDestination, pSource, nBytes);
+        return;
+    }
+    const tUnit* const pSourceEnd = pSource + nCount;
+    tUnit* const pEnd = pDestination + nCount;
+    std::memcpy(pDestination, pSource, MOVE);
+    std::memcpy(pEnd - MOVE / sizeof(tUnit), pSourceEnd - MOVE / sizeof(tUnit), MOVE);
 }
 
 const tUnit* OrEmpty(const tUnit* szString)
@@ -57,7 +67,7 @@ tKeptBlock KeepOwnText(const tBuffer& oBlock, const tUnit* szText)
 // Copies the text; NULL and an empty text empty the string.
 void AssignText(tString& oString, const tUnit* szText)
 {
-    if (const int nLength = szText != nullptr ? TOVText::Length(szText) : 0)
+    if (const int nLength = szText != nullptr ? LengthOf(szText) : 0)
         oString.AssignCopy(nLength, szText);
     else
         oString.Empty();
@@ -84,6 +94,14 @@ void Fill(tString& oString, tUnit cChar, int nCount)
     TOVPlatform::TOVMemory::Set(oString.GetString(), cChar, nCount);
 }
 } // namespace
+
+CTOVSharedBlock<tUnit>* tString::NewText(const tUnit* szText, int nLength)
+{
+    CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
+    CopyUnits(pNew->GetElements(), szText, nLength);
+    pNew->GetElements()[nLength] = 0;
+    return pNew;
+}
 
 tString& tString::Null()
 {
@@ -142,20 +160,20 @@ void tString::AllocBuffer(int nLength)
 
 void tString::AssignCopy(int nLength, const tUnit* szString)
 {
-    if (CheckedLength(nLength) > 0)
+    if (CheckedLength(nLength) > 0 && szString != nullptr)
     {
         // The text may lie in the old block, which goes last.
-        CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
-        if (szString != nullptr)
-            std::memcpy(pNew->GetElements(), szString, nLength * sizeof(tUnit));
-        m_oData.Take(pNew, nLength + 1L);
-        if (szString == nullptr)
-        {
-            // The text is empty, as the source is refused.
-            Init();
-            Terminate(m_oData, 0);
-            m_oData.SetElements(0, szString, nLength);
-        }
+        m_oData.Take(NewText(szString, nLength), nLength + 1L);
+        m_nStringLength = nLength;
+        return;
+    }
+    if (nLength > 0)
+    {
+        // The text is empty, as the source is refused.
+        m_oData.Resize(nLength + 1L, false);
+        Init();
+        Terminate(m_oData, 0);
+        m_oData.SetElements(0, szString, nLength);
     }
     m_nStringLength = nLength;
     Terminate(m_oData, nLength);
@@ -170,8 +188,8 @@ void tString::ConcatCopy(int nLength1, const tUnit* sz1, int nLength2, const tUn
     {
         const int nLength = CheckedLength(llSum);
         CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
-        std::memcpy(pNew->GetElements(), sz1, nLength1 * sizeof(tUnit));
-        std::memcpy(pNew->GetElements() + nLength1, sz2, nLength2 * sizeof(tUnit));
+        CopyUnits(pNew->GetElements(), sz1, nLength1);
+        CopyUnits(pNew->GetElements() + nLength1, sz2, nLength2);
         m_oData.Take(pNew, nLength + 1L);
         m_nStringLength = nLength;
         Terminate(m_oData, nLength);
@@ -229,5 +247,5 @@ void tString::ReleaseBuffer(int nNewLength)
 
 int tString::GetSafeStringLength(const tUnit* szString)
 {
-    return szString != nullptr ? TOVText::Length(szString) : 0;
+    return szString != nullptr ? LengthOf(szString) : 0;
 }

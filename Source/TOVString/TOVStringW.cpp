@@ -20,6 +20,14 @@ typedef CTOVStringW tString;
 typedef CTOVStringA tOtherString;
 typedef wchar_t tUnit;
 
+namespace
+{
+int LengthOf(const wchar_t* szText)
+{
+    return TOVText::Length(szText);
+}
+} // namespace
+
 #include <TOVString/TOVStringBody.inl>
 #include <TOVString/TOVStringEditing.inl>
 #include <TOVString/TOVStringSearch.inl>
@@ -32,9 +40,8 @@ CTOVStringW::CTOVStringW()
     Init();
 }
 
-CTOVStringW::CTOVStringW(const wchar_t* szString) : m_oData(szString, GetCapacityFor(szString))
+CTOVStringW::CTOVStringW(const wchar_t* szString) : CTOVStringW(sText{szString, GetSafeStringLength(szString)})
 {
-    m_nStringLength = m_oData.GetSize() > 0 ? static_cast<int>(m_oData.GetSize() - 1) : 0;
 }
 
 CTOVStringW::CTOVStringW(const CTOVStringA& oOther)
@@ -47,6 +54,13 @@ CTOVStringW::CTOVStringW(wchar_t cChar, int nCount)
 {
     Init();
     Fill(*this, cChar, nCount);
+}
+
+CTOVStringW::CTOVStringW(const sText& oText)
+    : m_oData(oText.nLength > 0 ? tBuffer(tBuffer::sNewBlock{NewText(oText.szText, oText.nLength), oText.nLength + 1L})
+                                : tBuffer()),
+      m_nStringLength(oText.nLength)
+{
 }
 
 CTOVStringW::~CTOVStringW() = default;
