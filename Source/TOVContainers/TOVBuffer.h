@@ -141,8 +141,16 @@ private:
     static void ReleaseBlock(CTOVRefCountObject<T>* pBlock);
 
     // For strings: adds elements that are not initialised. They may be in the memory behind a sole owner's block, which
-    // is rounded up, or get some for later, so that a loop of appends is linear. No size shows either.
+    // is rounded up, or get some for later, so that a loop of appends is linear. No size shows either. GrowInPlace only
+    // does the former, and returns false where it cannot.
     void Grow(long lNumElements);
+    bool GrowInPlace(long lNumElements);
+
+    // For strings: returns a new block for a text of this length, which must be above 0, and its terminator.
+    static CTOVSharedBlock<T>* NewText(const T* pText, long lLength);
+
+    // Copies between blocks that do not overlap. Short texts are copied without a call.
+    static void CopyText(T* pDestination, const T* pText, long lLength);
 
     // Copies between blocks that may overlap. Leaves the check of the pointers to TOVMemory::Move.
     static void MoveElements(T* pDestination, const T* pSource, long lNumElements);
@@ -397,16 +405,43 @@ template<class T> void CTOVBuffer<T>::ReleaseBlock(CTOVRefCountObject<T>* pBlock
 
 template<class T> void CTOVBuffer<T>::Grow(long lNumElements)
 {
+    if (!GrowInPlace(lNumElements))
+        MakeUnique(lNumElements, m_lSize, m_lSize > 0);
+}
+
+template<class T> inline bool CTOVBuffer<T>::GrowInPlace(long lNumElements)
+{
     CTOVRefCountObject<T>* const pBlock = m_pArray.m_pObject;
-    if (pBlock->m_lRefCount == 1 && pBlock->m_pObject != nullptr &&
-        static_cast<CTOVSharedBlock<T>*>(pBlock)->HasRoom(static_cast<std::size_t>(lNumElements) + 1))
+    if (pBlock->m_lRefCount != 1 || pBlock->m_pObject == nullptr ||
+        !static_cast<CTOVSharedBlock<T>*>(pBlock)->HasRoom(static_cast<std::size_t>(lNumElements) + 1))
+        return false;
+
+    pBlock->m_pObject[lNumElements] = T();
+    m_lSize = lNumElements;
+    return true;
+}
+
+template<class T> inline CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pText, long lLength)
+{
+    CTOVSharedBlock<T>* const pNew = NewBlock(lLength + 1, false);
+    CopyText(pNew->GetElements(), pText, lLength);
+    pNew->GetElements()[lLength] = T();
+    return pNew;
+}
+
+template<class T> inline void CTOVBuffer<T>::CopyText(T* pDestination, const T* pText, long lLength)
+{
+    // Two moves of a fixed size, which may overlap each other.
+    constexpr std::size_t MOVE = 16;
+    const std::size_t nBytes = GetByteCount(lLength);
+    if (nBytes >= MOVE && nBytes <= 2 * MOVE)
     {
-        pBlock->m_pObject[lNumElements] = T();
-        m_lSize = lNumElements;
+        std::memcpy(pDestination, pText, MOVE);
+        std::memcpy(pDestination + lLength - MOVE / sizeof(T), pText + lLength - MOVE / sizeof(T), MOVE);
     }
     else
     {
-        MakeUnique(lNumElements, m_lSize, m_lSize > 0);
+        std::memcpy(pDestination, pText, nBytes);
     }
 }
 

@@ -22,8 +22,9 @@ public:
     long Release() override;
     ~CTOVSharedBlock() override;
 
-    // Returns a new block with count 1 and room for nElements or more, which are not initialised. With bGrows, a large
-    // block gets some more room, so that a loop of appends costs a number of copies that is linear in the elements.
+    // Returns a new block with count 1 and room for nElements or more, which are not initialised. With bGrows, the
+    // block gets an eighth more room, so that a loop of appends copies a number of elements that is linear in their
+    // sum.
     static CTOVSharedBlock* Make(std::size_t nElements, bool bGrows);
 
     // Returns whether the block has room for nElements.
@@ -39,7 +40,7 @@ private:
     explicit CTOVSharedBlock(std::uint32_t ulBytes);
 
     static constexpr std::size_t GetBytes(std::size_t nElements);
-    TOV_NOINLINE static CTOVSharedBlock* MakeLarge(std::size_t nBytes, bool bGrows);
+    TOV_NOINLINE static CTOVSharedBlock* MakeLarge(std::size_t nBytes);
 
     // The first element follows the last member, without the gap that would end an object of this class.
     static constexpr std::size_t FIRST_ELEMENT =
@@ -70,18 +71,20 @@ template<class T> constexpr std::size_t CTOVSharedBlock<T>::GetBytes(std::size_t
 
 template<class T> inline CTOVSharedBlock<T>* CTOVSharedBlock<T>::Make(std::size_t nElements, bool bGrows)
 {
-    const std::size_t nBytes = GetBytes(nElements);
+    std::size_t nBytes = GetBytes(nElements);
+    if (TOV_ROUND_BLOCKS && bGrows && nBytes < 0x40000000) // so that no block has room for 2 GB
+        nBytes += nBytes / 8;
     if (IS_OVERALIGNED || nBytes > TOVPlatform::TOVMemoryList::LARGEST_SIZE)
-        return MakeLarge(nBytes, bGrows);
+        return MakeLarge(nBytes);
 
     void* const pMemory = TOVPlatform::TOVMemoryList::Allocate(nBytes);
     return ::new (pMemory)
         CTOVSharedBlock(static_cast<std::uint32_t>(TOVPlatform::TOVMemoryList::GetBlockSize(nBytes)));
 }
 
-template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::MakeLarge(std::size_t nBytes, bool bGrows)
+template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::MakeLarge(std::size_t nBytes)
 {
-    nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(TOV_ROUND_BLOCKS && bGrows ? nBytes + nBytes / 8 : nBytes);
+    nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(nBytes);
     void* pMemory;
     if constexpr (IS_OVERALIGNED)
         pMemory = ::operator new(nBytes, std::align_val_t(alignof(T)));

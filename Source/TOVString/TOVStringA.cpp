@@ -73,8 +73,9 @@ CTOVStringA::CTOVStringA(char cChar, int nCount)
 }
 
 CTOVStringA::CTOVStringA(const sText& oText)
-    : m_oData(oText.nLength > 0 ? tBuffer(tBuffer::sNewBlock{NewText(oText.szText, oText.nLength), oText.nLength + 1L})
-                                : tBuffer()),
+    : m_oData(oText.nLength > 0
+                  ? tBuffer(tBuffer::sNewBlock{tBuffer::NewText(oText.szText, oText.nLength), oText.nLength + 1L})
+                  : tBuffer()),
       m_nStringLength(oText.nLength)
 {
 }

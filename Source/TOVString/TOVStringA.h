@@ -168,11 +168,11 @@ public:
     CTOVStringA Mid(int nFirst, int nCount) const;
     CTOVStringA Mid(int nFirst) const;
 
-    // These test for a prefix or a suffix, as a search would find it. Cost: a comparison; for a suffix that is there, and
-    // after characters of more than one byte, also linear in the string; the forms that ignore case copy both texts.
-    // They throw if oOther has no block; the forms that ignore case also throw if oOther has been emptied. Settled: a
-    // suffix that is exactly one character longer than the string counts as found, and after characters of more than one
-    // byte the search for the last match misses some matches.
+    // These test for a prefix or a suffix, as a search would find it. Cost: a comparison; for a suffix that is there,
+    // and after characters of more than one byte, also linear in the string; the forms that ignore case copy both
+    // texts. They throw if oOther has no block; the forms that ignore case also throw if oOther has been emptied.
+    // Settled: a suffix that is exactly one character longer than the string counts as found, and after characters of
+    // more than one byte the search for the last match misses some matches.
     bool BeginsWith(const CTOVStringA& oOther) const;
     bool BeginsWithNoCase(const CTOVStringA& oOther) const;
     bool EndsWith(const CTOVStringA& oOther) const;
@@ -230,9 +230,6 @@ private:
     };
     explicit CTOVStringA(const sText& oText);
 
-    // Returns a new block for the text and its terminator. nLength must be above 0.
-    static CTOVSharedBlock<char>* NewText(const char* szText, int nLength);
-
     CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;      // the length of the text
 };
@@ -240,6 +237,24 @@ private:
 TOV_EXPORT_INLINE CTOVStringA::CTOVStringA(const CTOVStringA& oOther)
     : m_oData(oOther.m_oData, oOther.m_oData.GetBuffer() != nullptr), m_nStringLength(oOther.m_nStringLength)
 {
+}
+
+// A loop of these finds room nearly every time.
+TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(char cChar)
+{
+    const long lEnd = m_nStringLength;
+    if (m_oData.m_lSize >= lEnd + 2 || m_oData.GrowInPlace(lEnd + 2))
+    {
+        char* const pEnd = m_oData.GetBuffer() + lEnd;
+        pEnd[0] = cChar;
+        pEnd[1] = 0;
+        ++m_nStringLength;
+    }
+    else
+    {
+        ConcatInPlace(1, &cChar);
+    }
+    return *this;
 }
 
 TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(const char* szString)

@@ -28,23 +28,6 @@ void ReplaceBlock(tBuffer& oBlock, int nLength)
     Terminate(oBlock, nLength);
 }
 
-// Copies units between blocks that do not overlap. The usual short texts are copied without a call, by two moves that
-// may overlap each other.
-void CopyUnits(tUnit* pDestination, const tUnit* pSource, int nCount)
-{
-    constexpr std::size_t MOVE = 16;
-    const std::size_t nBytes = nCount * sizeof(tUnit);
-    if (nBytes < MOVE || nBytes > 2 * MOVE)
-    {
-        std::memcpy(pDestination, pSource, nBytes);
-        return;
-    }
-    const tUnit* const pSourceEnd = pSource + nCount;
-    tUnit* const pEnd = pDestination + nCount;
-    std::memcpy(pDestination, pSource, MOVE);
-    std::memcpy(pEnd - MOVE / sizeof(tUnit), pSourceEnd - MOVE / sizeof(tUnit), MOVE);
-}
-
 const tUnit* OrEmpty(const tUnit* szString)
 {
     static constexpr tUnit EMPTY_TEXT[] = {0};
@@ -95,14 +78,6 @@ void Fill(tString& oString, tUnit cChar, int nCount)
 }
 } // namespace
 
-CTOVSharedBlock<tUnit>* tString::NewText(const tUnit* szText, int nLength)
-{
-    CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
-    CopyUnits(pNew->GetElements(), szText, nLength);
-    pNew->GetElements()[nLength] = 0;
-    return pNew;
-}
-
 tString& tString::Null()
 {
     return CTOVDynamicSingleton<tString>::GetInstance();
@@ -127,12 +102,6 @@ const tString& tString::operator=(tUnit cChar)
 const tString& tString::operator+=(const tString& oOther)
 {
     ConcatInPlace(oOther.m_nStringLength, oOther.GetString());
-    return *this;
-}
-
-const tString& tString::operator+=(tUnit cChar)
-{
-    ConcatInPlace(1, &cChar);
     return *this;
 }
 
@@ -163,7 +132,7 @@ void tString::AssignCopy(int nLength, const tUnit* szString)
     if (CheckedLength(nLength) > 0 && szString != nullptr)
     {
         // The text may lie in the old block, which goes last.
-        m_oData.Take(NewText(szString, nLength), nLength + 1L);
+        m_oData.Take(tBuffer::NewText(szString, nLength), nLength + 1L);
         m_nStringLength = nLength;
         return;
     }
@@ -188,8 +157,8 @@ void tString::ConcatCopy(int nLength1, const tUnit* sz1, int nLength2, const tUn
     {
         const int nLength = CheckedLength(llSum);
         CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
-        CopyUnits(pNew->GetElements(), sz1, nLength1);
-        CopyUnits(pNew->GetElements() + nLength1, sz2, nLength2);
+        tBuffer::CopyText(pNew->GetElements(), sz1, nLength1);
+        tBuffer::CopyText(pNew->GetElements() + nLength1, sz2, nLength2);
         m_oData.Take(pNew, nLength + 1L);
         m_nStringLength = nLength;
         Terminate(m_oData, nLength);

@@ -57,8 +57,9 @@ CTOVStringW::CTOVStringW(wchar_t cChar, int nCount)
 }
 
 CTOVStringW::CTOVStringW(const sText& oText)
-    : m_oData(oText.nLength > 0 ? tBuffer(tBuffer::sNewBlock{NewText(oText.szText, oText.nLength), oText.nLength + 1L})
-                                : tBuffer()),
+    : m_oData(oText.nLength > 0
+                  ? tBuffer(tBuffer::sNewBlock{tBuffer::NewText(oText.szText, oText.nLength), oText.nLength + 1L})
+                  : tBuffer()),
       m_nStringLength(oText.nLength)
 {
 }

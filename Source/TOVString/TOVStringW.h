@@ -160,9 +160,6 @@ private:
     };
     explicit CTOVStringW(const sText& oText);
 
-    // Returns a new block for the text and its terminator. nLength must be above 0.
-    static CTOVSharedBlock<wchar_t>* NewText(const wchar_t* szText, int nLength);
-
     CTOVBuffer<wchar_t> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;         // the length of the text
 };
@@ -170,6 +167,24 @@ private:
 TOV_EXPORT_INLINE CTOVStringW::CTOVStringW(const CTOVStringW& oOther)
     : m_oData(oOther.m_oData, oOther.m_oData.GetBuffer() != nullptr), m_nStringLength(oOther.m_nStringLength)
 {
+}
+
+// A loop of these finds room nearly every time.
+TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(wchar_t cChar)
+{
+    const long lEnd = m_nStringLength;
+    if (m_oData.m_lSize >= lEnd + 2 || m_oData.GrowInPlace(lEnd + 2))
+    {
+        wchar_t* const pEnd = m_oData.GetBuffer() + lEnd;
+        pEnd[0] = cChar;
+        pEnd[1] = 0;
+        ++m_nStringLength;
+    }
+    else
+    {
+        ConcatInPlace(1, &cChar);
+    }
+    return *this;
 }
 
 TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szString)
