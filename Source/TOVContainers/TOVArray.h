@@ -214,10 +214,11 @@ template<class T> CTOVArray<T>& CTOVArray<T>::operator=(const CTOVArray& oArray)
     return *this;
 }
 
-template<class T> long CTOVArray<T>::Add(const T& oElement)
+template<class T> inline long CTOVArray<T>::Add(const T& oElement)
 {
+    // The vector asks in this form, too, so that the compiler asks only once.
     const std::size_t nOldSize = m_aArray.size();
-    if (nOldSize < m_aArray.capacity())
+    if (nOldSize != m_aArray.capacity())
         m_aArray.push_back(oElement);
     else
         InsertAside(nOldSize, std::addressof(oElement), 1);
