@@ -213,10 +213,11 @@ tString tString::Mid(int nFirst, int nCount) const
     if (nFirst == 0 && nCount == nSize)
         return *this;
 
-    tString oPart;
-    oPart.AllocBuffer(nCount);
+    if (nCount > 0)
+        return tString(sText{GetString() + nFirst, nCount});
     // Settled: a start at the capacity or after it is a fault. The new string has no block then, which fails a check.
-    oPart.m_oData.SetElements(0, nCount > 0 ? GetString() + nFirst : nullptr, nCount);
+    tString oPart;
+    oPart.m_oData.SetElements(0, nullptr, 0);
     return oPart;
 }
 
