@@ -107,6 +107,14 @@
 #define TOV_HAS_X86_VECTORS 0
 #endif
 
+// Declares a thread's own variable that is read without a call. Keep it small: a library that is loaded at run time
+// shares little room for all of them.
+#if defined(_WIN32)
+#define TOV_FAST_THREAD_LOCAL thread_local
+#else
+#define TOV_FAST_THREAD_LOCAL thread_local __attribute__((tls_model("initial-exec")))
+#endif
+
 // These enclose functions that are exported under plain names, which are undecorated, and yet return references to
 // classes. Clang warns that a C program could not call them, but no C program does.
 #if defined(__clang__)

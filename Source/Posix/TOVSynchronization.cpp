@@ -82,7 +82,7 @@ tHandle Mutex::Create(bool bInitiallyOwned, const char* szName)
         return CHandleTable::Publish(pMutex, eKindMutex, 0);
 
     sThreadRecord& oThread = ThisThread();
-    pMutex->CountOwnership(oThread);
+    ++oThread.nOwnedMutexes;
     return CHandleTable::Publish(pMutex, eKindMutex, oThread.nId);
 }
 
@@ -135,12 +135,17 @@ long Semaphore::Unlock(tHandle hSemaphore, long lReleaseCount)
 
 long Variable::InterlockedIncrement(long& lVariable)
 {
-    // The variable may have 64 bits here; it counts as if it had 32.
-    long lOld = __atomic_load_n(&lVariable, __ATOMIC_RELAXED);
-    long lNew = 0;
-    do
-        lNew = static_cast<std::int32_t>(static_cast<tDword>(lOld) + 1);
-    while (!__atomic_compare_exchange_n(&lVariable, &lOld, lNew, true, __ATOMIC_SEQ_CST, __ATOMIC_RELAXED));
+    const long lSum = __atomic_add_fetch(&lVariable, 1, __ATOMIC_SEQ_CST);
+    const long lNew = static_cast<std::int32_t>(lSum);
+
+    // The variable may have 64 bits here; it counts as if it had 32. Whoever has taken it past their limit takes it back
+    // into them.
+    long lSeen = lSum;
+    while (lNew != lSum && lSeen != static_cast<std::int32_t>(lSeen) &&
+           !__atomic_compare_exchange_n(&lVariable, &lSeen, static_cast<std::int32_t>(lSeen), true, __ATOMIC_SEQ_CST,
+                                        __ATOMIC_RELAXED))
+    {
+    }
     return lNew;
 }
 } // namespace TOVSynchronization
@@ -149,22 +154,16 @@ namespace Backend
 {
 tDword Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
 {
-    const tDword nTag = CHandleTable::TagOf(hObject);
     CWaitable* const pObject = CHandleTable::Find(hObject);
-    if (pObject == nullptr || KindOf(nTag) == eKindCriticalSection)
+    if (pObject == nullptr)
         return RESULT_FAILED;
 
-    if (KindOf(nTag) != eKindNamed)
-    {
-        bool bAbandoned = false;
-        const eTry eResult = pObject->TryTake(nTag, ThisThread(), bAbandoned);
-        if (eResult == eTryDone)
-            return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
-        if (eResult == eTryStale)
-            return RESULT_FAILED;
-        if (eResult == eTryRefused && dwMilliseconds == 0)
-            return RESULT_TIMEOUT;
-    }
+    bool bAbandoned = false;
+    const eTry eResult = pObject->TryTake(CHandleTable::TagOf(hObject), ThisThread(), bAbandoned);
+    if (eResult == eTryDone)
+        return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
+    if (eResult == eTryRefused && dwMilliseconds == 0)
+        return RESULT_TIMEOUT;
     return ForMany(&hObject, 1, false, dwMilliseconds);
 }
 

@@ -27,21 +27,9 @@ tHandle CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDword nValue)
 {
     const tDword nUses = (pObject->GetTag() >> TAG_KIND_BITS) + 1;
     const tDword nTag = nUses << TAG_KIND_BITS | eObject;
+    pObject->m_nInnerLevels.store(0, std::memory_order_relaxed);
     pObject->m_nWord.store(CWaitable::MakeWord(nTag, nValue), std::memory_order_release);
     return pObject->GetHandle();
-}
-
-CWaitable* CHandleTable::Find(tHandle hObject)
-{
-    const tDword nPlace = static_cast<tDword>(hObject);
-    if (KindOf(TagOf(hObject)) == eKindNone || nPlace >= CHUNK_COUNT * CHUNK_SIZE)
-        return nullptr;
-
-    CWaitable* const pChunk = s_apChunks[nPlace >> CHUNK_BITS].load(std::memory_order_acquire);
-    if (pChunk == nullptr)
-        return nullptr;
-    CWaitable* const pObject = pChunk + (nPlace & (CHUNK_SIZE - 1));
-    return pObject->GetTag() == TagOf(hObject) ? pObject : nullptr;
 }
 
 void CHandleTable::Recycle(CWaitable* pObject)

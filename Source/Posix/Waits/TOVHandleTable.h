@@ -48,6 +48,19 @@ private:
     static std::atomic<CWaitable*> s_apChunks[CHUNK_COUNT];
 };
 
+inline CWaitable* CHandleTable::Find(tHandle hObject)
+{
+    const tDword nPlace = static_cast<tDword>(hObject);
+    if (KindOf(TagOf(hObject)) == eKindNone || nPlace >= CHUNK_COUNT * CHUNK_SIZE)
+        return nullptr;
+
+    CWaitable* const pChunk = s_apChunks[nPlace >> CHUNK_BITS].load(std::memory_order_acquire);
+    if (pChunk == nullptr)
+        return nullptr;
+    CWaitable* const pObject = pChunk + (nPlace & (CHUNK_SIZE - 1));
+    return pObject->GetTag() == TagOf(hObject) ? pObject : nullptr;
+}
+
 template<class TVisit> void CHandleTable::ForEach(TVisit fnVisit)
 {
     for (std::atomic<CWaitable*>& pChunk : s_apChunks)

@@ -37,6 +37,8 @@ void AbandonMutexes(tDword nThreadId)
         const tDword nTag = oObject.GetTag();
         if (KindOf(nTag) != eKindMutex)
             return;
+        if (oObject.IsOwnedBy(nThreadId))
+            oObject.m_nInnerLevels.store(0, std::memory_order_relaxed);
         Change(oObject, nTag, [nThreadId](tDword& nValue) {
             if ((nValue & MUTEX_OWNER) != nThreadId)
                 return false;

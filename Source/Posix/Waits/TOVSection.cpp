@@ -32,10 +32,7 @@ void CSection::SleepAndEnter(tDword nThreadId) const
         {
             if (nLock.compare_exchange_weak(nState, nThreadId | SECTION_CONTENDED, std::memory_order_acquire,
                                             std::memory_order_relaxed))
-            {
-                m_pRecord->m_nLevels.store(1, std::memory_order_relaxed);
                 return;
-            }
             continue;
         }
         if ((nState & SECTION_CONTENDED) != 0 ||

@@ -45,9 +45,9 @@ inline void CSection::Enter() const
     tDword nState = 0;
     if (m_pRecord->m_nLock.compare_exchange_strong(nState, nThreadId, std::memory_order_acquire,
                                                    std::memory_order_relaxed))
-        m_pRecord->m_nLevels.store(1, std::memory_order_relaxed);
-    else if ((nState & ~SECTION_CONTENDED) == nThreadId)
-        m_pRecord->m_nLevels.store(m_pRecord->m_nLevels.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+        return;
+    if ((nState & ~SECTION_CONTENDED) == nThreadId)
+        m_pRecord->AddInnerLevel();
     else
         SleepAndEnter(nThreadId);
 }
@@ -55,7 +55,7 @@ inline void CSection::Enter() const
 inline void CSection::Leave() const
 {
     const tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
-    if ((nState & ~SECTION_CONTENDED) != ThisThread().nId || !m_pRecord->LeaveLevel())
+    if ((nState & ~SECTION_CONTENDED) != ThisThread().nId || m_pRecord->LeaveInnerLevel())
         return;
     if ((m_pRecord->m_nLock.exchange(0, std::memory_order_release) & SECTION_CONTENDED) != 0)
         FutexWake(&m_pRecord->m_nLock, 1, eFutexPrivate);

@@ -14,8 +14,6 @@ namespace TOVPosix
 {
 namespace
 {
-thread_local sThreadRecord t_oRecord = {};
-
 pthread_once_t s_oOnce = PTHREAD_ONCE_INIT;
 pthread_key_t s_oEndKey;
 pthread_key_t s_oHoldKey; // its destructor gives back a hold on this library
@@ -29,7 +27,7 @@ tDword KernelId()
 // Runs at the thread's end, after the destructors of its thread-local objects.
 void OnThreadEnd(void*)
 {
-    sThreadRecord& oRecord = t_oRecord;
+    sThreadRecord& oRecord = t_oThread;
 
     // One round later the destructors of all other keys have run as well; they may have used our locks.
     if (!oRecord.bEndDeferred)
@@ -92,21 +90,14 @@ void Prepare()
     static const sKeyRelease s_oRelease;
 }
 
-void Introduce(sThreadRecord& oRecord)
-{
-    ::pthread_once(&s_oOnce, Prepare);
-    oRecord.nId = KernelId();
-    if (s_bKeys)
-        ::pthread_setspecific(s_oEndKey, &oRecord);
-}
 } // namespace
 
-sThreadRecord& ThisThread()
+void IntroduceThread()
 {
-    sThreadRecord& oRecord = t_oRecord;
-    if (oRecord.nId == 0)
-        Introduce(oRecord);
-    return oRecord;
+    ::pthread_once(&s_oOnce, Prepare);
+    t_oThread.nId = KernelId();
+    if (s_bKeys)
+        ::pthread_setspecific(s_oEndKey, &t_oThread);
 }
 
 bool CanNoticeEnds()
@@ -117,11 +108,11 @@ bool CanNoticeEnds()
 
 void ContinueAlone()
 {
-    const tDword nFormerId = t_oRecord.nId;
+    const tDword nFormerId = t_oThread.nId;
     if (nFormerId != 0)
-        t_oRecord.nId = KernelId();
-    t_oRecord.pOwnedNamed = nullptr;
-    EndOtherThreads(t_oRecord, nFormerId);
+        t_oThread.nId = KernelId();
+    t_oThread.pOwnedNamed = nullptr;
+    EndOtherThreads(t_oThread, nFormerId);
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -15,7 +15,7 @@ class CNamedObject;
 // thread's end, which is harmless (see FutexWake).
 struct sThreadRecord
 {
-    tFutex nWake;              // what the thread sleeps on in a wait: 0 asleep, 1 woken
+    tFutex nWake;              // what the thread sleeps on in a wait: 0 asleep, otherwise woken
     tDword nId;                // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
     tDword nOwnedMutexes;      // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed; // list of mutexes with name that the thread owns
@@ -27,9 +27,19 @@ struct sThreadRecord
     bool bEndDeferred;         // the thread's end has been noticed and waits for the destructors of other keys
 };
 
+inline TOV_FAST_THREAD_LOCAL sThreadRecord t_oThread = {};
+
+// Gives the calling thread's record its id, and takes care that the thread's end is noticed.
+void IntroduceThread();
+
 // The calling thread's record. From the first call on, the thread's end is noticed: its mutexes are then abandoned and
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
-sThreadRecord& ThisThread();
+inline sThreadRecord& ThisThread()
+{
+    if (t_oThread.nId == 0)
+        IntroduceThread();
+    return t_oThread;
+}
 
 // False if the process has no keys left, without which no thread's end can be noticed.
 bool CanNoticeEnds();

@@ -40,7 +40,8 @@ inline eKind KindOf(tDword nTag)
 //
 // VALUE_HELD is set while threads wait for the object, or are about to. A value without it changes by compare and swap
 // alone, so that an object for which nobody waits costs no system call; a value with it changes only under the lock of
-// the waits (see TOVWaiter.h), so that a wait for several objects sees and takes them at one point in time.
+// the waits (see TOVWaiter.h), so that a wait for several objects sees and takes them at one point in time. A mutex is
+// also not held while its next owner is already on its way.
 constexpr tDword VALUE_HELD = 0x80000000;
 constexpr tDword VALUE_SIGNALLED = 1;
 constexpr tDword MUTEX_ABANDONED = 0x40000000;
@@ -124,7 +125,8 @@ public:
     void LeaveMutex(tDword nTag, sThreadRecord& oThread);
     bool ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
 
-    // Takes the object as a wait does. bAbandoned is set if it is a mutex whose last owner ended as its owner.
+    // Takes the object as a wait does. bAbandoned is set if it is a mutex whose last owner ended as its owner. A named
+    // object always counts as held.
     eTry TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
 
     // Adds a level to a mutex of the calling thread. False if that is not the owner.
@@ -137,21 +139,26 @@ public:
         return (static_cast<tDword>(m_nWord.load(std::memory_order_acquire)) & MUTEX_OWNER) == nThreadId;
     }
 
-    // Counts a level of ownership down; true if it was the last one and the lock has to be freed.
-    bool LeaveLevel()
+    // The owner's levels of ownership beyond the first. LeaveInnerLevel returns false if there is none, so that the lock
+    // has to be freed.
+    void AddInnerLevel()
     {
-        const tDword nLevels = m_nLevels.load(std::memory_order_relaxed) - 1;
-        m_nLevels.store(nLevels, std::memory_order_relaxed);
-        return nLevels == 0;
+        m_nInnerLevels.store(m_nInnerLevels.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
     }
 
-    // Counts the first level of ownership, for the thread as well.
-    void CountOwnership(sThreadRecord& oThread);
+    bool LeaveInnerLevel()
+    {
+        const tDword nLevels = m_nInnerLevels.load(std::memory_order_relaxed);
+        if (nLevels == 0)
+            return false;
+        m_nInnerLevels.store(nLevels - 1, std::memory_order_relaxed);
+        return true;
+    }
 
     // These need the lock of the waits.
 
-    // Keeps all changes to the holders of that lock; false if the tag does not match. Release undoes it, unless a wait
-    // is still linked.
+    // Keeps all changes to the holders of that lock; false if the tag does not match. Release undoes it, unless linked
+    // waits have to learn of each change.
     bool Hold(tDword nTag);
     void Release();
 
@@ -177,18 +184,26 @@ public:
     bool CanTakeHeld(tDword nThreadId) const;
     bool TakeHeld(sThreadRecord& oThread);
 
+    // The number of units that a mutex or a semaphore has for threads that compete for it.
+    tDword CountFree() const;
+
+    // The count of a semaphore without the units for which threads are on their way.
+    tDword GetUnpromised() const;
+
     sWaitNode* m_pFirstWait = nullptr; // waits for this object, oldest first
     sWaitNode* m_pLastWait = nullptr;
+    tDword m_nFirmWaits = 0;   // among them: those that get the object handed over
+    tDword m_nComingWaits = 0; // among them: those of threads that were woken and are on their way
 
     // Members of single kinds. The creator sets them before the handle is known to anybody.
 
-    tFutex m_nLock;    // critical section: its state
-    tFutex m_nLevels;  // mutex, critical section: levels of ownership, used only by the owner
-    tFutex m_nMaximum; // semaphore
-    std::atomic<CNamedObject*> m_pNamed;
+    tFutex m_nLock;        // critical section: its state
+    tFutex m_nInnerLevels; // mutex, critical section: levels of ownership beyond the first, used only by the owner
+    tFutex m_nMaximum;     // semaphore
     std::atomic<tDword> m_nSystemId;   // thread
     std::atomic<int> m_nPriorityLevel; // thread: as last set
     std::atomic<int> m_nNice;          // thread: what the system made of it
+    std::atomic<CNamedObject*> m_pNamed;
 
 private:
     friend class CHandleTable;
@@ -203,9 +218,64 @@ private:
     // Does what TryTake does for objects of which a wait takes nothing, so that it need not write.
     eTry TryRead(tDword nTag) const;
 
+    // Does what ReleaseSemaphore does while threads wait for the semaphore.
+    bool ReleaseHeldSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
+
+    // Does what TryTake does for a mutex.
+    eTry TryTakeMutex(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
+
     std::atomic<std::uint64_t> m_nWord; // tag, value
     tDword m_nPlace;                    // in the handle table
     CWaitable* m_pNextFree;
 };
+
+inline eTry CWaitable::TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
+{
+    switch (KindOf(nTag))
+    {
+    case eKindMutex:
+        return TryTakeMutex(nTag, oThread, bAbandoned);
+    case eKindAutoEvent:
+        return TryChange(nTag, [](tDword& nValue) { return TakeFromValue(eKindAutoEvent, 0, nValue); });
+    case eKindSemaphore:
+        return TryChange(nTag, [](tDword& nValue) { return TakeFromValue(eKindSemaphore, 0, nValue); });
+    case eKindManualEvent:
+    case eKindThread:
+        return TryRead(nTag);
+    default:
+        return eTryHeld;
+    }
+}
+
+inline eTry CWaitable::TryTakeMutex(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
+{
+    if (EnterAgain(nTag, oThread.nId))
+        return eTryDone;
+
+    const eTry eResult = TryChange(nTag, [&](tDword& nValue) {
+        bAbandoned = (nValue & MUTEX_ABANDONED) != 0;
+        return TakeFromValue(eKindMutex, oThread.nId, nValue);
+    });
+    if (eResult == eTryDone)
+        ++oThread.nOwnedMutexes;
+    return eResult;
+}
+
+inline eTry CWaitable::TryRead(tDword nTag) const
+{
+    const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
+    if (static_cast<tDword>(nWord >> 32) != nTag)
+        return eTryStale;
+    return (nWord & VALUE_SIGNALLED) != 0 ? eTryDone : eTryRefused;
+}
+
+inline bool CWaitable::EnterAgain(tDword nTag, tDword nThreadId)
+{
+    const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
+    if (static_cast<tDword>(nWord >> 32) != nTag || (static_cast<tDword>(nWord) & MUTEX_OWNER) != nThreadId)
+        return false;
+    AddInnerLevel();
+    return true;
+}
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -16,7 +16,8 @@ using Backend::Wait::RESULT_SIGNALLED;
 using Backend::Wait::RESULT_TIMEOUT;
 
 constexpr tDword ASLEEP = 0;
-constexpr tDword WOKEN = 1;
+constexpr tDword WOKEN = 1;      // the wait is over and unlinked
+constexpr tDword LOOK_AGAIN = 2; // the thread has to look under the lock of the waits
 constexpr tDword NO_THREAD = 0; // owner id that only matches objects which anybody may take
 
 // futex_waitv of Linux 5.16 as the kernel defines it; older system headers do not have it.
@@ -52,27 +53,44 @@ void UnlockWaits()
 }
 } // namespace
 
-CWaitScope::CWaitScope() : m_pFirst(nullptr), m_pLast(nullptr)
+CWakeList::CWakeList() : m_pFirst(nullptr), m_pLast(nullptr)
 {
-    LockWaits();
 }
 
-CWaitScope::~CWaitScope()
+CWakeList::~CWakeList()
 {
-    UnlockWaits();
-
     for (CWaiter* pWaiter = m_pFirst; pWaiter != nullptr;)
     {
-        // The waiter stands on the stack of its thread and ends once that thread reads WOKEN.
+        // The waiter stands on the stack of its thread and ends once that thread reads the word.
         CWaiter* const pNext = pWaiter->m_pNextToWake;
         tFutex& nWake = pWaiter->m_oThread.nWake;
-        nWake.store(WOKEN, std::memory_order_release);
+        nWake.store(pWaiter->m_nWake, std::memory_order_release);
         FutexWake(&nWake, 1, eFutexPrivate);
         pWaiter = pNext;
     }
 }
 
-void CWaitScope::Serve(CWaitable& oObject)
+void CWakeList::Serve(CWaitable& oObject)
+{
+    if (oObject.m_nFirmWaits != 0)
+    {
+        HandOver(oObject);
+        return;
+    }
+
+    // One thread for each unit; a thread that is on its way already counts.
+    tDword nFree = oObject.CountFree();
+    for (sWaitNode* pNode = oObject.m_pFirstWait; pNode != nullptr && nFree != 0; pNode = pNode->pNext, --nFree)
+    {
+        if (pNode->bComing)
+            continue;
+        pNode->bComing = true;
+        ++oObject.m_nComingWaits;
+        Append(*pNode->pWaiter);
+    }
+}
+
+void CWakeList::HandOver(CWaitable& oObject)
 {
     for (sWaitNode* pNode = oObject.m_pFirstWait; pNode != nullptr && oObject.CanTakeHeld(NO_THREAD);)
     {
@@ -90,13 +108,14 @@ void CWaitScope::Serve(CWaitable& oObject)
             oWaiter.m_dwResult = dwResult;
             oWaiter.m_bDone = true;
             oWaiter.Unlink();
+            oWaiter.ReleaseObjects(oWaiter.m_nCount);
         }
         if (dwResult != RESULT_TIMEOUT || bLooksItself)
             Append(oWaiter);
     }
 }
 
-void CWaitScope::Fail(CWaitable& oObject)
+void CWakeList::Fail(CWaitable& oObject)
 {
     while (oObject.m_pFirstWait != nullptr)
     {
@@ -104,15 +123,17 @@ void CWaitScope::Fail(CWaitable& oObject)
         oWaiter.m_dwResult = RESULT_FAILED;
         oWaiter.m_bDone = true;
         oWaiter.Unlink();
+        oWaiter.ReleaseObjects(oWaiter.m_nCount);
         Append(oWaiter);
     }
 }
 
-void CWaitScope::Append(CWaiter& oWaiter)
+void CWakeList::Append(CWaiter& oWaiter)
 {
     if (oWaiter.m_bWakeComing)
         return;
     oWaiter.m_bWakeComing = true;
+    oWaiter.m_nWake = oWaiter.m_bDone ? WOKEN : LOOK_AGAIN;
     oWaiter.m_pNextToWake = nullptr;
     if (m_pLast != nullptr)
         m_pLast->m_pNextToWake = &oWaiter;
@@ -121,9 +142,45 @@ void CWaitScope::Append(CWaiter& oWaiter)
     m_pLast = &oWaiter;
 }
 
+CWaitScope::CWaitScope()
+{
+    LockWaits();
+}
+
+CWaitScope::~CWaitScope()
+{
+    UnlockWaits();
+}
+
+bool CWaitable::ReleaseHeldSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
+{
+    {
+        CWaitScope oScope;
+        if (!Hold(nTag))
+            return false;
+
+        const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
+        nPrevious = GetUnpromised();
+        const bool bRefused = nCount > nMaximum - nPrevious;
+        const bool bChanged = !bRefused && ChangeHeld([=](tDword& nValue) {
+            nValue += nCount;
+            return nCount <= nMaximum - (nValue - nCount);
+        });
+        if (bChanged)
+            oScope.Serve(*this);
+        else if (!bRefused)
+            oScope.HandOver(*this);
+        Release();
+        if (bChanged || bRefused)
+            return bChanged;
+    }
+    // The units for which threads are on their way left no room. They have been handed over.
+    return ReleaseSemaphore(nTag, nCount, nPrevious);
+}
+
 CWaiter::CWaiter(sThreadRecord& oThread, bool bAll)
     : m_oThread(oThread), m_bAll(bAll), m_nCount(0), m_nUnnamed(0), m_nNamed(0), m_bDone(false), m_bWakeComing(false),
-      m_dwResult(RESULT_TIMEOUT), m_pNextToWake(nullptr)
+      m_nWake(WOKEN), m_nLostRounds(0), m_dwResult(RESULT_TIMEOUT), m_pNextToWake(nullptr)
 {
 }
 
@@ -139,7 +196,7 @@ CWaiter::~CWaiter()
 bool CWaiter::Add(tHandle hObject)
 {
     const tDword nTag = CHandleTable::TagOf(hObject);
-    sWaitNode oNode = {this, nullptr, nullptr, nTag, false, 0, nullptr, nullptr};
+    sWaitNode oNode = {this, nullptr, nullptr, nTag, false, false, false, 0, nullptr, nullptr};
     if (KindOf(nTag) == eKindNamed)
         oNode.pNamed = CNamedObject::FromHandle(hObject);
     else if (KindOf(nTag) != eKindCriticalSection)
@@ -200,6 +257,7 @@ tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
     while (dwResult == RESULT_TIMEOUT && eSleep == eSleepWoken)
     {
         Arm();
+        ReleaseObjects(m_nCount);
         UnlockObjects();
         eSleep = Sleep(oDeadline);
         if (m_nNamed == 0 && m_oThread.nWake.load(std::memory_order_acquire) == WOKEN)
@@ -210,20 +268,10 @@ tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
         ForgetWake();
         if (m_bDone)
             dwResult = m_dwResult;
-        else if (eSleep == eSleepFailed)
-            dwResult = RESULT_FAILED;
         else
-            dwResult = TakeNow(true);
+            dwResult = TakeAgain(eSleep);
     }
-
-    if (!m_bDone)
-        Unlink();
-    const bool bWakeComing = m_bWakeComing;
-    UnlockObjects();
-
-    // This object must live until the last access of the thread that is about to wake it.
-    if (bWakeComing)
-        SleepOnOwnWord(CDeadline::Never());
+    Leave();
     return dwResult;
 }
 
@@ -275,12 +323,15 @@ void CWaiter::ReleaseObjects(int nHeld)
 
 void CWaiter::Link()
 {
+    const bool bCompetes = IsCompeting();
     for (int nIndex = 0; nIndex < m_nCount; ++nIndex)
     {
         sWaitNode& oNode = m_aNodes[nIndex];
         if (oNode.pNamed != nullptr)
             continue;
         CWaitable& oObject = *oNode.pObject;
+        oNode.bFirm = !bCompetes;
+        oObject.m_nFirmWaits += oNode.bFirm ? 1 : 0;
         oNode.pPrevious = oObject.m_pLastWait;
         oNode.pNext = nullptr;
         if (oNode.pPrevious != nullptr)
@@ -307,8 +358,56 @@ void CWaiter::Unlink()
             oNode.pNext->pPrevious = oNode.pPrevious;
         else
             oObject.m_pLastWait = oNode.pPrevious;
+        oObject.m_nFirmWaits -= oNode.bFirm ? 1 : 0;
+        oObject.m_nComingWaits -= oNode.bComing ? 1 : 0;
     }
-    ReleaseObjects(m_nCount);
+}
+
+// Ends a wait after a sleep. Called with the objects locked, and held unless the wait has been ended by another thread.
+void CWaiter::Leave()
+{
+    const bool bWakeComing = m_bWakeComing;
+    {
+        CWakeList oNext;
+        if (!m_bDone)
+        {
+            Unlink();
+            if (IsCompeting())
+                oNext.Serve(*m_aNodes[0].pObject); // what this wait leaves of a semaphore
+            ReleaseObjects(m_nCount);
+        }
+        UnlockObjects();
+    }
+
+    // This object must live until the last access of the thread that is about to wake it.
+    if (bWakeComing)
+        SleepOnOwnWord(CDeadline::Never());
+}
+
+// Whether this is a wait for a mutex or a semaphore without a name, alone.
+bool CWaiter::IsCompeting() const
+{
+    const eKind eObject = KindOf(m_aNodes[0].nTag);
+    return m_nCount == 1 && (eObject == eKindMutex || eObject == eKindSemaphore);
+}
+
+// Does what TakeNow does, after a sleep. The objects are held from here on.
+tDword CWaiter::TakeAgain(eSleepResult eSleep)
+{
+    HoldObjects(); // as they are linked, they have not ended
+    const tDword dwResult = eSleep == eSleepFailed ? RESULT_FAILED : TakeNow(true);
+
+    sWaitNode& oNode = m_aNodes[0];
+    if (!oNode.bComing)
+        return dwResult;
+    oNode.bComing = false;
+    --oNode.pObject->m_nComingWaits;
+    if (dwResult == RESULT_TIMEOUT && ++m_nLostRounds == MAX_LOST_ROUNDS)
+    {
+        oNode.bFirm = true;
+        ++oNode.pObject->m_nFirmWaits;
+    }
+    return dwResult;
 }
 
 // RESULT_TIMEOUT stands for "not yet".
@@ -409,7 +508,7 @@ void CWaiter::Disarm()
 // Takes back a wake that has arrived and did not end the wait. A wake that is still to come remains.
 void CWaiter::ForgetWake()
 {
-    if (m_oThread.nWake.load(std::memory_order_acquire) == WOKEN && !m_bDone)
+    if (m_oThread.nWake.load(std::memory_order_acquire) != ASLEEP && !m_bDone)
     {
         m_oThread.nWake.store(ASLEEP, std::memory_order_relaxed);
         m_bWakeComing = false;

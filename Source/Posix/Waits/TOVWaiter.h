@@ -12,6 +12,11 @@ namespace TOVPosix
 // A thread that changes an object with linked waits takes that lock too, gives the object to the oldest wait that it
 // satisfies, as a single step with all other objects of that wait, and wakes only threads whose wait is over.
 //
+// A mutex or a semaphore would pass from sleeper to sleeper in this way, with a switch of threads for each. So a wait
+// for such an object alone does not get it handed over. It stays linked, its thread is woken, and until that comes, any
+// running thread may take the object first. A wait that has lost this competition MAX_LOST_ROUNDS times is handed the
+// object: it is firm, as are all waits of the other sort. An object with a firm wait is handed over to all its waits.
+//
 // Objects in shared memory cannot be given to waiters of other processes: a change wakes all threads that sleep on the
 // object, and these look again (TOVNamedObject.h). A wait that mixes both kinds sleeps on its own word and on theirs.
 class CWaiter;
@@ -23,24 +28,30 @@ struct sWaitNode
     CWaitable* pObject;   // null for a named object
     CNamedObject* pNamed; // null for an object without a name
     tDword nTag;
+    bool bFirm;           // the wait gets the object handed over; else its thread is woken and competes for it
+    bool bComing;         // not firm: the thread has been woken and is on its way
     bool bSlept;          // named: whether nSeen counts
     tDword nSeen;         // named: the word's value that the thread sleeps on
     sWaitNode* pPrevious; // in the list of the object
     sWaitNode* pNext;
 };
 
-// Holds the lock of the waits. Its destructor unlocks, then wakes the threads whose waits ended meanwhile.
-class CWaitScope
+// The threads that are woken by a change. All functions but the destructor, which wakes them, need the lock of the
+// waits.
+class CWakeList
 {
 public:
-    CWaitScope();
-    ~CWaitScope();
+    CWakeList();
+    ~CWakeList();
 
-    CWaitScope(const CWaitScope&) = delete;
-    CWaitScope& operator=(const CWaitScope&) = delete;
+    CWakeList(const CWakeList&) = delete;
+    CWakeList& operator=(const CWakeList&) = delete;
 
-    // Gives a held object that has changed to the waits that it satisfies, oldest first.
+    // Lets the waits for a held object that has changed have it, oldest first.
     void Serve(CWaitable& oObject);
+
+    // Gives a held object to all waits that it satisfies, even to those that would compete for it.
+    void HandOver(CWaitable& oObject);
 
     // Fails all waits for an object that is about to end.
     void Fail(CWaitable& oObject);
@@ -50,6 +61,14 @@ private:
 
     CWaiter* m_pFirst;
     CWaiter* m_pLast;
+};
+
+// Holds the lock of the waits. Its destructor unlocks, then wakes the threads.
+class CWaitScope : public CWakeList
+{
+public:
+    CWaitScope();
+    ~CWaitScope();
 };
 
 // Applies bool fnChange(tDword& nValue) to an object that has waits, and serves them. False if the object is gone or
@@ -91,7 +110,7 @@ inline void CWaitable::ClearSignal(tDword nTag)
 
 inline void CWaitable::LeaveMutex(tDword nTag, sThreadRecord& oThread)
 {
-    if (!IsOwnedBy(oThread.nId) || !LeaveLevel())
+    if (!IsOwnedBy(oThread.nId) || LeaveInnerLevel())
         return;
     --oThread.nOwnedMutexes;
     Change(*this, nTag, [](tDword& nValue) {
@@ -103,11 +122,12 @@ inline void CWaitable::LeaveMutex(tDword nTag, sThreadRecord& oThread)
 inline bool CWaitable::ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
 {
     const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
-    return Change(*this, nTag, [=, &nPrevious](tDword& nValue) {
+    const eTry eResult = TryChange(nTag, [=, &nPrevious](tDword& nValue) {
         nPrevious = nValue;
         nValue += nCount;
         return nCount <= nMaximum - nPrevious;
     });
+    return eResult == eTryHeld ? ReleaseHeldSemaphore(nTag, nCount, nPrevious) : eResult == eTryDone;
 }
 
 // A thread's wait. It stands on the thread's stack and is used once.
@@ -127,9 +147,10 @@ public:
     tDword Wait(tDword dwMilliseconds);
 
 private:
-    friend class CWaitScope;
+    friend class CWakeList;
 
     static constexpr int MAX_OBJECTS = 64;
+    static constexpr tDword MAX_LOST_ROUNDS = 8;
 
     void AddNamed(CNamedObject& oNamed);
     bool HasTwins() const;
@@ -137,10 +158,13 @@ private:
     void UnlockObjects();
     bool HoldObjects();
     void ReleaseObjects(int nHeld);
+    bool IsCompeting() const;
     void Link();
     void Unlink();
+    void Leave();
 
     tDword TakeNow(bool bNamedToo);
+    tDword TakeAgain(eSleepResult eSleep);
     tDword TakeAll();
     bool CanTake(const sWaitNode& oNode) const;
     bool Take(const sWaitNode& oNode);
@@ -158,7 +182,9 @@ private:
     int m_nUnnamed;     // among them
     int m_nNamed;       // of m_apNamed
     bool m_bDone;       // the wait is over, with m_dwResult; set by the thread that ended it
-    bool m_bWakeComing; // another thread is about to set this thread's word to 1
+    bool m_bWakeComing; // another thread is about to set this thread's word to m_nWake
+    tDword m_nWake;
+    tDword m_nLostRounds;
     tDword m_dwResult;
     CWaiter* m_pNextToWake;
     sWaitNode m_aNodes[MAX_OBJECTS];
