@@ -3,6 +3,7 @@
 #include <Posix/Waits/TOVObjectEnd.h>
 #include <Posix/Waits/TOVObjectRef.h>
 #include <Posix/Waits/TOVSection.h>
+#include <Posix/Waits/TOVUncontended.h>
 
 namespace TOVPlatform
 {
@@ -16,6 +17,41 @@ bool HasName(const char* szName)
 {
     return szName != nullptr && *szName != '\0';
 }
+
+// What the uncontended operations leave. As these are calls, the operations themselves need no stack.
+
+TOV_NOINLINE void EnterSection(tHandle hCriticalSection)
+{
+    if (const CSection oSection{hCriticalSection})
+        oSection.Enter();
+}
+
+TOV_NOINLINE void LeaveSection(tHandle hCriticalSection)
+{
+    if (const CSection oSection{hCriticalSection})
+        oSection.Leave();
+}
+
+TOV_NOINLINE void SignalEvent(tHandle hEvent)
+{
+    if (const CObjectRef oEvent = FindEvent(hEvent))
+        oEvent.SetSignalled();
+}
+
+TOV_NOINLINE void LeaveMutex(tHandle hMutex)
+{
+    if (const CObjectRef oMutex = FindMutex(hMutex))
+        oMutex.LeaveMutex(ThisThread());
+}
+
+TOV_NOINLINE long ReleaseSemaphore(tHandle hSemaphore, tDword nCount)
+{
+    tDword nPrevious = 0;
+    const CObjectRef oSemaphore = FindSemaphore(hSemaphore);
+    if (!oSemaphore || !oSemaphore.ReleaseSemaphore(nCount, nPrevious))
+        return 0;
+    return static_cast<long>(nPrevious);
+}
 } // namespace
 
 tHandle CriticalSection::Create(unsigned long)
@@ -25,14 +61,14 @@ tHandle CriticalSection::Create(unsigned long)
 
 void CriticalSection::Enter(tHandle hCriticalSection)
 {
-    if (const CSection oSection{hCriticalSection})
-        oSection.Enter();
+    if (!Uncontended::EnterSection(hCriticalSection))
+        EnterSection(hCriticalSection);
 }
 
 void CriticalSection::Leave(tHandle hCriticalSection)
 {
-    if (const CSection oSection{hCriticalSection})
-        oSection.Leave();
+    if (!Uncontended::LeaveSection(hCriticalSection))
+        LeaveSection(hCriticalSection);
 }
 
 void CriticalSection::Destroy(tHandle hCriticalSection)
@@ -60,8 +96,8 @@ bool Event::Destroy(tHandle hEvent)
 
 void Event::Signal(tHandle hEvent)
 {
-    if (const CObjectRef oEvent = FindEvent(hEvent))
-        oEvent.SetSignalled();
+    if (!Uncontended::SetSignalled(hEvent))
+        SignalEvent(hEvent);
 }
 
 void Event::Reset(tHandle hEvent)
@@ -93,8 +129,8 @@ bool Mutex::Destroy(tHandle hMutex)
 
 void Mutex::Unlock(tHandle hMutex)
 {
-    if (const CObjectRef oMutex = FindMutex(hMutex))
-        oMutex.LeaveMutex(ThisThread());
+    if (!Uncontended::LeaveMutex(hMutex))
+        LeaveMutex(hMutex);
 }
 
 tHandle Semaphore::Create(long lInitialCount, long lMaximumCount, const char* szName)
@@ -127,10 +163,9 @@ long Semaphore::Unlock(tHandle hSemaphore, long lReleaseCount)
         return 0;
 
     tDword nPrevious = 0;
-    const CObjectRef oSemaphore = FindSemaphore(hSemaphore);
-    if (!oSemaphore || !oSemaphore.ReleaseSemaphore(static_cast<tDword>(nCount), nPrevious))
-        return 0;
-    return static_cast<long>(nPrevious);
+    if (Uncontended::ReleaseSemaphore(hSemaphore, static_cast<tDword>(nCount), nPrevious))
+        return static_cast<long>(nPrevious);
+    return ReleaseSemaphore(hSemaphore, static_cast<tDword>(nCount));
 }
 
 long Variable::InterlockedIncrement(long& lVariable)
@@ -152,19 +187,27 @@ long Variable::InterlockedIncrement(long& lVariable)
 
 namespace Backend
 {
-tDword Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
+namespace
+{
+TOV_NOINLINE tDword WaitForOne(tHandle hObject, tDword dwMilliseconds)
 {
     CWaitable* const pObject = CHandleTable::Find(hObject);
     if (pObject == nullptr)
-        return RESULT_FAILED;
+        return Wait::RESULT_FAILED;
 
     bool bAbandoned = false;
     const eTry eResult = pObject->TryTake(CHandleTable::TagOf(hObject), ThisThread(), bAbandoned);
     if (eResult == eTryDone)
-        return bAbandoned ? RESULT_ABANDONED : RESULT_SIGNALLED;
+        return bAbandoned ? Wait::RESULT_ABANDONED : Wait::RESULT_SIGNALLED;
     if (eResult == eTryRefused && dwMilliseconds == 0)
-        return RESULT_TIMEOUT;
-    return ForMany(&hObject, 1, false, dwMilliseconds);
+        return Wait::RESULT_TIMEOUT;
+    return Wait::ForMany(&hObject, 1, false, dwMilliseconds);
+}
+} // namespace
+
+tDword Wait::ForOne(tHandle hObject, tDword dwMilliseconds)
+{
+    return Uncontended::Take(hObject) ? RESULT_SIGNALLED : WaitForOne(hObject, dwMilliseconds);
 }
 
 tDword Wait::ForMany(const tHandle* pHandles, int nCount, bool bWaitForAll, tDword dwMilliseconds)

@@ -26,6 +26,9 @@ public:
         return KindOf(TagOf(hObject)) == eObject ? Find(hObject) : nullptr;
     }
 
+    // The record at the place that the handle names, or null, whatever its tag is. For steps that compare the tag.
+    static CWaitable* FindPlace(tHandle hObject);
+
     static tDword TagOf(tHandle hObject) { return static_cast<tDword>(hObject >> 32); }
 
     // Gives a record back that nobody can find.
@@ -48,17 +51,20 @@ private:
     static std::atomic<CWaitable*> s_apChunks[CHUNK_COUNT];
 };
 
-inline CWaitable* CHandleTable::Find(tHandle hObject)
+inline CWaitable* CHandleTable::FindPlace(tHandle hObject)
 {
     const tDword nPlace = static_cast<tDword>(hObject);
-    if (KindOf(TagOf(hObject)) == eKindNone || nPlace >= CHUNK_COUNT * CHUNK_SIZE)
+    if (nPlace >= CHUNK_COUNT * CHUNK_SIZE)
         return nullptr;
-
     CWaitable* const pChunk = s_apChunks[nPlace >> CHUNK_BITS].load(std::memory_order_acquire);
-    if (pChunk == nullptr)
-        return nullptr;
-    CWaitable* const pObject = pChunk + (nPlace & (CHUNK_SIZE - 1));
-    return pObject->GetTag() == TagOf(hObject) ? pObject : nullptr;
+    return pChunk != nullptr ? pChunk + (nPlace & (CHUNK_SIZE - 1)) : nullptr;
+}
+
+inline CWaitable* CHandleTable::Find(tHandle hObject)
+{
+    CWaitable* const pObject = FindPlace(hObject);
+    const tDword nTag = TagOf(hObject);
+    return pObject != nullptr && KindOf(nTag) != eKindNone && pObject->GetTag() == nTag ? pObject : nullptr;
 }
 
 template<class TVisit> void CHandleTable::ForEach(TVisit fnVisit)

@@ -21,6 +21,28 @@ void CSection::Destroy() const
         FutexWake(&m_pRecord->m_nLock, INT_MAX, eFutexPrivate);
 }
 
+void CSection::Enter() const
+{
+    const tDword nThreadId = ThisThread().nId;
+    tDword nState = 0;
+    if (m_pRecord->m_nLock.compare_exchange_strong(nState, nThreadId, std::memory_order_acquire,
+                                                   std::memory_order_relaxed))
+        return;
+    if ((nState & ~SECTION_CONTENDED) == nThreadId)
+        m_pRecord->AddInnerLevel();
+    else
+        SleepAndEnter(nThreadId);
+}
+
+void CSection::Leave() const
+{
+    const tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
+    if ((nState & ~SECTION_CONTENDED) != ThisThread().nId || m_pRecord->LeaveInnerLevel())
+        return;
+    if ((m_pRecord->m_nLock.exchange(0, std::memory_order_release) & SECTION_CONTENDED) != 0)
+        FutexWake(&m_pRecord->m_nLock, 1, eFutexPrivate);
+}
+
 void CSection::SleepAndEnter(tDword nThreadId) const
 {
     tFutex& nLock = m_pRecord->m_nLock;

@@ -6,6 +6,44 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
+eTry CWaitable::TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
+{
+    const eKind eObject = KindOf(nTag);
+    if (eObject == eKindNamed || eObject == eKindCriticalSection)
+        return eTryHeld;
+
+    if (eObject == eKindMutex && EnterAgain(nTag, oThread.nId))
+        return eTryDone;
+
+    if (eObject == eKindManualEvent || eObject == eKindThread)
+        return TryRead(nTag);
+
+    const eTry eResult = TryChange(nTag, [&](tDword& nValue) {
+        bAbandoned = eObject == eKindMutex && (nValue & MUTEX_ABANDONED) != 0;
+        return TakeFromValue(eObject, oThread.nId, nValue);
+    });
+    if (eResult == eTryDone && eObject == eKindMutex)
+        ++oThread.nOwnedMutexes;
+    return eResult;
+}
+
+eTry CWaitable::TryRead(tDword nTag) const
+{
+    const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
+    if (static_cast<tDword>(nWord >> 32) != nTag)
+        return eTryStale;
+    return (nWord & VALUE_SIGNALLED) != 0 ? eTryDone : eTryRefused;
+}
+
+bool CWaitable::EnterAgain(tDword nTag, tDword nThreadId)
+{
+    const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
+    if (static_cast<tDword>(nWord >> 32) != nTag || (static_cast<tDword>(nWord) & MUTEX_OWNER) != nThreadId)
+        return false;
+    AddInnerLevel();
+    return true;
+}
+
 bool CWaitable::Hold(tDword nTag)
 {
     std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);

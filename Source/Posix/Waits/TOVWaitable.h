@@ -117,6 +117,14 @@ public:
         }
     }
 
+    // Changes one value into another; false if the tag or the value is a different one.
+    bool Exchange(tDword nTag, tDword nFrom, tDword nTo)
+    {
+        std::uint64_t nWord = MakeWord(nTag, nFrom);
+        return m_nWord.compare_exchange_strong(nWord, MakeWord(nTag, nTo), std::memory_order_acq_rel,
+                                               std::memory_order_relaxed);
+    }
+
     // Changes of one kind of object, each a single step that serves the waits for it (TOVWaiter.h). They do nothing if
     // the tag does not match any more. LeaveMutex does nothing unless that thread is the owner; ReleaseSemaphore
     // returns false, and changes nothing, if the count would exceed the maximum.
@@ -124,6 +132,17 @@ public:
     void ClearSignal(tDword nTag);
     void LeaveMutex(tDword nTag, sThreadRecord& oThread);
     bool ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
+
+    // Does what ReleaseSemaphore does, unless the semaphore is held.
+    eTry TryReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
+    {
+        const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
+        return TryChange(nTag, [=, &nPrevious](tDword& nValue) {
+            nPrevious = nValue;
+            nValue += nCount;
+            return nCount <= nMaximum - nPrevious;
+        });
+    }
 
     // Takes the object as a wait does. bAbandoned is set if it is a mutex whose last owner ended as its owner. A named
     // object always counts as held.
@@ -148,12 +167,13 @@ public:
 
     bool LeaveInnerLevel()
     {
-        const tDword nLevels = m_nInnerLevels.load(std::memory_order_relaxed);
-        if (nLevels == 0)
+        if (!HasInnerLevels())
             return false;
-        m_nInnerLevels.store(nLevels - 1, std::memory_order_relaxed);
+        m_nInnerLevels.store(m_nInnerLevels.load(std::memory_order_relaxed) - 1, std::memory_order_relaxed);
         return true;
     }
+
+    bool HasInnerLevels() const { return m_nInnerLevels.load(std::memory_order_relaxed) != 0; }
 
     // These need the lock of the waits.
 
@@ -221,61 +241,9 @@ private:
     // Does what ReleaseSemaphore does while threads wait for the semaphore.
     bool ReleaseHeldSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
 
-    // Does what TryTake does for a mutex.
-    eTry TryTakeMutex(tDword nTag, sThreadRecord& oThread, bool& bAbandoned);
-
     std::atomic<std::uint64_t> m_nWord; // tag, value
     tDword m_nPlace;                    // in the handle table
     CWaitable* m_pNextFree;
 };
-
-inline eTry CWaitable::TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
-{
-    switch (KindOf(nTag))
-    {
-    case eKindMutex:
-        return TryTakeMutex(nTag, oThread, bAbandoned);
-    case eKindAutoEvent:
-        return TryChange(nTag, [](tDword& nValue) { return TakeFromValue(eKindAutoEvent, 0, nValue); });
-    case eKindSemaphore:
-        return TryChange(nTag, [](tDword& nValue) { return TakeFromValue(eKindSemaphore, 0, nValue); });
-    case eKindManualEvent:
-    case eKindThread:
-        return TryRead(nTag);
-    default:
-        return eTryHeld;
-    }
-}
-
-inline eTry CWaitable::TryTakeMutex(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
-{
-    if (EnterAgain(nTag, oThread.nId))
-        return eTryDone;
-
-    const eTry eResult = TryChange(nTag, [&](tDword& nValue) {
-        bAbandoned = (nValue & MUTEX_ABANDONED) != 0;
-        return TakeFromValue(eKindMutex, oThread.nId, nValue);
-    });
-    if (eResult == eTryDone)
-        ++oThread.nOwnedMutexes;
-    return eResult;
-}
-
-inline eTry CWaitable::TryRead(tDword nTag) const
-{
-    const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
-    if (static_cast<tDword>(nWord >> 32) != nTag)
-        return eTryStale;
-    return (nWord & VALUE_SIGNALLED) != 0 ? eTryDone : eTryRefused;
-}
-
-inline bool CWaitable::EnterAgain(tDword nTag, tDword nThreadId)
-{
-    const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
-    if (static_cast<tDword>(nWord >> 32) != nTag || (static_cast<tDword>(nWord) & MUTEX_OWNER) != nThreadId)
-        return false;
-    AddInnerLevel();
-    return true;
-}
 } // namespace TOVPosix
 } // namespace TOVPlatform

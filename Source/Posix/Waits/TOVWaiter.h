@@ -121,12 +121,7 @@ inline void CWaitable::LeaveMutex(tDword nTag, sThreadRecord& oThread)
 
 inline bool CWaitable::ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
 {
-    const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
-    const eTry eResult = TryChange(nTag, [=, &nPrevious](tDword& nValue) {
-        nPrevious = nValue;
-        nValue += nCount;
-        return nCount <= nMaximum - nPrevious;
-    });
+    const eTry eResult = TryReleaseSemaphore(nTag, nCount, nPrevious);
     return eResult == eTryHeld ? ReleaseHeldSemaphore(nTag, nCount, nPrevious) : eResult == eTryDone;
 }
 
