@@ -38,6 +38,12 @@ TOV_NOINLINE void SignalEvent(tHandle hEvent)
         oEvent.SetSignalled();
 }
 
+TOV_NOINLINE void ResetEvent(tHandle hEvent)
+{
+    if (const CObjectRef oEvent = FindEvent(hEvent))
+        oEvent.ClearSignal();
+}
+
 TOV_NOINLINE void LeaveMutex(tHandle hMutex)
 {
     if (const CObjectRef oMutex = FindMutex(hMutex))
@@ -100,10 +106,16 @@ void Event::Signal(tHandle hEvent)
         SignalEvent(hEvent);
 }
 
+void Event::SignalIfClear(tHandle hEvent)
+{
+    if (!Uncontended::HasValue(hEvent, VALUE_SIGNALLED) && !Uncontended::SetSignalled(hEvent))
+        SignalEvent(hEvent);
+}
+
 void Event::Reset(tHandle hEvent)
 {
-    if (const CObjectRef oEvent = FindEvent(hEvent))
-        oEvent.ClearSignal();
+    if (!Uncontended::HasValue(hEvent, 0))
+        ResetEvent(hEvent);
 }
 
 tHandle Mutex::Create(bool bInitiallyOwned, const char* szName)
@@ -173,8 +185,8 @@ long Variable::InterlockedIncrement(long& lVariable)
     const long lSum = __atomic_add_fetch(&lVariable, 1, __ATOMIC_SEQ_CST);
     const long lNew = static_cast<std::int32_t>(lSum);
 
-    // The variable may have 64 bits here; it counts as if it had 32. Whoever has taken it past their limit takes it back
-    // into them.
+    // The variable may have 64 bits here; it counts as if it had 32. Whoever has taken it past their limit takes it
+    // back into them.
     long lSeen = lSum;
     while (lNew != lSum && lSeen != static_cast<std::int32_t>(lSeen) &&
            !__atomic_compare_exchange_n(&lVariable, &lSeen, static_cast<std::int32_t>(lSeen), true, __ATOMIC_SEQ_CST,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Debug/TOVCheck.h>
+#include <TOVPlatform/TOVSynchronization.h>
 #include <TOVProcess/TOVEvent.h>
 #include <TOVProcess/TOVMutex.h>
 
@@ -9,10 +10,13 @@
 
 // Passes elements from any number of producer threads to any number of consumer threads. It owns copies of the
 // elements. The mutex guards every access to the list and is held for that alone. The event signals that there may be
-// an element. Consumers hold no lock while they wait for the event: the order is event, then mutex.
+// an element; it is set as long as there are any. Consumers wait for it only while the list is empty, and hold no lock
+// meanwhile: a wait takes the signal, so that otherwise one consumer would have to wait for the next step of another.
 //
 //   producer   lock, append, unlock, signal
-//   consumer   wait, lock, take the first, signal again if there are more, unlock
+//   consumer   lock; while the list is empty: unlock, wait, lock; take the first; signal again if there are more, or
+//   else
+//              reset; unlock
 //
 //   operation                       cost                            when a copy or an allocation throws
 //   Enqueue                         1 node, 1 copy under the lock   unchanged
@@ -109,33 +113,35 @@ template<class T> void CTOVSafeQueue<T>::Enqueue(const T& oElement)
         const CLock oLock(m_oMutex);
         m_aQueue.push_back(oElement);
     }
-    m_oEvent.Signal();
+    TOVPlatform::TOVSynchronization::Event::SignalIfClear(m_oEvent.GetHandle());
 }
 
 template<class T> T CTOVSafeQueue<T>::Dequeue()
 {
     for (;;)
     {
-        m_oEvent.Wait();
-
-        const CLock oLock(m_oMutex);
-        // Another consumer may already have taken the element for which this signal was sent.
-        if (!m_aQueue.empty())
-            return TakeFirst();
+        {
+            const CLock oLock(m_oMutex);
+            if (!m_aQueue.empty())
+                return TakeFirst();
+        }
+        m_oEvent.Wait(); // another consumer may take the element for which this signal is sent
     }
 }
 
 template<class T> T CTOVSafeQueue<T>::TakeFirst()
 {
-    // The wait of this consumer has reset the event. If elements remain, also because the copy throws, it is set again
+    // A wait of this consumer has reset the event. If elements remain, also because the copy throws, it is set again
     // for the next consumer.
     struct sSignalRest
     {
         CTOVSafeQueue& oQueue;
         ~sSignalRest()
         {
-            if (!oQueue.m_aQueue.empty())
-                oQueue.m_oEvent.Signal();
+            if (oQueue.m_aQueue.empty())
+                oQueue.m_oEvent.Reset();
+            else
+                TOVPlatform::TOVSynchronization::Event::SignalIfClear(oQueue.m_oEvent.GetHandle());
         }
     } oSignalRest = {*this};
 

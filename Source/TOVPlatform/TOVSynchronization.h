@@ -49,6 +49,11 @@ TOV_EXPORT tHandle Create(bool bManualReset, bool bInitiallySignalled, const cha
 // Returns true if the handle was open.
 TOV_EXPORT bool Destroy(tHandle hEvent);
 TOV_EXPORT void Signal(tHandle hEvent);
+
+// Does what Signal does, but need not do anything if the event is signalled already. This is for an event that tells of
+// data under a lock: unlike Signal, it publishes nothing to the thread that the event releases, so that only the lock
+// does. The calling thread must hold that lock, or have released it just before.
+TOV_EXPORT void SignalIfClear(tHandle hEvent);
 TOV_EXPORT void Reset(tHandle hEvent);
 
 // Waits until the event is signalled; returns at once for a bad handle.

@@ -62,6 +62,11 @@ void Event::Signal(tHandle hEvent)
     ::SetEvent(ToNative(hEvent));
 }
 
+void Event::SignalIfClear(tHandle hEvent)
+{
+    ::SetEvent(ToNative(hEvent)); // the system tells no event's state
+}
+
 void Event::Reset(tHandle hEvent)
 {
     ::ResetEvent(ToNative(hEvent));

@@ -8,6 +8,7 @@
 #include <TOVString/TOVStringA.h>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <list>
 #include <memory>
@@ -38,8 +39,8 @@ struct sCopied
     ~sCopied() { --s_nAlive; }
 
     static inline std::function<void()> s_fnAction;
-    static inline int s_nAlive = 0;
-    static inline int s_nCopies = 0;
+    static inline std::atomic<int> s_nAlive = 0;
+    static inline std::atomic<int> s_nCopies = 0;
 };
 
 // While it lives, each copy of an sCopied runs this action.
@@ -236,6 +237,18 @@ TEST(CTOVSafeQueueTest, LateSignalDoesNotReleaseAConsumer)
     EXPECT_EQ((std::vector<int>{7}), oConsumer.Taken());
 }
 
+TEST(CTOVSafeQueueTest, AnElementThatIsThereNeedsNoSignal)
+{
+    tIntQueue oQueue;
+    oQueue.Enqueue(7);
+    EXPECT_TRUE(EventOf(oQueue).TimedWait(0));
+
+    CConsumer oConsumer(oQueue, 1);
+
+    EXPECT_TRUE(oConsumer.Finishes());
+    EXPECT_FALSE(EventOf(oQueue).TimedWait(0));
+}
+
 TEST(CTOVSafeQueueTest, OneSignalServesAsManyConsumersAsThereAreElements)
 {
     tIntQueue oQueue;
@@ -367,6 +380,53 @@ TEST(CTOVSafeQueueTest, FailedCopyOutLeavesTheElementToTheNextConsumer)
     if (!bFinishes)
         CopiedEventOf(oQueue).Signal();
     EXPECT_TRUE(bFinishes);
+}
+
+TEST(CTOVSafeQueueTest, LosesNoElementOfManyThreadsThoughCopiesFail)
+{
+    const int nThreads = 3;
+    const int nElements = 1000;
+    tCopiedQueue oQueue;
+    std::atomic<int> nTaken(0);
+    {
+        std::atomic<int> nCopies(0);
+        const CCopyAction oAction([&] {
+            if (++nCopies % 7 == 0)
+                throw std::runtime_error("refused");
+        });
+        // Repeats what is refused.
+        const auto fnDo = [&](const std::function<void()>& fnStep) {
+            for (bool bDone = false; !bDone;)
+            {
+                try
+                {
+                    fnStep();
+                    bDone = true;
+                }
+                catch (const std::runtime_error&)
+                {
+                }
+            }
+        };
+        std::vector<std::unique_ptr<CBlockableThread>> aThreads;
+        for (int nThread = 0; nThread < 2 * nThreads; ++nThread)
+            aThreads.push_back(std::make_unique<CBlockableThread>([&, nThread] {
+                const sCopied oElement;
+                for (int nElement = 0; nElement < nElements; ++nElement)
+                    fnDo([&] {
+                        if (nThread % 2 == 0)
+                            oQueue.Enqueue(oElement);
+                        else
+                            oQueue.Dequeue();
+                    });
+                nTaken += nThread % 2 == 0 ? 0 : nElements;
+            }));
+        for (const std::unique_ptr<CBlockableThread>& pThread : aThreads)
+            EXPECT_TRUE(pThread->Finishes());
+    }
+
+    EXPECT_EQ(nThreads * nElements, nTaken);
+    EXPECT_TRUE(oQueue.IsEmpty());
 }
 
 TEST(CTOVSafeQueueTest, EveryOperationChecksTheMutex)

@@ -73,6 +73,7 @@ TEST_P(TOVPlatformBadHandleTest, CountsAsALockedMutex)
 TEST_P(TOVPlatformBadHandleTest, TakesNoSignal)
 {
     EXPECT_NO_CHECK(Event::Signal(m_oBad.hObject));
+    EXPECT_NO_CHECK(Event::SignalIfClear(m_oBad.hObject));
     EXPECT_NO_CHECK(Event::Reset(m_oBad.hObject));
     EXPECT_NO_CHECK(Mutex::Unlock(m_oBad.hObject));
     EXPECT_EQ(0, Semaphore::Unlock(m_oBad.hObject, 1));

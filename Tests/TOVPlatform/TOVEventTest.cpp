@@ -115,6 +115,44 @@ TEST(TOVPlatformEventTest, CanBeSignalledAgainAfterAReset)
     }
 }
 
+TEST(TOVPlatformEventTest, SignalIfClearSignalsAClearEventAndLeavesASignalledOne)
+{
+    for (const std::string& sName : {std::string(), UniqueName()})
+    {
+        const COwnHandle hEvent(Event::Create(false, false, sName.c_str()));
+        for (const int nSignals : {1, 2})
+        {
+            for (int nSignal = 0; nSignal < nSignals; ++nSignal)
+                Event::SignalIfClear(hEvent);
+            EXPECT_EQ(1, Drain(hEvent)) << sName << nSignals;
+        }
+    }
+    const COwnHandle hManual(CreateManual());
+    Event::SignalIfClear(hManual);
+    Event::SignalIfClear(hManual);
+    EXPECT_TRUE(TakesNow(hManual) && TakesNow(hManual));
+}
+
+TEST(TOVPlatformEventTest, SignalIfClearReleasesOneWaiterAtATime)
+{
+    const int nWaiters = 3;
+    const COwnHandle hEvent(CreateAuto());
+    CTally oReleased;
+    CThreadGroup oWaiters;
+    oWaiters.Start(nWaiters, [&](int) {
+        Event::Wait(hEvent);
+        oReleased.Add();
+    });
+
+    for (int nSignal = 1; nSignal <= nWaiters; ++nSignal)
+    {
+        EXPECT_TRUE(oReleased.Stays(nSignal - 1));
+        Event::SignalIfClear(hEvent);
+        EXPECT_TRUE(oReleased.Reaches(nSignal));
+    }
+    EXPECT_EQ(0, Drain(hEvent));
+}
+
 TEST(TOVPlatformEventTest, WaitBlocksUntilTheSignal)
 {
     for (const bool bManualReset : {false, true})

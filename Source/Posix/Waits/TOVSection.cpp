@@ -24,13 +24,15 @@ void CSection::Destroy() const
 void CSection::Enter() const
 {
     const tDword nThreadId = ThisThread().nId;
-    tDword nState = 0;
-    if (m_pRecord->m_nLock.compare_exchange_strong(nState, nThreadId, std::memory_order_acquire,
-                                                   std::memory_order_relaxed))
-        return;
+    tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
     if ((nState & ~SECTION_CONTENDED) == nThreadId)
+    {
         m_pRecord->AddInnerLevel();
-    else
+        return;
+    }
+    nState = 0;
+    if (!m_pRecord->m_nLock.compare_exchange_strong(nState, nThreadId, std::memory_order_acquire,
+                                                    std::memory_order_relaxed))
         SleepAndEnter(nThreadId);
 }
 

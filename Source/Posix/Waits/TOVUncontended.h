@@ -7,11 +7,16 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// Each function does what the operation of that name does, or returns false with nothing changed if there is more to it:
-// a thread waits, the object cannot be had at once, the handle is another one, the calling thread has not been seen yet.
-// Then the operation itself has to find out.
+// Each function does what the operation of that name does, or returns false with nothing changed if there is more to
+// it: a thread waits, the object cannot be had at once, the handle is another one, the calling thread has not been seen
+// yet. Then the operation itself has to find out.
 namespace Uncontended
 {
+inline bool IsEvent(tDword nTag)
+{
+    return KindOf(nTag) == eKindAutoEvent || KindOf(nTag) == eKindManualEvent;
+}
+
 inline bool EnterSection(tHandle hSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hSection, eKindCriticalSection);
@@ -45,6 +50,8 @@ inline bool Take(tHandle hObject)
         return true;
     case eKindAutoEvent:
         return pObject->Exchange(nTag, VALUE_SIGNALLED, 0);
+    case eKindManualEvent:
+        return pObject->HasValue(nTag, VALUE_SIGNALLED);
     case eKindSemaphore:
         return pObject->TryChange(nTag, [](tDword& nValue) { return nValue-- != 0; }) == eTryDone;
     default:
@@ -67,7 +74,15 @@ inline bool SetSignalled(tHandle hEvent)
 {
     const tDword nTag = CHandleTable::TagOf(hEvent);
     CWaitable* const pEvent = CHandleTable::FindPlace(hEvent);
-    return pEvent != nullptr && KindOf(nTag) == eKindAutoEvent && pEvent->Exchange(nTag, 0, VALUE_SIGNALLED);
+    return pEvent != nullptr && IsEvent(nTag) && pEvent->Exchange(nTag, 0, VALUE_SIGNALLED);
+}
+
+// Whether this is an event that has the value.
+inline bool HasValue(tHandle hEvent, tDword nValue)
+{
+    const tDword nTag = CHandleTable::TagOf(hEvent);
+    const CWaitable* const pEvent = CHandleTable::FindPlace(hEvent);
+    return pEvent != nullptr && IsEvent(nTag) && pEvent->HasValue(nTag, nValue);
 }
 
 inline bool ReleaseSemaphore(tHandle hSemaphore, tDword nCount, tDword& nPrevious)

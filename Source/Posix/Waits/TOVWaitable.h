@@ -93,7 +93,8 @@ inline bool TakeFromValue(eKind eObject, tDword nThreadId, tDword& nValue)
 class alignas(64) CWaitable
 {
 public:
-    // These need no lock.
+    // These need no lock. All changes of words are in one order, which a thread that unlocks one object and then only
+    // reads another one relies on (see Event::SignalIfClear).
 
     tDword GetTag() const { return static_cast<tDword>(m_nWord.load(std::memory_order_acquire) >> 32); }
 
@@ -111,18 +112,19 @@ public:
                 return eTryHeld;
             if (!fnChange(nValue))
                 return eTryRefused;
-            if (m_nWord.compare_exchange_weak(nWord, MakeWord(nTag, nValue), std::memory_order_acq_rel,
-                                              std::memory_order_acquire))
+            if (m_nWord.compare_exchange_weak(nWord, MakeWord(nTag, nValue)))
                 return eTryDone;
         }
     }
+
+    // Whether the object is not held and has this value.
+    bool HasValue(tDword nTag, tDword nValue) const { return m_nWord.load() == MakeWord(nTag, nValue); }
 
     // Changes one value into another; false if the tag or the value is a different one.
     bool Exchange(tDword nTag, tDword nFrom, tDword nTo)
     {
         std::uint64_t nWord = MakeWord(nTag, nFrom);
-        return m_nWord.compare_exchange_strong(nWord, MakeWord(nTag, nTo), std::memory_order_acq_rel,
-                                               std::memory_order_relaxed);
+        return m_nWord.compare_exchange_strong(nWord, MakeWord(nTag, nTo));
     }
 
     // Changes of one kind of object, each a single step that serves the waits for it (TOVWaiter.h). They do nothing if
@@ -158,8 +160,8 @@ public:
         return (static_cast<tDword>(m_nWord.load(std::memory_order_acquire)) & MUTEX_OWNER) == nThreadId;
     }
 
-    // The owner's levels of ownership beyond the first. LeaveInnerLevel returns false if there is none, so that the lock
-    // has to be freed.
+    // The owner's levels of ownership beyond the first. LeaveInnerLevel returns false if there is none, so that the
+    // lock has to be freed.
     void AddInnerLevel()
     {
         m_nInnerLevels.store(m_nInnerLevels.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);

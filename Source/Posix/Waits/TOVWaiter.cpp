@@ -18,7 +18,7 @@ using Backend::Wait::RESULT_TIMEOUT;
 constexpr tDword ASLEEP = 0;
 constexpr tDword WOKEN = 1;      // the wait is over and unlinked
 constexpr tDword LOOK_AGAIN = 2; // the thread has to look under the lock of the waits
-constexpr tDword NO_THREAD = 0; // owner id that only matches objects which anybody may take
+constexpr tDword NO_THREAD = 0;  // owner id that only matches objects which anybody may take
 
 // futex_waitv of Linux 5.16 as the kernel defines it; older system headers do not have it.
 constexpr long FUTEX_WAITV_NUMBER = 449;

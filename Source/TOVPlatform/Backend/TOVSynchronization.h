@@ -29,6 +29,7 @@ using TOVSynchronization::Event::Create;
 using TOVSynchronization::Event::Destroy;
 using TOVSynchronization::Event::Reset;
 using TOVSynchronization::Event::Signal;
+using TOVSynchronization::Event::SignalIfClear;
 } // namespace Event
 
 namespace Mutex

@@ -104,6 +104,10 @@ const std::map<std::string, tOperation> OPERATIONS = {
          Event::Wait(o.hAuto);
          Event::Signal(o.hAuto);
          Event::Reset(o.hAuto);
+         Event::SignalIfClear(o.hAuto);
+         Event::SignalIfClear(o.hAuto);
+         Event::Reset(o.hAuto);
+         Event::Reset(o.hAuto);
          Event::Reset(o.hManual);
          Event::Signal(o.hManual);
          Event::Wait(o.hManual);
