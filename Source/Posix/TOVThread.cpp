@@ -21,17 +21,8 @@ using TOVThread::tThreadEntry;
 namespace
 {
 constexpr tDword START_BEGUN = 0;
-constexpr tDword START_DONE = 1;
-
-// What the creator hands to the new thread, which releases it.
-struct sStart
-{
-    tThreadEntry pEntry;
-    void* pParam;
-    tHandle hThread;
-    void* pLibraryHold; // the new thread's hold: it runs in this library's code
-    tFutex nStep;
-};
+constexpr tDword START_AWAITED = 1; // the new thread sleeps until the start is done
+constexpr tDword START_DONE = 2;
 
 void CallEntry(tThreadEntry pEntry, void* pParam)
 {
@@ -43,32 +34,46 @@ void CallEntry(tThreadEntry pEntry, void* pParam)
     ThisThread().pExit = nullptr;
 }
 
+// The creator stores the id before the entry function can see, or release, the place for it.
+void AwaitStart(tFutex& nStep)
+{
+    tDword nSeen = START_BEGUN;
+    if (!nStep.compare_exchange_strong(nSeen, START_AWAITED, std::memory_order_acquire, std::memory_order_acquire))
+        return;
+    while (nStep.load(std::memory_order_acquire) == START_AWAITED)
+        FutexSleep(&nStep, START_AWAITED, eFutexPrivate, CDeadline::Never());
+}
+
+void FinishStart(tFutex& nStep)
+{
+    if (nStep.exchange(START_DONE, std::memory_order_acq_rel) == START_AWAITED)
+        FutexWake(&nStep, 1, eFutexPrivate);
+}
+
+// Allocates nothing, so that the C library need not prepare the heap for a thread that does not use it.
 void* EnterThread(void* pParam)
 {
-    sStart* const pStart = static_cast<sStart*>(pParam);
+    CWaitable& oRecord = *static_cast<CWaitable*>(pParam);
+    AwaitStart(oRecord.m_oStart.nStep);
 
-    // The creator stores the id before the entry function can see, or release, the place for it.
-    while (pStart->nStep.load(std::memory_order_acquire) == START_BEGUN)
-        FutexSleep(&pStart->nStep, START_BEGUN, eFutexPrivate, CDeadline::Never());
-
-    ThisThread().hThread = pStart->hThread;
-    ThisThread().pLibraryHold = pStart->pLibraryHold;
-    const tThreadEntry pEntry = pStart->pEntry;
-    void* const pEntryParam = pStart->pParam;
-    delete pStart; // before the entry function: it need not return
-    CallEntry(pEntry, pEntryParam);
+    IntroduceThread(oRecord.m_nSystemId.load(std::memory_order_relaxed));
+    sThreadRecord& oThread = ThisThread();
+    oThread.hThread = oRecord.GetHandle();
+    oThread.pLibraryHold = oRecord.m_oStart.pLibraryHold;
+    CallEntry(oRecord.m_oStart.pEntry, oRecord.m_oStart.pParam);
     return nullptr;
 }
 
 // Starts a thread that is never joined: its handle reports its end.
-bool StartThread(sStart& oStart, pthread_t& oThread)
+bool StartThread(CWaitable& oRecord, pthread_t& oThread)
 {
-    oStart.pLibraryHold = HoldLibrary();
-    if (oStart.pLibraryHold == nullptr)
+    void* const pLibraryHold = HoldLibrary();
+    if (pLibraryHold == nullptr)
         return false;
-    if (::pthread_create(&oThread, nullptr, EnterThread, &oStart) != 0)
+    oRecord.m_oStart.pLibraryHold = pLibraryHold;
+    if (::pthread_create(&oThread, nullptr, EnterThread, &oRecord) != 0)
     {
-        GetReleaseHold()(oStart.pLibraryHold); // this is never the last hold: the caller has its own
+        GetReleaseHold()(pLibraryHold); // this is never the last hold: the caller has its own
         return false;
     }
     ::pthread_detach(oThread);
@@ -141,12 +146,13 @@ tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulT
     if (pThread == nullptr)
         return 0;
 
+    pThread->m_oStart.pEntry = pEntry;
+    pThread->m_oStart.pParam = pParam;
+    pThread->m_oStart.nStep.store(START_BEGUN, std::memory_order_relaxed);
     const tHandle hThread = CHandleTable::Publish(pThread, eKindThread, 0);
-    sStart* const pStart = new (std::nothrow) sStart{pEntry, pParam, hThread, nullptr, {START_BEGUN}};
     pthread_t oThread;
-    if (pStart == nullptr || !StartThread(*pStart, oThread))
+    if (!StartThread(*pThread, oThread))
     {
-        delete pStart;
         CloseObject(hThread);
         return 0;
     }
@@ -158,8 +164,7 @@ tHandle TOVThread::Create(tThreadEntry pEntry, void* pParam, unsigned long* pulT
     if (pulThreadId != nullptr)
         __atomic_store_n(pulThreadId, nId, __ATOMIC_RELAXED); // another thread of the same object may write there too
 
-    pStart->nStep.store(START_DONE, std::memory_order_release); // the new thread releases the start from here on
-    FutexWake(&pStart->nStep, 1, eFutexPrivate);
+    FinishStart(pThread->m_oStart.nStep);
     return hThread;
 }
 
@@ -208,12 +213,15 @@ void Thread::WritePriority(tHandle hThread, int nLevel)
     pThread->m_nPriorityLevel.store(nLevel, std::memory_order_relaxed);
     if (pThread->IsSignalled())
         return;
+    int nNice = ReadNice(*pThread);
     for (const sNiceLevel& oLevel : NICE_LEVELS)
     {
-        if (oLevel.nLevel == nLevel)
-            ::setpriority(PRIO_PROCESS, pThread->m_nSystemId.load(std::memory_order_relaxed), ToNice(oLevel));
+        if (oLevel.nLevel != nLevel || ToNice(oLevel) == nNice)
+            continue;
+        ::setpriority(PRIO_PROCESS, pThread->m_nSystemId.load(std::memory_order_relaxed), ToNice(oLevel));
+        nNice = ReadNice(*pThread); // the system may have refused the new value
     }
-    pThread->m_nNice.store(ReadNice(*pThread), std::memory_order_relaxed); // the system may have refused the new value
+    pThread->m_nNice.store(nNice, std::memory_order_relaxed);
 }
 
 bool Thread::CallAtEnd(void (*pfAtEnd)() noexcept)

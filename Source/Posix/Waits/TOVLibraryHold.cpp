@@ -10,14 +10,29 @@ namespace TOVPosix
 {
 namespace
 {
-// The loader finds the library by the name under which it knows it, without a look at any file.
-void* OpenThisLibrary(int nFlags)
+// The name under which the loader knows this library, or null. The loader walks through all symbols of the library for
+// it, so it is asked once.
+const char* GetLibraryName()
 {
+    static std::atomic<const char*> s_szName;
+    const char* szName = s_szName.load(std::memory_order_acquire);
+    if (szName != nullptr)
+        return szName;
+
     Dl_info oInfo;
     void* pMap = nullptr;
-    if (::dladdr1(reinterpret_cast<void*>(&OpenThisLibrary), &oInfo, &pMap, RTLD_DL_LINKMAP) == 0)
+    if (::dladdr1(reinterpret_cast<void*>(&GetLibraryName), &oInfo, &pMap, RTLD_DL_LINKMAP) == 0)
         return nullptr;
-    return ::dlopen(static_cast<const link_map*>(pMap)->l_name, RTLD_NOW | RTLD_NOLOAD | nFlags);
+    szName = static_cast<const link_map*>(pMap)->l_name;
+    s_szName.store(szName, std::memory_order_release);
+    return szName;
+}
+
+// The loader finds the library by its name without a look at any file.
+void* OpenThisLibrary(int nFlags)
+{
+    const char* const szName = GetLibraryName();
+    return szName != nullptr ? ::dlopen(szName, RTLD_NOW | RTLD_NOLOAD | nFlags) : nullptr;
 }
 } // namespace
 

@@ -94,8 +94,13 @@ void Prepare()
 
 void IntroduceThread()
 {
+    IntroduceThread(KernelId());
+}
+
+void IntroduceThread(tDword nId)
+{
     ::pthread_once(&s_oOnce, Prepare);
-    t_oThread.nId = KernelId();
+    t_oThread.nId = nId;
     if (s_bKeys)
         ::pthread_setspecific(s_oEndKey, &t_oThread);
 }

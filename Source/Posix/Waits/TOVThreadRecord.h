@@ -29,8 +29,10 @@ struct sThreadRecord
 
 inline TOV_FAST_THREAD_LOCAL sThreadRecord t_oThread = {};
 
-// Gives the calling thread's record its id, and takes care that the thread's end is noticed.
+// Gives the calling thread's record its id, which the kernel is asked for unless the caller knows it, and takes care
+// that the thread's end is noticed.
 void IntroduceThread();
+void IntroduceThread(tDword nId);
 
 // The calling thread's record. From the first call on, the thread's end is noticed: its mutexes are then abandoned and
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.

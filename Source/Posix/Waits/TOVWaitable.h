@@ -88,6 +88,15 @@ inline bool TakeFromValue(eKind eObject, tDword nThreadId, tDword& nValue)
     }
 }
 
+// What the creator of a thread hands to it.
+struct sThreadStart
+{
+    unsigned long (*pEntry)(unsigned long long ullParam);
+    void* pParam;
+    void* pLibraryHold; // the new thread's hold: it runs in this library's code
+    tFutex nStep;
+};
+
 // Records are never given back to the system, only used again: a stale handle leads to a record with another tag, not
 // to released memory. Tag and value stand in one word and change together.
 class alignas(64) CWaitable
@@ -95,6 +104,8 @@ class alignas(64) CWaitable
 public:
     // These need no lock. All changes of words are in one order, which a thread that unlocks one object and then only
     // reads another one relies on (see Event::SignalIfClear).
+
+    tHandle GetHandle() const { return static_cast<tHandle>(GetTag()) << 32 | m_nPlace; }
 
     tDword GetTag() const { return static_cast<tDword>(m_nWord.load(std::memory_order_acquire) >> 32); }
 
@@ -226,11 +237,10 @@ public:
     std::atomic<int> m_nPriorityLevel; // thread: as last set
     std::atomic<int> m_nNice;          // thread: what the system made of it
     std::atomic<CNamedObject*> m_pNamed;
+    sThreadStart m_oStart; // thread
 
 private:
     friend class CHandleTable;
-
-    tHandle GetHandle() const { return static_cast<tHandle>(GetTag()) << 32 | m_nPlace; }
 
     static std::uint64_t MakeWord(tDword nTag, tDword nValue)
     {
