@@ -40,6 +40,33 @@ TEST(TOVPlatformVariableTest, ReadsAVariableOf32BitsWithoutItsSign)
     EXPECT_EQ(0, lVariable);
 }
 
+// The first threads go past the limit together.
+TEST(TOVPlatformVariableTest, GivesEachThreadAValueOfItsOwnAroundTheLimit)
+{
+    const int nThreads = 4;
+    const int nTurns = 100;
+    for (int nRound = 0; nRound < 200; ++nRound)
+    {
+        long lVariable = INT32_MAX - nThreads * nTurns / 2;
+        std::vector<std::vector<long>> aSeen(nThreads);
+        CThreadGroup oThreads;
+        oThreads.Start(nThreads, [&](int nThread) {
+            for (int nTurn = 0; nTurn < nTurns; ++nTurn)
+                aSeen[static_cast<std::size_t>(nThread)].push_back(Variable::InterlockedIncrement(lVariable));
+        });
+        oThreads.Join();
+
+        std::vector<long> aAll;
+        for (const std::vector<long>& aOfThread : aSeen)
+            aAll.insert(aAll.end(), aOfThread.begin(), aOfThread.end());
+        std::sort(aAll.begin(), aAll.end());
+        EXPECT_EQ(INT32_MIN + nThreads * nTurns / 2 - 1, lVariable);
+        EXPECT_EQ(aAll.end(), std::adjacent_find(aAll.begin(), aAll.end()));
+        EXPECT_EQ(INT32_MIN, aAll.front());
+        EXPECT_EQ(INT32_MAX, aAll.back());
+    }
+}
+
 TEST(TOVPlatformVariableTest, GivesEachThreadAValueOfItsOwn)
 {
     const int nThreads = 4;

@@ -15,6 +15,7 @@
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 namespace File = TOVPlatform::TOVFile;
 namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
+namespace Semaphore = TOVPlatform::TOVSynchronization::Semaphore;
 namespace Thread = TOVPlatform::TOVThread;
 
 namespace
@@ -92,6 +93,28 @@ TEST(TOVPlatformForkTest, TheTableOfHandlesIsFree)
 TEST(TOVPlatformForkTest, TheLockOfTheWaitsIsFree)
 {
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, &LetsAWaitRunOut, &LetsAWaitRunOut));
+}
+
+TEST(TOVPlatformForkTest, ObjectsForWhichThreadsCompeteAreFreeOrCanBeFreed)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+    const COwnHandle hSemaphore(Semaphore::Create(1, 1, nullptr));
+    const auto fnCompete = [&] {
+        Mutex::Lock(hMutex);
+        Mutex::Unlock(hMutex);
+        Semaphore::Lock(hSemaphore);
+        Semaphore::Unlock(hSemaphore, 1);
+    };
+    const auto fnInChild = [&] {
+        Mutex::Lock(hMutex);
+        Mutex::Lock(hMutex);
+        Mutex::Unlock(hMutex);
+        Mutex::Unlock(hMutex);
+        Semaphore::Unlock(hSemaphore, 1); // a unit that another thread had taken does not come back
+        return !IsLockedForOthers(hMutex) && TakesNow(hSemaphore) && !TakesNow(hSemaphore);
+    };
+
+    EXPECT_EQ(FORKS, CountForksAmid(FORKS, fnCompete, fnInChild));
 }
 
 TEST(TOVPlatformForkTest, TheListOfNamedObjectsIsFree)

@@ -3,6 +3,7 @@
 
 #include <TOVPlatform/TOVThread.h>
 
+#include <atomic>
 #include <random>
 #include <set>
 
@@ -25,6 +26,7 @@ void ExpectFailures(unsigned long long hObject)
     EXPECT_EQ(0, Semaphore::Unlock(hObject, 1));
     EXPECT_EQ(-1, Thread::GetPriority(hObject));
     Event::Signal(hObject);
+    Event::SignalIfClear(hObject);
     Event::Reset(hObject);
     Event::Wait(hObject);
     Mutex::Lock(hObject);
@@ -106,4 +108,32 @@ TEST(TOVPlatformNamedHandleTest, IsRefusedInAWaitForAllWithAnotherOfItsObject)
 
     EXPECT_EQ(-1, WaitForAll({hObject, hSame}, 0));
     EXPECT_EQ(0, WaitForAny({hObject, hSame}, 0));
+}
+
+TEST(TOVPlatformHandleValueTest, LosesItsMeaningWhileThreadsCompeteForTheObject)
+{
+    for (int nRound = 0; nRound < 50; ++nRound)
+    {
+        const unsigned long long hMutex = Mutex::Create(false, nullptr);
+        const unsigned long long hSemaphore = Semaphore::Create(1, 1, nullptr);
+        std::atomic<int> nTurns(0);
+        std::atomic<bool> bOver(false);
+        CThreadGroup oThreads;
+        oThreads.Start(4, [&](int nThread) {
+            while (!bOver)
+            {
+                const unsigned long long hObject = nThread % 2 == 0 ? hMutex : hSemaphore;
+                Event::Wait(hObject);
+                ++nTurns;
+                Mutex::Unlock(hObject);
+                Semaphore::Unlock(hObject, 1);
+            }
+        });
+        while (nTurns < 1000)
+            std::this_thread::yield();
+
+        EXPECT_TRUE(Event::Destroy(hMutex));
+        EXPECT_TRUE(Event::Destroy(hSemaphore));
+        bOver = true;
+    }
 }
