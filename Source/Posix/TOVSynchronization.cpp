@@ -4,6 +4,7 @@
 #include <Posix/Waits/TOVObjectRef.h>
 #include <Posix/Waits/TOVSection.h>
 #include <Posix/Waits/TOVUncontended.h>
+#include <Posix/Waits/TOVWaiter.h>
 
 namespace TOVPlatform
 {

@@ -2,7 +2,7 @@
 
 #include <Posix/Waits/TOVLibraryHold.h>
 #include <Posix/Waits/TOVObjectEnd.h>
-#include <Posix/Waits/TOVWaiter.h>
+#include <Posix/Waits/TOVWakeList.h>
 
 #include <algorithm>
 #include <csetjmp>

@@ -1,7 +1,7 @@
 #include <Posix/Waits/TOVObjectEnd.h>
 
 #include <Posix/Waits/TOVNamedObject.h>
-#include <Posix/Waits/TOVWaiter.h>
+#include <Posix/Waits/TOVWakeList.h>
 
 namespace TOVPlatform
 {

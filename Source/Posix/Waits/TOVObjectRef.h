@@ -2,7 +2,7 @@
 #pragma once
 
 #include <Posix/Waits/TOVNamedObject.h>
-#include <Posix/Waits/TOVWaiter.h>
+#include <Posix/Waits/TOVWakeList.h>
 
 namespace TOVPlatform
 {

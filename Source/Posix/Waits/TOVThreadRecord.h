@@ -11,11 +11,16 @@ namespace TOVPosix
 {
 class CNamedObject;
 
+// What a thread sleeps on in a wait.
+constexpr tDword ASLEEP = 0;
+constexpr tDword WOKEN = 1;      // the wait is over and unlinked
+constexpr tDword LOOK_AGAIN = 2; // the thread has to look under the lock of the waits
+
 // The record stands in the thread's own storage, so that it costs no allocation. Its address may be woken after the
 // thread's end, which is harmless (see FutexWake).
 struct sThreadRecord
 {
-    tFutex nWake;              // what the thread sleeps on in a wait: 0 asleep, otherwise woken
+    tFutex nWake;              // ASLEEP, WOKEN, LOOK_AGAIN
     tDword nId;                // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
     tDword nOwnedMutexes;      // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed; // list of mutexes with name that the thread owns

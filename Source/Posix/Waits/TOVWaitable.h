@@ -40,8 +40,8 @@ inline eKind KindOf(tDword nTag)
 //
 // VALUE_HELD is set while threads wait for the object, or are about to. A value without it changes by compare and swap
 // alone, so that an object for which nobody waits costs no system call; a value with it changes only under the lock of
-// the waits (see TOVWaiter.h), so that a wait for several objects sees and takes them at one point in time. A mutex is
-// also not held while its next owner is already on its way.
+// the waits (see TOVWakeList.h), so that a wait for several objects sees and takes them at one point in time. A mutex
+// is also not held while its next owner is already on its way.
 constexpr tDword VALUE_HELD = 0x80000000;
 constexpr tDword VALUE_SIGNALLED = 1;
 constexpr tDword MUTEX_ABANDONED = 0x40000000;
@@ -138,8 +138,8 @@ public:
         return m_nWord.compare_exchange_strong(nWord, MakeWord(nTag, nTo));
     }
 
-    // Changes of one kind of object, each a single step that serves the waits for it (TOVWaiter.h). They do nothing if
-    // the tag does not match any more. LeaveMutex does nothing unless that thread is the owner; ReleaseSemaphore
+    // Changes of one kind of object, each a single step that serves the waits for it (TOVWakeList.h). They do nothing
+    // if the tag does not match any more. LeaveMutex does nothing unless that thread is the owner; ReleaseSemaphore
     // returns false, and changes nothing, if the count would exceed the maximum.
     void SetSignalled(tDword nTag);
     void ClearSignal(tDword nTag);
