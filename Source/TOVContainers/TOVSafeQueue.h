@@ -14,9 +14,8 @@
 // meanwhile: a wait takes the signal, so that otherwise one consumer would have to wait for the next step of another.
 //
 //   producer   lock, append, unlock, signal
-//   consumer   lock; while the list is empty: unlock, wait, lock; take the first; signal again if there are more, or
-//   else
-//              reset; unlock
+//   consumer   lock, take the first, signal again if there are more or else reset, unlock;
+//              as long as the list is empty: lock, find it empty, unlock, wait
 //
 //   operation                       cost                            when a copy or an allocation throws
 //   Enqueue                         1 node, 1 copy under the lock   unchanged
