@@ -11,6 +11,76 @@
 #include <type_traits>
 #include <vector>
 
+// What the sort of an array does with it. These classes are internal, and stand outside the array's own class so that
+// the library does not export them.
+namespace TOVSorting
+{
+// Works by the virtual operations of the array.
+template<class T, class TArray> class CVirtualAccess
+{
+public:
+    explicit CVirtualAccess(TArray& oArray) : m_oArray(oArray) {}
+
+    long GetSize() const { return m_oArray.GetSize(); }
+    const T& GetAt(long lIndex) const { return m_oArray.GetAt(lIndex); }
+    void SetAt(long lIndex, const T& oElement) { m_oArray.SetAt(lIndex, oElement); }
+    void Swap(long lIndex1, long lIndex2) { m_oArray.Swap(lIndex1, lIndex2); }
+
+    // Copies an element to a lower index.
+    void CopyDown(long lTarget, long lSource) { SetAt(lTarget, GetAt(lSource)); }
+
+    // Compares an element with the next one.
+    template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
+    {
+        return pfCompare(GetAt(lIndex), GetAt(lIndex + 1));
+    }
+
+private:
+    TArray& m_oArray;
+};
+
+// Works without virtual calls, for an array whose class is not derived. The indexes are checked all the same,
+// since a comparison may change the array.
+template<class T> class CDirectAccess
+{
+public:
+    explicit CDirectAccess(std::vector<T>& aArray) : m_aArray(aArray) {}
+
+    long GetSize() const { return static_cast<long>(m_aArray.size()); }
+    const T& GetAt(long lIndex) const { return GetElements(lIndex)[lIndex]; }
+    void SetAt(long lIndex, const T& oElement) { GetElements(lIndex)[lIndex] = oElement; }
+
+    void Swap(long lIndex1, long lIndex2)
+    {
+        const T oElement(GetAt(lIndex2));
+        SetAt(lIndex2, GetAt(lIndex1));
+        SetAt(lIndex1, oElement);
+    }
+
+    void CopyDown(long lTarget, long lSource)
+    {
+        T* const pElements = GetElements(lSource);
+        pElements[lTarget] = pElements[lSource];
+    }
+
+    template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
+    {
+        const T* const pElements = GetElements(lIndex + 1);
+        return pfCompare(pElements[lIndex], pElements[lIndex + 1]);
+    }
+
+private:
+    // Returns all elements, of which the one at lMaxIndex is there.
+    T* GetElements(long lMaxIndex) const
+    {
+        TOV_ASSERT_TEXT(static_cast<std::size_t>(lMaxIndex) < m_aArray.size(), "(0 <= lIndex) && (lIndex < GetSize())");
+        return m_aArray.data();
+    }
+
+    std::vector<T>& m_aArray;
+};
+} // namespace TOVSorting
+
 // A vector with virtual operations. It owns its elements, which it copies by T's copy constructor and assignment. The
 // capacity grows by one half, or to the needed number if that is larger, and never shrinks: repeated Add gives 1, 2, 3,
 // 4, 6, 9, 13, 19, 28, 42. It has no lock: use it from one thread at a time.
@@ -116,72 +186,6 @@ public:
     };
 
 private:
-    // What the sort does with an array, by its virtual operations.
-    class CVirtualAccess
-    {
-    public:
-        explicit CVirtualAccess(CTOVArray& oArray) : m_oArray(oArray) {}
-
-        long GetSize() const { return m_oArray.GetSize(); }
-        const T& GetAt(long lIndex) const { return m_oArray.GetAt(lIndex); }
-        void SetAt(long lIndex, const T& oElement) { m_oArray.SetAt(lIndex, oElement); }
-        void Swap(long lIndex1, long lIndex2) { m_oArray.Swap(lIndex1, lIndex2); }
-
-        // Copies an element to a lower index.
-        void CopyDown(long lTarget, long lSource) { SetAt(lTarget, GetAt(lSource)); }
-
-        // Compares an element with the next one.
-        template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
-        {
-            return pfCompare(GetAt(lIndex), GetAt(lIndex + 1));
-        }
-
-    private:
-        CTOVArray& m_oArray;
-    };
-
-    // The same without virtual calls, for an array whose class is not derived. The indexes are checked all the same,
-    // since a comparison may change the array.
-    class CDirectAccess
-    {
-    public:
-        explicit CDirectAccess(std::vector<T>& aArray) : m_aArray(aArray) {}
-
-        long GetSize() const { return static_cast<long>(m_aArray.size()); }
-        const T& GetAt(long lIndex) const { return GetElements(lIndex)[lIndex]; }
-        void SetAt(long lIndex, const T& oElement) { GetElements(lIndex)[lIndex] = oElement; }
-
-        void Swap(long lIndex1, long lIndex2)
-        {
-            const T oElement(GetAt(lIndex2));
-            SetAt(lIndex2, GetAt(lIndex1));
-            SetAt(lIndex1, oElement);
-        }
-
-        void CopyDown(long lTarget, long lSource)
-        {
-            T* const pElements = GetElements(lSource);
-            pElements[lTarget] = pElements[lSource];
-        }
-
-        template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
-        {
-            const T* const pElements = GetElements(lIndex + 1);
-            return pfCompare(pElements[lIndex], pElements[lIndex + 1]);
-        }
-
-    private:
-        // Returns all elements, of which the one at lMaxIndex is there.
-        T* GetElements(long lMaxIndex) const
-        {
-            TOV_ASSERT_TEXT(static_cast<std::size_t>(lMaxIndex) < m_aArray.size(),
-                            "(0 <= lIndex) && (lIndex < GetSize())");
-            return m_aArray.data();
-        }
-
-        std::vector<T>& m_aArray;
-    };
-
     // Inserts elements before nIndex. Builds a new vector for that, so that they may be elements of this array.
     void InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount);
 
@@ -401,9 +405,9 @@ CTOVArray<T>::CHeapSort<TCompare>::CHeapSort(CTOVArray* pArray) : m_pArray(pArra
 template<class T> template<class TCompare> void CTOVArray<T>::CHeapSort<TCompare>::Sort(TCompare pfCompare)
 {
     if (TOVIsExactly(*m_pArray))
-        SortBy(CDirectAccess(m_pArray->m_aArray), pfCompare);
+        SortBy(TOVSorting::CDirectAccess<T>(m_pArray->m_aArray), pfCompare);
     else
-        SortBy(CVirtualAccess(*m_pArray), pfCompare);
+        SortBy(TOVSorting::CVirtualAccess<T, CTOVArray>(*m_pArray), pfCompare);
 }
 
 template<class T>

@@ -55,9 +55,6 @@ public:
     CTOVRingBuffer& operator=(const CTOVRingBuffer& oSource);
 
 private:
-    // Returns the place after lPos. A comparison takes less time than a division.
-    long GetNextPos(long lPos) const { return lPos + 1 < m_lCapacity ? lPos + 1 : 0; }
-
     T* m_pBuffer;
     long m_lCount;
     long m_lCapacity;
@@ -118,7 +115,7 @@ template<class T> bool CTOVRingBuffer<T>::Write(const T& oElement)
 
     m_pBuffer[m_lWritePos] = oElement;
     ++m_lCount;
-    m_lWritePos = GetNextPos(m_lWritePos);
+    m_lWritePos = m_lWritePos + 1 < m_lCapacity ? m_lWritePos + 1 : 0;
     return true;
 }
 
@@ -129,7 +126,7 @@ template<class T> bool CTOVRingBuffer<T>::Read(T& oElement)
 
     oElement = m_pBuffer[m_lReadPos];
     --m_lCount;
-    m_lReadPos = GetNextPos(m_lReadPos);
+    m_lReadPos = m_lReadPos + 1 < m_lCapacity ? m_lReadPos + 1 : 0;
     return true;
 }
 
