@@ -3,6 +3,7 @@
 #include <Debug/TOVCheck.h>
 #include <Debug/TOVDebug.h>
 #include <TOVRtti/TOVClass.h>
+#include <TOVRtti/TOVClassIndex.h>
 
 #include <algorithm>
 #include <iterator>
@@ -17,10 +18,26 @@ void LogRemoval(const char* szName, unsigned int nMap)
                    "CTOVClassServer::RemoveClass() : Removing class %s using map %x.", szName, nMap);
 }
 
+// The names of the process's server.
+CTOVClassIndex s_oIndex;
+
+const char* TextOf(const CTOVStringA& oName)
+{
+    const char* const szName = oName.GetString();
+    return szName != nullptr ? szName : "";
+}
+
+// Erases entries of the process's server.
 template<class TMap, class TCondition> void EraseIf(TMap& oMap, const TCondition& fnCondition)
 {
     for (auto oEntry = oMap.begin(); oEntry != oMap.end();)
-        oEntry = fnCondition(*oEntry) ? oMap.erase(oEntry) : std::next(oEntry);
+    {
+        const auto oErased = oEntry++;
+        if (!fnCondition(*oErased))
+            continue;
+        s_oIndex.Remove(TextOf(oErased->first));
+        oMap.erase(oErased);
+    }
 }
 } // namespace
 
@@ -30,7 +47,20 @@ CTOVClassServer::CTOVClassServer() : m_dwNextClassId(0)
 
 CTOVClassServer::CTOVClassServer(const CTOVClassServer& oOther) = default;
 
-CTOVClassServer& CTOVClassServer::operator=(const CTOVClassServer& oOther) = default;
+CTOVClassServer& CTOVClassServer::operator=(const CTOVClassServer& oOther)
+{
+    const bool bIndexed = CTOVDynamicSingleton<CTOVClassServer>::s_pInstance == this;
+    if (bIndexed)
+        s_oIndex.RemoveAll();
+    m_oClasses = oOther.m_oClasses;
+    m_dwNextClassId = oOther.m_dwNextClassId;
+    if (bIndexed)
+    {
+        for (const auto& oEntry : m_oClasses)
+            s_oIndex.Set(TextOf(oEntry.first), oEntry.second.pClass);
+    }
+    return *this;
+}
 
 CTOVClassServer::~CTOVClassServer() noexcept(false)
 {
@@ -38,13 +68,20 @@ CTOVClassServer::~CTOVClassServer() noexcept(false)
     if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance != this)
         return;
 
+    struct sIndexEnd
+    {
+        ~sIndexEnd() { s_oIndex.RemoveAll(); }
+    } const oIndexEnd = {};
     while (!m_oClasses.empty())
     {
         const std::size_t nNumClasses = m_oClasses.size();
         m_oClasses.begin()->second.pClass->Unregister();
         // A descriptor that is registered under a name other than its own has not removed this entry.
         if (m_oClasses.size() == nNumClasses)
+        {
+            s_oIndex.Remove(TextOf(m_oClasses.begin()->first));
             m_oClasses.erase(m_oClasses.begin());
+        }
     }
 }
 
@@ -69,7 +106,9 @@ unsigned long CTOVClassServer::AddClass(const CTOVStringA& oName, CTOVClass* pCl
     TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo,
                    "CTOVClassServer::AddClass() : Adding class %s(%d) using map %x.", oName.GetString(),
                    static_cast<int>(dwClassId), GetMapNumber());
-    m_oClasses[oName] = {pClass, dwClassId};
+    const auto oEntry = m_oClasses.insert_or_assign(oName, sClassEntry{pClass, dwClassId}).first;
+    if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance == this)
+        s_oIndex.Set(TextOf(oEntry->first), pClass);
     return dwClassId;
 }
 
@@ -79,7 +118,12 @@ void CTOVClassServer::RemoveClass(const CTOVStringA& oName)
         return;
 
     LogRemoval(oName.GetString(), GetMapNumber());
-    m_oClasses.erase(oName); // searches again, as a listener may have removed the entry
+    const auto oEntry = m_oClasses.find(oName); // searches again, as a listener may have removed the entry
+    if (oEntry == m_oClasses.end())
+        return;
+    if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance == this)
+        s_oIndex.Remove(TextOf(oEntry->first));
+    m_oClasses.erase(oEntry);
 }
 
 bool CTOVClassServer::HasClass(const CTOVStringA& oName) const
@@ -113,6 +157,11 @@ bool CTOVClassServer::GetNextClass(const CTOVStringA& oName, CTOVStringA& oNext)
 
 CTOVClass* CTOVClassServer::FindClass(const CTOVStringA& oName) const
 {
+    if (CTOVDynamicSingleton<CTOVClassServer>::s_pInstance == this)
+    {
+        if (CTOVClass* const pClass = s_oIndex.Find(TextOf(oName)))
+            return pClass;
+    }
     const auto oEntry = m_oClasses.find(oName);
     return oEntry != m_oClasses.end() ? oEntry->second.pClass : nullptr;
 }
@@ -156,6 +205,20 @@ unsigned int CTOVClassServer::GetMapNumber() const
 
 const CTOVClass& TOVRuntimeClass(const CTOVStringA& oName)
 {
+    if (const CTOVClass* const pHeldClass = s_oIndex.Find(TextOf(oName)))
+        return *pHeldClass;
     const CTOVClass* const pClass = CTOVClassServer::Instance().FindClass(oName);
     return pClass != nullptr ? *pClass : CTOVClass::Invalid();
+}
+
+const CTOVClass& TOVRuntimeClassOfText(const char* szName)
+{
+    // A pointer below this value is the id of a string, which only a string can load.
+    constexpr std::uintptr_t STRING_ID_END = 0x10000;
+    if (reinterpret_cast<std::uintptr_t>(szName) >= STRING_ID_END)
+    {
+        if (const CTOVClass* const pClass = s_oIndex.Find(szName))
+            return *pClass;
+    }
+    return TOVRuntimeClass(CTOVStringA(szName));
 }

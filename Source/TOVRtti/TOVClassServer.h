@@ -5,13 +5,15 @@
 #include <TOVString/TOVStringA.h>
 
 #include <map>
+#include <type_traits>
 
 class CTOVClass;
 
 // Maps names to descriptors and assigns class ids, beginning at 0. Descriptors register and unregister themselves; the
-// server does not own them. Names are case-sensitive and compared bytewise. Each look-up is one search in an ordered
-// map. The server has no lock: register and unregister classes during start-up and at the end of the process, or on one
-// thread. A listener may add and remove classes while the server logs.
+// server does not own them. Names are case-sensitive and compared bytewise. The process's server finds a class that it
+// holds in constant time; every other look-up is one search in an ordered map. The server has no lock: register and
+// unregister classes during start-up and at the end of the process, or on one thread. A listener may add and remove
+// classes while the server logs.
 class TOV_EXPORT CTOVClassServer
 {
 public:
@@ -71,3 +73,14 @@ extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVClassServer>
 
 // Returns the class of this name, or CTOVClass::Invalid() if there is none.
 TOV_EXPORT const CTOVClass& TOVRuntimeClass(const CTOVStringA& oName);
+
+// Does the same for a text, of which it makes a string only if the text is a string id or names no class.
+TOV_EXPORT const CTOVClass& TOVRuntimeClassOfText(const char* szName);
+
+// A template takes characters alone, so that an object that converts to a string and to characters still becomes a
+// string.
+template<class TCharacter, std::enable_if_t<std::is_same_v<std::remove_cv_t<TCharacter>, char>, int> = 0>
+inline const CTOVClass& TOVRuntimeClass(TCharacter* szName)
+{
+    return TOVRuntimeClassOfText(szName);
+}
