@@ -35,23 +35,22 @@ char s_szQuestions[1024];
 bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, eTOVDebugSeverity eSeverity,
           const char* szFormat, ...)
 {
-    CTOVDebugServer& oServer = CTOVDebugServer::Instance();
     // A null format fails its check in the first listener that prints it.
-    if (szFormat != nullptr && !IsHeard(oServer))
+    if (szFormat != nullptr && !IsHeard())
         return true;
 
     va_list pArguments;
     va_start(pArguments, szFormat);
-    oServer.OnLogV(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
+    CTOVDebugServer::Instance().OnLogV(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
     va_end(pArguments);
     return true;
 }
 
 void Assert(const char* szExpression, const char* szFile, int nLine)
 {
-    CTOVDebugServer& oServer = CTOVDebugServer::Instance();
-    if (IsHeard(oServer))
+    if (IsHeard())
     {
+        CTOVDebugServer& oServer = CTOVDebugServer::Instance();
         oServer.OnAssert(szFile, ToLine(nLine), szExpression);
         if (HasOtherListeners(oServer))
             throw CTOVAssertException();

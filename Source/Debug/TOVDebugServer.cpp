@@ -287,7 +287,7 @@ bool HasOtherListeners(CTOVDebugServer& oServer)
     return bOthers;
 }
 
-bool IsHeard(const CTOVDebugServer& /*oServer*/)
+bool IsHeard()
 {
     const eAudience eNow = s_eAudience;
     return eNow == eAudienceListeners || (eNow == eAudienceDebugger && TOVPlatform::Backend::HasDebugOutput());

@@ -74,11 +74,8 @@ protected:
 
 private:
     // Internal functions. HasOtherListeners returns whether the table has listeners besides the library's own.
-    // IsHeard returns false if nobody would notice an event of the current server: the table is empty, or there is
-    // nobody on whose behalf the library's own listener would write. It takes no lock. NoteAudience prepares its answer
-    // after each change of a table.
+    // NoteAudience prepares the answer of IsHeard after each change of a table.
     friend bool HasOtherListeners(CTOVDebugServer& oServer);
-    friend bool IsHeard(const CTOVDebugServer& oServer);
     friend void NoteAudience(const CTOVDebugServer& oServer);
 
     static constexpr int NAME_SIZE = 256;
@@ -92,4 +89,8 @@ private:
     tHandle m_hLoggerLock;
     char m_szApplicationName[NAME_SIZE];
 };
+
+// Internal function. Returns false if nobody would notice an event of the current server: its table is empty, or nobody
+// reads what the library's own listener would write. Takes no lock.
+bool IsHeard();
 } // namespace TOVDebug

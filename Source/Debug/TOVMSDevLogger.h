@@ -8,10 +8,11 @@ namespace TOVDebug
 {
 // Writes every log line and failed check to the debugger's output, in the form that a development environment turns
 // into a clickable source position, and shows the message box of a panic. One static instance registers itself when the
-// library is loaded. The severity is not shown. A line is written whole, whatever its length; one of fewer than 1024
-// characters needs no allocation. Only the first 1023 characters of a message are written if a wide argument cannot be
-// converted to narrow text, or if there is no memory for a longer message. A panic is reported even without memory.
-// This class has no lock: the server's lock is held during every call.
+// library is loaded. The severity is not shown. A line that nobody would see is not formatted; on Linux, a debugger
+// that is attached while the program runs is noticed within some milliseconds. A line is written whole, whatever its
+// length; one of fewer than 1024 characters needs no allocation. Only the first 1023 characters of a message are
+// written if a wide argument cannot be converted to narrow text, or if there is no memory for a longer message. A panic
+// is reported even without memory. This class has no lock: the server's lock is held during every call.
 class TOV_EXPORT CTOVMSDevLogger : public ITOVLogListener
 {
 public:
