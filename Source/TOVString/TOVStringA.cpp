@@ -2,6 +2,7 @@
 
 #include <Debug/TOVDebug.h>
 #include <TOVPlatform/TOVMemory.h>
+#include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVResourceLoader.h>

@@ -375,9 +375,28 @@ bool tString::AsBool() const
 
 // Formatting
 
+namespace
+{
+// The result of a plain format is printed already, so that its arguments may lie in the string's own block.
+int TakeText(tString& oString, const TOVPlatform::CTOVPlainFormat<tUnit>& oFormat)
+{
+    tUnit* const szText = oString.GetBuffer(oFormat.GetBound());
+    std::copy_n(oFormat.GetText(), oFormat.GetLength(), szText);
+    oString.ReleaseBuffer(oFormat.GetLength());
+    return oFormat.GetLength();
+}
+} // namespace
+
 int tString::Format(const tUnit* szFormat, ...)
 {
+    TOVPlatform::CTOVPlainFormat<tUnit> oFormat;
     va_list pArguments;
+    va_start(pArguments, szFormat);
+    const bool bPlain = oFormat.Print(szFormat, pArguments);
+    va_end(pArguments);
+    if (bPlain)
+        return TakeText(*this, oFormat);
+
     va_start(pArguments, szFormat);
     const int nNumCharacters = FormatV(szFormat, pArguments);
     va_end(pArguments);

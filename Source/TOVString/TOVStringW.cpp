@@ -1,6 +1,7 @@
 #include <TOVString/TOVStringW.h>
 
 #include <TOVPlatform/TOVMemory.h>
+#include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVStringA.h>

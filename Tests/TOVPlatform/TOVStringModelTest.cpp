@@ -135,6 +135,9 @@ protected:
         }
     }
 
+    // One of the runtimes has an order of its own for bytes above 127 in the "C" locale, and the others may differ.
+    static int ToPromised(int nOrder) { return TOV_SYSTEM_WINDOWS && TApi::IS_NARROW ? (nOrder != 0 ? 1 : 0) : nOrder; }
+
     void ExpectText(const tText& aText, const tUnit* szText)
     {
         ASSERT_TRUE(std::equal(aText.begin(), aText.end(), szText) && szText[aText.size()] == 0)
@@ -163,7 +166,8 @@ protected:
             if (Random(4) == 0)
                 aOther.push_back('a');
             aOther = Terminated(aOther);
-            ASSERT_EQ(OrderOf(Terminated(aText), aOther), SignOfCompareNoCase<TApi>(Place(aText), aOther.data()))
+            ASSERT_EQ(ToPromised(OrderOf(Terminated(aText), aOther)),
+                      ToPromised(SignOfCompareNoCase<TApi>(Place(aText), aOther.data())))
                 << testing::PrintToString(aText) << ", " << testing::PrintToString(aOther);
         }
     }

@@ -2,6 +2,11 @@
 #include "TOVString/TOVStringKinds.h"
 
 #include <cstdarg>
+#include <iterator>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -139,6 +144,50 @@ TYPED_TEST(CTOVStringFormatTest, TheEstimateDecidesWhatFits)
     oText.Format(TXT("%d"), 7);
 
     EXPECT_EQ(Holds("7", 33), StateOf(oText));
+}
+
+// Plain formats are printed in one pass, others are measured first. FormatV measures all.
+TYPED_TEST(CTOVStringFormatTest, GivesTheSameTextAndCapacityInOnePass)
+{
+    static constexpr const char* PIECES[] = {"?", "?", "a", " and ", "", "%%", "%5?", "%.2?", "\xC4"};
+    std::mt19937 oRandom(4711);
+    for (int nRound = 0; nRound < 5000; ++nRound)
+    {
+        // Most formats are plain. Some have texts and others numbers only, as all have the same arguments.
+        const int nKinds = nRound % 2 == 0 ? 5 : static_cast<int>(std::size(PIECES));
+        const std::string sType = std::vector<std::string>{"s", "d", "i", "u"}[oRandom() % 4];
+        std::string sFormat = nRound % 16 == 0 ? std::string(oRandom() % 300, 'x') : "";
+        for (auto nPieces = oRandom() % 9; nPieces > 0; --nPieces)
+        {
+            std::string sPiece = PIECES[oRandom() % static_cast<unsigned>(nKinds)];
+            if (!sPiece.empty() && sPiece.back() == '?')
+                sPiece = (sPiece[0] == '?' ? "%" : sPiece.substr(0, sPiece.size() - 1)) + sType;
+            sFormat += sPiece;
+        }
+        const TypeParam oFormat = StringOf<TypeParam>(sFormat + ".");
+
+        TypeParam oOnePass;
+        TypeParam oMeasured;
+        const auto FormatBoth = [&](auto oValue, auto oOther) {
+            return std::pair(oOnePass.Format(~oFormat, oValue, oOther, oValue, oValue, oOther, oValue, oOther, oOther),
+                             TestFixture::FormatByList(oMeasured, ~oFormat, oValue, oOther, oValue, oValue, oOther,
+                                                       oValue, oOther, oOther));
+        };
+        const TypeParam oText = StringOf<TypeParam>(std::string(oRandom() % (nRound % 32 == 0 ? 300 : 9), 'x') + "y");
+        const auto oLengths = sType == "s" ? FormatBoth(~oText, ~oFormat)
+                                           : FormatBoth(static_cast<int>(oRandom()), static_cast<int>(oRandom() % 9));
+        ASSERT_EQ(oLengths.second, oLengths.first) << sFormat;
+        ASSERT_EQ(StateOf(oMeasured), StateOf(oOnePass)) << sFormat;
+    }
+}
+
+TYPED_TEST(CTOVStringFormatTest, TakesAnArgumentFromItsOwnBlock)
+{
+    TypeParam oText(TXT("a text that is longer than the bound of the format, which therefore fits into it"));
+
+    EXPECT_EQ(9, oText.Format(TXT("<%s>"), oText.GetString() + oText.GetLength() - 7));
+
+    EXPECT_EQ("<into it>", VisibleOf(oText));
 }
 
 TYPED_TEST(CTOVStringFormatTest, RefusesAFormatThatYieldsNothing)
