@@ -43,7 +43,7 @@ inline double RunTogether(const std::vector<std::function<void()>>& aParts)
 template<class TLock> void MeasureContendedLock(benchmark::State& oState)
 {
     constexpr int NUM_THREADS = 4;
-    constexpr int NUM_ROUNDS = 25000;
+    constexpr int NUM_ROUNDS = TOV_BENCH_MEETINGS / 4;
 
     for (auto _ : oState)
     {
@@ -67,7 +67,7 @@ template<class TLock> void MeasureContendedLock(benchmark::State& oState)
 // Passes elements from producers to as many consumers. TQueue has Enqueue, and a Dequeue that waits for an element.
 template<class TQueue, class TElement> void MeasureQueue(benchmark::State& oState, int nPairs, const TElement& oElement)
 {
-    constexpr int NUM_ELEMENTS = 100000;
+    constexpr int NUM_ELEMENTS = TOV_BENCH_MEETINGS;
 
     for (auto _ : oState)
     {

@@ -1,0 +1,101 @@
+"""Measures everything and writes the page, or measures some rows and prints them. ./bench calls this."""
+
+import argparse
+import os
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+import targets
+from catalogue import measure_catalogue
+from growth import measure_growth
+from machine import load_average, machine_facts, measure_memory, measure_start, stripped_size
+from page import print_table, write_page
+from programs import find_programs, measure
+
+PROJECT = Path(__file__).resolve().parents[2]
+START = time.monotonic()
+
+
+def progress(text):
+    print(f"{time.monotonic() - START:5.0f} s  {text}", flush=True)
+
+
+def read_arguments():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--linux", type=Path, required=True, help="the folder with the native programs")
+    parser.add_argument("--windows", type=Path, help="the folder with the Windows programs")
+    parser.add_argument("--packages", nargs="*", default=[], help="whose versions the page names")
+    parser.add_argument("--rounds", type=int)
+    parser.add_argument("--print", action="store_true", help="print the rows, and write nothing")
+    parser.add_argument("filters", nargs="*", help="parts of the names of rows")
+    return parser.parse_args()
+
+
+def measure_rows(label, programs, filters, **options):
+    def tell(family, rounds):
+        progress(f"{label}: {family}, {rounds} runs")
+
+    results = measure(programs, filters, progress=tell, **options)
+    rows = targets.read_targets(PROJECT / "Benchmarks" / "Targets.txt")
+    return targets.fill(rows, results), rows, results
+
+
+def print_rows(arguments):
+    options = {"rounds": arguments.rounds, "rounds_contended": arguments.rounds} if arguments.rounds else {}
+    rows, _, _ = measure_rows("rows", find_programs(arguments.linux), arguments.filters, **options)
+    if not rows:
+        print("no row has a name with " + " or ".join(arguments.filters), file=sys.stderr)
+        return 1
+    print_table(rows)
+    return 0
+
+
+def measure_windows(arguments):
+    emulator = [str(PROJECT / "CMake" / "wine-run")]
+    programs = find_programs(arguments.windows, emulator, ".exe")
+    rows, _, _ = measure_rows("rows on Windows", programs, (), min_time=0.005, rounds_contended=5)
+    progress("growth on Windows")
+    return rows, measure_growth(programs, rounds=1)
+
+
+def write(arguments, place):
+    if load_average() > 0.5:
+        progress(f"the machine is not idle (load {load_average():.1f}): the ratios still hold, the times may not")
+    programs = find_programs(arguments.linux)
+    rows, all_rows, results = measure_rows("rows", programs, ())
+    problems = targets.complain(all_rows, results)
+    if problems:
+        print("\n".join(problems), file=sys.stderr)
+        return 1
+    progress("growth")
+    series = measure_growth(programs)
+    progress("start and end of a program, memory")
+    start = measure_start(arguments.linux)
+    memory = measure_memory(arguments.linux)
+    catalogue = measure_catalogue(arguments.linux, place, lambda what: progress("tovcatalog: " + what))
+    sizes = {"Linux, libTOVKernel.so": stripped_size(arguments.linux / "libTOVKernel.so", "strip")}
+    windows = None
+    if arguments.windows:
+        windows = measure_windows(arguments)
+        sizes["Windows, TOVKernel.dll"] = stripped_size(arguments.windows / "TOVKernel.dll", "i686-w64-mingw32-strip")
+    write_page(PROJECT / "Documentation", machine_facts(arguments.packages), rows, windows, series, catalogue, start,
+               memory, sizes)
+    progress("written: Documentation/Performance.md")
+    print(f"{sum(bool(row.meets(row.realistic)) for row in rows)} of {sum(row.realistic is not None for row in rows)} rows "
+          "meet their realistic target")
+    return 0
+
+
+def main():
+    arguments = read_arguments()
+    # Files are in memory, where a disk's speed does not count.
+    memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
+    with tempfile.TemporaryDirectory(prefix="tov-bench-", dir=memory) as place:
+        os.environ["TOV_BENCH_FOLDER"] = place
+        return print_rows(arguments) if arguments.print or arguments.filters else write(arguments, place)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
