@@ -1,11 +1,15 @@
 // The main program of every benchmark program.
 //
-// A thread that does nothing stands by while the rows run: some libraries leave their atomic operations out as long as
-// a process has a single thread, and an application has more than one.
+// It brings the process into the state of an application that has run for a while. The heap has given a large block
+// back once, after which the C library keeps such blocks instead of asking the system for each anew. And a thread that
+// does nothing stands by while the rows run: some libraries leave their atomic operations out as long as a process has
+// a single thread.
 
-#include <benchmark/benchmark.h>
+#include <Bench.h>
 
 #include <condition_variable>
+#include <cstddef>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -43,6 +47,9 @@ private:
 
 int main(int argc, char** argv)
 {
+    constexpr std::size_t LARGE_BLOCK = 31U << 20; // the largest size that counts for the C library on Linux is 32 MB
+    Use(std::make_unique<char[]>(LARGE_BLOCK));
+
     const CParkedThread oParkedThread;
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))

@@ -100,7 +100,7 @@ def row_of(benchmark):
 def is_wanted(benchmark, filters):
     if benchmark.startswith("growth/"):
         return False
-    return not filters or any(part in row_of(benchmark) for part in filters)
+    return not filters or any(re.search(r"(^|[/ (])" + re.escape(part), row_of(benchmark)) for part in filters)
 
 
 def measure(programs, filters=(), rounds=ROUNDS, rounds_contended=ROUNDS_CONTENDED, min_time=0.02, progress=None):
