@@ -150,6 +150,10 @@ def seconds_of(results, name):
     return next(result.timing.seconds for result in results if result.name == name)
 
 
+def processor_of(results, name):
+    return next(result.timing.processor for result in results if result.name == name)
+
+
 def limits_table(rows, catalogue, start, series):
     """What must hold besides the targets of the rows."""
     named = {row.name: row for row in rows}
@@ -165,7 +169,7 @@ def limits_table(rows, catalogue, start, series):
 
     def limit(what, value, bound, unit="", at_least=False):
         holds = value >= bound if at_least else value <= bound
-        lines.append([what, f"{value:.2f}{unit}", f"{'at least' if at_least else 'at most'} {bound:g}{unit}",
+        lines.append([what, f"{value:.2f}{unit}" if value < 1000 else f"{value:,.0f}{unit}", f"{'at least' if at_least else 'at most'} {bound:g}{unit}",
                       "yes" if holds else "**no**"])
 
     limit("contended CTOVMutex, to std::mutex", ratio("sync/contended lock, 4 threads (CTOVMutex)", "std::mutex"), 3)
@@ -184,12 +188,12 @@ def limits_table(rows, catalogue, start, series):
     limit("tovcatalog, small files, 2 threads, to 7z with 2", two / seconds_of(small, "7z h, 2 threads"), 1)
     limit("tovcatalog, small files, 1 thread to 2", one / two, 1.6, at_least=True)
     limit("tovcatalog, large files, 1 thread: speed to cksfv's, which reads a table byte by byte",
-          seconds_of(large, "cksfv") / seconds_of(large, "tovcatalog create, 1 thread"), 4, at_least=True)
+          processor_of(large, "cksfv") / processor_of(large, "tovcatalog create, 1 thread"), 4, at_least=True)
     limit("tovcatalog, memory for a file", per_file, 0.3, " KB")
     return table(["what", "measured", "limit", "holds"], lines)
 
 
-def write_page(documentation, facts, rows, windows, series, catalogue, start, memory, sizes):
+def write_page(documentation, facts, rows, remarks, windows, series, catalogue, start, memory, sizes):
     """windows is (rows, series), or None when there was nothing to measure."""
     folder = documentation / "Performance"
     folder.mkdir(exist_ok=True)
@@ -225,6 +229,7 @@ nothing. `Benchmarks/Targets.txt` has the targets; [Benchmarks/README.md](../Ben
     missed = open_table(rows)
     text.append("\n\n## Rows that miss the realistic target\n\n")
     text.append(table(["row", "TOVKernel", "limit", "x limit"], missed) if missed else "There is none.")
+    text += [f"\n\n**{line[0]}**: {remarks[line[0]]}" for line in missed if line[0] in remarks]
     text.append("\n\n## What else must hold\n\n" + limits_table(rows, catalogue, start, series))
     text.append(f"\n\n## Where threads meet\n\nThe median and the worst of {ROUNDS_CONTENDED} runs, for one operation.\n\n"
                 + contended_table(rows))

@@ -80,7 +80,8 @@ def write(arguments, place):
     if arguments.windows:
         windows = measure_windows(arguments)
         sizes["Windows, TOVKernel.dll"] = stripped_size(arguments.windows / "TOVKernel.dll", "i686-w64-mingw32-strip")
-    write_page(PROJECT / "Documentation", machine_facts(arguments.packages), rows, windows, series, catalogue, start,
+    remarks = targets.read_remarks(PROJECT / "Benchmarks" / "Remarks.md")
+    write_page(PROJECT / "Documentation", machine_facts(arguments.packages), rows, remarks, windows, series, catalogue, start,
                memory, sizes)
     progress("written: Documentation/Performance.md")
     print(f"{sum(bool(row.meets(row.realistic)) for row in rows)} of {sum(row.realistic is not None for row in rows)} rows "

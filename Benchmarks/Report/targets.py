@@ -103,3 +103,13 @@ def complain(rows, results):
             if row.kernel and target and row.limit_of(target) is None:
                 problems.append(f"{row.name}: the peer of \"{target.text}\" was not measured")
     return problems
+
+
+def read_remarks(path):
+    """Returns {row: paragraph}, of a document whose headings of the second level name rows."""
+    remarks = {}
+    for part in re.split(r"^## ", path.read_text(encoding="utf-8"), flags=re.M)[1:]:
+        heading, _, paragraph = part.partition("\n")
+        for row in heading.split(";"):
+            remarks[row.strip()] = " ".join(paragraph.split())
+    return remarks
