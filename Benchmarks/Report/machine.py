@@ -8,6 +8,7 @@ import shutil
 import statistics
 import subprocess
 import tempfile
+import time
 from pathlib import Path
 
 
@@ -39,8 +40,16 @@ def machine_facts(packages):
     return facts
 
 
-def load_average():
-    return os.getloadavg()[0]
+def busy_share():
+    """How much of the processors' time other programs use, by a look of a second."""
+    def times():
+        numbers = [int(word) for word in Path("/proc/stat").read_text(encoding="utf-8").splitlines()[0].split()[1:]]
+        return numbers[3] + numbers[4], sum(numbers)
+
+    idle, total = times()
+    time.sleep(1)
+    idle_later, total_later = times()
+    return 1 - (idle_later - idle) / (total_later - total)
 
 
 class Timing:

@@ -71,9 +71,10 @@ def totals(rows):
     ambitious = sum(row.meets(row.realistic) and row.meets(row.ambitious) for row in targeted)
     compared = [row for row in rows if row.ratio]
     ahead = sum(row.ratio <= 1 for row in compared)
-    return (f"**{len(targeted)} rows with a target: {realistic} meet the realistic one, {ambitious} the ambitious one.** "
-            f"Of the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the geometric mean of "
-            f"its ratio to the best peer is {geometric_mean(row.ratio for row in compared):.2f}.")
+    mean = geometric_mean(row.ratio for row in compared)
+    return (f"**{len(targeted)} rows with a target: {realistic} meet the realistic one, {ambitious} the ambitious one.**\n"
+            f"Of the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the geometric mean\n"
+            f"of its ratio to the best peer is {mean:.2f}.")
 
 
 def rows_table(rows):
@@ -169,8 +170,9 @@ def limits_table(rows, catalogue, start, series):
 
     def limit(what, value, bound, unit="", at_least=False):
         holds = value >= bound if at_least else value <= bound
-        lines.append([what, f"{value:.2f}{unit}" if value < 1000 else f"{value:,.0f}{unit}", f"{'at least' if at_least else 'at most'} {bound:g}{unit}",
-                      "yes" if holds else "**no**"])
+        measured = f"{value:.2f}" if value < 1000 else f"{value:,.0f}"
+        side = "at least" if at_least else "at most"
+        lines.append([what, measured + unit, f"{side} {bound:g}{unit}", "yes" if holds else "**no**"])
 
     limit("contended CTOVMutex, to std::mutex", ratio("sync/contended lock, 4 threads (CTOVMutex)", "std::mutex"), 3)
     limit("queue/2P2C int, to std mutex+condvar, median", ratio("queue/2P2C int", "std mutex+condvar"), 1.2)
@@ -213,12 +215,13 @@ turns, in one run. Only ratios of one run count: another machine, or the same on
 
 ## How to read it
 
-A row without threads shows processor time, and the others show wall time. Each number is the median of {ROUNDS} runs, which
-were taken in turns (TOVKernel, each peer, and again from the beginning), and of {ROUNDS_CONTENDED} runs where threads meet.
-A thread that does nothing stands by in each process. "x best" is the time as a multiple of the fastest peer's: below 1,
-TOVKernel is ahead. The limit is what the realistic target comes to in this run. A row with ~ is noisy: the middle half of
-its runs, or of the best peer's, lies further apart than {NOISY:.0%} of the median, so that a difference of that size says
-nothing. `Benchmarks/Targets.txt` has the targets; [Benchmarks/README.md](../Benchmarks/README.md) tells how to add a row.
+A row without threads shows processor time, and the others show wall time. Each number is the median of {ROUNDS} runs,
+which were taken in turns (TOVKernel, each peer, and again from the beginning), and of {ROUNDS_CONTENDED} runs where
+threads meet. A thread that does nothing stands by in each process. "x best" is the time as a multiple of the fastest
+peer's: below 1, TOVKernel is ahead. The limit is what the realistic target comes to in this run. A row with ~ is noisy:
+the middle half of its runs, or of the best peer's, lies further apart than {NOISY:.0%} of the median, so that a
+difference of that size says nothing. `Benchmarks/Targets.txt` has the targets, and
+[Benchmarks/README.md](../Benchmarks/README.md) tells how to add a row.
 
 """, table(["machine", ""], [[name, value] for name, value in facts]), """
 
@@ -231,8 +234,8 @@ nothing. `Benchmarks/Targets.txt` has the targets; [Benchmarks/README.md](../Ben
     text.append(table(["row", "TOVKernel", "limit", "x limit"], missed) if missed else "There is none.")
     text += [f"\n\n**{line[0]}**: {remarks[line[0]]}" for line in missed if line[0] in remarks]
     text.append("\n\n## What else must hold\n\n" + limits_table(rows, catalogue, start, series))
-    text.append(f"\n\n## Where threads meet\n\nThe median and the worst of {ROUNDS_CONTENDED} runs, for one operation.\n\n"
-                + contended_table(rows))
+    text.append(f"\n\n## Where threads meet\n\nThe median and the worst of {ROUNDS_CONTENDED} runs, for one operation.\n\n")
+    text.append(contended_table(rows))
 
     text.append(f"""
 
@@ -248,11 +251,12 @@ The exponent is that of the size, over the largest sizes: 1 is linear, 0 is cons
         draw_growth(title, unit, members, folder / file)
         text.append(f"\n![{title}: time by {unit}](Performance/{file})\n")
 
-    text.append("\n## Memory\n\nBytes for one object with all that it holds, from the pages in memory for very many of them.\n\n")
+    text.append("\n## Memory\n\nBytes for one object with all that it holds, from the pages that very many of them need.\n\n")
     text.append(table(["what", "TOVKernel", "std::string"],
                       [[what, f"{sizes_of['TOVKernel']:,}", f"{sizes_of['std::string']:,}"]
                        for what, sizes_of in memory.items()]))
-    text.append("\n\n" + table(["library without symbols", "bytes"], [[name, f"{size:,}"] for name, size in sizes.items()]))
+    text.append("\n\n")
+    text.append(table(["library without symbols", "bytes"], [[name, f"{size:,}"] for name, size in sizes.items()]))
 
     text.append(f"""
 
@@ -264,8 +268,8 @@ With the C++ runtime alone {start[0]:.2f} ms, with the library {start[1]:.2f} ms
     text.append(f"""
 ## tovcatalog from end to end
 
-In memory, median of runs in turns. No peer writes a catalogue; they print a line for each file. `7z`, `rhash` and `cksfv`
-compute CRC-32, `cksum` another checksum.
+The files are in memory, and each time is the median of runs in turns. No peer writes a catalogue; they print a line for
+each file. `7z`, `rhash` and `cksfv` compute CRC-32, `cksum` another checksum.
 
 {small[0].files:,} files of {small[0].size // small[0].files:,} bytes; {per_file:.2f} KB of memory for a file:
 

@@ -64,8 +64,8 @@ def draw_ratios(rows, path):
 
     drawing = Drawing(width, height)
     drawing.text(12, 20, "Time of TOVKernel as a multiple of the best peer's, by row", size=15)
-    drawing.text(12, 40, "At 1 both are as fast, and to the left TOVKernel is faster. The black mark is the realistic target: "
-                 "green bars meet it, red ones do not, and rows with a yellow one have none.")
+    drawing.text(12, 40, "At 1 both are as fast, and to the left TOVKernel is faster. The black mark is the realistic "
+                 "target: green bars meet it, red ones do not, and rows with a yellow one have none.")
     for column in range(2):
         left = column * column_width
 

@@ -17,6 +17,9 @@ ROUNDS_CONTENDED = 20
 # A row whose runs lie further apart than this, measured from the lower to the upper quartile, is called noisy.
 NOISY = 0.15
 
+# The seconds after which a program hangs.
+TIMEOUT = 600
+
 # A step of a growing series that was left out, as the one before it took long.
 TOO_SLOW = "too slow"
 
@@ -81,7 +84,7 @@ class Program:
 
     def _run(self, *options):
         done = subprocess.run([*self.command, *options], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, text=True, check=False)
+                              stderr=subprocess.PIPE, text=True, check=False, timeout=TIMEOUT)
         if done.returncode != 0:
             raise RuntimeError(f"{self.name} ended with {done.returncode}: {done.stderr[-2000:]}")
         return done.stdout

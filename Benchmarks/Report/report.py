@@ -2,6 +2,7 @@
 
 import argparse
 import os
+import subprocess
 import sys
 import tempfile
 import time
@@ -10,8 +11,8 @@ from pathlib import Path
 import targets
 from catalogue import measure_catalogue
 from growth import measure_growth
-from machine import load_average, machine_facts, measure_memory, measure_start, stripped_size
-from page import print_table, write_page
+from machine import busy_share, machine_facts, measure_memory, measure_start, stripped_size
+from page import print_table, totals, write_page
 from programs import find_programs, measure
 
 PROJECT = Path(__file__).resolve().parents[2]
@@ -61,8 +62,9 @@ def measure_windows(arguments):
 
 
 def write(arguments, place):
-    if load_average() > 0.5:
-        progress(f"the machine is not idle (load {load_average():.1f}): the ratios still hold, the times may not")
+    busy = busy_share()
+    if busy > 0.1:
+        progress(f"other programs use {busy:.0%} of the processors: what is measured is noisy")
     programs = find_programs(arguments.linux)
     rows, all_rows, results = measure_rows("rows", programs, ())
     problems = targets.complain(all_rows, results)
@@ -81,11 +83,10 @@ def write(arguments, place):
         windows = measure_windows(arguments)
         sizes["Windows, TOVKernel.dll"] = stripped_size(arguments.windows / "TOVKernel.dll", "i686-w64-mingw32-strip")
     remarks = targets.read_remarks(PROJECT / "Benchmarks" / "Remarks.md")
-    write_page(PROJECT / "Documentation", machine_facts(arguments.packages), rows, remarks, windows, series, catalogue, start,
-               memory, sizes)
+    facts = machine_facts(arguments.packages)
+    write_page(PROJECT / "Documentation", facts, rows, remarks, windows, series, catalogue, start, memory, sizes)
     progress("written: Documentation/Performance.md")
-    print(f"{sum(bool(row.meets(row.realistic)) for row in rows)} of {sum(row.realistic is not None for row in rows)} rows "
-          "meet their realistic target")
+    print(totals(rows).replace("*", ""))
     return 0
 
 
@@ -95,7 +96,13 @@ def main():
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
     with tempfile.TemporaryDirectory(prefix="tov-bench-", dir=memory) as place:
         os.environ["TOV_BENCH_FOLDER"] = place
-        return print_rows(arguments) if arguments.print or arguments.filters else write(arguments, place)
+        try:
+            return print_rows(arguments) if arguments.print or arguments.filters else write(arguments, place)
+        except subprocess.CalledProcessError as error:
+            print(f"{error.cmd[0]} ended with {error.returncode}: {error.stderr}", file=sys.stderr)
+        except (RuntimeError, subprocess.TimeoutExpired) as error:
+            print(error, file=sys.stderr)
+        return 1
 
 
 if __name__ == "__main__":

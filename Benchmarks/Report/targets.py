@@ -93,7 +93,7 @@ def fill(rows, results):
 
 
 def complain(rows, results):
-    """A row that the table does not know, or that no program has, and a target whose peer is not there, are mistakes."""
+    """Returns the mistakes: rows that the table or the programs do not have, and targets without their peer."""
     known = {row.name for row in rows}
     measured = {name.split("|")[0] for name in results if name.endswith("|" + KERNEL)}
     problems = [f"{name} is not in the table of targets" for name in sorted(measured - known)]
