@@ -72,9 +72,9 @@ def totals(rows):
     compared = [row for row in rows if row.ratio]
     ahead = sum(row.ratio <= 1 for row in compared)
     mean = geometric_mean(row.ratio for row in compared)
-    return (f"**{len(targeted)} rows with a target: {realistic} meet the realistic one, {ambitious} the ambitious one.**\n"
-            f"Of the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the geometric mean\n"
-            f"of its ratio to the best peer is {mean:.2f}.")
+    return (f"**{len(targeted)} rows with a target: {realistic} meet the realistic one, {ambitious} the ambitious "
+            f"one.**\nOf the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the geometric "
+            f"mean of\nits ratio to the best peer is {mean:.2f}.")
 
 
 def rows_table(rows):
@@ -234,8 +234,8 @@ difference of that size says nothing. `Benchmarks/Targets.txt` has the targets, 
     text.append(table(["row", "TOVKernel", "limit", "x limit"], missed) if missed else "There is none.")
     text += [f"\n\n**{line[0]}**: {remarks[line[0]]}" for line in missed if line[0] in remarks]
     text.append("\n\n## What else must hold\n\n" + limits_table(rows, catalogue, start, series))
-    text.append(f"\n\n## Where threads meet\n\nThe median and the worst of {ROUNDS_CONTENDED} runs, for one operation.\n\n")
-    text.append(contended_table(rows))
+    text.append(f"\n\n## Where threads meet\n\nThe median and the worst of {ROUNDS_CONTENDED} runs, for one operation.")
+    text.append("\n\n" + contended_table(rows))
 
     text.append(f"""
 
@@ -251,7 +251,8 @@ The exponent is that of the size, over the largest sizes: 1 is linear, 0 is cons
         draw_growth(title, unit, members, folder / file)
         text.append(f"\n![{title}: time by {unit}](Performance/{file})\n")
 
-    text.append("\n## Memory\n\nBytes for one object with all that it holds, from the pages that very many of them need.\n\n")
+    text.append("\n## Memory\n\nBytes for one object with all that it holds, from the pages that very many of them need.")
+    text.append("\n\n")
     text.append(table(["what", "TOVKernel", "std::string"],
                       [[what, f"{sizes_of['TOVKernel']:,}", f"{sizes_of['std::string']:,}"]
                        for what, sizes_of in memory.items()]))
