@@ -73,8 +73,8 @@ def totals(rows):
     ahead = sum(row.ratio <= 1 for row in compared)
     mean = geometric_mean(row.ratio for row in compared)
     return (f"**{len(targeted)} rows with a target: {realistic} meet the realistic one, {ambitious} the ambitious "
-            f"one.**\nOf the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the geometric "
-            f"mean of\nits ratio to the best peer is {mean:.2f}.")
+            f"one.**\nOf the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the "
+            f"geometric mean of\nits ratio to the best peer is {mean:.2f}.")
 
 
 def rows_table(rows):
@@ -251,8 +251,8 @@ The exponent is that of the size, over the largest sizes: 1 is linear, 0 is cons
         draw_growth(title, unit, members, folder / file)
         text.append(f"\n![{title}: time by {unit}](Performance/{file})\n")
 
-    text.append("\n## Memory\n\nBytes for one object with all that it holds, from the pages that very many of them need.")
-    text.append("\n\n")
+    text.append("\n## Memory\n\nBytes for one object with all that it holds, from the pages that very many of them ")
+    text.append("need.\n\n")
     text.append(table(["what", "TOVKernel", "std::string"],
                       [[what, f"{sizes_of['TOVKernel']:,}", f"{sizes_of['std::string']:,}"]
                        for what, sizes_of in memory.items()]))
@@ -286,7 +286,9 @@ each file. `7z`, `rhash` and `cksfv` compute CRC-32, `cksum` another checksum.
 ## 32-bit Windows
 
 The same rows under Wine, wall time, beside the standard library and the C library of that compiler. Bold: slower by an
-order of magnitude ({far} of {len(windows_rows)}). "x Linux" is the time as a multiple of the 64-bit one.
+order of magnitude ({far} of {len(windows_rows)}). "x Linux" is the time as a multiple of the 64-bit one. A mutex, a
+semaphore and an event are objects of the system on Windows, and under Wine each use of one is a message to another
+process; the compiler's library has none in the system. How the rows grow stands in the table of growth.
 
 {windows_table(rows, windows_rows)}
 """)
