@@ -1,6 +1,7 @@
 // How the work grows with its size: texts, arrays, classes, listeners, components of a path, and open files.
 //
-// A name is "growth/what|size". A series ends early when a step takes so long that the next one would take minutes.
+// A name is "growth/what|size". A series of texts ends early when a step takes so long that the next one would take
+// minutes.
 
 #include <Bench.h>
 #include <BenchFile.h>
@@ -33,6 +34,19 @@ constexpr tSizes TEXT_LENGTHS = {10, 100, 1000, 10000, 100000, 1000000};
 
 bool Register(const char* szWhat, tSizes aSizes, tStep pfStep)
 {
+    for (const int nSize : aSizes)
+    {
+        const std::string sName = std::string("growth/") + szWhat + "|" + std::to_string(nSize);
+        benchmark::RegisterBenchmark(sName.c_str(),
+                                     [pfStep, nSize](benchmark::State& oState) { pfStep(oState, nSize); });
+    }
+    return true;
+}
+
+void RegisterText(const char* szWhat, tSizes aSizes, tStep pfStep)
+{
+    constexpr double MAX_SECONDS = 0.5;
+
     const auto pEnded = std::make_shared<bool>(false);
     for (const int nSize : aSizes)
     {
@@ -47,10 +61,9 @@ bool Register(const char* szWhat, tSizes aSizes, tStep pfStep)
             const tClock::time_point oStart = tClock::now();
             pfStep(oState, nSize);
             const std::chrono::duration<double> oDuration = tClock::now() - oStart;
-            *pEnded = oDuration.count() > 0.5;
+            *pEnded = oDuration.count() > MAX_SECONDS;
         });
     }
-    return true;
 }
 } // namespace
 
@@ -218,7 +231,7 @@ template<class TWidth> void AppendInRoom(benchmark::State& oState, int nSize)
 template<class TWidth> bool RegisterTexts(const char* szWidth)
 {
     const auto fnRegister = [szWidth](const char* szWhat, tStep pfStep) {
-        Register((std::string(szWidth) + " text: " + szWhat).c_str(), TEXT_LENGTHS, pfStep);
+        RegisterText((std::string(szWidth) + " text: " + szWhat).c_str(), TEXT_LENGTHS, pfStep);
     };
     fnRegister("Find", FindLast<TWidth>);
     fnRegister("loop of Find", FindEach<TWidth>);

@@ -5,7 +5,8 @@ from statistics import geometric_mean
 
 from growth import TOLERANCE
 from plot import draw_growth, draw_ratios
-from programs import NOISY, ROUNDS, ROUNDS_CONTENDED, CONTENDED
+from programs import CONTENDED, KERNEL, NOISY, ROUNDS, ROUNDS_CONTENDED
+from targets import base_of
 
 # An order of magnitude: what is slower than this on Windows is flagged.
 FAR_BEHIND = 10
@@ -104,11 +105,12 @@ def open_table(rows):
 
 
 def contended_table(rows):
+    """A variant's peers stand with its row."""
     lines = []
     for row in rows:
         if CONTENDED.search(row.name):
-            everybody = {"TOVKernel": row.kernel, **row.peers}
-            for who, measurement in everybody.items():
+            peers = row.peers if base_of(row.name) == row.name else {}
+            for who, measurement in {KERNEL: row.kernel, **peers}.items():
                 lines.append([row.name, who, duration(measurement.time), duration(measurement.worst)])
     return table(["row", "who", "median", "worst"], lines)
 

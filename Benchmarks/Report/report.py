@@ -62,7 +62,7 @@ def measure_windows(arguments):
     rows, _, _ = measure_rows("rows on Windows", programs, (), min_time=0.005, rounds=WINDOWS_ROUNDS,
                               rounds_contended=WINDOWS_ROUNDS)
     progress("growth on Windows")
-    return rows, measure_growth(programs, rounds=1)
+    return rows, measure_growth(programs)
 
 
 def write(arguments, place):
