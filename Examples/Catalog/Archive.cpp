@@ -5,12 +5,15 @@
 #include <TOVStream/TOVStream.h>
 #include <TOVString/TOVCrc.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace
 {
 constexpr char TRUNCATED[] = "is truncated";
 constexpr char DAMAGED[] = "is damaged";
+
+constexpr std::size_t BUFFER_SIZE = 64 * 1024;
 } // namespace
 
 CArchive::CArchive(ITOVStream& oStream) : CArchive(oStream, 0)
@@ -18,23 +21,14 @@ CArchive::CArchive(ITOVStream& oStream) : CArchive(oStream, 0)
 }
 
 CArchive::CArchive(ITOVStream& oStream, unsigned long long ullSize)
-    : m_oStream(oStream), m_ullLeft(ullSize), m_dwCrc(0xFFFFFFFF)
+    : m_oStream(oStream), m_bStoring(oStream.IsStoring()), m_ullInStream(ullSize), m_aBuffer(BUFFER_SIZE)
 {
 }
 
 int CArchive::Begin(int nVersion)
 {
-    if (m_oStream.IsStoring())
-    {
-        m_oStream.SerializeBegin(nVersion);
-        Pass(&nVersion, sizeof(nVersion));
-        return nVersion;
-    }
-
-    Require(sizeof(nVersion), TRUNCATED);
-    m_oStream.SerializeBegin(-1);
-    const int nFound = m_oStream.GetVersion();
-    Pass(&nFound, sizeof(nFound));
+    int nFound = nVersion;
+    Number(nFound);
     if (nFound > nVersion)
         throw CCatalogError("was written by a newer version of this program");
     if (nFound < 1)
@@ -42,37 +36,26 @@ int CArchive::Begin(int nVersion)
     return nFound;
 }
 
-void CArchive::End()
-{
-    m_oStream.SerializeEnd();
-}
-
 void CArchive::Bytes(void* pBytes, int nSize, const char* szWhenShort)
 {
-    if (m_oStream.IsStoring())
+    Require(static_cast<unsigned long long>(nSize), szWhenShort);
+    char* pNext = static_cast<char*>(pBytes);
+    for (std::size_t nLeft = static_cast<std::size_t>(nSize); nLeft > 0;)
     {
-        m_oStream.Write(pBytes, static_cast<unsigned long long>(nSize));
+        if (m_nUsed == (m_bStoring ? m_aBuffer.size() : m_nFilled))
+            m_bStoring ? Empty() : Fill();
+        const std::size_t nPart = std::min(nLeft, (m_bStoring ? m_aBuffer.size() : m_nFilled) - m_nUsed);
+        char* const pPlace = m_aBuffer.data() + m_nUsed;
+        std::memcpy(m_bStoring ? pPlace : pNext, m_bStoring ? pNext : pPlace, nPart);
+        m_nUsed += nPart;
+        pNext += nPart;
+        nLeft -= nPart;
     }
-    else
-    {
-        Require(static_cast<unsigned long long>(nSize), szWhenShort);
-        m_oStream.Read(pBytes, static_cast<unsigned long long>(nSize));
-    }
-    Pass(pBytes, nSize);
 }
 
 void CArchive::Number(int& nValue)
 {
-    if (m_oStream.IsStoring())
-    {
-        m_oStream << nValue;
-    }
-    else
-    {
-        Require(sizeof(nValue), TRUNCATED);
-        m_oStream >> nValue;
-    }
-    Pass(&nValue, sizeof(nValue));
+    Bytes(&nValue, sizeof(nValue), TRUNCATED);
 }
 
 void CArchive::Word(tDword& dwValue)
@@ -86,7 +69,7 @@ void CArchive::Word(tDword& dwValue)
 void CArchive::Count(int& nCount, int nSmallest)
 {
     Number(nCount);
-    if (m_oStream.IsStoring())
+    if (m_bStoring)
         return;
     if (nCount < 0)
         throw CCatalogError(DAMAGED);
@@ -97,7 +80,7 @@ void CArchive::Text(CTOVStringA& oText)
 {
     int nLength = static_cast<int>(oText.GetLength());
     Number(nLength);
-    if (m_oStream.IsStoring())
+    if (m_bStoring)
     {
         Bytes(oText.GetString(), nLength, TRUNCATED);
         return;
@@ -113,32 +96,55 @@ void CArchive::Text(CTOVStringA& oText)
     oText.Copy(szText, nLength);
 }
 
-void CArchive::ExpectEnd() const
+void CArchive::Finish()
 {
-    if (!m_oStream.IsStoring() && m_ullLeft > 0)
+    if (m_bStoring)
+        Empty();
+    else if (m_nUsed < m_nFilled || m_ullInStream > 0)
         throw CCatalogError("is damaged: it goes on behind its end");
 }
 
-tDword CArchive::GetCrc() const
+tDword CArchive::GetCrc()
 {
+    Sum();
     return ~m_dwCrc;
 }
 
-tDword CArchive::GetCrcWithZero() const
+tDword CArchive::GetCrcWithZero()
 {
+    Sum();
     const char cZero = 0;
     return ~static_cast<tDword>(CRC32Generate(&cZero, 1, m_dwCrc));
 }
 
-void CArchive::Pass(const void* pBytes, int nSize)
+// Reads the next block, after all bytes of the buffer have been passed.
+void CArchive::Fill()
 {
-    m_dwCrc = static_cast<tDword>(CRC32Generate(pBytes, static_cast<unsigned long long>(nSize), m_dwCrc));
-    if (!m_oStream.IsStoring())
-        m_ullLeft -= static_cast<unsigned long long>(nSize);
+    Sum();
+    m_nUsed = m_nSummed = 0;
+    m_nFilled = static_cast<std::size_t>(std::min<unsigned long long>(m_aBuffer.size(), m_ullInStream));
+    m_oStream.Read(m_aBuffer.data(), m_nFilled);
+    m_ullInStream -= m_nFilled;
+}
+
+// Writes the bytes in the buffer.
+void CArchive::Empty()
+{
+    Sum();
+    if (m_nUsed > 0)
+        m_oStream.Write(m_aBuffer.data(), m_nUsed);
+    m_nUsed = m_nSummed = 0;
+}
+
+// Adds the bytes that have been passed to the CRC-32.
+void CArchive::Sum()
+{
+    m_dwCrc = static_cast<tDword>(CRC32Generate(m_aBuffer.data() + m_nSummed, m_nUsed - m_nSummed, m_dwCrc));
+    m_nSummed = m_nUsed;
 }
 
 void CArchive::Require(unsigned long long ullSize, const char* szWhenShort) const
 {
-    if (ullSize > m_ullLeft)
+    if (!m_bStoring && ullSize > m_nFilled - m_nUsed + m_ullInStream)
         throw CCatalogError(szWhenShort);
 }

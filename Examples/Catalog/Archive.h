@@ -4,11 +4,14 @@
 #include <Debug/TOVBase.h>
 #include <TOVString/TOVStringA.h>
 
+#include <vector>
+
 class ITOVStream;
 
 // Each operation writes its argument or reads into it, depending on the stream's direction. As a stream does not report
 // a short read, reading uses the known size of the file: a read past the end throws CCatalogError, and so does an
-// impossible number.
+// impossible number. The stream is used in large blocks, as values have few bytes each: a section begins with its
+// version, as the stream itself would write it.
 class CArchive
 {
 public:
@@ -21,8 +24,6 @@ public:
     // Begins a section. Returns its version: nVersion when writing, that of the file when reading. Throws if the
     // version is newer than nVersion, or has never existed.
     int Begin(int nVersion);
-    void End();
-
     // szWhenShort is the error message for a file that ends too early.
     void Bytes(void* pBytes, int nSize, const char* szWhenShort);
     void Number(int& nValue);
@@ -34,20 +35,27 @@ public:
     // Transfers a name or a pattern. It is neither empty nor longer than LONGEST_NAME.
     void Text(CTOVStringA& oText);
 
-    // Throws if there is more to read.
-    void ExpectEnd() const;
+    // Writes what is still in the buffer. When reading, throws if there is more to read.
+    void Finish();
 
     // Returns the CRC-32 of all bytes so far.
-    tDword GetCrc() const;
+    tDword GetCrc();
 
     // Returns the CRC-32 of all bytes so far and a zero byte after them.
-    tDword GetCrcWithZero() const;
+    tDword GetCrcWithZero();
 
 private:
-    void Pass(const void* pBytes, int nSize);
+    void Fill();
+    void Empty();
+    void Sum();
     void Require(unsigned long long ullSize, const char* szWhenShort) const;
 
     ITOVStream& m_oStream;
-    unsigned long long m_ullLeft;
-    tDword m_dwCrc;
+    const bool m_bStoring;
+    unsigned long long m_ullInStream; // bytes that the stream still has, when reading
+    std::vector<char> m_aBuffer;
+    std::size_t m_nUsed = 0;   // the bytes of the buffer that have been passed
+    std::size_t m_nFilled = 0; // the bytes that it holds, when reading
+    std::size_t m_nSummed = 0; // the bytes that the CRC-32 contains
+    tDword m_dwCrc = 0xFFFFFFFF;
 };

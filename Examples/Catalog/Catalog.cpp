@@ -6,24 +6,31 @@
 
 int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond)
 {
-    if (oFirst.lDirectory != oSecond.lDirectory)
-        return oFirst.lDirectory < oSecond.lDirectory ? -1 : 1;
+    if (oFirst.nDirectory != oSecond.nDirectory)
+        return oFirst.nDirectory < oSecond.nDirectory ? -1 : 1;
     return oFirst.oPath.Compare(~oSecond.oPath);
 }
 
 CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord)
 {
-    return JoinPath(oCatalog.aDirectories[oRecord.lDirectory], oRecord.oPath);
+    return JoinPath(oCatalog.aDirectories[oRecord.nDirectory], oRecord.oPath);
 }
 
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
 {
-    CTOVStringA oJoined(~oDirectory); // made from the text, so that appending does not change a block that is shared
+    std::string sJoined(~oDirectory);
+    if (sJoined.empty())
+        sJoined = '/';
+    AppendPath(sJoined, ~oName);
+    return CTOVStringA(sJoined.c_str());
+}
+
+void AppendPath(std::string& sPath, const char* szName)
+{
     // A backslash at the end is part of the name on some systems; on the others, a second separator is harmless.
-    if (oJoined.IsEmpty() || oJoined.GetAt(oJoined.GetLength() - 1) != '/')
-        oJoined += '/';
-    oJoined += oName;
-    return oJoined;
+    if (!sPath.empty() && sPath.back() != '/')
+        sPath += '/';
+    sPath += szName;
 }
 
 std::filesystem::path SystemPath(const CTOVStringA& oName)

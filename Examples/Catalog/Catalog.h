@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 
 // Each catalogue begins with these bytes.
 constexpr char CATALOG_MAGIC[] = {'T', 'O', 'V', 'C', 'A', 'T', 'L', 'G'};
@@ -23,9 +24,9 @@ public:
 // Records one file. The path is relative to its directory in the catalogue's list, with '/' between the components.
 struct sFileRecord
 {
-    long lDirectory = 0;
     CTOVStringA oPath;
     unsigned long long ullSize = 0;
+    int nDirectory = 0;
     tDword dwCrc = 0; // CRC-32, the same as in zip and PNG
 };
 
@@ -42,8 +43,10 @@ int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond);
 // Returns the name under which a record's file is opened.
 CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 
-// Joins the two with '/', which both systems accept, unless the directory already ends in it.
+// Joins the two with '/', which both systems accept, unless the directory already ends in it. AppendPath appends to a
+// path, unless it is empty, in the same way.
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);
+void AppendPath(std::string& sPath, const char* szName);
 
 // Converts a name for the system's own functions. The library reads a backslash as a separator if no entry has that
 // exact name; the system does not.

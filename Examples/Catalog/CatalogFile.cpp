@@ -65,7 +65,6 @@ int SerializeSelection(CArchive& oArchive, sCatalog& oCatalog, bool bKeep)
     oArchive.Begin(SELECTION_VERSION);
     const int nDirectories = SerializeTexts(oArchive, oCatalog.aDirectories, bKeep);
     SerializeTexts(oArchive, oCatalog.aPatterns, bKeep);
-    oArchive.End();
     return nDirectories;
 }
 
@@ -79,10 +78,8 @@ int SerializeOnlyDirectory(CArchive& oArchive, sCatalog& oCatalog)
 void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
 {
     const int nVersion = oArchive.Begin(RECORD_VERSION);
-    int nDirectory = static_cast<int>(oRecord.lDirectory);
     if (nVersion >= 2)
-        oArchive.Number(nDirectory);
-    oRecord.lDirectory = nDirectory;
+        oArchive.Number(oRecord.nDirectory);
 
     oArchive.Text(oRecord.oPath);
 
@@ -94,7 +91,6 @@ void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
     oRecord.ullSize = static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
 
     oArchive.Word(oRecord.dwCrc);
-    oArchive.End();
 }
 
 // Writes or reads a catalogue by one sequence of calls. Each record that is not kept is passed to fnVisit.
@@ -113,7 +109,7 @@ void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool
     const int nSmallest = nVersion >= 2 ? SMALLEST_RECORD : SMALLEST_RECORD_OF_VERSION_1;
     PassEach(oArchive, oCatalog.aFiles, nSmallest, bKeepRecords, [&](sFileRecord& oRecord) {
         SerializeRecord(oArchive, oRecord);
-        if (oRecord.lDirectory < 0 || oRecord.lDirectory >= nDirectories)
+        if (oRecord.nDirectory < 0 || oRecord.nDirectory >= nDirectories)
             throw CCatalogError("is damaged: it names a file without a place");
         if (!bKeepRecords)
             fnVisit(oCatalog, oRecord);
@@ -127,8 +123,7 @@ void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool
         if (dwCrc != dwExpected)
             throw CCatalogError("is damaged: its checksum is wrong");
     }
-    oArchive.End();
-    oArchive.ExpectEnd();
+    oArchive.Finish();
 }
 
 // Assigns the catalogue's directory, and returns the name below the assign.
@@ -175,17 +170,27 @@ void IgnoreRecord(const sCatalog&, const sFileRecord&)
 {
 }
 
-// Reads the file twice; the first time only checks it.
-sCatalog Load(const CTOVStringA& oAssigned, bool bKeepRecords, const tRecordVisitor& fnVisit)
+// Reads the file once. What is not kept is checked all the same.
+void Read(const CTOVStringA& oAssigned, sCatalog& oCatalog, bool bKeepSelection, bool bKeepRecords,
+          const tRecordVisitor& fnVisit)
 {
     const unsigned long long ullSize = SizeOf(oAssigned);
+    CTOVReadFileStream oStream(~oAssigned, 0);
+    CArchive oArchive(oStream, ullSize);
+    Serialize(oArchive, oCatalog, bKeepSelection, bKeepRecords, fnVisit);
+}
+
+void Check(const CTOVStringA& oAssigned)
+{
+    sCatalog oNothing;
+    Read(oAssigned, oNothing, false, false, &IgnoreRecord);
+}
+
+sCatalog Load(const CTOVStringA& oAssigned, bool bKeepRecords, const tRecordVisitor& fnVisit)
+{
+    Check(oAssigned);
     sCatalog oCatalog;
-    for (const bool bCheck : {true, false})
-    {
-        CTOVReadFileStream oStream(~oAssigned, 0);
-        CArchive oArchive(oStream, ullSize);
-        Serialize(oArchive, oCatalog, !bCheck, !bCheck && bKeepRecords, bCheck ? &IgnoreRecord : fnVisit);
-    }
+    Read(oAssigned, oCatalog, true, bKeepRecords, fnVisit);
     return oCatalog;
 }
 
@@ -223,7 +228,7 @@ void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
     LoadNamed(oName, false, fnVisit);
 }
 
-void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
+void SaveCatalog(const CTOVStringA& oName, sCatalog& oCatalog)
 {
     // Otherwise a device would be replaced by a file.
     if (CTOVPath(oName).DoesExist() && !IsFile(oName))
@@ -234,12 +239,11 @@ void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog)
         CUnfinishedCatalog oUnfinished(oName);
         const CTOVStringA oAssigned = AssignDirectoryOf(oUnfinished.GetName());
         {
-            sCatalog oCopy = oCatalog;
             CTOVWriteFileStream oStream(~oAssigned, false, 0);
             CArchive oArchive(oStream);
-            Serialize(oArchive, oCopy, true, true, &IgnoreRecord);
+            Serialize(oArchive, oCatalog, true, true, &IgnoreRecord);
         }
-        Load(oAssigned, false, &IgnoreRecord); // finds a full disk, since a stream's writes do not report it
+        Check(oAssigned); // finds a full disk, since a stream's writes do not report it
         oUnfinished.PutInPlace();
     }
     catch (const std::exception&)

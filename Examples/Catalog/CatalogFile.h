@@ -16,5 +16,6 @@ typedef std::function<void(const sCatalog&, const sFileRecord&)> tRecordVisitor;
 void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit);
 
 // Writes a new file beside the catalogue, and replaces the catalogue by it only after the new file has been read back
-// and checked: after a failure or an interrupt, an existing catalogue is unchanged. Throws CCatalogError.
-void SaveCatalog(const CTOVStringA& oName, const sCatalog& oCatalog);
+// and checked: after a failure or an interrupt, an existing catalogue is unchanged. The catalogue in memory is not
+// changed either; it is no constant because writing and reading are one sequence of calls. Throws CCatalogError.
+void SaveCatalog(const CTOVStringA& oName, sCatalog& oCatalog);

@@ -12,7 +12,7 @@ class CInputFile
 {
 public:
     // Opens a file. Anything else that has replaced it, such as a pipe, is not opened and not waited for.
-    explicit CInputFile(const CTOVStringA& oName);
+    explicit CInputFile(const char* szName);
     ~CInputFile();
     CInputFile(const CInputFile&) = delete;
     CInputFile& operator=(const CInputFile&) = delete;
@@ -26,6 +26,8 @@ public:
 
 private:
     std::intptr_t m_hFile;
+    unsigned long long m_ullSize = 0; // when it was opened
+    unsigned long long m_ullRead = 0;
     bool m_bFailed = false;
 };
 

@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -16,10 +17,9 @@ typedef std::chrono::steady_clock tClock;
 
 constexpr char INTERRUPTED[] = "interrupted";
 
-// Holds the present contents of a catalogue's directories.
+// Holds what a walk through a catalogue's directories has found besides the files.
 struct sFound
 {
-    CTOVArray<sFileRecord> aFiles; // sorted, without checksums
     tUnreadable aUnreadable;
 
     // The directories and patterns for which no file was found.
@@ -27,17 +27,19 @@ struct sFound
     CTOVArray<CTOVStringA> aUnmatchedPatterns;
 };
 
-// Finds the present files of a catalogue. Throws when interrupted.
-sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, const std::atomic<bool>& bStop)
+// Finds the present files of a catalogue's directories, sorted by CompareRecords. They have no checksums yet. Throws
+// when interrupted.
+sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOVArray<sFileRecord>& aFiles,
+                 int nThreads, const std::atomic<bool>& bStop)
 {
     sFound oFound;
-    CTreeWalker oWalker(oCatalog.aPatterns, oFound.aFiles, oFound.aUnreadable, bStop);
+    CTreeWalker oWalker(oCatalog.aPatterns, aFiles, oFound.aUnreadable, bStop, nThreads);
     oWalker.Exclude(oCatalogName);
     for (long i = 0; i < oCatalog.aDirectories.GetSize(); ++i)
     {
-        const long lBefore = oFound.aFiles.GetSize() + oFound.aUnreadable.GetSize();
-        oWalker.Walk(i, oCatalog.aDirectories[i]);
-        if (oFound.aFiles.GetSize() + oFound.aUnreadable.GetSize() == lBefore)
+        const long lBefore = aFiles.GetSize() + oFound.aUnreadable.GetSize();
+        oWalker.Walk(static_cast<int>(i), oCatalog.aDirectories[i]);
+        if (aFiles.GetSize() + oFound.aUnreadable.GetSize() == lBefore)
             oFound.aEmptyDirectories.Add(oCatalog.aDirectories[i]);
     }
     for (long i = 0; i < oCatalog.aPatterns.GetSize(); ++i)
@@ -47,20 +49,7 @@ sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, cons
     }
     if (bStop)
         throw CCatalogError(INTERRUPTED);
-    oFound.aFiles.Sort(&CompareRecords);
     return oFound;
-}
-
-CTOVArray<sChecksumJob> MakeJobs(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFiles)
-{
-    CTOVArray<sChecksumJob> aJobs;
-    aJobs.Resize(aFiles.GetSize());
-    for (long i = 0; i < aFiles.GetSize(); ++i)
-    {
-        aJobs[i].oName = FullName(oCatalog, aFiles[i]);
-        aJobs[i].ullExpectedSize = aFiles[i].ullSize;
-    }
-    return aJobs;
 }
 
 unsigned long long TotalSize(const CTOVArray<sFileRecord>& aFiles)
@@ -71,15 +60,16 @@ unsigned long long TotalSize(const CTOVArray<sFileRecord>& aFiles)
     return ullSize;
 }
 
-// Reads all files, with a progress line. Throws when interrupted.
-CTOVArray<sChecksumJob> ReadFiles(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFiles, int nThreads,
-                                  const std::atomic<bool>& bStop)
+// Reads all files, with a progress line. Returns a result for each. Throws when interrupted.
+std::vector<sChecksum> ReadFiles(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFiles, int nThreads,
+                                 const std::atomic<bool>& bStop)
 {
-    CTOVArray<sChecksumJob> aJobs = MakeJobs(oCatalog, aFiles);
+    std::vector<sChecksum> aResults;
     CProgressLine oLine(aFiles.GetSize(), TotalSize(aFiles));
-    if (!RunChecksums(aJobs, nThreads, bStop, [&](const sChecksumProgress& oProgress) { oLine.Show(oProgress); }))
+    if (!RunChecksums(oCatalog, aFiles, aResults, nThreads, bStop,
+                      [&](const sChecksumProgress& oProgress) { oLine.Show(oProgress); }))
         throw CCatalogError(bStop ? INTERRUPTED : "no thread could be started");
-    return aJobs;
+    return aResults;
 }
 
 void Report(std::FILE* pOutput, const char* szWhat, const CTOVStringA& oName)
@@ -110,15 +100,25 @@ std::string JoinNames(const CTOVArray<CTOVStringA>& aNames)
     return sNames;
 }
 
-// Makes the error for a catalogue without files, which would agree with everything.
-CCatalogError NothingToCatalog(const CTOVStringA& oName, const sCatalog& oCatalog, const sFound& oFound)
+// Makes the error for a catalogue without files, which would agree with everything. bFound: there are files, but none
+// can be read.
+CCatalogError NothingToCatalog(const CTOVStringA& oName, const sCatalog& oCatalog, bool bFound)
 {
     std::string sWhy = "no file in " + JoinNames(oCatalog.aDirectories);
-    if (!oFound.aFiles.IsEmpty())
+    if (bFound)
         sWhy += " can be read";
     else if (!oCatalog.aPatterns.IsEmpty())
         sWhy += " matches " + JoinNames(oCatalog.aPatterns);
     return CCatalogError(sWhy + ": " + ~Printable(oName) + " is not written (--allow-empty does it)");
+}
+
+// All catalogues of this program are sorted.
+bool IsSorted(const CTOVArray<sFileRecord>& aFiles)
+{
+    long lSorted = 1;
+    while (lSorted < aFiles.GetSize() && CompareRecords(aFiles[lSorted - 1], aFiles[lSorted]) <= 0)
+        ++lSorted;
+    return lSorted >= aFiles.GetSize();
 }
 
 // The counts of a verification.
@@ -132,66 +132,88 @@ struct sDifferences
     bool Any() const { return lChanged + lMissing + lNew + lUnreadable > 0; }
 };
 
-// The files that are both in the catalogue and in its directories. The old and the new record have the same index.
-struct sCommonFiles
+// Reports the files that are only in the catalogue, or only in the directories, and removes them from the lists. What
+// remains has the same indices in both.
+void CompareLists(sCatalog& oCatalog, CTOVArray<sFileRecord>& aNow, sDifferences& oDifferences)
 {
-    CTOVArray<sFileRecord> aThen;
-    CTOVArray<sFileRecord> aNow;
-};
-
-// Reports the files that are only in the catalogue, or only in the directories.
-void CompareLists(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aFound, sCommonFiles& oCommon,
-                  sDifferences& oDifferences)
-{
-    long lOld = 0;
+    CTOVArray<sFileRecord>& aThen = oCatalog.aFiles;
+    long lCommon = 0;
+    long lThen = 0;
     long lNow = 0;
-    while (lOld < oCatalog.aFiles.GetSize() || lNow < aFound.GetSize())
+    while (lThen < aThen.GetSize() || lNow < aNow.GetSize())
     {
-        int nOrder = lOld == oCatalog.aFiles.GetSize() ? 1 : -1;
-        if (lOld < oCatalog.aFiles.GetSize() && lNow < aFound.GetSize())
-            nOrder = CompareRecords(oCatalog.aFiles[lOld], aFound[lNow]);
+        int nOrder = lThen == aThen.GetSize() ? 1 : -1;
+        if (lThen < aThen.GetSize() && lNow < aNow.GetSize())
+            nOrder = CompareRecords(aThen[lThen], aNow[lNow]);
 
         if (nOrder < 0)
         {
-            Report(stdout, "missing", FullName(oCatalog, oCatalog.aFiles[lOld++]));
+            Report(stdout, "missing", FullName(oCatalog, aThen[lThen++]));
             ++oDifferences.lMissing;
         }
         else if (nOrder > 0)
         {
-            Report(stdout, "new", FullName(oCatalog, aFound[lNow++]));
+            Report(stdout, "new", FullName(oCatalog, aNow[lNow++]));
             ++oDifferences.lNew;
         }
         else
         {
-            oCommon.aThen.Add(oCatalog.aFiles[lOld++]);
-            oCommon.aNow.Add(aFound[lNow++]);
+            aThen[lCommon] = aThen[lThen++];
+            aNow[lCommon++] = aNow[lNow++];
         }
     }
+    aThen.Resize(lCommon);
+    aNow.Resize(lCommon);
 }
 
-void CompareContents(const CTOVArray<sFileRecord>& aThen, const CTOVArray<sChecksumJob>& aJobs,
-                     sDifferences& oDifferences)
+void CompareContents(const sCatalog& oCatalog, const CTOVArray<sFileRecord>& aNow,
+                     const std::vector<sChecksum>& aResults, sDifferences& oDifferences)
 {
-    for (long i = 0; i < aThen.GetSize(); ++i)
+    for (long i = 0; i < aNow.GetSize(); ++i)
     {
-        if (!aJobs[i].IsWhole())
+        const sFileRecord& oThen = oCatalog.aFiles[i];
+        const sChecksum& oResult = aResults[static_cast<std::size_t>(i)];
+        if (!oResult.IsWhole(aNow[i]))
         {
-            Report(stdout, "unreadable", aJobs[i].oName);
+            Report(stdout, "unreadable", FullName(oCatalog, aNow[i]));
             ++oDifferences.lUnreadable;
         }
-        else if (aJobs[i].ullSize != aThen[i].ullSize || aJobs[i].dwCrc != aThen[i].dwCrc)
+        else if (oResult.ullSize != oThen.ullSize || oResult.dwCrc != oThen.dwCrc)
         {
-            Report(stdout, "changed", aJobs[i].oName);
+            Report(stdout, "changed", FullName(oCatalog, aNow[i]));
             ++oDifferences.lChanged;
         }
     }
 }
 
-unsigned long long TotalRead(const CTOVArray<sChecksumJob>& aJobs)
+// Completes the records by what has been read. Removes those of files that could not be read, and adds their names to
+// the unreadable ones.
+void TakeResults(sCatalog& oCatalog, const std::vector<sChecksum>& aResults, tUnreadable& aUnreadable)
+{
+    CTOVArray<sFileRecord>& aFiles = oCatalog.aFiles;
+    long lWhole = 0;
+    for (long i = 0; i < aFiles.GetSize(); ++i)
+    {
+        const sChecksum& oResult = aResults[static_cast<std::size_t>(i)];
+        if (!oResult.IsWhole(aFiles[i]))
+        {
+            aUnreadable.Add(FullName(oCatalog, aFiles[i]));
+            continue;
+        }
+        aFiles[i].ullSize = oResult.ullSize;
+        aFiles[i].dwCrc = oResult.dwCrc;
+        if (lWhole < i)
+            aFiles[lWhole] = aFiles[i];
+        ++lWhole;
+    }
+    aFiles.Resize(lWhole);
+}
+
+unsigned long long TotalRead(const std::vector<sChecksum>& aResults)
 {
     unsigned long long ullSize = 0;
-    for (long i = 0; i < aJobs.GetSize(); ++i)
-        ullSize += aJobs[i].ullSize;
+    for (const sChecksum& oResult : aResults)
+        ullSize += oResult.ullSize;
     return ullSize;
 }
 } // namespace
@@ -209,21 +231,11 @@ int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop
             throw CCatalogError(std::string(~Printable(oCatalog.aDirectories[i])) + " is no directory");
     }
 
-    const sFound oFound = FindFiles(oCatalog, oOptions.oCatalog, bStop);
+    const sFound oFound = FindFiles(oCatalog, oOptions.oCatalog, oCatalog.aFiles, oOptions.nThreads, bStop);
+    const bool bFoundFiles = !oCatalog.aFiles.IsEmpty();
     tUnreadable aUnreadable = oFound.aUnreadable;
-    const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, oFound.aFiles, oOptions.nThreads, bStop);
-    for (long i = 0; i < oFound.aFiles.GetSize(); ++i)
-    {
-        if (!aJobs[i].IsWhole())
-        {
-            aUnreadable.Add(aJobs[i].oName);
-            continue;
-        }
-        sFileRecord oRecord = oFound.aFiles[i];
-        oRecord.ullSize = aJobs[i].ullSize;
-        oRecord.dwCrc = aJobs[i].dwCrc;
-        oCatalog.aFiles.Add(oRecord);
-    }
+    const std::vector<sChecksum> aResults = ReadFiles(oCatalog, oCatalog.aFiles, oOptions.nThreads, bStop);
+    TakeResults(oCatalog, aResults, aUnreadable);
     const bool bWorthless = oCatalog.aFiles.IsEmpty() && !oOptions.bAllowEmpty;
     if (!bWorthless)
     {
@@ -232,9 +244,9 @@ int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop
     }
     ReportUnreadable(stderr, aUnreadable);
     if (bWorthless)
-        throw NothingToCatalog(oOptions.oCatalog, oCatalog, oFound);
+        throw NothingToCatalog(oOptions.oCatalog, oCatalog, bFoundFiles);
 
-    std::printf("%s catalogued", ~DescribeWork(oCatalog.aFiles.GetSize(), TotalRead(aJobs), tClock::now() - oStart));
+    std::printf("%s catalogued", ~DescribeWork(oCatalog.aFiles.GetSize(), TotalRead(aResults), tClock::now() - oStart));
     if (!aUnreadable.IsEmpty())
         std::printf(", %d unreadable", static_cast<int>(aUnreadable.GetSize()));
     std::printf("\n");
@@ -247,19 +259,20 @@ int VerifyCatalog(const CTOVStringA& oName, int nThreads, bool bAllowEmpty, cons
     sCatalog oCatalog = LoadCatalog(oName);
     if (oCatalog.aFiles.IsEmpty() && !bAllowEmpty)
         throw CCatalogError(std::string(~Printable(oName)) + " holds no file (--allow-empty verifies it all the same)");
-    oCatalog.aFiles.Sort(&CompareRecords);
+    if (!IsSorted(oCatalog.aFiles))
+        oCatalog.aFiles.Sort(&CompareRecords);
 
-    const sFound oFound = FindFiles(oCatalog, oName, bStop);
+    CTOVArray<sFileRecord> aNow;
+    const sFound oFound = FindFiles(oCatalog, oName, aNow, nThreads, bStop);
     sDifferences oDifferences;
     ReportUnreadable(stdout, oFound.aUnreadable);
     oDifferences.lUnreadable = oFound.aUnreadable.GetSize();
 
-    sCommonFiles oCommon;
-    CompareLists(oCatalog, oFound.aFiles, oCommon, oDifferences);
-    const CTOVArray<sChecksumJob> aJobs = ReadFiles(oCatalog, oCommon.aNow, nThreads, bStop);
-    CompareContents(oCommon.aThen, aJobs, oDifferences);
+    CompareLists(oCatalog, aNow, oDifferences);
+    const std::vector<sChecksum> aResults = ReadFiles(oCatalog, aNow, nThreads, bStop);
+    CompareContents(oCatalog, aNow, aResults, oDifferences);
 
-    std::printf("%s verified: ", ~DescribeWork(aJobs.GetSize(), TotalRead(aJobs), tClock::now() - oStart));
+    std::printf("%s verified: ", ~DescribeWork(aNow.GetSize(), TotalRead(aResults), tClock::now() - oStart));
     if (!oDifferences.Any())
     {
         std::printf("all unchanged\n");

@@ -1,12 +1,17 @@
 #include "TreeWalker.h"
 
 #include "UnfinishedCatalog.h"
+#include "Workers.h"
 
 #include <Path/TOVPath.h>
 #include <TOVPlatform/TOVFile.h>
+#include <TOVPlatform/TOVString.h>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
+#include <numeric>
 #include <system_error>
 
 namespace TOVFile = TOVPlatform::TOVFile;
@@ -39,16 +44,11 @@ public:
 
     void Next() { m_eResult = TOVFile::FindNextEntry(m_hSearch, &m_oFound); }
 
-    CTOVStringA GetName() const
+    void GetName(std::string& sName) const
     {
         // The field has no terminator if the name fills it.
         const void* pEnd = std::memchr(m_oFound.szName, '\0', sizeof(m_oFound.szName));
-        const long lLength = pEnd != nullptr ? static_cast<long>(static_cast<const char*>(pEnd) - m_oFound.szName)
-                                             : static_cast<long>(sizeof(m_oFound.szName));
-        CTOVStringA oName;
-        if (lLength > 0)
-            oName.Copy(m_oFound.szName, static_cast<int>(lLength));
-        return oName;
+        sName.assign(m_oFound.szName, pEnd != nullptr ? static_cast<const char*>(pEnd) : std::end(m_oFound.szName));
     }
 
     unsigned long long GetSize() const { return m_oFound.ullSize; }
@@ -102,134 +102,254 @@ private:
 };
 
 // Links to directories are skipped: they can lead back to a parent directory, and their targets are found without them.
-bool IsLink(const CTOVStringA& oName)
+bool IsLink(const std::string& sName)
 {
     std::error_code oIgnored;
-    return std::filesystem::is_symlink(SystemPath(oName), oIgnored);
+    return std::filesystem::is_symlink(SystemPath(sName.c_str()), oIgnored);
 }
 
-bool EndsWith(const CTOVStringA& oName, const CTOVStringA& oEnd)
+bool EndsWith(const std::string& sName, const std::string& sEnd)
 {
-    const long lStart = oName.GetLength() - oEnd.GetLength();
-    return lStart >= 0 && CTOVStringA(~oName + lStart).CompareNoCase(~oEnd) == 0;
+    return sName.size() >= sEnd.size() &&
+           TOVPlatform::TOVStringA::CompareNoCase(sName.c_str() + (sName.size() - sEnd.size()), sEnd.c_str()) == 0;
 }
 
-bool IsNavigation(const CTOVStringA& oName)
+bool IsNavigation(const std::string& sName)
 {
-    return oName.Compare(".") == 0 || oName.Compare("..") == 0;
+    return sName == "." || sName == "..";
+}
+
+bool HasWildcard(const std::string& sName)
+{
+    return sName.find_first_of("*?") != sName.npos;
 }
 } // namespace
 
 CTreeWalker::CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles,
-                         tUnreadable& aUnreadable, const std::atomic<bool>& bStop)
-    : m_aPatterns(aPatterns), m_aFiles(aFiles), m_aUnreadable(aUnreadable), m_bStop(bStop),
+                         tUnreadable& aUnreadable, const std::atomic<bool>& bStop, int nThreads)
+    : m_aPatterns(aPatterns), m_aFiles(aFiles), m_aUnreadable(aUnreadable), m_bStop(bStop), m_nThreads(nThreads),
       m_aMatched(static_cast<std::size_t>(aPatterns.GetSize()))
 {
 }
 
 void CTreeWalker::Exclude(const CTOVStringA& oName)
 {
-    m_aExcluded.Add(oName);
+    m_aExcluded.push_back({~oName, ~CTOVPath(oName).GetFileName(true)});
 }
 
-void CTreeWalker::Walk(long lDirectory, const CTOVStringA& oDirectory)
+void CTreeWalker::Walk(int nDirectory, const CTOVStringA& oDirectory)
 {
-    m_lDirectory = lDirectory;
-    m_oRoot = oDirectory;
-    WalkBelow(CTOVStringA(), 0);
-}
+    m_nDirectory = nDirectory;
+    m_sRoot = ~oDirectory;
+    m_aTree.assign(1, sDirectory());
 
-void CTreeWalker::WalkBelow(const CTOVStringA& oRelative, int nDepth)
-{
-    const CTOVStringA oDirectory = oRelative.IsEmpty() ? m_oRoot : JoinPath(m_oRoot, oRelative);
-    CTOVArray<CTOVStringA> aSubdirectories;
-    std::vector<std::string> aNames; // the names of the files found, in their order
-    tMatching aMatching;
-    const long lFirstFile = m_aFiles.GetSize();
+    for (std::size_t nBegin = 0; nBegin < m_aTree.size();)
     {
-        const CSearchPlace oPlace(oDirectory);
-        CSearch oSearch(JoinPath(oPlace.GetName(), "*.*"));
-        if (!oSearch.HasEntry() || nDepth > DEEPEST_LEVEL)
-        {
-            m_aUnreadable.Add(oDirectory);
-            return;
-        }
-
-        const bool bMatchingKnown = FindMatching(oPlace.GetName(), aMatching);
-        for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
-        {
-            const CTOVStringA oName = oSearch.GetName();
-            if (oSearch.IsDirectory() && !IsNavigation(oName))
-                aSubdirectories.Add(oName);
-            else if (oSearch.IsFile() && IsWanted(oName, aMatching))
-            {
-                sFileRecord oRecord;
-                oRecord.lDirectory = m_lDirectory;
-                oRecord.oPath = oRelative.IsEmpty() ? oName : JoinPath(oRelative, oName);
-                oRecord.ullSize = oSearch.GetSize();
-                m_aFiles.Add(oRecord);
-                aNames.push_back(~oName);
-            }
-        }
-        if (oSearch.HasFailed() || !bMatchingKnown)
-            m_aUnreadable.Add(oDirectory);
+        const std::size_t nEnd = m_aTree.size();
+        ReadLevel(nBegin, nEnd);
+        if (!m_bStop)
+            AddLevel(nBegin, nEnd);
+        nBegin = nEnd;
     }
+    CollectFiles(m_aTree.front());
+    CollectUnreadable(m_aTree.front());
+    m_aTree.clear();
+}
+
+std::string CTreeWalker::FullPath(const std::string& sRelative) const
+{
+    std::string sPath = m_sRoot;
+    if (!sRelative.empty())
+        AppendPath(sPath, sRelative.c_str());
+    return sPath;
+}
+
+// Reads the directories from nBegin to nEnd.
+void CTreeWalker::ReadLevel(std::size_t nBegin, std::size_t nEnd)
+{
+    // The search in a directory whose name has a wildcard changes the working directory, so that no other thread may
+    // run meanwhile.
+    CJobCounter oJobs(static_cast<long>(nEnd - nBegin));
+    const auto fnRead = [&] {
+        for (long lJob; !m_bStop && oJobs.Take(lJob);)
+        {
+            sDirectory& oDirectory = m_aTree[nBegin + static_cast<std::size_t>(lJob)];
+            if (!HasWildcard(FullPath(oDirectory.sRelative)))
+                Read(oDirectory);
+        }
+    };
+    if (m_nThreads == 1 || nEnd - nBegin == 1 || !RunWorkers(m_nThreads, fnRead, [] {}))
+        fnRead();
+    for (std::size_t n = nBegin; n < nEnd && !m_bStop; ++n)
+    {
+        if (HasWildcard(FullPath(m_aTree[n].sRelative)))
+            Read(m_aTree[n]);
+    }
+}
+
+// Adds the subdirectories of these directories to the tree.
+void CTreeWalker::AddLevel(std::size_t nBegin, std::size_t nEnd)
+{
+    for (std::size_t n = nBegin; n < nEnd; ++n)
+    {
+        m_aTree[n].nFirstChild = m_aTree.size();
+        for (std::size_t nName = 0; nName < m_aTree[n].aSubdirectories.size(); ++nName)
+        {
+            sDirectory oBelow;
+            oBelow.sRelative = m_aTree[n].sRelative;
+            oBelow.nDepth = m_aTree[n].nDepth + 1;
+            AppendPath(oBelow.sRelative, m_aTree[n].aSubdirectories[nName].c_str());
+            m_aTree.push_back(std::move(oBelow));
+        }
+    }
+}
+
+void CTreeWalker::Read(sDirectory& oDirectory) const
+{
+    const std::string sFullPath = FullPath(oDirectory.sRelative);
+    std::vector<std::string> aNames; // of the files found, in their order
+    tMatching aMatching;
+    ReadEntries(oDirectory, sFullPath, aMatching, aNames);
 
     // This is done after the search, which may have changed the working directory, to which names are relative.
-    for (long i = m_aFiles.GetSize() - 1; i >= lFirstFile; --i)
+    oDirectory.aMatched.resize(aMatching.size());
+    std::size_t nKept = 0;
+    for (std::size_t n = 0; n < aNames.size(); ++n)
     {
-        if (IsExcluded(JoinPath(m_oRoot, m_aFiles[i].oPath)))
-            m_aFiles.RemoveAt(i);
-        else
-            NoteMatches(aNames[static_cast<std::size_t>(i - lFirstFile)], aMatching);
+        if (IsExcluded(sFullPath, aNames[n]))
+            continue;
+        for (std::size_t nPattern = 0; nPattern < aMatching.size(); ++nPattern)
+            oDirectory.aMatched[nPattern] = oDirectory.aMatched[nPattern] || aMatching[nPattern].count(aNames[n]) > 0;
+        if (nKept < n)
+            oDirectory.aFiles[nKept] = oDirectory.aFiles[n];
+        ++nKept;
     }
+    oDirectory.aFiles.resize(nKept);
+    std::sort(
+        oDirectory.aFiles.begin(), oDirectory.aFiles.end(),
+        [](const sFileRecord& oFirst, const sFileRecord& oSecond) { return CompareRecords(oFirst, oSecond) < 0; });
 
-    for (long i = 0; i < aSubdirectories.GetSize() && !m_bStop; ++i)
-    {
-        const CTOVStringA oBelow = oRelative.IsEmpty() ? aSubdirectories[i] : JoinPath(oRelative, aSubdirectories[i]);
-        if (!IsLink(JoinPath(m_oRoot, oBelow)))
-            WalkBelow(oBelow, nDepth + 1);
-    }
+    std::vector<std::string>& aBelow = oDirectory.aSubdirectories;
+    const auto fnIsLink = [&](const std::string& sName) {
+        std::string sPath = sFullPath;
+        AppendPath(sPath, sName.c_str());
+        return IsLink(sPath);
+    };
+    aBelow.erase(std::remove_if(aBelow.begin(), aBelow.end(), fnIsLink), aBelow.end());
 }
 
-bool CTreeWalker::IsWanted(const CTOVStringA& oName, const tMatching& aMatching) const
+void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPath, tMatching& aMatching,
+                              std::vector<std::string>& aNames) const
+{
+    const CSearchPlace oPlace(sFullPath.c_str());
+    CSearch oSearch(JoinPath(oPlace.GetName(), "*.*"));
+    oDirectory.bUnreadable = !oSearch.HasEntry() || oDirectory.nDepth > DEEPEST_LEVEL;
+    if (oDirectory.bUnreadable)
+        return;
+
+    const bool bMatchingKnown = FindMatching(oPlace.GetName(), aMatching);
+    std::string sName;
+    std::string sRelative;
+    for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
+    {
+        oSearch.GetName(sName);
+        if (oSearch.IsDirectory() && !IsNavigation(sName))
+            oDirectory.aSubdirectories.push_back(sName);
+        else if (oSearch.IsFile() && IsWanted(sName, aMatching))
+        {
+            sRelative = oDirectory.sRelative;
+            AppendPath(sRelative, sName.c_str());
+            sFileRecord oRecord;
+            oRecord.oPath = sRelative.c_str();
+            oRecord.ullSize = oSearch.GetSize();
+            oRecord.nDirectory = m_nDirectory;
+            oDirectory.aFiles.push_back(oRecord);
+            aNames.push_back(sName);
+        }
+    }
+    oDirectory.bUnreadable = oSearch.HasFailed() || !bMatchingKnown;
+}
+
+bool CTreeWalker::IsWanted(const std::string& sName, const tMatching& aMatching) const
 {
     bool bWanted = m_aPatterns.IsEmpty();
     for (const std::set<std::string>& aNames : aMatching)
-        bWanted = bWanted || aNames.count(~oName) > 0;
+        bWanted = bWanted || aNames.count(sName) > 0;
     return bWanted;
 }
 
-bool CTreeWalker::IsExcluded(const CTOVStringA& oName) const
+bool CTreeWalker::IsExcluded(const std::string& sFullPath, const std::string& sName) const
 {
-    for (long i = 0; i < m_aExcluded.GetSize(); ++i)
+    const auto fnPath = [&] {
+        std::string sPath = sFullPath;
+        AppendPath(sPath, sName.c_str());
+        return CTOVStringA(sPath.c_str());
+    };
+    for (const sExcluded& oExcluded : m_aExcluded)
     {
         // Comparing the names is only a quick first test: one file can have several names, and equal names can belong
         // to two files.
         std::error_code oIgnored;
-        if (EndsWith(oName, CTOVPath(m_aExcluded[i]).GetFileName(true)) &&
-            std::filesystem::equivalent(SystemPath(oName), SystemPath(m_aExcluded[i]), oIgnored))
+        if (EndsWith(sName, oExcluded.sFileName) &&
+            std::filesystem::equivalent(SystemPath(fnPath()), SystemPath(oExcluded.sName.c_str()), oIgnored))
             return true;
     }
-    return IsUnfinishedCatalog(oName);
+    return HasNameOfUnfinishedCatalog(sName.c_str()) && IsUnfinishedCatalog(fnPath());
 }
 
 bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, tMatching& aMatching) const
 {
     bool bKnown = true;
+    std::string sName;
     aMatching.resize(static_cast<std::size_t>(m_aPatterns.GetSize()));
     for (long i = 0; i < m_aPatterns.GetSize(); ++i)
     {
         CSearch oSearch(JoinPath(oSearchDirectory, m_aPatterns[i]));
         for (; oSearch.HasEntry(); oSearch.Next())
-            aMatching[static_cast<std::size_t>(i)].insert(~oSearch.GetName());
+        {
+            oSearch.GetName(sName);
+            aMatching[static_cast<std::size_t>(i)].insert(sName);
+        }
         bKnown = bKnown && !oSearch.HasFailed();
     }
     return bKnown;
 }
 
-void CTreeWalker::NoteMatches(const std::string& sName, const tMatching& aMatching)
+// Adds the files of a directory and of those below it in the order of their paths, and frees them here. A subdirectory
+// has its place where a file would be whose name is that of the subdirectory and a '/'.
+void CTreeWalker::CollectFiles(sDirectory& oDirectory)
 {
-    for (std::size_t n = 0; n < aMatching.size(); ++n)
-        m_aMatched[n] = m_aMatched[n] || aMatching[n].count(sName) > 0;
+    std::vector<std::size_t> aBelow(oDirectory.nFirstChild > 0 ? oDirectory.aSubdirectories.size() : 0);
+    std::iota(aBelow.begin(), aBelow.end(), oDirectory.nFirstChild);
+    const auto fnKey = [&](std::size_t nChild) { return m_aTree[nChild].sRelative + '/'; };
+    std::sort(aBelow.begin(), aBelow.end(),
+              [&](std::size_t nFirst, std::size_t nSecond) { return fnKey(nFirst) < fnKey(nSecond); });
+
+    std::size_t nFile = 0;
+    const auto fnAddFilesBefore = [&](const char* szPath) {
+        for (; nFile < oDirectory.aFiles.size(); ++nFile)
+        {
+            if (szPath != nullptr && oDirectory.aFiles[nFile].oPath.Compare(szPath) > 0)
+                return;
+            m_aFiles.Add(oDirectory.aFiles[nFile]);
+        }
+    };
+    for (const std::size_t nChild : aBelow)
+    {
+        fnAddFilesBefore(fnKey(nChild).c_str());
+        CollectFiles(m_aTree[nChild]);
+    }
+    fnAddFilesBefore(nullptr);
+    std::vector<sFileRecord>().swap(oDirectory.aFiles);
+    for (std::size_t n = 0; n < oDirectory.aMatched.size(); ++n)
+        m_aMatched[n] = m_aMatched[n] || oDirectory.aMatched[n];
+}
+
+// Adds the unreadable directories in the order in which the searches have found them.
+void CTreeWalker::CollectUnreadable(const sDirectory& oDirectory)
+{
+    if (oDirectory.bUnreadable)
+        m_aUnreadable.Add(CTOVStringA(FullPath(oDirectory.sRelative).c_str()));
+    for (std::size_t n = 0; oDirectory.nFirstChild > 0 && n < oDirectory.aSubdirectories.size(); ++n)
+        CollectUnreadable(m_aTree[oDirectory.nFirstChild + n]);
 }

@@ -12,42 +12,70 @@
 typedef CTOVArray<CTOVStringA> tUnreadable;
 
 // Walks one directory with all its subdirectories. It adds a record with path and size, and no checksum yet, for each
-// file that matches one of the patterns, in no particular order; without patterns, every file matches. It skips
+// file that matches one of the patterns; without patterns, every file matches. The records of a walk are sorted by
+// CompareRecords. It skips
 // whatever is neither a file nor a directory, links to directories, and files that interrupted runs have left. A
 // directory that cannot be listed, or not to its end, is added to the unreadable ones, and the walk continues.
 class CTreeWalker
 {
 public:
-    // Ends early when bStop becomes true.
+    // Ends early when bStop becomes true. With more than one thread, the directories of a level are read side by side.
     CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
-                const std::atomic<bool>& bStop);
+                const std::atomic<bool>& bStop, int nThreads = 1);
 
     // Adds a file that the walk shall skip: the catalogue itself.
     void Exclude(const CTOVStringA& oName);
 
-    void Walk(long lDirectory, const CTOVStringA& oDirectory);
+    void Walk(int nDirectory, const CTOVStringA& oDirectory);
 
     // Returns whether any file so far has matched the pattern with this index.
     bool HasMatched(long lPattern) const { return m_aMatched[static_cast<std::size_t>(lPattern)]; }
 
 private:
+    // A directory of the tree, and what was found in it. One thread reads it, and shares no text with others.
+    struct sDirectory
+    {
+        std::string sRelative; // to the root, which has an empty name
+        int nDepth = 0;
+
+        bool bUnreadable = false;
+        std::vector<sFileRecord> aFiles;          // sorted by CompareRecords
+        std::vector<std::string> aSubdirectories; // names, without links
+        std::vector<bool> aMatched;               // for each pattern
+        std::size_t nFirstChild = 0;              // the index of the first subdirectory; the others follow
+    };
+
     // For each pattern, the names in one directory that match it.
     typedef std::vector<std::set<std::string>> tMatching;
 
-    void WalkBelow(const CTOVStringA& oRelative, int nDepth);
-    bool IsWanted(const CTOVStringA& oName, const tMatching& aMatching) const;
-    bool IsExcluded(const CTOVStringA& oName) const;
+    std::string FullPath(const std::string& sRelative) const;
+    void ReadLevel(std::size_t nBegin, std::size_t nEnd);
+    void AddLevel(std::size_t nBegin, std::size_t nEnd);
+    void Read(sDirectory& oDirectory) const;
+    void ReadEntries(sDirectory& oDirectory, const std::string& sFullPath, tMatching& aMatching,
+                     std::vector<std::string>& aNames) const;
+    bool IsWanted(const std::string& sName, const tMatching& aMatching) const;
+    bool IsExcluded(const std::string& sFullPath, const std::string& sName) const;
+    void CollectFiles(sDirectory& oDirectory);
+    void CollectUnreadable(const sDirectory& oDirectory);
 
     // Returns false if a search failed.
     bool FindMatching(const CTOVStringA& oSearchDirectory, tMatching& aMatching) const;
-    void NoteMatches(const std::string& sName, const tMatching& aMatching);
+
+    struct sExcluded
+    {
+        std::string sName;
+        std::string sFileName;
+    };
 
     const CTOVArray<CTOVStringA>& m_aPatterns;
     CTOVArray<sFileRecord>& m_aFiles;
     tUnreadable& m_aUnreadable;
     const std::atomic<bool>& m_bStop;
-    CTOVArray<CTOVStringA> m_aExcluded;
+    const int m_nThreads;
+    std::vector<sExcluded> m_aExcluded;
     std::vector<bool> m_aMatched;
-    CTOVStringA m_oRoot;
-    long m_lDirectory = 0;
+    std::string m_sRoot;
+    int m_nDirectory = 0;
+    std::vector<sDirectory> m_aTree; // of the walk, level by level
 };

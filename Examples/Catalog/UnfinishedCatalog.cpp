@@ -14,10 +14,10 @@ constexpr char NAME_END[] = ".new";
 // This is more than the number of runs at a time.
 constexpr int MAX_TRIES = 1000;
 
-const char* FindFileName(const CTOVStringA& oName)
+const char* FindFileName(const char* szName)
 {
-    const char* szFileName = ~oName;
-    for (const char* p = szFileName; *p != '\0'; ++p)
+    const char* szFileName = szName;
+    for (const char* p = szName; *p != '\0'; ++p)
     {
         if (*p == '/' || *p == '\\')
             szFileName = p + 1;
@@ -27,18 +27,8 @@ const char* FindFileName(const CTOVStringA& oName)
 
 CTOVStringA NameBeside(const CTOVStringA& oCatalog, int nTry)
 {
-    const std::string sFolder(~oCatalog, FindFileName(oCatalog));
+    const std::string sFolder(~oCatalog, FindFileName(~oCatalog));
     return CTOVStringA((sFolder + NAME_BEGIN + std::to_string(nTry) + NAME_END).c_str());
-}
-
-bool HasSuchName(const CTOVStringA& oName)
-{
-    const std::string sName = FindFileName(oName);
-    const std::size_t nBegin = std::strlen(NAME_BEGIN);
-    const std::size_t nEnd = sName.size() - std::min(sName.size(), std::strlen(NAME_END));
-    return nEnd > nBegin && sName.compare(0, nBegin, NAME_BEGIN) == 0 &&
-           sName.compare(nEnd, sName.npos, NAME_END) == 0 &&
-           std::all_of(sName.begin() + nBegin, sName.begin() + nEnd, [](char c) { return '0' <= c && c <= '9'; });
 }
 } // namespace
 
@@ -62,11 +52,24 @@ void CUnfinishedCatalog::PutInPlace()
         throw CCatalogError("cannot be written");
 }
 
+bool HasNameOfUnfinishedCatalog(const char* szName)
+{
+    const std::size_t nBegin = std::strlen(NAME_BEGIN);
+    const char* szFileName = FindFileName(szName);
+    if (std::strncmp(szFileName, NAME_BEGIN, nBegin) != 0)
+        return false;
+
+    const std::string sName = szFileName;
+    const std::size_t nEnd = sName.size() - std::min(sName.size(), std::strlen(NAME_END));
+    return nEnd > nBegin && sName.compare(nEnd, sName.npos, NAME_END) == 0 &&
+           std::all_of(sName.begin() + nBegin, sName.begin() + nEnd, [](char c) { return '0' <= c && c <= '9'; });
+}
+
 bool IsUnfinishedCatalog(const CTOVStringA& oName)
 {
-    if (!HasSuchName(oName))
+    if (!HasNameOfUnfinishedCatalog(~oName))
         return false;
-    CInputFile oFile(oName);
+    CInputFile oFile(~oName);
     char szBegin[sizeof(CATALOG_MAGIC)];
     const unsigned long ulRead = oFile.IsOpen() ? oFile.Read(szBegin, sizeof(szBegin)) : 0;
     return oFile.IsOpen() && !oFile.HasFailed() && std::memcmp(szBegin, CATALOG_MAGIC, ulRead) == 0;

@@ -28,3 +28,6 @@ private:
 // Returns whether a file is an unfinished catalogue of this or any other run. This depends on its name and on its first
 // bytes, as far as it has any.
 bool IsUnfinishedCatalog(const CTOVStringA& oName);
+
+// Returns the part of this answer that the name alone gives: false if it cannot be the name of such a file.
+bool HasNameOfUnfinishedCatalog(const char* szName);

@@ -3,6 +3,7 @@
 #include "Catalog.h"
 
 #include <cerrno>
+#include <cstring>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -21,10 +22,12 @@ int ToNative(std::intptr_t hFile)
 }
 
 // O_NONBLOCK has no effect on a file. It prevents open from waiting if the name belongs to a pipe.
-int OpenFile(const CTOVStringA& oName, int nFlags)
+int OpenFile(const char* szName, int nFlags, struct stat& oStatus)
 {
-    const int nFile = ::open(SystemPath(oName).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | nFlags);
-    struct stat oStatus;
+    const int nAllFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | nFlags;
+    int nFile = ::open(szName, nAllFlags);
+    if (nFile < 0 && std::strchr(szName, '\\') != nullptr)
+        nFile = ::open(SystemPath(szName).c_str(), nAllFlags);
     if (nFile >= 0 && (::fstat(nFile, &oStatus) != 0 || !S_ISREG(oStatus.st_mode)))
     {
         ::close(nFile);
@@ -45,8 +48,12 @@ bool IsStillNamed(int nFile, const CTOVStringA& oName)
 
 } // namespace
 
-CInputFile::CInputFile(const CTOVStringA& oName) : m_hFile(OpenFile(oName, 0))
+CInputFile::CInputFile(const char* szName) : m_hFile(NO_FILE)
 {
+    struct stat oStatus;
+    m_hFile = OpenFile(szName, 0, oStatus);
+    if (IsOpen())
+        m_ullSize = static_cast<unsigned long long>(oStatus.st_size);
 }
 
 CInputFile::~CInputFile()
@@ -72,6 +79,10 @@ unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
         if (nPart <= 0)
             break;
         ulRead += static_cast<unsigned long>(nPart);
+        m_ullRead += static_cast<unsigned long long>(nPart);
+        // Asking for more would only confirm the end. The size of some files is wrong: they have less, or more.
+        if (m_ullRead == m_ullSize)
+            break;
     }
     return ulRead;
 }
@@ -124,7 +135,8 @@ bool CNewFile::PutInPlace()
 
 bool RemoveAbandonedFile(const CTOVStringA& oName)
 {
-    const int nFile = OpenFile(oName, O_NOFOLLOW);
+    struct stat oStatus;
+    const int nFile = OpenFile(~oName, O_NOFOLLOW, oStatus);
     if (nFile < 0)
         return false;
     const bool bRemoved = ::flock(nFile, LOCK_EX | LOCK_NB) == 0 && IsStillNamed(nFile, oName) &&

@@ -19,8 +19,8 @@ std::intptr_t FromNative(HANDLE hFile)
 }
 } // namespace
 
-CInputFile::CInputFile(const CTOVStringA& oName)
-    : m_hFile(FromNative(::CreateFileA(~oName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+CInputFile::CInputFile(const char* szName)
+    : m_hFile(FromNative(::CreateFileA(szName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                        nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)))
 {
     // The name may belong to a device.
