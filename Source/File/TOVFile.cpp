@@ -166,6 +166,11 @@ unsigned long long CTOVFile::GetSize() const
 {
     using namespace TOVPlatform;
 
+    // A new stream is often asked for its size, and seeking there and back would read a part of the file.
+    const long lUnused = TOVFile::GetSizeOfUnused(m_hFile);
+    if (lUnused >= 0)
+        return ToPosition(lUnused);
+
     // Settled: a position that Tell cannot return cannot be restored; the position then stays at the end.
     const long lPosition = TOVFile::Tell(m_hFile);
     TOVFile::Seek(m_hFile, 0, TOVFile::eSeekOriginEnd);

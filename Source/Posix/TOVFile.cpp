@@ -10,6 +10,7 @@
 #include <memory>
 
 #include <stdio.h>
+#include <stdio_ext.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -119,6 +120,15 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 long long GetPosition(FILE* pFile)
 {
     return ::ftello(pFile);
+}
+
+long long GetSizeOfUnused(FILE* pFile)
+{
+    // The first use of a stream allocates its buffer. A runtime that has a buffer from the beginning gives -1.
+    struct stat oStat;
+    if (::__fbufsize(pFile) != 0 || ::fstat(::fileno(pFile), &oStat) != 0 || !S_ISREG(oStat.st_mode))
+        return -1;
+    return oStat.st_size;
 }
 
 bool Seek(FILE* pFile, int nOffset, int nOrigin)

@@ -139,6 +139,16 @@ void Discard(tHandle hFile)
         EndStream(hFile, pFile);
 }
 
+long GetSizeOfUnused(tHandle hFile)
+{
+    FILE* pFile = GetFile(hFile);
+    if (pFile == nullptr)
+        return -1;
+
+    const long long llSize = Backend::File::GetSizeOfUnused(pFile);
+    return llSize <= MAX_POSITION ? static_cast<long>(llSize) : -1;
+}
+
 unsigned long Read(tHandle hFile, void* pBuffer, long lElementSize, long lElementCount)
 {
     FILE* pFile = GetFile(hFile);

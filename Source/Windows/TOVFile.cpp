@@ -138,6 +138,12 @@ long long GetPosition(FILE* pFile)
     return fgetpos(pFile, &llPosition) == 0 ? llPosition : -1;
 }
 
+// The runtime does not tell whether a stream has been used.
+long long GetSizeOfUnused(FILE* /*pFile*/)
+{
+    return -1;
+}
+
 bool Seek(FILE* pFile, int nOffset, int nOrigin)
 {
     fpos_t llPosition;

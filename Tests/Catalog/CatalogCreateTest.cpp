@@ -169,6 +169,24 @@ TEST_F(CatalogCreateTest, GivesTheSameCatalogueWithAnyNumberOfThreads)
     EXPECT_EQ(Read("1.cat"), Read("n.cat"));
 }
 
+// A '/' comes after '!' and '-', and before '0' and letters.
+TEST_F(CatalogCreateTest, SortsFilesByTheBytesOfTheirPaths)
+{
+    const tNames aSorted = {"a!",    "a!b/1", "a-/1", "a-b", "a/-",  "a/b!/1", "a/b-",
+                            "a/b/1", "a/b/2", "a/b0", "a/c", "a0/1", "ab",     "b"};
+    for (const std::string& sName : aSorted)
+        Write("tree/" + sName, "");
+
+    for (const char* szThreads : {"1", "2", "8"})
+    {
+        Create({"c.cat", "tree", "--threads", szThreads});
+        tNames aExpected;
+        for (const std::string& sName : aSorted)
+            aExpected.push_back("00000000 0 tree/" + sName);
+        EXPECT_EQ(aExpected, Listed()) << szThreads;
+    }
+}
+
 TEST_F(CatalogCreateTest, WritesTheDescribedFormat)
 {
     Write("one/sub/a.txt", "hello\n");

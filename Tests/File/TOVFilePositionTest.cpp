@@ -110,6 +110,23 @@ TEST_F(CTOVFilePositionTest, GetsTheSizeAndKeepsThePosition)
     EXPECT_EQ('4', cRead);
 }
 
+// The size of an unused file is found in another way.
+TEST_F(CTOVFilePositionTest, GetsTheSameSizeBeforeAndAfterTheFirstUse)
+{
+    for (const std::size_t nSize : {0u, 1u, 10u, 5000u})
+    {
+        CTOVFile oFile;
+        OpenWith(oFile, std::string(nSize, 'x'), READ);
+        char cFirst = 0;
+
+        EXPECT_EQ(nSize, oFile.GetSize());
+        EXPECT_EQ(0u, oFile.Tell());
+        oFile.Read(&cFirst, 1);
+        EXPECT_EQ(nSize, oFile.GetSize());
+        EXPECT_EQ(nSize > 0 ? 1u : 0u, oFile.Tell());
+    }
+}
+
 TEST_F(CTOVFilePositionTest, CountsWhatIsNotYetWrittenOutInTheSize)
 {
     CTOVFile oFile;

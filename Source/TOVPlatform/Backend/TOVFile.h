@@ -34,6 +34,10 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments);
 // Returns the position in bytes, not cut to 32 bits, or -1 on error.
 long long GetPosition(FILE* pFile);
 
+// Returns the size in bytes of an ordinary file whose stream has not been read, written or moved since it was opened.
+// Returns -1 for any other one, and where the system does not tell whether a stream has been used.
+long long GetSizeOfUnused(FILE* pFile);
+
 // Sets the position to an offset in bytes from SEEK_SET, SEEK_CUR or SEEK_END. If it fails, the position is unchanged.
 bool Seek(FILE* pFile, int nOffset, int nOrigin);
 
