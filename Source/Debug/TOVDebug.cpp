@@ -1,5 +1,6 @@
 #include <Debug/TOVDebug.h>
 
+#include <Debug/TOVAudience.h>
 #include <Debug/TOVDebugServer.h>
 #include <TOVPlatform/Backend/TOVSystem.h>
 
@@ -28,6 +29,15 @@ template<class TLine> unsigned long ToLine(TLine nLine)
     return static_cast<tDword>(nLine);
 }
 
+// Is a function of its own, so that _Log saves no registers for it where nobody hears the line.
+TOV_NOINLINE void PassOn(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
+                         va_list pArguments)
+{
+    // A null format fails its check in the first listener that prints it.
+    if (szFormat == nullptr || IsHeard())
+        CTOVDebugServer::Instance().OnLogV(szFile, ulLine, eSeverity, szFormat, pArguments);
+}
+
 // Settled: the text is never cleared, so that each failed check shows the question once more, as far as it fits.
 char s_szQuestions[1024];
 } // namespace
@@ -35,13 +45,12 @@ char s_szQuestions[1024];
 bool _Log(const char* szFile, unsigned long ulLine, unsigned long /*ulFlags*/, eTOVDebugSeverity eSeverity,
           const char* szFormat, ...)
 {
-    // A null format fails its check in the first listener that prints it.
-    if (szFormat != nullptr && !IsHeard())
+    if (s_eAudience == eAudienceNobody)
         return true;
 
     va_list pArguments;
     va_start(pArguments, szFormat);
-    CTOVDebugServer::Instance().OnLogV(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
+    PassOn(szFile, ToLine(ulLine), eSeverity, szFormat, pArguments);
     va_end(pArguments);
     return true;
 }

@@ -1,5 +1,6 @@
 #include <Debug/TOVDebugServer.h>
 
+#include <Debug/TOVAudience.h>
 #include <Debug/TOVMSDevLogger.h>
 #include <TOVPlatform/Backend/TOVSystem.h>
 #include <TOVPlatform/TOVString.h>
@@ -51,15 +52,6 @@ void ForgetClosedown(const CTOVDebugServer* pServer)
         --s_nClosedServers;
 }
 
-// Who may notice an event of the current server.
-enum eAudience
-{
-    eAudienceNobody,
-    eAudienceDebugger, // whoever reads the output of the library's own listener
-    eAudienceListeners
-};
-std::atomic<eAudience> s_eAudience(eAudienceListeners);
-
 bool IsOtherListener(const ITOVLogListener* pListener)
 {
     return pListener != nullptr && pListener != &CTOVMSDevLogger::_m_this;
@@ -87,6 +79,8 @@ private:
     bool m_bDropped;
 };
 } // namespace
+
+std::atomic<eAudience> s_eAudience(eAudienceListeners);
 
 CTOVDebugServer* CTOVDebugServer::s_pInstance = nullptr;
 

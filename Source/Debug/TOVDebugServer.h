@@ -74,7 +74,7 @@ protected:
 
 private:
     // Internal functions. HasOtherListeners returns whether the table has listeners besides the library's own.
-    // NoteAudience prepares the answer of IsHeard after each change of a table.
+    // NoteAudience notes who hears the current server, after each change of a table (see TOVAudience.h).
     friend bool HasOtherListeners(CTOVDebugServer& oServer);
     friend void NoteAudience(const CTOVDebugServer& oServer);
 
@@ -89,8 +89,4 @@ private:
     tHandle m_hLoggerLock;
     char m_szApplicationName[NAME_SIZE];
 };
-
-// Internal function. Returns false if nobody would notice an event of the current server: its table is empty, or nobody
-// reads what the library's own listener would write. Takes no lock.
-bool IsHeard();
 } // namespace TOVDebug
