@@ -431,18 +431,25 @@ template<class T> inline CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pTe
 
 template<class T> inline void CTOVBuffer<T>::CopyText(T* pDestination, const T* pText, long lLength)
 {
-    // Two moves of a fixed size, which may overlap each other.
-    constexpr std::size_t MOVE = 16;
     const std::size_t nBytes = GetByteCount(lLength);
-    if (nBytes >= MOVE && nBytes <= 2 * MOVE)
-    {
-        std::memcpy(pDestination, pText, MOVE);
-        std::memcpy(pDestination + lLength - MOVE / sizeof(T), pText + lLength - MOVE / sizeof(T), MOVE);
-    }
+    unsigned char* const pTo = reinterpret_cast<unsigned char*>(pDestination);
+    const unsigned char* const pFrom = reinterpret_cast<const unsigned char*>(pText);
+
+    // Two moves of a fixed size, which may overlap each other.
+    const auto fnMoveEnds = [=](auto nSize) {
+        std::memcpy(pTo, pFrom, nSize);
+        std::memcpy(pTo + nBytes - nSize, pFrom + nBytes - nSize, nSize);
+    };
+    if (nBytes > 32 || nBytes < 2)
+        std::memcpy(pTo, pFrom, nBytes);
+    else if (nBytes >= 16)
+        fnMoveEnds(std::integral_constant<std::size_t, 16>());
+    else if (nBytes >= 8)
+        fnMoveEnds(std::integral_constant<std::size_t, 8>());
+    else if (nBytes >= 4)
+        fnMoveEnds(std::integral_constant<std::size_t, 4>());
     else
-    {
-        std::memcpy(pDestination, pText, nBytes);
-    }
+        fnMoveEnds(std::integral_constant<std::size_t, 2>());
 }
 
 template<class T> void CTOVBuffer<T>::MoveElements(T* pDestination, const T* pSource, long lNumElements)

@@ -1,5 +1,6 @@
 // The order of the singletons, found by what the library takes from the heap with the program's operator new.
 #include "Debug/TOVDebuggerLines.h"
+#include "Startup/Posix/TOVHeapCount.h"
 #include "Startup/StartupHost.h"
 #include "Support/TOVTestSupport.h"
 
@@ -14,12 +15,15 @@
 #include <Timer/TOVTimer.h>
 
 #include <array>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
 
 namespace
 {
+std::atomic<long> s_lBlocks = {0};
+
 void Tell(const char* szWhat, std::size_t nSize)
 {
     if (!IsTelling())
@@ -34,19 +38,29 @@ void* operator new(std::size_t nSize)
 {
     Tell("new", nSize);
     if (void* const pBlock = std::malloc(nSize))
+    {
+        ++s_lBlocks;
         return pBlock;
+    }
     throw std::bad_alloc();
 }
 
 void operator delete(void* pBlock) noexcept
 {
+    if (pBlock != nullptr)
+        --s_lBlocks;
     std::free(pBlock);
 }
 
 void operator delete(void* pBlock, std::size_t nSize) noexcept
 {
     Tell("delete", nSize);
-    std::free(pBlock);
+    operator delete(pBlock);
+}
+
+long GetHeapBlocks()
+{
+    return s_lBlocks;
 }
 
 namespace
