@@ -65,12 +65,16 @@
 //                        still instantiate it itself and inline it. The source that owns an instance has
 //                        template class TOV_EXPORT CThing<int>; before its first use in that source.
 
-// How the memory of small blocks is handed out (TOVPlatform/TOVMemoryList.h).
+// Declares a thread's own variable that is read without a call. Keep it small: a library that is loaded at run time
+// shares little room for all of them.
+#if !defined(_WIN32)
+#define TOV_FAST_THREAD_LOCAL __thread __attribute__((tls_model("initial-exec")))
+#endif
+
+// How the memory of small blocks is handed out (TOVPlatform/TOVMemoryList.h). Modules of one process may differ in it.
 // TOV_USE_MEMORY_LISTS      whether threads keep lists of freed blocks: where a thread's own variable costs no call.
 // TOV_ROUND_BLOCKS          whether blocks are rounded up. A tool that watches the heap must see the end of each block.
-// TOV_THREAD_LISTS_STORAGE  makes a variable the thread's own, which is read without a call. Without lists nothing
-// reads
-//                           it.
+// TOV_THREAD_LISTS_STORAGE  makes a variable the thread's own. Nothing reads it without lists.
 #if defined(__SANITIZE_ADDRESS__)
 #define TOV_ROUND_BLOCKS false
 #elif defined(__has_feature)
@@ -84,12 +88,12 @@
 #ifndef TOV_ROUND_BLOCKS
 #define TOV_ROUND_BLOCKS true
 #endif
-#if defined(_WIN32)
+#if defined(TOV_FAST_THREAD_LOCAL)
+#define TOV_USE_MEMORY_LISTS TOV_ROUND_BLOCKS
+#define TOV_THREAD_LISTS_STORAGE TOV_FAST_THREAD_LOCAL
+#else
 #define TOV_USE_MEMORY_LISTS false
 #define TOV_THREAD_LISTS_STORAGE
-#else
-#define TOV_USE_MEMORY_LISTS TOV_ROUND_BLOCKS
-#define TOV_THREAD_LISTS_STORAGE __thread __attribute__((tls_model("initial-exec")))
 #endif
 
 // Marks a function that is never inlined.
@@ -105,14 +109,6 @@
 #define TOV_HAS_X86_VECTORS 1
 #else
 #define TOV_HAS_X86_VECTORS 0
-#endif
-
-// Declares a thread's own variable that is read without a call. Keep it small: a library that is loaded at run time
-// shares little room for all of them.
-#if defined(_WIN32)
-#define TOV_FAST_THREAD_LOCAL thread_local
-#else
-#define TOV_FAST_THREAD_LOCAL thread_local __attribute__((tls_model("initial-exec")))
 #endif
 
 // These enclose functions that are exported under plain names, which are undecorated, and yet return references to
