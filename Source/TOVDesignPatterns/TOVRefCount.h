@@ -178,12 +178,12 @@ template<class T> CTOVRefCountObject<T>::~CTOVRefCountObject()
 
 template<class T> void* CTOVRefCountObject<T>::operator new(std::size_t nSize)
 {
-    return TOVPlatform::TOVMemoryList::Allocate(nSize);
+    return TOVPlatform::TOVMemoryList::Allocate(TOVPlatform::TOVMemoryList::GetBlockSize(nSize));
 }
 
 template<class T> void CTOVRefCountObject<T>::operator delete(void* pBlock, std::size_t nSize)
 {
-    TOVPlatform::TOVMemoryList::Free(pBlock, nSize);
+    TOVPlatform::TOVMemoryList::Free(pBlock, TOVPlatform::TOVMemoryList::GetBlockSize(nSize));
 }
 
 template<class T> long CTOVRefCountObject<T>::AddRef()
@@ -213,7 +213,7 @@ template<class T> void CTOVRefCountObject<T>::DestroyExact()
     TOV_ASSERT(lRefCount >= 0);
 
     this->CTOVRefCountObject::~CTOVRefCountObject();
-    TOVPlatform::TOVMemoryList::Free(this, sizeof(*this));
+    operator delete(this, sizeof(*this));
 }
 
 template<class T> long CTOVRefCountObject<T>::GetRefCount() const

@@ -77,9 +77,8 @@ template<class T> inline CTOVSharedBlock<T>* CTOVSharedBlock<T>::Make(std::size_
     if (IS_OVERALIGNED || nBytes > TOVPlatform::TOVMemoryList::LARGEST_SIZE)
         return MakeLarge(nBytes);
 
-    void* const pMemory = TOVPlatform::TOVMemoryList::Allocate(nBytes);
-    return ::new (pMemory)
-        CTOVSharedBlock(static_cast<std::uint32_t>(TOVPlatform::TOVMemoryList::GetBlockSize(nBytes)));
+    nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(nBytes);
+    return ::new (TOVPlatform::TOVMemoryList::Allocate(nBytes)) CTOVSharedBlock(static_cast<std::uint32_t>(nBytes));
 }
 
 template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::MakeLarge(std::size_t nBytes)

@@ -64,23 +64,23 @@ void Begin() noexcept
     if (pLists == nullptr)
         return;
     for (std::size_t nIndex = 0; nIndex < sLists::NUM_LISTS; ++nIndex)
-        pLists->anMost[nIndex] = LIST_BYTES / GetBlockSize(16 * nIndex + 8);
+        pLists->anMost[nIndex] = LIST_BYTES / (16 * nIndex + 8);
     t_pLists = pLists;
 }
 
 } // namespace
 
-void* AllocateAnew(std::size_t nSize)
+void* AllocateAnew(std::size_t nBlockSize)
 {
-    return ::operator new(GetBlockSize(nSize));
+    return ::operator new(nBlockSize);
 }
 
-void FreeWithoutRoom(void* pBlock, std::size_t nSize) noexcept
+void FreeWithoutRoom(void* pBlock, std::size_t nBlockSize) noexcept
 {
     if (TOV_USE_MEMORY_LISTS && t_pLists == &s_oNotYet)
     {
         Begin();
-        Free(pBlock, nSize);
+        Free(pBlock, nBlockSize);
     }
     else
     {

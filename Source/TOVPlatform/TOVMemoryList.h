@@ -33,12 +33,12 @@ constexpr std::size_t GetBlockSize(std::size_t nSize)
     return nSize <= LARGEST_SIZE ? ((nSize + 7) & ~std::size_t(15)) + 8 : (nSize + 15) & ~std::size_t(15);
 }
 
-// Returns a block of GetBlockSize(nSize) bytes, aligned as operator new does. If memory is exhausted, it throws what
-// operator new throws.
-inline void* Allocate(std::size_t nSize);
+// Returns a block, aligned as operator new does. The size is one of GetBlockSize. If memory is exhausted, it throws
+// what operator new throws.
+inline void* Allocate(std::size_t nBlockSize);
 
-// Frees a block of Allocate. nSize is the size that was asked for, or that of the block. Any thread may free it.
-inline void Free(void* pBlock, std::size_t nSize) noexcept;
+// Frees a block of Allocate, of which the size is the one that was given there. Any thread may free it.
+inline void Free(void* pBlock, std::size_t nBlockSize) noexcept;
 
 // Determines whether the calling thread uses lists, and returns whether it did so before. If not, what its lists hold
 // goes back to operator delete, and every block of this thread comes from operator new: for those who count blocks.
@@ -52,9 +52,10 @@ struct sFreeBlock
     std::size_t nBlocks;
 };
 
-constexpr std::size_t GetListIndex(std::size_t nSize)
+// Rounds down, so that a block of a module that is compiled without rounding is never taken for a larger one.
+constexpr std::size_t GetListIndex(std::size_t nBlockSize)
 {
-    return (nSize + 7) / 16;
+    return (nBlockSize - 8) / 16;
 }
 
 struct sLists
@@ -69,30 +70,30 @@ struct sLists
 extern TOV_EXPORT TOV_THREAD_LISTS_STORAGE sLists* t_pLists;
 
 // What Allocate does if there is no freed block, and Free if there is no room.
-TOV_EXPORT void* AllocateAnew(std::size_t nSize);
-TOV_EXPORT void FreeWithoutRoom(void* pBlock, std::size_t nSize) noexcept;
+TOV_EXPORT void* AllocateAnew(std::size_t nBlockSize);
+TOV_EXPORT void FreeWithoutRoom(void* pBlock, std::size_t nBlockSize) noexcept;
 
-inline void* Allocate(std::size_t nSize)
+inline void* Allocate(std::size_t nBlockSize)
 {
-    if (TOV_USE_MEMORY_LISTS && nSize <= LARGEST_SIZE)
+    if (TOV_USE_MEMORY_LISTS && nBlockSize <= LARGEST_SIZE)
     {
         sLists& oLists = *t_pLists;
-        const std::size_t nIndex = GetListIndex(nSize);
+        const std::size_t nIndex = GetListIndex(nBlockSize);
         if (sFreeBlock* const pBlock = oLists.apFirst[nIndex])
         {
             oLists.apFirst[nIndex] = pBlock->pNext;
             return pBlock;
         }
     }
-    return AllocateAnew(nSize);
+    return AllocateAnew(nBlockSize);
 }
 
-inline void Free(void* pBlock, std::size_t nSize) noexcept
+inline void Free(void* pBlock, std::size_t nBlockSize) noexcept
 {
-    if (TOV_USE_MEMORY_LISTS && nSize <= LARGEST_SIZE)
+    if (TOV_USE_MEMORY_LISTS && nBlockSize <= LARGEST_SIZE)
     {
         sLists& oLists = *t_pLists;
-        const std::size_t nIndex = GetListIndex(nSize);
+        const std::size_t nIndex = GetListIndex(nBlockSize);
         sFreeBlock* const pNext = oLists.apFirst[nIndex];
         const std::size_t nBlocks = pNext != nullptr ? pNext->nBlocks : 0;
         if (nBlocks < oLists.anMost[nIndex])
@@ -101,7 +102,7 @@ inline void Free(void* pBlock, std::size_t nSize) noexcept
             return;
         }
     }
-    FreeWithoutRoom(pBlock, nSize);
+    FreeWithoutRoom(pBlock, nBlockSize);
 }
 } // namespace TOVMemoryList
 } // namespace TOVPlatform

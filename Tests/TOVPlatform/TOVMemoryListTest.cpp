@@ -25,6 +25,16 @@ unsigned long Released()
     return AllocationCountsOfThisThread().ulReleased;
 }
 
+void* Allocate(std::size_t nSize)
+{
+    return TOVMemoryList::Allocate(TOVMemoryList::GetBlockSize(nSize));
+}
+
+void Free(void* pBlock, std::size_t nSize)
+{
+    TOVMemoryList::Free(pBlock, TOVMemoryList::GetBlockSize(nSize));
+}
+
 class TOVMemoryListTest : public testing::Test
 {
 protected:
@@ -47,7 +57,7 @@ struct sBlock
 
 sBlock NewBlock(std::size_t nSize, unsigned char ucMark)
 {
-    const sBlock oBlock = {static_cast<unsigned char*>(TOVMemoryList::Allocate(nSize)), nSize, ucMark};
+    const sBlock oBlock = {static_cast<unsigned char*>(Allocate(nSize)), nSize, ucMark};
     std::memset(oBlock.pBytes, ucMark, nSize);
     return oBlock;
 }
@@ -66,7 +76,7 @@ bool IsIntact(const sBlock& oBlock)
 void Delete(const sBlock& oBlock)
 {
     EXPECT_TRUE(IsIntact(oBlock)) << oBlock.nSize;
-    TOVMemoryList::Free(oBlock.pBytes, oBlock.nSize);
+    Free(oBlock.pBytes, oBlock.nSize);
 }
 } // namespace
 
@@ -84,11 +94,21 @@ TEST_F(TOVMemoryListTest, RoundsSizesUpToThatOfTheNextList)
         }
         EXPECT_GT(nSize < 24 ? 25 : nSize + 16, nBlock);
         EXPECT_EQ(nSize <= TOVMemoryList::LARGEST_SIZE ? 8u : 0u, nBlock % 16);
-        if (8 < nSize && nSize <= TOVMemoryList::LARGEST_SIZE)
-        {
-            EXPECT_EQ(TOVMemoryList::GetListIndex(nSize), TOVMemoryList::GetListIndex(nBlock));
-        }
     }
+}
+
+// A module without rounding may free its blocks in one with lists.
+TEST_F(TOVMemoryListTest, NeverTakesABlockForALargerOne)
+{
+    std::vector<sBlock> aBlocks;
+    for (std::size_t nSize = 24; nSize < 1032; ++nSize)
+    {
+        TOVMemoryList::Free(::operator new(nSize), nSize);
+        aBlocks.push_back(NewBlock(nSize, static_cast<unsigned char>(nSize)));
+        aBlocks.push_back(NewBlock(nSize < 40 ? 24 : nSize - 15, static_cast<unsigned char>(nSize)));
+    }
+    for (const sBlock& oBlock : aBlocks)
+        Delete(oBlock);
 }
 
 TEST_F(TOVMemoryListTest, GivesWholeBlocksOfEverySize)
@@ -110,13 +130,13 @@ TEST_F(TOVMemoryListTest, ServesARequestWithABlockThatWasFreed)
 {
     for (const std::size_t nSize : {9u, 24u, 25u, 40u, 41u, 500u, 1032u})
     {
-        void* const pFirst = TOVMemoryList::Allocate(nSize);
-        void* const pSecond = TOVMemoryList::Allocate(nSize);
-        TOVMemoryList::Free(pFirst, nSize);
-        TOVMemoryList::Free(pSecond, nSize);
+        void* const pFirst = Allocate(nSize);
+        void* const pSecond = Allocate(nSize);
+        Free(pFirst, nSize);
+        Free(pSecond, nSize);
         const unsigned long ulTaken = Taken();
-        void* const pThird = TOVMemoryList::Allocate(nSize);
-        void* const pFourth = TOVMemoryList::Allocate(TOVMemoryList::GetBlockSize(nSize));
+        void* const pThird = Allocate(nSize);
+        void* const pFourth = Allocate(TOVMemoryList::GetBlockSize(nSize));
         const unsigned long ulTakenAgain = Taken() - ulTaken;
 
         EXPECT_EQ(TOV_USE_MEMORY_LISTS ? 0u : 2u, ulTakenAgain) << nSize;
@@ -125,16 +145,16 @@ TEST_F(TOVMemoryListTest, ServesARequestWithABlockThatWasFreed)
             EXPECT_EQ(pSecond, pThird) << nSize;
             EXPECT_EQ(pFirst, pFourth) << nSize;
         }
-        TOVMemoryList::Free(pThird, nSize);
-        TOVMemoryList::Free(pFourth, nSize);
+        Free(pThird, nSize);
+        Free(pFourth, nSize);
     }
 }
 
 TEST_F(TOVMemoryListTest, KeepsNoLargerBlock)
 {
     const unsigned long ulReleased = Released();
-    TOVMemoryList::Free(TOVMemoryList::Allocate(1033), 1033);
-    TOVMemoryList::Free(TOVMemoryList::Allocate(100000), 100000);
+    Free(Allocate(1033), 1033);
+    Free(Allocate(100000), 100000);
     const unsigned long ulGivenBack = Released() - ulReleased;
 
     EXPECT_EQ(2u, ulGivenBack);
@@ -152,7 +172,7 @@ TEST_F(TOVMemoryListTest, KeepsEightKilobytesOfEachSize)
             EXPECT_TRUE(IsIntact(oBlock));
         const unsigned long ulReleased = Released();
         for (const sBlock& oBlock : aBlocks)
-            TOVMemoryList::Free(oBlock.pBytes, nSize);
+            Free(oBlock.pBytes, nSize);
         const unsigned long ulGivenBack = Released() - ulReleased;
 
         const std::size_t nKept = TOV_USE_MEMORY_LISTS ? 8192 / TOVMemoryList::GetBlockSize(nSize) : 0;
@@ -164,12 +184,12 @@ TEST_F(TOVMemoryListTest, GivesEverythingBackToWhoDoesWithoutLists)
 {
     const unsigned long ulBefore = Taken() - Released();
     for (std::size_t nSize = 1; nSize < 1100; nSize += 10)
-        TOVMemoryList::Free(TOVMemoryList::Allocate(nSize), nSize);
+        Free(Allocate(nSize), nSize);
     const bool bUsed = TOVMemoryList::UseLists(false);
     const unsigned long ulBehind = Taken() - Released();
     const unsigned long ulTaken = Taken();
-    TOVMemoryList::Free(TOVMemoryList::Allocate(40), 40);
-    TOVMemoryList::Free(TOVMemoryList::Allocate(40), 40);
+    Free(Allocate(40), 40);
+    Free(Allocate(40), 40);
     const unsigned long ulTakenWithout = Taken() - ulTaken;
     const bool bStillUsed = TOVMemoryList::UseLists(true);
 
@@ -230,7 +250,7 @@ TEST_F(TOVMemoryListTest, ThrowsWhereTheHeapIsExhausted)
         const CAllocationFailure oFailure;
         try
         {
-            TOVMemoryList::Allocate(40);
+            Allocate(40);
         }
         catch (const std::bad_alloc&)
         {
@@ -243,12 +263,12 @@ TEST_F(TOVMemoryListTest, ThrowsWhereTheHeapIsExhausted)
 // The thread's lists themselves need memory. Without it blocks go back to the heap.
 TEST_F(TOVMemoryListTest, DoesWithoutListsWhereTheHeapIsExhausted)
 {
-    void* const pBlock = TOVMemoryList::Allocate(40);
+    void* const pBlock = Allocate(40);
     sAllocationCounts& oCounts = AllocationCountsOfThisThread();
     oCounts.ulSuccessesLeft = 0;
     oCounts.bFailing = true;
     const unsigned long ulReleased = Released();
-    TOVMemoryList::Free(pBlock, 40);
+    Free(pBlock, 40);
     const unsigned long ulGivenBack = Released() - ulReleased;
     oCounts.bFailing = false;
 
