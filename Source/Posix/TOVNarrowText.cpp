@@ -3,6 +3,7 @@
 #include <Posix/Text/TOVCollation.h>
 #include <Posix/Text/TOVMultiByte.h>
 #include <TOVPlatform/TOVAsciiCase.h>
+#include <TOVPlatform/Vector/TOVVectorText.h>
 
 #include <algorithm>
 #include <cctype>
@@ -85,8 +86,9 @@ const char* Inc(const char* szString)
 
 const char* NInc(const char* szString, int nCount)
 {
-    if (!TOVMultiByte::HasMultiByteCharacters())
-        return szString + strnlen(szString, nCount);
+    const std::size_t nBytes = strnlen(szString, nCount);
+    if (!TOVMultiByte::HasMultiByteCharacters() || Vector::AreSingleUnits(szString, nBytes))
+        return szString + nBytes;
     for (; nCount > 0 && *szString != '\0'; --nCount)
         szString += TOVMultiByte::CharacterSize(szString);
     return szString;

@@ -68,9 +68,9 @@ bool HasMultiByteCharacters()
     return MB_CUR_MAX > 1;
 }
 
-int CharacterSize(const char* szText)
+int LongCharacterSize(const char* szText)
 {
-    if (IsAscii(*szText) || !HasMultiByteCharacters())
+    if (!HasMultiByteCharacters())
         return 1;
 
     std::mbstate_t oState = {};

@@ -14,7 +14,12 @@ bool HasMultiByteCharacters();
 
 // Bytes of the character at the text, which must not be at its terminator. A byte that begins no whole character
 // counts as one.
-int CharacterSize(const char* szText);
+int LongCharacterSize(const char* szText);
+inline int CharacterSize(const char* szText)
+{
+    constexpr unsigned char LAST_ASCII = 0x7F;
+    return static_cast<unsigned char>(*szText) <= LAST_ASCII ? 1 : LongCharacterSize(szText);
+}
 
 // Whether PreviousCharacter takes constant time. With other character sets, it reads the text from the start.
 bool IsPreviousLocal();
