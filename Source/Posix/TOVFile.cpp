@@ -117,6 +117,12 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
     return bWritten ? nLength : -1;
 }
 
+// Flushing a stream that has been read would move the system's position back to that of the stream, for nobody.
+bool FlushBeforeClose(FILE* pFile)
+{
+    return ::__fpending(pFile) == 0 || ::fflush(pFile) == 0;
+}
+
 long long GetPosition(FILE* pFile)
 {
     return ::ftello(pFile);

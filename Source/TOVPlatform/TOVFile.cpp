@@ -127,7 +127,7 @@ eFileErrorCode Close(tHandle hFile)
     FILE* pFile = GetFile(hFile);
 
     // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
-    if (pFile == nullptr || std::fflush(pFile) != 0)
+    if (pFile == nullptr || !Backend::File::FlushBeforeClose(pFile))
         return eFileFailure;
 
     return ToErrorCode(EndStream(hFile, pFile));

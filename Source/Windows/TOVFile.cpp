@@ -131,6 +131,12 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
     return ferror(pFile) ? -1 : nCount;
 }
 
+// A flush can write the file to the disk even if the stream has nothing to write.
+bool FlushBeforeClose(FILE* pFile)
+{
+    return fflush(pFile) == 0;
+}
+
 long long GetPosition(FILE* pFile)
 {
     // ftell would not do: some versions of the runtime cut the position to its 32 bits.

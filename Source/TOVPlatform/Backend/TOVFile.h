@@ -31,6 +31,10 @@ FILE* OpenStream(const char* szName, const char* szMode);
 // Writes the text that TOVStringA::VSNPrintf makes. Returns its length in characters, negative on error.
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments);
 
+// Flushes a stream that is about to be closed. Where a flush has no effect on a stream without unwritten data, such a
+// stream may be left as it is.
+bool FlushBeforeClose(FILE* pFile);
+
 // Returns the position in bytes, not cut to 32 bits, or -1 on error.
 long long GetPosition(FILE* pFile);
 
