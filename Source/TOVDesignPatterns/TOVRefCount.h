@@ -181,9 +181,10 @@ template<class T> void* CTOVRefCountObject<T>::operator new(std::size_t nSize)
     return TOVPlatform::TOVMemoryList::Allocate(TOVPlatform::TOVMemoryList::GetBlockSize(nSize));
 }
 
+// The module that frees the block may round up where the one that made it does not.
 template<class T> void CTOVRefCountObject<T>::operator delete(void* pBlock, std::size_t nSize)
 {
-    TOVPlatform::TOVMemoryList::Free(pBlock, TOVPlatform::TOVMemoryList::GetBlockSize(nSize));
+    TOVPlatform::TOVMemoryList::Free(pBlock, nSize);
 }
 
 template<class T> long CTOVRefCountObject<T>::AddRef()
