@@ -12,6 +12,7 @@
 #define TOV_SYSTEM_WINDOWS 1
 #define TOV_CALLBACK __stdcall
 #define TOV_TEMPLATE
+#define TOV_TEMPLATE_INLINE
 #define TOV_PROGRAM_EXPORT __declspec(dllexport)
 #if defined(TOVKERNEL_BUILD)
 #define TOV_EXPORT __declspec(dllexport)
@@ -39,6 +40,7 @@
 #define TOV_SYSTEM_WINDOWS 0
 #define TOV_CALLBACK
 #define TOV_TEMPLATE __attribute__((visibility("default")))
+#define TOV_TEMPLATE_INLINE inline
 #define TOV_EXPORT __attribute__((visibility("default")))
 #define TOV_EXPORT_HOOK __attribute__((visibility("default")))
 #define TOV_PROGRAM_EXPORT __attribute__((visibility("default")))
@@ -64,6 +66,8 @@
 // TOV_TEMPLATE           class template without statics whose instances in the library are exported; each module may
 //                        still instantiate it itself and inline it. The source that owns an instance has
 //                        template class TOV_EXPORT CThing<int>; before its first use in that source.
+// TOV_TEMPLATE_INLINE    replaces inline for a member of a class template whose instances the library exports: on Windows
+//                        an inline member would not be exported.
 
 // Declares a thread's own variable that is read without a call. Keep it small: a library that is loaded at run time
 // shares little room for all of them.

@@ -218,7 +218,7 @@ template<class T> CTOVArray<T>& CTOVArray<T>::operator=(const CTOVArray& oArray)
     return *this;
 }
 
-template<class T> inline long CTOVArray<T>::Add(const T& oElement)
+template<class T> TOV_TEMPLATE_INLINE long CTOVArray<T>::Add(const T& oElement)
 {
     // The vector asks in this form, too, so that the compiler asks only once.
     const std::size_t nOldSize = m_aArray.size();

@@ -45,6 +45,19 @@ void* operator new(std::size_t nSize)
     throw std::bad_alloc();
 }
 
+// The sanitizers' own form would not call the one above.
+void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
+{
+    try
+    {
+        return operator new(nSize);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
+}
+
 void operator delete(void* pBlock) noexcept
 {
     if (pBlock != nullptr)
