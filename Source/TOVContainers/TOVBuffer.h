@@ -357,7 +357,7 @@ template<class T> bool CTOVBuffer<T>::operator==(const CTOVBuffer& oBuffer) cons
     return m_lSize == 0 || TOVPlatform::TOVMemory::Compare(pFirst, pSecond, GetByteCount(m_lSize)) == 0;
 }
 
-template<class T> inline CTOVSharedBlock<T>* CTOVBuffer<T>::NewBlock(long lNumElements, bool bGrows)
+template<class T> TOV_TEMPLATE_INLINE CTOVSharedBlock<T>* CTOVBuffer<T>::NewBlock(long lNumElements, bool bGrows)
 {
     // A block that is too large for a 32-bit target fails on every target.
     constexpr unsigned long MAX_ELEMENTS = static_cast<unsigned long>(0x7FFFFFFF / sizeof(T)) - 1;
@@ -409,7 +409,7 @@ template<class T> void CTOVBuffer<T>::Grow(long lNumElements)
         MakeUnique(lNumElements, m_lSize, m_lSize > 0);
 }
 
-template<class T> inline bool CTOVBuffer<T>::GrowInPlace(long lNumElements)
+template<class T> TOV_TEMPLATE_INLINE bool CTOVBuffer<T>::GrowInPlace(long lNumElements)
 {
     CTOVRefCountObject<T>* const pBlock = m_pArray.m_pObject;
     if (pBlock->m_lRefCount != 1 || pBlock->m_pObject == nullptr ||
@@ -421,7 +421,7 @@ template<class T> inline bool CTOVBuffer<T>::GrowInPlace(long lNumElements)
     return true;
 }
 
-template<class T> inline CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pText, long lLength)
+template<class T> TOV_TEMPLATE_INLINE CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pText, long lLength)
 {
     CTOVSharedBlock<T>* const pNew = NewBlock(lLength + 1, false);
     CopyText(pNew->GetElements(), pText, lLength);
@@ -429,7 +429,7 @@ template<class T> inline CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pTe
     return pNew;
 }
 
-template<class T> inline void CTOVBuffer<T>::CopyText(T* pDestination, const T* pText, long lLength)
+template<class T> TOV_TEMPLATE_INLINE void CTOVBuffer<T>::CopyText(T* pDestination, const T* pText, long lLength)
 {
     const std::size_t nBytes = GetByteCount(lLength);
     unsigned char* const pTo = reinterpret_cast<unsigned char*>(pDestination);

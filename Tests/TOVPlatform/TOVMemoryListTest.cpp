@@ -119,7 +119,7 @@ TEST_F(TOVMemoryListTest, GivesWholeBlocksOfEverySize)
         for (std::size_t nSize = 0; nSize < 1200; ++nSize)
         {
             aBlocks.push_back(NewBlock(nSize, static_cast<unsigned char>(nSize)));
-            EXPECT_EQ(0u, reinterpret_cast<std::uintptr_t>(aBlocks.back().pBytes) % __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+            EXPECT_EQ(0u, reinterpret_cast<std::uintptr_t>(aBlocks.back().pBytes) % (2 * sizeof(void*)));
         }
         for (const sBlock& oBlock : aBlocks)
             Delete(oBlock);
