@@ -66,8 +66,8 @@
 // TOV_TEMPLATE           class template without statics whose instances in the library are exported; each module may
 //                        still instantiate it itself and inline it. The source that owns an instance has
 //                        template class TOV_EXPORT CThing<int>; before its first use in that source.
-// TOV_TEMPLATE_INLINE    replaces inline for a member of a class template whose instances the library exports: on Windows
-//                        an inline member would not be exported.
+// TOV_TEMPLATE_INLINE    replaces inline for a member of a class template whose instances the library exports: on
+//                        Windows an inline member would not be exported.
 
 // Declares a thread's own variable that is read without a call. Keep it small: a library that is loaded at run time
 // shares little room for all of them.

@@ -2,7 +2,7 @@
 
 #include <Posix/Text/TOVCollation.h>
 #include <Posix/Text/TOVMultiByte.h>
-#include <TOVPlatform/TOVAsciiCase.h>
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ char UpperCase(char cUnit)
 void LowerUnits(char* pUnits, int nCount)
 {
     if (LowerCase('I') == 'i')
-        TOVAsciiCase::MapCase(pUnits, nCount, 'A', LowerCase);
+        TOVAscii::MapCase(pUnits, nCount, 'A', LowerCase);
     else
         std::transform(pUnits, pUnits + nCount, pUnits, LowerCase);
 }
@@ -39,7 +39,7 @@ void LowerUnits(char* pUnits, int nCount)
 void RaiseUnits(char* pUnits, int nCount)
 {
     if (UpperCase('i') == 'I')
-        TOVAsciiCase::MapCase(pUnits, nCount, 'a', UpperCase);
+        TOVAscii::MapCase(pUnits, nCount, 'a', UpperCase);
     else
         std::transform(pUnits, pUnits + nCount, pUnits, UpperCase);
 }

@@ -1,6 +1,7 @@
 #include <TOVPlatform/Backend/TOVTextNumber.h>
 
 #include <Posix/Text/TOVMultiByte.h>
+#include <TOVPlatform/TOVAscii.h>
 
 #include <algorithm>
 #include <cctype>
@@ -33,11 +34,9 @@ bool IsWhiteSpaceOfLocale(wchar_t cUnit)
 // Locales differ after ASCII only.
 template<class tUnit> bool IsWhiteSpace(tUnit cUnit)
 {
-    constexpr int LAST_ASCII = 0x7F;
-    const int nUnit = cUnit;
-    if (nUnit < 0 || nUnit > LAST_ASCII)
+    if (!TOVAscii::IsAscii(cUnit))
         return IsWhiteSpaceOfLocale(cUnit);
-    return nUnit == ' ' || ('\t' <= nUnit && nUnit <= '\r');
+    return cUnit == ' ' || ('\t' <= cUnit && cUnit <= '\r');
 }
 
 template<class tUnit> bool IsDecimalDigit(tUnit cUnit)

@@ -3,7 +3,7 @@
 
 #include <Posix/Text/TOVCollation.h>
 #include <Posix/Text/TOVSurrogate.h>
-#include <TOVPlatform/TOVAsciiCase.h>
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 
 #include <algorithm>
@@ -141,7 +141,7 @@ int LengthAtMost(const wchar_t* szString, int nCount)
 void ToLower(wchar_t* szString)
 {
     if (LowersAsciiAsUsual())
-        TOVAsciiCase::MapCase(szString, Length(szString), 'A', LowerCase);
+        TOVAscii::MapCase(szString, Length(szString), 'A', LowerCase);
     else
         std::transform(szString, szString + Length(szString), szString, LowerCase);
 }
@@ -149,7 +149,7 @@ void ToLower(wchar_t* szString)
 void ToUpper(wchar_t* szString)
 {
     if (RaisesAsciiAsUsual())
-        TOVAsciiCase::MapCase(szString, Length(szString), 'a', UpperCase);
+        TOVAscii::MapCase(szString, Length(szString), 'a', UpperCase);
     else
         std::transform(szString, szString + Length(szString), szString, UpperCase);
 }

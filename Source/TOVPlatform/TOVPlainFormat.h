@@ -1,11 +1,11 @@
 // Prints and measures the plainest formats in one pass. Internal to the text functions.
 #pragma once
 
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVTextRuntime.h>
 
 #include <algorithm>
 #include <charconv>
-#include <climits>
 #include <cstdarg>
 #include <iterator>
 
@@ -42,25 +42,17 @@ private:
     // Each literal counts the rest of the format from itself on.
     bool PrintLiteral(tUnit cUnit, std::ptrdiff_t nRest)
     {
-        const int nUnit = cUnit;
         m_nBound += static_cast<int>(nRest);
-        return 0 < nUnit && nUnit <= SCHAR_MAX && Put(&cUnit, 1);
+        return TOVAscii::IsAscii(cUnit) && Put(&cUnit, 1);
     }
 
     bool PrintItem(tUnit cType, va_list& pArguments)
     {
-        switch (cType)
-        {
-        case 's':
+        if (cType == 's')
             return PrintText(va_arg(pArguments, const tUnit*));
-        case 'd':
-        case 'i':
+        if (cType == 'd' || cType == 'i')
             return PrintInteger(va_arg(pArguments, int));
-        case 'u':
-            return PrintInteger(va_arg(pArguments, unsigned int));
-        default:
-            return false;
-        }
+        return cType == 'u' && PrintInteger(va_arg(pArguments, unsigned int));
     }
 
     bool PrintText(const tUnit* szText)

@@ -3,6 +3,7 @@
 #include <Debug/TOVCheck.h>
 #include <TOVPlatform/Backend/TOVFormat.h>
 #include <TOVPlatform/Backend/TOVTextNumber.h>
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVStringMeasure.h>
 #include <TOVPlatform/TOVTextRuntime.h>
 
@@ -57,8 +58,7 @@ template<class tUnit> bool IsInSet(tUnit cUnit, const tUnit* szCharSet)
 // The step to the next character, which is short after an ASCII character.
 template<class tUnit> const tUnit* NextCharacter(const tUnit* szString)
 {
-    const int nUnit = *szString;
-    return 0 <= nUnit && nUnit <= SCHAR_MAX ? szString + 1 : Backend::Inc(szString);
+    return TOVAscii::IsAscii(*szString) ? szString + 1 : Backend::Inc(szString);
 }
 
 // Walks back over all characters but the first. In linear time, this is only possible where Dec takes constant time.

@@ -2,6 +2,7 @@
 
 #include <Debug/TOVCheck.h>
 #include <TOVPlatform/Backend/TOVFormat.h>
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVFormatItem.h>
 #include <TOVPlatform/TOVTextRuntime.h>
 
@@ -34,12 +35,7 @@ constexpr long long MAX_REAL_DIGITS = 1100;
 
 constexpr long long MAX_BOUND = INT_MAX - 1; // the terminator must be countable as well
 
-// Whether the unit is a whole character in every code page, and the same in both widths.
-template<class T> bool IsAscii(T cUnit)
-{
-    const int nUnit = cUnit;
-    return 0 <= nUnit && nUnit <= SCHAR_MAX;
-}
+using TOVAscii::IsAscii;
 
 // The size of a character or text, of llLength units, in its field.
 long long FieldSize(const sFormatItem& oItem, long long llLength)

@@ -1,6 +1,7 @@
 #include <TOVString/TOVStringA.h>
 
 #include <Debug/TOVDebug.h>
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVMemory.h>
 #include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVText.h>

@@ -106,8 +106,7 @@ int VisitHits(tUnit* szText, int nLength, const sReplacement& oReplacement, int 
 // The step to the next character, which is short after an ASCII character.
 tUnit* NextCharacter(tUnit* pUnit)
 {
-    const int nUnit = *pUnit;
-    return 0 <= nUnit && nUnit <= SCHAR_MAX ? pUnit + 1 : TOVText::Inc(pUnit);
+    return TOVPlatform::TOVAscii::IsAscii(*pUnit) ? pUnit + 1 : TOVText::Inc(pUnit);
 }
 
 void Move(tUnit* pDestination, const tUnit* pSource, std::ptrdiff_t nCount)

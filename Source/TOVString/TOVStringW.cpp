@@ -1,5 +1,6 @@
 #include <TOVString/TOVStringW.h>
 
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVMemory.h>
 #include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVText.h>

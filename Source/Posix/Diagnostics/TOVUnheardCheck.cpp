@@ -26,9 +26,9 @@ constexpr std::size_t MAX_TEXT = 1023;
 // process, and only put together then.
 struct sCheckText
 {
-    std::atomic<bool> bInUse;
     const void* pException;
     tDword dwLine;
+    std::atomic<bool> bInUse;
     char szFile[MAX_TEXT + 1];
     char szExpression[MAX_TEXT + 1];
 };

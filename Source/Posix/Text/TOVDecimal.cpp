@@ -31,7 +31,7 @@ void WriteDigits(char* pEnd, int nDigits, std::uint32_t dwValue)
     for (; nDigits >= 2; nDigits -= 2, dwValue /= 100)
     {
         pEnd -= 2;
-        std::memcpy(pEnd, DIGIT_PAIRS + dwValue % 100 * 2, 2);
+        std::memcpy(pEnd, &DIGIT_PAIRS[std::size_t(dwValue % 100) * 2], 2);
     }
     if (nDigits > 0)
         *--pEnd = static_cast<char>('0' + dwValue % 10);

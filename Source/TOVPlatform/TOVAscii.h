@@ -1,4 +1,4 @@
-// Changes the case of ASCII letters in blocks of units. Internal to the text functions.
+// Tells ASCII characters from others, and changes the case of their letters in blocks. Internal to the text functions.
 #pragma once
 
 #include <algorithm>
@@ -6,10 +6,17 @@
 
 namespace TOVPlatform
 {
-// The loops have no calls and no early exits, so that the compiler makes vector instructions of them.
-namespace TOVAsciiCase
+namespace TOVAscii
 {
-template<class tUnit> bool IsAscii(const tUnit* pUnits, int nCount)
+// Whether the unit is a whole character in every code page, and the same in both widths.
+template<class tUnit> constexpr bool IsAscii(tUnit cUnit)
+{
+    return static_cast<std::make_unsigned_t<tUnit>>(cUnit) < 0x80;
+}
+
+// The loops that follow have no calls and no early exits, so that the compiler makes vector instructions of them.
+
+template<class tUnit> bool AreAscii(const tUnit* pUnits, int nCount)
 {
     typedef std::make_unsigned_t<tUnit> tUnsigned;
     tUnsigned nAllBits = 0;
@@ -38,12 +45,12 @@ template<class tUnit, class tMapping> void MapCase(tUnit* pUnits, int nCount, ch
     for (tUnit* const pEnd = pUnits + nCount; pUnits < pEnd;)
     {
         const int nBlock = static_cast<int>(std::min<long long>(BLOCK_UNITS, pEnd - pUnits));
-        if (IsAscii(pUnits, nBlock))
+        if (AreAscii(pUnits, nBlock))
             SwapCase(pUnits, nBlock, cFirst);
         else
             std::transform(pUnits, pUnits + nBlock, pUnits, Map);
         pUnits += nBlock;
     }
 }
-} // namespace TOVAsciiCase
+} // namespace TOVAscii
 } // namespace TOVPlatform
