@@ -35,7 +35,6 @@ class CTOVStringW;
 //   Free                                1 allocation                            unchanged
 //   GetSize, GetBuffer, Swap, IsValid   constant                                cannot
 //
-//
 // Settled: only Resize and Zero, and the operations that call them, make a private block first. Writing through
 // GetBuffer, SetElements and Swap changes a shared block, and every buffer that shares it sees the change. Sizes are
 // 32-bit counts; a block of 2 GB or more throws std::bad_alloc. Nothing is locked: use all buffers that share a block
@@ -140,8 +139,8 @@ private:
     // is storage. So a block of this class is not left to the smart pointer.
     static void ReleaseBlock(CTOVRefCountObject<T>* pBlock);
 
-    // For strings: adds elements that are not initialised. They may be in the memory behind a sole owner's block, which
-    // is rounded up, or get some for later, so that a loop of appends is linear. No size shows either. GrowInPlace only
+    // For strings: adds elements that are not initialised. They may take the unused rest of a sole owner's block, or a
+    // new block that has room for more, so that a loop of appends is linear. No size shows either. GrowInPlace only
     // does the former, and returns false where it cannot.
     void Grow(long lNumElements);
     bool GrowInPlace(long lNumElements);
