@@ -1,20 +1,14 @@
 #include <Path/TOVPath.h>
 
 #include <Path/TOVPathText.h>
+#include <TOVString/TOVStringId.h>
 
-#include <cstdint>
 #include <cstring>
 
 using namespace TOVPathText;
 
 namespace
 {
-// Null and string ids are no text.
-bool IsText(const char* szText)
-{
-    return reinterpret_cast<std::uintptr_t>(szText) >= 0x10000;
-}
-
 // Returns whether the block has room for lAppended characters and the terminator.
 bool HasRoom(const CTOVStringA& oText, long lAppended)
 {

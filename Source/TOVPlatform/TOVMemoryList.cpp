@@ -67,7 +67,6 @@ void Begin() noexcept
         pLists->anMost[nIndex] = LIST_BYTES / (16 * nIndex + 8);
     t_pLists = pLists;
 }
-
 } // namespace
 
 void* AllocateAnew(std::size_t nBlockSize)

@@ -4,6 +4,7 @@
 #include <Debug/TOVDebug.h>
 #include <TOVRtti/TOVClass.h>
 #include <TOVRtti/TOVClassIndex.h>
+#include <TOVString/TOVStringId.h>
 
 #include <algorithm>
 #include <iterator>
@@ -213,9 +214,8 @@ const CTOVClass& TOVRuntimeClass(const CTOVStringA& oName)
 
 const CTOVClass& TOVRuntimeClassOfText(const char* szName)
 {
-    // A pointer below this value is the id of a string, which only a string can load.
-    constexpr std::uintptr_t STRING_ID_END = 0x10000;
-    if (reinterpret_cast<std::uintptr_t>(szName) >= STRING_ID_END)
+    // Only a string can load the text of an id.
+    if (IsText(szName))
     {
         if (const CTOVClass* const pClass = s_oIndex.Find(szName))
             return *pClass;

@@ -7,6 +7,7 @@
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVResourceLoader.h>
+#include <TOVString/TOVStringId.h>
 #include <TOVString/TOVStringW.h>
 
 #include <algorithm>
@@ -39,17 +40,6 @@ int LengthOf(const char* szText)
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVStringA>;
 template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringA>;
-
-namespace
-{
-// A pointer below this value does not point to text: it carries the id of a text that the resource loader knows.
-constexpr std::uintptr_t STRING_ID_END = 0x10000;
-
-bool IsText(const char* szString)
-{
-    return reinterpret_cast<std::uintptr_t>(szString) >= STRING_ID_END;
-}
-} // namespace
 
 CTOVStringA::CTOVStringA()
 {
