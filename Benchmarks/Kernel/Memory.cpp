@@ -1,7 +1,7 @@
 // Rows of raw memory. The functions called "flat" are loops over bytes, which is what they are documented to be.
 
 #include <Bench.h>
-#include <Inputs.h>
+#include <Blocks.h>
 
 #include <TOVPlatform/TOVMemory.h>
 
@@ -9,138 +9,115 @@ using namespace TOVPlatform;
 
 namespace
 {
-// Two blocks with the same bytes.
-struct sBlocks
+void Compare(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
-    explicit sBlocks(std::size_t nSize) : aFirst(Inputs::RandomBytes(nSize)), aSecond(aFirst) {}
-
-    std::vector<unsigned char> aFirst;
-    std::vector<unsigned char> aSecond;
-};
-
-// Calls the function with both blocks and their size, of which the compiler knows nothing.
-template<class TFunction> void Measure(benchmark::State& oState, unsigned int uSize, TFunction fnFunction)
-{
-    sBlocks oBlocks(uSize);
-    unsigned char* const pFirst = Hide(oBlocks.aFirst.data());
-    unsigned char* const pSecond = Hide(oBlocks.aSecond.data());
-    uSize = Hide(uSize);
-    for (auto _ : oState)
-    {
-        fnFunction(pFirst, pSecond, uSize);
-        benchmark::ClobberMemory();
-    }
+    Use(TOVMemory::Compare(pFirst, pSecond, static_cast<unsigned int>(nSize)));
 }
 
-void Compare(unsigned char* pFirst, unsigned char* pSecond, unsigned int uSize)
+void FastCompare(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
-    Use(TOVMemory::Compare(pFirst, pSecond, uSize));
+    Use(TOVMemory::FastCompare(pFirst, pSecond, static_cast<unsigned int>(nSize)));
 }
 
-void FastCompare(unsigned char* pFirst, unsigned char* pSecond, unsigned int uSize)
+void Copy(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
-    Use(TOVMemory::FastCompare(pFirst, pSecond, uSize));
+    TOVMemory::Copy(pFirst, pSecond, static_cast<unsigned int>(nSize));
 }
 
-void Copy(unsigned char* pFirst, unsigned char* pSecond, unsigned int uSize)
+void Move(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
-    TOVMemory::Copy(pFirst, pSecond, uSize);
+    TOVMemory::Move(pFirst, pSecond, static_cast<unsigned int>(nSize));
 }
 
-void Move(unsigned char* pFirst, unsigned char* pSecond, unsigned int uSize)
+void Set(unsigned char* pFirst, unsigned char*, std::size_t nSize)
 {
-    TOVMemory::Move(pFirst, pSecond, uSize);
+    TOVMemory::Set(pFirst, 1, static_cast<unsigned int>(nSize));
 }
 
-void Set(unsigned char* pFirst, unsigned char*, unsigned int uSize)
+void CompareFlat(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
-    TOVMemory::Set(pFirst, 1, uSize);
+    Use(TOVMemory_Cmp(pFirst, pSecond, static_cast<unsigned short>(nSize)));
 }
 
-void CompareFlat(unsigned char* pFirst, unsigned char* pSecond, unsigned int uSize)
+void CopyFlat(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
-    Use(TOVMemory_Cmp(pFirst, pSecond, static_cast<unsigned short>(uSize)));
+    TOVMemory_Copy(pFirst, pSecond, static_cast<unsigned short>(nSize));
 }
 
-void CopyFlat(unsigned char* pFirst, unsigned char* pSecond, unsigned int uSize)
+void SetFlat(unsigned char* pFirst, unsigned char*, std::size_t nSize)
 {
-    TOVMemory_Copy(pFirst, pSecond, static_cast<unsigned short>(uSize));
-}
-
-void SetFlat(unsigned char* pFirst, unsigned char*, unsigned int uSize)
-{
-    TOVMemory_Set(pFirst, 1, static_cast<unsigned short>(uSize));
+    TOVMemory_Set(pFirst, 1, static_cast<unsigned short>(nSize));
 }
 } // namespace
 
 BENCH("memory/compare64B", KERNEL)
 {
-    Measure(oState, 64, Compare);
+    MeasureBlocks(oState, 64, Compare);
 }
 
 BENCH("memory/compare4K", KERNEL)
 {
-    Measure(oState, 4096, Compare);
+    MeasureBlocks(oState, 4096, Compare);
 }
 
 BENCH("memory/compare64B (FastCompare)", KERNEL)
 {
-    Measure(oState, 64, FastCompare);
+    MeasureBlocks(oState, 64, FastCompare);
 }
 
 BENCH("memory/compare4K (FastCompare)", KERNEL)
 {
-    Measure(oState, 4096, FastCompare);
+    MeasureBlocks(oState, 4096, FastCompare);
 }
 
 BENCH("memory/copy64B", KERNEL)
 {
-    Measure(oState, 64, Copy);
+    MeasureBlocks(oState, 64, Copy);
 }
 
 BENCH("memory/copy4K", KERNEL)
 {
-    Measure(oState, 4096, Copy);
+    MeasureBlocks(oState, 4096, Copy);
 }
 
 BENCH("memory/move4K", KERNEL)
 {
-    Measure(oState, 4096, Move);
+    MeasureBlocks(oState, 4096, Move);
 }
 
 BENCH("memory/set4K", KERNEL)
 {
-    Measure(oState, 4096, Set);
+    MeasureBlocks(oState, 4096, Set);
 }
 
 BENCH("memory/compare64B (flat, byte loop)", KERNEL)
 {
-    Measure(oState, 64, CompareFlat);
+    MeasureBlocks(oState, 64, CompareFlat);
 }
 
 BENCH("memory/copy64B (flat, byte loop)", KERNEL)
 {
-    Measure(oState, 64, CopyFlat);
+    MeasureBlocks(oState, 64, CopyFlat);
 }
 
 BENCH("memory/set64B (flat, byte loop)", KERNEL)
 {
-    Measure(oState, 64, SetFlat);
+    MeasureBlocks(oState, 64, SetFlat);
 }
 
 BENCH("memory/compare4K (flat, byte loop)", KERNEL)
 {
-    Measure(oState, 4096, CompareFlat);
+    MeasureBlocks(oState, 4096, CompareFlat);
 }
 
 BENCH("memory/copy4K (flat, byte loop)", KERNEL)
 {
-    Measure(oState, 4096, CopyFlat);
+    MeasureBlocks(oState, 4096, CopyFlat);
 }
 
 BENCH("memory/set4K (flat, byte loop)", KERNEL)
 {
-    Measure(oState, 4096, SetFlat);
+    MeasureBlocks(oState, 4096, SetFlat);
 }
 
 BENCH("memory/malloc+free 32B", KERNEL)

@@ -1,6 +1,7 @@
 // Rows of the C library.
 
 #include <Bench.h>
+#include <Blocks.h>
 #include <Inputs.h>
 #include <NumbersFile.h>
 
@@ -11,21 +12,6 @@ using namespace Inputs;
 
 namespace
 {
-// Calls the function with two blocks of the same bytes and their size, of which the compiler knows nothing.
-template<class TFunction> void Measure(benchmark::State& oState, std::size_t nSize, TFunction fnFunction)
-{
-    std::vector<unsigned char> aFirst = RandomBytes(nSize);
-    std::vector<unsigned char> aSecond = aFirst;
-    unsigned char* const pFirst = Hide(aFirst.data());
-    unsigned char* const pSecond = Hide(aSecond.data());
-    nSize = Hide(nSize);
-    for (auto _ : oState)
-    {
-        fnFunction(pFirst, pSecond, nSize);
-        benchmark::ClobberMemory();
-    }
-}
-
 void Compare(unsigned char* pFirst, unsigned char* pSecond, std::size_t nSize)
 {
     Use(std::memcmp(pFirst, pSecond, nSize));
@@ -136,37 +122,37 @@ BENCH("string/format_f (SNPrintf stack only)", "snprintf")
 
 BENCH("memory/compare64B", "memcmp")
 {
-    Measure(oState, 64, Compare);
+    MeasureBlocks(oState, 64, Compare);
 }
 
 BENCH("memory/compare4K", "memcmp")
 {
-    Measure(oState, 4096, Compare);
+    MeasureBlocks(oState, 4096, Compare);
 }
 
 BENCH("memory/copy64B", "memcpy")
 {
-    Measure(oState, 64, Copy);
+    MeasureBlocks(oState, 64, Copy);
 }
 
 BENCH("memory/copy4K", "memcpy")
 {
-    Measure(oState, 4096, Copy);
+    MeasureBlocks(oState, 4096, Copy);
 }
 
 BENCH("memory/move4K", "memmove")
 {
-    Measure(oState, 4096, Move);
+    MeasureBlocks(oState, 4096, Move);
 }
 
 BENCH("memory/set64B", "memset")
 {
-    Measure(oState, 64, Set);
+    MeasureBlocks(oState, 64, Set);
 }
 
 BENCH("memory/set4K", "memset")
 {
-    Measure(oState, 4096, Set);
+    MeasureBlocks(oState, 4096, Set);
 }
 
 BENCH("memory/malloc+free 32B", "malloc")
