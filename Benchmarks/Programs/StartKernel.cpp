@@ -1,9 +1,12 @@
-// The same as StartRuntime, with the library.
+// StartRuntime, which uses the library as well.
 
 #include <TOVString/TOVStringA.h>
 
+#include <string>
+
 int main(int argc, char** argv)
 {
-    const CTOVStringA oName(argc > 0 ? argv[0] : "");
-    return oName.IsEmpty() ? 1 : 0;
+    const std::string sName(argc > 0 ? argv[0] : "");
+    const CTOVStringA oName(sName.c_str());
+    return sName.empty() || oName.IsEmpty() ? 1 : 0;
 }
