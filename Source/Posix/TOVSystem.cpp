@@ -129,9 +129,9 @@ bool IsDebuggerAttached()
     char szStatus[2048];
     const ssize_t nRead = ::read(oStatus, szStatus, sizeof(szStatus) - 1);
     szStatus[nRead > 0 ? nRead : 0] = '\0';
-    const char szKey[] = "TracerPid:";
+    const char szKey[] = "TracerPid:\t";
     const char* szTracer = std::strstr(szStatus, szKey);
-    return szTracer != nullptr && std::atoi(szTracer + sizeof(szKey) - 1) != 0;
+    return szTracer != nullptr && szTracer[sizeof(szKey) - 1] != '0';
 }
 
 eAnswer AskYesNoCancel(const char* szText, const char* szCaption)

@@ -7,7 +7,8 @@
 
 namespace TOVTest
 {
-// Returns the function that the main program exports under a plain name, or null.
+// Returns the function that the main program exports under a plain name, or null. The answer is the same throughout the
+// life of the process: keep it, as the loader compares many names for it.
 template<class TFunction> TFunction* FindProgramFunction(const char* szFunction)
 {
     return reinterpret_cast<TFunction*>(TOVPlatform::Backend::FindInMainProgram(szFunction));

@@ -79,13 +79,13 @@ void CTOVTestListener::FailedAssertThrowsNot(const char* /*szFile*/, long /*lLin
 
 CTOVTestListener& CTOVTestListener::Null()
 {
-    const auto pfOfProgram = FindProgramFunction<decltype(GetNull)>("GetNull");
+    static const auto pfOfProgram = FindProgramFunction<decltype(GetNull)>("GetNull");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnNull();
 }
 
 CTOVTestListener& CTOVTestListener::Instance()
 {
-    const auto pfOfProgram = FindProgramFunction<decltype(GetListener)>("GetListener");
+    static const auto pfOfProgram = FindProgramFunction<decltype(GetListener)>("GetListener");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnListener();
 }
 

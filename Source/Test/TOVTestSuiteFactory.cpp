@@ -62,8 +62,8 @@ bool CTOVTestSuiteFactory::HasClass(const char* szName)
 
 tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
 {
-    // Settled: the program's map is looked up at each call, so that all use one map as soon as the program exports one.
-    const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
+    // Every call follows the program's rule. What it exports never changes, so that one look is enough.
+    static const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnCreatorMap();
 }
 } // namespace TOVTest
