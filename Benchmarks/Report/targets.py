@@ -106,7 +106,7 @@ def complain(rows, results):
 
 
 def read_remarks(path):
-    """Returns {row: paragraph}, of a document whose headings of the second level name rows."""
+    """Returns {name: paragraph}, of a document whose headings of the second level name rows and whatever else."""
     remarks = {}
     for part in re.split(r"^## ", path.read_text(encoding="utf-8"), flags=re.M)[1:]:
         heading, _, paragraph = part.partition("\n")
