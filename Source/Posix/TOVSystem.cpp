@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace TOVPlatform
@@ -122,6 +123,12 @@ void ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLi
 
 bool IsDebuggerAttached()
 {
+    // A debugger stops whom it attaches to, and a stop counts as giving the processor up. A process that has never done
+    // so has none, which spares the start of a program its first look into /proc: a quarter of what the library adds.
+    struct rusage oUsage;
+    if (::getrusage(RUSAGE_SELF, &oUsage) == 0 && oUsage.ru_nvcsw == 0)
+        return false;
+
     const CDescriptor oStatus(::open("/proc/self/status", O_RDONLY | O_CLOEXEC));
     if (oStatus < 0)
         return false;

@@ -15,6 +15,13 @@ void LogLine()
     TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "text");
 }
 
+// A debugger stops whom it attaches to. To become a tracer's process does not; a sleep stands for the stop.
+void BecomeTraced()
+{
+    ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    ::usleep(1);
+}
+
 // Logs until something arrives at the other end of standard error.
 bool IsNoticed(int nOtherEnd)
 {
@@ -34,7 +41,7 @@ TOV_CHILD(IsAttachedWhileItLogs)
     LogLine();
     pollfd oPoll = {aEnds[0], POLLIN, 0};
     std::printf("%s", ::poll(&oPoll, 1, 0) == 0 ? "silent, " : "loud, ");
-    ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    BecomeTraced();
     std::printf("%s", IsNoticed(aEnds[0]) ? "noticed" : "not noticed");
 }
 
@@ -49,7 +56,7 @@ TOV_CHILD(ForksAndTracesTheChild)
     const pid_t nChild = ::fork();
     if (nChild == 0)
     {
-        ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        BecomeTraced();
         LogLine();
         ::_exit(0);
     }
