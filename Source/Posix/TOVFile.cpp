@@ -1,5 +1,6 @@
 #include <TOVPlatform/Backend/TOVFile.h>
 
+#include <Posix/Base/TOVStreamOwner.h>
 #include <Posix/Files/TOVFileName.h>
 #include <Posix/Files/TOVFileSearch.h>
 #include <Posix/Files/TOVFileStatus.h>
@@ -55,9 +56,25 @@ bool IsDirectory(int nFile)
     struct stat oStat;
     return ::fstat(nFile, &oStat) == 0 && S_ISDIR(oStat.st_mode);
 }
+
+// Whether the buffer's rest holds so many bytes, and at least one. In a stream that is not ready for this direction,
+// or whose lines are written one by one, the rest is empty or its end comes first.
+bool Fits(std::size_t ulBytes, const char* pBegin, const char* pEnd)
+{
+    return pBegin < pEnd && ulBytes - 1 < static_cast<std::size_t>(pEnd - pBegin);
+}
+
+// Copies without a call what an element is most often.
+void CopyFew(void* pTo, const void* pFrom, std::size_t ulBytes)
+{
+    if (ulBytes == 4)
+        std::memcpy(pTo, pFrom, 4);
+    else
+        std::memcpy(pTo, pFrom, ulBytes);
+}
 } // namespace
 
-void RaiseStreamLimit(unsigned long ulStreams)
+void PrepareStreams(unsigned long ulStreams)
 {
     // The rest of the process is left as many descriptors again.
     const rlim_t ulNeeded = static_cast<rlim_t>(ulStreams) * 2;
@@ -68,6 +85,7 @@ void RaiseStreamLimit(unsigned long ulStreams)
         oLimit.rlim_cur = oLimit.rlim_max;
         ::setrlimit(RLIMIT_NOFILE, &oLimit);
     }
+    CStreamOwner::Prepare();
 }
 
 FILE* OpenStream(const char* szName, const char* szMode)
@@ -88,6 +106,56 @@ FILE* OpenStream(const char* szName, const char* szMode)
         return nullptr;
     }
     return pFile;
+}
+
+void AdmitStream(tHandle hFile)
+{
+    s_aStreamOwners[hFile].Admit();
+}
+
+bool EnterStream(tHandle hFile)
+{
+    return s_aStreamOwners[hFile].Enter();
+}
+
+void LeaveStream(tHandle hFile)
+{
+    s_aStreamOwners[hFile].Leave();
+}
+
+void ShareStream(tHandle hFile)
+{
+    s_aStreamOwners[hFile].Share();
+}
+
+std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ulSize, std::size_t ulCount)
+{
+    const COwnerScope oOwner(s_aStreamOwners[hFile]);
+    if (!oOwner.HasEntered())
+        return ::fread(pBuffer, ulSize, ulCount, pFile);
+
+    const std::size_t ulBytes = ulSize * ulCount;
+    if (!Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
+        return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
+
+    CopyFew(pBuffer, pFile->_IO_read_ptr, ulBytes);
+    pFile->_IO_read_ptr += ulBytes;
+    return ulCount;
+}
+
+std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::size_t ulSize, std::size_t ulCount)
+{
+    const COwnerScope oOwner(s_aStreamOwners[hFile]);
+    if (!oOwner.HasEntered())
+        return ::fwrite(pBuffer, ulSize, ulCount, pFile);
+
+    const std::size_t ulBytes = ulSize * ulCount;
+    if (!Fits(ulBytes, pFile->_IO_write_ptr, pFile->_IO_write_end))
+        return ::fwrite_unlocked(pBuffer, ulSize, ulCount, pFile);
+
+    CopyFew(pFile->_IO_write_ptr, pBuffer, ulBytes);
+    pFile->_IO_write_ptr += ulBytes;
+    return ulCount;
 }
 
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)

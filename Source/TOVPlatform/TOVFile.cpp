@@ -19,15 +19,44 @@ namespace TOVPlatform
 {
 namespace TOVFile
 {
+// One use of the stream in a slot by the calling thread, which may use it without its lock until the use ends.
+class CStreamUse
+{
+public:
+    explicit CStreamUse(tHandle hFile)
+        : m_pFile(FindStream(hFile)), m_hFile(hFile),
+          m_bEntered(m_pFile != nullptr && Backend::File::EnterStream(hFile))
+    {
+    }
+
+    ~CStreamUse()
+    {
+        if (m_bEntered)
+            Backend::File::LeaveStream(m_hFile);
+    }
+
+    CStreamUse(const CStreamUse&) = delete;
+    CStreamUse& operator=(const CStreamUse&) = delete;
+
+    operator FILE*() const { return m_pFile; }
+
+    // The stream in a slot of the library's table, or null.
+    static FILE* FindStream(tHandle hFile)
+    {
+        const CTOVHandleManager& oManager = CTOVHandleManager::Instance();
+        oManager.CheckHandle(hFile);
+        return Load(oManager.m_pFiles[hFile]);
+    }
+
+private:
+    FILE* const m_pFile;
+    const tHandle m_hFile;
+    const bool m_bEntered;
+};
+
 namespace
 {
-constexpr unsigned long MAX_HANDLES = 1024;
 constexpr long MAX_POSITION = 0x7FFFFFFF;
-
-FILE* GetFile(tHandle hFile)
-{
-    return CTOVHandleManager::Instance().GetFile(hFile);
-}
 
 // Counts are 32-bit numbers on both platforms.
 std::size_t ToCount(long lCount)
@@ -53,13 +82,18 @@ int ToOrigin(eSeekOrigin eOrigin)
     }
 }
 
-// Closes the stream and frees the slot. The runtime frees the stream even if its last flush fails.
-bool EndStream(tHandle hFile, FILE* pFile)
+// Closes the stream. The runtime frees it even if its last flush fails.
+bool CloseStream(FILE* pFile)
 {
     std::clearerr(pFile); // some versions of the runtime report an earlier error as a failure to close
-    const bool bClosed = std::fclose(pFile) == 0;
-    CTOVHandleManager::Instance().ClearHandle(hFile);
-    return bClosed;
+    return std::fclose(pFile) == 0;
+}
+
+// Called before the program gets the stream of a slot, or puts its own there.
+void ShareStream(const CTOVHandleManager& oManager, tHandle hFile)
+{
+    if (&oManager == &CTOVHandleManager::Instance())
+        Backend::File::ShareStream(hFile);
 }
 
 // Moves to the next letter if the text begins with one of these.
@@ -117,31 +151,42 @@ tHandle Open(const char* szName, const char* szMode)
         return FILE_INVALID_HANDLE;
 
     const tHandle hFile = oManager.AddFile(pFile);
-    if (hFile == FILE_INVALID_HANDLE) // other threads have taken the last slots in the meantime
+    if (hFile != FILE_INVALID_HANDLE)
+        Backend::File::AdmitStream(hFile);
+    else // other threads have taken the last slots in the meantime
         std::fclose(pFile);
     return hFile;
 }
 
 eFileErrorCode Close(tHandle hFile)
 {
-    FILE* pFile = GetFile(hFile);
+    bool bClosed;
+    {
+        const CStreamUse oStream(hFile);
 
-    // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
-    if (pFile == nullptr || !Backend::File::FlushBeforeClose(pFile))
-        return eFileFailure;
-
-    return ToErrorCode(EndStream(hFile, pFile));
+        // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
+        if (oStream == nullptr || !Backend::File::FlushBeforeClose(oStream))
+            return eFileFailure;
+        bClosed = CloseStream(oStream);
+    }
+    CTOVHandleManager::Instance().ClearHandle(hFile);
+    return ToErrorCode(bClosed);
 }
 
 void Discard(tHandle hFile)
 {
-    if (FILE* pFile = GetFile(hFile))
-        EndStream(hFile, pFile);
+    {
+        const CStreamUse oStream(hFile);
+        if (oStream == nullptr)
+            return;
+        CloseStream(oStream);
+    }
+    CTOVHandleManager::Instance().ClearHandle(hFile);
 }
 
 long GetSizeOfUnused(tHandle hFile)
 {
-    FILE* pFile = GetFile(hFile);
+    FILE* pFile = CStreamUse::FindStream(hFile);
     if (pFile == nullptr)
         return -1;
 
@@ -151,26 +196,29 @@ long GetSizeOfUnused(tHandle hFile)
 
 unsigned long Read(tHandle hFile, void* pBuffer, long lElementSize, long lElementCount)
 {
-    FILE* pFile = GetFile(hFile);
+    FILE* pFile = CStreamUse::FindStream(hFile);
     if (pFile == nullptr || pBuffer == nullptr)
         return 0;
 
-    return static_cast<unsigned long>(std::fread(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
+    const std::size_t ulSize = ToCount(lElementSize);
+    return static_cast<unsigned long>(Backend::File::ReadStream(hFile, pFile, pBuffer, ulSize, ToCount(lElementCount)));
 }
 
 unsigned long Write(tHandle hFile, const void* pBuffer, long lElementSize, long lElementCount)
 {
-    FILE* pFile = GetFile(hFile);
+    FILE* pFile = CStreamUse::FindStream(hFile);
     if (pFile == nullptr || pBuffer == nullptr)
         return 0;
 
-    return static_cast<unsigned long>(std::fwrite(pBuffer, ToCount(lElementSize), ToCount(lElementCount), pFile));
+    const std::size_t ulSize = ToCount(lElementSize);
+    return static_cast<unsigned long>(
+        Backend::File::WriteStream(hFile, pFile, pBuffer, ulSize, ToCount(lElementCount)));
 }
 
 eFileErrorCode Gets(tHandle hFile, char* szBuffer, int nSize)
 {
-    FILE* pFile = GetFile(hFile);
-    if (pFile == nullptr || szBuffer == nullptr || nSize <= 0)
+    const CStreamUse oStream(hFile);
+    if (oStream == nullptr || szBuffer == nullptr || nSize <= 0)
         return eFileFailure;
 
     // Runtimes differ in whether a line fits where there is room only for its terminator.
@@ -180,18 +228,18 @@ eFileErrorCode Gets(tHandle hFile, char* szBuffer, int nSize)
         return eFileSuccess;
     }
 
-    return ToErrorCode(std::fgets(szBuffer, nSize, pFile) != nullptr);
+    return ToErrorCode(std::fgets(szBuffer, nSize, oStream) != nullptr);
 }
 
 eFileErrorCode Puts(tHandle hFile, const char* szText)
 {
-    FILE* pFile = GetFile(hFile);
-    if (pFile == nullptr)
+    const CStreamUse oStream(hFile);
+    if (oStream == nullptr)
         return eFileFailure;
 
     // Settled: the result of fputs is read as if it were the pointer of fgets, and so is turned around. Runtimes differ
     // in the value of 0 or more that they return for a written text, so all of them count as zero.
-    return ToErrorCode(szText == nullptr || std::fputs(szText, pFile) < 0);
+    return ToErrorCode(szText == nullptr || std::fputs(szText, oStream) < 0);
 }
 
 long Printf(tHandle hFile, const char* szFormat, ...)
@@ -205,36 +253,36 @@ long Printf(tHandle hFile, const char* szFormat, ...)
 
 long Vprintf(tHandle hFile, const char* szFormat, va_list pArguments)
 {
-    FILE* pFile = GetFile(hFile);
-    if (pFile == nullptr || szFormat == nullptr)
+    const CStreamUse oStream(hFile);
+    if (oStream == nullptr || szFormat == nullptr)
         return -1;
 
-    return Backend::File::PrintStream(pFile, szFormat, pArguments);
+    return Backend::File::PrintStream(oStream, szFormat, pArguments);
 }
 
 long Tell(tHandle hFile)
 {
-    FILE* pFile = GetFile(hFile);
-    if (pFile == nullptr)
+    const CStreamUse oStream(hFile);
+    if (oStream == nullptr)
         return -1;
 
-    const long long llPosition = Backend::File::GetPosition(pFile);
+    const long long llPosition = Backend::File::GetPosition(oStream);
     return llPosition <= MAX_POSITION ? static_cast<long>(llPosition) : -1;
 }
 
 eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin)
 {
-    FILE* pFile = GetFile(hFile);
-    if (pFile == nullptr)
+    const CStreamUse oStream(hFile);
+    if (oStream == nullptr)
         return eFileFailure;
 
-    return ToErrorCode(Backend::File::Seek(pFile, static_cast<int>(lOffset), ToOrigin(eOrigin)));
+    return ToErrorCode(Backend::File::Seek(oStream, static_cast<int>(lOffset), ToOrigin(eOrigin)));
 }
 
 eFileErrorCode Flush(tHandle hFile)
 {
-    FILE* pFile = GetFile(hFile);
-    return ToErrorCode(pFile != nullptr && std::fflush(pFile) == 0);
+    const CStreamUse oStream(hFile);
+    return ToErrorCode(oStream != nullptr && std::fflush(oStream) == 0);
 }
 
 eFileErrorCode Delete(const char* szName)
@@ -303,7 +351,7 @@ CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(null
 {
     m_pFiles = new FILE*[ulMaxHandles + std::size_t(1)]();
     m_ulMaxHandles = ulMaxHandles;
-    Backend::File::RaiseStreamLimit(ulMaxHandles);
+    Backend::File::PrepareStreams(ulMaxHandles);
 }
 
 CTOVHandleManager::~CTOVHandleManager()
@@ -318,7 +366,7 @@ CTOVHandleManager& CTOVHandleManager::Instance()
 
 CTOVHandleManager* CTOVHandleManager::CreateInstance()
 {
-    return new CTOVHandleManager(MAX_HANDLES);
+    return new CTOVHandleManager(Backend::File::MAX_HANDLES);
 }
 
 tHandle CTOVHandleManager::FindFreeHandle()
@@ -332,7 +380,10 @@ tHandle CTOVHandleManager::AddFile(FILE* pFile)
     m_oLock.Enter();
     const tHandle hFree = FindFreeSlot();
     if (hFree != FILE_INVALID_HANDLE)
+    {
+        ShareStream(*this, hFree);
         Store(m_pFiles[hFree], pFile);
+    }
     m_oLock.Leave();
     return hFree;
 }
@@ -368,19 +419,20 @@ void CTOVHandleManager::CheckHandle(tHandle hHandle) const
 void CTOVHandleManager::SetFile(tHandle hHandle, FILE* pFile)
 {
     CheckHandle(hHandle);
+    ShareStream(*this, hHandle);
     Store(m_pFiles[hHandle], pFile);
 }
 
 FILE* CTOVHandleManager::GetFile(tHandle hHandle)
 {
     CheckHandle(hHandle);
+    ShareStream(*this, hHandle);
     return Load(m_pFiles[hHandle]);
 }
 
 void CTOVHandleManager::ClearHandle(tHandle hHandle)
 {
-    CheckHandle(hHandle);
-    Store(m_pFiles[hHandle], static_cast<FILE*>(nullptr));
+    SetFile(hHandle, nullptr);
 }
 } // namespace TOVFile
 

@@ -98,7 +98,7 @@ void Fill(sTOVFindData& oFindData, const WIN32_FIND_DATAA& oNative)
 }
 } // namespace
 
-void RaiseStreamLimit(unsigned long ulStreams)
+void PrepareStreams(unsigned long ulStreams)
 {
     // The rest of the process is left as many streams again, up to the largest limit that every version of the runtime
     // accepts.
@@ -120,6 +120,34 @@ FILE* OpenStream(const char* szName, const char* szMode)
     if (std::strchr(szMode, 'b') != nullptr)
         return fopen(szName, "rb");
     return fopen(szName, "r");
+}
+
+// The runtime's locks are left in force.
+void AdmitStream(tHandle /*hFile*/)
+{
+}
+
+bool EnterStream(tHandle /*hFile*/)
+{
+    return false;
+}
+
+void LeaveStream(tHandle /*hFile*/)
+{
+}
+
+void ShareStream(tHandle /*hFile*/)
+{
+}
+
+std::size_t ReadStream(tHandle /*hFile*/, FILE* pFile, void* pBuffer, std::size_t ulSize, std::size_t ulCount)
+{
+    return fread(pBuffer, ulSize, ulCount, pFile);
+}
+
+std::size_t WriteStream(tHandle /*hFile*/, FILE* pFile, const void* pBuffer, std::size_t ulSize, std::size_t ulCount)
+{
+    return fwrite(pBuffer, ulSize, ulCount, pFile);
 }
 
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)

@@ -1,6 +1,7 @@
 #include <Posix/Waits/TOVFork.h>
 
 #include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Base/TOVStreamOwner.h>
 #include <Posix/Waits/TOVThreadRecord.h>
 #include <Posix/Waits/TOVTimeEventService.h>
 
@@ -28,6 +29,7 @@ void AfterForkInChild()
 {
     ContinueAlone();
     s_oTimeEventService.Forget();
+    CStreamOwner::ForgetOtherThreads();
     AfterFork();
 }
 } // namespace

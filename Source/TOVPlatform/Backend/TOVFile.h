@@ -15,18 +15,41 @@ namespace TOVPlatform
 // a stream is open, and the handle of a search is neither 0 nor FILE_INVALID_HANDLE. A name is passed as the caller
 // wrote it; on a system whose names differ from those of Windows, the port translates it. No function logs or checks.
 //
-// Any thread may call any function. One stream or search is used by one thread at a time.
+// Any thread may call any function. Several threads may use one stream; one search is used by one thread at a time.
 namespace Backend
 {
 namespace File
 {
-// Raises the limit of open streams so that the process can have ulStreams of them in addition to those that it needs
-// for other purposes, as far as the system allows it. A limit is never lowered.
-void RaiseStreamLimit(unsigned long ulStreams);
+// The slots of the library's own table.
+constexpr unsigned long MAX_HANDLES = 1024;
+
+// Called when a table is made. Raises the limit of open streams so that the process can have ulStreams of them in
+// addition to those that it needs for other purposes, as far as the system allows it. A limit is never lowered.
+void PrepareStreams(unsigned long ulStreams);
 
 // Opens a stream by one of the modes that TOVFile::Open knows. Returns null on failure. A directory is refused, and so
 // is a read-only file that is to be written, even where the user's rights would allow it.
 FILE* OpenStream(const char* szName, const char* szMode);
+
+// The runtime locks a stream in each of its functions. A backend may do without that as long as one thread uses the
+// stream and only the library knows it. These functions say so of the stream in a slot of the library's own table:
+//
+//   AdmitStream   Open has put a new stream into the slot.
+//   EnterStream   The calling thread begins a use, during which it calls the functions below. If the result is true, it
+//                 may use the stream without its lock, and must call LeaveStream after the use. If other threads have
+//                 used the stream so, this function waits until they have left it.
+//   ShareStream   The program gets the stream, or its slot is emptied. Waits in the same way. From now on, each use
+//                 locks. Most slots have been shared before.
+//
+// A backend that leaves it to the runtime does nothing and returns false.
+void AdmitStream(tHandle hFile);
+bool EnterStream(tHandle hFile);
+void LeaveStream(tHandle hFile);
+void ShareStream(tHandle hFile);
+
+// These are fread and fwrite for the stream in a slot. They enter and leave it themselves.
+std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ulSize, std::size_t ulCount);
+std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::size_t ulSize, std::size_t ulCount);
 
 // Writes the text that TOVStringA::VSNPrintf makes. Returns its length in characters, negative on error.
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments);

@@ -1,0 +1,106 @@
+// A thread that uses a file without its lock, while it sleeps in the system, and in the child of a fork.
+#include "Support/Posix/TOVForkedChild.h"
+#include "Support/TOVBlockableThread.h"
+#include "Support/TOVWaitInstruments.h"
+#include "TOVPlatform/TOVFileInstruments.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace File = TOVPlatform::TOVFile;
+
+namespace
+{
+class TOVPlatformFileOwnerTest : public CFileFixture
+{
+protected:
+    TOVPlatformFileOwnerTest() : m_sPipe(Path("pipe"))
+    {
+        EXPECT_EQ(0, ::mkfifo(m_sPipe.c_str(), 0600));
+        m_nWriter = ::open(m_sPipe.c_str(), O_RDWR | O_CLOEXEC);
+        m_hPipe = Open("pipe", "rb");
+    }
+
+    ~TOVPlatformFileOwnerTest() override { ::close(m_nWriter); }
+
+    void Send(const char* szText) const
+    {
+        EXPECT_EQ(static_cast<ssize_t>(std::string(szText).size()),
+                  ::write(m_nWriter, szText, std::string(szText).size()));
+    }
+
+    char Receive() const
+    {
+        char cRead = '?';
+        EXPECT_EQ(1u, File::Read(m_hPipe, &cRead, 1, 1));
+        return cRead;
+    }
+
+    const std::string m_sPipe;
+    int m_nWriter;
+    unsigned long long m_hPipe;
+};
+} // namespace
+
+TEST_F(TOVPlatformFileOwnerTest, IsWaitedForWhileItSleeps)
+{
+    char cFirst = '?';
+    CBlockableThread oOwner([&] { cFirst = Receive(); });
+    ASSERT_TRUE(oOwner.IsBlocked());
+    char cSecond = '?';
+    CBlockableThread oOther([&] { cSecond = Receive(); });
+    EXPECT_TRUE(oOther.IsBlocked());
+    CBlockableThread oProgram([&] { File::CTOVHandleManager::Instance().GetFile(m_hPipe); });
+    EXPECT_TRUE(oProgram.IsBlocked());
+
+    Send("ab");
+
+    EXPECT_TRUE(oOwner.Finishes());
+    EXPECT_TRUE(oOther.Finishes());
+    EXPECT_TRUE(oProgram.Finishes());
+    EXPECT_EQ('a' + 'b', cFirst + cSecond);
+}
+
+TEST_F(TOVPlatformFileOwnerTest, IsForgottenInAChildThoughItSleptThere)
+{
+    CBlockableThread oOwner([&] { Receive(); });
+    ASSERT_TRUE(oOwner.IsBlocked());
+
+    EXPECT_TRUE(IsTrueInFork([&] { return File::Close(m_hPipe) == File::eFileSuccess; }));
+
+    Send("a");
+    EXPECT_TRUE(oOwner.Finishes());
+}
+
+TEST_F(TOVPlatformFileOwnerTest, OwnsOnInAChildWhatItOwned)
+{
+    const unsigned long long hFile = OpenWith("", "wb");
+    EXPECT_EQ(2u, File::Write(hFile, "ab", 1, 2));
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        bool bTaken = File::Write(hFile, "cd", 1, 2) == 2;
+        if (TOV_CAN_FORK_AND_THREAD)
+        {
+            CWorker oOther;
+            oOther.Do([&] { bTaken = bTaken && File::Write(hFile, "ef", 1, 2) == 2; });
+        }
+        return bTaken && File::Write(hFile, "gh", 1, 2) == 2 && File::Flush(hFile) == File::eFileSuccess;
+    }));
+
+    const std::string sExpected = TOV_CAN_FORK_AND_THREAD ? "abcdefgh" : "abcdgh";
+    EXPECT_EQ(sExpected, ReadWholeFile(Path("contents")));
+}
+
+TEST_F(TOVPlatformFileOwnerTest, LeavesTheStreamToChildrenWhileItWrites)
+{
+    constexpr int FORKS = 100;
+    const unsigned long long hFile = OpenWith("", "wb");
+    const auto fnWrite = [hFile] {
+        const int nNumber = 1;
+        return File::Write(hFile, &nNumber, sizeof nNumber, 1) == 1;
+    };
+
+    EXPECT_EQ(FORKS, CountForksAmid(
+                         FORKS, [&] { fnWrite(); }, fnWrite));
+}
