@@ -68,6 +68,9 @@ public:
     CTOVFileStream& operator=(const CTOVFileStream& oOther);
 
 private:
+    friend class CTOVReadFileStream;
+    friend class CTOVWriteFileStream;
+
     void SetVersion(int nVersion);
     void PushVersion(int nVersion);
     int PopVersion();

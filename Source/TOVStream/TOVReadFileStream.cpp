@@ -55,7 +55,8 @@ CTOVReadFileStream::~CTOVReadFileStream()
 
 void CTOVReadFileStream::Read(void* pBuffer, unsigned long long ullSize)
 {
-    m_pStream->Read(pBuffer, ullSize);
+    // The inner stream and its file are of known classes, and the stream always loads.
+    m_pStream->m_pFile->CTOVFile::Read(pBuffer, ullSize);
 }
 
 void CTOVReadFileStream::Write(const void* /*pBuffer*/, unsigned long long /*ullSize*/)
@@ -81,11 +82,6 @@ void CTOVReadFileStream::SerializeEnd()
     if (m_pStream->IsStoring())
         throw ReadFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeEnd();
-}
-
-int CTOVReadFileStream::GetMode() const
-{
-    return m_nMode;
 }
 
 unsigned long long CTOVReadFileStream::Tell() const

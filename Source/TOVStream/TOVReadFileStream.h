@@ -62,3 +62,8 @@ private:
     CTOVFileStream* m_pStream;
     int m_nMode;
 };
+
+TOV_EXPORT_INLINE int CTOVReadFileStream::GetMode() const
+{
+    return m_nMode;
+}

@@ -11,11 +11,6 @@ ITOVStream::ITOVStream() = default;
 ITOVStream::ITOVStream(const ITOVStream& oOther) = default;
 ITOVStream& ITOVStream::operator=(const ITOVStream& oOther) = default;
 
-int ITOVStream::GetFormat() const
-{
-    return GetMode() & eStreamModeFormat;
-}
-
 bool ITOVStream::IsLoading() const
 {
     return (GetMode() & eStreamModeLoading) != 0;

@@ -82,6 +82,11 @@ public:
     ITOVStream& operator=(const ITOVStream& oOther);
 };
 
+TOV_EXPORT_INLINE int ITOVStream::GetFormat() const
+{
+    return GetMode() & eStreamModeFormat;
+}
+
 // TOVStream/TOVStreamTraits.h defines the representations of a type.
 template<class T> class TOVStreamTraitsASCII;
 template<class T> class TOVStreamTraitsBinary;

@@ -64,7 +64,8 @@ void CTOVWriteFileStream::Read(void* /*pBuffer*/, unsigned long long /*ullSize*/
 
 void CTOVWriteFileStream::Write(const void* pBuffer, unsigned long long ullSize)
 {
-    m_pStream->Write(pBuffer, ullSize);
+    // The inner stream and its file are of known classes, and the stream always saves.
+    m_pStream->m_pFile->CTOVFile::Write(pBuffer, ullSize);
 }
 
 void CTOVWriteFileStream::Seek(long long /*llOffset*/, TOVPlatform::TOVFile::eSeekOrigin /*eOrigin*/)
@@ -85,11 +86,6 @@ void CTOVWriteFileStream::SerializeEnd()
     if (!m_pStream->IsStoring())
         throw WriteFileStreamException(WRONG_DIRECTION);
     m_pStream->SerializeEnd();
-}
-
-int CTOVWriteFileStream::GetMode() const
-{
-    return m_nMode;
 }
 
 unsigned long long CTOVWriteFileStream::Tell() const

@@ -65,3 +65,8 @@ private:
     CTOVFileStream* m_pStream;
     int m_nMode;
 };
+
+TOV_EXPORT_INLINE int CTOVWriteFileStream::GetMode() const
+{
+    return m_nMode;
+}
