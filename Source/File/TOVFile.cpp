@@ -5,6 +5,9 @@
 #include <File/TOVVirtualFileSystem.h>
 #include <Path/TOVPath.h>
 #include <TOVPlatform/TOVFileDiscard.h>
+#include <TOVString/TOVStringId.h>
+
+#include <cstring>
 
 namespace
 {
@@ -53,6 +56,18 @@ void BuildMode(char (&szMode)[MAX_MODE], int nFlags)
     *pMode = 0;
 }
 
+// Whether the virtual file system can make another name of this one: of the id of a text, or of a text with a colon.
+bool CanHaveAssign(const char* szFileName)
+{
+    return !IsText(szFileName) || std::strchr(szFileName, ':') != nullptr;
+}
+
+tHandle OpenResolved(const char* szFileName, const char* szMode)
+{
+    const CTOVPath oPath = CTOVVirtualFileSystem::Instance().ResolvePath(CTOVPath(szFileName));
+    return TOVPlatform::TOVFile::Open(~oPath, szMode);
+}
+
 // Cuts a block size or an offset to its low 32 bits, in the type that the platform layer takes.
 long ToLong(unsigned long long ullValue)
 {
@@ -89,12 +104,14 @@ CTOVFile::~CTOVFile()
 
 void CTOVFile::Open(const char* szFileName, int nFlags)
 {
-    const CTOVPath oPath = CTOVVirtualFileSystem::Instance().ResolvePath(CTOVPath(szFileName));
     char szMode[MAX_MODE];
     BuildMode(szMode, nFlags);
 
     // Settled: the handle of a file that is already open is overwritten, not closed.
-    m_hFile = TOVPlatform::TOVFile::Open(~oPath, szMode);
+    if (CanHaveAssign(szFileName))
+        m_hFile = OpenResolved(szFileName, szMode);
+    else
+        m_hFile = TOVPlatform::TOVFile::Open(szFileName, szMode);
     if (m_hFile == FILE_INVALID_HANDLE)
     {
         TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityTrace, "%s", OPEN_FAILED);

@@ -99,8 +99,9 @@ FILE* OpenStream(const char* szName, const char* szMode)
     if (bWrites && ::stat(oName, &oStat) == 0 && IsReadOnlyFile(oStat.st_mode))
         return nullptr;
 
+    // The system itself refuses to open a directory for writing.
     FILE* pFile = ::fopen(oName, szPlainMode);
-    if (pFile != nullptr && IsDirectory(::fileno(pFile)))
+    if (pFile != nullptr && !bWrites && IsDirectory(::fileno(pFile)))
     {
         ::fclose(pFile);
         return nullptr;
@@ -189,6 +190,13 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 bool FlushBeforeClose(FILE* pFile)
 {
     return ::__fpending(pFile) == 0 || ::fflush(pFile) == 0;
+}
+
+
+bool CloseStream(FILE* pFile)
+{
+    ::clearerr_unlocked(pFile); // the runtime reports an earlier error as a failure to close
+    return ::fclose(pFile) == 0;
 }
 
 long long GetPosition(FILE* pFile)

@@ -82,13 +82,6 @@ int ToOrigin(eSeekOrigin eOrigin)
     }
 }
 
-// Closes the stream. The runtime frees it even if its last flush fails.
-bool CloseStream(FILE* pFile)
-{
-    std::clearerr(pFile); // some versions of the runtime report an earlier error as a failure to close
-    return std::fclose(pFile) == 0;
-}
-
 // Called before the program gets the stream of a slot, or puts its own there.
 void ShareStream(const CTOVHandleManager& oManager, tHandle hFile)
 {
@@ -167,7 +160,7 @@ eFileErrorCode Close(tHandle hFile)
         // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
         if (oStream == nullptr || !Backend::File::FlushBeforeClose(oStream))
             return eFileFailure;
-        bClosed = CloseStream(oStream);
+        bClosed = Backend::File::CloseStream(oStream);
     }
     CTOVHandleManager::Instance().ClearHandle(hFile);
     return ToErrorCode(bClosed);
@@ -179,7 +172,7 @@ void Discard(tHandle hFile)
         const CStreamUse oStream(hFile);
         if (oStream == nullptr)
             return;
-        CloseStream(oStream);
+        Backend::File::CloseStream(oStream);
     }
     CTOVHandleManager::Instance().ClearHandle(hFile);
 }

@@ -165,6 +165,12 @@ bool FlushBeforeClose(FILE* pFile)
     return fflush(pFile) == 0;
 }
 
+bool CloseStream(FILE* pFile)
+{
+    clearerr(pFile); // some versions of the runtime report an earlier error as a failure to close
+    return fclose(pFile) == 0;
+}
+
 long long GetPosition(FILE* pFile)
 {
     // ftell would not do: some versions of the runtime cut the position to its 32 bits.
