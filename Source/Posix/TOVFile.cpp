@@ -7,8 +7,10 @@
 #include <TOVPlatform/Backend/TOVFormat.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include <stdio.h>
 #include <stdio_ext.h>
@@ -35,6 +37,9 @@ constexpr std::size_t MAX_PART = 256;
 // Printed texts up to here need no block from the heap.
 constexpr int SHORT_TEXT = 512;
 
+// The runtime chooses the same on most file systems.
+constexpr std::size_t BUFFER_SIZE = 4096;
+
 bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t ulSize)
 {
     if (szOutput == nullptr)
@@ -55,6 +60,22 @@ bool IsDirectory(int nFile)
 
     struct stat oStat;
     return ::fstat(nFile, &oStat) == 0 && S_ISDIR(oStat.st_mode);
+}
+
+// The buffers that this library has given to streams, by their slots.
+char* s_apBuffers[MAX_HANDLES];
+
+// Gives a buffer to the stream of an ordinary file before its first transfer. The runtime would find out by the file's
+// whole status that it is no terminal, whose lines are written one by one, which takes longer than reading the file.
+void GiveBuffer(tHandle hFile, FILE* pFile)
+{
+    loff_t nSize;
+    if (pFile->_IO_buf_base != nullptr || ::ioctl(::fileno_unlocked(pFile), FIOQSIZE, &nSize) != 0)
+        return;
+
+    s_apBuffers[hFile] = static_cast<char*>(std::malloc(BUFFER_SIZE));
+    if (s_apBuffers[hFile] != nullptr)
+        ::setvbuf(pFile, s_apBuffers[hFile], _IOFBF, BUFFER_SIZE);
 }
 
 // Whether the buffer's rest holds so many bytes, and at least one. In a stream that is not ready for this direction,
@@ -111,6 +132,7 @@ FILE* OpenStream(const char* szName, const char* szMode)
 
 void AdmitStream(tHandle hFile)
 {
+    s_apBuffers[hFile] = nullptr; // one that is there belongs to a stream that the program has taken from the slot
     s_aStreamOwners[hFile].Admit();
 }
 
@@ -137,7 +159,10 @@ std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ul
 
     const std::size_t ulBytes = ulSize * ulCount;
     if (!Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
+    {
+        GiveBuffer(hFile, pFile);
         return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
+    }
 
     CopyFew(pBuffer, pFile->_IO_read_ptr, ulBytes);
     pFile->_IO_read_ptr += ulBytes;
@@ -152,7 +177,10 @@ std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::si
 
     const std::size_t ulBytes = ulSize * ulCount;
     if (!Fits(ulBytes, pFile->_IO_write_ptr, pFile->_IO_write_end))
+    {
+        GiveBuffer(hFile, pFile);
         return ::fwrite_unlocked(pBuffer, ulSize, ulCount, pFile);
+    }
 
     CopyFew(pFile->_IO_write_ptr, pBuffer, ulBytes);
     pFile->_IO_write_ptr += ulBytes;
@@ -192,11 +220,12 @@ bool FlushBeforeClose(FILE* pFile)
     return ::__fpending(pFile) == 0 || ::fflush(pFile) == 0;
 }
 
-
-bool CloseStream(FILE* pFile)
+bool CloseStream(tHandle hFile, FILE* pFile)
 {
     ::clearerr_unlocked(pFile); // the runtime reports an earlier error as a failure to close
-    return ::fclose(pFile) == 0;
+    const bool bClosed = ::fclose(pFile) == 0;
+    std::free(std::exchange(s_apBuffers[hFile], nullptr));
+    return bClosed;
 }
 
 long long GetPosition(FILE* pFile)

@@ -333,6 +333,26 @@ TEST_F(TOVPlatformFileThreadsTest, LetsTheProgramUseTheStreamBesideItsFirstThrea
     EXPECT_EQ(static_cast<int>(RECORDS), CountRecords(sBytes, 2));
 }
 
+TEST_F(TOVPlatformFileThreadsTest, LeavesAStreamWholeThatTheProgramTakesOutOfItsSlot)
+{
+    File::CTOVHandleManager& oTable = File::CTOVHandleManager::Instance();
+    WriteWholeFile(Path("taken"), "");
+    const unsigned long long hTaken = File::Open(Path("taken").c_str(), "wb");
+    EXPECT_EQ(10u, WriteRecords(hTaken, 1, 10));
+    FILE* const pTaken = oTable.GetFile(hTaken);
+    oTable.ClearHandle(hTaken);
+
+    const unsigned long long hNext = OpenWith("", "wb");
+    EXPECT_EQ(hTaken, hNext);
+    EXPECT_EQ(10u, WriteRecords(hNext, 2, 10));
+    const sRecord oLast = MakeRecord(1, 10);
+    EXPECT_EQ(1u, std::fwrite(&oLast, sizeof oLast, 1, pTaken));
+
+    EXPECT_EQ(10, CountRecords(CloseAndRead(hNext), 2));
+    EXPECT_EQ(0, std::fclose(pTaken));
+    EXPECT_EQ(11, CountRecords(ReadWholeFile(Path("taken")), 1));
+}
+
 TEST_F(TOVPlatformFileThreadsTest, PassesAFileFromThreadToThread)
 {
     const unsigned long long hFile = OpenWith("", "wb");

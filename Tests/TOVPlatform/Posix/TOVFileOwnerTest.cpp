@@ -1,5 +1,6 @@
 // A thread that uses a file without its lock, while it sleeps in the system, and in the child of a fork.
 #include "Support/Posix/TOVForkedChild.h"
+#include "Support/Posix/TOVPseudoTerminal.h"
 #include "Support/TOVBlockableThread.h"
 #include "Support/TOVWaitInstruments.h"
 #include "TOVPlatform/TOVFileInstruments.h"
@@ -60,6 +61,21 @@ TEST_F(TOVPlatformFileOwnerTest, IsWaitedForWhileItSleeps)
     EXPECT_TRUE(oOther.Finishes());
     EXPECT_TRUE(oProgram.Finishes());
     EXPECT_EQ('a' + 'b', cFirst + cSecond);
+}
+
+// Its lines are not kept until the buffer is full.
+TEST_F(TOVPlatformFileOwnerTest, WritesLinesToATerminalAtOnce)
+{
+    CPseudoTerminal oTerminal;
+    const unsigned long long hTerminal = File::Open(oTerminal.Name().c_str(), "wb");
+    ASSERT_NE(FILE_INVALID_HANDLE, hTerminal);
+    char szSeen[16] = "";
+
+    EXPECT_EQ(5u, File::Write(hTerminal, "line\n", 1, 5));
+
+    EXPECT_EQ(6, ::read(oTerminal.Descriptor(), szSeen, sizeof szSeen - 1));
+    EXPECT_STREQ("line\r\n", szSeen);
+    EXPECT_EQ(File::eFileSuccess, File::Close(hTerminal));
 }
 
 TEST_F(TOVPlatformFileOwnerTest, IsForgottenInAChildThoughItSleptThere)
