@@ -47,24 +47,26 @@ int LastPosition(const tString& oString, const tUnit* szOther, int nStart, int n
     return nPosition;
 }
 
-// Whether both have the same bytes.
-bool AreEqual(const tUnit* pFirst, const tUnit* pSecond, std::size_t nCount)
+// Whether both have the same units, which are short: 8 to 16 bytes. Others are never called equal here.
+bool AreShortAndEqual(const tUnit* pFirst, const tUnit* pSecond, std::size_t nCount)
 {
-    const char* const pBytes1 = reinterpret_cast<const char*>(pFirst);
-    const char* const pBytes2 = reinterpret_cast<const char*>(pSecond);
-    const std::size_t nBytes = nCount * sizeof(tUnit);
     std::uint64_t aWords1[2];
     std::uint64_t aWords2[2];
-    constexpr std::size_t WORD_BYTES = sizeof(aWords1[0]);
-    if (nBytes < WORD_BYTES || nBytes > 2 * WORD_BYTES)
-        return std::memcmp(pBytes1, pBytes2, nBytes) == 0;
+    constexpr std::size_t WORD_UNITS = sizeof(aWords1[0]) / sizeof(tUnit);
+    if (nCount < WORD_UNITS || nCount > 2 * WORD_UNITS)
+        return false;
 
-    // A short text is two words, which may overlap.
-    std::memcpy(&aWords1[0], pBytes1, WORD_BYTES);
-    std::memcpy(&aWords1[1], pBytes1 + nBytes - WORD_BYTES, WORD_BYTES);
-    std::memcpy(&aWords2[0], pBytes2, WORD_BYTES);
-    std::memcpy(&aWords2[1], pBytes2 + nBytes - WORD_BYTES, WORD_BYTES);
+    // Two words, which may overlap.
+    std::memcpy(&aWords1[0], pFirst, sizeof(aWords1[0]));
+    std::memcpy(&aWords1[1], pFirst + nCount - WORD_UNITS, sizeof(aWords1[1]));
+    std::memcpy(&aWords2[0], pSecond, sizeof(aWords2[0]));
+    std::memcpy(&aWords2[1], pSecond + nCount - WORD_UNITS, sizeof(aWords2[1]));
     return ((aWords1[0] ^ aWords2[0]) | (aWords1[1] ^ aWords2[1])) == 0;
+}
+
+bool AreEqual(const tUnit* pFirst, const tUnit* pSecond, std::size_t nCount)
+{
+    return std::memcmp(pFirst, pSecond, nCount * sizeof(tUnit)) == 0;
 }
 
 // Whether the text begins with the other one.
@@ -96,7 +98,7 @@ TOV_NOINLINE bool IsLastOfAllPositions(const tString& oString, const tString& oO
 }
 
 // Does the same with a look at this position only, where that is enough.
-bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
+TOV_NOINLINE bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
 {
     const tUnit* const szOther = oOther.GetString();
     TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
@@ -120,6 +122,18 @@ bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition
     }
     return IsLastOfAllPositions(oString, oOther, nPosition);
 }
+
+// Whether the string begins with the other one, which has a block.
+TOV_NOINLINE bool IsPrefix(const tString& oString, const tString& oOther)
+{
+    const tUnit* const szText = oString.GetString();
+    const tUnit* const szOther = oOther.GetString();
+    if (oString.IsEmpty() || *szOther == 0)
+        return false;
+    const long lOtherLength = oOther.GetLength();
+    const bool bEqual = lOtherLength <= oString.GetLength() && AreEqual(szText, szOther, lOtherLength);
+    return (bEqual && szOther[lOtherLength] == 0) || IsAt(szText, szOther);
+}
 } // namespace
 
 // Searching
@@ -129,7 +143,9 @@ int tString::Find(tUnit cCharToSearch, int nStartPos) const
     TOV_ASSERT((0 <= nStartPos) && (cCharToSearch != '\0'));
     if (nStartPos >= m_nStringLength)
         return -1;
-    return IndexOf(*this, TOVText::FindCharacter(GetString() + nStartPos, cCharToSearch));
+    // Settled: where a sharer of the block has written a longer text into it, the search goes on after the length.
+    const std::size_t nLength = static_cast<std::size_t>(m_nStringLength - nStartPos);
+    return IndexOf(*this, TOVPlatform::Vector::FindUnit(GetString() + nStartPos, nLength, cCharToSearch));
 }
 
 int tString::Find(const tUnit* szSubStringToSearch, int nStartPos) const
@@ -187,11 +203,12 @@ bool tString::BeginsWith(const tString& oOther) const
 {
     const tUnit* const szOther = oOther.GetString();
     TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
-    if (m_nStringLength == 0 || *szOther == 0)
-        return false;
+    // Two functions, as the one without calls is quicker: it saves no registers.
     const int nOtherLength = oOther.m_nStringLength;
-    const bool bEqual = nOtherLength <= m_nStringLength && AreEqual(GetString(), szOther, nOtherLength);
-    return (bEqual && szOther[nOtherLength] == 0) || IsAt(GetString(), szOther);
+    if (nOtherLength <= m_nStringLength && AreShortAndEqual(GetString(), szOther, nOtherLength) && *szOther != 0 &&
+        szOther[nOtherLength] == 0)
+        return true;
+    return IsPrefix(*this, oOther);
 }
 
 bool tString::BeginsWithNoCase(const tString& oOther) const
@@ -201,7 +218,17 @@ bool tString::BeginsWithNoCase(const tString& oOther) const
 
 bool tString::EndsWith(const tString& oOther) const
 {
-    return IsLastPosition(*this, oOther, m_nStringLength - oOther.m_nStringLength);
+    const int nOtherLength = oOther.m_nStringLength;
+    const int nPosition = m_nStringLength - nOtherLength;
+    if (nOtherLength > 0 && nPosition >= 0)
+    {
+        const tUnit* const szText = GetString();
+        const tUnit* const szOther = oOther.GetString();
+        if (AreShortAndEqual(szText + nPosition, szOther, nOtherLength) && szText[m_nStringLength] == 0 &&
+            szOther[nOtherLength] == 0 && TOVPlatform::Vector::AreSingleUnits(szText, m_nStringLength))
+            return true;
+    }
+    return IsLastPosition(*this, oOther, nPosition);
 }
 
 bool tString::EndsWithNoCase(const tString& oOther) const

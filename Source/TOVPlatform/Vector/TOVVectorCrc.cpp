@@ -1,7 +1,8 @@
 #include <TOVPlatform/Vector/TOVVectorCrc.h>
 
+#include <TOVPlatform/Vector/TOVVectorProcessor.h>
+
 #if TOV_HAS_X86_VECTORS
-#include <cpuid.h>
 #include <immintrin.h>
 #endif
 
@@ -267,13 +268,6 @@ std::size_t FoldBlocks(eFolding eForm, const tByte* pData, std::size_t ulSize, s
     uCrc = eForm == eFoldingWide ? FoldWide<TRules>(pData, ulFolded, uCrc) : Fold<TRules>(pData, ulFolded, uCrc);
     return ulFolded;
 }
-// Returns whether the system keeps the registers of AVX-512 for each thread.
-__attribute__((target("xsave"))) bool KeepsWideRegisters()
-{
-    constexpr unsigned long long WIDE_REGISTERS = 0xE6; // of SSE and AVX, masks, upper halves, and registers 16 to 31
-    return (_xgetbv(0) & WIDE_REGISTERS) == WIDE_REGISTERS;
-}
-
 eFolding AskProcessor()
 {
     unsigned int uEax;
@@ -282,9 +276,7 @@ eFolding AskProcessor()
     unsigned int uEdx;
     if (__get_cpuid(1, &uEax, &uEbx, &uEcx, &uEdx) == 0 || (uEcx & bit_PCLMUL) == 0 || (uEcx & bit_SSE4_1) == 0)
         return eFoldingNone;
-    if ((uEcx & bit_OSXSAVE) == 0 || !KeepsWideRegisters())
-        return eFoldingNarrow;
-    if (__get_cpuid_count(7, 0, &uEax, &uEbx, &uEcx, &uEdx) == 0 || (uEbx & bit_AVX512BW) == 0)
+    if (!HasWideVectors() || __get_cpuid_count(7, 0, &uEax, &uEbx, &uEcx, &uEdx) == 0)
         return eFoldingNarrow;
     return (uEcx & bit_VPCLMULQDQ) != 0 ? eFoldingWide : eFoldingNarrow;
 }

@@ -20,9 +20,18 @@ const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart);
 // equal if the case of the letters A to Z is ignored. There may be more such units after them.
 std::size_t CountEqualNoCase(const wchar_t* szText1, const wchar_t* szText2);
 
+// Returns the first such unit of a text, or null. The text has nLength units that may be read, though it may end among
+// them, and a terminator: after them, if there is none among them.
+const char* FindUnit(const char* szText, std::size_t nLength, char cUnit);
+const wchar_t* FindUnit(const wchar_t* szText, std::size_t nLength, wchar_t cUnit);
+
 // Whether nCount units are characters of one unit each, in every code page, and none of them is zero: ASCII characters
 // in narrow text, and any others in wide text. They need no terminator; no other unit is read.
 bool AreSingleUnits(const char* pUnits, std::size_t nCount);
 bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount);
+
+// Determines whether FindUnit and AreSingleUnits may use vectors of 64 bytes, which they do if the processor has them.
+// Returns whether they did so before: for tests.
+bool UseWideVectors(bool bUse);
 } // namespace Vector
 } // namespace TOVPlatform
