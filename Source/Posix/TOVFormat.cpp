@@ -69,6 +69,11 @@ int DecimalPointLength(const wchar_t*)
     return oPoint.nUnits;
 }
 
+bool ArePlainReals()
+{
+    return TOVMultiByte::HasPlainDecimalPoint();
+}
+
 int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArguments)
 {
     return Narrow::CFormatter(szBuffer, nCapacity, szFormat, pArguments).Run().GetStoredLength();

@@ -1,88 +1,51 @@
-// Prints and measures the plainest formats in one pass. Internal to the text functions.
+// Declares CTOVPlainFormat, which prints and measures the plainest formats in one pass. Internal to the text functions.
 #pragma once
 
-#include <TOVPlatform/TOVAscii.h>
-#include <TOVPlatform/TOVTextRuntime.h>
-
-#include <algorithm>
-#include <charconv>
 #include <cstdarg>
-#include <iterator>
+#include <cstddef>
+#include <cstdint>
 
 namespace TOVPlatform
 {
-// A format is plain if it consists of ASCII characters and of the conversions %s, %d, %i and %u as they stand, and if
-// its text is short. Then the text is the one that every print makes, and the bound is the one of VSCPrintf: both
-// follow the rules of TOVPlatform/TOVString.h.
+// A format is plain if it consists of ASCII characters and of the conversions %s, %d, %i, %u, %f, and %.0f to %.9f, and
+// if its text is short. Then the text is the one that every print makes, and the bound is the one of VSCPrintf: both
+// follow the rules of TOVPlatform/TOVString.h. A few values are not plain either: large and tiny ones of %f, zero, and
+// those for which the bound depends on how the value is rounded.
 template<class tUnit> class CTOVPlainFormat
 {
 public:
-    // Returns false if the format is not plain. Reads the list itself, not a copy.
-    bool Print(const tUnit* szFormat, va_list& pArguments)
-    {
-        const tUnit* const szEnd =
-            szFormat != nullptr ? szFormat + Backend::LengthAtMost(szFormat, MAX_UNITS) : nullptr;
-        bool bPlain = szEnd != szFormat && *szEnd == 0;
-        while (bPlain && szFormat < szEnd)
-        {
-            bPlain = *szFormat == '%' ? PrintItem(szFormat[1], pArguments) : PrintLiteral(*szFormat, szEnd - szFormat);
-            szFormat += *szFormat == '%' ? 2 : 1;
-        }
-        return bPlain;
-    }
+    // Returns false if the format is not plain. Reads the list itself: a copy would wait for what has just been
+    // written.
+    bool Print(const tUnit* szFormat, va_list& pArguments);
 
+    // The text has no terminator.
     const tUnit* GetText() const { return m_szText; }
-    int GetLength() const { return m_nLength; }
+    int GetLength() const { return static_cast<int>(m_pNext - m_szText); }
     int GetBound() const { return m_nBound; }
 
 private:
     static constexpr int MAX_UNITS = 256;
-    static constexpr int INTEGER_BOUND = 32;
 
-    // Each literal counts the rest of the format from itself on.
-    bool PrintLiteral(tUnit cUnit, std::ptrdiff_t nRest)
-    {
-        m_nBound += static_cast<int>(nRest);
-        return TOVAscii::IsAscii(cUnit) && Put(&cUnit, 1);
-    }
+    // Prints the characters before the next conversion, and returns their number; -1 if they are not plain.
+    int PrintLiterals(const tUnit* szLiterals);
 
-    bool PrintItem(tUnit cType, va_list& pArguments)
-    {
-        if (cType == 's')
-            return PrintText(va_arg(pArguments, const tUnit*));
-        if (cType == 'd' || cType == 'i')
-            return PrintInteger(va_arg(pArguments, int));
-        return cType == 'u' && PrintInteger(va_arg(pArguments, unsigned int));
-    }
+    // Prints the conversion of which the type, or the precision before it, is given. Returns the end of the conversion;
+    // null if it is not plain.
+    const tUnit* PrintItem(const tUnit* szType, va_list& pArguments);
 
-    bool PrintText(const tUnit* szText)
-    {
-        if (szText == nullptr)
-            return false;
-        const int nLength = Backend::LengthAtMost(szText, MAX_UNITS + 1);
-        m_nBound += std::max(nLength, 1);
-        return Put(szText, nLength);
-    }
+    // These return false for a value that is not plain.
+    bool PrintText(const tUnit* szText);
+    bool PrintInteger(bool bNegative, std::uint32_t uMagnitude);
+    bool PrintReal(double dValue, bool bHasPrecision, int nDigits);
+    void PutDigits(const char* pDigits, const char* pEnd);
 
-    template<class T> bool PrintInteger(T nValue)
-    {
-        char szDigits[16];
-        const char* const szEnd = std::to_chars(szDigits, std::end(szDigits), nValue).ptr;
-        m_nBound += INTEGER_BOUND;
-        return Put(szDigits, static_cast<int>(szEnd - szDigits));
-    }
-
-    template<class T> bool Put(const T* pUnits, int nCount)
-    {
-        if (nCount > MAX_UNITS - m_nLength)
-            return false;
-        std::copy_n(pUnits, nCount, m_szText + m_nLength);
-        m_nLength += nCount;
-        return true;
-    }
+    bool HasRoom(std::ptrdiff_t nUnits) const { return nUnits <= m_szText + MAX_UNITS - m_pNext; }
 
     tUnit m_szText[MAX_UNITS];
-    int m_nLength = 0;
+    tUnit* m_pNext = m_szText;
     int m_nBound = 0;
 };
+
+extern template class CTOVPlainFormat<char>;
+extern template class CTOVPlainFormat<wchar_t>;
 } // namespace TOVPlatform

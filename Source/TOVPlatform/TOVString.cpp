@@ -4,6 +4,7 @@
 #include <TOVPlatform/Backend/TOVFormat.h>
 #include <TOVPlatform/Backend/TOVTextNumber.h>
 #include <TOVPlatform/TOVAscii.h>
+#include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVStringMeasure.h>
 #include <TOVPlatform/TOVTextRuntime.h>
 
@@ -48,6 +49,22 @@ template<class tUnit> bool ReadShortDecimal(const tUnit* szStart, tUnit** pszEnd
         *pszEnd = const_cast<tUnit*>(szText);
     nValue = static_cast<int>(bNegative ? 0 - nMagnitude : nMagnitude);
     return true;
+}
+
+// Prints a plain format whose text fits, and returns the length; -1 for any other, and nothing is printed. Reads the
+// list itself, not a copy.
+template<class tUnit> int PrintPlainly(tUnit* szBuffer, int nCount, const tUnit* szFormat, va_list& pArguments)
+{
+    CTOVPlainFormat<tUnit> oFormat;
+    if (!oFormat.Print(szFormat, pArguments) || oFormat.GetLength() > nCount)
+        return -1;
+
+    // The terminator is written where there is room.
+    const int nLength = oFormat.GetLength();
+    std::copy_n(oFormat.GetText(), nLength, szBuffer);
+    if (nLength < nCount)
+        szBuffer[nLength] = 0;
+    return nLength;
 }
 
 template<class tUnit> bool IsInSet(tUnit cUnit, const tUnit* szCharSet)

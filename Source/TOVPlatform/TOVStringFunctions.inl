@@ -127,7 +127,13 @@ int SNPrintf(tUnit* szBuffer, int nCount, const tUnit* szFormat, ...)
     TOV_ASSERT(szFormat != NULL);
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const int nLength = VSNPrintf(szBuffer, nCount, szFormat, pArguments);
+    int nLength = PrintPlainly(szBuffer, nCount, szFormat, pArguments);
+    va_end(pArguments);
+    if (nLength >= 0)
+        return nLength;
+
+    va_start(pArguments, szFormat);
+    nLength = Backend::Print(szBuffer, nCount, szFormat, pArguments);
     va_end(pArguments);
     return nLength;
 }
@@ -144,7 +150,11 @@ int VSNPrintf(tUnit* szBuffer, int nCount, const tUnit* szFormat, va_list pArgum
     TOV_ASSERT(szBuffer != NULL);
     TOV_ASSERT(nCount > 0);
     TOV_ASSERT(szFormat != NULL);
-    return Backend::Print(szBuffer, nCount, szFormat, pArguments);
+    va_list pCopy;
+    va_copy(pCopy, pArguments);
+    const int nLength = PrintPlainly(szBuffer, nCount, szFormat, pCopy);
+    va_end(pCopy);
+    return nLength >= 0 ? nLength : Backend::Print(szBuffer, nCount, szFormat, pArguments);
 }
 
 int VSCPrintf(const tUnit* szFormat, va_list pArguments)

@@ -374,27 +374,27 @@ bool tString::AsBool() const
 
 // Formatting
 
-namespace
-{
-// The result of a plain format is printed already, so that its arguments may lie in the string's own block.
-int TakeText(tString& oString, const TOVPlatform::CTOVPlainFormat<tUnit>& oFormat)
-{
-    tUnit* const szText = oString.GetBuffer(oFormat.GetBound());
-    std::copy_n(oFormat.GetText(), oFormat.GetLength(), szText);
-    oString.ReleaseBuffer(oFormat.GetLength());
-    return oFormat.GetLength();
-}
-} // namespace
-
 int tString::Format(const tUnit* szFormat, ...)
 {
-    TOVPlatform::CTOVPlainFormat<tUnit> oFormat;
+    TOVPlatform::CTOVPlainFormat<tUnit> oPlainFormat;
     va_list pArguments;
     va_start(pArguments, szFormat);
-    const bool bPlain = oFormat.Print(szFormat, pArguments);
+    const bool bPlain = oPlainFormat.Print(szFormat, pArguments);
     va_end(pArguments);
     if (bPlain)
-        return TakeText(*this, oFormat);
+    {
+        // The arguments are read already, so that they may lie in the old block.
+        const int nBound = oPlainFormat.GetBound();
+        if (m_oData.m_lSize <= nBound)
+        {
+            m_oData.Take(tBuffer::NewBlock(nBound + 1, false), nBound + 1);
+            Terminate(m_oData, nBound);
+        }
+        m_nStringLength = oPlainFormat.GetLength();
+        tBuffer::CopyText(m_oData.GetBuffer(), oPlainFormat.GetText(), m_nStringLength);
+        Terminate(m_oData, m_nStringLength);
+        return m_nStringLength;
+    }
 
     va_start(pArguments, szFormat);
     const int nNumCharacters = FormatV(szFormat, pArguments);

@@ -21,6 +21,12 @@ int DecimalPointLength(const wchar_t*)
     return 1;
 }
 
+// How many digits this runtime knows depends on its version.
+bool ArePlainReals()
+{
+    return false;
+}
+
 int Print(char* szBuffer, int nCapacity, const char* szFormat, va_list pArguments)
 {
     return _vsnprintf(szBuffer, nCapacity, szFormat, pArguments);

@@ -1,6 +1,7 @@
 // Formatting of both strings.
 #include "TOVString/TOVStringKinds.h"
 
+#include <cmath>
 #include <cstdarg>
 #include <iterator>
 #include <random>
@@ -178,6 +179,27 @@ TYPED_TEST(CTOVStringFormatTest, GivesTheSameTextAndCapacityInOnePass)
                                            : FormatBoth(static_cast<int>(oRandom()), static_cast<int>(oRandom() % 9));
         ASSERT_EQ(oLengths.second, oLengths.first) << sFormat;
         ASSERT_EQ(StateOf(oMeasured), StateOf(oOnePass)) << sFormat;
+    }
+}
+
+TYPED_TEST(CTOVStringFormatTest, GivesTheSameTextAndCapacityOfRealsInOnePass)
+{
+    std::mt19937 oRandom(4711);
+    for (int nRound = 0; nRound < 20000; ++nRound)
+    {
+        // Few digits make ties and carries.
+        const double dScale = std::pow(10, static_cast<int>(oRandom() % 18) - 8);
+        const double dValue = (static_cast<int>(oRandom() % 20001) - 10000) / dScale;
+        const double dOther = nRound % 2 == 0 ? std::round(dScale) - 1 / dScale : dValue + std::ldexp(dValue, -50);
+        std::string sFormat = nRound % 3 == 0 ? "%f, %.?f" : "<%.?f> %.2f";
+        sFormat.replace(sFormat.find('?'), 1, std::to_string(oRandom() % 11));
+
+        const TypeParam oFormat = StringOf<TypeParam>(sFormat);
+        TypeParam oOnePass;
+        TypeParam oMeasured;
+        ASSERT_EQ(TestFixture::FormatByList(oMeasured, ~oFormat, dValue, dOther),
+                  oOnePass.Format(~oFormat, dValue, dOther));
+        ASSERT_EQ(StateOf(oMeasured), StateOf(oOnePass)) << sFormat << ": " << dValue << ", " << dOther;
     }
 }
 

@@ -146,6 +146,12 @@ int Convert(const wchar_t* szText, sCharacter<char>& oResult)
     return nUnits;
 }
 
+bool HasPlainDecimalPoint()
+{
+    const char* const szPoint = nl_langinfo(RADIXCHAR);
+    return szPoint[0] == '.' && szPoint[1] == '\0';
+}
+
 void GetDecimalPoint(sCharacter<char>& oResult)
 {
     const char* const szPoint = nl_langinfo(RADIXCHAR);

@@ -39,6 +39,9 @@ template<class tUnit> struct sCharacter
 int Convert(const char* szText, sCharacter<wchar_t>& oResult);
 int Convert(const wchar_t* szText, sCharacter<char>& oResult);
 
+// Whether the locale's decimal point is a full stop.
+bool HasPlainDecimalPoint();
+
 // The locale's decimal point.
 void GetDecimalPoint(sCharacter<char>& oResult);
 void GetDecimalPoint(sCharacter<wchar_t>& oResult);
