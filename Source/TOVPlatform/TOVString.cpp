@@ -5,6 +5,7 @@
 #include <TOVPlatform/Backend/TOVTextNumber.h>
 #include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVPlainFormat.h>
+#include <TOVPlatform/TOVShortNumber.h>
 #include <TOVPlatform/TOVStringMeasure.h>
 #include <TOVPlatform/TOVTextRuntime.h>
 
@@ -29,26 +30,6 @@ int Sign(int nOrder)
 bool IsNumberBase(int nBase)
 {
     return nBase == 0 || (2 <= nBase && nBase <= 36);
-}
-
-// Reads the most common form of a number: one to nine decimal digits, which may follow a minus sign. Returns false for
-// any other.
-template<class tUnit> bool ReadShortDecimal(const tUnit* szStart, tUnit** pszEnd, int& nValue)
-{
-    constexpr std::ptrdiff_t MAX_DIGITS = 9;
-    const bool bNegative = *szStart == '-';
-    const tUnit* const szDigits = szStart + (bNegative ? 1 : 0);
-    const tUnit* szText = szDigits;
-    unsigned int nMagnitude = 0;
-    for (unsigned int nDigit; (nDigit = static_cast<unsigned int>(*szText) - '0') <= 9; ++szText)
-        nMagnitude = nMagnitude * 10 + nDigit;
-    if (szText == szDigits || szText - szDigits > MAX_DIGITS)
-        return false;
-
-    if (pszEnd != nullptr)
-        *pszEnd = const_cast<tUnit*>(szText);
-    nValue = static_cast<int>(bNegative ? 0 - nMagnitude : nMagnitude);
-    return true;
 }
 
 // Prints a plain format whose text fits, and returns the length; -1 for any other, and nothing is printed. Reads the

@@ -219,13 +219,11 @@ tUnit* Dec(const tUnit* szStringStart, const tUnit* szStringCurrent)
     return const_cast<tUnit*>(Backend::Dec(szStringStart, szStringCurrent));
 }
 
-long ToLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
+namespace
 {
-    TOV_ASSERT(szStart != NULL);
-    int nValue = 0;
-    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
-        return nValue;
-
+// Reads a number of any form. Kept out of the functions below, which mostly answer by themselves.
+TOV_NOINLINE long ToAnyLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
+{
     tUnit* szEnd = const_cast<tUnit*>(szStart);
     const long lValue = IsNumberBase(nBase) ? Backend::ToLong(szStart, &szEnd, nBase) : 0;
     if (pszEnd != nullptr)
@@ -233,18 +231,38 @@ long ToLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
     return lValue;
 }
 
-unsigned long ToUlong(const tUnit* szStart, tUnit** pszEnd, int nBase)
+TOV_NOINLINE unsigned long ToAnyUlong(const tUnit* szStart, tUnit** pszEnd, int nBase)
 {
-    TOV_ASSERT(szStart != NULL);
-    int nValue = 0;
-    if (nBase == 10 && ReadShortDecimal(szStart, pszEnd, nValue))
-        return static_cast<unsigned int>(nValue);
-
     tUnit* szEnd = const_cast<tUnit*>(szStart);
     const unsigned long ulValue = IsNumberBase(nBase) ? Backend::ToUlong(szStart, &szEnd, nBase) : 0;
     if (pszEnd != nullptr)
         *pszEnd = szEnd;
     return ulValue;
+}
+} // namespace
+
+long ToLong(const tUnit* szStart, tUnit** pszEnd, int nBase)
+{
+    TOV_ASSERT(szStart != NULL);
+    int nValue = 0;
+    const tUnit* const szEnd = nBase == 10 ? ReadShortDecimal(szStart, nValue) : nullptr;
+    if (szEnd == nullptr)
+        return ToAnyLong(szStart, pszEnd, nBase);
+    if (pszEnd != nullptr)
+        *pszEnd = const_cast<tUnit*>(szEnd);
+    return nValue;
+}
+
+unsigned long ToUlong(const tUnit* szStart, tUnit** pszEnd, int nBase)
+{
+    TOV_ASSERT(szStart != NULL);
+    int nValue = 0;
+    const tUnit* const szEnd = nBase == 10 ? ReadShortDecimal(szStart, nValue) : nullptr;
+    if (szEnd == nullptr)
+        return ToAnyUlong(szStart, pszEnd, nBase);
+    if (pszEnd != nullptr)
+        *pszEnd = const_cast<tUnit*>(szEnd);
+    return static_cast<unsigned int>(nValue);
 }
 
 double ToDouble(const tUnit* szStart, tUnit** pszEnd)

@@ -4,6 +4,7 @@
 #include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVMemory.h>
 #include <TOVPlatform/TOVPlainFormat.h>
+#include <TOVPlatform/TOVShortNumber.h>
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVResourceLoader.h>

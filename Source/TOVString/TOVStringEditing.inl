@@ -334,7 +334,12 @@ int tString::AsInt(int nBase) const
 
 long tString::AsLong(int nBase) const
 {
-    return IsEmpty() ? 0 : TOVText::ToLong(GetString(), nullptr, nBase);
+    if (IsEmpty())
+        return 0;
+    int nValue = 0;
+    if (nBase == 10 && TOVPlatform::ReadShortDecimal(GetString(), nValue) != nullptr)
+        return nValue;
+    return TOVText::ToLong(GetString(), nullptr, nBase);
 }
 
 // Settled: parsed with a sign, so that "-1" has all bits set and larger values saturate at the signed range.

@@ -3,6 +3,7 @@
 #include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVMemory.h>
 #include <TOVPlatform/TOVPlainFormat.h>
+#include <TOVPlatform/TOVShortNumber.h>
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVStringA.h>
