@@ -24,14 +24,12 @@ CTOVStringA WithLeading(char cSlash, const CTOVStringA& oText)
 } // namespace
 
 CTOVPath::CTOVPath() = default;
-CTOVPath::CTOVPath(const CTOVPath& oOther) = default;
-CTOVPath::~CTOVPath() = default;
 
 CTOVPath::CTOVPath(const char* szPath) : m_oPath(szPath)
 {
 }
 
-CTOVPath::CTOVPath(const CTOVStringA& oPath) : m_oPath(oPath)
+CTOVPath::CTOVPath(const CTOVStringA& oText, int nCount) : m_oPath(oText.Left(nCount))
 {
 }
 

@@ -203,10 +203,25 @@ public:
     static CTOVPath GetWorkingDirectory();
 
 private:
+    // Takes the first nCount characters of a text. The copy is made in this object: there is no string between them.
+    CTOVPath(const CTOVStringA& oText, int nCount);
+
     CTOVStringA m_oPath;
 };
 
 extern template class TOV_TEMPLATE_DECLARE CTOVDynamicSingleton<CTOVPath>;
+
+TOV_EXPORT_INLINE CTOVPath::CTOVPath(const CTOVStringA& oPath) : m_oPath(oPath)
+{
+}
+
+TOV_EXPORT_INLINE CTOVPath::CTOVPath(const CTOVPath& oOther) : m_oPath(oOther.m_oPath)
+{
+}
+
+TOV_EXPORT_INLINE CTOVPath::~CTOVPath()
+{
+}
 
 TOV_EXPORT_INLINE const CTOVStringA& CTOVPath::AsString() const
 {

@@ -145,20 +145,13 @@ CTOVPath CTOVPath::Parent() const
 {
     const long lEnd = IsSlash(LastCharacter(m_oPath)) ? GetLength() - 1 : GetLength();
     const long lSlash = FindLastSlash(m_oPath, lEnd);
-    CTOVPath oParent;
-    if (lSlash == -1)
-        oParent = Null();
-    else
-        AssignPart(oParent.m_oPath, m_oPath, {0, lSlash});
-    return oParent;
+    return lSlash == -1 ? Null() : CTOVPath(m_oPath, static_cast<int>(lSlash));
 }
 
 CTOVPath CTOVPath::GetPath() const
 {
     const long lSlash = FindLastSlash(m_oPath, GetLength());
-    if (lSlash == -1)
-        return *this;
-    return CTOVPath(m_oPath.Left(static_cast<int>(lSlash)));
+    return lSlash == -1 ? *this : CTOVPath(m_oPath, static_cast<int>(lSlash));
 }
 
 CTOVStringA CTOVPath::GetFileName(bool bWithExtension) const
@@ -207,11 +200,8 @@ bool CTOVPath::HasExtension() const
 
 CTOVStringA CTOVPath::GetExtension() const
 {
-    CTOVStringA oExtension;
     const int nDot = FindExtension();
-    if (nDot != -1)
-        AssignPart(oExtension, m_oPath, {nDot, GetLength()});
-    return oExtension;
+    return nDot == -1 ? CTOVStringA() : m_oPath.Mid(nDot, static_cast<int>(GetLength()) - nDot);
 }
 
 void CTOVPath::AddExtension(const CTOVStringA& oExtension)
