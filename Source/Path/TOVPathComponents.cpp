@@ -176,13 +176,14 @@ void CTOVPath::StripPath()
 
 int CTOVPath::FindExtension() const
 {
-    const int nDot = m_oPath.ReverseFind('.');
+    const char* const szText = m_oPath.GetString();
+    const char* const szDot = szText != nullptr ? std::strrchr(szText, '.') : nullptr;
+    const int nDot = szDot != nullptr ? static_cast<int>(szDot - szText) : -1;
     if (nDot < 1)
         return -1;
 
     // The dot is in the last component, and not at its start, if no separator follows the character before it. One that
     // ends the text belongs to the last component, unless it is the whole text.
-    const char* const szText = m_oPath.GetString();
     const long lLength = GetLength();
     const long lEnd = lLength > 0 && IsSlash(szText[lLength - 1]) ? lLength - 1 : lLength;
     for (long lIndex = nDot - 1; lIndex < lEnd; ++lIndex)
