@@ -35,6 +35,27 @@ long FindLastSlash(const CTOVStringA& oText, long lEnd)
         --lIndex;
     return lIndex;
 }
+
+// Returns the index of the dot that begins the extension, or -1.
+inline int FindDot(const CTOVStringA& oText)
+{
+    const char* const szText = oText.GetString();
+    const char* const szDot = szText != nullptr ? std::strrchr(szText, '.') : nullptr;
+    if (szDot == nullptr || szDot == szText)
+        return -1;
+
+    // The dot is in the last component, and not at its start, if no separator follows the character before it. One that
+    // ends the text belongs to the last component, unless it is the whole text.
+    const char* szEnd = szText + oText.GetLength();
+    if (szEnd > szText && CTOVPath::IsSlash(szEnd[-1]))
+        --szEnd;
+    for (const char* szBehind = szDot - 1; szBehind < szEnd; ++szBehind)
+    {
+        if (CTOVPath::IsSlash(*szBehind))
+            return -1;
+    }
+    return static_cast<int>(szDot - szText);
+}
 } // namespace
 
 int CTOVPath::GetNumComponents() const
@@ -176,22 +197,7 @@ void CTOVPath::StripPath()
 
 int CTOVPath::FindExtension() const
 {
-    const char* const szText = m_oPath.GetString();
-    const char* const szDot = szText != nullptr ? std::strrchr(szText, '.') : nullptr;
-    const int nDot = szDot != nullptr ? static_cast<int>(szDot - szText) : -1;
-    if (nDot < 1)
-        return -1;
-
-    // The dot is in the last component, and not at its start, if no separator follows the character before it. One that
-    // ends the text belongs to the last component, unless it is the whole text.
-    const long lLength = GetLength();
-    const long lEnd = lLength > 0 && IsSlash(szText[lLength - 1]) ? lLength - 1 : lLength;
-    for (long lIndex = nDot - 1; lIndex < lEnd; ++lIndex)
-    {
-        if (IsSlash(szText[lIndex]))
-            return -1;
-    }
-    return nDot;
+    return FindDot(m_oPath);
 }
 
 bool CTOVPath::HasExtension() const
@@ -201,7 +207,7 @@ bool CTOVPath::HasExtension() const
 
 CTOVStringA CTOVPath::GetExtension() const
 {
-    const int nDot = FindExtension();
+    const int nDot = FindDot(m_oPath);
     return nDot == -1 ? CTOVStringA() : m_oPath.Mid(nDot, static_cast<int>(GetLength()) - nDot);
 }
 
