@@ -24,6 +24,7 @@ CTOVStringA WithLeading(char cSlash, const CTOVStringA& oText)
 } // namespace
 
 CTOVPath::CTOVPath() = default;
+CTOVPath::CTOVPath(const CTOVPath& oOther) = default;
 
 CTOVPath::CTOVPath(const char* szPath) : m_oPath(szPath)
 {

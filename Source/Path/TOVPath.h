@@ -215,10 +215,6 @@ TOV_EXPORT_INLINE CTOVPath::CTOVPath(const CTOVStringA& oPath) : m_oPath(oPath)
 {
 }
 
-TOV_EXPORT_INLINE CTOVPath::CTOVPath(const CTOVPath& oOther) : m_oPath(oOther.m_oPath)
-{
-}
-
 TOV_EXPORT_INLINE CTOVPath::~CTOVPath()
 {
 }

@@ -65,6 +65,43 @@ std::uint32_t TakeWhole(std::uint64_t& ullFraction, std::uint32_t uFactor)
     ullFraction = (ullHigh << 32) | (ullLow & UINT32_MAX);
     return static_cast<std::uint32_t>(ullHigh >> 32);
 }
+// Writes a number with nDigits digits after the point in front of pEnd, and returns where it begins; null for a value
+// that has more than one word before the point or after it, or of which the measure may have another length. Rounds
+// half away from zero.
+char* WriteReal(char* pEnd, int nDigits, double dValue)
+{
+    std::uint64_t ullBits = 0;
+    static_assert(sizeof(ullBits) == sizeof(dValue));
+    std::memcpy(&ullBits, &dValue, sizeof(ullBits));
+    const bool bNegative = ullBits >> (WORD_BITS - 1) != 0;
+    const int nShift = SHIFT_BIAS - static_cast<int>((ullBits >> MANTISSA_BITS) & ((1 << EXPONENT_BITS) - 1));
+    if (nShift <= 0 || nShift >= WORD_BITS || !Backend::ArePlainReals())
+        return nullptr;
+
+    const std::uint64_t ullLeadingOne = std::uint64_t(1) << MANTISSA_BITS;
+    const std::uint64_t ullMantissa = (ullBits & (ullLeadingOne - 1)) | ullLeadingOne;
+    const std::uint64_t ullWhole = ullMantissa >> nShift;
+    if (ullWhole >= UINT32_MAX)
+        return nullptr;
+    std::uint64_t ullFraction = ullMantissa << (WORD_BITS - nShift);
+    std::uint32_t uWhole = static_cast<std::uint32_t>(ullWhole);
+    std::uint32_t uFraction = TakeWhole(ullFraction, POWERS_OF_TEN[nDigits]);
+    if (ullFraction >> (WORD_BITS - 1) != 0 && ++uFraction == POWERS_OF_TEN[nDigits])
+    {
+        // What is measured may be rounded later, and have a digit less then.
+        uFraction = 0;
+        if (IsPowerOfTen(++uWhole))
+            return nullptr;
+    }
+
+    char* pFirst = WriteDigits(pEnd, nDigits, uFraction);
+    if (nDigits > 0)
+        *--pFirst = '.';
+    pFirst = WriteNumber(pFirst, uWhole);
+    if (bNegative)
+        *--pFirst = '-';
+    return pFirst;
+}
 } // namespace
 
 template<class tUnit> bool CTOVPlainFormat<tUnit>::Print(const tUnit* szFormat, va_list& pArguments)
@@ -125,15 +162,14 @@ template<class tUnit> const tUnit* CTOVPlainFormat<tUnit>::PrintItem(const tUnit
         break;
     case 'd':
     case 'i':
+    case 'u':
     {
         const int nValue = va_arg(pArguments, int);
         const std::uint32_t uValue = static_cast<std::uint32_t>(nValue);
-        bPlain = PrintInteger(nValue < 0, nValue < 0 ? 0 - uValue : uValue);
+        const bool bNegative = *szType != 'u' && nValue < 0;
+        bPlain = PrintInteger(bNegative, bNegative ? 0 - uValue : uValue);
         break;
     }
-    case 'u':
-        bPlain = PrintInteger(false, va_arg(pArguments, unsigned int));
-        break;
     case 'f':
         bPlain = PrintReal(va_arg(pArguments, double), false, DEFAULT_DIGITS);
         break;
@@ -187,49 +223,18 @@ template<class tUnit> bool CTOVPlainFormat<tUnit>::PrintInteger(bool bNegative, 
     return true;
 }
 
-// Rounds half away from zero. The value has its bits in one word before the point and one after it.
 template<class tUnit> bool CTOVPlainFormat<tUnit>::PrintReal(double dValue, bool bHasPrecision, int nDigits)
 {
-    std::uint64_t ullBits = 0;
-    static_assert(sizeof(ullBits) == sizeof(dValue));
-    std::memcpy(&ullBits, &dValue, sizeof(ullBits));
-    const bool bNegative = ullBits >> (WORD_BITS - 1) != 0;
-    const int nShift = SHIFT_BIAS - static_cast<int>((ullBits >> MANTISSA_BITS) & ((1 << EXPONENT_BITS) - 1));
-    if (nShift <= 0 || nShift >= WORD_BITS || !Backend::ArePlainReals())
-        return false;
-
-    const std::uint64_t ullLeadingOne = std::uint64_t(1) << MANTISSA_BITS;
-    const std::uint64_t ullMantissa = (ullBits & (ullLeadingOne - 1)) | ullLeadingOne;
-    const std::uint64_t ullWhole = ullMantissa >> nShift;
-    if (ullWhole >= UINT32_MAX)
-        return false;
-    std::uint64_t ullFraction = ullMantissa << (WORD_BITS - nShift);
-    std::uint32_t uWhole = static_cast<std::uint32_t>(ullWhole);
-    std::uint32_t uFraction = TakeWhole(ullFraction, POWERS_OF_TEN[nDigits]);
-    if (ullFraction >> (WORD_BITS - 1) != 0 && ++uFraction == POWERS_OF_TEN[nDigits])
-    {
-        // What is measured may be rounded later, and have a digit less then.
-        uFraction = 0;
-        if (IsPowerOfTen(++uWhole))
-            return false;
-    }
-
     char szText[MAX_REAL_UNITS];
-    char* const pEnd = std::end(szText);
-    char* pFirst = WriteDigits(pEnd, nDigits, uFraction);
-    if (nDigits > 0)
-        *--pFirst = '.';
-    char* const pWhole = pFirst;
-    pFirst = WriteNumber(pFirst, uWhole);
-    if (bNegative)
-        *--pFirst = '-';
-    if (!HasRoom(pEnd - pFirst))
+    const char* const pFirst = WriteReal(std::end(szText), nDigits, dValue);
+    if (pFirst == nullptr || !HasRoom(std::end(szText) - pFirst))
         return false;
 
     // The measure counts more digits than are printed if there is a precision, and a point always.
-    const int nMeasuredDigits = bHasPrecision ? nDigits + FIXED_EXTRA_DIGITS : nDigits;
-    m_nBound += static_cast<int>(pWhole - pFirst) + 1 + nMeasuredDigits;
-    PutDigits(pFirst, pEnd);
+    m_nBound += static_cast<int>(std::end(szText) - pFirst);
+    if (bHasPrecision)
+        m_nBound += FIXED_EXTRA_DIGITS + (nDigits == 0 ? 1 : 0);
+    PutDigits(pFirst, std::end(szText));
     return true;
 }
 

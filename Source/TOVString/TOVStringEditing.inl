@@ -327,25 +327,26 @@ int tString::Split(CTOVArray<tString>& oResult, char cSeparator) const
     return static_cast<int>(oResult.GetCount());
 }
 
-int tString::AsInt(int nBase) const
-{
-    return static_cast<int>(AsLong(nBase));
-}
-
-long tString::AsLong(int nBase) const
+TOV_NOINLINE int tString::AsInt(int nBase) const
 {
     if (IsEmpty())
         return 0;
     int nValue = 0;
     if (nBase == 10 && TOVPlatform::ReadShortDecimal(GetString(), nValue) != nullptr)
         return nValue;
-    return TOVText::ToLong(GetString(), nullptr, nBase);
+    return static_cast<int>(TOVText::ToLong(GetString(), nullptr, nBase));
+}
+
+// A number has 32 bits on every target.
+long tString::AsLong(int nBase) const
+{
+    return AsInt(nBase);
 }
 
 // Settled: parsed with a sign, so that "-1" has all bits set and larger values saturate at the signed range.
 unsigned int tString::AsUint(int nBase) const
 {
-    return static_cast<unsigned int>(AsLong(nBase));
+    return static_cast<unsigned int>(AsInt(nBase));
 }
 
 unsigned long tString::AsUlong(int nBase) const

@@ -334,7 +334,7 @@ TOV_WIDE_TEXT bool AreSingleUnitsInWideVectors(const wchar_t* pUnits, std::size_
 } // namespace
 
 #if TOV_VECTOR_TEXT
-const wchar_t* FindUnitOrEnd(const wchar_t* szText, wchar_t cUnit)
+TOV_NOINLINE const wchar_t* FindUnitOrEnd(const wchar_t* szText, wchar_t cUnit)
 {
     const __m128i oUnit = Repeat(cUnit);
     constexpr std::uintptr_t GROUP_SIZE = 4 * sizeof(__m128i);
