@@ -204,6 +204,26 @@ std::string Repeated(const std::string& sText, int nTimes)
 // A text of bytes in either width.
 } // namespace
 
+// The search goes on after the length where a sharer has written there, and ends at the first zero.
+TYPED_TEST(CTOVStringLongSearchTest, FindsTheCharacterThatAPlainLoopFinds)
+{
+    for (int nRound = 0; nRound < ROUNDS; ++nRound)
+    {
+        const TypeParam oString =
+            this->RandomString(nRound % 4 == 0 ? 400 : 40, {'a', 'b', 'b', 'b', 'b', 'b', 'b', 0});
+        const int nStart = this->Random(static_cast<int>(oString.GetLength()) + 2);
+        int nExpected = -1;
+        if (nStart < oString.GetLength())
+        {
+            nExpected = nStart;
+            while (oString.GetString()[nExpected] != 'a' && oString.GetString()[nExpected] != 0)
+                ++nExpected;
+            nExpected = oString.GetString()[nExpected] != 0 ? nExpected : -1;
+        }
+        ASSERT_EQ(nExpected, oString.Find('a', nStart)) << nStart;
+    }
+}
+
 TYPED_TEST(CTOVStringLongSearchTest, EndsAsItsStepsTell)
 {
     this->ExpectTheEndsOfTheSteps({'a', 'a', 'B', 0});
