@@ -280,10 +280,11 @@ TOV_WIDE_TEXT inline const tUnit* FindInWideVectors(const tUnit* pUnits, std::si
     // All further vectors are aligned but the last one, which overlaps another.
     const tUnit* const pLast = pEnd - UNITS;
     pUnits += UNITS - reinterpret_cast<std::uintptr_t>(pUnits) % sizeof(__m512i) / sizeof(tUnit);
-    for (; static_cast<std::size_t>(pEnd - pUnits) >= GROUP; pUnits += GROUP)
+    for (std::size_t nGroups = static_cast<std::size_t>(pEnd - pUnits) / GROUP; nGroups > 0; --nGroups)
     {
         if (const tUnit* const pHit = FindInFourVectors(pUnits, oUnit))
             return pHit;
+        pUnits += GROUP;
     }
     for (; pUnits < pLast; pUnits += UNITS)
     {
