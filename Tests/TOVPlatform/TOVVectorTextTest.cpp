@@ -75,12 +75,12 @@ TYPED_TEST_SUITE(TOVVectorTextTest, tUnitTypes, );
 
 TYPED_TEST(TOVVectorTextTest, FindsAUnitAtEachPlaceOfATextOfEachLength)
 {
-    for (std::size_t nLength = 0; nLength <= MOST_UNITS; nLength += nLength < 140 ? 1 : 7)
+    for (std::size_t nLength = 0; nLength <= MOST_UNITS; nLength += nLength < 70 ? 1 : 23)
     {
         auto aText = this->RandomLetters(nLength + 1);
         aText[nLength] = 0;
         this->ExpectFound(aText.data(), nLength);
-        for (std::size_t nPlace = 0; nPlace < nLength; nPlace += nPlace < 140 ? 1 : 5)
+        for (std::size_t nPlace = 0; nPlace < nLength; nPlace += nPlace < 70 ? 1 : 3)
         {
             std::swap(aText[nPlace], aText[nLength]); // ends the text there
             this->ExpectFound(aText.data(), nLength);
@@ -95,7 +95,7 @@ TYPED_TEST(TOVVectorTextTest, FindsAUnitAtEachPlaceOfATextOfEachLength)
 
 TYPED_TEST(TOVVectorTextTest, FindsTheFirstOfManyUnitsAtEachAddress)
 {
-    for (std::size_t nRound = 0; nRound < 5000; ++nRound)
+    for (std::size_t nRound = 0; nRound < 2000; ++nRound)
     {
         const std::size_t nOffset = this->Random(ADDRESSES);
         const std::size_t nLength = this->Random(MOST_UNITS);
@@ -122,11 +122,11 @@ TYPED_TEST(TOVVectorTextTest, FindsAUnitAfterTheLengthWhereTheTextGoesOn)
 TYPED_TEST(TOVVectorTextTest, TellsSingleUnitsAtEachPlace)
 {
     const TypeParam acOther[] = {0, static_cast<TypeParam>(0x80), static_cast<TypeParam>(0xFF), 0x7F, 1};
-    for (std::size_t nCount = 0; nCount <= MOST_UNITS; nCount += nCount < 140 ? 1 : 7)
+    for (std::size_t nCount = 0; nCount <= MOST_UNITS; nCount += nCount < 70 ? 1 : 23)
     {
         auto aUnits = this->RandomLetters(nCount);
         this->ExpectSingleUnits(aUnits.data(), nCount);
-        for (std::size_t nPlace = 0; nPlace < nCount; nPlace += nPlace < 140 ? 1 : 5)
+        for (std::size_t nPlace = 0; nPlace < nCount; nPlace += nPlace < 70 ? 1 : 3)
         {
             const TypeParam cOld = aUnits[nPlace];
             aUnits[nPlace] = acOther[this->Random(std::size(acOther))];
@@ -139,7 +139,7 @@ TYPED_TEST(TOVVectorTextTest, TellsSingleUnitsAtEachPlace)
 
 TYPED_TEST(TOVVectorTextTest, TellsSingleUnitsAtEachAddress)
 {
-    for (std::size_t nRound = 0; nRound < 5000; ++nRound)
+    for (std::size_t nRound = 0; nRound < 2000; ++nRound)
     {
         const std::size_t nOffset = this->Random(ADDRESSES);
         const std::size_t nCount = this->Random(MOST_UNITS);
