@@ -225,6 +225,7 @@ bool CloseStream(tHandle hFile, FILE* pFile)
     ::clearerr_unlocked(pFile); // the runtime reports an earlier error as a failure to close
     const bool bClosed = ::fclose(pFile) == 0;
     std::free(std::exchange(s_apBuffers[hFile], nullptr));
+    s_aStreamOwners[hFile].Retire();
     return bClosed;
 }
 

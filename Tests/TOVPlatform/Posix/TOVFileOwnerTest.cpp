@@ -2,8 +2,11 @@
 #include "Support/Posix/TOVForkedChild.h"
 #include "Support/Posix/TOVPseudoTerminal.h"
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVFullDisk.h"
 #include "Support/TOVWaitInstruments.h"
 #include "TOVPlatform/TOVFileInstruments.h"
+
+#include <random>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -76,6 +79,36 @@ TEST_F(TOVPlatformFileOwnerTest, WritesLinesToATerminalAtOnce)
     EXPECT_EQ(6, ::read(oTerminal.Descriptor(), szSeen, sizeof szSeen - 1));
     EXPECT_STREQ("line\r\n", szSeen);
     EXPECT_EQ(File::eFileSuccess, File::Close(hTerminal));
+}
+
+TEST_F(TOVPlatformFileOwnerTest, FailsOnAFullDiskWhereTheRuntimeDoes)
+{
+    const CFullDisk oDisk;
+    const std::string sBytes(64, 'x');
+    std::mt19937 oRandom(23);
+    for (const bool bShared : {false, true})
+    {
+        const unsigned long long hFile = File::Open(oDisk.Path(), "wb");
+        ASSERT_NE(FILE_INVALID_HANDLE, hFile);
+        if (bShared)
+            File::CTOVHandleManager::Instance().GetFile(hFile);
+        FILE* const pPlain = std::fopen(oDisk.Path(), "wb");
+        ASSERT_NE(nullptr, pPlain);
+
+        int nFailures = 0;
+        for (int i = 0; i < 3000; ++i)
+        {
+            const std::size_t ulSize = 1 + oRandom() % 64;
+            const std::size_t ulTaken = std::fwrite(sBytes.data(), ulSize, 1, pPlain);
+            ASSERT_EQ(ulTaken, File::Write(hFile, sBytes.data(), static_cast<long>(ulSize), 1)) << i;
+            nFailures += ulTaken == 0 ? 1 : 0;
+        }
+        EXPECT_GT(nFailures, 10);
+
+        std::fclose(pPlain);
+        while (File::Close(hFile) != File::eFileSuccess) // a failed close keeps the file, without what it held
+            continue;
+    }
 }
 
 TEST_F(TOVPlatformFileOwnerTest, IsForgottenInAChildThoughItSleptThere)

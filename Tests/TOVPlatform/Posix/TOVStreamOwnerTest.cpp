@@ -12,7 +12,7 @@ using TOVPlatform::TOVPosix::CStreamOwner;
 namespace
 {
 // What one owner and one other thread do in turns of this number.
-constexpr int TURNS = 2000;
+constexpr int TURNS = 1000;
 constexpr int LOOKS = 20;
 
 struct sStage
