@@ -189,6 +189,9 @@ private:
     // Inserts elements before nIndex. Builds a new vector for that, so that they may be elements of this array.
     void InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount);
 
+    // Adds an element to a full array. A number is passed by value, so that a caller need not keep its own in memory.
+    void AddAside(std::conditional_t<std::is_scalar_v<T>, const T, const T&> oElement);
+
     // Returns the capacity for nNeeded elements, by the rule of growth.
     std::size_t GetCapacityFor(std::size_t nNeeded) const;
 
@@ -225,7 +228,7 @@ template<class T> TOV_TEMPLATE_INLINE long CTOVArray<T>::Add(const T& oElement)
     if (nOldSize != m_aArray.capacity())
         m_aArray.push_back(oElement);
     else
-        InsertAside(nOldSize, std::addressof(oElement), 1);
+        AddAside(oElement);
 
     return static_cast<long>(nOldSize);
 }
@@ -379,6 +382,12 @@ template<class T> void CTOVArray<T>::InsertAside(std::size_t nIndex, const T* pE
     aNew.insert(aNew.end(), pElements, pElements + nCount);
     aNew.insert(aNew.end(), pOld + nIndex, pOld + nOldSize);
     m_aArray.swap(aNew);
+}
+
+template<class T>
+TOV_NOINLINE void CTOVArray<T>::AddAside(std::conditional_t<std::is_scalar_v<T>, const T, const T&> oElement)
+{
+    InsertAside(m_aArray.size(), std::addressof(oElement), 1);
 }
 
 template<class T> std::size_t CTOVArray<T>::GetCapacityFor(std::size_t nNeeded) const
