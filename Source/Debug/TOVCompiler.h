@@ -107,6 +107,13 @@
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
+// Asks for the line of the cache at an address, which need not be one of the program. A hint that changes nothing else.
+#if defined(__GNUC__)
+#define TOV_PREFETCH(pAddress) __builtin_prefetch(pAddress)
+#else
+#define TOV_PREFETCH(pAddress) static_cast<void>(pAddress)
+#endif
+
 // Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.
 // Only Source/TOVPlatform/Vector uses it.
 #if (defined(__x86_64__) || defined(__i386__)) && defined(__GNUC__)
