@@ -58,6 +58,9 @@
 // TOV_EXPORT             exported class or function.
 // TOV_EXPORT_INLINE      replaces inline for a member of an exported class: the library always exports the member, even
 //                        where the compiler has inlined every call.
+// TOV_OUTSIDE_INLINE     a member that is defined in its class: only modules that use the library inline it. The
+// library's
+//                        own calls, which are direct anyway, would make it larger.
 // TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
@@ -112,6 +115,12 @@
 #define TOV_PREFETCH(pAddress) __builtin_prefetch(pAddress)
 #else
 #define TOV_PREFETCH(pAddress) static_cast<void>(pAddress)
+#endif
+
+#if defined(TOVKERNEL_BUILD) && defined(__GNUC__)
+#define TOV_OUTSIDE_INLINE __attribute__((noinline, used))
+#else
+#define TOV_OUTSIDE_INLINE
 #endif
 
 // Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.

@@ -107,6 +107,7 @@ public:
     bool operator==(const CTOVBuffer& oBuffer) const;
 
 private:
+    friend class CTOVSharedBlock<T>;
     friend class CTOVStringA;
     friend class CTOVStringW;
 
@@ -116,10 +117,10 @@ private:
     // Makes lSize elements that are not initialised, and no storage for lSize 0.
     explicit CTOVBuffer(long lSize);
 
-    // Takes over a block of NewBlock.
+    // Takes over a block of this size, or one without storage and size 0.
     struct sNewBlock
     {
-        CTOVSharedBlock<T>* pBlock;
+        CTOVRefCountObject<T>* pBlock;
         long lSize;
     };
     explicit CTOVBuffer(const sNewBlock& oNew);
@@ -132,21 +133,24 @@ private:
     // Replaces the block by a new one that begins with the first lNumKept elements.
     void MakeUnique(long lNumElements, long lNumKept, bool bGrows = false);
 
-    // Replaces the block by one of NewBlock.
-    void Take(CTOVSharedBlock<T>* pNew, long lNumElements);
+    // Replaces the block by a new one.
+    void Take(const sNewBlock& oNew);
 
     // Releases a block. Whether it is a CTOVSharedBlock is known, so that no virtual call is needed: it is one if there
     // is storage. So a block of this class is not left to the smart pointer.
-    static void ReleaseBlock(CTOVRefCountObject<T>* pBlock);
+    TOV_NOINLINE static void ReleaseBlock(CTOVRefCountObject<T>* pBlock);
+
+    // Does the same, and lets no exception of a failed check escape.
+    TOV_NOINLINE static void ReleaseAtEnd(CTOVRefCountObject<T>* pBlock) noexcept;
 
     // For strings: adds elements that are not initialised. They may take the unused rest of a sole owner's block, or a
     // new block that has room for more, so that a loop of appends is linear. No size shows either. GrowInPlace only
-    // does the former, and returns false where it cannot.
+    // does the former, and returns the first element, or null where it cannot.
     void Grow(long lNumElements);
-    bool GrowInPlace(long lNumElements);
+    T* GrowInPlace(long lNumElements);
 
     // For strings: returns a new block for a text of this length, which must be above 0, and its terminator.
-    static CTOVSharedBlock<T>* NewText(const T* pText, long lLength);
+    TOV_NOINLINE static CTOVSharedBlock<T>* NewText(const T* pText, long lLength);
 
     // Copies between blocks that do not overlap. Short texts are copied without a call.
     static void CopyText(T* pDestination, const T* pText, long lLength);
@@ -202,7 +206,14 @@ template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : CT
 
 template<class T> CTOVBuffer<T>::~CTOVBuffer() noexcept
 {
-    TOVDebug::RunInDestructor([this] { ReleaseBlock(m_pArray.m_pObject); });
+    // The two usual cases make no call that returns here.
+    CTOVRefCountObject<T>* const pBlock = m_pArray.m_pObject;
+    if (pBlock->m_lRefCount > 1)
+        --pBlock->m_lRefCount;
+    else if (pBlock->m_lRefCount == 1 && pBlock->m_pObject != nullptr)
+        static_cast<CTOVSharedBlock<T>*>(pBlock)->Free();
+    else
+        ReleaseAtEnd(pBlock);
     m_pArray.m_pObject = nullptr;
 }
 
@@ -379,15 +390,19 @@ template<class T> void CTOVBuffer<T>::MakeUnique(long lNumElements, long lNumKep
     CTOVSharedBlock<T>* const pNew = NewBlock(lNumElements, bGrows);
     if (lNumKept > 0)
         std::memcpy(static_cast<void*>(pNew->GetElements()), m_pArray.Get(), GetByteCount(lNumKept));
-    Take(pNew, lNumElements);
+    Take({pNew, lNumElements});
 }
 
-template<class T> void CTOVBuffer<T>::Take(CTOVSharedBlock<T>* pNew, long lNumElements)
+template<class T> void CTOVBuffer<T>::Take(const sNewBlock& oNew)
 {
     CTOVRefCountObject<T>* const pOld = m_pArray.m_pObject;
-    m_pArray.m_pObject = pNew;
-    m_lSize = lNumElements;
-    ReleaseBlock(pOld);
+    m_pArray.m_pObject = oNew.pBlock;
+    m_lSize = oNew.lSize;
+    // A string is often filled after it was made empty.
+    if (pOld->m_lRefCount == 1 && pOld->m_pObject == nullptr)
+        CTOVRefCountObject<T>::operator delete(pOld, sizeof(*pOld));
+    else
+        ReleaseBlock(pOld);
 }
 
 template<class T> void CTOVBuffer<T>::ReleaseBlock(CTOVRefCountObject<T>* pBlock)
@@ -398,33 +413,38 @@ template<class T> void CTOVBuffer<T>::ReleaseBlock(CTOVRefCountObject<T>* pBlock
         pBlock->Release(); // which fails the check
     else if (pBlock->m_pObject != nullptr)
         static_cast<CTOVSharedBlock<T>*>(pBlock)->Free();
-    else
-        CTOVSmartPointer<T>::Release(pBlock);
+    else // the destructor of a block that owns nothing does nothing
+        CTOVRefCountObject<T>::operator delete(pBlock, sizeof(*pBlock));
+}
+
+template<class T> void CTOVBuffer<T>::ReleaseAtEnd(CTOVRefCountObject<T>* pBlock) noexcept
+{
+    TOVDebug::RunInDestructor([pBlock] { ReleaseBlock(pBlock); });
 }
 
 template<class T> void CTOVBuffer<T>::Grow(long lNumElements)
 {
-    if (!GrowInPlace(lNumElements))
+    if (GrowInPlace(lNumElements) == nullptr)
         MakeUnique(lNumElements, m_lSize, m_lSize > 0);
 }
 
-template<class T> TOV_TEMPLATE_INLINE bool CTOVBuffer<T>::GrowInPlace(long lNumElements)
+template<class T> TOV_TEMPLATE_INLINE T* CTOVBuffer<T>::GrowInPlace(long lNumElements)
 {
     CTOVRefCountObject<T>* const pBlock = m_pArray.m_pObject;
     if (pBlock->m_lRefCount != 1 || pBlock->m_pObject == nullptr ||
         !static_cast<CTOVSharedBlock<T>*>(pBlock)->HasRoom(static_cast<std::size_t>(lNumElements) + 1))
-        return false;
+        return nullptr;
 
-    pBlock->m_pObject[lNumElements] = T();
     m_lSize = lNumElements;
-    return true;
+    T* const pElements = static_cast<CTOVSharedBlock<T>*>(pBlock)->GetElements();
+    pElements[lNumElements] = T();
+    return pElements;
 }
 
-template<class T> TOV_TEMPLATE_INLINE CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pText, long lLength)
+template<class T> CTOVSharedBlock<T>* CTOVBuffer<T>::NewText(const T* pText, long lLength)
 {
     CTOVSharedBlock<T>* const pNew = NewBlock(lLength + 1, false);
-    CopyText(pNew->GetElements(), pText, lLength);
-    pNew->GetElements()[lLength] = T();
+    pNew->SetText(0, pText, lLength);
     return pNew;
 }
 
@@ -439,16 +459,20 @@ template<class T> TOV_TEMPLATE_INLINE void CTOVBuffer<T>::CopyText(T* pDestinati
         std::memcpy(pTo, pFrom, nSize);
         std::memcpy(pTo + nBytes - nSize, pFrom + nBytes - nSize, nSize);
     };
-    if (nBytes > 32 || nBytes < 2)
+    if (nBytes > 64)
         std::memcpy(pTo, pFrom, nBytes);
+    else if (nBytes > 32)
+        fnMoveEnds(std::integral_constant<std::size_t, 32>());
     else if (nBytes >= 16)
         fnMoveEnds(std::integral_constant<std::size_t, 16>());
     else if (nBytes >= 8)
         fnMoveEnds(std::integral_constant<std::size_t, 8>());
     else if (nBytes >= 4)
         fnMoveEnds(std::integral_constant<std::size_t, 4>());
-    else
+    else if (nBytes >= 2)
         fnMoveEnds(std::integral_constant<std::size_t, 2>());
+    else if (nBytes == 1)
+        *pTo = *pFrom;
 }
 
 template<class T> void CTOVBuffer<T>::MoveElements(T* pDestination, const T* pSource, long lNumElements)

@@ -4,6 +4,7 @@
 #include <TOVDesignPatterns/TOVRefCount.h>
 
 #include <cstdint>
+#include <cstring>
 
 // The control block of a CTOVBuffer. It is one block of memory, which may be larger than the elements need:
 //
@@ -23,23 +24,32 @@ public:
     ~CTOVSharedBlock() override;
 
     // Returns a new block with count 1 and room for nElements or more, which are not initialised. With bGrows, the
-    // block gets an eighth more room, so that a loop of appends copies a number of elements that is linear in their
-    // sum.
+    // size is rounded up so that a loop of appends copies a number of elements that is linear in their sum.
     static CTOVSharedBlock* Make(std::size_t nElements, bool bGrows);
+
+    // Does the same as Make, without bGrows, if the calling thread has freed a block of this size, and returns null
+    // otherwise: no call can follow, so that the caller has nothing to keep for its time after one.
+    static CTOVSharedBlock* TakeFreed(std::size_t nElements);
 
     // Returns whether the block has room for nElements.
     bool HasRoom(std::size_t nElements) const { return GetBytes(nElements) <= m_ulBytes; }
 
-    T* GetElements() { return this->m_pObject; }
+    // This needs no load from a block that has just been made.
+    T* GetElements() { return reinterpret_cast<T*>(reinterpret_cast<unsigned char*>(this) + FIRST_ELEMENT); }
+
+    // Copies a text to lStart, and makes the terminator and the hidden element after it zero. The block has room for
+    // both, and does not overlap the text.
+    void SetText(long lStart, const T* pText, long lLength);
 
     // Frees a block of which the caller holds the last reference.
     void Free();
 
 private:
-    // The largest of all blocks has 2 GB and an eighth.
+    // The largest of all blocks has little more than 2 GB.
     explicit CTOVSharedBlock(std::uint32_t ulBytes);
 
     static constexpr std::size_t GetBytes(std::size_t nElements);
+    static constexpr std::size_t RoundUpToGrow(std::size_t nBytes);
     TOV_NOINLINE static CTOVSharedBlock* MakeLarge(std::size_t nBytes);
 
     // The first element follows the last member, without the gap that would end an object of this class.
@@ -51,9 +61,7 @@ private:
 };
 
 template<class T>
-CTOVSharedBlock<T>::CTOVSharedBlock(std::uint32_t ulBytes)
-    : CTOVRefCountObject<T>(reinterpret_cast<T*>(reinterpret_cast<unsigned char*>(this) + FIRST_ELEMENT)),
-      m_ulBytes(ulBytes)
+CTOVSharedBlock<T>::CTOVSharedBlock(std::uint32_t ulBytes) : CTOVRefCountObject<T>(GetElements()), m_ulBytes(ulBytes)
 {
 }
 
@@ -69,16 +77,36 @@ template<class T> constexpr std::size_t CTOVSharedBlock<T>::GetBytes(std::size_t
     return TOV_ROUND_BLOCKS || nBytes > sizeof(CTOVSharedBlock) ? nBytes : sizeof(CTOVSharedBlock);
 }
 
+// Between a power of 2 and the next one, there are 4 sizes. They fill a block of the usual heap with its
+// administration.
+template<class T> constexpr std::size_t CTOVSharedBlock<T>::RoundUpToGrow(std::size_t nBytes)
+{
+    std::size_t nStep = 16;
+    while (nStep <= nBytes / 8)
+        nStep *= 2;
+    const std::size_t nRounded = (nBytes + 8 + nStep - 1) / nStep * nStep - 8;
+    // The largest block of the lists is used, too.
+    constexpr std::size_t LARGEST_SIZE = TOVPlatform::TOVMemoryList::LARGEST_SIZE;
+    return nBytes <= LARGEST_SIZE && nRounded > LARGEST_SIZE ? LARGEST_SIZE : nRounded;
+}
+
 template<class T> inline CTOVSharedBlock<T>* CTOVSharedBlock<T>::Make(std::size_t nElements, bool bGrows)
 {
     std::size_t nBytes = GetBytes(nElements);
     if (TOV_ROUND_BLOCKS && bGrows && nBytes < 0x40000000) // so that no block has room for 2 GB
-        nBytes += nBytes / 8;
+        nBytes = RoundUpToGrow(nBytes);
     if (IS_OVERALIGNED || nBytes > TOVPlatform::TOVMemoryList::LARGEST_SIZE)
         return MakeLarge(nBytes);
 
     nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(nBytes);
     return ::new (TOVPlatform::TOVMemoryList::Allocate(nBytes)) CTOVSharedBlock(static_cast<std::uint32_t>(nBytes));
+}
+
+template<class T> inline CTOVSharedBlock<T>* CTOVSharedBlock<T>::TakeFreed(std::size_t nElements)
+{
+    const std::size_t nBytes = TOVPlatform::TOVMemoryList::GetBlockSize(GetBytes(nElements));
+    void* const pMemory = IS_OVERALIGNED ? nullptr : TOVPlatform::TOVMemoryList::TakeFreed(nBytes);
+    return pMemory != nullptr ? ::new (pMemory) CTOVSharedBlock(static_cast<std::uint32_t>(nBytes)) : nullptr;
 }
 
 template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::MakeLarge(std::size_t nBytes)
@@ -90,6 +118,13 @@ template<class T> CTOVSharedBlock<T>* CTOVSharedBlock<T>::MakeLarge(std::size_t 
     else
         pMemory = TOVPlatform::TOVMemoryList::Allocate(nBytes);
     return ::new (pMemory) CTOVSharedBlock(static_cast<std::uint32_t>(nBytes));
+}
+
+template<class T> inline void CTOVSharedBlock<T>::SetText(long lStart, const T* pText, long lLength)
+{
+    T* const pElements = GetElements() + lStart;
+    CTOVBuffer<T>::CopyText(pElements, pText, lLength);
+    std::memset(static_cast<void*>(pElements + lLength), 0, 2 * sizeof(T));
 }
 
 template<class T> inline void CTOVSharedBlock<T>::Free()

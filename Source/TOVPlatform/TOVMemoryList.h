@@ -37,6 +37,9 @@ constexpr std::size_t GetBlockSize(std::size_t nSize)
 // what operator new throws.
 inline void* Allocate(std::size_t nBlockSize);
 
+// Does the same if the calling thread has freed such a block, and returns null otherwise.
+inline void* TakeFreed(std::size_t nBlockSize);
+
 // Frees a block of Allocate, of which the size is the one that was given there. Any thread may free it.
 inline void Free(void* pBlock, std::size_t nBlockSize) noexcept;
 
@@ -73,19 +76,21 @@ extern TOV_EXPORT TOV_THREAD_LISTS_STORAGE sLists* t_pLists;
 TOV_EXPORT void* AllocateAnew(std::size_t nBlockSize);
 TOV_EXPORT void FreeWithoutRoom(void* pBlock, std::size_t nBlockSize) noexcept;
 
+inline void* TakeFreed(std::size_t nBlockSize)
+{
+    if (!TOV_USE_MEMORY_LISTS || nBlockSize > LARGEST_SIZE)
+        return nullptr;
+    sFreeBlock*& pFirst = t_pLists->apFirst[GetListIndex(nBlockSize)];
+    sFreeBlock* const pBlock = pFirst;
+    if (pBlock != nullptr)
+        pFirst = pBlock->pNext;
+    return pBlock;
+}
+
 inline void* Allocate(std::size_t nBlockSize)
 {
-    if (TOV_USE_MEMORY_LISTS && nBlockSize <= LARGEST_SIZE)
-    {
-        sLists& oLists = *t_pLists;
-        const std::size_t nIndex = GetListIndex(nBlockSize);
-        if (sFreeBlock* const pBlock = oLists.apFirst[nIndex])
-        {
-            oLists.apFirst[nIndex] = pBlock->pNext;
-            return pBlock;
-        }
-    }
-    return AllocateAnew(nBlockSize);
+    void* const pBlock = TakeFreed(nBlockSize);
+    return pBlock != nullptr ? pBlock : AllocateAnew(nBlockSize);
 }
 
 inline void Free(void* pBlock, std::size_t nBlockSize) noexcept

@@ -6,6 +6,7 @@
 #include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVShortNumber.h>
 #include <TOVPlatform/TOVText.h>
+#include <TOVPlatform/Vector/TOVVectorShortText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVResourceLoader.h>
 #include <TOVString/TOVStringId.h>
@@ -42,17 +43,6 @@ int LengthOf(const char* szText)
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVStringA>;
 template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringA>;
 
-CTOVStringA::CTOVStringA()
-{
-    Init();
-}
-
-CTOVStringA::CTOVStringA(const char* szString) : CTOVStringA(sText{szString, IsText(szString) ? LengthOf(szString) : 0})
-{
-    if (!IsText(szString) && szString != nullptr)
-        *this = szString;
-}
-
 CTOVStringA::CTOVStringA(const CTOVStringW& oOther)
 {
     Init();
@@ -64,16 +54,6 @@ CTOVStringA::CTOVStringA(char cChar, int nCount)
     Init();
     Fill(*this, cChar, nCount);
 }
-
-CTOVStringA::CTOVStringA(const sText& oText)
-    : m_oData(oText.nLength > 0
-                  ? tBuffer(tBuffer::sNewBlock{tBuffer::NewText(oText.szText, oText.nLength), oText.nLength + 1L})
-                  : tBuffer()),
-      m_nStringLength(oText.nLength)
-{
-}
-
-CTOVStringA::~CTOVStringA() = default;
 
 const CTOVStringA& CTOVStringA::operator=(const char* szString)
 {

@@ -57,15 +57,26 @@ class TOV_EXPORT CTOVStringA
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
-    virtual ~CTOVStringA();
+    TOV_OUTSIDE_INLINE virtual ~CTOVStringA() {}
 
     // An empty text, and an nCount of 0 or less, allocate no block.
-    CTOVStringA();
-    CTOVStringA(const char* szString); // does the same as operator=(const char*), string ids included
+    TOV_OUTSIDE_INLINE CTOVStringA() : m_nStringLength(0) {}
+    // Does the same as operator=(const char*), string ids included.
+    TOV_OUTSIDE_INLINE CTOVStringA(const char* szString) : CTOVStringA(NewText(szString))
+    {
+        if (m_oData.m_lSize == 0)
+            *this = szString; // which may be a string id
+    }
     // Shares oOther's block. Settled: a string without a block has a holder of its own.
     CTOVStringA(const CTOVStringA& oOther);
     CTOVStringA(const CTOVStringW& oOther); // copies the low 8 bits of each character; no code page is used
     CTOVStringA(char cChar, int nCount);    // repeats cChar nCount times
+
+    // Internal: takes over a block that is filled by a text and its terminator, or has no storage.
+    explicit CTOVStringA(const CTOVBuffer<char>::sNewBlock& oText)
+        : m_oData(oText), m_nStringLength(static_cast<int>(oText.lSize) - (oText.lSize != 0 ? 1 : 0))
+    {
+    }
 
     // Returns the empty string that the whole process shares, for functions that return a reference and have no text.
     // Creates it if it does not exist. It is writable, and nothing protects it: every user of it sees a change.
@@ -222,13 +233,15 @@ private:
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const char* szString); // 0 for NULL
 
-    // Copies exactly nLength characters. With nLength 0 there is no block, and szText may be NULL.
-    struct sText
-    {
-        const char* szText;
-        int nLength;
-    };
-    explicit CTOVStringA(const sText& oText);
+    // These return a new block that is filled by a text and its terminator. A text without a given length is copied up
+    // to its terminator; NULL and a string id make no storage, like an empty text. The last form makes it of two texts,
+    // one after the other, and with bGrows as in CTOVSharedBlock::Make.
+    typedef CTOVBuffer<char>::sNewBlock tNewBlock;
+    static tNewBlock NewText(const char* szText);
+    TOV_NOINLINE static tNewBlock NewText(const char* pText, int nLength);
+    TOV_NOINLINE static tNewBlock NewText(const char* pText1, int nLength1, const char* pText2, int nLength2,
+                                          bool bGrows);
+    static constexpr int NO_LENGTH = -1;
 
     CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;      // the length of the text
@@ -242,17 +255,18 @@ TOV_EXPORT_INLINE CTOVStringA::CTOVStringA(const CTOVStringA& oOther)
 // A loop of these finds room nearly every time.
 TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(char cChar)
 {
-    const long lEnd = m_nStringLength;
-    if (m_oData.m_lSize >= lEnd + 2 || m_oData.GrowInPlace(lEnd + 2))
+    const int nEnd = m_nStringLength;
+    char* const pText = m_oData.m_lSize >= nEnd + 2L ? m_oData.GetBuffer() : m_oData.GrowInPlace(nEnd + 2L);
+    if (pText != nullptr)
     {
-        char* const pEnd = m_oData.GetBuffer() + lEnd;
-        pEnd[0] = cChar;
-        pEnd[1] = 0;
-        ++m_nStringLength;
+        m_nStringLength = nEnd + 1;
+        pText[nEnd] = cChar;
+        pText[nEnd + 1] = 0;
     }
     else
     {
-        ConcatInPlace(1, &cChar);
+        const char acText[] = {cChar};
+        ConcatInPlace(1, acText);
     }
     return *this;
 }

@@ -4,6 +4,7 @@
 namespace
 {
 typedef CTOVBuffer<tUnit> tBuffer;
+typedef CTOVSharedBlock<tUnit> tBlock;
 typedef std::optional<tBuffer> tKeptBlock;
 
 // The one range of lengths. A sum comes in wider, so that it does not wrap on its way here.
@@ -12,6 +13,31 @@ int CheckedLength(long long nLength)
     TOV_ASSERT(nLength >= 0);
     TOV_ASSERT(nLength <= INT_MAX-1);
     return static_cast<int>(nLength);
+}
+
+// Returns a block with the text, or null if the text is empty or not short, or the thread has no free block.
+inline tBlock* TakeForShortText(const tUnit* pText, unsigned int nLength)
+{
+    if (nLength == 0 || nLength >= TOVPlatform::Vector::SHORT_LENGTH)
+        return nullptr;
+    tBlock* const pNew = tBlock::TakeFreed(nLength + 2);
+    if (pNew != nullptr)
+        pNew->SetText(0, pText, nLength);
+    return pNew;
+}
+
+// Does the same for two texts, one after the other, of which one may be empty.
+inline tBlock* TakeForShortTexts(const tUnit* pText1, unsigned int nLength1, const tUnit* pText2, unsigned int nLength2)
+{
+    if (nLength1 >= TOVPlatform::Vector::SHORT_LENGTH || nLength2 >= TOVPlatform::Vector::SHORT_LENGTH)
+        return nullptr;
+    tBlock* const pNew = tBlock::TakeFreed(nLength1 + nLength2 + 2);
+    if (pNew != nullptr)
+    {
+        pNew->SetText(0, pText1, nLength1);
+        pNew->SetText(nLength1, pText2, nLength2);
+    }
+    return pNew;
 }
 
 // A string without a block has no place for a terminator and needs none.
@@ -83,6 +109,40 @@ tString& tString::Null()
     return CTOVDynamicSingleton<tString>::GetInstance();
 }
 
+// The usual case makes no call: a short text for whose block the thread has a free one.
+tBuffer::sNewBlock tString::NewText(const tUnit* szText)
+{
+    if (TOV_USE_MEMORY_LISTS && IsText(szText))
+    {
+        const unsigned int nLength = TOVPlatform::Vector::ShortLength(szText);
+        if (tBlock* const pNew = TakeForShortText(szText, nLength))
+            return {pNew, static_cast<long>(nLength + 1)};
+    }
+    return NewText(szText, NO_LENGTH);
+}
+
+tBuffer::sNewBlock tString::NewText(const tUnit* pText, int nLength)
+{
+    if (nLength == NO_LENGTH)
+        nLength = IsText(pText) ? LengthOf(pText) : 0;
+    if (nLength == 0)
+        return {new CTOVRefCountObject<tUnit>(), 0};
+    tBlock* const pNew = tBlock::TakeFreed(nLength + 2L);
+    if (pNew == nullptr)
+        return {tBuffer::NewText(pText, nLength), nLength + 1L};
+    pNew->SetText(0, pText, nLength);
+    return {pNew, nLength + 1L};
+}
+
+tBuffer::sNewBlock tString::NewText(const tUnit* pText1, int nLength1, const tUnit* pText2, int nLength2, bool bGrows)
+{
+    const long lSize = static_cast<long>(nLength1) + nLength2 + 1;
+    tBlock* const pNew = tBuffer::NewBlock(lSize, bGrows);
+    pNew->SetText(0, pText1, nLength1);
+    pNew->SetText(nLength1, pText2, nLength2);
+    return {pNew, lSize};
+}
+
 const tString& tString::operator=(const tString& oOther)
 {
     // Settled: lengths that differ on one block survive an assignment.
@@ -132,8 +192,10 @@ void tString::AssignCopy(int nLength, const tUnit* szString)
     if (CheckedLength(nLength) > 0 && szString != nullptr)
     {
         // The text may lie in the old block, which goes last.
-        m_oData.Take(tBuffer::NewText(szString, nLength), nLength + 1L);
+        tBlock* const pShort = TakeForShortText(szString, nLength);
+        const tNewBlock oNew = pShort != nullptr ? tNewBlock{pShort, nLength + 1L} : NewText(szString, nLength);
         m_nStringLength = nLength;
+        m_oData.Take(oNew);
         return;
     }
     if (nLength > 0)
@@ -156,12 +218,11 @@ void tString::ConcatCopy(int nLength1, const tUnit* sz1, int nLength2, const tUn
     if (nLength1 >= 0 && nLength2 >= 0 && sz1 != nullptr && sz2 != nullptr)
     {
         const int nLength = CheckedLength(llSum);
-        CTOVSharedBlock<tUnit>* const pNew = tBuffer::NewBlock(nLength + 1L, false);
-        tBuffer::CopyText(pNew->GetElements(), sz1, nLength1);
-        tBuffer::CopyText(pNew->GetElements() + nLength1, sz2, nLength2);
-        m_oData.Take(pNew, nLength + 1L);
+        tBlock* const pShort = TakeForShortTexts(sz1, nLength1, sz2, nLength2);
+        const tNewBlock oNew =
+            pShort != nullptr ? tNewBlock{pShort, nLength + 1L} : NewText(sz1, nLength1, sz2, nLength2, false);
         m_nStringLength = nLength;
-        Terminate(m_oData, nLength);
+        m_oData.Take(oNew);
         return;
     }
 
@@ -183,12 +244,19 @@ void tString::ConcatInPlace(int nLength, const tUnit* szString)
     const int nNewLength = CheckedLength(static_cast<long long>(nOldLength) + nLength);
     if (m_oData.GetSize() < nNewLength + 1)
     {
-        // A source inside the string's own text moves with it.
-        const bool bOwnText = IsInBlock(m_oData, szString);
-        const std::ptrdiff_t nOffset = bOwnText ? szString - GetString() : 0;
-        m_oData.Grow(nNewLength + 1);
-        if (bOwnText)
-            szString = GetString() + nOffset;
+        if (szString != nullptr && m_oData.GrowInPlace(nNewLength + 1) == nullptr)
+        {
+            // The text may lie in the old block, which goes last.
+            tBlock* const pShort = TakeForShortTexts(GetString(), nOldLength, szString, nLength);
+            const tNewBlock oNew = pShort != nullptr
+                                       ? tNewBlock{pShort, nNewLength + 1L}
+                                       : NewText(GetString(), nOldLength, szString, nLength, m_oData.m_lSize > 0);
+            m_nStringLength = nNewLength;
+            m_oData.Take(oNew);
+            return;
+        }
+        if (szString == nullptr)
+            m_oData.Grow(nNewLength + 1);
     }
     m_oData.SetElements(nOldLength, szString, nLength);
     m_nStringLength = nNewLength;

@@ -213,7 +213,7 @@ tString tString::Mid(int nFirst, int nCount) const
         return *this;
 
     if (nCount > 0)
-        return tString(sText{GetString() + nFirst, nCount});
+        return tString(NewText(GetString() + nFirst, nCount));
     // Settled: a start at the capacity or after it is a fault. The new string has no block then, which fails a check.
     tString oPart;
     oPart.m_oData.SetElements(0, nullptr, 0);
@@ -393,7 +393,7 @@ int tString::Format(const tUnit* szFormat, ...)
         const int nBound = oPlainFormat.GetBound();
         if (m_oData.m_lSize <= nBound)
         {
-            m_oData.Take(tBuffer::NewBlock(nBound + 1, false), nBound + 1);
+            m_oData.Take({tBuffer::NewBlock(nBound + 1, false), nBound + 1L});
             Terminate(m_oData, nBound);
         }
         m_nStringLength = oPlainFormat.GetLength();

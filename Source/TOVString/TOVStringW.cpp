@@ -5,6 +5,7 @@
 #include <TOVPlatform/TOVPlainFormat.h>
 #include <TOVPlatform/TOVShortNumber.h>
 #include <TOVPlatform/TOVText.h>
+#include <TOVPlatform/Vector/TOVVectorShortText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 #include <TOVString/TOVStringA.h>
 
@@ -25,6 +26,11 @@ typedef wchar_t tUnit;
 
 namespace
 {
+bool IsText(const wchar_t* szText)
+{
+    return szText != nullptr;
+}
+
 int LengthOf(const wchar_t* szText)
 {
     return TOVText::Length(szText);
@@ -38,15 +44,6 @@ int LengthOf(const wchar_t* szText)
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVStringW>;
 template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringW>;
 
-CTOVStringW::CTOVStringW()
-{
-    Init();
-}
-
-CTOVStringW::CTOVStringW(const wchar_t* szString) : CTOVStringW(sText{szString, GetSafeStringLength(szString)})
-{
-}
-
 CTOVStringW::CTOVStringW(const CTOVStringA& oOther)
 {
     Init();
@@ -58,16 +55,6 @@ CTOVStringW::CTOVStringW(wchar_t cChar, int nCount)
     Init();
     Fill(*this, cChar, nCount);
 }
-
-CTOVStringW::CTOVStringW(const sText& oText)
-    : m_oData(oText.nLength > 0
-                  ? tBuffer(tBuffer::sNewBlock{tBuffer::NewText(oText.szText, oText.nLength), oText.nLength + 1L})
-                  : tBuffer()),
-      m_nStringLength(oText.nLength)
-{
-}
-
-CTOVStringW::~CTOVStringW() = default;
 
 // Settled: wide text has no string ids.
 const CTOVStringW& CTOVStringW::operator=(const wchar_t* szString)

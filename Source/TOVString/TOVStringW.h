@@ -32,17 +32,23 @@ class TOV_EXPORT CTOVStringW
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
-    virtual ~CTOVStringW();
+    TOV_OUTSIDE_INLINE virtual ~CTOVStringW() {}
 
     // An empty text, and an nCount of 0 or less, allocate no block.
-    CTOVStringW();
-    CTOVStringW(const wchar_t* szString);
+    TOV_OUTSIDE_INLINE CTOVStringW() : m_nStringLength(0) {}
+    TOV_OUTSIDE_INLINE CTOVStringW(const wchar_t* szString) : CTOVStringW(NewText(szString)) {}
     // Shares oOther's block. Settled: a string without a block has a holder of its own.
     CTOVStringW(const CTOVStringW& oOther);
     CTOVStringW(const CTOVStringA& oOther); // zero-extends each byte; no code page is used
     // Settled: makes room for nCount characters and sets nCount bytes to the low byte of cChar. Each character of the
     // first half then holds that byte twice, and the rest is undefined.
     CTOVStringW(wchar_t cChar, int nCount);
+
+    // Internal: takes over a block that is filled by a text and its terminator, or has no storage.
+    explicit CTOVStringW(const CTOVBuffer<wchar_t>::sNewBlock& oText)
+        : m_oData(oText), m_nStringLength(static_cast<int>(oText.lSize) - (oText.lSize != 0 ? 1 : 0))
+    {
+    }
 
     // Returns the empty wide string that the whole process shares. Creates it if it does not exist. It is writable, and
     // nothing protects it.
@@ -152,13 +158,15 @@ private:
     TOV_EXPORT_INLINE void Init() { m_nStringLength = 0; }
     static int GetSafeStringLength(const wchar_t* szString); // 0 for NULL
 
-    // Copies exactly nLength characters. With nLength 0 there is no block, and szText may be NULL.
-    struct sText
-    {
-        const wchar_t* szText;
-        int nLength;
-    };
-    explicit CTOVStringW(const sText& oText);
+    // These return a new block that is filled by a text and its terminator. A text without a given length is copied up
+    // to its terminator; NULL and a string id make no storage, like an empty text. The last form makes it of two texts,
+    // one after the other, and with bGrows as in CTOVSharedBlock::Make.
+    typedef CTOVBuffer<wchar_t>::sNewBlock tNewBlock;
+    static tNewBlock NewText(const wchar_t* szText);
+    TOV_NOINLINE static tNewBlock NewText(const wchar_t* pText, int nLength);
+    TOV_NOINLINE static tNewBlock NewText(const wchar_t* pText1, int nLength1, const wchar_t* pText2, int nLength2,
+                                          bool bGrows);
+    static constexpr int NO_LENGTH = -1;
 
     CTOVBuffer<wchar_t> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;         // the length of the text
@@ -172,17 +180,18 @@ TOV_EXPORT_INLINE CTOVStringW::CTOVStringW(const CTOVStringW& oOther)
 // A loop of these finds room nearly every time.
 TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(wchar_t cChar)
 {
-    const long lEnd = m_nStringLength;
-    if (m_oData.m_lSize >= lEnd + 2 || m_oData.GrowInPlace(lEnd + 2))
+    const int nEnd = m_nStringLength;
+    wchar_t* const pText = m_oData.m_lSize >= nEnd + 2L ? m_oData.GetBuffer() : m_oData.GrowInPlace(nEnd + 2L);
+    if (pText != nullptr)
     {
-        wchar_t* const pEnd = m_oData.GetBuffer() + lEnd;
-        pEnd[0] = cChar;
-        pEnd[1] = 0;
-        ++m_nStringLength;
+        m_nStringLength = nEnd + 1;
+        pText[nEnd] = cChar;
+        pText[nEnd + 1] = 0;
     }
     else
     {
-        ConcatInPlace(1, &cChar);
+        const wchar_t acText[] = {cChar};
+        ConcatInPlace(1, acText);
     }
     return *this;
 }

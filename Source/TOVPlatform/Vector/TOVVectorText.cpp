@@ -9,20 +9,6 @@
 #include <cstdint>
 #include <cstring>
 
-// The sanitizers report reads after the end of a block, which the vectors make: their builds have the plain loops.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define TOV_VECTOR_TEXT 0
-#endif
-#endif
-#if !defined(TOV_VECTOR_TEXT)
-#if defined(__SSE2__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-#define TOV_VECTOR_TEXT 1
-#else
-#define TOV_VECTOR_TEXT 0
-#endif
-#endif
-
 #if TOV_VECTOR_TEXT
 #include <immintrin.h>
 #endif

@@ -3,9 +3,23 @@
 
 #include <cstddef>
 
+// The sanitizers report reads after the end of a block, which the vectors make: their builds have the plain loops.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define TOV_VECTOR_TEXT 0
+#endif
+#endif
+#if !defined(TOV_VECTOR_TEXT)
+#if defined(__SSE2__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#define TOV_VECTOR_TEXT 1
+#else
+#define TOV_VECTOR_TEXT 0
+#endif
+#endif
+
 namespace TOVPlatform
 {
-// Each function does the same with vector instructions and without them; TOVVectorText.cpp says when it uses them.
+// Each function does the same with vector instructions and without them, as TOV_VECTOR_TEXT says.
 // Texts are zero-terminated. The vectors may read units that follow a text, but no other page of memory.
 namespace Vector
 {

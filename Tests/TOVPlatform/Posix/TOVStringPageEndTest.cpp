@@ -1,36 +1,12 @@
 // Texts that begin or end where the next page of memory cannot be read.
+#include "Support/Posix/TOVLonePage.h"
 #include "TOVPlatform/TOVStringApis.h"
 
 #include <algorithm>
-#include <stdexcept>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace
 {
 constexpr int MAX_LENGTH = 70;
-
-// One page between two that nobody may read.
-class CLonePage
-{
-public:
-    CLonePage() : m_nSize(static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)))
-    {
-        m_pPages = ::mmap(nullptr, 3 * m_nSize, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (m_pPages == MAP_FAILED || ::mprotect(GetStart(), m_nSize, PROT_READ | PROT_WRITE) != 0)
-            throw std::runtime_error("no page");
-    }
-    ~CLonePage() { ::munmap(m_pPages, 3 * m_nSize); }
-    CLonePage(const CLonePage&) = delete;
-    CLonePage& operator=(const CLonePage&) = delete;
-
-    char* GetStart() const { return static_cast<char*>(m_pPages) + m_nSize; }
-    char* GetEnd() const { return GetStart() + m_nSize; }
-
-private:
-    std::size_t m_nSize;
-    void* m_pPages;
-};
 
 template<class TApi> class TOVPlatformPageEndTest : public testing::Test
 {

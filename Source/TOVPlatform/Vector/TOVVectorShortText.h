@@ -1,0 +1,97 @@
+// Defines the measure of short texts and the walk over the hits of a unit, which are inlined where strings are made.
+// Internal to the text classes.
+#pragma once
+
+#include <TOVPlatform/Vector/TOVVectorText.h>
+
+#include <cstdint>
+#include <cstring>
+
+#if TOV_VECTOR_TEXT
+#include <immintrin.h>
+#endif
+
+namespace TOVPlatform
+{
+namespace Vector
+{
+// A text is short if it has fewer units than this, its terminator not counted.
+constexpr unsigned int SHORT_LENGTH = 32;
+
+#if TOV_VECTOR_TEXT
+inline __m128i LoadUnits(const void* pUnits)
+{
+    return _mm_loadu_si128(static_cast<const __m128i*>(pUnits));
+}
+
+// Masks with one bit for each of 32 or 16 units, the lowest one for the first unit: set where it is cUnit.
+inline unsigned int FindUnits(const char* pUnits, char cUnit)
+{
+    const __m128i oUnit = _mm_set1_epi8(cUnit);
+    const __m128i oHits0 = _mm_cmpeq_epi8(LoadUnits(pUnits), oUnit);
+    const __m128i oHits1 = _mm_cmpeq_epi8(LoadUnits(pUnits + 16), oUnit);
+    return static_cast<unsigned int>(_mm_movemask_epi8(oHits0)) | static_cast<unsigned int>(_mm_movemask_epi8(oHits1))
+                                                                      << 16;
+}
+
+inline unsigned int FindUnits(const wchar_t* pUnits, wchar_t cUnit)
+{
+    const __m128i oUnit = _mm_set1_epi16(static_cast<short>(cUnit));
+    const __m128i oHits0 = _mm_cmpeq_epi16(LoadUnits(pUnits), oUnit);
+    const __m128i oHits1 = _mm_cmpeq_epi16(LoadUnits(pUnits + 8), oUnit);
+    return static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(oHits0, oHits1)));
+}
+
+template<class tUnit> constexpr int MASK_LENGTH = 2 * sizeof(__m128i) / sizeof(tUnit);
+
+// Returns the length of a short text, and SHORT_LENGTH for all others. So it may also do for a short text, if the
+// vectors would reach into another page of memory.
+template<class tUnit> inline unsigned int ShortLength(const tUnit* szText)
+{
+    constexpr std::uintptr_t MIN_PAGE_SIZE = 4096;
+    constexpr std::uintptr_t SHORT_BYTES = SHORT_LENGTH * sizeof(tUnit);
+    if (reinterpret_cast<std::uintptr_t>(szText) % MIN_PAGE_SIZE <= MIN_PAGE_SIZE - SHORT_BYTES)
+    {
+        for (unsigned int nStart = 0; nStart < SHORT_LENGTH; nStart += MASK_LENGTH<tUnit>)
+        {
+            if (const unsigned int nZeros = FindUnits(szText + nStart, tUnit()))
+                return nStart + static_cast<unsigned int>(__builtin_ctz(nZeros));
+        }
+    }
+    return SHORT_LENGTH;
+}
+// Calls fnHit with the place of each unit that is cUnit, which is not 0. No unit after the last one is read.
+template<class tUnit, class TFunction>
+inline void ForEachHit(const tUnit* pUnits, int nCount, tUnit cUnit, TFunction fnHit)
+{
+    tUnit aRest[MASK_LENGTH<tUnit>] = {};
+    for (int nStart = 0; nStart < nCount; nStart += MASK_LENGTH<tUnit>)
+    {
+        const tUnit* pVectors = pUnits + nStart;
+        if (nCount - nStart < MASK_LENGTH<tUnit>)
+        {
+            std::memcpy(aRest, pVectors, (nCount - nStart) * sizeof(tUnit));
+            pVectors = aRest;
+        }
+        for (unsigned int nHits = FindUnits(pVectors, cUnit); nHits != 0; nHits &= nHits - 1)
+            fnHit(nStart + __builtin_ctz(nHits));
+    }
+}
+#else
+template<class tUnit> inline unsigned int ShortLength(const tUnit*)
+{
+    return SHORT_LENGTH;
+}
+
+template<class tUnit, class TFunction>
+inline void ForEachHit(const tUnit* pUnits, int nCount, tUnit cUnit, TFunction fnHit)
+{
+    for (int nPlace = 0; nPlace < nCount; ++nPlace)
+    {
+        if (pUnits[nPlace] == cUnit)
+            fnHit(nPlace);
+    }
+}
+#endif
+} // namespace Vector
+} // namespace TOVPlatform
