@@ -12,6 +12,9 @@
 #include <type_traits>
 #include <vector>
 
+class CTOVStringA;
+class CTOVStringW;
+
 // What the sort of an array does with it. These classes are internal, and stand outside the array's own class so that
 // the library does not export them.
 namespace TOVSorting
@@ -199,6 +202,9 @@ public:
     };
 
 private:
+    friend class CTOVStringA;
+    friend class CTOVStringW;
+
     // Inserts elements before nIndex. Builds a new vector for that, so that they may be elements of this array.
     void InsertAside(std::size_t nIndex, const T* pElements, std::size_t nCount);
 

@@ -320,7 +320,31 @@ int tString::Split(CTOVArray<tString>& oResult, char cSeparator) const
     if (m_nStringLength == 0)
         return 0;
 
+    // In the usual case, the parts are counted first, so that the array grows once. The text must end where its length
+    // says, as each search would go on to the next zero, and nobody must have overridden the array's operations.
     int nPosition = 0;
+    if (cSeparator != 0 && m_nStringLength < m_oData.m_lSize && GetString()[m_nStringLength] == 0 &&
+        TOVIsExactly(oResult))
+    {
+        const tUnit* const szText = GetString();
+        const int nSearched = LengthOf(szText);
+        std::size_t nParts = 1;
+        const auto fnAdd = [&](int nEnd) {
+            const int nLength = nEnd - nPosition;
+            tBlock* const pShort = TakeForShortText(szText + nPosition, nLength);
+            const tNewBlock oNew =
+                pShort != nullptr ? tNewBlock{pShort, nLength + 1L} : NewText(szText + nPosition, nLength);
+            oResult.m_aArray.emplace_back(oNew);
+            nPosition = nEnd + 1;
+        };
+        TOVPlatform::Vector::ForEachHit(szText, nSearched, static_cast<tUnit>(cSeparator), [&](int) { ++nParts; });
+        oResult.m_aArray.reserve(oResult.GetCapacityFor(nParts));
+        TOVPlatform::Vector::ForEachHit(szText, nSearched, static_cast<tUnit>(cSeparator), fnAdd);
+        const tNewBlock oLast = NewText(szText + nPosition, m_nStringLength - nPosition);
+        oResult.m_aArray.emplace_back(oLast);
+        return static_cast<int>(nParts);
+    }
+
     for (int nHit; (nHit = Find(static_cast<tUnit>(cSeparator), nPosition)) != -1; nPosition = nHit + 1)
         oResult.Add(Mid(nPosition, nHit - nPosition));
     oResult.Add(Mid(nPosition, m_nStringLength - nPosition));
