@@ -58,9 +58,9 @@
 // TOV_EXPORT             exported class or function.
 // TOV_EXPORT_INLINE      replaces inline for a member of an exported class: the library always exports the member, even
 //                        where the compiler has inlined every call.
-// TOV_OUTSIDE_INLINE     a member that is defined in its class: only modules that use the library inline it. The
-// library's
-//                        own calls, which are direct anyway, would make it larger.
+// TOV_OUTSIDE_BODY(...)  replaces the semicolon after the declaration of a member that the library exports: modules
+//                        that use the library may inline this body, which is the one that the source has. The library's
+//                        own calls, which are direct, would make it larger. On Windows, the members are only imported.
 // TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
@@ -117,10 +117,10 @@
 #define TOV_PREFETCH(pAddress) static_cast<void>(pAddress)
 #endif
 
-#if defined(TOVKERNEL_BUILD) && defined(__GNUC__)
-#define TOV_OUTSIDE_INLINE __attribute__((noinline, used))
+#if defined(TOVKERNEL_BUILD) || defined(_WIN32)
+#define TOV_OUTSIDE_BODY(...) ;
 #else
-#define TOV_OUTSIDE_INLINE
+#define TOV_OUTSIDE_BODY(...) __VA_ARGS__
 #endif
 
 // Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.

@@ -81,10 +81,11 @@ template<class T> constexpr std::size_t CTOVSharedBlock<T>::GetBytes(std::size_t
 // administration.
 template<class T> constexpr std::size_t CTOVSharedBlock<T>::RoundUpToGrow(std::size_t nBytes)
 {
+    constexpr std::size_t HEAP_BYTES = 16;
     std::size_t nStep = 16;
     while (nStep <= nBytes / 8)
         nStep *= 2;
-    const std::size_t nRounded = (nBytes + 8 + nStep - 1) / nStep * nStep - 8;
+    const std::size_t nRounded = (nBytes + HEAP_BYTES + nStep - 1) / nStep * nStep - HEAP_BYTES;
     // The largest block of the lists is used, too.
     constexpr std::size_t LARGEST_SIZE = TOVPlatform::TOVMemoryList::LARGEST_SIZE;
     return nBytes <= LARGEST_SIZE && nRounded > LARGEST_SIZE ? LARGEST_SIZE : nRounded;

@@ -43,6 +43,22 @@ int LengthOf(const char* szText)
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVStringA>;
 template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringA>;
 
+// The header has these bodies as well.
+
+CTOVStringA::~CTOVStringA()
+{
+}
+
+CTOVStringA::CTOVStringA() : m_nStringLength(0)
+{
+}
+
+CTOVStringA::CTOVStringA(const char* szString) : CTOVStringA(NewText(szString))
+{
+    if (m_oData.m_lSize == 0)
+        *this = szString; // which may be a string id
+}
+
 CTOVStringA::CTOVStringA(const CTOVStringW& oOther)
 {
     Init();

@@ -57,18 +57,17 @@ class TOV_EXPORT CTOVStringA
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
-    TOV_OUTSIDE_INLINE virtual ~CTOVStringA() {}
+    // clang-format off
+    virtual ~CTOVStringA() TOV_OUTSIDE_BODY({})
 
     // An empty text, and an nCount of 0 or less, allocate no block.
-    TOV_OUTSIDE_INLINE CTOVStringA() : m_nStringLength(0) {}
+    CTOVStringA() TOV_OUTSIDE_BODY(: m_nStringLength(0) {})
     // Does the same as operator=(const char*), string ids included.
-    TOV_OUTSIDE_INLINE CTOVStringA(const char* szString) : CTOVStringA(NewText(szString))
-    {
-        if (m_oData.m_lSize == 0)
-            *this = szString; // which may be a string id
-    }
+    CTOVStringA(const char* szString)
+        TOV_OUTSIDE_BODY(: CTOVStringA(NewText(szString)) { if (m_oData.m_lSize == 0) *this = szString; })
     // Shares oOther's block. Settled: a string without a block has a holder of its own.
     CTOVStringA(const CTOVStringA& oOther);
+    // clang-format on
     CTOVStringA(const CTOVStringW& oOther); // copies the low 8 bits of each character; no code page is used
     CTOVStringA(char cChar, int nCount);    // repeats cChar nCount times
 

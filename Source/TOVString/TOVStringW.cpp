@@ -44,6 +44,20 @@ int LengthOf(const wchar_t* szText)
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVStringW>;
 template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVStringW>;
 
+// The header has these bodies as well.
+
+CTOVStringW::~CTOVStringW()
+{
+}
+
+CTOVStringW::CTOVStringW() : m_nStringLength(0)
+{
+}
+
+CTOVStringW::CTOVStringW(const wchar_t* szString) : CTOVStringW(NewText(szString))
+{
+}
+
 CTOVStringW::CTOVStringW(const CTOVStringA& oOther)
 {
     Init();

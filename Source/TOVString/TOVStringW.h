@@ -32,13 +32,15 @@ class TOV_EXPORT CTOVStringW
 {
 public:
     // Virtual operation. Frees the block if no other string shares it.
-    TOV_OUTSIDE_INLINE virtual ~CTOVStringW() {}
+    // clang-format off
+    virtual ~CTOVStringW() TOV_OUTSIDE_BODY({})
 
     // An empty text, and an nCount of 0 or less, allocate no block.
-    TOV_OUTSIDE_INLINE CTOVStringW() : m_nStringLength(0) {}
-    TOV_OUTSIDE_INLINE CTOVStringW(const wchar_t* szString) : CTOVStringW(NewText(szString)) {}
+    CTOVStringW() TOV_OUTSIDE_BODY(: m_nStringLength(0) {})
+    CTOVStringW(const wchar_t* szString) TOV_OUTSIDE_BODY(: CTOVStringW(NewText(szString)) {})
     // Shares oOther's block. Settled: a string without a block has a holder of its own.
     CTOVStringW(const CTOVStringW& oOther);
+    // clang-format on
     CTOVStringW(const CTOVStringA& oOther); // zero-extends each byte; no code page is used
     // Settled: makes room for nCount characters and sets nCount bytes to the low byte of cChar. Each character of the
     // first half then holds that byte twice, and the rest is undefined.
