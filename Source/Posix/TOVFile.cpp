@@ -7,10 +7,8 @@
 #include <TOVPlatform/Backend/TOVFormat.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <utility>
 
 #include <stdio.h>
 #include <stdio_ext.h>
@@ -37,9 +35,6 @@ constexpr std::size_t MAX_PART = 256;
 // Printed texts up to here need no block from the heap.
 constexpr int SHORT_TEXT = 512;
 
-// The runtime chooses the same on most file systems.
-constexpr std::size_t BUFFER_SIZE = 4096;
-
 bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t ulSize)
 {
     if (szOutput == nullptr)
@@ -62,20 +57,19 @@ bool IsDirectory(int nFile)
     return ::fstat(nFile, &oStat) == 0 && S_ISDIR(oStat.st_mode);
 }
 
-// The buffers that this library has given to streams, by their slots.
-char* s_apBuffers[MAX_HANDLES];
-
-// Gives a buffer to the stream of an ordinary file before its first transfer. The runtime would find out by the file's
-// whole status that it is no terminal, whose lines are written one by one, which takes longer than reading the file.
-void GiveBuffer(tHandle hFile, FILE* pFile)
+// Has the runtime allocate the buffer of an ordinary file's stream before its first transfer. By itself, it would ask
+// for the file's whole status, to find out that it is no terminal, whose lines are written one by one: that takes
+// longer than reading the file. It does not ask if there is no descriptor.
+void AllocateBuffer(FILE* pFile)
 {
+    const int nFile = pFile->_fileno;
     loff_t nSize;
-    if (pFile->_IO_buf_base != nullptr || ::ioctl(::fileno_unlocked(pFile), FIOQSIZE, &nSize) != 0)
+    if (pFile->_IO_buf_base != nullptr || ::ioctl(nFile, FIOQSIZE, &nSize) != 0)
         return;
 
-    s_apBuffers[hFile] = static_cast<char*>(std::malloc(BUFFER_SIZE));
-    if (s_apBuffers[hFile] != nullptr)
-        ::setvbuf(pFile, s_apBuffers[hFile], _IOFBF, BUFFER_SIZE);
+    pFile->_fileno = -1;
+    ::setvbuf(pFile, nullptr, _IOFBF, BUFSIZ);
+    pFile->_fileno = nFile;
 }
 
 // Whether the buffer's rest holds so many bytes, and at least one. In a stream that is not ready for this direction,
@@ -132,7 +126,6 @@ FILE* OpenStream(const char* szName, const char* szMode)
 
 void AdmitStream(tHandle hFile)
 {
-    s_apBuffers[hFile] = nullptr; // one that is there belongs to a stream that the program has taken from the slot
     s_aStreamOwners[hFile].Admit();
 }
 
@@ -160,7 +153,7 @@ std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ul
     const std::size_t ulBytes = ulSize * ulCount;
     if (!Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
     {
-        GiveBuffer(hFile, pFile);
+        AllocateBuffer(pFile);
         return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
     }
 
@@ -178,7 +171,7 @@ std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::si
     const std::size_t ulBytes = ulSize * ulCount;
     if (!Fits(ulBytes, pFile->_IO_write_ptr, pFile->_IO_write_end))
     {
-        GiveBuffer(hFile, pFile);
+        AllocateBuffer(pFile);
         return ::fwrite_unlocked(pBuffer, ulSize, ulCount, pFile);
     }
 
@@ -220,13 +213,10 @@ bool FlushBeforeClose(FILE* pFile)
     return ::__fpending(pFile) == 0 || ::fflush(pFile) == 0;
 }
 
-bool CloseStream(tHandle hFile, FILE* pFile)
+bool CloseStream(FILE* pFile)
 {
     ::clearerr_unlocked(pFile); // the runtime reports an earlier error as a failure to close
-    const bool bClosed = ::fclose(pFile) == 0;
-    std::free(std::exchange(s_apBuffers[hFile], nullptr));
-    s_aStreamOwners[hFile].Retire();
-    return bClosed;
+    return ::fclose(pFile) == 0;
 }
 
 long long GetPosition(FILE* pFile)

@@ -160,7 +160,7 @@ eFileErrorCode Close(tHandle hFile)
         // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
         if (oStream == nullptr || !Backend::File::FlushBeforeClose(oStream))
             return eFileFailure;
-        bClosed = Backend::File::CloseStream(hFile, oStream);
+        bClosed = Backend::File::CloseStream(oStream);
     }
     CTOVHandleManager::Instance().ClearHandle(hFile);
     return ToErrorCode(bClosed);
@@ -172,7 +172,7 @@ void Discard(tHandle hFile)
         const CStreamUse oStream(hFile);
         if (oStream == nullptr)
             return;
-        Backend::File::CloseStream(hFile, oStream);
+        Backend::File::CloseStream(oStream);
     }
     CTOVHandleManager::Instance().ClearHandle(hFile);
 }

@@ -165,7 +165,7 @@ bool FlushBeforeClose(FILE* pFile)
     return fflush(pFile) == 0;
 }
 
-bool CloseStream(tHandle /*hFile*/, FILE* pFile)
+bool CloseStream(FILE* pFile)
 {
     clearerr(pFile); // some versions of the runtime report an earlier error as a failure to close
     return fclose(pFile) == 0;

@@ -67,14 +67,6 @@ public:
     // Revokes the ownership, if there is any, and returns after the owner's last use. Nobody owns the stream again.
     void Share();
 
-    // Called at the end of the stream's last use. What the caller did before is seen by the thread that next admits a
-    // stream here.
-    void Retire()
-    {
-        if (!Change(Self(), SHARED))
-            m_nOwner.fetch_add(0, std::memory_order_release);
-    }
-
     // Called in the child of a fork: threads other than the calling one do not exist there.
     static void ForgetOtherThreads();
 

@@ -58,9 +58,9 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments);
 // stream may be left as it is.
 bool FlushBeforeClose(FILE* pFile);
 
-// Closes the flushed stream in a slot. Returns whether the system has closed it without a failure; one that the stream
+// Closes a flushed stream. Returns whether the system has closed it without a failure; one that the stream
 // had earlier does not count. The runtime frees the stream in any case.
-bool CloseStream(tHandle hFile, FILE* pFile);
+bool CloseStream(FILE* pFile);
 
 // Returns the position in bytes, not cut to 32 bits, or -1 on error.
 long long GetPosition(FILE* pFile);
