@@ -61,7 +61,9 @@ private:
 };
 
 template<class T>
-CTOVSharedBlock<T>::CTOVSharedBlock(std::uint32_t ulBytes) : CTOVRefCountObject<T>(GetElements()), m_ulBytes(ulBytes)
+CTOVSharedBlock<T>::CTOVSharedBlock(std::uint32_t ulBytes)
+    : CTOVRefCountObject<T>(reinterpret_cast<T*>(reinterpret_cast<unsigned char*>(this) + FIRST_ELEMENT)),
+      m_ulBytes(ulBytes)
 {
 }
 
