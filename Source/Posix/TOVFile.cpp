@@ -57,23 +57,9 @@ bool IsDirectory(int nFile)
     return ::fstat(nFile, &oStat) == 0 && S_ISDIR(oStat.st_mode);
 }
 
-// Has the runtime allocate the buffer of an ordinary file's stream before its first transfer. By itself, it would ask
-// for the file's whole status, to find out that it is no terminal, whose lines are written one by one: that takes
-// longer than reading the file. It does not ask if there is no descriptor.
-void AllocateBuffer(FILE* pFile)
-{
-    const int nFile = pFile->_fileno;
-    loff_t nSize;
-    if (pFile->_IO_buf_base != nullptr || ::ioctl(nFile, FIOQSIZE, &nSize) != 0)
-        return;
-
-    pFile->_fileno = -1;
-    ::setvbuf(pFile, nullptr, _IOFBF, BUFSIZ);
-    pFile->_fileno = nFile;
-}
-
-// Whether the buffer's rest holds so many bytes, and at least one. In a stream that is not ready for this direction,
-// or whose lines are written one by one, the rest is empty or its end comes first.
+#if defined(__GLIBC__)
+// Whether the buffer's rest holds so many bytes, and at least one. In a stream that is not ready to be read, the rest
+// is empty or its end comes first.
 bool Fits(std::size_t ulBytes, const char* pBegin, const char* pEnd)
 {
     return pBegin < pEnd && ulBytes - 1 < static_cast<std::size_t>(pEnd - pBegin);
@@ -87,6 +73,7 @@ void CopyFew(void* pTo, const void* pFrom, std::size_t ulBytes)
     else
         std::memcpy(pTo, pFrom, ulBytes);
 }
+#endif
 } // namespace
 
 void PrepareStreams(unsigned long ulStreams)
@@ -150,34 +137,24 @@ std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ul
     if (!oOwner.HasEntered())
         return ::fread(pBuffer, ulSize, ulCount, pFile);
 
+#if defined(__GLIBC__) // the members that the macros of its public header read
     const std::size_t ulBytes = ulSize * ulCount;
-    if (!Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
+    if (Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
     {
-        AllocateBuffer(pFile);
-        return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
+        CopyFew(pBuffer, pFile->_IO_read_ptr, ulBytes);
+        pFile->_IO_read_ptr += ulBytes;
+        return ulCount;
     }
-
-    CopyFew(pBuffer, pFile->_IO_read_ptr, ulBytes);
-    pFile->_IO_read_ptr += ulBytes;
-    return ulCount;
+#endif
+    return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
 }
 
+// A stream that is written is locked even for its owner: fflush(nullptr) of another thread writes out all streams, and
+// knows no other lock. One that is read does not concern it.
 std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::size_t ulSize, std::size_t ulCount)
 {
     const COwnerScope oOwner(s_aStreamOwners[hFile]);
-    if (!oOwner.HasEntered())
-        return ::fwrite(pBuffer, ulSize, ulCount, pFile);
-
-    const std::size_t ulBytes = ulSize * ulCount;
-    if (!Fits(ulBytes, pFile->_IO_write_ptr, pFile->_IO_write_end))
-    {
-        AllocateBuffer(pFile);
-        return ::fwrite_unlocked(pBuffer, ulSize, ulCount, pFile);
-    }
-
-    CopyFew(pFile->_IO_write_ptr, pBuffer, ulBytes);
-    pFile->_IO_write_ptr += ulBytes;
-    return ulCount;
+    return ::fwrite(pBuffer, ulSize, ulCount, pFile);
 }
 
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)

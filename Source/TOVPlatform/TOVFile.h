@@ -23,8 +23,7 @@ namespace TOVPlatform
 //
 // Any thread may use any function. Use one file from one thread at a time: the table is locked while a slot is taken,
 // and not while its stream is used. On Posix, a stream that one thread alone has used is not locked by the runtime
-// either, until another thread uses it by these functions or gets it from the table. fflush(nullptr), which writes out
-// all streams, therefore counts as a use of each file that is open for writing.
+// while it is read, until another thread uses it by these functions or gets it from the table.
 //
 // On Posix, a name that exists is used unchanged; otherwise its backslashes are read as slashes.
 namespace TOVFile
