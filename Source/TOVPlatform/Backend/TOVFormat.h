@@ -32,8 +32,8 @@ namespace Backend
 int DecimalPointLength(const char* szWidth);
 int DecimalPointLength(const wchar_t* szWidth);
 
-// Whether a number of an f conversion is printed with all its digits, is rounded half away from zero, and has a full stop
-// as its decimal point. Such numbers are then printed above the backend as well.
+// Whether a number of an f conversion is printed with all its digits, is rounded half away from zero, and has a full
+// stop as its decimal point. Such numbers are then printed above the backend as well.
 bool ArePlainReals();
 
 // Print writes at most nCapacity units: the text, and a terminator if there is room for it. Returns the length of the
