@@ -44,22 +44,41 @@ inline unsigned int FindUnits(const wchar_t* pUnits, wchar_t cUnit)
 
 template<class tUnit> constexpr int MASK_LENGTH = 2 * sizeof(__m128i) / sizeof(tUnit);
 
-// Returns the length of a short text, and SHORT_LENGTH for all others. So it may also do for a short text, if the
-// vectors would reach into another page of memory.
+// The same for the zeros of an aligned vector.
+inline unsigned int FindZeros(const char* pVector)
+{
+    const __m128i oUnits = _mm_load_si128(reinterpret_cast<const __m128i*>(pVector));
+    return static_cast<unsigned int>(_mm_movemask_epi8(_mm_cmpeq_epi8(oUnits, _mm_setzero_si128())));
+}
+
+inline unsigned int FindZeros(const wchar_t* pVector)
+{
+    const __m128i oUnits = _mm_load_si128(reinterpret_cast<const __m128i*>(pVector));
+    const __m128i oZeros = _mm_cmpeq_epi16(oUnits, _mm_setzero_si128());
+    return static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(oZeros, _mm_setzero_si128())));
+}
+
+// Returns the length of a short text, and SHORT_LENGTH or more for all others. The vectors are aligned, so that none
+// reaches into a page that the text does not touch, and a tool that watches the heap sees what they mean.
 template<class tUnit> inline unsigned int ShortLength(const tUnit* szText)
 {
-    constexpr std::uintptr_t MIN_PAGE_SIZE = 4096;
-    constexpr std::uintptr_t SHORT_BYTES = SHORT_LENGTH * sizeof(tUnit);
-    if (reinterpret_cast<std::uintptr_t>(szText) % MIN_PAGE_SIZE <= MIN_PAGE_SIZE - SHORT_BYTES)
+    constexpr unsigned int VECTOR_UNITS = sizeof(__m128i) / sizeof(tUnit);
+    const std::uintptr_t nAddress = reinterpret_cast<std::uintptr_t>(szText);
+    if (nAddress % sizeof(tUnit) != 0)
+        return SHORT_LENGTH;
+
+    const unsigned int nBefore = static_cast<unsigned int>(nAddress % sizeof(__m128i) / sizeof(tUnit));
+    const tUnit* const pVectors = reinterpret_cast<const tUnit*>(nAddress - nAddress % sizeof(__m128i));
+    if (const unsigned int nZeros = FindZeros(pVectors) >> nBefore)
+        return static_cast<unsigned int>(__builtin_ctz(nZeros));
+    for (unsigned int nStart = VECTOR_UNITS; nStart - nBefore < SHORT_LENGTH; nStart += VECTOR_UNITS)
     {
-        for (unsigned int nStart = 0; nStart < SHORT_LENGTH; nStart += MASK_LENGTH<tUnit>)
-        {
-            if (const unsigned int nZeros = FindUnits(szText + nStart, tUnit()))
-                return nStart + static_cast<unsigned int>(__builtin_ctz(nZeros));
-        }
+        if (const unsigned int nZeros = FindZeros(pVectors + nStart))
+            return nStart - nBefore + static_cast<unsigned int>(__builtin_ctz(nZeros));
     }
     return SHORT_LENGTH;
 }
+
 // Calls fnHit with the place of each unit that is cUnit, which is not 0. No unit after the last one is read.
 template<class tUnit, class TFunction>
 inline void ForEachHit(const tUnit* pUnits, int nCount, tUnit cUnit, TFunction fnHit)
