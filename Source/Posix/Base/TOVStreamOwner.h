@@ -26,9 +26,11 @@ inline TOV_FAST_THREAD_LOCAL tDword t_nOwnAddress = 0;
 // (Biased locking: Kawachiya, Koseki and Onodera, "Lock Reservation", 2002; the asymmetric form of Dekker's
 // synchronisation: Dice, Huang and Yang, 2001.)
 //
+// Each has a line of the cache to itself, as it is written at each use, while other threads use the next slots.
+//
 // An owner that has ended is not busy. A later thread at the same address is taken for it, which does no harm, as
 // both cannot run at once.
-class CStreamOwner
+class alignas(64) CStreamOwner
 {
 public:
     constexpr CStreamOwner() : m_nOwner(SHARED), m_nBusy(0) {}
