@@ -65,6 +65,7 @@ std::uint32_t TakeWhole(std::uint64_t& ullFraction, std::uint32_t uFactor)
     ullFraction = (ullHigh << 32) | (ullLow & UINT32_MAX);
     return static_cast<std::uint32_t>(ullHigh >> 32);
 }
+
 // Writes a number with nDigits digits after the point in front of pEnd, and returns where it begins; null for a value
 // that has more than one word before the point or after it, or of which the measure may have another length. Rounds
 // half away from zero.

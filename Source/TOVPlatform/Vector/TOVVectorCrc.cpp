@@ -268,6 +268,7 @@ std::size_t FoldBlocks(eFolding eForm, const tByte* pData, std::size_t ulSize, s
     uCrc = eForm == eFoldingWide ? FoldWide<TRules>(pData, ulFolded, uCrc) : Fold<TRules>(pData, ulFolded, uCrc);
     return ulFolded;
 }
+
 eFolding AskProcessor()
 {
     unsigned int uEax;
