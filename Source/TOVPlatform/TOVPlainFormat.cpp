@@ -2,6 +2,7 @@
 
 #include <TOVPlatform/Backend/TOVFormat.h>
 #include <TOVPlatform/TOVAscii.h>
+#include <TOVPlatform/TOVDigits.h>
 #include <TOVPlatform/TOVTextRuntime.h>
 
 #include <algorithm>
@@ -10,39 +11,19 @@
 
 namespace TOVPlatform
 {
+using namespace TOVDigits;
+
 namespace
 {
 constexpr int MAX_FORMAT_UNITS = 1000;
 constexpr int INTEGER_BOUND = 32;
 
-// A double is its mantissa, which has so many bits after the leading one, times 2 to the power of -shift.
-constexpr int MANTISSA_BITS = 52;
 constexpr int EXPONENT_BITS = 11;
-constexpr int SHIFT_BIAS = 1075;
 constexpr int WORD_BITS = 64;
 
 constexpr int DEFAULT_DIGITS = 6;
 constexpr int FIXED_EXTRA_DIGITS = 6;
-constexpr int MAX_DIGITS = 9;
 constexpr int MAX_REAL_UNITS = 24;
-constexpr std::uint32_t POWERS_OF_TEN[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
-
-constexpr char DIGIT_PAIRS[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-                               "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-                               "8081828384858687888990919293949596979899";
-
-// Writes nDigits digits of the value in front of pEnd, and returns where they begin.
-char* WriteDigits(char* pEnd, int nDigits, std::uint32_t uValue)
-{
-    for (; nDigits >= 2; nDigits -= 2, uValue /= 100)
-    {
-        pEnd -= 2;
-        std::memcpy(pEnd, &DIGIT_PAIRS[std::size_t(uValue % 100) * 2], 2);
-    }
-    if (nDigits > 0)
-        *--pEnd = static_cast<char>('0' + uValue % 10);
-    return pEnd;
-}
 
 // Writes all digits of the value in front of pEnd, at least one.
 char* WriteNumber(char* pEnd, std::uint32_t uValue)
@@ -57,15 +38,6 @@ bool IsPowerOfTen(std::uint32_t uValue)
     return std::find(std::begin(POWERS_OF_TEN), std::end(POWERS_OF_TEN), uValue) != std::end(POWERS_OF_TEN);
 }
 
-// Multiplies a fraction in units of 2^-64 by a factor below 2^32: returns the whole part and leaves the fraction.
-std::uint32_t TakeWhole(std::uint64_t& ullFraction, std::uint32_t uFactor)
-{
-    const std::uint64_t ullLow = (ullFraction & UINT32_MAX) * uFactor;
-    const std::uint64_t ullHigh = (ullFraction >> 32) * uFactor + (ullLow >> 32);
-    ullFraction = (ullHigh << 32) | (ullLow & UINT32_MAX);
-    return static_cast<std::uint32_t>(ullHigh >> 32);
-}
-
 // Writes a number with nDigits digits after the point in front of pEnd, and returns where it begins; null for a value
 // that has more than one word before the point or after it, or of which the measure may have another length. Rounds
 // half away from zero.
@@ -75,7 +47,7 @@ char* WriteReal(char* pEnd, int nDigits, double dValue)
     static_assert(sizeof(ullBits) == sizeof(dValue));
     std::memcpy(&ullBits, &dValue, sizeof(ullBits));
     const bool bNegative = ullBits >> (WORD_BITS - 1) != 0;
-    const int nShift = SHIFT_BIAS - static_cast<int>((ullBits >> MANTISSA_BITS) & ((1 << EXPONENT_BITS) - 1));
+    const int nShift = EXPONENT_BIAS - static_cast<int>((ullBits >> MANTISSA_BITS) & ((1 << EXPONENT_BITS) - 1));
     if (nShift <= 0 || nShift >= WORD_BITS || !Backend::ArePlainReals())
         return nullptr;
 
@@ -177,7 +149,7 @@ template<class tUnit> const tUnit* CTOVPlainFormat<tUnit>::PrintItem(const tUnit
     case '.':
     {
         const unsigned int nDigits = static_cast<unsigned int>(*++szType) - '0';
-        if (nDigits <= MAX_DIGITS && *++szType == 'f')
+        if (nDigits <= GROUP_DIGITS && *++szType == 'f')
             bPlain = PrintReal(va_arg(pArguments, double), true, static_cast<int>(nDigits));
         break;
     }

@@ -1,5 +1,7 @@
 #include <Posix/Text/TOVDecimal.h>
 
+#include <TOVPlatform/TOVDigits.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -9,42 +11,12 @@
 
 namespace TOVPlatform
 {
+using namespace TOVDigits;
+
 namespace
 {
-constexpr int MANTISSA_BITS = 52; // without the leading one
-constexpr int EXPONENT_BIAS = 1075;
-
-// So many digits are read from a fraction of 64 bits at once.
-constexpr int GROUP_DIGITS = 9;
-constexpr std::uint32_t POWERS_OF_TEN[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
-
-constexpr char DIGIT_PAIRS[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-                               "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-                               "8081828384858687888990919293949596979899";
-
 // No double has more digits than this in a scientific form.
 constexpr int MAX_SIGNIFICANT_DIGITS = 767;
-
-// Writes the last nDigits digits of the value in front of pEnd.
-void WriteDigits(char* pEnd, int nDigits, std::uint32_t dwValue)
-{
-    for (; nDigits >= 2; nDigits -= 2, dwValue /= 100)
-    {
-        pEnd -= 2;
-        std::memcpy(pEnd, &DIGIT_PAIRS[std::size_t(dwValue % 100) * 2], 2);
-    }
-    if (nDigits > 0)
-        *--pEnd = static_cast<char>('0' + dwValue % 10);
-}
-
-// Multiplies a fraction in units of 2^-64 by a factor below 2^32: returns the whole part and leaves the fraction.
-std::uint32_t TakeWhole(std::uint64_t& ullFraction, std::uint32_t dwFactor)
-{
-    const std::uint64_t ullLow = (ullFraction & UINT32_MAX) * dwFactor;
-    const std::uint64_t ullHigh = (ullFraction >> 32) * dwFactor + (ullLow >> 32);
-    ullFraction = (ullHigh << 32) | (ullLow & UINT32_MAX);
-    return static_cast<std::uint32_t>(ullHigh >> 32);
-}
 } // namespace
 
 CTOVDecimal::CTOVDecimal(double dValue) : m_dMagnitude(std::fabs(dValue)), m_bFinite(std::isfinite(dValue))
