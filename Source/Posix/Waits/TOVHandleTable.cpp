@@ -8,10 +8,9 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// The compiler lays them out from the last to the first, so that a program's start touches one page of them.
-std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT] = {};
-CWaitable* CHandleTable::s_pFirstFree = nullptr;
 tDword CHandleTable::s_nChunks = 0;
+CWaitable* CHandleTable::s_pFirstFree = nullptr;
+std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT] = {};
 
 CWaitable* CHandleTable::Allocate()
 {

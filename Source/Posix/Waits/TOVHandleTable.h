@@ -38,10 +38,10 @@ public:
     template<class TVisit> static void ForEach(TVisit fnVisit);
 
 private:
-    // The first chunk is filled at the start of each program, so that it is kept small: 2 KB.
-    static constexpr tDword CHUNK_BITS = 4;
+    // The first chunk is filled at the start of each program, so that it is kept small: 8 KB.
+    static constexpr tDword CHUNK_BITS = 6;
     static constexpr tDword CHUNK_SIZE = 1u << CHUNK_BITS;
-    static constexpr tDword CHUNK_COUNT = 65536;
+    static constexpr tDword CHUNK_COUNT = 16384;
 
     static bool AddChunk();
 
