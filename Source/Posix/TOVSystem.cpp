@@ -6,7 +6,6 @@
 #include <Posix/Waits/TOVFork.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
