@@ -5,12 +5,13 @@
 #include <Posix/Diagnostics/TOVUnheardCheck.h>
 #include <Posix/Waits/TOVFork.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace TOVPlatform
@@ -62,30 +63,82 @@ char ReadAnswer(int nDescriptor)
     return cFirst;
 }
 
-// Whether the address belongs to the main program, of which the loader reports first.
-bool IsMainProgram(const void* pAddress)
+// The main program, of which the loader reports first.
+class CMainProgram
 {
-    struct sSearch
+public:
+    CMainProgram() : m_oInfo()
     {
-        const ElfW(Addr) nAddress;
-        bool bFound;
-    } oSearch = {reinterpret_cast<ElfW(Addr)>(pAddress), false};
+        ::dl_iterate_phdr(
+            [](dl_phdr_info* pProgram, std::size_t, void* pInfo) {
+                *static_cast<dl_phdr_info*>(pInfo) = *pProgram;
+                return 1;
+            },
+            &m_oInfo);
+    }
 
-    ::dl_iterate_phdr(
-        [](dl_phdr_info* pProgram, std::size_t, void* pSearch) {
-            sSearch& oFor = *static_cast<sSearch*>(pSearch);
-            for (int i = 0; i < pProgram->dlpi_phnum; ++i)
-            {
-                const ElfW(Phdr)& oSegment = pProgram->dlpi_phdr[i];
-                oFor.bFound =
-                    oFor.bFound || (oSegment.p_type == PT_LOAD &&
-                                    oFor.nAddress - pProgram->dlpi_addr - oSegment.p_vaddr < oSegment.p_memsz);
-            }
-            return 1;
-        },
-        &oSearch);
-    return oSearch.bFound;
-}
+    bool Holds(const void* pAddress) const
+    {
+        const ElfW(Addr) nAddress = reinterpret_cast<ElfW(Addr)>(pAddress) - m_oInfo.dlpi_addr;
+        return std::any_of(begin(), end(), [nAddress](const tSegment& oSegment) {
+            return oSegment.p_type == PT_LOAD && nAddress - oSegment.p_vaddr < oSegment.p_memsz;
+        });
+    }
+
+    // False if the program certainly exports no function of this name. Reads the filter in front of the program's own
+    // hash table, the GNU form of which sets two bits for each name. (Bloom, "Space/Time Trade-offs in Hash Coding",
+    // 1970.)
+    bool MayExport(const char* szFunction) const
+    {
+        const sHashTable* const pTable = FindHashTable();
+        if (pTable == nullptr)
+            return true;
+
+        std::uint32_t nHash = 5381;
+        for (; *szFunction != '\0'; ++szFunction)
+            nHash = nHash * 33 + static_cast<unsigned char>(*szFunction);
+
+        constexpr std::uint32_t WORD_BITS = 8 * sizeof(ElfW(Addr));
+        const auto* const pFilter = reinterpret_cast<const ElfW(Addr)*>(pTable + 1);
+        const ElfW(Addr) nWord = pFilter[nHash / WORD_BITS & (pTable->nFilterWords - 1)];
+        return (nWord >> nHash % WORD_BITS & nWord >> (nHash >> pTable->nShift) % WORD_BITS & 1) != 0;
+    }
+
+private:
+    using tSegment = ElfW(Phdr);
+
+    struct sHashTable
+    {
+        std::uint32_t nBuckets;
+        std::uint32_t nFirstName;
+        std::uint32_t nFilterWords; // a power of 2
+        std::uint32_t nShift;
+    };
+
+    const tSegment* begin() const { return m_oInfo.dlpi_phdr; }
+    const tSegment* end() const { return m_oInfo.dlpi_phdr + m_oInfo.dlpi_phnum; }
+
+    // Returns null if the program has another kind of table.
+    const sHashTable* FindHashTable() const
+    {
+        const auto* const pDynamic =
+            std::find_if(begin(), end(), [](const tSegment& oSegment) { return oSegment.p_type == PT_DYNAMIC; });
+        if (pDynamic == end())
+            return nullptr;
+
+        const auto* pEntry = reinterpret_cast<const ElfW(Dyn)*>(m_oInfo.dlpi_addr + pDynamic->p_vaddr);
+        while (pEntry->d_tag != DT_NULL && pEntry->d_tag != DT_GNU_HASH)
+            ++pEntry;
+        if (pEntry->d_tag == DT_NULL)
+            return nullptr;
+
+        // Some loaders have added the base already.
+        const ElfW(Addr) nTable = pEntry->d_un.d_ptr;
+        return reinterpret_cast<const sHashTable*>(nTable < m_oInfo.dlpi_addr ? m_oInfo.dlpi_addr + nTable : nTable);
+    }
+
+    dl_phdr_info m_oInfo;
+};
 
 void Show(int nDescriptor, const char* szText, const char* szCaption)
 {
@@ -100,7 +153,6 @@ void Show(int nDescriptor, const char* szText, const char* szCaption)
 void PrepareProcess()
 {
     NoticeForks();
-    AskForDebuggerAfterForks();
 }
 
 // The system has no channel of its own for debugger text.
@@ -122,10 +174,7 @@ void ThrowUnheardCheck(const char* szExpression, const char* szFile, tDword dwLi
 
 bool IsDebuggerAttached()
 {
-    // A debugger stops whom it attaches to, and a stop counts as giving the processor up. A process that has never done
-    // so has none, which spares the start of a program its first look into /proc: a quarter of what the library adds.
-    struct rusage oUsage;
-    if (::getrusage(RUSAGE_SELF, &oUsage) == 0 && oUsage.ru_nvcsw == 0)
+    if (!CanHaveDebugger())
         return false;
 
     const CDescriptor oStatus(::open("/proc/self/status", O_RDONLY | O_CLOEXEC));
@@ -191,9 +240,14 @@ void EndProcess(int nExitCode)
 
 void* FindInMainProgram(const char* szFunction)
 {
+    // The loader looks through all modules, which takes several microseconds at the start of each program.
+    const CMainProgram oProgram;
+    if (!oProgram.MayExport(szFunction))
+        return nullptr;
+
     // The program comes first in the global scope, so that its own function hides all others of the name.
     void* const pFunction = ::dlsym(RTLD_DEFAULT, szFunction);
-    if (pFunction == nullptr || !IsMainProgram(pFunction))
+    if (pFunction == nullptr || !oProgram.Holds(pFunction))
         return nullptr;
 
     // A program that only takes the address of a library's function can have an entry without a definition for it. This

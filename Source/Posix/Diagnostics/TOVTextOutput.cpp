@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <pthread.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace TOVPlatform
@@ -28,6 +28,11 @@ constexpr long long ANSWER_LIFETIME = 10 * NANOSECONDS_PER_MILLISECOND;
 // Up to this time of the coarse clock there is no debugger.
 std::atomic<long long> s_nNoDebuggerUntil(0);
 
+// So often a program that cannot have a debugger yet asks without looking at the clock: the first look takes longer
+// than all questions of a program that starts and ends.
+constexpr int FIRST_QUESTIONS = 16;
+std::atomic<int> s_nQuestions(0);
+
 // The time in nanoseconds, as it was at the system's last tick. It is read several times as fast as the exact time.
 long long CoarseNow()
 {
@@ -39,6 +44,11 @@ long long CoarseNow()
 
 bool HasDebugger()
 {
+    if (s_nQuestions.load(std::memory_order_relaxed) < FIRST_QUESTIONS && !CanHaveDebugger())
+    {
+        s_nQuestions.fetch_add(1, std::memory_order_relaxed);
+        return false;
+    }
     const long long nNow = CoarseNow();
     if (nNow < s_nNoDebuggerUntil.load(std::memory_order_relaxed))
         return false;
@@ -46,11 +56,6 @@ bool HasDebugger()
         return true;
     s_nNoDebuggerUntil.store(nNow + ANSWER_LIFETIME, std::memory_order_relaxed);
     return false;
-}
-
-void ForgetAnswer()
-{
-    s_nNoDebuggerUntil.store(0, std::memory_order_relaxed);
 }
 } // namespace
 
@@ -69,6 +74,12 @@ void WriteText(int nDescriptor, const char* szText)
     }
 }
 
+bool CanHaveDebugger()
+{
+    rusage oUsage;
+    return ::getrusage(RUSAGE_SELF, &oUsage) != 0 || oUsage.ru_nvcsw != 0;
+}
+
 bool ShowsDebugText()
 {
     // Read once, by the thread that loads the library, which logs then: the environment may change under other threads.
@@ -76,9 +87,9 @@ bool ShowsDebugText()
     return s_bAskedFor || HasDebugger();
 }
 
-void AskForDebuggerAfterForks()
+void AskForDebuggerAgain()
 {
-    ::pthread_atfork(nullptr, nullptr, ForgetAnswer);
+    s_nNoDebuggerUntil.store(0, std::memory_order_relaxed);
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

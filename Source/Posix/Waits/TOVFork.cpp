@@ -2,6 +2,7 @@
 
 #include <Posix/Base/TOVProcessLocks.h>
 #include <Posix/Base/TOVStreamOwner.h>
+#include <Posix/Diagnostics/TOVTextOutput.h>
 #include <Posix/Waits/TOVThreadRecord.h>
 #include <Posix/Waits/TOVTimeEventService.h>
 
@@ -30,6 +31,7 @@ void AfterForkInChild()
     ContinueAlone();
     s_oTimeEventService.Forget();
     CStreamOwner::ForgetOtherThreads();
+    AskForDebuggerAgain();
     AfterFork();
 }
 } // namespace
