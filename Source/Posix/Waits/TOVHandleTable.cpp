@@ -8,17 +8,24 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-tDword CHandleTable::s_nChunks = 0;
-CWaitable* CHandleTable::s_pFirstFree = nullptr;
+namespace
+{
+// The first chunk is there from the start. It takes no block, and only those of its pages that are used.
+CWaitable s_aFirstRecords[CHandleTable::CHUNK_SIZE];
+} // namespace
+
+// The compiler places the last of these first, so that a program with few handles touches one page of all three.
 std::atomic<CWaitable*> CHandleTable::s_apChunks[CHUNK_COUNT] = {};
+CWaitable* CHandleTable::s_pFirstFree = nullptr;
+tDword CHandleTable::s_nPlaces = 0;
 
 CWaitable* CHandleTable::Allocate()
 {
     const CProcessLockScope oScope(eLockHandles);
-    if (s_pFirstFree == nullptr && !AddChunk())
-        return nullptr;
-
     CWaitable* const pObject = s_pFirstFree;
+    if (pObject == nullptr)
+        return TakeNewPlace();
+
     s_pFirstFree = pObject->m_pNextFree;
     return pObject;
 }
@@ -39,20 +46,23 @@ void CHandleTable::Recycle(CWaitable* pObject)
     s_pFirstFree = pObject;
 }
 
-bool CHandleTable::AddChunk()
+CWaitable* CHandleTable::TakeNewPlace()
 {
-    CWaitable* const pRecords = s_nChunks < CHUNK_COUNT ? new (std::nothrow) CWaitable[CHUNK_SIZE]() : nullptr;
-    if (pRecords == nullptr)
-        return false;
+    const tDword nIndex = s_nPlaces % CHUNK_SIZE;
+    const tDword nChunk = s_nPlaces / CHUNK_SIZE;
+    if (nChunk == CHUNK_COUNT)
+        return nullptr;
 
-    for (tDword nIndex = CHUNK_SIZE; nIndex-- > 0;) // the first place is used first
+    if (nIndex == 0)
     {
-        pRecords[nIndex].m_nPlace = s_nChunks * CHUNK_SIZE + nIndex;
-        pRecords[nIndex].m_pNextFree = s_pFirstFree;
-        s_pFirstFree = &pRecords[nIndex];
+        CWaitable* const pRecords = nChunk == 0 ? s_aFirstRecords : new (std::nothrow) CWaitable[CHUNK_SIZE]();
+        if (pRecords == nullptr)
+            return nullptr;
+        s_apChunks[nChunk].store(pRecords, std::memory_order_release);
     }
-    s_apChunks[s_nChunks++].store(pRecords, std::memory_order_release);
-    return true;
+    CWaitable& oRecord = s_apChunks[nChunk].load(std::memory_order_relaxed)[nIndex];
+    oRecord.m_nPlace = s_nPlaces++;
+    return &oRecord;
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

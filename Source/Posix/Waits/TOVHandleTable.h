@@ -37,16 +37,17 @@ public:
     // Calls fnVisit(CWaitable&) for every record, free ones included.
     template<class TVisit> static void ForEach(TVisit fnVisit);
 
-private:
-    // The first chunk is filled at the start of each program, so that it is kept small: 8 KB.
     static constexpr tDword CHUNK_BITS = 6;
     static constexpr tDword CHUNK_SIZE = 1u << CHUNK_BITS;
+
+private:
     static constexpr tDword CHUNK_COUNT = 16384;
 
-    static bool AddChunk();
+    // Returns the first record that has never been used, or null if there is no memory or no place.
+    static CWaitable* TakeNewPlace();
 
     // The lock of the handles guards these, and the growth of the chunks.
-    static tDword s_nChunks;
+    static tDword s_nPlaces; // all places before it have been used
     static CWaitable* s_pFirstFree;
     static std::atomic<CWaitable*> s_apChunks[CHUNK_COUNT];
 };

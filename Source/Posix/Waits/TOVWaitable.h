@@ -102,6 +102,11 @@ struct sThreadStart
 class alignas(64) CWaitable
 {
 public:
+    // A record that has never been used is all zeros, so that a table of them needs no construction.
+    constexpr CWaitable() = default;
+    CWaitable(const CWaitable&) = delete;
+    CWaitable& operator=(const CWaitable&) = delete;
+
     // These need no lock. All changes of words are in one order, which a thread that unlocks one object and then only
     // reads another one relies on (see Event::SignalIfClear).
 
@@ -230,14 +235,14 @@ public:
 
     // Members of single kinds. The creator sets them before the handle is known to anybody.
 
-    tFutex m_nLock;        // critical section: its state
-    tFutex m_nInnerLevels; // mutex, critical section: levels of ownership beyond the first, used only by the owner
-    tFutex m_nMaximum;     // semaphore
-    std::atomic<tDword> m_nSystemId;   // thread
-    std::atomic<int> m_nPriorityLevel; // thread: as last set
-    std::atomic<int> m_nNice;          // thread: what the system made of it
-    std::atomic<CNamedObject*> m_pNamed;
-    sThreadStart m_oStart; // thread
+    tFutex m_nLock{0};        // critical section: its state
+    tFutex m_nInnerLevels{0}; // mutex, critical section: levels of ownership beyond the first, used only by the owner
+    tFutex m_nMaximum{0};     // semaphore
+    std::atomic<tDword> m_nSystemId{0};   // thread
+    std::atomic<int> m_nPriorityLevel{0}; // thread: as last set
+    std::atomic<int> m_nNice{0};          // thread: what the system made of it
+    std::atomic<CNamedObject*> m_pNamed{nullptr};
+    sThreadStart m_oStart = {}; // thread
 
 private:
     friend class CHandleTable;
@@ -253,9 +258,9 @@ private:
     // Does what ReleaseSemaphore does while threads wait for the semaphore.
     bool ReleaseHeldSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
 
-    std::atomic<std::uint64_t> m_nWord; // tag, value
-    tDword m_nPlace;                    // in the handle table
-    CWaitable* m_pNextFree;
+    std::atomic<std::uint64_t> m_nWord{0}; // tag, value
+    tDword m_nPlace = 0;                   // in the handle table
+    CWaitable* m_pNextFree = nullptr;
 };
 } // namespace TOVPosix
 } // namespace TOVPlatform
