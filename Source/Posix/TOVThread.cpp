@@ -56,7 +56,7 @@ void* EnterThread(void* pParam)
     CWaitable& oRecord = *static_cast<CWaitable*>(pParam);
     AwaitStart(oRecord.m_oStart.nStep);
 
-    IntroduceThread(oRecord.m_nSystemId.load(std::memory_order_relaxed));
+    t_oThread.nId = oRecord.m_nSystemId.load(std::memory_order_relaxed);
     sThreadRecord& oThread = ThisThread();
     oThread.hThread = oRecord.GetHandle();
     oThread.pLibraryHold = oRecord.m_oStart.pLibraryHold;

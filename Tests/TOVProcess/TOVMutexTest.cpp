@@ -2,6 +2,8 @@
 #include "Support/TOVUnended.h"
 #include "TOVProcess/TOVLockInstruments.h"
 
+#include <TOVProcess/TOVCriticalSection.h>
+
 #include <cstdio>
 #include <type_traits>
 
@@ -72,6 +74,23 @@ TEST(CTOVMutexTest, CountsAsLockedAndIsTakenWhenItsOwnerHasDied)
 {
     const CTOVMutex oMutex;
     OnAnotherThread([&] { oMutex.Lock(); });
+
+    EXPECT_TRUE(oMutex.IsLocked());
+
+    EXPECT_TRUE(IsLockedForOthers(oMutex.GetHandle()));
+    oMutex.Unlock();
+    EXPECT_FALSE(IsLockedForOthers(oMutex.GetHandle()));
+}
+
+TEST(CTOVMutexTest, NoticesTheEndOfAnOwnerThatUsedACriticalSectionFirst)
+{
+    const CTOVCriticalSection oSection(0);
+    const CTOVMutex oMutex;
+    OnAnotherThread([&] {
+        oSection.Enter();
+        oSection.Leave();
+        oMutex.Lock();
+    });
 
     EXPECT_TRUE(oMutex.IsLocked());
 

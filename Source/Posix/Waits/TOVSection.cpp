@@ -23,7 +23,7 @@ void CSection::Destroy() const
 
 void CSection::Enter() const
 {
-    const tDword nThreadId = ThisThread().nId;
+    const tDword nThreadId = ThisThreadId();
     tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
     if ((nState & ~SECTION_CONTENDED) == nThreadId)
     {
@@ -39,7 +39,7 @@ void CSection::Enter() const
 void CSection::Leave() const
 {
     const tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
-    if ((nState & ~SECTION_CONTENDED) != ThisThread().nId || m_pRecord->LeaveInnerLevel())
+    if ((nState & ~SECTION_CONTENDED) != ThisThreadId() || m_pRecord->LeaveInnerLevel())
         return;
     if ((m_pRecord->m_nLock.exchange(0, std::memory_order_release) & SECTION_CONTENDED) != 0)
         FutexWake(&m_pRecord->m_nLock, 1, eFutexPrivate);

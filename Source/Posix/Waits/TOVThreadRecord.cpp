@@ -53,6 +53,7 @@ void OnThreadEnd(void*)
     oRecord.hThread = 0;
     oRecord.pLibraryHold = nullptr;
     oRecord.nId = 0; // a key destructor that still runs begins with a new record
+    oRecord.bIntroduced = false;
     oRecord.bEndDeferred = false;
     if (hThread != 0)
         EndThread(hThread);
@@ -92,15 +93,16 @@ void Prepare()
 
 } // namespace
 
-void IntroduceThread()
+void AskThreadId()
 {
-    IntroduceThread(KernelId());
+    t_oThread.nId = KernelId();
 }
 
-void IntroduceThread(tDword nId)
+void IntroduceThread()
 {
+    ThisThreadId();
     ::pthread_once(&s_oOnce, Prepare);
-    t_oThread.nId = nId;
+    t_oThread.bIntroduced = true;
     if (s_bKeys)
         ::pthread_setspecific(s_oEndKey, &t_oThread);
 }

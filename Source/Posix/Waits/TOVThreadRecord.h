@@ -29,23 +29,33 @@ struct sThreadRecord
     std::jmp_buf* pExit;       // the frame to which TOVThread::Exit goes back; null in threads that it did not start
     void* pExitStack;          // memory to release at the thread's end; see TOVThread::Exit
     void (*pfAtEnd)();         // called at the thread's end; null for nothing
+    bool bIntroduced;          // the thread's end will be noticed
     bool bEndDeferred;         // the thread's end has been noticed and waits for the destructors of other keys
 };
 
 inline TOV_FAST_THREAD_LOCAL sThreadRecord t_oThread = {};
 
-// Gives the calling thread's record its id, which the kernel is asked for unless the caller knows it, and takes care
-// that the thread's end is noticed.
+// Gives the calling thread's record its id, for which the kernel is asked.
+void AskThreadId();
+
+// Takes care that the calling thread's end is noticed. Gives its record the id as well, unless it has one.
 void IntroduceThread();
-void IntroduceThread(tDword nId);
 
 // The calling thread's record. From the first call on, the thread's end is noticed: its mutexes are then abandoned and
 // its handle is signalled, after its thread-local objects have been destroyed, however the thread ends.
 inline sThreadRecord& ThisThread()
 {
-    if (t_oThread.nId == 0)
+    if (!t_oThread.bIntroduced)
         IntroduceThread();
     return t_oThread;
+}
+
+// The calling thread's id. For what needs no notice of the thread's end.
+inline tDword ThisThreadId()
+{
+    if (t_oThread.nId == 0)
+        AskThreadId();
+    return t_oThread.nId;
 }
 
 // False if the process has no keys left, without which no thread's end can be noticed.

@@ -44,7 +44,7 @@ inline bool Take(tHandle hObject)
     switch (KindOf(nTag))
     {
     case eKindMutex:
-        if (t_oThread.nId == 0 || !pObject->Exchange(nTag, 0, t_oThread.nId))
+        if (!t_oThread.bIntroduced || !pObject->Exchange(nTag, 0, t_oThread.nId))
             return false;
         ++t_oThread.nOwnedMutexes;
         return true;
