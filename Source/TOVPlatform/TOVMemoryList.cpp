@@ -12,9 +12,12 @@ constexpr std::size_t LIST_BYTES = 8192;
 
 // Nothing can be taken from these or put into them, so that Allocate and Free need not ask whether the thread has lists
 // of its own.
-sLists s_oNotYet = {}; // the thread makes its lists when it frees its first block
+sLists s_oNotYet = {}; // the thread has freed a few blocks only
 sLists s_oNone = {};   // the thread uses none, or has ended
 
+// Lists take longer to make than they save a thread that frees fewer blocks: those that start a program, for example.
+constexpr unsigned int BLOCKS_BEFORE_LISTS = 16;
+TOV_THREAD_LISTS_STORAGE unsigned int t_nFreedBlocks = 0;
 } // namespace
 
 TOV_THREAD_LISTS_STORAGE sLists* t_pLists = &s_oNotYet;
@@ -76,7 +79,7 @@ void* AllocateAnew(std::size_t nBlockSize)
 
 void FreeWithoutRoom(void* pBlock, std::size_t nBlockSize) noexcept
 {
-    if (TOV_USE_MEMORY_LISTS && t_pLists == &s_oNotYet)
+    if (TOV_USE_MEMORY_LISTS && t_pLists == &s_oNotYet && ++t_nFreedBlocks >= BLOCKS_BEFORE_LISTS)
     {
         Begin();
         Free(pBlock, nBlockSize);
@@ -96,7 +99,10 @@ bool UseLists(bool bUse) noexcept
     if (!bUse)
         GiveBack();
     else if (!bUsed)
+    {
         t_pLists = &s_oNotYet;
+        t_nFreedBlocks = BLOCKS_BEFORE_LISTS;
+    }
     return bUsed;
 }
 } // namespace TOVMemoryList

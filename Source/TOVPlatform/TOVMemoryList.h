@@ -12,8 +12,9 @@ namespace TOVPlatform
 // block that is freed goes into a list of the thread that frees it, one list for each size, and serves that thread's
 // next request of its size. So neither needs a lock or an atomic operation, whichever thread made the block.
 //
-// The lists of a size hold up to 8 KB. What exceeds this, and all larger blocks, go back to operator delete at once;
-// the rest does so when the thread ends, or when the thread that unloads the library or ends the process does it.
+// A thread makes its lists when it frees its 16th block. The lists of a size hold up to 8 KB. What exceeds this, and
+// all larger blocks, go back to operator delete at once; the rest does so when the thread ends, or when the thread that
+// unloads the library or ends the process does it.
 //
 // Lists are used where a thread's own variable costs no call (on Linux). A build in which a tool watches the heap
 // (AddressSanitizer, or TOV_PLAIN_MEMORY defined for another one) does not use them, and does not round sizes up.
@@ -43,7 +44,8 @@ inline void* TakeFreed(std::size_t nBlockSize);
 // Frees a block of Allocate, of which the size is the one that was given there. Any thread may free it.
 inline void Free(void* pBlock, std::size_t nBlockSize) noexcept;
 
-// Determines whether the calling thread uses lists, and returns whether it did so before. If not, what its lists hold
+// Determines whether the calling thread uses lists, and returns whether it did so before. A thread that begins to use
+// them anew makes them when it frees its next block. If it uses none, what its lists hold
 // goes back to operator delete, and every block of this thread comes from operator new: for those who count blocks.
 TOV_EXPORT bool UseLists(bool bUse) noexcept;
 

@@ -150,6 +150,28 @@ TEST_F(TOVMemoryListTest, ServesARequestWithABlockThatWasFreed)
     }
 }
 
+// Lists cost a thread that frees a few blocks more than they save it.
+TEST_F(TOVMemoryListTest, MakesNoListsForAThreadThatFreesAFewBlocks)
+{
+    constexpr int FEW = 15;
+    unsigned long ulOfFew = 0;
+    unsigned long ulOfLast = 0;
+    std::thread([&] {
+        std::vector<void*> aBlocks(FEW + 1);
+        for (void*& pBlock : aBlocks)
+            pBlock = Allocate(40);
+        const unsigned long ulBefore = Released();
+        for (int nBlock = 0; nBlock < FEW; ++nBlock)
+            Free(aBlocks[nBlock], 40);
+        ulOfFew = Released() - ulBefore;
+        Free(aBlocks[FEW], 40);
+        ulOfLast = Released() - ulBefore - ulOfFew;
+    }).join();
+
+    EXPECT_EQ(static_cast<unsigned long>(FEW), ulOfFew);
+    EXPECT_EQ(TOV_USE_MEMORY_LISTS ? 0u : 1u, ulOfLast);
+}
+
 TEST_F(TOVMemoryListTest, KeepsNoLargerBlock)
 {
     const unsigned long ulReleased = Released();
