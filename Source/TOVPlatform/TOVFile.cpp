@@ -5,6 +5,8 @@
 #include <TOVPlatform/TOVFileDiscard.h>
 
 #include <algorithm>
+#include <atomic>
+#include <iterator>
 
 // Both platforms share these functions; a failed check names the platform's source.
 #undef TOV_CHECK_FILE
@@ -338,18 +340,44 @@ void FindClose(tHandle hFind)
         Backend::File::FindClose(hFind);
 }
 
+namespace
+{
+// The slots of the first table of the usual size, which is that of the process. A program that opens no file never
+// touches their pages.
+FILE* s_apSlots[Backend::File::MAX_HANDLES + 1];
+std::atomic<bool> s_bSlotsTaken(false);
+
+FILE** TakeSlots(unsigned long ulMaxHandles)
+{
+    if (ulMaxHandles == Backend::File::MAX_HANDLES && !s_bSlotsTaken.exchange(true))
+        return s_apSlots;
+    return new FILE*[ulMaxHandles + std::size_t(1)]();
+}
+
+void GiveSlotsBack(FILE** pSlots)
+{
+    if (pSlots != s_apSlots)
+    {
+        delete[] pSlots;
+        return;
+    }
+    std::fill(std::begin(s_apSlots), std::end(s_apSlots), nullptr);
+    s_bSlotsTaken = false;
+}
+} // namespace
+
 // The slot after the last one is a mark, which is not null while a failed check keeps the lock entered. All slots are
 // read and written as atomics, so that a look at the table needs no lock.
 CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(nullptr), m_oLock(2000), m_ulMaxHandles(0)
 {
-    m_pFiles = new FILE*[ulMaxHandles + std::size_t(1)]();
+    m_pFiles = TakeSlots(ulMaxHandles);
     m_ulMaxHandles = ulMaxHandles;
     Backend::File::PrepareStreams(ulMaxHandles);
 }
 
 CTOVHandleManager::~CTOVHandleManager()
 {
-    delete[] m_pFiles;
+    GiveSlotsBack(m_pFiles);
 }
 
 CTOVHandleManager& CTOVHandleManager::Instance()

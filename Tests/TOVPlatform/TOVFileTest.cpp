@@ -3,6 +3,7 @@
 #include "TOVPlatform/TOVFileInstruments.h"
 
 #include <cstring>
+#include <memory>
 
 namespace File = TOVPlatform::TOVFile;
 
@@ -400,4 +401,22 @@ TEST_F(TOVPlatformFileTest, NeitherLogsNorRaisesWhenItFails)
 
     EXPECT_TRUE(oLog.Lines().empty());
     EXPECT_TRUE(oLog.Checks().empty());
+}
+
+// The slots that a table leaves behind, full or not, are no other table's.
+TEST_F(TOVPlatformFileTest, EachTableHasSlotsOfItsOwn)
+{
+    for (int nRound = 0; nRound < 2; ++nRound)
+    {
+        const std::unique_ptr<File::CTOVHandleManager> pFirst(File::CTOVHandleManager::CreateInstance());
+        const std::unique_ptr<File::CTOVHandleManager> pSecond(File::CTOVHandleManager::CreateInstance());
+        const tHandle hFree = File::CTOVHandleManager::Instance().FindFreeHandle();
+
+        EXPECT_EQ(0u, pFirst->AddFile(stdout));
+        EXPECT_EQ(0u, pSecond->AddFile(stderr));
+
+        EXPECT_EQ(stdout, pFirst->GetFile(0));
+        EXPECT_EQ(stderr, pSecond->GetFile(0));
+        EXPECT_EQ(hFree, File::CTOVHandleManager::Instance().FindFreeHandle());
+    }
 }

@@ -20,14 +20,27 @@ bool MemoryBarrier(int nCommand)
     return ::syscall(SYS_membarrier, nCommand, 0, 0) == 0;
 }
 
+// What begins as zero would stand behind the table of owners, on a page of its own, which every program would touch.
+enum eRevocation
+{
+    eRevocationUnknown = 1,
+    eRevocationRefused,
+    eRevocationGranted
+};
+std::atomic<eRevocation> s_eRevocation(eRevocationUnknown);
+
 // A tool that watches for races knows the locks of the runtime, and not this one.
 bool CanRevoke()
 {
 #if defined(__SANITIZE_THREAD__)
     return false;
 #else
-    static const bool s_bRegistered = MemoryBarrier(MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED);
-    return s_bRegistered;
+    if (s_eRevocation.load(std::memory_order_relaxed) == eRevocationUnknown)
+    {
+        const bool bGranted = MemoryBarrier(MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED);
+        s_eRevocation.store(bGranted ? eRevocationGranted : eRevocationRefused, std::memory_order_relaxed);
+    }
+    return s_eRevocation.load(std::memory_order_relaxed) == eRevocationGranted;
 #endif
 }
 
