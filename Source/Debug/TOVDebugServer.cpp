@@ -94,9 +94,8 @@ CTOVDebugServer& CTOVDebugServer::Instance()
     return *s_pInstance;
 }
 
-CTOVDebugServer::CTOVDebugServer() : m_hLoggerLock(0), m_szApplicationName()
+CTOVDebugServer::CTOVDebugServer() : m_hLoggerLock(0), m_szApplicationName("<unknown>")
 {
-    TOVPlatform::TOVStringA::SNPrintf(m_szApplicationName, NAME_SIZE, "<unknown>");
     CreateLock();
 }
 

@@ -2,7 +2,9 @@
 
 #include <TOVRtti/TOVClassServer.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <new>
 
 namespace
@@ -25,7 +27,10 @@ CTOVClass::CTOVClass(const char* szClassName, const CTOVClass* pSuper1, const CT
     m_szName = NewName(szClassName);
     try
     {
-        for (const CTOVClass* pSuper : {pSuper1, pSuper2, pSuper3, pSuper4})
+        const CTOVClass* const apSuperClasses[] = {pSuper1, pSuper2, pSuper3, pSuper4};
+        m_aSuperClasses.reserve(std::size(apSuperClasses) -
+                                std::count(std::begin(apSuperClasses), std::end(apSuperClasses), nullptr));
+        for (const CTOVClass* pSuper : apSuperClasses)
         {
             if (pSuper != nullptr)
                 m_aSuperClasses.push_back(pSuper);
@@ -172,7 +177,7 @@ void CTOVClass::RemoveSuperClass(const CTOVClass& oClass)
 char* CTOVClass::NewName(const char* szName)
 {
     const std::size_t nSize = std::strlen(szName) + 1;
-    char* const pBlock = new char[sizeof(long) + nSize];
+    char* const pBlock = static_cast<char*>(::operator new(sizeof(long) + nSize));
     new (pBlock) long(1);
     std::memcpy(pBlock + sizeof(long), szName, nSize);
     return pBlock + sizeof(long);
@@ -187,5 +192,5 @@ char* CTOVClass::ShareName(char* szName)
 void CTOVClass::ReleaseName(char* szName)
 {
     if (--OwnersOf(szName) == 0)
-        delete[](szName - sizeof(long));
+        ::operator delete(szName - sizeof(long));
 }
