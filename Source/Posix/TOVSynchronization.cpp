@@ -109,13 +109,13 @@ void Event::Signal(tHandle hEvent)
 
 void Event::SignalIfClear(tHandle hEvent)
 {
-    if (!Uncontended::HasValue(hEvent, VALUE_SIGNALLED) && !Uncontended::SetSignalled(hEvent))
+    if (!Uncontended::ChangeSignal(hEvent, VALUE_SIGNALLED))
         SignalEvent(hEvent);
 }
 
 void Event::Reset(tHandle hEvent)
 {
-    if (!Uncontended::HasValue(hEvent, 0))
+    if (!Uncontended::ChangeSignal(hEvent, 0))
         ResetEvent(hEvent);
 }
 

@@ -30,7 +30,7 @@ void AfterForkInChild()
 {
     ContinueAlone();
     s_oTimeEventService.Forget();
-    CStreamOwner::ForgetOtherThreads();
+    ForgetOtherStreamOwners();
     AskForDebuggerAgain();
     AfterFork();
 }

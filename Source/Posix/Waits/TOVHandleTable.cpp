@@ -35,6 +35,8 @@ tHandle CHandleTable::Publish(CWaitable* pObject, eKind eObject, tDword nValue)
     const tDword nUses = (pObject->GetTag() >> TAG_KIND_BITS) + 1;
     const tDword nTag = nUses << TAG_KIND_BITS | eObject;
     pObject->m_nInnerLevels.store(0, std::memory_order_relaxed);
+    if (eObject != eKindThread && eObject != eKindNamed) // threads wait for what others do
+        pObject->m_oOwner.Admit();
     pObject->m_nWord.store(CWaitable::MakeWord(nTag, nValue), std::memory_order_release);
     return pObject->GetHandle();
 }

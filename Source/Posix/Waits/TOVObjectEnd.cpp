@@ -35,16 +35,10 @@ void AbandonMutexes(tDword nThreadId)
 {
     CHandleTable::ForEach([nThreadId](CWaitable& oObject) {
         const tDword nTag = oObject.GetTag();
-        if (KindOf(nTag) != eKindMutex)
+        if (KindOf(nTag) != eKindMutex || !oObject.IsOwnedBy(nThreadId))
             return;
-        if (oObject.IsOwnedBy(nThreadId))
-            oObject.m_nInnerLevels.store(0, std::memory_order_relaxed);
-        Change(oObject, nTag, [nThreadId](tDword& nValue) {
-            if ((nValue & MUTEX_OWNER) != nThreadId)
-                return false;
-            nValue = MUTEX_ABANDONED;
-            return true;
-        });
+        oObject.m_nInnerLevels.store(0, std::memory_order_relaxed);
+        oObject.SetValue(nTag, MUTEX_ABANDONED);
     });
 }
 

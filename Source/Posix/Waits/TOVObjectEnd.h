@@ -20,8 +20,8 @@ void EndThread(tHandle hThread);
 
 // Called in the child of a fork, under all locks of the process. The calling thread, which has a new id, is the only
 // one there; all others count as ended: their mutexes are abandoned, their critical sections free, their handles
-// signalled, their waits over. The calling thread still owns what it owned under its former id, which is 0 if it owned
-// nothing.
+// signalled, their waits over. The calling thread still owns what it owned under its former id, which is NO_ID if it
+// owned nothing.
 void EndOtherThreads(const sThreadRecord& oThread, tDword nFormerId);
 } // namespace TOVPosix
 } // namespace TOVPlatform

@@ -24,16 +24,16 @@ void CSection::Destroy() const
 void CSection::Enter() const
 {
     const tDword nThreadId = ThisThreadId();
-    tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
-    if ((nState & ~SECTION_CONTENDED) == nThreadId)
+    if ((m_pRecord->m_nLock.load(std::memory_order_relaxed) & ~SECTION_CONTENDED) == nThreadId)
     {
         m_pRecord->AddInnerLevel();
         return;
     }
-    nState = 0;
-    if (!m_pRecord->m_nLock.compare_exchange_strong(nState, nThreadId, std::memory_order_acquire,
-                                                    std::memory_order_relaxed))
-        SleepAndEnter(nThreadId);
+    m_pRecord->MakeReadable();
+    if (m_pRecord->ExchangeLock(0, nThreadId))
+        return;
+    m_pRecord->Share();
+    SleepAndEnter(nThreadId);
 }
 
 void CSection::Leave() const
@@ -41,6 +41,7 @@ void CSection::Leave() const
     const tDword nState = m_pRecord->m_nLock.load(std::memory_order_relaxed);
     if ((nState & ~SECTION_CONTENDED) != ThisThreadId() || m_pRecord->LeaveInnerLevel())
         return;
+    m_pRecord->Share();
     if ((m_pRecord->m_nLock.exchange(0, std::memory_order_release) & SECTION_CONTENDED) != 0)
         FutexWake(&m_pRecord->m_nLock, 1, eFutexPrivate);
 }

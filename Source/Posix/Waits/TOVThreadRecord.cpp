@@ -52,7 +52,7 @@ void OnThreadEnd(void*)
     oRecord.nOwnedMutexes = 0;
     oRecord.hThread = 0;
     oRecord.pLibraryHold = nullptr;
-    oRecord.nId = 0; // a key destructor that still runs begins with a new record
+    oRecord.nId = NO_ID; // a key destructor that still runs begins with a new record
     oRecord.bIntroduced = false;
     oRecord.bEndDeferred = false;
     if (hThread != 0)
@@ -116,7 +116,7 @@ bool CanNoticeEnds()
 void ContinueAlone()
 {
     const tDword nFormerId = t_oThread.nId;
-    if (nFormerId != 0)
+    if (nFormerId != NO_ID)
         t_oThread.nId = KernelId();
     t_oThread.pOwnedNamed = nullptr;
     EndOtherThreads(t_oThread, nFormerId);

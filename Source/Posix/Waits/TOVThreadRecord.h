@@ -16,12 +16,15 @@ constexpr tDword ASLEEP = 0;
 constexpr tDword WOKEN = 1;      // the wait is over and unlinked
 constexpr tDword LOOK_AGAIN = 2; // the thread has to look under the lock of the waits
 
+// The id of a thread that has not been seen yet. No thread has it, and no object holds it.
+constexpr tDword NO_ID = 0x3FFFFFFF;
+
 // The record stands in the thread's own storage, so that it costs no allocation. Its address may be woken after the
 // thread's end, which is harmless (see FutexWake).
 struct sThreadRecord
 {
     tFutex nWake;              // ASLEEP, WOKEN, LOOK_AGAIN
-    tDword nId;                // the kernel's id, the owner's mark in locks; 0 until the thread is first seen
+    tDword nId = NO_ID;        // the kernel's id, the owner's mark in locks
     tDword nOwnedMutexes;      // mutexes without name that the thread owns
     CNamedObject* pOwnedNamed; // list of mutexes with name that the thread owns
     tHandle hThread;           // the thread's handle if TOVThread::Create started it, else 0
@@ -53,7 +56,7 @@ inline sThreadRecord& ThisThread()
 // The calling thread's id. For what needs no notice of the thread's end.
 inline tDword ThisThreadId()
 {
-    if (t_oThread.nId == 0)
+    if (t_oThread.nId == NO_ID)
         AskThreadId();
     return t_oThread.nId;
 }

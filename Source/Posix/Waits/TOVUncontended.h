@@ -20,18 +20,13 @@ inline bool IsEvent(tDword nTag)
 inline bool EnterSection(tHandle hSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hSection, eKindCriticalSection);
-    tDword nState = 0;
-    return pSection != nullptr && t_oThread.nId != 0 &&
-           pSection->m_nLock.compare_exchange_strong(nState, t_oThread.nId, std::memory_order_acquire,
-                                                     std::memory_order_relaxed);
+    return pSection != nullptr && pSection->ExchangeLock(0, t_oThread.nId);
 }
 
 inline bool LeaveSection(tHandle hSection)
 {
     CWaitable* const pSection = CHandleTable::Find(hSection, eKindCriticalSection);
-    tDword nState = t_oThread.nId;
-    return pSection != nullptr && nState != 0 && !pSection->HasInnerLevels() &&
-           pSection->m_nLock.compare_exchange_strong(nState, 0, std::memory_order_release, std::memory_order_relaxed);
+    return pSection != nullptr && !pSection->HasInnerLevels() && pSection->ExchangeLock(t_oThread.nId, 0);
 }
 
 inline bool Take(tHandle hObject)
@@ -53,7 +48,10 @@ inline bool Take(tHandle hObject)
     case eKindManualEvent:
         return pObject->HasValue(nTag, VALUE_SIGNALLED);
     case eKindSemaphore:
-        return pObject->TryChange(nTag, [](tDword& nValue) { return nValue-- != 0; }) == eTryDone;
+    {
+        const tDword nValue = pObject->PeekValue();
+        return nValue != 0 && (nValue & VALUE_HELD) == 0 && pObject->Exchange(nTag, nValue, nValue - 1);
+    }
     default:
         return false;
     }
@@ -63,7 +61,7 @@ inline bool LeaveMutex(tHandle hMutex)
 {
     const tDword nTag = CHandleTable::TagOf(hMutex);
     CWaitable* const pMutex = CHandleTable::FindPlace(hMutex);
-    if (pMutex == nullptr || KindOf(nTag) != eKindMutex || t_oThread.nId == 0 || pMutex->HasInnerLevels() ||
+    if (pMutex == nullptr || KindOf(nTag) != eKindMutex || pMutex->HasInnerLevels() ||
         !pMutex->Exchange(nTag, t_oThread.nId, 0))
         return false;
     --t_oThread.nOwnedMutexes;
@@ -77,20 +75,24 @@ inline bool SetSignalled(tHandle hEvent)
     return pEvent != nullptr && IsEvent(nTag) && pEvent->Exchange(nTag, 0, VALUE_SIGNALLED);
 }
 
-// Whether this is an event that has the value.
-inline bool HasValue(tHandle hEvent, tDword nValue)
+// Writes only if the event has another value.
+inline bool ChangeSignal(tHandle hEvent, tDword nTo)
 {
     const tDword nTag = CHandleTable::TagOf(hEvent);
-    const CWaitable* const pEvent = CHandleTable::FindPlace(hEvent);
-    return pEvent != nullptr && IsEvent(nTag) && pEvent->HasValue(nTag, nValue);
+    CWaitable* const pEvent = CHandleTable::FindPlace(hEvent);
+    return pEvent != nullptr && IsEvent(nTag) && pEvent->ChangeSignal(nTag, nTo);
 }
 
 inline bool ReleaseSemaphore(tHandle hSemaphore, tDword nCount, tDword& nPrevious)
 {
     const tDword nTag = CHandleTable::TagOf(hSemaphore);
     CWaitable* const pSemaphore = CHandleTable::FindPlace(hSemaphore);
-    return pSemaphore != nullptr && KindOf(nTag) == eKindSemaphore &&
-           pSemaphore->TryReleaseSemaphore(nTag, nCount, nPrevious) == eTryDone;
+    if (pSemaphore == nullptr || KindOf(nTag) != eKindSemaphore)
+        return false;
+    nPrevious = pSemaphore->PeekValue();
+    return (nPrevious & VALUE_HELD) == 0 &&
+           nCount <= pSemaphore->m_nMaximum.load(std::memory_order_relaxed) - nPrevious &&
+           pSemaphore->Exchange(nTag, nPrevious, nPrevious + nCount);
 }
 } // namespace Uncontended
 } // namespace TOVPosix

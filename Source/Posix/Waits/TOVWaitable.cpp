@@ -6,6 +6,17 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
+TOV_NOINLINE bool CWaitable::Enter()
+{
+    return m_oOwner.Enter(ThisThread().nId);
+}
+
+TOV_NOINLINE void CWaitable::MakeReadable()
+{
+    if (Enter())
+        m_oOwner.Leave();
+}
+
 eTry CWaitable::TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
 {
     const eKind eObject = KindOf(nTag);
@@ -27,8 +38,9 @@ eTry CWaitable::TryTake(tDword nTag, sThreadRecord& oThread, bool& bAbandoned)
     return eResult;
 }
 
-eTry CWaitable::TryRead(tDword nTag) const
+eTry CWaitable::TryRead(tDword nTag)
 {
+    MakeReadable();
     const std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
     if (static_cast<tDword>(nWord >> 32) != nTag)
         return eTryStale;
@@ -46,6 +58,7 @@ bool CWaitable::EnterAgain(tDword nTag, tDword nThreadId)
 
 bool CWaitable::Hold(tDword nTag)
 {
+    Share();
     std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
     do
     {
@@ -75,6 +88,7 @@ void CWaitable::Retire()
 
 void CWaitable::LeaveTo(const sThreadRecord& oThread, tDword nFormerId)
 {
+    m_oOwner.ForgetOtherThreads(NO_ID); // the calling thread has a new id
     const tDword nTag = GetTag();
     tDword nValue = KindOf(nTag) == eKindSemaphore ? GetUnpromised() : GetHeldValue();
     m_pFirstWait = nullptr; // the calling thread is not among them

@@ -1,6 +1,7 @@
 // The record of a handle: event, mutex, semaphore, thread, critical section, or the way to a named object.
 #pragma once
 
+#include <Posix/Base/TOVOwner.h>
 #include <Posix/Waits/TOVThreadRecord.h>
 
 namespace TOVPlatform
@@ -108,7 +109,8 @@ public:
     CWaitable& operator=(const CWaitable&) = delete;
 
     // These need no lock. All changes of words are in one order, which a thread that unlocks one object and then only
-    // reads another one relies on (see Event::SignalIfClear).
+    // reads another one relies on (see Event::SignalIfClear). An owner's plain changes have their place in it, since
+    // nobody else sees the object before they are visible.
 
     tHandle GetHandle() const { return static_cast<tHandle>(GetTag()) << 32 | m_nPlace; }
 
@@ -118,49 +120,77 @@ public:
     // signalling an event that is signalled already still publishes what the signalling thread did before.
     template<class TChange> eTry TryChange(tDword nTag, TChange fnChange)
     {
+        const bool bOwner = Enter();
         std::uint64_t nWord = m_nWord.load(std::memory_order_acquire);
-        for (;;)
+        eTry eResult = eTryDone;
+        for (bool bChanged = false; eResult == eTryDone && !bChanged;)
         {
             tDword nValue = static_cast<tDword>(nWord);
             if (static_cast<tDword>(nWord >> 32) != nTag)
-                return eTryStale;
-            if ((nValue & VALUE_HELD) != 0)
-                return eTryHeld;
-            if (!fnChange(nValue))
-                return eTryRefused;
-            if (m_nWord.compare_exchange_weak(nWord, MakeWord(nTag, nValue)))
-                return eTryDone;
+                eResult = eTryStale;
+            else if ((nValue & VALUE_HELD) != 0)
+                eResult = eTryHeld;
+            else if (!fnChange(nValue))
+                eResult = eTryRefused;
+            else if (!bOwner)
+                bChanged = m_nWord.compare_exchange_weak(nWord, MakeWord(nTag, nValue));
+            else
+            {
+                m_nWord.store(MakeWord(nTag, nValue), std::memory_order_release);
+                bChanged = true;
+            }
         }
+        if (bOwner)
+            m_oOwner.Leave();
+        return eResult;
     }
 
-    // Whether the object is not held and has this value.
-    bool HasValue(tDword nTag, tDword nValue) const { return m_nWord.load() == MakeWord(nTag, nValue); }
+    // These are the quick steps. They do nothing, and return false, for an object of which another thread is the owner,
+    // or nobody yet, and for a thread that has not been seen yet. HasValue tells whether the object is not held and has
+    // this value. Exchange changes one value into another, and ExchangeLock does so with the state of a critical
+    // section; they return false, too, if that is not the value.
+    bool HasValue(tDword nTag, tDword nValue) const
+    {
+        return m_oOwner.CanRead(t_oThread.nId) && m_nWord.load() == MakeWord(nTag, nValue);
+    }
 
-    // Changes one value into another; false if the tag or the value is a different one.
     bool Exchange(tDword nTag, tDword nFrom, tDword nTo)
     {
-        std::uint64_t nWord = MakeWord(nTag, nFrom);
-        return m_nWord.compare_exchange_strong(nWord, MakeWord(nTag, nTo));
+        return ExchangeQuickly(m_nWord, MakeWord(nTag, nFrom), MakeWord(nTag, nTo));
     }
+
+    // Exchange for an event, which returns true as well if the event has the new value already.
+    bool ChangeSignal(tDword nTag, tDword nTo)
+    {
+        const std::uint64_t nNew = MakeWord(nTag, nTo);
+        std::uint64_t nOld = MakeWord(nTag, nTo ^ VALUE_SIGNALLED);
+        if (!m_oOwner.EnterShortly(t_oThread.nId))
+            return CanUseShared() && (m_nWord.load() == nNew || m_nWord.compare_exchange_strong(nOld, nNew));
+        const bool bLike = ((m_nWord.load(std::memory_order_relaxed) ^ nNew) & ~std::uint64_t(VALUE_SIGNALLED)) == 0;
+        if (bLike)
+            m_nWord.store(nNew, std::memory_order_release);
+        m_oOwner.LeaveShortly();
+        return bLike;
+    }
+
+    bool ExchangeLock(tDword nFrom, tDword nTo) { return ExchangeQuickly(m_nLock, nFrom, nTo); }
+
+    // The value as it is, for the next quick step.
+    tDword PeekValue() const { return static_cast<tDword>(m_nWord.load(std::memory_order_relaxed)); }
+
+    // MakeReadable makes the calling thread the owner, if there was none, and all threads equal if another one was.
+    // Share makes all threads equal in any case.
+    void MakeReadable();
+    void Share() { m_oOwner.Share(t_oThread.nId); }
 
     // Changes of one kind of object, each a single step that serves the waits for it (TOVWakeList.h). They do nothing
     // if the tag does not match any more. LeaveMutex does nothing unless that thread is the owner; ReleaseSemaphore
     // returns false, and changes nothing, if the count would exceed the maximum.
-    void SetSignalled(tDword nTag);
-    void ClearSignal(tDword nTag);
+    void SetSignalled(tDword nTag) { SetValue(nTag, VALUE_SIGNALLED); }
+    void ClearSignal(tDword nTag) { SetValue(nTag, 0); }
+    void SetValue(tDword nTag, tDword nNew);
     void LeaveMutex(tDword nTag, sThreadRecord& oThread);
     bool ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
-
-    // Does what ReleaseSemaphore does, unless the semaphore is held.
-    eTry TryReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
-    {
-        const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
-        return TryChange(nTag, [=, &nPrevious](tDword& nValue) {
-            nPrevious = nValue;
-            nValue += nCount;
-            return nCount <= nMaximum - nPrevious;
-        });
-    }
 
     // Takes the object as a wait does. bAbandoned is set if it is a mutex whose last owner ended as its owner. A named
     // object always counts as held.
@@ -238,11 +268,6 @@ public:
     tFutex m_nLock{0};        // critical section: its state
     tFutex m_nInnerLevels{0}; // mutex, critical section: levels of ownership beyond the first, used only by the owner
     tFutex m_nMaximum{0};     // semaphore
-    std::atomic<tDword> m_nSystemId{0};   // thread
-    std::atomic<int> m_nPriorityLevel{0}; // thread: as last set
-    std::atomic<int> m_nNice{0};          // thread: what the system made of it
-    std::atomic<CNamedObject*> m_pNamed{nullptr};
-    sThreadStart m_oStart = {}; // thread
 
 private:
     friend class CHandleTable;
@@ -253,14 +278,51 @@ private:
     }
 
     // Does what TryTake does for objects of which a wait takes nothing, so that it need not write.
-    eTry TryRead(tDword nTag) const;
+    eTry TryRead(tDword nTag);
+
+    // Does what ReleaseSemaphore does, unless the semaphore is held.
+    eTry TryReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
+    {
+        const tDword nMaximum = m_nMaximum.load(std::memory_order_relaxed);
+        return TryChange(nTag, [=, &nPrevious](tDword& nValue) {
+            nPrevious = nValue;
+            nValue += nCount;
+            return nCount <= nMaximum - nPrevious;
+        });
+    }
+
+    // Whether the calling thread is the owner, or becomes it, so that it must leave the object after a use.
+    bool Enter();
+
+    bool CanUseShared() const { return m_oOwner.IsShared() && t_oThread.nId != NO_ID; }
+
+    template<class TWord> bool ExchangeQuickly(std::atomic<TWord>& nWord, TWord nFrom, TWord nTo)
+    {
+        if (!m_oOwner.EnterShortly(t_oThread.nId))
+            return CanUseShared() && nWord.compare_exchange_strong(nFrom, nTo);
+        const bool bSame = nWord.load(std::memory_order_relaxed) == nFrom;
+        if (bSame)
+            nWord.store(nTo, std::memory_order_release);
+        m_oOwner.LeaveShortly();
+        return bSame;
+    }
 
     // Does what ReleaseSemaphore does while threads wait for the semaphore.
     bool ReleaseHeldSemaphore(tDword nTag, tDword nCount, tDword& nPrevious);
 
-    std::atomic<std::uint64_t> m_nWord{0}; // tag, value
     tDword m_nPlace = 0;                   // in the handle table
+    std::atomic<std::uint64_t> m_nWord{0}; // tag, value
+    COwner m_oOwner;                       // all steps up to here are in one line of the cache
     CWaitable* m_pNextFree = nullptr;
+
+public:
+    // Members of single kinds that are seldom used.
+
+    std::atomic<tDword> m_nSystemId{0};   // thread
+    std::atomic<int> m_nPriorityLevel{0}; // thread: as last set
+    std::atomic<int> m_nNice{0};          // thread: what the system made of it
+    std::atomic<CNamedObject*> m_pNamed{nullptr};
+    sThreadStart m_oStart = {}; // thread
 };
 } // namespace TOVPosix
 } // namespace TOVPlatform

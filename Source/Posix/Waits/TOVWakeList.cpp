@@ -115,6 +115,14 @@ CWaitScope::~CWaitScope()
     s_aProcessLocks[eLockWaits].Unlock();
 }
 
+void CWaitable::SetValue(tDword nTag, tDword nNew)
+{
+    Change(*this, nTag, [nNew](tDword& nValue) {
+        nValue = nNew;
+        return true;
+    });
+}
+
 bool CWaitable::ReleaseHeldSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
 {
     {

@@ -93,31 +93,12 @@ template<class TChange> bool Change(CWaitable& oObject, tDword nTag, TChange fnC
     return eResult == eTryHeld ? ChangeAndServe(oObject, nTag, fnChange) : eResult == eTryDone;
 }
 
-inline void CWaitable::SetSignalled(tDword nTag)
-{
-    Change(*this, nTag, [](tDword& nValue) {
-        nValue = VALUE_SIGNALLED;
-        return true;
-    });
-}
-
-inline void CWaitable::ClearSignal(tDword nTag)
-{
-    Change(*this, nTag, [](tDword& nValue) {
-        nValue = 0;
-        return true;
-    });
-}
-
 inline void CWaitable::LeaveMutex(tDword nTag, sThreadRecord& oThread)
 {
     if (!IsOwnedBy(oThread.nId) || LeaveInnerLevel())
         return;
     --oThread.nOwnedMutexes;
-    Change(*this, nTag, [](tDword& nValue) {
-        nValue = 0;
-        return true;
-    });
+    SetValue(nTag, 0);
 }
 
 inline bool CWaitable::ReleaseSemaphore(tDword nTag, tDword nCount, tDword& nPrevious)
