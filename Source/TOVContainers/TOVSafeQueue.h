@@ -68,7 +68,14 @@ private:
         explicit CLock(const CTOVMutex& oMutex) : m_oMutex(oMutex) { m_oMutex.Lock(); }
         ~CLock()
         {
-            TOVDebug::RunInDestructor([this] { m_oMutex.Unlock(); });
+            // RunInDestructor would do the same by two calls.
+            try
+            {
+                m_oMutex.Unlock();
+            }
+            catch (...)
+            {
+            }
         }
         CLock(const CLock&) = delete;
         CLock& operator=(const CLock&) = delete;
@@ -138,7 +145,7 @@ template<class T> T CTOVSafeQueue<T>::TakeFirst()
         ~sSignalRest()
         {
             if (oQueue.m_aQueue.empty())
-                oQueue.m_oEvent.Reset();
+                TOVPlatform::TOVSynchronization::Event::Reset(oQueue.m_oEvent.GetHandle());
             else
                 TOVPlatform::TOVSynchronization::Event::SignalIfClear(oQueue.m_oEvent.GetHandle());
         }

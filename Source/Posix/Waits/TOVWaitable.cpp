@@ -8,7 +8,7 @@ namespace TOVPosix
 {
 TOV_NOINLINE bool CWaitable::Enter()
 {
-    return m_oOwner.Enter(ThisThread().nId);
+    return m_oOwner.Enter(ThisThreadId());
 }
 
 TOV_NOINLINE void CWaitable::MakeReadable()
