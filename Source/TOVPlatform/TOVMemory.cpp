@@ -1,6 +1,7 @@
 #include <TOVPlatform/TOVMemory.h>
 
 #include <Debug/TOVCheck.h>
+#include <TOVPlatform/Vector/TOVVectorMemory.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -67,7 +68,7 @@ bool FastCompare(const void* pDestination, const void* pSource, unsigned long dw
     TOV_ASSERT(pDestination != NULL);
     TOV_ASSERT(pSource != NULL);
     TOV_ASSERT((dwSize > 0) && ((dwSize % 4) == 0));
-    return std::memcmp(pDestination, pSource, dwSize) == 0;
+    return Vector::AreShortAndEqual(pDestination, pSource, dwSize) || std::memcmp(pDestination, pSource, dwSize) == 0;
 }
 
 int Compare(const void* pDestination, const void* pSource, unsigned long dwSize)
@@ -76,6 +77,8 @@ int Compare(const void* pDestination, const void* pSource, unsigned long dwSize)
     TOV_ASSERT(pSource != NULL);
     TOV_ASSERT(dwSize > 0);
 
+    if (Vector::AreShortAndEqual(pDestination, pSource, dwSize))
+        return 0;
     const int nOrder = std::memcmp(pDestination, pSource, dwSize);
     return (nOrder > 0) - (nOrder < 0); // the runtime may return any number
 }
