@@ -6,6 +6,7 @@
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 #include <TOVPlatform/TOVMemory.h>
 
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <new>
@@ -154,6 +155,10 @@ private:
 
     // Copies between blocks that do not overlap. Short texts are copied without a call.
     static void CopyText(T* pDestination, const T* pText, long lLength);
+
+    // For strings: returns whether both texts have the same units, which are short: 8 to 16 bytes. Others are never
+    // called equal here.
+    static bool AreShortAndEqual(const T* pFirst, const T* pSecond, long lLength);
 
     // Copies between blocks that may overlap. Leaves the check of the pointers to TOVMemory::Move.
     static void MoveElements(T* pDestination, const T* pSource, long lNumElements);
@@ -473,6 +478,24 @@ template<class T> TOV_TEMPLATE_INLINE void CTOVBuffer<T>::CopyText(T* pDestinati
         fnMoveEnds(std::integral_constant<std::size_t, 2>());
     else if (nBytes == 1)
         *pTo = *pFrom;
+}
+
+template<class T>
+TOV_TEMPLATE_INLINE bool CTOVBuffer<T>::AreShortAndEqual(const T* pFirst, const T* pSecond, long lLength)
+{
+    const std::size_t nLength = static_cast<std::size_t>(lLength);
+    std::uint64_t aWords1[2];
+    std::uint64_t aWords2[2];
+    constexpr std::size_t WORD_UNITS = sizeof(aWords1[0]) / sizeof(T);
+    if (nLength < WORD_UNITS || nLength > 2 * WORD_UNITS)
+        return false;
+
+    // Two words, which may overlap.
+    std::memcpy(&aWords1[0], pFirst, sizeof(aWords1[0]));
+    std::memcpy(&aWords1[1], pFirst + nLength - WORD_UNITS, sizeof(aWords1[1]));
+    std::memcpy(&aWords2[0], pSecond, sizeof(aWords2[0]));
+    std::memcpy(&aWords2[1], pSecond + nLength - WORD_UNITS, sizeof(aWords2[1]));
+    return ((aWords1[0] ^ aWords2[0]) | (aWords1[1] ^ aWords2[1])) == 0;
 }
 
 template<class T> void CTOVBuffer<T>::MoveElements(T* pDestination, const T* pSource, long lNumElements)

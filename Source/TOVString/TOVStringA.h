@@ -242,6 +242,13 @@ private:
                                           bool bGrows);
     static constexpr int NO_LENGTH = -1;
 
+    // These do what BeginsWith and EndsWith do, for all texts.
+    TOV_NOINLINE bool HasPrefix(const CTOVStringA& oOther) const;
+    TOV_NOINLINE bool HasSuffix(const CTOVStringA& oOther) const;
+
+    // Returns whether all units are characters of one unit, in every code page, and none of them is 0.
+    static bool AreSingleUnits(const char* pUnits, int nCount);
+
     CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;      // the length of the text
 };
@@ -275,6 +282,32 @@ TOV_EXPORT_INLINE const CTOVStringA& CTOVStringA::operator+=(const char* szStrin
     TOV_ASSERT(szString != NULL);
     ConcatInPlace(GetSafeStringLength(szString), szString);
     return *this;
+}
+
+// A short prefix is compared without a call, and a short suffix with the one that proves that the text ends with it.
+TOV_EXPORT_INLINE bool CTOVStringA::BeginsWith(const CTOVStringA& oOther) const
+{
+    const char* const szOther = oOther.m_oData.GetBuffer();
+    const int nOtherLength = oOther.m_nStringLength;
+    return (nOtherLength <= m_nStringLength &&
+            CTOVBuffer<char>::AreShortAndEqual(m_oData.GetBuffer(), szOther, nOtherLength) && *szOther != 0 &&
+            szOther[nOtherLength] == 0) ||
+           HasPrefix(oOther);
+}
+
+TOV_EXPORT_INLINE bool CTOVStringA::EndsWith(const CTOVStringA& oOther) const
+{
+    const int nOtherLength = oOther.m_nStringLength;
+    const int nPosition = m_nStringLength - nOtherLength;
+    if (nOtherLength > 0 && nPosition >= 0)
+    {
+        const char* const szText = m_oData.GetBuffer();
+        const char* const szOther = oOther.m_oData.GetBuffer();
+        if (CTOVBuffer<char>::AreShortAndEqual(szText + nPosition, szOther, nOtherLength) &&
+            szText[m_nStringLength] == 0 && szOther[nOtherLength] == 0 && AreSingleUnits(szText, m_nStringLength))
+            return true;
+    }
+    return HasSuffix(oOther);
 }
 
 TOV_EXPORT_INLINE int CTOVStringA::GetAt(long lIndex) const

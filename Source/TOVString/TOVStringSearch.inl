@@ -47,23 +47,6 @@ int LastPosition(const tString& oString, const tUnit* szOther, int nStart, int n
     return nPosition;
 }
 
-// Whether both have the same units, which are short: 8 to 16 bytes. Others are never called equal here.
-bool AreShortAndEqual(const tUnit* pFirst, const tUnit* pSecond, std::size_t nCount)
-{
-    std::uint64_t aWords1[2];
-    std::uint64_t aWords2[2];
-    constexpr std::size_t WORD_UNITS = sizeof(aWords1[0]) / sizeof(tUnit);
-    if (nCount < WORD_UNITS || nCount > 2 * WORD_UNITS)
-        return false;
-
-    // Two words, which may overlap.
-    std::memcpy(&aWords1[0], pFirst, sizeof(aWords1[0]));
-    std::memcpy(&aWords1[1], pFirst + nCount - WORD_UNITS, sizeof(aWords1[1]));
-    std::memcpy(&aWords2[0], pSecond, sizeof(aWords2[0]));
-    std::memcpy(&aWords2[1], pSecond + nCount - WORD_UNITS, sizeof(aWords2[1]));
-    return ((aWords1[0] ^ aWords2[0]) | (aWords1[1] ^ aWords2[1])) == 0;
-}
-
 bool AreEqual(const tUnit* pFirst, const tUnit* pSecond, std::size_t nCount)
 {
     return std::memcmp(pFirst, pSecond, nCount * sizeof(tUnit)) == 0;
@@ -98,7 +81,7 @@ TOV_NOINLINE bool IsLastOfAllPositions(const tString& oString, const tString& oO
 }
 
 // Does the same with a look at this position only, where that is enough.
-TOV_NOINLINE bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
+bool IsLastPosition(const tString& oString, const tString& oOther, int nPosition)
 {
     const tUnit* const szOther = oOther.GetString();
     TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
@@ -121,18 +104,6 @@ TOV_NOINLINE bool IsLastPosition(const tString& oString, const tString& oOther, 
         }
     }
     return IsLastOfAllPositions(oString, oOther, nPosition);
-}
-
-// Whether the string begins with the other one, which has a block.
-TOV_NOINLINE bool IsPrefix(const tString& oString, const tString& oOther)
-{
-    const tUnit* const szText = oString.GetString();
-    const tUnit* const szOther = oOther.GetString();
-    if (oString.IsEmpty() || *szOther == 0)
-        return false;
-    const long lOtherLength = oOther.GetLength();
-    const bool bEqual = lOtherLength <= oString.GetLength() && AreEqual(szText, szOther, lOtherLength);
-    return (bEqual && szOther[lOtherLength] == 0) || IsAt(szText, szOther);
 }
 } // namespace
 
@@ -199,16 +170,16 @@ int tString::ReverseFindNotOneOf(const tUnit* szCharSet, int nStartPos) const
 
 // Prefix and suffix
 
-bool tString::BeginsWith(const tString& oOther) const
+bool tString::HasPrefix(const tString& oOther) const
 {
+    const tUnit* const szText = GetString();
     const tUnit* const szOther = oOther.GetString();
     TOV_ASSERT_TEXT(szOther != nullptr, NO_TEXT_TO_FIND);
-    // Two functions, as the one without calls is quicker: it saves no registers.
+    if (IsEmpty() || *szOther == 0)
+        return false;
     const int nOtherLength = oOther.m_nStringLength;
-    if (nOtherLength <= m_nStringLength && AreShortAndEqual(GetString(), szOther, nOtherLength) && *szOther != 0 &&
-        szOther[nOtherLength] == 0)
-        return true;
-    return IsPrefix(*this, oOther);
+    const bool bEqual = nOtherLength <= m_nStringLength && AreEqual(szText, szOther, nOtherLength);
+    return (bEqual && szOther[nOtherLength] == 0) || IsAt(szText, szOther);
 }
 
 bool tString::BeginsWithNoCase(const tString& oOther) const
@@ -216,19 +187,14 @@ bool tString::BeginsWithNoCase(const tString& oOther) const
     return LoweredCopy(*this).BeginsWith(LoweredCopy(oOther));
 }
 
-bool tString::EndsWith(const tString& oOther) const
+bool tString::HasSuffix(const tString& oOther) const
 {
-    const int nOtherLength = oOther.m_nStringLength;
-    const int nPosition = m_nStringLength - nOtherLength;
-    if (nOtherLength > 0 && nPosition >= 0)
-    {
-        const tUnit* const szText = GetString();
-        const tUnit* const szOther = oOther.GetString();
-        if (AreShortAndEqual(szText + nPosition, szOther, nOtherLength) && szText[m_nStringLength] == 0 &&
-            szOther[nOtherLength] == 0 && TOVPlatform::Vector::AreSingleUnits(szText, m_nStringLength))
-            return true;
-    }
-    return IsLastPosition(*this, oOther, nPosition);
+    return IsLastPosition(*this, oOther, m_nStringLength - oOther.m_nStringLength);
+}
+
+bool tString::AreSingleUnits(const tUnit* pUnits, int nCount)
+{
+    return TOVPlatform::Vector::AreSingleUnits(pUnits, nCount);
 }
 
 bool tString::EndsWithNoCase(const tString& oOther) const

@@ -170,6 +170,13 @@ private:
                                           bool bGrows);
     static constexpr int NO_LENGTH = -1;
 
+    // These do what BeginsWith and EndsWith do, for all texts.
+    TOV_NOINLINE bool HasPrefix(const CTOVStringW& oOther) const;
+    TOV_NOINLINE bool HasSuffix(const CTOVStringW& oOther) const;
+
+    // Returns whether all units are characters of one unit, in every code page, and none of them is 0.
+    static bool AreSingleUnits(const wchar_t* pUnits, int nCount);
+
     CTOVBuffer<wchar_t> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;         // the length of the text
 };
@@ -203,6 +210,32 @@ TOV_EXPORT_INLINE const CTOVStringW& CTOVStringW::operator+=(const wchar_t* szSt
     TOV_ASSERT(szString != NULL);
     ConcatInPlace(GetSafeStringLength(szString), szString);
     return *this;
+}
+
+// A short prefix is compared without a call, and a short suffix with the one that proves that the text ends with it.
+TOV_EXPORT_INLINE bool CTOVStringW::BeginsWith(const CTOVStringW& oOther) const
+{
+    const wchar_t* const szOther = oOther.m_oData.GetBuffer();
+    const int nOtherLength = oOther.m_nStringLength;
+    return (nOtherLength <= m_nStringLength &&
+            CTOVBuffer<wchar_t>::AreShortAndEqual(m_oData.GetBuffer(), szOther, nOtherLength) && *szOther != 0 &&
+            szOther[nOtherLength] == 0) ||
+           HasPrefix(oOther);
+}
+
+TOV_EXPORT_INLINE bool CTOVStringW::EndsWith(const CTOVStringW& oOther) const
+{
+    const int nOtherLength = oOther.m_nStringLength;
+    const int nPosition = m_nStringLength - nOtherLength;
+    if (nOtherLength > 0 && nPosition >= 0)
+    {
+        const wchar_t* const szText = m_oData.GetBuffer();
+        const wchar_t* const szOther = oOther.m_oData.GetBuffer();
+        if (CTOVBuffer<wchar_t>::AreShortAndEqual(szText + nPosition, szOther, nOtherLength) &&
+            szText[m_nStringLength] == 0 && szOther[nOtherLength] == 0 && AreSingleUnits(szText, m_nStringLength))
+            return true;
+    }
+    return HasSuffix(oOther);
 }
 
 TOV_EXPORT_INLINE int CTOVStringW::GetAt(long lIndex) const
