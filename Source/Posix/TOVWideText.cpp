@@ -50,6 +50,12 @@ bool RaisesAsciiAsUsual()
     return towupper(L'i') == L'I';
 }
 
+// Equal units need no counterparts, which take a call each.
+int CompareLowerCase(wchar_t cUnit1, wchar_t cUnit2)
+{
+    return cUnit1 == cUnit2 ? 0 : LowerCase(cUnit1) - LowerCase(cUnit2);
+}
+
 template<class tMapping> int CompareMapped(const wchar_t* szString1, const wchar_t* szString2, tMapping Map)
 {
     for (;; ++szString1, ++szString2)
@@ -106,7 +112,7 @@ int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2)
         // Compares as far as the next step could not.
         for (int nUnits = 0; nUnits < SINGLE_UNITS; ++nUnits, ++szString1, ++szString2)
         {
-            const int nOrder = LowerCase(*szString1) - LowerCase(*szString2);
+            const int nOrder = CompareLowerCase(*szString1, *szString2);
             if (nOrder != 0 || *szString1 == 0)
                 return nOrder;
         }
