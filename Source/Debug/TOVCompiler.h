@@ -61,6 +61,7 @@
 // TOV_OUTSIDE_BODY(...)  replaces the semicolon after the declaration of a member that the library exports: modules
 //                        that use the library may inline this body, which is the one that the source has. The library's
 //                        own calls, which are direct, would make it larger. On Windows, the members are only imported.
+// TOV_OUTSIDE_INLINE     is inline there, for a member of a template, and nothing in the library.
 // TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
@@ -119,8 +120,10 @@
 
 #if defined(TOVKERNEL_BUILD) || defined(_WIN32)
 #define TOV_OUTSIDE_BODY(...) ;
+#define TOV_OUTSIDE_INLINE
 #else
 #define TOV_OUTSIDE_BODY(...) __VA_ARGS__
+#define TOV_OUTSIDE_INLINE inline
 #endif
 
 // Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.

@@ -209,7 +209,7 @@ template<class T> CTOVBuffer<T>::CTOVBuffer(const T* pElements, long lSize) : CT
         MoveElements(m_pArray.Get(), pElements, lSize);
 }
 
-template<class T> CTOVBuffer<T>::~CTOVBuffer() noexcept
+template<class T> TOV_OUTSIDE_INLINE CTOVBuffer<T>::~CTOVBuffer() noexcept
 {
     // The two usual cases make no call that returns here.
     CTOVRefCountObject<T>* const pBlock = m_pArray.m_pObject;

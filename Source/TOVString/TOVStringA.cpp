@@ -8,6 +8,7 @@
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorShortText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
+#include <TOVPlatform/Vector/TOVVectorWide.h>
 #include <TOVString/TOVResourceLoader.h>
 #include <TOVString/TOVStringId.h>
 #include <TOVString/TOVStringW.h>

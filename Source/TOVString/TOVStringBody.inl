@@ -26,6 +26,48 @@ inline tBlock* TakeForShortText(const tUnit* pText, unsigned int nLength)
     return pNew;
 }
 
+// Returns a block with a short text. All other texts are left to fnLong, as are those for which the thread has no free
+// block.
+template<class TNewBlock, class TFunction> TOV_NOINLINE TNewBlock NewShortText(const tUnit* szText, TFunction fnLong)
+{
+    const unsigned int nLength = TOVPlatform::Vector::ShortLength(szText);
+    tBlock* const pNew = TakeForShortText(szText, nLength);
+    return pNew != nullptr ? TNewBlock{pNew, nLength + 1L} : fnLong(szText);
+}
+
+#if TOV_WIDE_VECTORS
+// Returns a block with a text of up to 255 bytes that is measured and copied by vectors of 64 bytes. All other texts
+// are left to fnOther, as are those for which the thread has no free block.
+template<class TNewBlock, class TFunction>
+TOV_WIDE_TEXT TNewBlock NewTextInWideVectors(const tUnit* szText, TFunction fnOther)
+{
+    constexpr std::size_t VECTOR = 64;
+    const unsigned int nShort = TOVPlatform::Vector::WideLength<1>(szText);
+    if (__builtin_expect(nShort != 0, 1))
+    {
+        tBlock* const pNew = tBlock::TakeFreed(nShort + 2);
+        if (pNew == nullptr)
+            return fnOther(szText);
+        pNew->SetText(0, szText, nShort);
+        return {pNew, nShort + 1L};
+    }
+
+    const unsigned int nLength = TOVPlatform::Vector::WideLength<4>(szText);
+    tBlock* const pNew = nLength != 0 ? tBlock::TakeFreed(nLength + 2) : nullptr;
+    if (pNew == nullptr)
+        return fnOther(szText);
+    const std::size_t nBytes = nLength * sizeof(tUnit);
+    // The last vector may overlap the one before it.
+    unsigned char* const pTo = reinterpret_cast<unsigned char*>(pNew->GetElements());
+    const unsigned char* const pFrom = reinterpret_cast<const unsigned char*>(szText);
+    for (std::size_t nStart = 0; nStart < nBytes - VECTOR; nStart += VECTOR)
+        std::memcpy(pTo + nStart, pFrom + nStart, VECTOR);
+    std::memcpy(pTo + nBytes - VECTOR, pFrom + nBytes - VECTOR, VECTOR);
+    std::memset(pTo + nBytes, 0, 2 * sizeof(tUnit));
+    return {pNew, nLength + 1L};
+}
+#endif
+
 // Does the same for two texts, one after the other, of which one may be empty.
 inline tBlock* TakeForShortTexts(const tUnit* pText1, unsigned int nLength1, const tUnit* pText2, unsigned int nLength2)
 {
@@ -109,16 +151,16 @@ tString& tString::Null()
     return CTOVDynamicSingleton<tString>::GetInstance();
 }
 
-// The usual case makes no call: a short text for whose block the thread has a free one.
+// The usual case makes no call: a text that is not long, for whose block the thread has a free one.
 tBuffer::sNewBlock tString::NewText(const tUnit* szText)
 {
-    if (TOV_USE_MEMORY_LISTS && IsText(szText))
-    {
-        const unsigned int nLength = TOVPlatform::Vector::ShortLength(szText);
-        if (tBlock* const pNew = TakeForShortText(szText, nLength))
-            return {pNew, static_cast<long>(nLength + 1)};
-    }
-    return NewText(szText, NO_LENGTH);
+    const auto fnLong = [](const tUnit* szLong) { return NewText(szLong, NO_LENGTH); };
+    const auto fnOther = [=](const tUnit* szOther) { return NewShortText<tNewBlock>(szOther, fnLong); };
+#if TOV_WIDE_VECTORS
+    if (__builtin_expect(TOV_USE_MEMORY_LISTS && IsText(szText), 1) && TOVPlatform::Vector::UsesWideVectors())
+        return NewTextInWideVectors<tNewBlock>(szText, fnOther);
+#endif
+    return TOV_USE_MEMORY_LISTS && IsText(szText) ? fnOther(szText) : fnLong(szText);
 }
 
 tBuffer::sNewBlock tString::NewText(const tUnit* pText, int nLength)
@@ -169,6 +211,13 @@ void tString::Copy(const tUnit* szSrcString, int nStringLength)
 {
     TOV_ASSERT(szSrcString != NULL);
     TOV_ASSERT(nStringLength > 0);
+    // The usual case needs no further call. The text may lie in the old block, which goes last.
+    if (tBlock* const pShort = TakeForShortText(szSrcString, nStringLength))
+    {
+        m_nStringLength = nStringLength;
+        m_oData.Take({pShort, nStringLength + 1L});
+        return;
+    }
     AssignCopy(nStringLength, szSrcString);
 }
 

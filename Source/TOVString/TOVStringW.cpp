@@ -7,6 +7,7 @@
 #include <TOVPlatform/TOVText.h>
 #include <TOVPlatform/Vector/TOVVectorShortText.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
+#include <TOVPlatform/Vector/TOVVectorWide.h>
 #include <TOVString/TOVStringA.h>
 
 #include <algorithm>

@@ -13,8 +13,8 @@
 
 namespace
 {
-constexpr int MAX_LENGTH = 140;
-constexpr int NUM_PLACES = 32;
+constexpr int MAX_LENGTH = 300;
+constexpr int NUM_PLACES = 64;
 
 // Texts of random characters, none of them zero.
 template<class TUnit> class CRandomTexts

@@ -2,9 +2,9 @@
 
 #include <TOVPlatform/TOVTextSearch.h>
 #include <TOVPlatform/Vector/TOVVectorProcessor.h>
+#include <TOVPlatform/Vector/TOVVectorWide.h>
 
 #include <algorithm>
-#include <atomic>
 #include <climits>
 #include <cstdint>
 #include <cstring>
@@ -146,30 +146,6 @@ TOV_NOINLINE const wchar_t* FindUnitPlainly(const wchar_t* szText, wchar_t cUnit
 }
 
 #if TOV_HAS_X86_VECTORS
-#define TOV_WIDE_TEXT __attribute__((target("avx512bw")))
-
-// What the processor has, once somebody has asked.
-enum eWideVectors : int
-{
-    eWideVectorsUnknown,
-    eWideVectorsUnused,
-    eWideVectorsUsed
-};
-std::atomic<int> s_eWideVectors{eWideVectorsUnknown};
-
-TOV_NOINLINE bool AskForWideVectors()
-{
-    const bool bUsed = HasWideVectors();
-    s_eWideVectors.store(bUsed ? eWideVectorsUsed : eWideVectorsUnused, std::memory_order_relaxed);
-    return bUsed;
-}
-
-inline bool UsesWideVectors()
-{
-    const int eWideVectors = s_eWideVectors.load(std::memory_order_relaxed);
-    return eWideVectors == eWideVectorsUsed || (eWideVectors == eWideVectorsUnknown && AskForWideVectors());
-}
-
 // Operations on 64 bytes of units. A mask has a bit for each unit.
 template<class tUnit> constexpr std::size_t WIDE_UNITS = sizeof(__m512i) / sizeof(tUnit);
 
@@ -207,15 +183,6 @@ TOV_WIDE_TEXT inline __m512i WideLeast(__m512i oUnits1, __m512i oUnits2, char)
 TOV_WIDE_TEXT inline __m512i WideLeast(__m512i oUnits1, __m512i oUnits2, wchar_t)
 {
     return _mm512_min_epu16(oUnits1, oUnits2);
-}
-
-TOV_WIDE_TEXT inline std::uint64_t WideZeros(__m512i oUnits, char)
-{
-    return _mm512_testn_epi8_mask(oUnits, oUnits);
-}
-TOV_WIDE_TEXT inline std::uint64_t WideZeros(__m512i oUnits, wchar_t)
-{
-    return _mm512_testn_epi16_mask(oUnits, oUnits);
 }
 
 // Zero where a unit is zero or equal to the other one.
@@ -442,6 +409,15 @@ std::size_t CountEqualNoCase(const wchar_t*, const wchar_t*)
 #endif
 
 #if TOV_HAS_X86_VECTORS
+std::atomic<int> s_eWideVectors{eWideVectorsUnknown};
+
+bool AskForWideVectors()
+{
+    const bool bUsed = HasWideVectors();
+    s_eWideVectors.store(bUsed ? eWideVectorsUsed : eWideVectorsUnused, std::memory_order_relaxed);
+    return bUsed;
+}
+
 bool UseWideVectors(bool bUse)
 {
     const bool bUsed = UsesWideVectors();

@@ -44,7 +44,7 @@ const wchar_t* FindUnit(const wchar_t* szText, std::size_t nLength, wchar_t cUni
 bool AreSingleUnits(const char* pUnits, std::size_t nCount);
 bool AreSingleUnits(const wchar_t* pUnits, std::size_t nCount);
 
-// Determines whether FindUnit and AreSingleUnits may use vectors of 64 bytes, which they do if the processor has them.
+// Determines whether functions of this family may use vectors of 64 bytes, which they do if the processor has them.
 // Returns whether they did so before: for tests.
 bool UseWideVectors(bool bUse);
 } // namespace Vector

@@ -20,7 +20,7 @@ TYPED_TEST(CTOVStringPageEndTest, ReadsNothingAfterThePage)
     tUnit* const pEnd = reinterpret_cast<tUnit*>(this->m_oPage.GetEnd());
     for (int nRound = 0; nRound < 2; ++nRound) // in the second one, the lists have blocks
     {
-        for (int nLength = 0; nLength <= 140; ++nLength)
+        for (int nLength = 0; nLength <= 300; ++nLength)
         {
             tUnit* const szText = pEnd - nLength - 1;
             std::fill_n(szText, nLength, static_cast<tUnit>('a'));

@@ -1,0 +1,68 @@
+// Defines how text functions choose vectors of 64 bytes, and the measure of a text by them. Internal to the text
+// functions and classes.
+#pragma once
+
+#include <TOVPlatform/Vector/TOVVectorText.h>
+
+// Whether texts whose length is not known may be read by such vectors, past their terminators.
+#define TOV_WIDE_VECTORS (TOV_HAS_X86_VECTORS && TOV_VECTOR_TEXT)
+
+#if TOV_HAS_X86_VECTORS
+#include <atomic>
+#include <cstdint>
+#include <immintrin.h>
+
+// Marks a function that has such vectors. It is called only where UsesWideVectors returns true.
+#define TOV_WIDE_TEXT __attribute__((target("avx512bw")))
+
+namespace TOVPlatform
+{
+namespace Vector
+{
+// What the processor has, once somebody has asked.
+enum eWideVectors : int
+{
+    eWideVectorsUnknown,
+    eWideVectorsUnused,
+    eWideVectorsUsed
+};
+extern std::atomic<int> s_eWideVectors;
+
+TOV_NOINLINE bool AskForWideVectors();
+
+inline bool UsesWideVectors()
+{
+    const int eWideVectors = s_eWideVectors.load(std::memory_order_relaxed);
+    return __builtin_expect(eWideVectors == eWideVectorsUsed, 1) ||
+           (eWideVectors == eWideVectorsUnknown && AskForWideVectors());
+}
+
+// Masks with a bit for each unit, the lowest one for the first unit: set where it is zero.
+TOV_WIDE_TEXT inline std::uint64_t WideZeros(__m512i oUnits, char)
+{
+    return _mm512_testn_epi8_mask(oUnits, oUnits);
+}
+TOV_WIDE_TEXT inline std::uint64_t WideZeros(__m512i oUnits, wchar_t)
+{
+    return _mm512_testn_epi16_mask(oUnits, oUnits);
+}
+
+// Returns the length of a text that ends among the bytes of some vectors. Returns 0 for all others, and where these
+// bytes may reach into another page.
+template<unsigned int NUM_VECTORS, class tUnit> TOV_WIDE_TEXT inline unsigned int WideLength(const tUnit* szText)
+{
+    constexpr std::uintptr_t MIN_PAGE_SIZE = 4096;
+    constexpr unsigned int UNITS = sizeof(__m512i) / sizeof(tUnit);
+    if (reinterpret_cast<std::uintptr_t>(szText) % MIN_PAGE_SIZE > MIN_PAGE_SIZE - NUM_VECTORS * sizeof(__m512i))
+        return 0;
+    for (unsigned int nStart = 0; nStart < NUM_VECTORS * UNITS; nStart += UNITS)
+    {
+        const std::uint64_t uZeros = WideZeros(_mm512_loadu_si512(szText + nStart), tUnit());
+        if (__builtin_expect(uZeros != 0, 1))
+            return nStart + static_cast<unsigned int>(__builtin_ctzll(uZeros));
+    }
+    return 0;
+}
+} // namespace Vector
+} // namespace TOVPlatform
+#endif
