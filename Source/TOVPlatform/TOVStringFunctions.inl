@@ -14,6 +14,11 @@ int CompareNoCase(const tUnit* szString1, const tUnit* szString2)
     return Sign(Backend::CompareNoCase(szString1, szString2));
 }
 
+int OrderNoCase(const tUnit* szString1, const tUnit* szString2)
+{
+    return Backend::CompareNoCase(szString1, szString2);
+}
+
 int Collate(const tUnit* szString1, const tUnit* szString2)
 {
     TOV_ASSERT(szString1 != NULL);

@@ -5,6 +5,7 @@
 #include <TOVContainers/TOVArray.h>
 #include <TOVContainers/TOVBuffer.h>
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
+#include <TOVPlatform/TOVString.h>
 
 #include <cstdarg>
 #include <iosfwd>
@@ -308,6 +309,14 @@ TOV_EXPORT_INLINE bool CTOVStringA::EndsWith(const CTOVStringA& oOther) const
             return true;
     }
     return HasSuffix(oOther);
+}
+
+TOV_EXPORT_INLINE int CTOVStringA::CompareNoCase(const char* szString) const
+{
+    const char* const szText = m_oData.GetBuffer();
+    const int nOrder =
+        TOVPlatform::TOVStringA::OrderNoCase(szText != nullptr ? szText : "", szString != nullptr ? szString : "");
+    return (nOrder > 0) - (nOrder < 0);
 }
 
 TOV_EXPORT_INLINE int CTOVStringA::GetAt(long lIndex) const

@@ -209,11 +209,6 @@ int tString::Compare(const tUnit* szString) const
     return TOVText::Compare(OrEmpty(GetString()), OrEmpty(szString));
 }
 
-int tString::CompareNoCase(const tUnit* szString) const
-{
-    return TOVText::CompareNoCase(OrEmpty(GetString()), OrEmpty(szString));
-}
-
 int tString::Collate(const tUnit* szString) const
 {
     return TOVText::Collate(GetString(), szString);

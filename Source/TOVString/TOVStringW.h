@@ -5,6 +5,7 @@
 #include <TOVContainers/TOVArray.h>
 #include <TOVContainers/TOVBuffer.h>
 #include <TOVDesignPatterns/TOVDynamicSingleton.h>
+#include <TOVPlatform/TOVString.h>
 
 #include <cstdarg>
 #include <iosfwd>
@@ -236,6 +237,14 @@ TOV_EXPORT_INLINE bool CTOVStringW::EndsWith(const CTOVStringW& oOther) const
             return true;
     }
     return HasSuffix(oOther);
+}
+
+TOV_EXPORT_INLINE int CTOVStringW::CompareNoCase(const wchar_t* szString) const
+{
+    const wchar_t* const szText = m_oData.GetBuffer();
+    const int nOrder =
+        TOVPlatform::TOVStringW::OrderNoCase(szText != nullptr ? szText : L"", szString != nullptr ? szString : L"");
+    return (nOrder > 0) - (nOrder < 0);
 }
 
 TOV_EXPORT_INLINE int CTOVStringW::GetAt(long lIndex) const
