@@ -35,7 +35,6 @@ template<class TNewBlock, class TFunction> TOV_NOINLINE TNewBlock NewShortText(c
     return pNew != nullptr ? TNewBlock{pNew, nLength + 1L} : fnLong(szText);
 }
 
-#if TOV_WIDE_VECTORS
 // Returns a block with a text of up to 255 bytes that is measured and copied by vectors of 64 bytes. All other texts
 // are left to fnOther, as are those for which the thread has no free block.
 template<class TNewBlock, class TFunction>
@@ -43,7 +42,7 @@ TOV_WIDE_TEXT TNewBlock NewTextInWideVectors(const tUnit* szText, TFunction fnOt
 {
     constexpr std::size_t VECTOR = 64;
     const unsigned int nShort = TOVPlatform::Vector::WideLength<1>(szText);
-    if (__builtin_expect(nShort != 0, 1))
+    if (nShort != 0)
     {
         tBlock* const pNew = tBlock::TakeFreed(nShort + 2);
         if (pNew == nullptr)
@@ -66,7 +65,6 @@ TOV_WIDE_TEXT TNewBlock NewTextInWideVectors(const tUnit* szText, TFunction fnOt
     std::memset(pTo + nBytes, 0, 2 * sizeof(tUnit));
     return {pNew, nLength + 1L};
 }
-#endif
 
 // Does the same for two texts, one after the other, of which one may be empty.
 inline tBlock* TakeForShortTexts(const tUnit* pText1, unsigned int nLength1, const tUnit* pText2, unsigned int nLength2)
@@ -156,10 +154,8 @@ tBuffer::sNewBlock tString::NewText(const tUnit* szText)
 {
     const auto fnLong = [](const tUnit* szLong) { return NewText(szLong, NO_LENGTH); };
     const auto fnOther = [=](const tUnit* szOther) { return NewShortText<tNewBlock>(szOther, fnLong); };
-#if TOV_WIDE_VECTORS
-    if (__builtin_expect(TOV_USE_MEMORY_LISTS && IsText(szText), 1) && TOVPlatform::Vector::UsesWideVectors())
+    if (TOV_USE_MEMORY_LISTS && IsText(szText) && TOVPlatform::Vector::UsesWideLength())
         return NewTextInWideVectors<tNewBlock>(szText, fnOther);
-#endif
     return TOV_USE_MEMORY_LISTS && IsText(szText) ? fnOther(szText) : fnLong(szText);
 }
 
@@ -241,8 +237,7 @@ void tString::AssignCopy(int nLength, const tUnit* szString)
     if (CheckedLength(nLength) > 0 && szString != nullptr)
     {
         // The text may lie in the old block, which goes last.
-        tBlock* const pShort = TakeForShortText(szString, nLength);
-        const tNewBlock oNew = pShort != nullptr ? tNewBlock{pShort, nLength + 1L} : NewText(szString, nLength);
+        const tNewBlock oNew = NewText(szString, nLength);
         m_nStringLength = nLength;
         m_oData.Take(oNew);
         return;

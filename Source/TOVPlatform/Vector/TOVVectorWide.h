@@ -4,9 +4,6 @@
 
 #include <TOVPlatform/Vector/TOVVectorText.h>
 
-// Whether texts whose length is not known may be read by such vectors, past their terminators.
-#define TOV_WIDE_VECTORS (TOV_HAS_X86_VECTORS && TOV_VECTOR_TEXT)
-
 #if TOV_HAS_X86_VECTORS
 #include <atomic>
 #include <cstdint>
@@ -65,4 +62,34 @@ template<unsigned int NUM_VECTORS, class tUnit> TOV_WIDE_TEXT inline unsigned in
 }
 } // namespace Vector
 } // namespace TOVPlatform
+#else
+#define TOV_WIDE_TEXT
+
+namespace TOVPlatform
+{
+namespace Vector
+{
+constexpr bool UsesWideVectors()
+{
+    return false;
+}
+
+template<unsigned int NUM_VECTORS, class tUnit> unsigned int WideLength(const tUnit*)
+{
+    return 0;
+}
+} // namespace Vector
+} // namespace TOVPlatform
 #endif
+
+namespace TOVPlatform
+{
+namespace Vector
+{
+// Returns whether WideLength may be called, which reads units that follow a text.
+inline bool UsesWideLength()
+{
+    return TOV_VECTOR_TEXT && UsesWideVectors();
+}
+} // namespace Vector
+} // namespace TOVPlatform
