@@ -354,11 +354,17 @@ const wchar_t* FindText(const wchar_t* szText, const wchar_t* szPart)
             _mm_and_si128(_mm_cmpeq_epi16(oUnits, oSecond), _mm_cmpeq_epi16(Load(pUnits - 1), oFirst));
         return _mm_or_si128(oPair, _mm_cmpeq_epi16(oUnits, _mm_setzero_si128()));
     };
+    const auto CandidatesOfTwo = [&](const wchar_t* pUnits) {
+        return ToMask(_mm_packs_epi16(Candidates(pUnits), Candidates(pUnits + VECTOR_UNITS)));
+    };
     for (;; szText += 2 * VECTOR_UNITS)
     {
-        const __m128i oCandidates0 = Candidates(szText);
-        const __m128i oCandidates1 = Candidates(szText + VECTOR_UNITS);
-        unsigned int nMask = ToMask(_mm_packs_epi16(oCandidates0, oCandidates1));
+        unsigned int nMask = CandidatesOfTwo(szText);
+        while (nMask == 0)
+        {
+            szText += 2 * VECTOR_UNITS;
+            nMask = CandidatesOfTwo(szText);
+        }
         for (; nMask != 0; nMask &= nMask - 1)
         {
             const wchar_t* const pSecond = szText + __builtin_ctz(nMask);
