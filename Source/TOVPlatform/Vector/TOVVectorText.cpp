@@ -415,10 +415,19 @@ std::size_t CountEqualNoCase(const wchar_t*, const wchar_t*)
 #endif
 
 #if TOV_HAS_X86_VECTORS
-std::atomic<int> s_eWideVectors{eWideVectorsUnknown};
+// A program that ends soon makes fewer calls, and does not pay for the question.
+constexpr int CALLS_BEFORE_ASKING = 1000;
+std::atomic<int> s_eWideVectors{-CALLS_BEFORE_ASKING};
 
 bool AskForWideVectors()
 {
+    // Threads that count at the same time ask a little later, or twice.
+    const int nLeft = -s_eWideVectors.load(std::memory_order_relaxed);
+    if (nLeft > 1)
+    {
+        s_eWideVectors.store(1 - nLeft, std::memory_order_relaxed);
+        return false;
+    }
     const bool bUsed = HasWideVectors();
     s_eWideVectors.store(bUsed ? eWideVectorsUsed : eWideVectorsUnused, std::memory_order_relaxed);
     return bUsed;

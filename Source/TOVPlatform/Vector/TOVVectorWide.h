@@ -16,22 +16,22 @@ namespace TOVPlatform
 {
 namespace Vector
 {
-// What the processor has, once somebody has asked.
+// What the processor has. A negative number counts the calls that are left until it is asked.
 enum eWideVectors : int
 {
-    eWideVectorsUnknown,
-    eWideVectorsUnused,
-    eWideVectorsUsed
+    eWideVectorsUnused = 0,
+    eWideVectorsUsed = 1
 };
 extern std::atomic<int> s_eWideVectors;
 
+// Counts a call, and asks the processor if it was the last one. Returns whether there are such vectors.
 TOV_NOINLINE bool AskForWideVectors();
 
 inline bool UsesWideVectors()
 {
     const int eWideVectors = s_eWideVectors.load(std::memory_order_relaxed);
     return __builtin_expect(eWideVectors == eWideVectorsUsed, 1) ||
-           (eWideVectors == eWideVectorsUnknown && AskForWideVectors());
+           (eWideVectors < eWideVectorsUnused && AskForWideVectors());
 }
 
 // Masks with a bit for each unit, the lowest one for the first unit: set where it is zero.
