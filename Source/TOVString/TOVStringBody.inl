@@ -32,7 +32,7 @@ template<class TNewBlock, class TFunction> TOV_NOINLINE TNewBlock NewShortText(c
 {
     const unsigned int nLength = TOVPlatform::Vector::ShortLength(szText);
     tBlock* const pNew = TakeForShortText(szText, nLength);
-    return pNew != nullptr ? TNewBlock{pNew, nLength + 1L} : fnLong(szText);
+    return pNew != nullptr ? TNewBlock{pNew, static_cast<long>(nLength + 1)} : fnLong(szText);
 }
 
 // Returns a block with a text of up to 255 bytes that is measured and copied by vectors of 64 bytes. All other texts
@@ -48,7 +48,7 @@ TOV_WIDE_TEXT TNewBlock NewTextInWideVectors(const tUnit* szText, TFunction fnOt
         if (pNew == nullptr)
             return fnOther(szText);
         pNew->SetText(0, szText, nShort);
-        return {pNew, nShort + 1L};
+        return {pNew, static_cast<long>(nShort + 1)};
     }
 
     const unsigned int nLength = TOVPlatform::Vector::WideLength<4>(szText);
@@ -63,7 +63,7 @@ TOV_WIDE_TEXT TNewBlock NewTextInWideVectors(const tUnit* szText, TFunction fnOt
         std::memcpy(pTo + nStart, pFrom + nStart, VECTOR);
     std::memcpy(pTo + nBytes - VECTOR, pFrom + nBytes - VECTOR, VECTOR);
     std::memset(pTo + nBytes, 0, 2 * sizeof(tUnit));
-    return {pNew, nLength + 1L};
+    return {pNew, static_cast<long>(nLength + 1)};
 }
 
 // Does the same for two texts, one after the other, of which one may be empty.
