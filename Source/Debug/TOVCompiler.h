@@ -1,6 +1,8 @@
 // This is the only header that tests which compiler and which system are in use.
 #pragma once
 
+#include <cstring>
+
 #if defined(_MSC_VER)
 #include <atomic>
 #endif
@@ -111,6 +113,14 @@
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
+// Says that a condition is nearly always true, so that what serves the other case neither stands in the way nor is
+// inlined.
+#if defined(__GNUC__)
+#define TOV_LIKELY(condition) __builtin_expect(static_cast<bool>(condition), true)
+#else
+#define TOV_LIKELY(condition) (condition)
+#endif
+
 // Asks for the line of the cache at an address, which need not be one of the program. A hint that changes nothing else.
 #if defined(__GNUC__)
 #define TOV_PREFETCH(pAddress) __builtin_prefetch(pAddress)
@@ -159,6 +169,31 @@ template<class T> bool TOVIsExactly(const T& oObject)
 #else
     static_cast<void>(oObject);
     return false;
+#endif
+}
+
+// Does the same by a comparison that a loop can afford, of the tables of virtual operations with whose addresses
+// objects begin. It may also return false for T itself, if another module has a table of its own for it. The compiler
+// sees which address T's default constructor writes, so that it makes no object. That constructor must not own
+// anything, as there is no destruction.
+template<class T> bool TOVHasOwnTable(const T& oObject)
+{
+#if defined(TOVKERNEL_BUILD)
+    // The library would export each table that it mentions, with all the operations in it.
+    static_cast<void>(oObject);
+    return false;
+#else
+    union uMade
+    {
+        T oMade;
+        uMade() : oMade() {}
+        ~uMade() {}
+    } const oExact;
+    const void* pExactTable;
+    const void* pTable;
+    std::memcpy(&pExactTable, static_cast<const void*>(&oExact), sizeof(pExactTable));
+    std::memcpy(&pTable, static_cast<const void*>(&oObject), sizeof(pTable));
+    return pTable == pExactTable;
 #endif
 }
 

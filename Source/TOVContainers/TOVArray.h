@@ -15,6 +15,19 @@
 class CTOVStringA;
 class CTOVStringW;
 
+// What reading and writing the elements of an array does without virtual calls. The function is internal, and stands
+// outside the array's own class so that the library does not export it.
+namespace TOVIndexing
+{
+// Returns whether there is such an element, and none of the operations that lead to it is overridden. If not, they are
+// called.
+template<class TArray> bool IsOwn(const TArray& oArray, long lIndex, std::size_t nSize)
+{
+    // A negative index becomes a number that is larger than any size.
+    return TOVHasOwnTable(oArray) && static_cast<std::size_t>(lIndex) < nSize;
+}
+} // namespace TOVIndexing
+
 // What the sort of an array does with it. These classes are internal, and stand outside the array's own class so that
 // the library does not export them.
 namespace TOVSorting
@@ -290,7 +303,8 @@ template<class T> bool CTOVArray<T>::Append(const T* pElements, long lNumElement
 
 template<class T> bool CTOVArray<T>::SetAt(long lIndex, const T& oElement)
 {
-    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    if (!TOV_LIKELY(TOVIndexing::IsOwn(*this, lIndex, m_aArray.size())))
+        TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
     m_aArray[static_cast<std::size_t>(lIndex)] = oElement;
     return true;
 }
@@ -317,13 +331,15 @@ template<class T> void CTOVArray<T>::Resize(long lNumElements)
 
 template<class T> const T& CTOVArray<T>::GetAt(long lIndex) const
 {
-    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    if (!TOV_LIKELY(TOVIndexing::IsOwn(*this, lIndex, m_aArray.size())))
+        TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
     return m_aArray[static_cast<std::size_t>(lIndex)];
 }
 
 template<class T> T& CTOVArray<T>::ElementAt(long lIndex)
 {
-    TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
+    if (!TOV_LIKELY(TOVIndexing::IsOwn(*this, lIndex, m_aArray.size())))
+        TOV_ASSERT((0 <= lIndex) && (lIndex < GetSize()));
     return m_aArray[static_cast<std::size_t>(lIndex)];
 }
 
@@ -362,12 +378,14 @@ template<class T> void CTOVArray<T>::Append(const CTOVArray& oArray, long lStart
 
 template<class T> const T& CTOVArray<T>::operator[](long lIndex) const
 {
-    return GetAt(lIndex);
+    return TOV_LIKELY(TOVIndexing::IsOwn(*this, lIndex, m_aArray.size())) ? m_aArray[static_cast<std::size_t>(lIndex)]
+                                                                          : GetAt(lIndex);
 }
 
 template<class T> T& CTOVArray<T>::operator[](long lIndex)
 {
-    return ElementAt(lIndex);
+    return TOV_LIKELY(TOVIndexing::IsOwn(*this, lIndex, m_aArray.size())) ? m_aArray[static_cast<std::size_t>(lIndex)]
+                                                                          : ElementAt(lIndex);
 }
 
 template<class T> void CTOVArray<T>::Swap(long lIndex1, long lIndex2)
