@@ -213,8 +213,20 @@ template<class T> void CTOVRefCountObject<T>::DestroyExact()
     const long lRefCount = m_lRefCount;
     TOV_ASSERT(lRefCount >= 0);
 
-    this->CTOVRefCountObject::~CTOVRefCountObject();
-    operator delete(this, sizeof(*this));
+    if constexpr (CTOVOwnedObject<T>::IsPlainStorage())
+    {
+        // Nobody can see that the block goes first. What is left is one call, which returns to this one's caller.
+        T* const pObject = m_pObject;
+        if (pObject != nullptr && TOVPlatform::TOVMemoryList::PutFreed(this, sizeof(*this)))
+            CTOVOwnedObject<T>::Free(pObject);
+        else
+            Destroy();
+    }
+    else
+    {
+        this->CTOVRefCountObject::~CTOVRefCountObject();
+        operator delete(this, sizeof(*this));
+    }
 }
 
 template<class T> long CTOVRefCountObject<T>::GetRefCount() const

@@ -44,9 +44,12 @@ inline void* TakeFreed(std::size_t nBlockSize);
 // Frees a block of Allocate, of which the size is the one that was given there. Any thread may free it.
 inline void Free(void* pBlock, std::size_t nBlockSize) noexcept;
 
+// Does the same if the block fits into a list of the calling thread, and returns false otherwise.
+inline bool PutFreed(void* pBlock, std::size_t nBlockSize) noexcept;
+
 // Determines whether the calling thread uses lists, and returns whether it did so before. A thread that begins to use
-// them anew makes them when it frees its next block. If it uses none, what its lists hold
-// goes back to operator delete, and every block of this thread comes from operator new: for those who count blocks.
+// them anew makes them when it frees its next block. If it uses none, what its lists hold goes back to operator delete,
+// and every block of this thread comes from operator new: for those who count blocks.
 TOV_EXPORT bool UseLists(bool bUse) noexcept;
 
 // A freed block holds the address of the next one in its list, and the number of blocks from here to the list's end.
@@ -95,21 +98,24 @@ inline void* Allocate(std::size_t nBlockSize)
     return pBlock != nullptr ? pBlock : AllocateAnew(nBlockSize);
 }
 
+inline bool PutFreed(void* pBlock, std::size_t nBlockSize) noexcept
+{
+    if (!TOV_USE_MEMORY_LISTS || nBlockSize > LARGEST_SIZE)
+        return false;
+    sLists& oLists = *t_pLists;
+    const std::size_t nIndex = GetListIndex(nBlockSize);
+    sFreeBlock* const pNext = oLists.apFirst[nIndex];
+    const std::size_t nBlocks = pNext != nullptr ? pNext->nBlocks : 0;
+    if (nBlocks >= oLists.anMost[nIndex])
+        return false;
+    oLists.apFirst[nIndex] = ::new (pBlock) sFreeBlock{pNext, nBlocks + 1};
+    return true;
+}
+
 inline void Free(void* pBlock, std::size_t nBlockSize) noexcept
 {
-    if (TOV_USE_MEMORY_LISTS && nBlockSize <= LARGEST_SIZE)
-    {
-        sLists& oLists = *t_pLists;
-        const std::size_t nIndex = GetListIndex(nBlockSize);
-        sFreeBlock* const pNext = oLists.apFirst[nIndex];
-        const std::size_t nBlocks = pNext != nullptr ? pNext->nBlocks : 0;
-        if (nBlocks < oLists.anMost[nIndex])
-        {
-            oLists.apFirst[nIndex] = ::new (pBlock) sFreeBlock{pNext, nBlocks + 1};
-            return;
-        }
-    }
-    FreeWithoutRoom(pBlock, nBlockSize);
+    if (!PutFreed(pBlock, nBlockSize))
+        FreeWithoutRoom(pBlock, nBlockSize);
 }
 } // namespace TOVMemoryList
 } // namespace TOVPlatform

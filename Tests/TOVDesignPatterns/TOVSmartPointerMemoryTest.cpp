@@ -7,6 +7,8 @@
 #include <TOVContainers/TOVSorter.h>
 
 #include <memory>
+#include <random>
+#include <vector>
 
 TEST(CTOVSmartPointerMemoryTest, ConstructionTakesOneBlock)
 {
@@ -72,6 +74,31 @@ TEST(CTOVSmartPointerMemoryTest, FreesEverything)
     }
 
     EXPECT_EQ(0, oCounter.Kept());
+}
+
+// More control blocks than a list has room for are freed, with and without objects, by lists and without them.
+TEST(CTOVSmartPointerMemoryTest, FreesEverythingWithAndWithoutLists)
+{
+    for (const bool bUseLists : {true, false})
+    {
+        CAllocationCounter oCounter;
+        TOVPlatform::TOVMemoryList::UseLists(bUseLists);
+        {
+            std::mt19937 oRandom(1);
+            std::vector<tNumberPointer> aPointers(1000);
+            for (int nTime = 0; nTime < 10000; ++nTime)
+            {
+                tNumberPointer& oPointer = aPointers[oRandom() % aPointers.size()];
+                if (oRandom() % 3 != 0)
+                    oPointer = tNumberPointer(oRandom() % 4 != 0 ? NewNumber(nTime) : nullptr);
+                else
+                    oPointer = tNumberPointer(aPointers[oRandom() % aPointers.size()]);
+            }
+        }
+        TOVPlatform::TOVMemoryList::UseLists(false);
+        const long lKept = oCounter.Kept();
+        EXPECT_EQ(0, lKept) << bUseLists;
+    }
 }
 
 TEST(CTOVSmartPointerMemoryTest, FreesAnObjectBehindAnInterfaceWithoutAVirtualDestructor)
