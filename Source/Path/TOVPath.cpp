@@ -30,10 +30,6 @@ CTOVPath::CTOVPath(const char* szPath) : m_oPath(szPath)
 {
 }
 
-CTOVPath::CTOVPath(const CTOVStringA& oText, int nCount) : m_oPath(oText.Left(nCount))
-{
-}
-
 const CTOVPath& CTOVPath::operator=(const char* szPath)
 {
     m_oPath = szPath;

@@ -1,6 +1,7 @@
 #include <Path/TOVPath.h>
 
 #include <Path/TOVPathText.h>
+#include <TOVPlatform/Vector/TOVVectorSlash.h>
 #include <TOVString/TOVStringId.h>
 
 #include <cstring>
@@ -29,11 +30,7 @@ void AppendAside(CTOVStringA& oText, bool bSeparate, long lOtherLength, const ch
 // Returns the index of the last separator before lEnd, or -1.
 long FindLastSlash(const CTOVStringA& oText, long lEnd)
 {
-    const char* const szText = oText.GetString();
-    long lIndex = lEnd - 1;
-    while (lIndex >= 0 && !CTOVPath::IsSlash(szText[lIndex]))
-        --lIndex;
-    return lIndex;
+    return TOVPlatform::Vector::FindLastSlash(oText.GetString(), lEnd);
 }
 
 // Returns the index of the dot that begins the extension, or -1.
@@ -49,14 +46,14 @@ inline int FindDot(const CTOVStringA& oText)
     const char* szEnd = szText + oText.GetLength();
     if (szEnd > szText && CTOVPath::IsSlash(szEnd[-1]))
         --szEnd;
-    for (const char* szBehind = szDot - 1; szBehind < szEnd; ++szBehind)
-    {
-        if (CTOVPath::IsSlash(*szBehind))
-            return -1;
-    }
-    return static_cast<int>(szDot - szText);
+    const bool bIsLast = TOVPlatform::Vector::FindLastSlash(szText, szEnd - szText) < szDot - szText - 1;
+    return bIsLast ? static_cast<int>(szDot - szText) : -1;
 }
 } // namespace
+
+CTOVPath::CTOVPath(const CTOVStringA& oText, int nCount) : m_oPath(oText.Mid(0, nCount))
+{
+}
 
 int CTOVPath::GetNumComponents() const
 {
