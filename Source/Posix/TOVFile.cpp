@@ -1,6 +1,7 @@
 #include <TOVPlatform/Backend/TOVFile.h>
 
 #include <Posix/Base/TOVStreamOwner.h>
+#include <Posix/Base/TOVStreamStage.h>
 #include <Posix/Files/TOVFileName.h>
 #include <Posix/Files/TOVFileSearch.h>
 #include <Posix/Files/TOVFileStatus.h>
@@ -64,15 +65,6 @@ bool Fits(std::size_t ulBytes, const char* pBegin, const char* pEnd)
 {
     return pBegin < pEnd && ulBytes - 1 < static_cast<std::size_t>(pEnd - pBegin);
 }
-
-// Copies without a call what an element is most often.
-void CopyFew(void* pTo, const void* pFrom, std::size_t ulBytes)
-{
-    if (ulBytes == 4)
-        std::memcpy(pTo, pFrom, 4);
-    else
-        std::memcpy(pTo, pFrom, ulBytes);
-}
 #endif
 } // namespace
 
@@ -116,9 +108,20 @@ void AdmitStream(tHandle hFile)
     s_aStreamOwners[hFile].Admit();
 }
 
+// A stream whose bytes are staged is used with its lock, like that of several threads.
 bool EnterStream(tHandle hFile)
 {
-    return s_aStreamOwners[hFile].Enter();
+    CStreamOwner& oOwner = s_aStreamOwners[hFile];
+    CStreamStage& oStage = s_aStreamStages[hFile];
+
+    const bool bEntered = oOwner.Enter();
+    if (!oStage.IsInUse())
+        return bEntered;
+
+    if (bEntered)
+        oOwner.Leave();
+    oStage.Reveal();
+    return false;
 }
 
 void LeaveStream(tHandle hFile)
@@ -128,33 +131,47 @@ void LeaveStream(tHandle hFile)
 
 void ShareStream(tHandle hFile)
 {
-    s_aStreamOwners[hFile].Share();
+    s_aStreamStages[hFile].Share(s_aStreamOwners[hFile]);
 }
 
 std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ulSize, std::size_t ulCount)
 {
-    const COwnerScope oOwner(s_aStreamOwners[hFile]);
-    if (!oOwner.HasEntered())
-        return ::fread(pBuffer, ulSize, ulCount, pFile);
-
-#if defined(__GLIBC__) // the members that the macros of its public header read
-    const std::size_t ulBytes = ulSize * ulCount;
-    if (Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
+    CStreamStage& oStage = s_aStreamStages[hFile];
     {
-        CopyFew(pBuffer, pFile->_IO_read_ptr, ulBytes);
-        pFile->_IO_read_ptr += ulBytes;
-        return ulCount;
-    }
+        const COwnerScope oOwner(s_aStreamOwners[hFile]);
+        if (oOwner.HasEntered())
+        {
+#if defined(__GLIBC__) // the members that the macros of its public header read
+            const std::size_t ulBytes = ulSize * ulCount;
+            if (Fits(ulBytes, pFile->_IO_read_ptr, pFile->_IO_read_end))
+            {
+                CopyFew(pBuffer, pFile->_IO_read_ptr, ulBytes);
+                pFile->_IO_read_ptr += ulBytes;
+                return ulCount;
+            }
 #endif
-    return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
+            if (!oStage.IsInUse())
+                return ::fread_unlocked(pBuffer, ulSize, ulCount, pFile);
+        }
+    }
+    oStage.Reveal();
+    return ::fread(pBuffer, ulSize, ulCount, pFile);
 }
 
-// A stream that is written is locked even for its owner: fflush(nullptr) of another thread writes out all streams, and
-// knows no other lock. One that is read does not concern it.
 std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::size_t ulSize, std::size_t ulCount)
 {
-    const COwnerScope oOwner(s_aStreamOwners[hFile]);
-    return ::fwrite(pBuffer, ulSize, ulCount, pFile);
+    CStreamOwner& oOwner = s_aStreamOwners[hFile];
+    CStreamStage& oStage = s_aStreamStages[hFile];
+
+    const bool bEntered = oOwner.Enter();
+    if (bEntered)
+    {
+        const bool bTaken = oStage.Take(pBuffer, ulSize * ulCount);
+        oOwner.Leave();
+        if (bTaken)
+            return ulCount;
+    }
+    return oStage.Write(oOwner, bEntered, pFile, pBuffer, ulSize, ulCount);
 }
 
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)

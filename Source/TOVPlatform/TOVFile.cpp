@@ -91,6 +91,15 @@ void ShareStream(const CTOVHandleManager& oManager, tHandle hFile)
         Backend::File::ShareStream(hFile);
 }
 
+// Closes a stream, which nobody uses any more, and empties its slot.
+bool CloseAndClear(tHandle hFile, FILE* pFile)
+{
+    Backend::File::ShareStream(hFile);
+    const bool bClosed = Backend::File::CloseStream(pFile);
+    CTOVHandleManager::Instance().ClearHandle(hFile);
+    return bClosed;
+}
+
 // Moves to the next letter if the text begins with one of these.
 bool PassLetter(const char*& szText, const char* szLetters)
 {
@@ -155,28 +164,23 @@ tHandle Open(const char* szName, const char* szMode)
 
 eFileErrorCode Close(tHandle hFile)
 {
-    bool bClosed;
+    FILE* pFile;
     {
         const CStreamUse oStream(hFile);
 
         // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
         if (oStream == nullptr || !Backend::File::FlushBeforeClose(oStream))
             return eFileFailure;
-        bClosed = Backend::File::CloseStream(oStream);
+        pFile = oStream;
     }
-    CTOVHandleManager::Instance().ClearHandle(hFile);
-    return ToErrorCode(bClosed);
+    return ToErrorCode(CloseAndClear(hFile, pFile));
 }
 
 void Discard(tHandle hFile)
 {
-    {
-        const CStreamUse oStream(hFile);
-        if (oStream == nullptr)
-            return;
-        Backend::File::CloseStream(oStream);
-    }
-    CTOVHandleManager::Instance().ClearHandle(hFile);
+    FILE* pFile = CStreamUse::FindStream(hFile);
+    if (pFile != nullptr)
+        CloseAndClear(hFile, pFile);
 }
 
 long GetSizeOfUnused(tHandle hFile)

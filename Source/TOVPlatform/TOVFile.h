@@ -22,8 +22,9 @@ namespace TOVPlatform
 // the checks of a handle in CTOVHandleManager. A null name fails like the name of a missing file.
 //
 // Any thread may use any function. Use one file from one thread at a time: the table is locked while a slot is taken,
-// and not while its stream is used. On Posix, a stream that one thread alone has used is not locked by the runtime
-// while it is read, until another thread uses it by these functions or gets it from the table.
+// and not while its stream is used. On Posix, a stream that one thread alone has used is not locked by the runtime,
+// until another thread uses it by these functions or gets it from the table. fflush(nullptr) and the end of the process
+// find all that has been written, as in any stream.
 //
 // On Posix, a name that exists is used unchanged; otherwise its backslashes are read as slashes.
 namespace TOVFile

@@ -17,6 +17,7 @@ enum eProcessLock
     eLockHandles,      // the table's free records
     eLockTimeEvents,
     eLockFileSearches,
+    eLockStreamStages, // which stages are in use
     NUM_PROCESS_LOCKS
 };
 extern CShortLock s_aProcessLocks[NUM_PROCESS_LOCKS];

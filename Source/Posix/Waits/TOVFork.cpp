@@ -2,6 +2,7 @@
 
 #include <Posix/Base/TOVProcessLocks.h>
 #include <Posix/Base/TOVStreamOwner.h>
+#include <Posix/Base/TOVStreamStage.h>
 #include <Posix/Diagnostics/TOVTextOutput.h>
 #include <Posix/Waits/TOVThreadRecord.h>
 #include <Posix/Waits/TOVTimeEventService.h>
@@ -31,6 +32,7 @@ void AfterForkInChild()
     ContinueAlone();
     s_oTimeEventService.Forget();
     ForgetOtherStreamOwners();
+    CStreamStage::ForgetOtherThreads();
     AskForDebuggerAgain();
     AfterFork();
 }
