@@ -50,6 +50,14 @@ public:
         return Load(oManager.m_pFiles[hFile]);
     }
 
+    // Closes a stream, which was shared and which nobody uses any more, and empties its slot.
+    static bool CloseStream(tHandle hFile, FILE* pFile)
+    {
+        const bool bClosed = Backend::File::CloseStream(pFile);
+        Store(CTOVHandleManager::Instance().m_pFiles[hFile], static_cast<FILE*>(nullptr));
+        return bClosed;
+    }
+
 private:
     FILE* const m_pFile;
     const tHandle m_hFile;
@@ -89,15 +97,6 @@ void ShareStream(const CTOVHandleManager& oManager, tHandle hFile)
 {
     if (&oManager == &CTOVHandleManager::Instance())
         Backend::File::ShareStream(hFile);
-}
-
-// Closes a stream, which nobody uses any more, and empties its slot.
-bool CloseAndClear(tHandle hFile, FILE* pFile)
-{
-    Backend::File::ShareStream(hFile);
-    const bool bClosed = Backend::File::CloseStream(pFile);
-    CTOVHandleManager::Instance().ClearHandle(hFile);
-    return bClosed;
 }
 
 // Moves to the next letter if the text begins with one of these.
@@ -164,23 +163,23 @@ tHandle Open(const char* szName, const char* szMode)
 
 eFileErrorCode Close(tHandle hFile)
 {
-    FILE* pFile;
-    {
-        const CStreamUse oStream(hFile);
+    FILE* pFile = CStreamUse::FindStream(hFile);
+    if (pFile == nullptr)
+        return eFileFailure;
 
-        // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
-        if (oStream == nullptr || !Backend::File::FlushBeforeClose(oStream))
-            return eFileFailure;
-        pFile = oStream;
-    }
-    return ToErrorCode(CloseAndClear(hFile, pFile));
+    // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
+    Backend::File::ShareStream(hFile);
+    return ToErrorCode(Backend::File::FlushBeforeClose(pFile) && CStreamUse::CloseStream(hFile, pFile));
 }
 
 void Discard(tHandle hFile)
 {
     FILE* pFile = CStreamUse::FindStream(hFile);
-    if (pFile != nullptr)
-        CloseAndClear(hFile, pFile);
+    if (pFile == nullptr)
+        return;
+
+    Backend::File::ShareStream(hFile);
+    CStreamUse::CloseStream(hFile, pFile);
 }
 
 long GetSizeOfUnused(tHandle hFile)
