@@ -47,7 +47,8 @@ private:
 std::size_t CStreamStage::Write(CStreamOwner& oOwner, bool bIsOwner, FILE* pFile, const void* pBuffer,
                                 std::size_t ulSize, std::size_t ulCount)
 {
-    if (!IsInUse() && bIsOwner)
+    // The first write, which allocates the stream's buffer, is often the only one.
+    if (!IsInUse() && bIsOwner && ::__fbufsize(pFile) != 0)
         Begin(pFile);
     if (!IsInUse())
         return ::fwrite(pBuffer, ulSize, ulCount, pFile);

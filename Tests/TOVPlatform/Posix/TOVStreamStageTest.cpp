@@ -56,6 +56,16 @@ bool WriteNumber(tFile hFile, int nNumber)
     return File::Write(hFile, &nNumber, sizeof nNumber, 1) == 1;
 }
 
+bool WriteNumbers(tFile hFile, int nFirst, int nCount)
+{
+    for (int nNumber = nFirst; nNumber < nFirst + nCount; ++nNumber)
+    {
+        if (!WriteNumber(hFile, nNumber))
+            return false;
+    }
+    return true;
+}
+
 // How many numbers the bytes hold, which count from 0 on; -1 if they do not.
 int CountNumbers(const std::string& sBytes)
 {
@@ -227,18 +237,30 @@ TEST_F(TOVPlatformStreamStageTest, FailsAtTheLimitOfSizesWhereTheRuntimeDoes)
 
 TEST_F(TOVPlatformStreamStageTest, IsWrittenOutByAFlushOfAllStreams)
 {
-    const tFile hFile = OpenWith("", "wb");
-    for (int i = 0; i < 10; ++i)
+    for (int nNumbers = 0; nNumbers < 3000; nNumbers += 1 + nNumbers / 4)
     {
-        EXPECT_TRUE(WriteNumber(hFile, 2 * i));
-        EXPECT_TRUE(WriteNumber(hFile, 2 * i + 1));
-        if (i % 2 == 0)
-            EXPECT_EQ(0, std::fflush(nullptr));
-        else
-            OnAnotherThread([] { EXPECT_EQ(0, std::fflush(nullptr)); });
+        const tFile hFile = OpenWith("", "wb");
+        EXPECT_TRUE(WriteNumbers(hFile, 0, nNumbers));
+        EXPECT_EQ(0, std::fflush(nullptr));
+        EXPECT_EQ(nNumbers, CountNumbers(ReadWholeFile(Path("contents"))));
 
-        EXPECT_EQ(2 * i + 2, CountNumbers(ReadWholeFile(Path("contents"))));
+        EXPECT_TRUE(WriteNumbers(hFile, nNumbers, 10));
+        OnAnotherThread([] { EXPECT_EQ(0, std::fflush(nullptr)); });
+        EXPECT_EQ(nNumbers + 10, CountNumbers(ReadWholeFile(Path("contents"))));
+        EXPECT_EQ(nNumbers + 10, CountNumbers(CloseAndRead(hFile)));
     }
+}
+
+TEST_F(TOVPlatformStreamStageTest, IsWrittenOutByAFlushOfAllStreamsInAnotherThread)
+{
+    const tFile aFiles[] = {OpenWith("", "wb"), Open("second", "wb"), Open("third", "wb")};
+    for (const tFile hFile : aFiles)
+        EXPECT_TRUE(WriteNumbers(hFile, 0, 500));
+
+    OnAnotherThread([] { EXPECT_EQ(0, std::fflush(nullptr)); });
+
+    for (const char* szName : {"contents", "second", "third"})
+        EXPECT_EQ(500, CountNumbers(ReadWholeFile(Path(szName)))) << szName;
 }
 
 TEST_F(TOVPlatformStreamStageTest, FailsAFlushOfAllStreamsThatTheSystemDoesNotTake)
@@ -246,8 +268,7 @@ TEST_F(TOVPlatformStreamStageTest, FailsAFlushOfAllStreamsThatTheSystemDoesNotTa
     const CFullDisk oDisk;
     const tFile hFile = File::Open(oDisk.Path(), "wb");
     ASSERT_NE(FILE_INVALID_HANDLE, hFile);
-    EXPECT_TRUE(WriteNumber(hFile, 0));
-    EXPECT_TRUE(WriteNumber(hFile, 1));
+    EXPECT_TRUE(WriteNumbers(hFile, 0, 10));
 
     EXPECT_EQ(EOF, std::fflush(nullptr));
     EXPECT_EQ(ENOSPC, errno);
@@ -305,31 +326,25 @@ TEST_F(TOVPlatformStreamStageTest, OpensAndClosesWhileOthersFlushAllStreams)
     {
         const tFile hFile = OpenWith("", "wb");
         const int nNumbers = static_cast<int>(m_oRandom() % 2000);
-        int nTaken = 0;
-        for (int nNumber = 0; nNumber < nNumbers; ++nNumber)
-            nTaken += WriteNumber(hFile, nNumber) ? 1 : 0;
-        ASSERT_EQ(nNumbers, nTaken);
+        ASSERT_TRUE(WriteNumbers(hFile, 0, nNumbers));
         ASSERT_EQ(nNumbers, CountNumbers(CloseAndRead(hFile)));
     }
     bDone = true;
 }
 
-TEST_F(TOVPlatformStreamStageTest, IsWrittenOutByThoseOfAChildToo)
+TEST_F(TOVPlatformStreamStageTest, IsWrittenOutByAFlushInAChildToo)
 {
     const tFile hOwn = OpenWith("", "wb");
-    EXPECT_TRUE(WriteNumber(hOwn, 0) && WriteNumber(hOwn, 1));
-    WriteWholeFile(Path("others"), "");
+    EXPECT_TRUE(WriteNumbers(hOwn, 0, 10));
     const tFile hOthers = Open("others", "wb");
     CWorker oOther;
-    oOther.Do([&] { EXPECT_TRUE(WriteNumber(hOthers, 0) && WriteNumber(hOthers, 1)); });
+    oOther.Do([hOthers] { EXPECT_TRUE(WriteNumbers(hOthers, 0, 10)); });
 
-    EXPECT_TRUE(IsTrueInFork([&] {
-        const bool bWritten = WriteNumber(hOwn, 2) && WriteNumber(hOthers, 2);
-        return bWritten && WriteNumber(hOwn, 3) && WriteNumber(hOthers, 3) && std::fflush(nullptr) == 0;
-    }));
+    EXPECT_TRUE(IsTrueInFork(
+        [&] { return WriteNumbers(hOwn, 10, 10) && WriteNumbers(hOthers, 10, 10) && std::fflush(nullptr) == 0; }));
 
-    EXPECT_EQ(4, CountNumbers(ReadWholeFile(Path("contents"))));
-    EXPECT_EQ(4, CountNumbers(ReadWholeFile(Path("others"))));
+    EXPECT_EQ(20, CountNumbers(ReadWholeFile(Path("contents"))));
+    EXPECT_EQ(20, CountNumbers(ReadWholeFile(Path("others"))));
 }
 
 TEST_F(TOVPlatformStreamStageTest, ForksWhileAllStreamsAreFlushed)
@@ -348,8 +363,7 @@ TOV_CHILD(EndsWithOpenFiles)
 {
     const bool bByAnotherThread = aArguments.at(1) == "thread";
     const tFile hFile = File::Open(aArguments.at(0).c_str(), "wb");
-    for (int i = 0; i < 1500; ++i)
-        WriteNumber(hFile, i);
+    WriteNumbers(hFile, 0, 1500);
     if (bByAnotherThread)
         OnAnotherThread([] { std::exit(0); });
 }
