@@ -38,8 +38,8 @@ FILE* OpenStream(const char* szName, const char* szMode);
 //   EnterStream   The calling thread begins a use, during which it calls the functions below. If the result is true, it
 //                 may use the stream without its lock, and must call LeaveStream after the use. If other threads have
 //                 used the stream so, this function waits until they have left it.
-//   ShareStream   The program gets the stream, it is closed, or its slot is emptied. Waits in the same way. From now on,
-//                 each use locks. Most slots have been shared before.
+//   ShareStream   The program gets the stream, it is closed, or its slot is emptied. Waits in the same way. From now
+//                 on, each use locks. Most slots have been shared before.
 //
 // A backend that leaves it to the runtime does nothing and returns false.
 void AdmitStream(tHandle hFile);
