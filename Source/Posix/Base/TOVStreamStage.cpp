@@ -197,7 +197,7 @@ void CStreamStage::Hide(FILE* pFile)
     {
         m_pLimit = pFile->_IO_write_end;
         m_pEnd.store(pFile->_IO_write_ptr, std::memory_order_relaxed);
-        std::atomic_thread_fence(std::memory_order_release); // a fork may copy the process between these
+        std::atomic_signal_fence(std::memory_order_release); // a fork may copy the process between these
         pFile->_IO_write_ptr = pFile->_IO_write_base;
     }
 #else
