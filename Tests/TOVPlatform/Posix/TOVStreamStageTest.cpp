@@ -368,24 +368,6 @@ TOV_CHILD(EndsWithOpenFiles)
         OnAnotherThread([] { std::exit(0); });
 }
 
-// A first block that is longer than the stream's buffer goes to the system at once. At the end, the runtime then has
-// nothing to write to the pipe, and does not wait for the thread that sleeps there.
-TOV_CHILD(EndsWhileAnotherThreadWrites)
-{
-    const tFile hPipe = File::Open(aArguments.at(0).c_str(), "r+b"); // its reader, too: nobody empties it
-    const tFile hFile = File::Open(aArguments.at(1).c_str(), "wb");
-    WriteNumbers(hFile, 0, 1500);
-    CTally oStarted;
-    std::thread([&] {
-        const std::string sBlock(1000000, 'x');
-        oStarted.Add();
-        File::Write(hPipe, sBlock.data(), 1000000, 1);
-    }).detach();
-    oStarted.Reaches(1);
-    oStarted.Stays(1);
-    std::exit(0);
-}
-
 TEST_F(TOVPlatformStreamStageTest, IsWrittenOutAtTheEndOfTheProcess)
 {
     for (const char* szWay : {"main", "thread"})
@@ -394,6 +376,26 @@ TEST_F(TOVPlatformStreamStageTest, IsWrittenOutAtTheEndOfTheProcess)
         EXPECT_EQ(0, oResult.nExitCode) << oResult.sOutput;
         EXPECT_EQ(1500, CountNumbers(ReadWholeFile(Path("contents")))) << szWay;
     }
+}
+
+#if !defined(__SANITIZE_THREAD__) // it takes the end of statics for a race with a thread that is never joined
+// What a block has beyond the stream's buffer goes to the system at once. At the end, the runtime then has nothing to
+// write to the pipe, and does not wait for the thread that sleeps there.
+TOV_CHILD(EndsWhileAnotherThreadWrites)
+{
+    const tFile hPipe = File::Open(aArguments.at(0).c_str(), "r+b"); // its reader, too: nobody empties it
+    const tFile hFile = File::Open(aArguments.at(1).c_str(), "wb");
+    WriteNumbers(hFile, 0, 1500);
+    CTally oStarted;
+    std::thread([&] {
+        const std::string sBlock(1000000, 'x');
+        WriteNumbers(hPipe, 0, 2);
+        oStarted.Add();
+        File::Write(hPipe, sBlock.data(), 1000000, 1);
+    }).detach();
+    oStarted.Reaches(1);
+    oStarted.Stays(1);
+    std::exit(0);
 }
 
 TEST_F(TOVPlatformStreamStageTest, DoesNotHinderTheEndOfTheProcess)
@@ -405,3 +407,4 @@ TEST_F(TOVPlatformStreamStageTest, DoesNotHinderTheEndOfTheProcess)
         EXPECT_EQ(0, oResult.nExitCode) << oResult.sOutput;
     }
 }
+#endif
