@@ -1,6 +1,6 @@
 #include <TOVPlatform/Backend/TOVThread.h>
 
-#include <Posix/Base/TOVLibraryHold.h>
+#include <Posix/Waits/TOVLibraryHold.h>
 #include <Posix/Waits/TOVObjectEnd.h>
 #include <Posix/Waits/TOVWakeList.h>
 

@@ -1,10 +1,7 @@
 #include <Posix/Base/TOVStreamStage.h>
 
-#include <Posix/Base/TOVLibraryHold.h>
 #include <Posix/Base/TOVProcessLocks.h>
 #include <TOVPlatform/Backend/TOVFile.h>
-
-#include <cstdlib>
 
 #include <stdio.h>
 #include <stdio_ext.h>
@@ -23,9 +20,9 @@ namespace
 // How long to wait for the lock of a stream that another thread holds for a few steps.
 constexpr unsigned int RETRY_US = 100;
 
-bool s_bEnded = false; // guarded by eLockStreamStages
-
-std::atomic<FILE*> s_pMark;
+// eLockStreamStages guards these.
+bool s_bEnded = false;
+FILE* s_pMark = nullptr;
 char s_aMarkBuffer[16];
 
 // Holds the runtime's lock of a stream for a scope.
@@ -120,62 +117,55 @@ ssize_t CStreamStage::WriteMark(void*, const char*, std::size_t ulBytes)
     return bWritten ? static_cast<ssize_t>(ulBytes) : 0;
 }
 
-// Null if the system refuses.
-FILE* CStreamStage::GetMark()
+// Makes the mark, unless there is one. It is null if the system refuses. Called with eLockStreamStages.
+void CStreamStage::MakeMark()
 {
-    FILE* pMark = s_pMark.load(std::memory_order_acquire);
-    if (pMark != nullptr)
-        return pMark;
+    if (s_pMark != nullptr)
+        return;
+    s_pMark = ::fopencookie(nullptr, "w", {nullptr, &WriteMark, nullptr, nullptr});
+    if (s_pMark == nullptr)
+        return;
 
-    HoldLibraryForEver(); // the runtime keeps the address of WriteMark
-    FILE* const pNew = ::fopencookie(nullptr, "w", {nullptr, &WriteMark, nullptr, nullptr});
-    if (pNew == nullptr)
-        return nullptr;
-
-    ::setvbuf(pNew, s_aMarkBuffer, _IOFBF, sizeof s_aMarkBuffer);
-    if (s_pMark.compare_exchange_strong(pMark, pNew))
+    ::setvbuf(s_pMark, s_aMarkBuffer, _IOFBF, sizeof s_aMarkBuffer);
+    // An object does it, and not a function for the end of the process, because sanitizers detach the latter from the
+    // library.
+    struct sEnd
     {
-        std::atexit(&EndAll);
-        return pNew;
-    }
-    ::fclose(pNew);
-    return pMark;
+        ~sEnd() { EndAll(); }
+    };
+    static const sEnd s_oEnd;
 }
 
 // At the end of the process, the runtime writes out all streams without their locks, and so does not wait for a thread
-// that writes to a full pipe, say. It finds all bytes without this class from now on.
+// that writes to a full pipe, say. It finds all bytes without this class from now on. Nor does it know this class any
+// more when the library is unloaded.
 void CStreamStage::EndAll()
 {
     const CProcessLockScope oScope(eLockStreamStages);
     s_bEnded = true;
     for (unsigned long hFile = 0; hFile < MAX_HANDLES; ++hFile)
         s_aStreamStages[hFile].End(s_aStreamOwners[hFile]);
+    ::fclose(s_pMark);
 }
 
 void CStreamStage::Begin(FILE* pFile)
 {
-    FILE* const pMark = GetMark();
-    if (pMark == nullptr || !Enlist(pFile))
+    const CProcessLockScope oScope(eLockStreamStages);
+    if (s_bEnded)
         return;
+    MakeMark();
 
     // The byte follows after the stage is known to be in use. While another thread has the mark, it may have passed
     // this stage by.
-    if (::ftrylockfile(pMark) != 0)
+    m_pFile.store(pFile, std::memory_order_release);
+    if (s_pMark == nullptr || ::ftrylockfile(s_pMark) != 0)
     {
-        Enlist(nullptr);
+        m_pFile.store(nullptr, std::memory_order_release);
         return;
     }
-    if (::__fpending(pMark) == 0)
-        ::putc_unlocked(0, pMark);
-    ::funlockfile(pMark);
-}
-
-bool CStreamStage::Enlist(FILE* pFile)
-{
-    const CProcessLockScope oScope(eLockStreamStages);
-    if (!s_bEnded)
-        m_pFile.store(pFile, std::memory_order_release);
-    return !s_bEnded;
+    if (::__fpending(s_pMark) == 0)
+        ::putc_unlocked(0, s_pMark);
+    ::funlockfile(s_pMark);
 }
 
 // Called with eLockStreamStages, without which nobody closes a stream whose stage is in use.

@@ -79,11 +79,10 @@ public:
 
 private:
     static ssize_t WriteMark(void*, const char*, std::size_t ulBytes);
-    static FILE* GetMark();
+    static void MakeMark();
     static void EndAll();
 
     void Begin(FILE* pFile);
-    bool Enlist(FILE* pFile);
     void End(CStreamOwner& oOwner);
     void Hide(FILE* pFile);
     void Reveal(FILE* pFile);

@@ -1,6 +1,6 @@
 #include <Posix/Waits/TOVThreadRecord.h>
 
-#include <Posix/Base/TOVLibraryHold.h>
+#include <Posix/Waits/TOVLibraryHold.h>
 #include <Posix/Waits/TOVNamedObject.h>
 #include <Posix/Waits/TOVObjectEnd.h>
 

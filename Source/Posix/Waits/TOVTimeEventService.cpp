@@ -1,7 +1,7 @@
 #include <Posix/Waits/TOVTimeEventService.h>
 
-#include <Posix/Base/TOVLibraryHold.h>
 #include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Waits/TOVLibraryHold.h>
 
 #include <algorithm>
 #include <initializer_list>

@@ -1,4 +1,4 @@
-#include <Posix/Base/TOVLibraryHold.h>
+#include <Posix/Waits/TOVLibraryHold.h>
 
 #include <atomic>
 #include <dlfcn.h>
