@@ -6,6 +6,7 @@
 //   StartupLoader LIBRARY held      once, with a thread of the library that ends after the unloading (Posix)
 //   StartupLoader LIBRARY check     once, with a check that fails, and the process ends by another exception afterwards
 //   StartupLoader LIBRARY keys      once, with every key for threads' storage taken before (Posix)
+//   StartupLoader LIBRARY file      once, with a file that stays open and holds bytes (Posix)
 #include <Debug/TOVCompiler.h>
 
 #include <chrono>
@@ -56,6 +57,7 @@ static bool IsLoaded(const char* szLibrary)
 #include <dlfcn.h>
 #include <pthread.h>
 #include <sched.h>
+#include <unistd.h>
 
 #if defined(__SANITIZE_THREAD__)
 // The C library releases a thread's storage for a loaded library when another thread takes over its stack. The
@@ -205,6 +207,36 @@ static bool StartsNoThreadWithoutKeys(const char* szLibrary)
     Unload(pLibrary);
     return bGood;
 }
+
+// Whether the library goes although it has written a file, and the runtime still has what was written.
+static bool LeavesItsFile(const char* szLibrary)
+{
+    void* const pLibrary = Load(szLibrary);
+    if (pLibrary == nullptr)
+        return false;
+
+    typedef unsigned long long tHandle;
+    const auto pfOpen =
+        reinterpret_cast<tHandle (*)(const char*, const char*)>(Find(pLibrary, "_ZN11TOVPlatform7TOVFile4OpenEPKcS2_"));
+    const auto pfWrite = reinterpret_cast<long (*)(tHandle, const void*, long, long)>(
+        Find(pLibrary, "_ZN11TOVPlatform7TOVFile5WriteEyPKvll"));
+    if (pfOpen == nullptr || pfWrite == nullptr)
+        return false;
+
+    char szFile[] = P_tmpdir "/startup-loader-XXXXXX";
+    const int nFile = ::mkstemp(szFile);
+    const tHandle hFile = pfOpen(szFile, "wb");
+    bool bGood = nFile >= 0;
+    for (int nWrite = 0; nWrite < 3; ++nWrite)
+        bGood = pfWrite(hFile, "text", 1, 4) == 4 && bGood;
+    Unload(pLibrary);
+    bGood = bGood && !IsLoaded(szLibrary) && std::fflush(nullptr) == 0;
+    char szRead[16] = "";
+    bGood = bGood && ::read(nFile, szRead, sizeof szRead) == 12 && std::strcmp(szRead, "texttexttext") == 0;
+    ::unlink(szFile);
+    ::close(nFile);
+    return bGood;
+}
 #endif
 
 // The part of the library's map that this program reads.
@@ -317,6 +349,8 @@ int main(int nArguments, char** aszArguments)
         Count(1, &IsHeldByItsThread, szLibrary);
     else if (std::strcmp(szHow, "keys") == 0)
         Count(1, &StartsNoThreadWithoutKeys, szLibrary);
+    else if (std::strcmp(szHow, "file") == 0)
+        Count(1, &LeavesItsFile, szLibrary);
 #endif
     else
         Count(std::atoi(szHow), &UseOnce, szLibrary);

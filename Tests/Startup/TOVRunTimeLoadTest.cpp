@@ -70,4 +70,12 @@ TEST(TOVRunTimeLoadTest, StartsNoThreadWhereTheProcessHasNoKeyLeft)
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
 }
+
+TEST(TOVRunTimeLoadTest, GoesAndLeavesAFileWithAllThatWasWritten)
+{
+    const sChildResult oResult = RunLoader({"file"});
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ(1, std::atoi(oResult.sOutput.c_str())) << oResult.sOutput;
+}
 #endif
