@@ -152,7 +152,7 @@ void Show(int nDescriptor, const char* szText, const char* szCaption)
 
 void PrepareProcess()
 {
-    NoticeForks();
+    NoticeForks(&AskForDebuggerAgain);
 }
 
 // The system has no channel of its own for debugger text.

@@ -3,7 +3,6 @@
 #include <Posix/Base/TOVProcessLocks.h>
 #include <Posix/Base/TOVStreamOwner.h>
 #include <Posix/Base/TOVStreamStage.h>
-#include <Posix/Diagnostics/TOVTextOutput.h>
 #include <Posix/Waits/TOVThreadRecord.h>
 #include <Posix/Waits/TOVTimeEventService.h>
 
@@ -15,6 +14,8 @@ namespace TOVPosix
 {
 namespace
 {
+void (*s_pfInChild)() = nullptr;
+
 void BeforeFork()
 {
     for (CShortLock& oLock : s_aProcessLocks)
@@ -33,13 +34,14 @@ void AfterForkInChild()
     s_oTimeEventService.Forget();
     ForgetOtherStreamOwners();
     CStreamStage::ForgetOtherThreads();
-    AskForDebuggerAgain();
+    s_pfInChild();
     AfterFork();
 }
 } // namespace
 
-void NoticeForks()
+void NoticeForks(void (*pfInChild)())
 {
+    s_pfInChild = pfInChild;
     ::pthread_atfork(BeforeFork, AfterFork, AfterForkInChild);
 }
 } // namespace TOVPosix
