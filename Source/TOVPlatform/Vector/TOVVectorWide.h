@@ -2,6 +2,7 @@
 // functions and classes.
 #pragma once
 
+#include <Debug/TOVCompiler.h>
 #include <TOVPlatform/Vector/TOVVectorText.h>
 
 #if TOV_HAS_X86_VECTORS
