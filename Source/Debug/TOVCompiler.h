@@ -64,6 +64,8 @@
 //                        that use the library may inline this body, which is the one that the source has. The library's
 //                        own calls, which are direct, would make it larger. On Windows, the members are only imported.
 // TOV_OUTSIDE_INLINE     is inline there, for a member of a template, and nothing in the library.
+// TOV_CALLED_OFTEN       exported function that takes so few nanoseconds that the jump through the caller's table of
+//                        linked procedures would count. Its address is found when the program is loaded.
 // TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
@@ -131,9 +133,11 @@
 #if defined(TOVKERNEL_BUILD) || defined(_WIN32)
 #define TOV_OUTSIDE_BODY(...) ;
 #define TOV_OUTSIDE_INLINE
+#define TOV_CALLED_OFTEN
 #else
 #define TOV_OUTSIDE_BODY(...) __VA_ARGS__
 #define TOV_OUTSIDE_INLINE inline
+#define TOV_CALLED_OFTEN __attribute__((noplt))
 #endif
 
 // Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.

@@ -25,7 +25,7 @@ TOV_EXPORT int CollateNoCase(const char* szString1, const char* szString2);
 
 // Internal: does what CompareNoCase does, but returns any negative number, 0 or any positive number, and does not check
 // the pointers. So that what the string classes inline needs no call in between.
-TOV_EXPORT int OrderNoCase(const char* szString1, const char* szString2);
+TOV_EXPORT TOV_CALLED_OFTEN int OrderNoCase(const char* szString1, const char* szString2);
 
 // Returns the number of units before the terminator: for narrow text bytes, not characters.
 TOV_EXPORT int Length(const char* szString);
@@ -131,7 +131,7 @@ TOV_EXPORT int Compare(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT int CompareNoCase(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT int Collate(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2);
-TOV_EXPORT int OrderNoCase(const wchar_t* szString1, const wchar_t* szString2);
+TOV_EXPORT TOV_CALLED_OFTEN int OrderNoCase(const wchar_t* szString1, const wchar_t* szString2);
 
 TOV_EXPORT int Length(const wchar_t* szString);
 TOV_EXPORT wchar_t* ToLower(wchar_t* szString);

@@ -53,8 +53,8 @@ TOV_EXPORT void Signal(tHandle hEvent);
 // Does what Signal does, but need not do anything if the event is signalled already. This is for an event that tells of
 // data under a lock: unlike Signal, it publishes nothing to the thread that the event releases, so that only the lock
 // does. The calling thread must hold that lock, or have released it just before.
-TOV_EXPORT void SignalIfClear(tHandle hEvent);
-TOV_EXPORT void Reset(tHandle hEvent);
+TOV_EXPORT TOV_CALLED_OFTEN void SignalIfClear(tHandle hEvent);
+TOV_EXPORT TOV_CALLED_OFTEN void Reset(tHandle hEvent);
 
 // Waits until the event is signalled; returns at once for a bad handle.
 TOV_EXPORT void Wait(tHandle hEvent);

@@ -23,8 +23,8 @@ public:
     CTOVMutex(const CTOVMutex& oOther);
     CTOVMutex& operator=(const CTOVMutex& oOther);
 
-    void Lock() const;
-    void Unlock() const;
+    TOV_CALLED_OFTEN void Lock() const;
+    TOV_CALLED_OFTEN void Unlock() const;
 
     // Returns true if another thread holds the mutex. Settled: if the result is false, the calling thread now holds the
     // mutex and must call Unlock. The same applies if the result is true because the former owner has ended without

@@ -237,7 +237,7 @@ private:
     // to its terminator; NULL and a string id make no storage, like an empty text. The last form makes it of two texts,
     // one after the other, and with bGrows as in CTOVSharedBlock::Make.
     typedef CTOVBuffer<char>::sNewBlock tNewBlock;
-    static tNewBlock NewText(const char* szText);
+    TOV_CALLED_OFTEN static tNewBlock NewText(const char* szText);
     TOV_NOINLINE static tNewBlock NewText(const char* pText, int nLength);
     TOV_NOINLINE static tNewBlock NewText(const char* pText1, int nLength1, const char* pText2, int nLength2,
                                           bool bGrows);
@@ -248,7 +248,7 @@ private:
     TOV_NOINLINE bool HasSuffix(const CTOVStringA& oOther) const;
 
     // Returns whether all units are characters of one unit, in every code page, and none of them is 0.
-    static bool AreSingleUnits(const char* pUnits, int nCount);
+    TOV_CALLED_OFTEN static bool AreSingleUnits(const char* pUnits, int nCount);
 
     CTOVBuffer<char> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;      // the length of the text

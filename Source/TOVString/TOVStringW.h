@@ -165,7 +165,7 @@ private:
     // to its terminator; NULL and a string id make no storage, like an empty text. The last form makes it of two texts,
     // one after the other, and with bGrows as in CTOVSharedBlock::Make.
     typedef CTOVBuffer<wchar_t>::sNewBlock tNewBlock;
-    static tNewBlock NewText(const wchar_t* szText);
+    TOV_CALLED_OFTEN static tNewBlock NewText(const wchar_t* szText);
     TOV_NOINLINE static tNewBlock NewText(const wchar_t* pText, int nLength);
     TOV_NOINLINE static tNewBlock NewText(const wchar_t* pText1, int nLength1, const wchar_t* pText2, int nLength2,
                                           bool bGrows);
@@ -176,7 +176,7 @@ private:
     TOV_NOINLINE bool HasSuffix(const CTOVStringW& oOther) const;
 
     // Returns whether all units are characters of one unit, in every code page, and none of them is 0.
-    static bool AreSingleUnits(const wchar_t* pUnits, int nCount);
+    TOV_CALLED_OFTEN static bool AreSingleUnits(const wchar_t* pUnits, int nCount);
 
     CTOVBuffer<wchar_t> m_oData; // the block; its size is the capacity, terminator included
     int m_nStringLength;         // the length of the text

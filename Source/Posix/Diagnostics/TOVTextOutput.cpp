@@ -44,10 +44,12 @@ long long CoarseNow()
 
 bool HasDebugger()
 {
-    if (s_nQuestions.load(std::memory_order_relaxed) < FIRST_QUESTIONS && !CanHaveDebugger())
+    if (s_nQuestions.load(std::memory_order_relaxed) < FIRST_QUESTIONS)
     {
-        s_nQuestions.fetch_add(1, std::memory_order_relaxed);
-        return false;
+        const bool bCan = CanHaveDebugger();
+        s_nQuestions.fetch_add(bCan ? FIRST_QUESTIONS : 1, std::memory_order_relaxed);
+        if (!bCan)
+            return false;
     }
     const long long nNow = CoarseNow();
     if (nNow < s_nNoDebuggerUntil.load(std::memory_order_relaxed))
