@@ -92,10 +92,15 @@ CTOVSmartPointer<T>::CTOVSmartPointer(const CTOVSmartPointer& oOther) : m_pObjec
 {
 }
 
-template<class T> CTOVSmartPointer<T>::~CTOVSmartPointer()
+template<class T> TOV_OUTSIDE_INLINE CTOVSmartPointer<T>::~CTOVSmartPointer()
 {
-    if (m_pObject != nullptr)
-        TOVDebug::RunInDestructor([this] { Release(m_pObject); });
+    if (m_pObject == nullptr || --m_pObject->m_lRefCount > 0)
+        return;
+    // The usual case of a plain object passes its check, and has no destructor that could throw.
+    if (m_pObject->m_lRefCount == 0 && CTOVOwnedObject<T>::IsPlainStorage())
+        m_pObject->DestroyExact();
+    else
+        TOVDebug::RunInDestructor([this] { m_pObject->DestroyExact(); });
 }
 
 template<class T> CTOVSmartPointer<T>& CTOVSmartPointer<T>::operator=(const CTOVSmartPointer& oOther)
