@@ -137,7 +137,11 @@
 #else
 #define TOV_OUTSIDE_BODY(...) __VA_ARGS__
 #define TOV_OUTSIDE_INLINE inline
+#if __has_attribute(noplt)
 #define TOV_CALLED_OFTEN __attribute__((noplt))
+#else
+#define TOV_CALLED_OFTEN
+#endif
 #endif
 
 // Whether the compiler knows the vector instructions of x86 processors, and can compile single functions for them.
