@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <iterator>
 
 // Both platforms share these functions; a failed check names the platform's source.
 #undef TOV_CHECK_FILE
@@ -345,8 +344,8 @@ void FindClose(tHandle hFind)
 
 namespace
 {
-// The slots of the first table of the usual size, which is that of the process. A program that opens no file never
-// touches their pages.
+// The slots of the first table of the usual size, which is that of the process, and never another one's. A program that
+// opens no file does not touch their pages.
 FILE* s_apSlots[Backend::File::MAX_HANDLES + 1];
 std::atomic<bool> s_bSlotsTaken(false);
 
@@ -355,17 +354,6 @@ FILE** TakeSlots(unsigned long ulMaxHandles)
     if (ulMaxHandles == Backend::File::MAX_HANDLES && !s_bSlotsTaken.exchange(true))
         return s_apSlots;
     return new FILE*[ulMaxHandles + std::size_t(1)]();
-}
-
-void GiveSlotsBack(FILE** pSlots)
-{
-    if (pSlots != s_apSlots)
-    {
-        delete[] pSlots;
-        return;
-    }
-    std::fill(std::begin(s_apSlots), std::end(s_apSlots), nullptr);
-    s_bSlotsTaken = false;
 }
 } // namespace
 
@@ -380,7 +368,8 @@ CTOVHandleManager::CTOVHandleManager(unsigned long ulMaxHandles) : m_pFiles(null
 
 CTOVHandleManager::~CTOVHandleManager()
 {
-    GiveSlotsBack(m_pFiles);
+    if (m_pFiles != s_apSlots)
+        delete[] m_pFiles;
 }
 
 CTOVHandleManager& CTOVHandleManager::Instance()

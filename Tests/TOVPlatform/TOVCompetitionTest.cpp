@@ -1,6 +1,8 @@
 // Threads that compete for mutexes, semaphores and sections: which one is first is open, but none is left out, and what
 // an object counts is exact.
 #include "Support/TOVBlockableThread.h"
+#include "Support/TOVRowName.h"
+#include "TOVPlatform/TOVLockKinds.h"
 #include "TOVPlatform/TOVSynchronizationInstruments.h"
 
 #include <algorithm>
@@ -20,33 +22,11 @@ constexpr int THREADS = 4;
 constexpr int SHARE = 100;             // turns that each thread is to get
 constexpr int MAX_ROUNDS = 1000000000; // turns of all threads until then
 
-// Something that one thread at a time can have.
-struct sLock
-{
-    const char* szName;
-    unsigned long long (*fnCreate)();
-    void (*fnLock)(unsigned long long hLock);
-    void (*fnUnlock)(unsigned long long hLock);
-    void (*fnDestroy)(unsigned long long hLock);
-};
+const sLockKind TIMED_MUTEX = {"TimedMutex", [] { return Mutex::Create(false, nullptr); },
+                               [](unsigned long long hLock) { EXPECT_TRUE(Event::TimedWait(hLock, DEADLINE)); },
+                               &Mutex::Unlock, &DestroyObject};
 
-void DestroyObject(unsigned long long hObject)
-{
-    EXPECT_TRUE(Event::Destroy(hObject));
-}
-
-const sLock LOCKS[] = {
-    {"Section", [] { return CriticalSection::Create(0); }, &CriticalSection::Enter, &CriticalSection::Leave,
-     &CriticalSection::Destroy},
-    {"Mutex", [] { return Mutex::Create(false, nullptr); }, &Mutex::Lock, &Mutex::Unlock, &DestroyObject},
-    {"TimedMutex", [] { return Mutex::Create(false, nullptr); },
-     [](unsigned long long hLock) { EXPECT_TRUE(Event::TimedWait(hLock, DEADLINE)); }, &Mutex::Unlock, &DestroyObject},
-    {"Semaphore", [] { return Semaphore::Create(1, 1, nullptr); }, &Semaphore::Lock,
-     [](unsigned long long hLock) { Semaphore::Unlock(hLock, 1); }, &DestroyObject},
-    {"Event", [] { return Event::Create(false, true, nullptr); }, &Event::Wait, &Event::Signal, &DestroyObject},
-};
-
-class TOVPlatformCompetitionTest : public testing::TestWithParam<sLock>
+class TOVPlatformCompetitionTest : public testing::TestWithParam<sLockKind>
 {
 protected:
     TOVPlatformCompetitionTest() : m_hLock(GetParam().fnCreate()) {}
@@ -58,8 +38,8 @@ protected:
     const unsigned long long m_hLock;
 };
 
-INSTANTIATE_TEST_SUITE_P(Lock, TOVPlatformCompetitionTest, testing::ValuesIn(LOCKS),
-                         [](const testing::TestParamInfo<sLock>& oInfo) { return oInfo.param.szName; });
+INSTANTIATE_TEST_SUITE_P(Lock, TOVPlatformCompetitionTest, testing::ValuesIn(LOCK_KINDS), sRowName());
+INSTANTIATE_TEST_SUITE_P(TimedLock, TOVPlatformCompetitionTest, testing::Values(TIMED_MUTEX), sRowName());
 
 // What a random operation did.
 typedef std::pair<int, long> tOutcome;

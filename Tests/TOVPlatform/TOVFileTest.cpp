@@ -403,7 +403,7 @@ TEST_F(TOVPlatformFileTest, NeitherLogsNorRaisesWhenItFails)
     EXPECT_TRUE(oLog.Checks().empty());
 }
 
-// The slots that a table leaves behind, full or not, are no other table's.
+// Two tables share no slots, and a new table finds nothing in those of one that is gone.
 TEST_F(TOVPlatformFileTest, EachTableHasSlotsOfItsOwn)
 {
     for (int nRound = 0; nRound < 2; ++nRound)

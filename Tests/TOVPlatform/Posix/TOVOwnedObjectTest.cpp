@@ -1,6 +1,7 @@
 // Objects that one thread has had for itself: they do what shared ones do, and others may come at any step.
 #include "Support/TOVRowName.h"
 #include "Support/TOVWaitInstruments.h"
+#include "TOVPlatform/TOVLockKinds.h"
 
 #include <atomic>
 #include <chrono>
@@ -73,30 +74,6 @@ struct sObjects
     }
 };
 
-// Something that lets in one thread at a time.
-struct sLock
-{
-    const char* szName;
-    unsigned long long (*fnCreate)();
-    void (*fnLock)(unsigned long long hLock);
-    void (*fnUnlock)(unsigned long long hLock);
-    void (*fnDestroy)(unsigned long long hLock);
-};
-
-void DestroyObject(unsigned long long hObject)
-{
-    EXPECT_TRUE(Event::Destroy(hObject));
-}
-
-const sLock LOCKS[] = {
-    {"Section", [] { return CriticalSection::Create(0); }, &CriticalSection::Enter, &CriticalSection::Leave,
-     &CriticalSection::Destroy},
-    {"Mutex", [] { return Mutex::Create(false, nullptr); }, &Mutex::Lock, &Mutex::Unlock, &DestroyObject},
-    {"Semaphore", [] { return Semaphore::Create(1, 1, nullptr); }, &Semaphore::Lock,
-     [](unsigned long long hLock) { Semaphore::Unlock(hLock, 1); }, &DestroyObject},
-    {"Event", [] { return Event::Create(false, true, nullptr); }, &Event::Wait, &Event::Signal, &DestroyObject},
-};
-
 void WaitForSteps(tRandom::result_type nSteps)
 {
     for (; nSteps > 0; --nSteps)
@@ -104,7 +81,7 @@ void WaitForSteps(tRandom::result_type nSteps)
 }
 
 // Raises a plain number under the lock, which may be entered again where it belongs to a thread.
-void Count(const sLock& oLock, unsigned long long hLock, int nRounds, int& nNumber)
+void Count(const sLockKind& oLock, unsigned long long hLock, int nRounds, int& nNumber)
 {
     const bool bAgain = oLock.fnLock == &Mutex::Lock || oLock.fnLock == &CriticalSection::Enter;
     for (int nRound = 0; nRound < nRounds; ++nRound)
@@ -118,11 +95,11 @@ void Count(const sLock& oLock, unsigned long long hLock, int nRounds, int& nNumb
     }
 }
 
-class TOVOwnedObjectTest : public testing::TestWithParam<sLock>
+class TOVOwnedObjectTest : public testing::TestWithParam<sLockKind>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(Lock, TOVOwnedObjectTest, testing::ValuesIn(LOCKS), sRowName());
+INSTANTIATE_TEST_SUITE_P(Lock, TOVOwnedObjectTest, testing::ValuesIn(LOCK_KINDS), sRowName());
 } // namespace
 
 TEST(TOVOwnedObjectsTest, DoWhatSharedOnesDo)
@@ -145,7 +122,7 @@ TEST(TOVOwnedObjectsTest, DoWhatSharedOnesDo)
 // Each object belongs to its first thread until the others come, at whichever step of it that happens.
 TEST_P(TOVOwnedObjectTest, LetsOneThreadInThoughOthersCome)
 {
-    const sLock& oLock = GetParam();
+    const sLockKind& oLock = GetParam();
     tRandom oRandom(8);
     for (int nTurn = 0; nTurn < TURNS; ++nTurn)
     {
