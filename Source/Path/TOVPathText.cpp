@@ -2,6 +2,12 @@
 
 namespace TOVPathText
 {
+void AssignNothingOrAll(CTOVStringA& oPart, const CTOVStringA& oText, long lLength)
+{
+    // Settled: a part that is the whole block shares it. The length of such a text includes the terminator's place.
+    oPart = lLength > 0 ? oText : CTOVStringA();
+}
+
 sRange FindComponents(const CTOVStringA& oText, int nFirst, int nCount)
 {
     const char* const szText = oText.GetString();

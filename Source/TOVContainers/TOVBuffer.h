@@ -403,11 +403,12 @@ template<class T> void CTOVBuffer<T>::Take(const sNewBlock& oNew)
     CTOVRefCountObject<T>* const pOld = m_pArray.m_pObject;
     m_pArray.m_pObject = oNew.pBlock;
     m_lSize = oNew.lSize;
-    // A string is often filled after it was made empty.
-    if (pOld->m_lRefCount == 1 && pOld->m_pObject == nullptr)
-        CTOVRefCountObject<T>::operator delete(pOld, sizeof(*pOld));
-    else
+    if (pOld->m_lRefCount != 1)
         ReleaseBlock(pOld);
+    else if (pOld->m_pObject != nullptr)
+        static_cast<CTOVSharedBlock<T>*>(pOld)->Free();
+    else
+        CTOVRefCountObject<T>::operator delete(pOld, sizeof(*pOld));
 }
 
 template<class T> void CTOVBuffer<T>::ReleaseBlock(CTOVRefCountObject<T>* pBlock)
