@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <type_traits>
@@ -58,6 +59,17 @@ private:
     TArray& m_oArray;
 };
 
+// Returns 1 for a negative result of a comparison, and 0 for others.
+template<class TResult> inline long OneIfNegative(TResult oResult)
+{
+    // The sign bit itself takes a step less than the question.
+    if constexpr (std::is_integral_v<TResult>)
+        return static_cast<long>(static_cast<std::make_unsigned_t<TResult>>(oResult) >>
+                                 std::numeric_limits<TResult>::digits);
+    else
+        return oResult < 0 ? 1 : 0;
+}
+
 // Works without virtual calls, for an array whose class is not derived. The indexes are checked all the same,
 // since a comparison may change the array.
 template<class T> class CDirectAccess
@@ -84,8 +96,8 @@ public:
 
     template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
     {
-        const T* const pElements = GetElements(lIndex + 1);
-        return pfCompare(pElements[lIndex], pElements[lIndex + 1]);
+        const T* const pNext = GetElements(lIndex + 1) + (lIndex + 1);
+        return pfCompare(pNext[-1], *pNext);
     }
 
     // Asks for the elements that stand a few levels below a position of the heap: those of one line of the cache.
@@ -488,7 +500,7 @@ void CTOVArray<T>::CHeapSort<TCompare>::SiftDown(TAccess& oArray, long lPosition
         long lSon = 2 * lPosition;
         // The comparison's result is added: which son is the larger one is hard to predict.
         if (lSon < lHeapSize)
-            lSon += oArray.CompareWithNext(lSon - 1, pfCompare) < 0 ? 1 : 0;
+            lSon += TOVSorting::OneIfNegative(oArray.CompareWithNext(lSon - 1, pfCompare));
         // Settled: an element moves down past equal ones as well.
         if (pfCompare(oElement, oArray.GetAt(lSon - 1)) > 0)
             break;

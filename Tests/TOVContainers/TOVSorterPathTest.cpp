@@ -3,6 +3,8 @@
 
 #include <TOVString/TOVStringA.h>
 
+#include <algorithm>
+#include <numeric>
 #include <random>
 #include <string>
 #include <utility>
@@ -60,6 +62,39 @@ TEST(CTOVSorterPathTest, BothPathsCompareTheSameElementsInTheSameOrder)
             ASSERT_EQ(StepsOfSort<CDerivedArray<sKeyed>>(aKeys), StepsOfSort<CTOVArray<sKeyed>>(aKeys)) << nSize;
         }
     }
+}
+
+namespace
+{
+// The numbers 0 to 999 in a random order, sorted by a comparison that gives 0, oResult or its negative.
+template<class TResult> std::vector<int> SortBy(TResult oResult)
+{
+    std::vector<int> aNumbers(1000);
+    std::iota(aNumbers.begin(), aNumbers.end(), 0);
+    std::shuffle(aNumbers.begin(), aNumbers.end(), std::mt19937(4));
+    CTOVArray<int> oArray;
+    for (const int nNumber : aNumbers)
+        oArray.Add(nNumber);
+
+    oArray.Sort([=](const int& nA, const int& nB) {
+        return static_cast<TResult>(nA < nB ? -oResult : (nA > nB ? oResult : TResult()));
+    });
+    return std::vector<int>(&oArray[0], &oArray[0] + oArray.GetSize());
+}
+} // namespace
+
+TEST(CTOVSorterPathTest, ResultOfAComparisonMayBeAnySignedNumber)
+{
+    std::vector<int> aSorted(1000);
+    std::iota(aSorted.begin(), aSorted.end(), 0);
+    EXPECT_EQ(aSorted, SortBy<signed char>(1));
+    EXPECT_EQ(aSorted, SortBy<short>(0x4000));
+    EXPECT_EQ(aSorted, SortBy<int>(0x7FFFFFFF));
+    EXPECT_EQ(aSorted, SortBy<long>(1));
+    EXPECT_EQ(aSorted, SortBy<long long>(1LL << 32)); // has no bit in a shorter number
+    EXPECT_EQ(aSorted, SortBy<long long>((1LL << 32) - 1));
+    EXPECT_EQ(aSorted, SortBy<float>(0.25F));
+    EXPECT_EQ(aSorted, SortBy<double>(1e-300));
 }
 
 TEST(CTOVSorterPathTest, BothPathsMakeTheSameOrderOfEqualsInLargeArrays)
