@@ -223,14 +223,14 @@ template<class T> void Store(T& oVariable, const T& oValue)
     reinterpret_cast<std::atomic<T>&>(oVariable).store(oValue, std::memory_order_relaxed);
 }
 #else
-template<class T> T Load(const T& oVariable)
+template<class T> [[gnu::always_inline]] inline T Load(const T& oVariable)
 {
     T oValue;
     __atomic_load(&oVariable, &oValue, __ATOMIC_RELAXED);
     return oValue;
 }
 
-template<class T> void Store(T& oVariable, const T& oValue)
+template<class T> [[gnu::always_inline]] inline void Store(T& oVariable, const T& oValue)
 {
     T oNew = oValue;
     __atomic_store(&oVariable, &oNew, __ATOMIC_RELAXED);

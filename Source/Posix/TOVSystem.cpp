@@ -259,23 +259,17 @@ void* FindInMainProgram(const char* szFunction)
     return static_cast<const ElfW(Sym)*>(pSymbol)->st_shndx != SHN_UNDEF ? pFunction : nullptr;
 }
 
-bool ReadPerformanceCounter(long long& nTicks)
+sReading ReadPerformanceCounter()
 {
     const long long nNow = Now();
-    if (nNow < 0)
-        return false;
-    nTicks = nNow;
-    return true;
+    return {nNow >= 0, nNow};
 }
 
 // The clock counts nanoseconds, however coarse it is. That there is no such clock shows here, too.
-bool ReadPerformanceFrequency(long long& nTicksPerSecond)
+sReading ReadPerformanceFrequency()
 {
     timespec oResolution;
-    if (::clock_getres(CLOCK_MONOTONIC, &oResolution) != 0)
-        return false;
-    nTicksPerSecond = NANOSECONDS_PER_SECOND;
-    return true;
+    return {::clock_getres(CLOCK_MONOTONIC, &oResolution) == 0, NANOSECONDS_PER_SECOND};
 }
 
 tDword ReadMilliseconds()

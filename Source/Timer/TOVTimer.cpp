@@ -4,6 +4,7 @@
 #include <TOVPlatform/Backend/TOVSystem.h>
 #include <TOVPlatform/Backend/TOVTimeEvent.h>
 #include <TOVPlatform/TOVString.h>
+#include <TOVPlatform/Vector/TOVVectorQuotient.h>
 
 #include <cfloat>
 #include <climits>
@@ -16,6 +17,7 @@ using TOVAtomic::Store;
 namespace
 {
 constexpr long long MILLISECONDS_PER_SECOND = 1000;
+constexpr long long NANOSECONDS_PER_SECOND = 1000000000;
 
 // Rounds a value to a double. Where registers hold more digits, later results would differ between the targets.
 double Rounded(double dValue)
@@ -47,9 +49,12 @@ long long Difference(long long nFirst, long long nSecond)
     return static_cast<long long>(static_cast<unsigned long long>(nFirst) - static_cast<unsigned long long>(nSecond));
 }
 
-double ToSeconds(long long nTicks, long long nFrequency)
+[[gnu::always_inline]] inline double ToSeconds(long long nTicks, long long nFrequency)
 {
-    return Rounded(static_cast<double>(nTicks) / static_cast<double>(nFrequency));
+    const double dTicks = static_cast<double>(nTicks);
+    if (TOV_LIKELY(nFrequency == NANOSECONDS_PER_SECOND))
+        return Rounded(TOVPlatform::Vector::DivideByBillion(dTicks));
+    return Rounded(dTicks / static_cast<double>(nFrequency));
 }
 
 unsigned long ToMilliseconds(double dSeconds)
@@ -62,9 +67,33 @@ const char* TextOf(const CTOVStringA& oName)
     return oName.IsEmpty() ? "" : oName.GetString();
 }
 
-void WarnOfCounter(const char* szMessage)
+// Logs that a read of the high-resolution counter failed, and returns 0.
+TOV_NOINLINE long long WarnOfCounter(const char* szWarning)
 {
-    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "%s", szMessage);
+    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "%s", szWarning);
+    return 0;
+}
+
+// These read the time base. They and ToSeconds are inlined although this source is compiled for its size: they are all
+// that a read of a time costs besides the system's clock.
+[[gnu::always_inline]] inline long long ReadTicks(bool bHighResolution)
+{
+    if (!bHighResolution)
+        return TOVPlatform::Backend::ReadMilliseconds();
+
+    // Settled: there is no fallback to the other counter, whose ticks have another length.
+    const TOVPlatform::Backend::sReading oTicks = TOVPlatform::Backend::ReadPerformanceCounter();
+    return TOV_LIKELY(oTicks.bRead) ? oTicks.nValue : WarnOfCounter("Can't retrieve time from highresolution timer");
+}
+
+[[gnu::always_inline]] inline long long ReadFrequency(bool bHighResolution)
+{
+    if (!bHighResolution)
+        return MILLISECONDS_PER_SECOND;
+
+    const TOVPlatform::Backend::sReading oFrequency = TOVPlatform::Backend::ReadPerformanceFrequency();
+    return TOV_LIKELY(oFrequency.bRead) ? oFrequency.nValue
+                                        : WarnOfCounter("Can't retrieve frequency from highresolution timer");
 }
 
 bool IsChannel(int nChannel)
@@ -255,8 +284,9 @@ double CTOVTimer::GetTime(int nChannel) const
         return 0.0;
 
     const sTimeChannel& oChannel = m_aChannels[nChannel];
-    const long long nTime = GetHardwareTime();
-    const long long nFrequency = GetHardwareTimerFrequency();
+    const bool bHighResolution = Load(m_bHighResolutionTimer);
+    const long long nTime = ReadTicks(bHighResolution);
+    const long long nFrequency = ReadFrequency(bHighResolution);
     return ToSeconds(Difference(Load(oChannel.bPaused) ? Load(oChannel.nPauseTime) : nTime, Load(oChannel.nStartTime)),
                      nFrequency);
 }
@@ -268,8 +298,9 @@ unsigned long CTOVTimer::GetTimeInMs(int nChannel) const
 
 double CTOVTimer::GetTimeDirect() const
 {
-    const long long nTime = GetHardwareTime();
-    return ToSeconds(nTime, GetHardwareTimerFrequency());
+    const bool bHighResolution = Load(m_bHighResolutionTimer);
+    const long long nTime = ReadTicks(bHighResolution);
+    return ToSeconds(nTime, ReadFrequency(bHighResolution));
 }
 
 unsigned long CTOVTimer::GetTimeInMsDirect() const
@@ -355,8 +386,7 @@ void CTOVTimer::UninstallTimeEvent(int nEvent, int nPeriod)
 
 bool CTOVTimer::IsHighResolutionTimerAvailable() const
 {
-    long long nTicks = 0;
-    return TOVPlatform::Backend::ReadPerformanceCounter(nTicks);
+    return TOVPlatform::Backend::ReadPerformanceCounter().bRead;
 }
 
 bool CTOVTimer::IsHighResolutionTimerActive() const
@@ -371,27 +401,10 @@ void CTOVTimer::UseHighResolutionTimer(bool bUse)
 
 long long CTOVTimer::GetHardwareTime() const
 {
-    if (!Load(m_bHighResolutionTimer))
-        return TOVPlatform::Backend::ReadMilliseconds();
-
-    long long nTicks = 0;
-    if (TOVPlatform::Backend::ReadPerformanceCounter(nTicks))
-        return nTicks;
-
-    // Settled: there is no fallback to the other counter, whose ticks have another length.
-    WarnOfCounter("Can't retrieve time from highresolution timer");
-    return 0;
+    return ReadTicks(Load(m_bHighResolutionTimer));
 }
 
 long long CTOVTimer::GetHardwareTimerFrequency() const
 {
-    if (!Load(m_bHighResolutionTimer))
-        return MILLISECONDS_PER_SECOND;
-
-    long long nFrequency = 0;
-    if (TOVPlatform::Backend::ReadPerformanceFrequency(nFrequency))
-        return nFrequency;
-
-    WarnOfCounter("Can't retrieve frequency from highresolution timer");
-    return 0;
+    return ReadFrequency(Load(m_bHighResolutionTimer));
 }

@@ -83,22 +83,18 @@ void* FindInMainProgram(const char* szFunction)
     return reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA(nullptr), szFunction));
 }
 
-bool ReadPerformanceCounter(long long& nTicks)
+sReading ReadPerformanceCounter()
 {
-    LARGE_INTEGER oTicks;
-    if (!::QueryPerformanceCounter(&oTicks))
-        return false;
-    nTicks = oTicks.QuadPart;
-    return true;
+    LARGE_INTEGER oTicks = {};
+    const bool bRead = ::QueryPerformanceCounter(&oTicks) != 0;
+    return {bRead, oTicks.QuadPart};
 }
 
-bool ReadPerformanceFrequency(long long& nTicksPerSecond)
+sReading ReadPerformanceFrequency()
 {
-    LARGE_INTEGER oFrequency;
-    if (!::QueryPerformanceFrequency(&oFrequency))
-        return false;
-    nTicksPerSecond = oFrequency.QuadPart;
-    return true;
+    LARGE_INTEGER oFrequency = {};
+    const bool bRead = ::QueryPerformanceFrequency(&oFrequency) != 0;
+    return {bRead, oFrequency.QuadPart};
 }
 
 tDword ReadMilliseconds()

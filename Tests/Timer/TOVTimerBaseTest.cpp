@@ -2,6 +2,7 @@
 #include "Timer/TOVTimerInstruments.h"
 
 #include <cmath>
+#include <random>
 
 // Reaches one of the timer's private operations.
 #define TOV_PRIVATE_OPERATION(fnCall, TResult, mOperation)                                                             \
@@ -128,6 +129,22 @@ TEST_F(CTOVTimerBaseTest, CountsTheHighResolutionBaseToTheTick)
 
     EXPECT_DOUBLE_EQ(1.9999, m_oTimer.GetTime(0));
     EXPECT_EQ(1999ul, m_oTimer.GetTimeInMs(0));
+}
+
+TEST_F(CTOVTimerBaseTest, IsDividedExactlyHoweverOftenItIsRead)
+{
+    std::mt19937_64 oRandom(1);
+    StartChannel(0);
+    for (int nRead = 0; nRead < 20000; ++nRead)
+    {
+        const long long llTicks = static_cast<long long>(oRandom() >> (11 + nRead % 53));
+        m_oClock.Set(llTicks);
+
+        const volatile double dSeconds = static_cast<double>(llTicks) / TICKS_PER_SECOND;
+        ASSERT_EQ(dSeconds, m_oTimer.GetTimeDirect()) << llTicks;
+        const volatile double dSinceStart = static_cast<double>(llTicks - 5 * TICKS_PER_SECOND) / TICKS_PER_SECOND;
+        ASSERT_EQ(dSinceStart, m_oTimer.GetTime(0)) << llTicks;
+    }
 }
 
 TEST_F(CTOVTimerBaseTest, WidensTheMillisecondsWithoutASign)

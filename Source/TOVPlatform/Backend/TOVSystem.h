@@ -55,10 +55,17 @@ void ShowError(const char* szText, const char* szCaption);
 // function of a library that the program links does not count.
 void* FindInMainProgram(const char* szFunction);
 
-// These read the high-resolution counter: its ticks, and the number of ticks in a second. They return false, and store
-// nothing, if the system has no such counter. The counter is monotonic, and its frequency does not change.
-bool ReadPerformanceCounter(long long& nTicks);
-bool ReadPerformanceFrequency(long long& nTicksPerSecond);
+// A value that the system gave, or none. It is returned in registers, where std::optional would be written and read.
+struct sReading
+{
+    bool bRead;
+    long long nValue;
+};
+
+// These read the high-resolution counter: its ticks, and the number of ticks in a second. They return no value if the
+// system has no such counter. The counter is monotonic, and its frequency does not change.
+sReading ReadPerformanceCounter();
+sReading ReadPerformanceFrequency();
 
 // Returns the millisecond counter, which starts again at 0 after 2^32.
 tDword ReadMilliseconds();
