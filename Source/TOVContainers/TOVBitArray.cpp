@@ -1,5 +1,7 @@
 #include <TOVContainers/TOVBitArray.h>
 
+#include <TOVPlatform/Vector/TOVVectorBits.h>
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -39,10 +41,9 @@ template<class TJoin> void JoinBytes(tByte* pTarget, const tByte* pSource, std::
 
 void InvertBytes(tByte* pBytes, std::size_t nSize)
 {
-    const std::size_t nWords = nSize / sizeof(tWord);
-    for (std::size_t nWord = 0; nWord < nWords; ++nWord)
-        WriteWord(pBytes + nWord * sizeof(tWord), ~ReadWord(pBytes + nWord * sizeof(tWord)));
-    for (std::size_t nByte = nWords * sizeof(tWord); nByte < nSize; ++nByte)
+    // The rest is worked through by the compiler's vectors.
+    std::size_t nByte = TOVPlatform::Vector::InvertBlocks(pBytes, nSize);
+    for (; nByte < nSize; ++nByte)
         pBytes[nByte] = static_cast<tByte>(~pBytes[nByte]);
 }
 

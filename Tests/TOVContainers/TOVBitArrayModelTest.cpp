@@ -10,11 +10,11 @@ namespace
 {
 typedef std::vector<bool> tModel;
 
-// Around a word, a block of the search for set bits, and beyond.
+// Around a word, one block and two of the inversion, a block of the search for set bits, and beyond.
 std::vector<int> Sizes()
 {
     std::vector<int> aSizes = {4095, 4096, 4103, 8191, 8200, 100003};
-    for (int nNumBits = 1; nNumBits <= 600; ++nNumBits)
+    for (int nNumBits = 1; nNumBits <= 1200; ++nNumBits)
         aSizes.push_back(nNumBits);
     return aSizes;
 }
