@@ -12,9 +12,12 @@ namespace Vector
 constexpr double BILLION = 1e9;
 
 #if TOV_HAS_X86_VECTORS && FLT_EVAL_METHOD == 0
-// The two halves of 10^-9: the nearest number, and the nearest one to what that lacks.
+// The two halves of 10^-9: the nearest number, which is a whole number of 2^-82, and the nearest one to what that
+// lacks. Times a billion, the first one misses 2^82 of these by so few that they fit into the difference of low words.
 constexpr double BILLIONTH = 1 / BILLION;
-constexpr double REST_OF_BILLIONTH = __builtin_fma(-BILLIONTH, BILLION, 1.0) / BILLION;
+constexpr auto BILLIONTH_DIGITS = static_cast<unsigned long long>(BILLIONTH * 0x1p82);
+constexpr auto MISSING_DIGITS = static_cast<long long>(0 - BILLIONTH_DIGITS * static_cast<unsigned long long>(BILLION));
+constexpr double REST_OF_BILLIONTH = static_cast<double>(MISSING_DIGITS) * 0x1p-82 / BILLION;
 
 // Multiplies by both halves, and rounds once (N. Brisebarre, J.-M. Muller, "Correctly Rounded Multiplication by
 // Arbitrary Precision Constants", 2008). Before that, the product differs from the quotient by less than 2^-52 units in
