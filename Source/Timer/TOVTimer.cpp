@@ -280,10 +280,10 @@ void CTOVTimer::Continue(int nChannel)
 double CTOVTimer::GetTime(int nChannel) const
 {
     TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    if (!IsDefinedAndRunning(nChannel))
+    const sTimeChannel& oChannel = m_aChannels[nChannel];
+    if (!Load(oChannel.bDefined) || !Load(oChannel.bRunning))
         return 0.0;
 
-    const sTimeChannel& oChannel = m_aChannels[nChannel];
     const bool bHighResolution = Load(m_bHighResolutionTimer);
     const long long nTime = ReadTicks(bHighResolution);
     const long long nFrequency = ReadFrequency(bHighResolution);
