@@ -115,6 +115,13 @@
 #define TOV_NOINLINE __attribute__((noinline))
 #endif
 
+// Marks a short function that is inlined even where the code is compiled for its size.
+#if defined(_MSC_VER)
+#define TOV_ALWAYS_INLINE __forceinline
+#else
+#define TOV_ALWAYS_INLINE __attribute__((always_inline)) inline
+#endif
+
 // Says that a condition is nearly always true, so that what serves the other case neither stands in the way nor is
 // inlined.
 #if defined(__GNUC__)
@@ -223,14 +230,14 @@ template<class T> void Store(T& oVariable, const T& oValue)
     reinterpret_cast<std::atomic<T>&>(oVariable).store(oValue, std::memory_order_relaxed);
 }
 #else
-template<class T> [[gnu::always_inline]] inline T Load(const T& oVariable)
+template<class T> TOV_ALWAYS_INLINE T Load(const T& oVariable)
 {
     T oValue;
     __atomic_load(&oVariable, &oValue, __ATOMIC_RELAXED);
     return oValue;
 }
 
-template<class T> [[gnu::always_inline]] inline void Store(T& oVariable, const T& oValue)
+template<class T> TOV_ALWAYS_INLINE void Store(T& oVariable, const T& oValue)
 {
     T oNew = oValue;
     __atomic_store(&oVariable, &oNew, __ATOMIC_RELAXED);

@@ -49,7 +49,7 @@ long long Difference(long long nFirst, long long nSecond)
     return static_cast<long long>(static_cast<unsigned long long>(nFirst) - static_cast<unsigned long long>(nSecond));
 }
 
-[[gnu::always_inline]] inline double ToSeconds(long long nTicks, long long nFrequency)
+TOV_ALWAYS_INLINE double ToSeconds(long long nTicks, long long nFrequency)
 {
     const double dTicks = static_cast<double>(nTicks);
     if (TOV_LIKELY(nFrequency == NANOSECONDS_PER_SECOND))
@@ -76,7 +76,7 @@ TOV_NOINLINE long long WarnOfCounter(const char* szWarning)
 
 // These read the time base. They and ToSeconds are inlined although this source is compiled for its size: they are all
 // that a read of a time costs besides the system's clock.
-[[gnu::always_inline]] inline long long ReadTicks(bool bHighResolution)
+TOV_ALWAYS_INLINE long long ReadTicks(bool bHighResolution)
 {
     if (!bHighResolution)
         return TOVPlatform::Backend::ReadMilliseconds();
@@ -86,7 +86,7 @@ TOV_NOINLINE long long WarnOfCounter(const char* szWarning)
     return TOV_LIKELY(oTicks.bRead) ? oTicks.nValue : WarnOfCounter("Can't retrieve time from highresolution timer");
 }
 
-[[gnu::always_inline]] inline long long ReadFrequency(bool bHighResolution)
+TOV_ALWAYS_INLINE long long ReadFrequency(bool bHighResolution)
 {
     if (!bHighResolution)
         return MILLISECONDS_PER_SECOND;

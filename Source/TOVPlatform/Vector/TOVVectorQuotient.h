@@ -30,12 +30,12 @@ TOV_WIDE_TEXT inline double MultiplyByBillionth(double dDividend)
 }
 
 // Divides a number without a fraction.
-[[gnu::always_inline]] inline double DivideByBillion(double dDividend)
+TOV_ALWAYS_INLINE double DivideByBillion(double dDividend)
 {
     return TOV_LIKELY(UsesWideVectors()) ? MultiplyByBillionth(dDividend) : dDividend / BILLION;
 }
 #else
-[[gnu::always_inline]] inline double DivideByBillion(double dDividend)
+TOV_ALWAYS_INLINE double DivideByBillion(double dDividend)
 {
     return dDividend / BILLION;
 }

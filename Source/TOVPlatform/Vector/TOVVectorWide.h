@@ -28,7 +28,7 @@ extern std::atomic<int> s_eWideVectors;
 // Counts a call, and asks the processor if it was the last one. Returns whether there are such vectors.
 TOV_NOINLINE bool AskForWideVectors();
 
-[[gnu::always_inline]] inline bool UsesWideVectors()
+TOV_ALWAYS_INLINE bool UsesWideVectors()
 {
     const int eWideVectors = s_eWideVectors.load(std::memory_order_relaxed);
     return __builtin_expect(eWideVectors == eWideVectorsUsed, 1) ||
