@@ -4,30 +4,18 @@
 #include <TOVPlatform/Backend/TOVSystem.h>
 #include <TOVPlatform/Backend/TOVTimeEvent.h>
 #include <TOVPlatform/TOVString.h>
-#include <TOVPlatform/Vector/TOVVectorQuotient.h>
+#include <Timer/TOVTimerTicks.h>
 
-#include <cfloat>
 #include <climits>
 
 template class TOV_TEMPLATE_DEFINE CTOVDynamicSingleton<CTOVTimer>;
 
+using namespace TOVTimerTicks;
 using TOVAtomic::Load;
 using TOVAtomic::Store;
 
 namespace
 {
-constexpr long long MILLISECONDS_PER_SECOND = 1000;
-constexpr long long NANOSECONDS_PER_SECOND = 1000000000;
-
-// Rounds a value to a double. Where registers hold more digits, later results would differ between the targets.
-double Rounded(double dValue)
-{
-    if (FLT_EVAL_METHOD == 0)
-        return dValue;
-    const volatile double dStored = dValue;
-    return dStored;
-}
-
 // Truncates toward zero. A value that does not fit into 64 bits gives the smallest number, whose low 32 bits are 0, as
 // the processor's conversion does.
 long long Truncated(double dValue)
@@ -38,23 +26,10 @@ long long Truncated(double dValue)
     return LLONG_MIN;
 }
 
-// These compute with ticks, which wrap around.
+// Computes with ticks, which wrap around, as Difference does.
 long long Sum(long long nFirst, long long nSecond)
 {
     return static_cast<long long>(static_cast<unsigned long long>(nFirst) + static_cast<unsigned long long>(nSecond));
-}
-
-long long Difference(long long nFirst, long long nSecond)
-{
-    return static_cast<long long>(static_cast<unsigned long long>(nFirst) - static_cast<unsigned long long>(nSecond));
-}
-
-TOV_ALWAYS_INLINE double ToSeconds(long long nTicks, long long nFrequency)
-{
-    const double dTicks = static_cast<double>(nTicks);
-    if (TOV_LIKELY(nFrequency == NANOSECONDS_PER_SECOND))
-        return Rounded(TOVPlatform::Vector::DivideByBillion(dTicks));
-    return Rounded(dTicks / static_cast<double>(nFrequency));
 }
 
 unsigned long ToMilliseconds(double dSeconds)
@@ -65,40 +40,6 @@ unsigned long ToMilliseconds(double dSeconds)
 const char* TextOf(const CTOVStringA& oName)
 {
     return oName.IsEmpty() ? "" : oName.GetString();
-}
-
-// Logs that a read of the high-resolution counter failed, and returns 0.
-TOV_NOINLINE long long WarnOfCounter(const char* szWarning)
-{
-    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "%s", szWarning);
-    return 0;
-}
-
-// These read the time base. They and ToSeconds are inlined although this source is compiled for its size: they are all
-// that a read of a time costs besides the system's clock.
-TOV_ALWAYS_INLINE long long ReadTicks(bool bHighResolution)
-{
-    if (!bHighResolution)
-        return TOVPlatform::Backend::ReadMilliseconds();
-
-    // Settled: there is no fallback to the other counter, whose ticks have another length.
-    const TOVPlatform::Backend::sReading oTicks = TOVPlatform::Backend::ReadPerformanceCounter();
-    return TOV_LIKELY(oTicks.bRead) ? oTicks.nValue : WarnOfCounter("Can't retrieve time from highresolution timer");
-}
-
-TOV_ALWAYS_INLINE long long ReadFrequency(bool bHighResolution)
-{
-    if (!bHighResolution)
-        return MILLISECONDS_PER_SECOND;
-
-    const TOVPlatform::Backend::sReading oFrequency = TOVPlatform::Backend::ReadPerformanceFrequency();
-    return TOV_LIKELY(oFrequency.bRead) ? oFrequency.nValue
-                                        : WarnOfCounter("Can't retrieve frequency from highresolution timer");
-}
-
-bool IsChannel(int nChannel)
-{
-    return 0 <= nChannel && nChannel < TOV_TIMER_MAX_TIME_CHANNELS;
 }
 
 constexpr int PERIODIC_EVENT = 1;
@@ -117,6 +58,13 @@ int InstallEvent(unsigned int (*fnSet)(unsigned int, unsigned int, TCallback, un
     return nResult;
 }
 } // namespace
+
+// This stands here, as the line in the log names the timer's source.
+long long TOVTimerTicks::WarnOfCounter(const char* szWarning)
+{
+    TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "%s", szWarning);
+    return 0;
+}
 
 CTOVTimer::CTOVTimer() : m_bHighResolutionTimer(IsHighResolutionTimerAvailable())
 {
@@ -277,30 +225,9 @@ void CTOVTimer::Continue(int nChannel)
           Sum(Load(oChannel.nStartTime), Difference(GetHardwareTime(), Load(oChannel.nPauseTime))));
 }
 
-double CTOVTimer::GetTime(int nChannel) const
-{
-    TOV_ASSERT((0 <= nChannel) && (nChannel < TOV_TIMER_MAX_TIME_CHANNELS));
-    const sTimeChannel& oChannel = m_aChannels[nChannel];
-    if (!Load(oChannel.bDefined) || !Load(oChannel.bRunning))
-        return 0.0;
-
-    const bool bHighResolution = Load(m_bHighResolutionTimer);
-    const long long nTime = ReadTicks(bHighResolution);
-    const long long nFrequency = ReadFrequency(bHighResolution);
-    return ToSeconds(Difference(Load(oChannel.bPaused) ? Load(oChannel.nPauseTime) : nTime, Load(oChannel.nStartTime)),
-                     nFrequency);
-}
-
 unsigned long CTOVTimer::GetTimeInMs(int nChannel) const
 {
     return ToMilliseconds(GetTime(nChannel));
-}
-
-double CTOVTimer::GetTimeDirect() const
-{
-    const bool bHighResolution = Load(m_bHighResolutionTimer);
-    const long long nTime = ReadTicks(bHighResolution);
-    return ToSeconds(nTime, ReadFrequency(bHighResolution));
 }
 
 unsigned long CTOVTimer::GetTimeInMsDirect() const
@@ -397,14 +324,4 @@ bool CTOVTimer::IsHighResolutionTimerActive() const
 void CTOVTimer::UseHighResolutionTimer(bool bUse)
 {
     Store(m_bHighResolutionTimer, bUse);
-}
-
-long long CTOVTimer::GetHardwareTime() const
-{
-    return ReadTicks(Load(m_bHighResolutionTimer));
-}
-
-long long CTOVTimer::GetHardwareTimerFrequency() const
-{
-    return ReadFrequency(Load(m_bHighResolutionTimer));
 }
