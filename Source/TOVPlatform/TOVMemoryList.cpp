@@ -11,22 +11,27 @@ namespace
 constexpr std::size_t LIST_BYTES = 8192;
 
 // Nothing can be taken from these or put into them, so that Allocate and Free need not ask whether the thread has lists
-// of its own.
-sLists s_oNotYet = {}; // the thread has freed a few blocks only
-sLists s_oNone = {};   // the thread uses none, or has ended
+// of its own. Both only read them; the one that every program uses stands with the constants that it uses anyway.
+constexpr sLists NOT_YET = {}; // the thread has freed a few blocks only
+sLists s_oNone = {};           // the thread uses none, or has ended
+
+sLists* NotYet()
+{
+    return const_cast<sLists*>(&NOT_YET);
+}
 
 // Lists take longer to make than they save a thread that frees fewer blocks: those that start a program, for example.
-constexpr unsigned int BLOCKS_BEFORE_LISTS = 16;
+constexpr unsigned int BLOCKS_BEFORE_LISTS = 32;
 TOV_THREAD_LISTS_STORAGE unsigned int t_nFreedBlocks = 0;
 } // namespace
 
-TOV_THREAD_LISTS_STORAGE sLists* t_pLists = &s_oNotYet;
+TOV_THREAD_LISTS_STORAGE sLists* t_pLists = const_cast<sLists*>(&NOT_YET);
 
 namespace
 {
 bool HasLists()
 {
-    return t_pLists != &s_oNotYet && t_pLists != &s_oNone;
+    return t_pLists != NotYet() && t_pLists != &s_oNone;
 }
 
 // Ends the calling thread's lists. An operator delete that uses strings finds none any more.
@@ -79,7 +84,7 @@ void* AllocateAnew(std::size_t nBlockSize)
 
 void FreeWithoutRoom(void* pBlock, std::size_t nBlockSize) noexcept
 {
-    if (TOV_USE_MEMORY_LISTS && t_pLists == &s_oNotYet && ++t_nFreedBlocks >= BLOCKS_BEFORE_LISTS)
+    if (TOV_USE_MEMORY_LISTS && t_pLists == NotYet() && ++t_nFreedBlocks >= BLOCKS_BEFORE_LISTS)
     {
         Begin();
         Free(pBlock, nBlockSize);
@@ -100,7 +105,7 @@ bool UseLists(bool bUse) noexcept
         GiveBack();
     else if (!bUsed)
     {
-        t_pLists = &s_oNotYet;
+        t_pLists = NotYet();
         t_nFreedBlocks = BLOCKS_BEFORE_LISTS;
     }
     return bUsed;

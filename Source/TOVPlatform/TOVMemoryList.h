@@ -12,7 +12,7 @@ namespace TOVPlatform
 // block that is freed goes into a list of the thread that frees it, one list for each size, and serves that thread's
 // next request of its size. So neither needs a lock or an atomic operation, whichever thread made the block.
 //
-// A thread makes its lists when it frees its 16th block. The lists of a size hold up to 8 KB. What exceeds this, and
+// A thread makes its lists when it frees its 32nd block. The lists of a size hold up to 8 KB. What exceeds this, and
 // all larger blocks, go back to operator delete at once; the rest does so when the thread ends, or when the thread that
 // unloads the library or ends the process does it.
 //

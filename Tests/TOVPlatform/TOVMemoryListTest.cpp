@@ -153,7 +153,7 @@ TEST_F(TOVMemoryListTest, ServesARequestWithABlockThatWasFreed)
 // Lists cost a thread that frees a few blocks more than they save it.
 TEST_F(TOVMemoryListTest, MakesNoListsForAThreadThatFreesAFewBlocks)
 {
-    constexpr int FEW = 15;
+    constexpr int FEW = 31;
     unsigned long ulOfFew = 0;
     unsigned long ulOfLast = 0;
     std::thread([&] {
