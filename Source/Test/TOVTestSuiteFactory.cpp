@@ -63,7 +63,13 @@ bool CTOVTestSuiteFactory::HasClass(const char* szName)
 tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
 {
     // Every call follows the program's rule. What it exports never changes, so that one look is enough.
-    static const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
+    static decltype(&GetCreatorMapDirect) pfOfProgram = nullptr;
+    static bool bHasLooked = false;
+    if (!bHasLooked)
+    {
+        pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
+        bHasLooked = true;
+    }
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnCreatorMap();
 }
 } // namespace TOVTest
