@@ -33,7 +33,8 @@ struct sBackend
 static const sBackend s_oBackend;
 
 // 1. The library's own suites are registered. Each has a creator, whose destructor unregisters it, and a registration.
-// The first of them creates the factory's map.
+// The first of them creates the factory's map. What follows each other is one object, so that the C library notes one
+// destructor for it: for more than some 30 in a process it takes memory.
 template<class TCreator> struct sSuite
 {
     explicit sSuite(const char* szName) : oRegistration(szName, &oCreator) {}
@@ -41,25 +42,30 @@ template<class TCreator> struct sSuite
     TCreator oCreator;
     TOVTest::sTestRegistration oRegistration;
 };
-static sSuite<CTOVCreator_CTOVContainersTest> s_oContainersTest(s_oTestSuiteNames.szContainers);
-static sSuite<CTOVCreator_CTOVDebugTest> s_oDebugTest(s_oTestSuiteNames.szDebug);
-static sSuite<CTOVCreator_CTOVDesignPatternsTest> s_oDesignPatternsTest(s_oTestSuiteNames.szDesignPatterns);
-static sSuite<CTOVCreator_CTOVExceptionTest> s_oExceptionTest(s_oTestSuiteNames.szException);
-static sSuite<CTOVCreator_CTOVPlatformMemoryApiTest> s_oPlatformMemoryApiTest(s_oTestSuiteNames.szPlatformMemoryApi);
-static sSuite<CTOVCreator_CTOVPlatformAsciiStringApiTest>
-    s_oPlatformAsciiStringApiTest(s_oTestSuiteNames.szPlatformAsciiStringApi);
-static sSuite<CTOVCreator_CTOVPlatformUnicodeStringApiTest>
-    s_oPlatformUnicodeStringApiTest(s_oTestSuiteNames.szPlatformUnicodeStringApi);
-static sSuite<CTOVCreator_CTOVPlatformCharApiTest> s_oPlatformCharApiTest(s_oTestSuiteNames.szPlatformCharApi);
-static sSuite<CTOVCreator_CTOVProcessTest> s_oProcessTest(s_oTestSuiteNames.szProcess);
+struct sFirstSuites
+{
+    sSuite<CTOVCreator_CTOVContainersTest> oContainers{s_oTestSuiteNames.szContainers};
+    sSuite<CTOVCreator_CTOVDebugTest> oDebug{s_oTestSuiteNames.szDebug};
+    sSuite<CTOVCreator_CTOVDesignPatternsTest> oDesignPatterns{s_oTestSuiteNames.szDesignPatterns};
+    sSuite<CTOVCreator_CTOVExceptionTest> oException{s_oTestSuiteNames.szException};
+    sSuite<CTOVCreator_CTOVPlatformMemoryApiTest> oMemoryApi{s_oTestSuiteNames.szPlatformMemoryApi};
+    sSuite<CTOVCreator_CTOVPlatformAsciiStringApiTest> oAsciiStringApi{s_oTestSuiteNames.szPlatformAsciiStringApi};
+    sSuite<CTOVCreator_CTOVPlatformUnicodeStringApiTest> oUnicodeApi{s_oTestSuiteNames.szPlatformUnicodeStringApi};
+    sSuite<CTOVCreator_CTOVPlatformCharApiTest> oCharApi{s_oTestSuiteNames.szPlatformCharApi};
+    sSuite<CTOVCreator_CTOVProcessTest> oProcess{s_oTestSuiteNames.szProcess};
+};
+static sFirstSuites s_oFirstSuites;
 
 // The next suite examines these classes. The first of them creates the debug server and the class server.
 const CTOVClass TOVRttiTest::CBase::_s_oClass("CBase");
 const CTOVClass TOVRttiTest::CClass::_s_oClass("CClass", &CBase::_s_oClass, &IInterface::GetClass());
-static sSuite<CTOVCreator_CTOVRttiTest> s_oRttiTest(s_oTestSuiteNames.szRtti);
-
-static sSuite<CTOVCreator_CTOVStringTest> s_oStringTest(s_oTestSuiteNames.szString);
-static sSuite<CTOVCreator_CTOVSystemTest> s_oSystemTest(s_oTestSuiteNames.szSystem);
+struct sLastSuites
+{
+    sSuite<CTOVCreator_CTOVRttiTest> oRtti{s_oTestSuiteNames.szRtti};
+    sSuite<CTOVCreator_CTOVStringTest> oString{s_oTestSuiteNames.szString};
+    sSuite<CTOVCreator_CTOVSystemTest> oSystem{s_oTestSuiteNames.szSystem};
+};
+static sLastSuites s_oLastSuites;
 
 // 2. The logger is registered: from here on, a debugger receives what the library logs.
 const TOVDebug::CTOVMSDevLogger TOVDebug::CTOVMSDevLogger::_m_this;

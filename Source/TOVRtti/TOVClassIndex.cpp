@@ -1,6 +1,7 @@
 #include <TOVRtti/TOVClassIndex.h>
 
 #include <cstring>
+#include <memory>
 #include <new>
 
 namespace
@@ -50,6 +51,28 @@ std::uint32_t HashOf(const char* szName, std::size_t nLength)
 }
 } // namespace
 
+// The slots are made and freed by the functions that every program uses anyway, since the loader looks for each other
+// one.
+CTOVClassIndex::sSlot* CTOVClassIndex::NewSlots(std::size_t nNumSlots)
+{
+    try
+    {
+        sSlot* const pSlots = std::allocator<sSlot>().allocate(nNumSlots);
+        std::uninitialized_value_construct_n(pSlots, nNumSlots);
+        return pSlots;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
+}
+
+void CTOVClassIndex::FreeSlots()
+{
+    if (m_pSlots != nullptr)
+        std::allocator<sSlot>().deallocate(m_pSlots, m_nNumSlots);
+}
+
 CTOVClass* CTOVClassIndex::Find(const char* szName) const
 {
     if (m_nNumEntries == 0)
@@ -92,7 +115,7 @@ void CTOVClassIndex::Remove(const char* szName)
 
 void CTOVClassIndex::RemoveAll()
 {
-    delete[] m_pSlots;
+    FreeSlots();
     *this = CTOVClassIndex();
 }
 
@@ -110,10 +133,10 @@ std::size_t CTOVClassIndex::FindSlot(const char* szName, std::size_t nLength, st
 
 bool CTOVClassIndex::Grow()
 {
-    constexpr std::size_t MIN_SLOTS = 64;
+    constexpr std::size_t MIN_SLOTS = 32;
     CTOVClassIndex oGrown = {};
     oGrown.m_nNumSlots = m_nNumSlots > 0 ? 2 * m_nNumSlots : MIN_SLOTS;
-    oGrown.m_pSlots = new (std::nothrow) sSlot[oGrown.m_nNumSlots]();
+    oGrown.m_pSlots = NewSlots(oGrown.m_nNumSlots);
     if (oGrown.m_pSlots == nullptr)
         return false;
 
@@ -124,7 +147,7 @@ bool CTOVClassIndex::Grow()
             oGrown.m_pSlots[oGrown.FindSlot(oSlot.szName, oSlot.nLength, oSlot.nHash)] = oSlot;
     }
     oGrown.m_nNumEntries = m_nNumEntries;
-    delete[] m_pSlots;
+    FreeSlots();
     *this = oGrown;
     return true;
 }

@@ -38,6 +38,10 @@ private:
         std::uint32_t nLength;
     };
 
+    // Returns free slots, or null if there is no memory for them.
+    static sSlot* NewSlots(std::size_t nNumSlots);
+    void FreeSlots();
+
     // Returns the slot of a name, or the free slot where it belongs. There must be slots.
     std::size_t FindSlot(const char* szName, std::size_t nLength, std::uint32_t nHash) const;
     std::size_t GetNextSlot(std::size_t nSlot) const { return (nSlot + 1) & (m_nNumSlots - 1); }

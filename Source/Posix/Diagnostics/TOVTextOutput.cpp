@@ -17,8 +17,8 @@ namespace TOVPosix
 {
 namespace
 {
-// Whether the environment asks for the text. It is read once, by the thread that loads the library, which logs then: the
-// environment may change under other threads.
+// Whether the environment asks for the text. It is read once, by the thread that loads the library, which logs then:
+// the environment may change under other threads.
 enum eAsked
 {
     eAskedUnknown,
