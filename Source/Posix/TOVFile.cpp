@@ -65,6 +65,42 @@ bool Fits(std::size_t ulBytes, const char* pBegin, const char* pEnd)
 {
     return pBegin < pEnd && ulBytes - 1 < static_cast<std::size_t>(pEnd - pBegin);
 }
+
+// Makes a stream's buffer begin at a byte that has the system's position.
+void BeginAt(FILE& oFile, char* pByte)
+{
+    oFile._IO_read_base = oFile._IO_read_ptr = oFile._IO_read_end = oFile._IO_write_base = pByte;
+    oFile._offset = -1; // not known to the runtime
+}
+
+// Writes the bytes that a stream holds, and keeps those that the system refuses. Leaves it to the runtime to write wide
+// text, single lines, and what goes to no file.
+bool WriteHeld(FILE& oFile)
+{
+    const int nFile = ::fileno(&oFile);
+    if (oFile._IO_write_ptr <= oFile._IO_write_base || nFile < 0 || ::fwide(&oFile, 0) > 0 || ::__flbf(&oFile) != 0)
+        return true;
+
+    // The system may be ahead of the first byte, by what the stream has read.
+    const off_t llBack = oFile._IO_write_base - oFile._IO_read_end;
+    if (llBack != 0 && ::lseek(nFile, llBack, SEEK_CUR) < 0)
+        return false;
+
+    for (char* pNext = oFile._IO_write_base; pNext != oFile._IO_write_ptr;)
+    {
+        BeginAt(oFile, pNext);
+        const ssize_t nWritten = ::write(nFile, pNext, static_cast<std::size_t>(oFile._IO_write_ptr - pNext));
+        if (nWritten <= 0)
+        {
+            oFile._flags |= _IO_ERR_SEEN;
+            return false;
+        }
+        pNext += nWritten;
+    }
+    oFile._IO_write_ptr = oFile._IO_buf_base;
+    BeginAt(oFile, oFile._IO_buf_base);
+    return true;
+}
 #endif
 } // namespace
 
@@ -202,8 +238,15 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 }
 
 // Flushing a stream that has been read would move the system's position back to that of the stream, for nobody.
-bool FlushBeforeClose(FILE* pFile)
+bool WriteOut(FILE* pFile)
 {
+#if defined(__GLIBC__)
+    ::flockfile(pFile);
+    const bool bWritten = WriteHeld(*pFile);
+    ::funlockfile(pFile);
+    if (!bWritten)
+        return false;
+#endif
     return ::__fpending(pFile) == 0 || ::fflush(pFile) == 0;
 }
 

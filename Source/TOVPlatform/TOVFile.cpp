@@ -168,7 +168,7 @@ eFileErrorCode Close(tHandle hFile)
 
     // Settled: a failed close keeps the file open, so the flush is done by itself, before anything is freed.
     Backend::File::ShareStream(hFile);
-    return ToErrorCode(Backend::File::FlushBeforeClose(pFile) && CStreamUse::CloseStream(hFile, pFile));
+    return ToErrorCode(Backend::File::WriteOut(pFile) && CStreamUse::CloseStream(hFile, pFile));
 }
 
 void Discard(tHandle hFile)
@@ -279,7 +279,7 @@ eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin)
 eFileErrorCode Flush(tHandle hFile)
 {
     const CStreamUse oStream(hFile);
-    return ToErrorCode(oStream != nullptr && std::fflush(oStream) == 0);
+    return ToErrorCode(oStream != nullptr && Backend::File::WriteOut(oStream) && std::fflush(oStream) == 0);
 }
 
 eFileErrorCode Delete(const char* szName)

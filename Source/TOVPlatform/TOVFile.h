@@ -87,9 +87,8 @@ struct sTOVFindData
 // file. A directory is refused, and so is a read-only file if the mode allows writing.
 TOV_EXPORT tHandle Open(const char* szName, const char* szMode);
 
-// Flushes and closes the file. If the flush fails, the file stays open and its handle valid. The data that could not be
-// written may then be lost: the runtime of Linux discards it, so that a second Close succeeds without it. Fails if the
-// slot is empty.
+// Flushes and closes the file. If the flush fails, the file stays open, its handle valid, and what could not be written
+// in its buffer: a later Close writes it, or fails again. Fails if the slot is empty.
 TOV_EXPORT eFileErrorCode Close(tHandle hFile);
 
 // These return the number of whole elements that were transferred: 0 if the slot is empty or the buffer is null. Sizes
@@ -127,6 +126,7 @@ TOV_EXPORT long Tell(tHandle hFile);
 // the file's end. If it fails, the position is unchanged.
 TOV_EXPORT eFileErrorCode Seek(tHandle hFile, long lOffset, eSeekOrigin eOrigin);
 
+// Keeps what could not be written, as Close does.
 TOV_EXPORT eFileErrorCode Flush(tHandle hFile);
 
 // Removes a file. Fails for a directory and for a read-only file.

@@ -6,6 +6,7 @@
 #include <TOVPlatform/Backend/TOVFile.h>
 #include <TOVPlatform/TOVString.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include <direct.h>
@@ -96,6 +97,32 @@ void Fill(sTOVFindData& oFindData, const WIN32_FIND_DATAA& oNative)
     oFindData.ullSize = Join(oNative.nFileSizeHigh, oNative.nFileSizeLow);
     TOVStringA::NCopy(oFindData.szName, oNative.cFileName, static_cast<int>(sizeof oFindData.szName));
 }
+
+// Writes the bytes that a stream holds, and keeps those that the system refuses.
+bool WriteHeld(FILE& oFile)
+{
+    constexpr int USER_BUFFER = 0x100; // the runtime's flag for a buffer of setvbuf
+    const bool bHolds = (oFile._flag & (_IOREAD | _IOWRT)) == _IOWRT && (oFile._flag & (_IOMYBUF | USER_BUFFER)) != 0;
+    if (!bHolds || oFile._ptr <= oFile._base)
+        return true;
+
+    const int nHeld = static_cast<int>(oFile._ptr - oFile._base);
+    const int nWritten = std::max(_write(oFile._file, oFile._base, static_cast<unsigned int>(nHeld)), 0);
+    std::memmove(oFile._base, oFile._base + nWritten, static_cast<std::size_t>(nHeld - nWritten));
+    oFile._ptr -= nWritten;
+    if (nWritten < nHeld)
+    {
+        oFile._cnt += nWritten;
+        oFile._flag |= _IOERR;
+        return false;
+    }
+
+    // The stream is as after a flush: it can be read next if it was opened for both.
+    oFile._cnt = 0;
+    if ((oFile._flag & _IORW) != 0)
+        oFile._flag &= ~_IOWRT;
+    return true;
+}
 } // namespace
 
 void PrepareStreams(unsigned long ulStreams)
@@ -160,9 +187,9 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 }
 
 // A flush can write the file to the disk even if the stream has nothing to write.
-bool FlushBeforeClose(FILE* pFile)
+bool WriteOut(FILE* pFile)
 {
-    return fflush(pFile) == 0;
+    return WriteHeld(*pFile) && fflush(pFile) == 0;
 }
 
 bool CloseStream(FILE* pFile)

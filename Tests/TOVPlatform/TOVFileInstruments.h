@@ -7,6 +7,7 @@
 #include <TOVPlatform/TOVFile.h>
 
 #include <cstdarg>
+#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -63,6 +64,14 @@ inline long CallVprintf(unsigned long long hFile, const char* szFormat, ...)
     const long lCount = TOVPlatform::TOVFile::Vprintf(hFile, szFormat, pArguments);
     va_end(pArguments);
     return lCount;
+}
+
+// Ends a file that Close keeps, as the system does not take what it holds.
+inline void GiveUp(unsigned long long hFile)
+{
+    TOVPlatform::TOVFile::CTOVHandleManager& oManager = TOVPlatform::TOVFile::CTOVHandleManager::Instance();
+    std::fclose(oManager.GetFile(hFile));
+    oManager.ClearHandle(hFile);
 }
 
 // A file of this size that takes no room where the system can.

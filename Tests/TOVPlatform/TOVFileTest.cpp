@@ -272,6 +272,44 @@ TEST_F(TOVPlatformFileTest, KeepsAFileThatItFailsToClose)
     EXPECT_EQ("ok", CloseAndRead(hFile).substr(0, 2));
 }
 
+TEST_F(TOVPlatformFileTest, LosesNothingWhenItFailsToClose)
+{
+    for (const char* szMode : {"wb", "ab", "w+b", "r+b", "wt"})
+    {
+        const unsigned long long hFile = OpenWith("", szMode);
+        FILE* const pFile = File::CTOVHandleManager::Instance().GetFile(hFile);
+        File::Write(hFile, "text", 1, 4);
+        {
+            CUnusableStream oUnusable(pFile);
+            EXPECT_EQ(File::eFileFailure, File::Close(hFile)) << szMode;
+            EXPECT_EQ(File::eFileFailure, File::Flush(hFile)) << szMode;
+            EXPECT_EQ(File::eFileFailure, File::Close(hFile)) << szMode;
+        }
+
+        EXPECT_EQ("text", CloseAndRead(hFile)) << szMode;
+    }
+}
+
+TEST_F(TOVPlatformFileTest, LosesNothingWhenItFailsToFlush)
+{
+    const unsigned long long hFile = OpenWith("", "w+b");
+    FILE* const pFile = File::CTOVHandleManager::Instance().GetFile(hFile);
+    File::Write(hFile, "one", 1, 3);
+    {
+        CUnusableStream oUnusable(pFile);
+        EXPECT_EQ(File::eFileFailure, File::Flush(hFile));
+        EXPECT_EQ(5u, File::Write(hFile, " more", 1, 5));
+    }
+
+    EXPECT_EQ(File::eFileSuccess, File::Flush(hFile));
+    EXPECT_EQ("one more", ReadWholeFile(Path("contents")));
+    EXPECT_EQ(8, File::Tell(hFile));
+    EXPECT_EQ(File::eFileSuccess, File::Seek(hFile, 4, File::eSeekOriginStart));
+    char szRead[8] = {};
+    EXPECT_EQ(4u, File::Read(hFile, szRead, 1, 8));
+    EXPECT_STREQ("more", szRead);
+}
+
 TEST_F(TOVPlatformFileTest, DeletesAFile)
 {
     WriteWholeFile(Path("old"), "text");

@@ -54,9 +54,9 @@ std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::si
 // Writes the text that TOVStringA::VSNPrintf makes. Returns its length in characters, negative on error.
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments);
 
-// Flushes a stream that is about to be closed. Where a flush has no effect on a stream without unwritten data, such a
-// stream may be left as it is.
-bool FlushBeforeClose(FILE* pFile);
+// Passes what the stream holds on to the system. Keeps in the stream what the system refuses, so that a later call can
+// write it: fflush of the runtimes drops it. A stream without unwritten data may be left as it is.
+bool WriteOut(FILE* pFile);
 
 // Closes a flushed stream. Returns whether the system has closed it without a failure; one that the stream
 // had earlier does not count. The runtime frees the stream in any case.

@@ -13,6 +13,12 @@ int RefuseToFlush(FILE*)
     errno = ENOSPC;
     return EOF;
 }
+
+int RefuseToWrite(int, const void*, unsigned int)
+{
+    errno = ENOSPC;
+    return -1;
+}
 } // namespace
 
 struct CFullDisk::sSystem
@@ -20,6 +26,7 @@ struct CFullDisk::sSystem
     const CTempFolder oFolder;
     const std::string sFile = oFolder.File("full");
     const CImportHook oFlush{"fflush", &RefuseToFlush};
+    const CImportHook oWrite{"_write", &RefuseToWrite};
 };
 
 CFullDisk::CFullDisk() : m_pSystem(std::make_unique<sSystem>())

@@ -210,11 +210,7 @@ TEST_F(TOVPlatformStreamStageTest, FailsAtAClosedDescriptorWhereTheRuntimeDoes)
     EXPECT_GT(m_nFailures, 10);
 
     std::fclose(pPlain);
-    while (File::Close(hFile) != File::eFileSuccess) // a failed flush keeps the file, without what it held
-    {
-        if (File::CTOVHandleManager::Instance().GetFile(hFile) == nullptr)
-            break;
-    }
+    GiveUp(hFile);
 }
 
 TEST_F(TOVPlatformStreamStageTest, FailsAtTheLimitOfSizesWhereTheRuntimeDoes)
@@ -232,6 +228,44 @@ TEST_F(TOVPlatformStreamStageTest, FailsAtTheLimitOfSizesWhereTheRuntimeDoes)
                 return false;
         }
         return m_nFailures > 10 && SizeOnDisk(Path("contents")) == 50000 && SizeOnDisk(Path("plain")) == 50000;
+    }));
+}
+
+TEST_F(TOVPlatformStreamStageTest, IsWrittenOutInPartsAsTheLimitOfSizesAllows)
+{
+    EXPECT_TRUE(IsTrueInFork([&] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        rlimit oLimit = {};
+        ::getrlimit(RLIMIT_FSIZE, &oLimit);
+        for (const char* szMode : {"wb", "ab", "w+b", "r+b"})
+        {
+            // What has been read ahead stands in the buffer before what is written.
+            const tFile hFile = OpenWith("head-and-more", szMode);
+            std::string sExpected = *szMode == 'w' ? "" : "head-and-more";
+            if (*szMode == 'r')
+            {
+                char szHead[4];
+                File::Read(hFile, szHead, 1, sizeof szHead);
+                File::Seek(hFile, 0, File::eSeekOriginCurrent);
+                sExpected = "head";
+            }
+            sExpected += m_sBytes.substr(0, 3000);
+            File::Write(hFile, m_sBytes.data(), 1, 1000);
+            File::Write(hFile, &m_sBytes[1000], 1, 2000);
+
+            for (rlim_t ulSize = 0; ulSize < sExpected.size(); ulSize += 1 + ulSize / 2)
+            {
+                const rlimit oSmall = {ulSize, oLimit.rlim_max};
+                ::setrlimit(RLIMIT_FSIZE, &oSmall);
+                const bool bFailed = (ulSize % 2 == 0 ? File::Close(hFile) : File::Flush(hFile)) == File::eFileFailure;
+                ::setrlimit(RLIMIT_FSIZE, &oLimit);
+                if (!bFailed)
+                    return false;
+            }
+            if (File::Close(hFile) != File::eFileSuccess || ReadWholeFile(Path("contents")) != sExpected)
+                return false;
+        }
+        return true;
     }));
 }
 
