@@ -28,7 +28,8 @@ struct sFormatItem
     bool bSpace = false;
     bool bZero = false;
     bool bHasPrecision = false;
-    int nAlternates = 0; // how many times the flag # is given
+    bool bPrintedOtherwise = false; // the print reads the item as another one, and takes other arguments
+    int nAlternates = 0;            // how many times the flag # is given
     int nWidth = 0;
     int nPrecision = 0;
     eFormatModifier eModifier = eFormatModifier::None;
@@ -199,11 +200,17 @@ template<eFormatUse USE, class tUnit> bool ReadModifier(const tUnit*& szFormat, 
 template<class tUnit> sFormatItem ReadMeasuredItem(const tUnit*& szFormat, CTOVArgumentList& oArguments)
 {
     sFormatItem oItem;
-    do
+    ReadFlags(szFormat, oItem);
+    const tUnit* szWidthEnd = nullptr;
+    while (ReadListedWidth(szFormat, oArguments, oItem))
+    {
+        if (szWidthEnd == nullptr)
+            szWidthEnd = szFormat;
         ReadFlags(szFormat, oItem);
-    while (ReadListedWidth(szFormat, oArguments, oItem));
+    }
     if (oItem.nWidth == 0)
         oItem.nWidth = ReadNumber(szFormat);
+    oItem.bPrintedOtherwise = szWidthEnd != nullptr && szFormat != szWidthEnd;
     ReadPrecision(szFormat, oArguments, oItem);
     ReadModifier<eFormatUse::Measure>(szFormat, oItem);
     return oItem;

@@ -59,11 +59,11 @@ typedef wchar_t tUnit;
 
 int MeasureFormat(const char* szFormat, va_list pArguments)
 {
-    return Narrow::CFormatMeasure(szFormat, pArguments).Measure();
+    return Narrow::MeasureText(szFormat, pArguments);
 }
 
 int MeasureFormat(const wchar_t* szFormat, va_list pArguments)
 {
-    return Wide::CFormatMeasure(szFormat, pArguments).Measure();
+    return Wide::MeasureText(szFormat, pArguments);
 }
 } // namespace TOVPlatform

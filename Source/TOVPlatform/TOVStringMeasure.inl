@@ -32,6 +32,9 @@ public:
 
     int Measure();
 
+    // Whether the print of the measured format takes the arguments in the same way.
+    bool IsPrintedAlike() const { return m_bPrintedAlike; }
+
 private:
     static constexpr bool IS_WIDE_FORMAT = sizeof(tUnit) > sizeof(char);
 
@@ -51,6 +54,7 @@ private:
 
     const tUnit* m_szPosition;
     CTOVArgumentList m_oArguments;
+    bool m_bPrintedAlike = true;
     long long m_llItems = 0;            // the sizes of the conversions
     long long m_llGenerousLiterals = 0; // literal text counts the rest of the format at each position
     long long m_llPlainLiterals = 0;    // each literal unit counts once
@@ -104,6 +108,7 @@ sFormatItem CFormatMeasure::ReadItem()
 void CFormatMeasure::MeasureItem()
 {
     const sFormatItem oItem = ReadItem();
+    m_bPrintedAlike = m_bPrintedAlike && !oItem.bPrintedOtherwise;
     m_llItems += oItem.nAlternates * ALTERNATE_FORM_SIZE;
 
     // Small letters take text of the format's own width, capitals take text of the other width.
@@ -276,4 +281,18 @@ long long CFormatMeasure::RealLength(const sFormatItem& oItem, bool bSign, long 
 
     const long long llPrinted = std::min(llDigits, MAX_REAL_DIGITS);
     return (llDigits - llPrinted) + PrintedLength(oFormat.GetText(), static_cast<int>(llPrinted), dValue);
+}
+
+int MeasureText(const tUnit* szFormat, va_list pArguments)
+{
+    CFormatMeasure oMeasure(szFormat, pArguments);
+    const int nBound = oMeasure.Measure();
+    if (nBound < 0 || oMeasure.IsPrintedAlike())
+        return nBound;
+
+    va_list pAgain;
+    va_copy(pAgain, pArguments);
+    const int nLength = Backend::PrintedLength(szFormat, pAgain);
+    va_end(pAgain);
+    return std::max(nBound, nLength);
 }

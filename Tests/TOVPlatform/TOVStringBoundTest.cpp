@@ -232,6 +232,16 @@ TYPED_TEST(TOVPlatformBoundTest, ReadsAWidthBehindAWidthOfZero)
     EXPECT_EQ(40, BoundOf<TypeParam>("%*40d", 0, 7));
 }
 
+// The print reads one star, and so takes other arguments for the next conversions than the measure does.
+TYPED_TEST(TOVPlatformBoundTest, CoversTheConversionsAfterOneWithSeveralStars)
+{
+    ExpectCovers<TypeParam>("%***d|%*d", 1, 2000, 1, 1, 1);
+    ExpectCovers<TypeParam>("%**d|%*d", 1, 2000, 1, 1, 1);
+    ExpectCovers<TypeParam>("%*-d|%*d", 1, 2000, 1, 1, 1);
+    ExpectCovers<TypeParam>("%*#*d%d%*d|", 1, 2, 2000, 1, 1, 1, 1);
+    ExpectCovers<TypeParam>("%*5d|%*d", 0, 2000, 1, 1, 1);
+}
+
 TYPED_TEST(TOVPlatformBoundTest, RefusesANegativeWidth)
 {
     EXPECT_CHECK_AT(STRING_SOURCE, "nWidth >= 0", BoundOf<TypeParam>("%*d", -1, 7));
