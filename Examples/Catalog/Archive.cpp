@@ -6,7 +6,9 @@
 #include <TOVString/TOVCrc.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+#include <system_error>
 
 namespace
 {
@@ -123,8 +125,15 @@ void CArchive::Fill()
     Sum();
     m_nUsed = m_nSummed = 0;
     m_nFilled = static_cast<std::size_t>(std::min<unsigned long long>(m_aBuffer.size(), m_ullInStream));
+    errno = 0;
     m_oStream.Read(m_aBuffer.data(), m_nFilled);
+    const int nError = errno;
     m_ullInStream -= m_nFilled;
+    m_ullRead += m_nFilled;
+
+    // A stream does not report a failure, but its position does not move past bytes that it could not read.
+    if (m_oStream.Tell() != m_ullRead)
+        throw CCatalogError("cannot be read" + (nError != 0 ? ": " + std::generic_category().message(nError) : ""));
 }
 
 // Writes the bytes in the buffer.

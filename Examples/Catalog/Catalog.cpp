@@ -1,8 +1,23 @@
 #include "Catalog.h"
 
+#include "Console.h"
+
 #include <Path/TOVPath.h>
 
 #include <system_error>
+
+void CNameList::Add(const CTOVStringA& oName)
+{
+    m_sNames += ~oName;
+    m_aEnds.push_back(static_cast<std::uint32_t>(m_sNames.size()));
+}
+
+CTOVStringA CNameList::operator[](long lName) const
+{
+    const std::size_t nName = static_cast<std::size_t>(lName);
+    const std::size_t nBegin = nName > 0 ? m_aEnds[nName - 1] : 0;
+    return CTOVStringA(m_sNames.substr(nBegin, m_aEnds[nName] - nBegin).c_str());
+}
 
 int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond)
 {
@@ -31,6 +46,25 @@ void AppendPath(std::string& sPath, const char* szName)
     if (!sPath.empty() && sPath.back() != '/')
         sPath += '/';
     sPath += szName;
+}
+
+CTOVStringA TargetOf(const CTOVStringA& oName)
+{
+    constexpr int MAX_LINKS = 40; // as many as the systems follow
+    std::error_code oError;
+    std::filesystem::path oPath = SystemPath(oName);
+    if (!std::filesystem::is_symlink(oPath, oError))
+        return oName;
+
+    // In a directory that all users can write, a system can refuse to follow the link of another user.
+    const bool bRefused = std::filesystem::status(oPath, oError).type() == std::filesystem::file_type::none;
+    for (int i = 0; !bRefused && i < MAX_LINKS; ++i)
+    {
+        if (!std::filesystem::is_symlink(oPath, oError))
+            return CTOVStringA(oPath.string().c_str());
+        oPath = oPath.parent_path() / std::filesystem::read_symlink(oPath, oError);
+    }
+    throw CCatalogError(std::string(~Printable(oName)) + " is a link that cannot be followed");
 }
 
 std::filesystem::path SystemPath(const CTOVStringA& oName)

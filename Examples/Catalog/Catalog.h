@@ -4,9 +4,11 @@
 #include <TOVContainers/TOVArray.h>
 #include <TOVString/TOVStringA.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 // Each catalogue begins with these bytes.
 constexpr char CATALOG_MAGIC[] = {'T', 'O', 'V', 'C', 'A', 'T', 'L', 'G'};
@@ -30,11 +32,28 @@ struct sFileRecord
     tDword dwCrc = 0; // CRC-32, the same as in zip and PNG
 };
 
+// A list of names or patterns. They stand in one block, since a damaged or hostile catalogue can have millions of them.
+class CNameList
+{
+public:
+    // Makes room for a number of names.
+    void Reserve(long lCount) { m_aEnds.reserve(static_cast<std::size_t>(lCount)); }
+    void Add(const CTOVStringA& oName);
+
+    CTOVStringA operator[](long lName) const;
+    long GetSize() const { return static_cast<long>(m_aEnds.size()); }
+    bool IsEmpty() const { return m_aEnds.empty(); }
+
+private:
+    std::string m_sNames;
+    std::vector<std::uint32_t> m_aEnds; // of each name in the block
+};
+
 struct sCatalog
 {
-    CTOVArray<CTOVStringA> aDirectories; // as given on the command line
-    CTOVArray<CTOVStringA> aPatterns;    // empty: every file
-    CTOVArray<sFileRecord> aFiles;       // sorted by CompareRecords
+    CNameList aDirectories;        // as given on the command line
+    CNameList aPatterns;           // empty: every file
+    CTOVArray<sFileRecord> aFiles; // sorted by CompareRecords
 };
 
 // Compares the directories, then the paths by their bytes. Returns a number below 0, 0 or a number above 0.
@@ -47,6 +66,11 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 // path, unless it is empty, in the same way.
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);
 void AppendPath(std::string& sPath, const char* szName);
+
+// Returns the name to which a link leads, over any further links, even if nothing has that name. Any other name is
+// returned unchanged. Throws CCatalogError for a link that leads to itself, or that the system does not allow to
+// follow.
+CTOVStringA TargetOf(const CTOVStringA& oName);
 
 // Converts a name for the system's own functions. The library reads a backslash as a separator if no entry has that
 // exact name; the system does not.

@@ -1,6 +1,7 @@
 #include "CatalogFile.h"
 
 #include "Archive.h"
+#include "Console.h"
 #include "UnfinishedCatalog.h"
 
 #include <File/TOVFile.h>
@@ -54,24 +55,40 @@ int PassEach(CArchive& oArchive, CTOVArray<T>& aElements, int nSmallest, bool bK
     return nCount;
 }
 
-int SerializeTexts(CArchive& oArchive, CTOVArray<CTOVStringA>& aTexts, bool bKeep)
+// Writes the names of a list. If it is empty, reads them, and keeps them if bKeep. Returns their number.
+int SerializeNames(CArchive& oArchive, CNameList& aNames, bool bKeep)
 {
-    return PassEach(oArchive, aTexts, SMALLEST_TEXT, bKeep, [&](CTOVStringA& oText) { oArchive.Text(oText); });
+    const int nHeld = static_cast<int>(aNames.GetSize());
+    int nCount = nHeld;
+    oArchive.Count(nCount, SMALLEST_TEXT);
+    if (bKeep)
+        aNames.Reserve(nCount);
+    for (int i = 0; i < nCount; ++i)
+    {
+        CTOVStringA oName;
+        if (i < nHeld)
+            oName = aNames[i];
+        oArchive.Text(oName);
+        if (i >= nHeld && bKeep)
+            aNames.Add(oName);
+    }
+    return nCount;
 }
 
 // Returns the number of directories.
 int SerializeSelection(CArchive& oArchive, sCatalog& oCatalog, bool bKeep)
 {
     oArchive.Begin(SELECTION_VERSION);
-    const int nDirectories = SerializeTexts(oArchive, oCatalog.aDirectories, bKeep);
-    SerializeTexts(oArchive, oCatalog.aPatterns, bKeep);
+    const int nDirectories = SerializeNames(oArchive, oCatalog.aDirectories, bKeep);
+    SerializeNames(oArchive, oCatalog.aPatterns, bKeep);
     return nDirectories;
 }
 
 int SerializeOnlyDirectory(CArchive& oArchive, sCatalog& oCatalog)
 {
-    oCatalog.aDirectories.Resize(1);
-    oArchive.Text(oCatalog.aDirectories[0]);
+    CTOVStringA oDirectory;
+    oArchive.Text(oDirectory);
+    oCatalog.aDirectories.Add(oDirectory);
     return 1;
 }
 
@@ -149,7 +166,7 @@ CTOVStringA AssignDirectoryOf(const CTOVStringA& oName)
 
 CCatalogError About(const CTOVStringA& oName, const char* szWhat)
 {
-    return CCatalogError(std::string(~oName) + " " + szWhat);
+    return CCatalogError(std::string(~Printable(oName)) + " " + szWhat);
 }
 
 // Returns whether an existing entry is a file. Pipes and devices have no attributes.
@@ -228,15 +245,23 @@ void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
     LoadNamed(oName, false, fnVisit);
 }
 
+void RequireReplaceable(const CTOVStringA& oName)
+{
+    if (!CTOVPath(oName).DoesExist())
+        return;
+    // Otherwise a device would be replaced by a file.
+    if (!IsFile(oName))
+        throw About(oName, "cannot be written: it is no file");
+    if ((TOVPlatform::TOVFile::GetAttributes(~oName) & TOVPlatform::TOVFile::eFileAttributeReadOnly) != 0)
+        throw About(oName, "cannot be written: it is read-only");
+}
+
 void SaveCatalog(const CTOVStringA& oName, sCatalog& oCatalog)
 {
-    // Otherwise a device would be replaced by a file.
-    if (CTOVPath(oName).DoesExist() && !IsFile(oName))
-        throw About(oName, "cannot be written: it is no file");
-
+    RequireReplaceable(oName);
     try
     {
-        CUnfinishedCatalog oUnfinished(oName);
+        CUnfinishedCatalog oUnfinished(TargetOf(oName));
         const CTOVStringA oAssigned = AssignDirectoryOf(oUnfinished.GetName());
         {
             CTOVWriteFileStream oStream(~oAssigned, false, 0);

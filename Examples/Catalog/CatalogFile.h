@@ -15,7 +15,12 @@ sCatalog LoadCatalog(const CTOVStringA& oName);
 typedef std::function<void(const sCatalog&, const sFileRecord&)> tRecordVisitor;
 void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit);
 
+// Throws CCatalogError if something has this name that SaveCatalog does not replace: anything that is not a file, and a
+// read-only file.
+void RequireReplaceable(const CTOVStringA& oName);
+
 // Writes a new file beside the catalogue, and replaces the catalogue by it only after the new file has been read back
 // and checked: after a failure or an interrupt, an existing catalogue is unchanged. The catalogue in memory is not
-// changed either; it is no constant because writing and reading are one sequence of calls. Throws CCatalogError.
+// changed either; it is no constant because writing and reading are one sequence of calls. If the name is that of a
+// link, the file that it leads to is replaced or created, and the link is kept. Throws CCatalogError.
 void SaveCatalog(const CTOVStringA& oName, sCatalog& oCatalog);

@@ -23,8 +23,8 @@ struct sFound
     tUnreadable aUnreadable;
 
     // The directories and patterns for which no file was found.
-    CTOVArray<CTOVStringA> aEmptyDirectories;
-    CTOVArray<CTOVStringA> aUnmatchedPatterns;
+    CNameList aEmptyDirectories;
+    CNameList aUnmatchedPatterns;
 };
 
 // Finds the present files of a catalogue's directories, sorted by CompareRecords. They have no checksums yet. Throws
@@ -92,7 +92,7 @@ void ReportNothing(const sFound& oFound)
         Report(stderr, "unmatched", oFound.aUnmatchedPatterns[i]);
 }
 
-std::string JoinNames(const CTOVArray<CTOVStringA>& aNames)
+std::string JoinNames(const CNameList& aNames)
 {
     std::string sNames;
     for (long i = 0; i < aNames.GetSize(); ++i)
@@ -230,6 +230,7 @@ int CreateCatalog(const sCreateOptions& oOptions, const std::atomic<bool>& bStop
         if (!oDirectory.DoesExist() || !oDirectory.IsDirectory())
             throw CCatalogError(std::string(~Printable(oCatalog.aDirectories[i])) + " is no directory");
     }
+    RequireReplaceable(oOptions.oCatalog);
 
     const sFound oFound = FindFiles(oCatalog, oOptions.oCatalog, oCatalog.aFiles, oOptions.nThreads, bStop);
     const bool bFoundFiles = !oCatalog.aFiles.IsEmpty();

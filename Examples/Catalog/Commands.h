@@ -15,8 +15,8 @@ enum eExitStatus
 struct sCreateOptions
 {
     CTOVStringA oCatalog;
-    CTOVArray<CTOVStringA> aDirectories;
-    CTOVArray<CTOVStringA> aPatterns;
+    CNameList aDirectories;
+    CNameList aPatterns;
     int nThreads = 1;
     bool bAllowEmpty = false;
 };

@@ -2,12 +2,31 @@
 
 #include "CatalogSystem.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string>
 
 namespace
 {
 constexpr double BYTES_PER_MEGABYTE = 1000000.0;
+
+// Returns whether a terminal shows a character as such. The others control it, change the direction of the text, or are
+// not visible at all. Two invisible ones that words need are shown: the joiner and the non-joiner.
+bool IsShown(char32_t cCharacter)
+{
+    constexpr struct
+    {
+        char32_t cFirst;
+        char32_t cLast;
+    } HIDDEN[] = {
+        {0x0000, 0x001f}, {0x007f, 0x009f}, {0x00ad, 0x00ad},   {0x061c, 0x061c}, {0x180e, 0x180e},
+        {0x200b, 0x200b}, {0x200e, 0x200f}, {0x2028, 0x202e},   {0x2060, 0x206f}, {0xfeff, 0xfeff},
+        {0xfff0, 0xfffb}, {0xfffe, 0xffff}, {0xe0000, 0xe0fff},
+    };
+    return std::none_of(std::begin(HIDDEN), std::end(HIDDEN),
+                        [&](const auto& oRange) { return oRange.cFirst <= cCharacter && cCharacter <= oRange.cLast; });
+}
 
 double Seconds(std::chrono::steady_clock::duration oTime)
 {
@@ -19,13 +38,22 @@ CTOVStringA Printable(const CTOVStringA& oName)
 {
     // A std::string is used, as each append to a string of the library makes a new block.
     std::string sShown;
-    for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0'; ++p)
+    for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0';)
     {
-        const unsigned char nCharacter = static_cast<unsigned char>(*p);
-        char szEscape[5] = {*p, '\0'};
-        if (nCharacter < 0x20 || nCharacter == 0x7f)
-            std::snprintf(szEscape, sizeof(szEscape), "\\x%02x", nCharacter);
-        sShown += szEscape;
+        char32_t cCharacter = 0;
+        const int nBytes = ReadCharacter(p, cCharacter);
+        const char* const pEnd = p + std::max(nBytes, 1);
+        if (nBytes > 0 && IsShown(cCharacter))
+        {
+            sShown.append(p, pEnd);
+            p = pEnd;
+        }
+        for (; p != pEnd; ++p)
+        {
+            char szEscape[5];
+            std::snprintf(szEscape, sizeof(szEscape), "\\x%02x", static_cast<unsigned char>(*p));
+            sShown += szEscape;
+        }
     }
     return CTOVStringA(sShown.c_str());
 }

@@ -5,7 +5,8 @@
 
 #include <chrono>
 
-// Returns a name in a form for one line: control characters become \xNN.
+// Returns a name in a form for one line: bytes become \xNN if they are no character of the system's names, and those of
+// control characters, direction marks and other characters that cannot be seen.
 CTOVStringA Printable(const CTOVStringA& oName);
 
 // Shows a line with the progress of long work, if standard error is a terminal, after the first half second. The

@@ -1,5 +1,6 @@
 // tovcatalog finds out whether files have changed, by a catalogue of their sizes and checksums.
 
+#include "CatalogSystem.h"
 #include "Commands.h"
 
 #include <Debug/TOVException.h>
@@ -26,9 +27,9 @@ CTOVStringA ToString(const std::string& sText)
     return CTOVStringA(sText.c_str());
 }
 
-CTOVArray<CTOVStringA> ToArray(const std::vector<std::string>& aTexts)
+CNameList ToList(const std::vector<std::string>& aTexts)
 {
-    CTOVArray<CTOVStringA> aResult;
+    CNameList aResult;
     for (const std::string& sText : aTexts)
         aResult.Add(ToString(sText));
     return aResult;
@@ -65,10 +66,13 @@ void DefineCreate(CLI::App& oCommand, sOptions& oOptions)
 {
     const CLI::Validator oNotTooLong(
         [](const std::string& sText) { return sText.size() > LONGEST_NAME ? "is too long" : ""; }, "");
-    oCommand.add_option("CATALOG", oOptions.sCatalog, "File to write; replaced only when all went well")
+    oCommand
+        .add_option("CATALOG", oOptions.sCatalog,
+                    "File to write; replaced only when all went well, and not if read-only")
         ->required()
         ->check(NotEmpty());
-    oCommand.add_option("DIRECTORY", oOptions.aDirectories, "Directories, each with all its subdirectories")
+    oCommand
+        .add_option("DIRECTORY", oOptions.aDirectories, "Directories, each with its subdirectories, up to 200 levels")
         ->required()
         ->check(NotEmpty());
     oCommand.add_option("--pattern", oOptions.aPatterns, "Only files of such names, with * and ?; may be given again")
@@ -95,8 +99,8 @@ int Create(const sOptions& oGiven)
 {
     sCreateOptions oOptions;
     oOptions.oCatalog = ToString(oGiven.sCatalog);
-    oOptions.aDirectories = ToArray(oGiven.aDirectories);
-    oOptions.aPatterns = ToArray(oGiven.aPatterns);
+    oOptions.aDirectories = ToList(oGiven.aDirectories);
+    oOptions.aPatterns = ToList(oGiven.aPatterns);
     oOptions.nThreads = oGiven.nThreads;
     oOptions.bAllowEmpty = oGiven.bAllowEmpty;
     return CreateCatalog(oOptions, g_bStop);
@@ -135,13 +139,15 @@ int main(int nArguments, char** aszArguments)
         return oProgram.exit(oError) == 0 ? eExitSame : eExitFailure;
     }
 
-    std::signal(SIGINT, &StopWork);
-    std::signal(SIGTERM, &StopWork);
+    CatchEndSignals(&StopWork);
     try
     {
         const CTOVStringA oCatalog = ToString(oOptions.sCatalog);
         if (pCreate->parsed())
+        {
+            IgnoreClosedPipes(); // the new file must not be left behind
             return Finish(Create(oOptions));
+        }
         if (pVerify->parsed())
             return Finish(VerifyCatalog(oCatalog, oOptions.nThreads, oOptions.bAllowEmpty, g_bStop));
         return Finish(ListCatalog(oCatalog));

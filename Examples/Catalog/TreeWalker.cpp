@@ -125,8 +125,8 @@ bool HasWildcard(const std::string& sName)
 }
 } // namespace
 
-CTreeWalker::CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles,
-                         tUnreadable& aUnreadable, const std::atomic<bool>& bStop, int nThreads)
+CTreeWalker::CTreeWalker(const CNameList& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
+                         const std::atomic<bool>& bStop, int nThreads)
     : m_aPatterns(aPatterns), m_aFiles(aFiles), m_aUnreadable(aUnreadable), m_bStop(bStop), m_nThreads(nThreads),
       m_aMatched(static_cast<std::size_t>(aPatterns.GetSize()))
 {
@@ -135,6 +135,8 @@ CTreeWalker::CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFil
 void CTreeWalker::Exclude(const CTOVStringA& oName)
 {
     m_aExcluded.push_back({~oName, ~CTOVPath(oName).GetFileName(true)});
+    if (TargetOf(oName) != oName)
+        Exclude(TargetOf(oName));
 }
 
 void CTreeWalker::Walk(int nDirectory, const CTOVStringA& oDirectory)
@@ -151,8 +153,11 @@ void CTreeWalker::Walk(int nDirectory, const CTOVStringA& oDirectory)
             AddLevel(nBegin, nEnd);
         nBegin = nEnd;
     }
-    CollectFiles(m_aTree.front());
-    CollectUnreadable(m_aTree.front());
+    if (!m_bStop)
+    {
+        CollectFiles(m_aTree.front());
+        CollectUnreadable(m_aTree.front());
+    }
     m_aTree.clear();
 }
 
@@ -210,6 +215,8 @@ void CTreeWalker::Read(sDirectory& oDirectory) const
     std::vector<std::string> aNames; // of the files found, in their order
     tMatching aMatching;
     ReadEntries(oDirectory, sFullPath, aMatching, aNames);
+    if (m_bStop)
+        return;
 
     // This is done after the search, which may have changed the working directory, to which names are relative.
     oDirectory.aMatched.resize(aMatching.size());
@@ -305,7 +312,7 @@ bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, tMatching& a
     for (long i = 0; i < m_aPatterns.GetSize(); ++i)
     {
         CSearch oSearch(JoinPath(oSearchDirectory, m_aPatterns[i]));
-        for (; oSearch.HasEntry(); oSearch.Next())
+        for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
         {
             oSearch.GetName(sName);
             aMatching[static_cast<std::size_t>(i)].insert(sName);

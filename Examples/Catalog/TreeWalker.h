@@ -9,7 +9,7 @@
 #include <vector>
 
 // The names of the files and directories that could not be read.
-typedef CTOVArray<CTOVStringA> tUnreadable;
+typedef CNameList tUnreadable;
 
 // Walks one directory with all its subdirectories. It adds a record with path and size, and no checksum yet, for each
 // file that matches one of the patterns; without patterns, every file matches. The records of a walk are sorted by
@@ -20,7 +20,7 @@ class CTreeWalker
 {
 public:
     // Ends early when bStop becomes true. With more than one thread, the directories of a level are read side by side.
-    CTreeWalker(const CTOVArray<CTOVStringA>& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
+    CTreeWalker(const CNameList& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
                 const std::atomic<bool>& bStop, int nThreads = 1);
 
     // Adds a file that the walk shall skip: the catalogue itself.
@@ -68,7 +68,7 @@ private:
         std::string sFileName;
     };
 
-    const CTOVArray<CTOVStringA>& m_aPatterns;
+    const CNameList& m_aPatterns;
     CTOVArray<sFileRecord>& m_aFiles;
     tUnreadable& m_aUnreadable;
     const std::atomic<bool>& m_bStop;

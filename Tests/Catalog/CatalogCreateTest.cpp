@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
+#include <utility>
 
 namespace
 {
@@ -318,7 +320,21 @@ TEST_F(CatalogCreateTest, TakesNamesOfManyKinds)
         Write(sName, sName);
     std::sort(aNames.begin(), aNames.end());
 
-    EXPECT_EQ(aNames, NamesWith({}));
+    tNames aShown = aNames;
+    for (std::string& sName : aShown)
+    {
+        // On Linux these bytes are no characters, and are shown as numbers.
+        for (const auto& oByte : {std::pair("\xE9", "\\xe9"), std::pair("\xFC \xDF/\xC4", "\\xfc \\xdf/\\xc4")})
+        {
+            const std::size_t nPlace = TOV_SYSTEM_WINDOWS ? sName.npos : sName.find(oByte.first);
+            if (nPlace != sName.npos)
+                sName.replace(nPlace, std::strlen(oByte.first), oByte.second);
+        }
+    }
+    tNames aFound = NamesWith({});
+    std::sort(aFound.begin(), aFound.end());
+    std::sort(aShown.begin(), aShown.end());
+    EXPECT_EQ(aShown, aFound);
     EXPECT_EQ(0, Run({"verify", "c.cat"}).nExitCode);
 
     for (const std::string& sName : aNames)

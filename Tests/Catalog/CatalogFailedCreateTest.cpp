@@ -3,6 +3,8 @@
 #include "Catalog/CatalogInstruments.h"
 #include "Support/TOVTerminal.h"
 
+#include <TOVPlatform/TOVFile.h>
+
 namespace
 {
 class CatalogFailedCreateTest : public CatalogTest
@@ -26,6 +28,21 @@ protected:
     }
 };
 } // namespace
+
+TEST_F(CatalogFailedCreateTest, LeavesACatalogueThatIsReadOnly)
+{
+    namespace File = TOVPlatform::TOVFile;
+    Write("tree/a", "x");
+    Write("c.cat", EXISTING);
+    ASSERT_TRUE(File::SetAttributes(Path("c.cat").c_str(), File::eFileAttributeReadOnly));
+
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree"}), "c.cat cannot be written: it is read-only"));
+
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+    EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
+    ASSERT_TRUE(File::SetAttributes(Path("c.cat").c_str(), File::eFileAttributeNormal));
+    Create({"c.cat", "tree"});
+}
 
 TEST_F(CatalogFailedCreateTest, LeavesItWhenADirectoryIsWrong)
 {

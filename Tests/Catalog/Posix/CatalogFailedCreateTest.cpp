@@ -91,7 +91,7 @@ TEST_F(CatalogPosixFailedCreateTest, LeavesItOrHasTheNewOneAtEachMoment)
     int nWithNew = 0;
     int nWithout = 0;
 
-    const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
+    const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&](int) {
         const std::string sNow = Exists("c.cat") ? Read("c.cat") : "";
         nWithOld += sNow == EXISTING ? 1 : 0;
         nWithNew += sNow == sGood ? 1 : 0;
@@ -119,6 +119,23 @@ TEST_F(CatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
     }
     Remove("tree/big");
     ExpectThatTheNextOneSucceeds();
+}
+
+// Each signal comes while the new file is there.
+TEST_F(CatalogPosixFailedCreateTest, LeavesNoNewFileWhicheverSignalComes)
+{
+    for (const int nSignal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
+    {
+        bool bSent = false;
+        const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&](int nProcess) {
+            if (!bSent && Exists("tovcatalog-1.new"))
+                bSent = ::kill(nProcess, nSignal) == 0;
+        });
+
+        EXPECT_TRUE(bSent) << nSignal;
+        EXPECT_TRUE(nExitCode == 0 || nExitCode == 2) << nSignal << ": " << nExitCode;
+        EXPECT_EQ((tNames{"c.cat", "good.cat", "tree"}), NamesInFolder()) << nSignal;
+    }
 }
 
 // Otherwise a device of the system could be lost in this way.

@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 
 int RunStepByStep(const std::vector<std::string>& aArguments, const std::string& sFolder,
-                  const std::function<void()>& fnLook)
+                  const std::function<void(int nProcess)>& fnLook)
 {
     sProgram oProgram = CatalogProgram(aArguments, sFolder);
     // A leak check refuses to run when traced.
@@ -26,7 +26,7 @@ int RunStepByStep(const std::vector<std::string>& aArguments, const std::string&
                 continue;
             return ExitCodeOf(nStatus);
         }
-        fnLook();
+        fnLook(nChild);
         // A new thread begins with a stop, and tracing reports each system call as a trap.
         const int nSignal = WSTOPSIG(nStatus) & 0x7F;
         const bool bOfTracing = nSignal == SIGTRAP || nSignal == SIGSTOP;

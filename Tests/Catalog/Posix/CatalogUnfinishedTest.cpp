@@ -56,11 +56,11 @@ TEST_F(CatalogPosixUnfinishedTest, WaitsForNoPipeOfItsName)
 
 TEST_F(CatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
 {
-    for (const mode_t ulMode : {0600u, 0640u, 0400u, 0666u})
+    for (const mode_t ulMode : {0600u, 0640u, 0644u, 0666u})
     {
         ASSERT_EQ(0, ::chmod(Path("c.cat").c_str(), ulMode));
         mode_t ulSeen = 0;
-        const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
+        const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&](int) {
             struct stat oStatus = {};
             if (::stat(Path("tovcatalog-1.new").c_str(), &oStatus) == 0)
                 ulSeen |= oStatus.st_mode & 07777;
@@ -76,7 +76,7 @@ TEST_F(CatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
 TEST_F(CatalogPosixUnfinishedTest, IsLostToNoOtherRunThatDiesAtAnyMoment)
 {
     int nOthers = 0;
-    const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&] {
+    const int nExitCode = RunStepByStep({"create", "c.cat", "tree"}, Folder(), [&](int) {
         const std::string sBefore = Read("c.cat");
         EXPECT_TRUE(sBefore == EXISTING || sBefore == Good());
         if (NamesInFolder().size() == 2 && sBefore == EXISTING)
