@@ -160,6 +160,12 @@ CNamedObject* CNamedObject::OpenSegment(const char* szName, const sInitial& oIni
     static const sNamesRemoval s_oRemoval;
 
     const CSegmentLock oLock;
+    // Processes that were killed have left theirs. The first object of each process is the occasion to remove them.
+    static bool s_bCleaned = false; // eLockNamedObjects guards it
+    if (!s_bCleaned)
+        CSharedSegment::RemoveDead(oLock);
+    s_bCleaned = s_bCleaned || oLock.IsHeld();
+
     CSharedSegment oSegment;
     if (!oSegment.Open(oLock, szName, sizeof(sSharedState)))
         return nullptr;

@@ -34,7 +34,8 @@ public:
     };
 
     // Opens the object of that name, made with these values if there is none, and returns a handle; 0 if the name is
-    // too long (259 characters) or has a backslash, if another kind of object has it, or if the system has no room.
+    // too long (259 characters) or has a backslash, if another kind of object has it, if the system has no room, or if
+    // the lock of the segments cannot be had.
     static tHandle OpenHandle(const char* szName, const sInitial& oInitial);
     static bool CloseHandle(tHandle hObject);
 

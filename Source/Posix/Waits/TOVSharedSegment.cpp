@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/mman.h>
@@ -19,6 +20,15 @@ namespace
 // Longer encoded names are cut to this length, and told apart by a sum over the whole name.
 constexpr int WHOLE_NAME = 160;
 
+// Where the C library keeps the segments, and how the paths of all segments of one user begin.
+constexpr char FOLDER[] = "/dev/shm";
+constexpr char PATH_BEGIN[] = "/TOVKernel-%u-";
+
+// How long a process may hold the lock of all segments, which takes microseconds, before the others do without it, and
+// how long they wait between two attempts.
+constexpr int LOCK_PATIENCE_MS = 10000;
+constexpr int LOCK_RETRY_US = 200;
+
 bool LockFile(int nFile, int nOperation)
 {
     int nResult;
@@ -28,10 +38,22 @@ bool LockFile(int nFile, int nOperation)
     return nResult == 0;
 }
 
-// Only a plain file of this user is trusted, since the folder of segments is open to all.
-int OpenOwnFile(const char* szPath)
+// A process that has been stopped keeps its locks, so that the wait has an end.
+bool LockFileSoon(int nFile)
 {
-    const int nFile = ::shm_open(szPath, O_RDWR | O_CREAT, S_IRUSR | S_IWUSR);
+    for (long lTries = LOCK_PATIENCE_MS * 1000L / LOCK_RETRY_US; lTries > 0; --lTries)
+    {
+        if (LockFile(nFile, LOCK_EX | LOCK_NB))
+            return true;
+        ::usleep(LOCK_RETRY_US);
+    }
+    return false;
+}
+
+// Only a plain file of this user is trusted, since the folder of segments is open to all.
+int OpenOwnFile(const char* szPath, int nCreate = O_CREAT)
+{
+    const int nFile = ::shm_open(szPath, O_RDWR | nCreate, S_IRUSR | S_IWUSR);
     if (nFile < 0)
         return -1;
 
@@ -65,7 +87,8 @@ void MakePath(char* szPath, std::size_t nSize, const char* szName)
     }
 
     const unsigned uUser = ::geteuid();
-    const int nStem = std::snprintf(szPath, nSize, "/TOVKernel-%u-%.*s", uUser, WHOLE_NAME, szEncoded);
+    int nStem = std::snprintf(szPath, nSize, PATH_BEGIN, uUser);
+    nStem += std::snprintf(szPath + nStem, nSize - static_cast<std::size_t>(nStem), "%.*s", WHOLE_NAME, szEncoded);
     if (nLength > WHOLE_NAME)
         std::snprintf(szPath + nStem, nSize - static_cast<std::size_t>(nStem), "~%016llx%016llx",
                       static_cast<unsigned long long>(Sum(szName, 0xcbf29ce484222325u)),
@@ -78,7 +101,7 @@ CSegmentLock::CSegmentLock()
     char szPath[64];
     std::snprintf(szPath, sizeof szPath, "/TOVKernel-%u~lock", static_cast<unsigned>(::geteuid()));
     m_nFile = OpenOwnFile(szPath);
-    if (m_nFile >= 0 && !LockFile(m_nFile, LOCK_EX))
+    if (m_nFile >= 0 && !LockFileSoon(m_nFile))
     {
         ::close(m_nFile);
         m_nFile = -1;
@@ -109,6 +132,27 @@ bool CSharedSegment::Open(const CSegmentLock& oLock, const char* szName, std::si
         return true;
     Close(oLock);
     return false;
+}
+
+void CSharedSegment::RemoveDead(const CSegmentLock& oLock)
+{
+    DIR* const pFolder = oLock.IsHeld() ? ::opendir(FOLDER) : nullptr;
+    if (pFolder == nullptr)
+        return;
+
+    char szBegin[32];
+    const int nBegin = std::snprintf(szBegin, sizeof szBegin, PATH_BEGIN, static_cast<unsigned>(::geteuid()));
+    while (const dirent* const pEntry = ::readdir(pFolder))
+    {
+        if (std::strncmp(pEntry->d_name, szBegin + 1, static_cast<std::size_t>(nBegin - 1)) != 0)
+            continue;
+        const int nFile = OpenOwnFile(pEntry->d_name, 0);
+        if (nFile >= 0 && LockFile(nFile, LOCK_EX | LOCK_NB))
+            ::shm_unlink(pEntry->d_name);
+        if (nFile >= 0)
+            ::close(nFile);
+    }
+    ::closedir(pFolder);
 }
 
 bool CSharedSegment::Attach(std::size_t nSize)

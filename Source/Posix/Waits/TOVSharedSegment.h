@@ -9,7 +9,7 @@ namespace TOVPlatform
 namespace TOVPosix
 {
 // Serialises the opening and closing of segments over all processes of this user. The kernel drops the lock of a
-// process that dies.
+// process that dies. If one that has been stopped keeps it for 10 seconds, the lock is not held.
 class CSegmentLock
 {
 public:
@@ -27,8 +27,8 @@ private:
 
 // A mapped segment. It lives as long as a process has it open: each keeps a shared lock on its file, which the kernel
 // drops when the process dies. Closing a segment that no other process has open removes it. A segment whose users all
-// died without closing it keeps its file, and the next process that opens it makes it new. The child of a fork closes
-// what it has inherited and removes nothing.
+// died without closing it keeps its file until RemoveDead; a process that opens it before that makes it new. The child
+// of a fork closes what it has inherited and removes nothing.
 class CSharedSegment
 {
 public:
@@ -43,6 +43,10 @@ public:
     // hold any character. Two long names can, though it is unlikely, share one segment: a segment has to keep its name,
     // and its users compare it. False if the system has no room or does not allow it.
     bool Open(const CSegmentLock& oLock, const char* szName, std::size_t nSize);
+
+    // Removes the segments of this user that no process has open any more.
+    static void RemoveDead(const CSegmentLock& oLock);
+
     void Close(const CSegmentLock& oLock);
 
     // Removes the name as Close does, if no other process has the segment open; the memory stays mapped. True if it is
