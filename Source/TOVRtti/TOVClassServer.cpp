@@ -75,9 +75,11 @@ CTOVClassServer::~CTOVClassServer() noexcept(false)
     } const oIndexEnd = {};
     while (!m_oClasses.empty())
     {
+        // Does what Unregister does, and needs no memory for it. Only a descriptor without an id keeps its entry.
         const std::size_t nNumClasses = m_oClasses.size();
-        m_oClasses.begin()->second.pClass->Unregister();
-        // A descriptor that is registered under a name other than its own has not removed this entry.
+        const CTOVClass* const pClass = m_oClasses.begin()->second.pClass;
+        if (pClass->GetClassId() != 0xFFFFFFFFul)
+            ForgetClass(pClass);
         if (m_oClasses.size() == nNumClasses)
         {
             s_oIndex.Remove(TextOf(m_oClasses.begin()->first));

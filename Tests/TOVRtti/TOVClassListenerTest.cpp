@@ -3,6 +3,7 @@
 #include "TOVRtti/TOVClassInstruments.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <new>
 
@@ -142,5 +143,26 @@ TEST(CTOVClassEndTest, ComesWithoutMemoryToo)
     }
 
     EXPECT_FALSE(IsHeld("A name of some length"));
+}
+
+TOV_CHILD(ServerEndsWithoutMemory)
+{
+    new CTOVClass("A name of some length");
+    const CTOVClassServer* const pServer = &CTOVClassServer::Instance();
+    try
+    {
+        const CAllocationFailure oFailure;
+        delete pServer;
+    }
+    catch (const std::bad_alloc&)
+    {
+        std::_Exit(1);
+    }
+    std::_Exit(7);
+}
+
+TEST(CTOVClassServerEndTest, ComesWithoutMemoryToo)
+{
+    EXPECT_EQ(7, RunChild("ServerEndsWithoutMemory").nExitCode);
 }
 #endif
