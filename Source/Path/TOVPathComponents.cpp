@@ -121,7 +121,16 @@ void CTOVPath::Append(const CTOVPath& oOther)
     }
     if (bSeparate)
         m_oPath += '\\';
-    m_oPath += oOther.m_oPath;
+    try
+    {
+        m_oPath += oOther.m_oPath;
+    }
+    catch (...)
+    {
+        if (bSeparate)
+            m_oPath.GetString()[m_oPath.GetLength() - 1] = '\0';
+        throw;
+    }
 }
 
 CTOVPath CTOVPath::Concat(const CTOVPath& oOther) const

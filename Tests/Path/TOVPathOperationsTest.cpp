@@ -1,6 +1,8 @@
 // Joining paths and taking them apart.
 #include "Path/TOVPathInstruments.h"
+#include "Support/TOVRefusal.h"
 
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -137,6 +139,40 @@ TEST(CTOVPathOperationsTest, AppendsThePathToItself)
 
     EXPECT_EQ("a/a/", TextOf(oPath));
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+// Whatever room the path's block has, and with whomever it shares that.
+TEST(CTOVPathOperationsTest, IsUnchangedWhereItCannotBeAppendedTo)
+{
+    const CTOVPath oOther(std::string(200, 'o').c_str());
+    int nFailures = 0;
+    for (const std::size_t nCut : {0u, 1u, 2u, 50u})
+    {
+        for (const bool bShared : {false, true})
+        {
+            for (const bool bSelf : {false, true})
+            {
+                for (unsigned long ulSuccesses = 0; ulSuccesses < 4; ++ulSuccesses)
+                {
+                    CTOVStringA oText(std::string(60, 'p').c_str());
+                    oText.GetString()[60 - nCut] = '\0';
+                    CTOVPath oPath(oText);
+                    if (!bShared)
+                        oText = CTOVStringA();
+                    const std::string sBefore = ~oPath;
+
+                    if (RunsOutOfMemory([&] { oPath.Append(bSelf ? oPath : oOther); }, ulSuccesses))
+                    {
+                        ++nFailures;
+                        EXPECT_EQ(sBefore, ~oPath) << nCut << bShared << bSelf << ulSuccesses;
+                    }
+                }
+            }
+        }
+    }
+    EXPECT_LT(16, nFailures);
+}
+#endif
 
 TEST(CTOVPathOperationsTest, AppendsTheFullLengthOfTheOtherPath)
 {
