@@ -88,8 +88,8 @@ struct sTOVFindData
 TOV_EXPORT tHandle Open(const char* szName, const char* szMode);
 
 // Flushes and closes the file. If the flush fails, the file stays open, its handle valid, and what could not be written
-// in its buffer: a later Close writes it, or fails again. (A terminal's lines are lost.) A program that gives the file up
-// takes the stream from CTOVHandleManager and closes it itself. Fails if the slot is empty.
+// in its buffer: a later Close writes it, or fails again. (A terminal's lines are lost.) A program that gives the file
+// up takes the stream from CTOVHandleManager and closes it itself. Fails if the slot is empty.
 TOV_EXPORT eFileErrorCode Close(tHandle hFile);
 
 // These return the number of whole elements that were transferred: 0 if the slot is empty or the buffer is null. Sizes
