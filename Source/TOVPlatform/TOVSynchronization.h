@@ -23,8 +23,8 @@ namespace TOVPlatform
 // Create opens that object and ignores the other arguments; it fails if the object is of another kind. Null and "" mean
 // that the object has no name. An object vanishes when its last handle is closed.
 //
-// On Posix, what killed processes leave of their objects is removed when a process creates its first object with a name.
-// If a process that has been stopped keeps the lock under which they are created, Create fails after 10 seconds.
+// On Posix, what killed processes leave of their objects is removed when a process creates its first object with a
+// name. If a process that has been stopped keeps the lock under which they are created, Create fails after 10 seconds.
 namespace TOVSynchronization
 {
 // A lock inside one process. The thread that owns it may enter it repeatedly, and must leave it as often. It works even
