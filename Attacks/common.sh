@@ -25,3 +25,9 @@ tell_detail()
 {
     printf 'detail | %s | %s\n' "$@"
 }
+
+# holds CONDITION...: prints yes or no, for the last part of a figure.
+holds()
+{
+    [ "$@" ] && echo yes || echo no
+}
