@@ -6,6 +6,7 @@
 #include <TOVString/TOVStringA.h>
 #include <TOVString/TOVStringW.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <memory>
@@ -74,9 +75,11 @@ std::vector<tUnit> Print(int nEstimate, int nShort, const tUnit* szFormat, TCall
         FUZZ_EXPECT_EQ(0, static_cast<int>(pBuffer[static_cast<std::size_t>(nLength)]));
         std::vector<tUnit> aText(pBuffer.get(), pBuffer.get() + nLength);
 
+        // A zero that a conversion prints ends the text for some runtimes where it does not fit.
+        const bool bHasZero = std::find(aText.begin(), aText.end(), tUnit()) != aText.end();
         for (const int nCount : {nShort, nLength, nLength + 1})
         {
-            if (nCount < 1)
+            if (nCount < 1 || (bHasZero && nCount < nLength))
                 continue;
             const std::unique_ptr<tUnit[]> pShort(new tUnit[static_cast<std::size_t>(nCount)]);
             const int nPrinted = TOVText::SNPrintf(pShort.get(), nCount, szFormat, oArguments...);

@@ -97,7 +97,7 @@ public:
         if (llFirst == 0 && llCount == GetCapacity())
             oPart = *this;
         else if (llCount > 0)
-            oPart.MakeNew(tText(pBlock->begin() + llFirst, pBlock->begin() + llFirst + llCount));
+            oPart.MakeNew(tText(pBlock->data() + llFirst, pBlock->data() + llFirst + llCount));
         else
             return false;
         return true;
