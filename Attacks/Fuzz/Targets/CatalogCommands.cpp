@@ -55,5 +55,5 @@ FUZZ_TARGET(CatalogCommands)
     FUZZ_EXPECT(1 <= oOptions.nThreads && (oOptions.nThreads <= 256 || oOptions.nThreads == DefaultThreads()));
     for (const std::string& sPattern : oOptions.aPatterns)
         FUZZ_EXPECT(!sPattern.empty() && sPattern.size() <= LONGEST_NAME);
-    FUZZ_EXPECT_EQ(static_cast<long>(oOptions.aPatterns.size()), ToArray(oOptions.aPatterns).GetSize());
+    FUZZ_EXPECT_EQ(static_cast<long>(oOptions.aPatterns.size()), ToList(oOptions.aPatterns).GetSize());
 }
