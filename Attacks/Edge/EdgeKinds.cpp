@@ -1,0 +1,326 @@
+#include "EdgeKinds.h"
+
+#include <TOVKernel.h>
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <utility>
+
+namespace
+{
+constexpr int ELEMENTS = 100;
+
+// The text of a seed, whose characters the library takes from the heap.
+CTOVStringA MakeText(int nSeed)
+{
+    CTOVStringA oText;
+    oText.Format("a text that needs memory, of the seed %d", nSeed);
+    return oText;
+}
+
+bool IsText(const char* szText, int nSeed)
+{
+    return MakeText(nSeed).Compare(szText) == 0;
+}
+
+// Deletes an object of new, and returns whether it was right.
+template<class T, class TIsRight> bool Release(void* pObject, TIsRight fnIsRight)
+{
+    T* const pMade = static_cast<T*>(pObject);
+    const bool bRight = fnIsRight(*pMade);
+    delete pMade;
+    return bRight;
+}
+
+template<class T, class TPut> void* MakeFilled(int nSeed, TPut fnPut)
+{
+    T* const pContainer = new T;
+    for (int nElement = 0; nElement < ELEMENTS; ++nElement)
+        fnPut(*pContainer, nSeed + nElement);
+    return pContainer;
+}
+
+} // namespace
+
+// Both modules have these classes, and each uses objects of the other one: to the compiler they must be the same.
+namespace TOVEdge
+{
+class CEdgeThing : public CTOVRefCount
+{
+public:
+    explicit CEdgeThing(int nSeed) : m_oText(MakeText(nSeed)) {}
+    CEdgeThing(const CEdgeThing&) = delete;
+    CEdgeThing& operator=(const CEdgeThing&) = delete;
+
+    const CTOVStringA m_oText;
+};
+
+class CEdgeThings : public ITOVHandleDatabase
+{
+public:
+    CTOVHandle GetHandle(long lHandle) override
+    {
+        return NewHandle(lHandle, new CEdgeThing(static_cast<int>(lHandle)));
+    }
+    CTOVHandle GetHandle(ITOVRefCount* pObject) override { return NewHandle(1, pObject); }
+    void RemoveHandle(long) override {}
+};
+
+struct sEdgeState : ITOVMemento
+{
+    explicit sEdgeState(int nSeed) : oText(MakeText(nSeed)) {}
+    const CTOVStringA oText;
+};
+
+// A queue has no virtual destructor, and is deleted as a member.
+struct sEdgeQueue
+{
+    CTOVSafeQueue<int> oNumbers;
+};
+
+struct sEdgeLocks
+{
+    CTOVMutex oMutex;
+    CTOVSemaphore oSemaphore;
+    CTOVCriticalSection oSection;
+    CTOVEvent oEvent;
+    CTOVEventCondition oCondition{CTOVEventCondition::eConditionTypeAny, &oEvent, 1};
+};
+} // namespace TOVEdge
+
+using namespace TOVEdge;
+
+namespace
+{
+// A handle keeps its database, which stays for good.
+CEdgeThings& GetThings()
+{
+    static CEdgeThings s_oThings;
+    return s_oThings;
+}
+
+bool IsThing(const ITOVRefCount* pThing, int nSeed)
+{
+    return IsText(~static_cast<const CEdgeThing*>(pThing)->m_oText, nSeed);
+}
+} // namespace
+
+const sEdgeKind EDGE_KINDS[] = {
+    {"narrow text", [](int nSeed) -> void* { return new CTOVStringA(MakeText(nSeed)); },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVStringA>(pObject, [=](const CTOVStringA& oText) { return IsText(~oText, nSeed); });
+     }},
+    {"wide text", [](int nSeed) -> void* { return new CTOVStringW(CTOVStringW(MakeText(nSeed)).Mid(2)); },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVStringW>(pObject, [=](const CTOVStringW& oText) {
+             return oText.Compare(CTOVStringW(MakeText(nSeed)).Mid(2)) == 0;
+         });
+     }},
+    {"path", [](int nSeed) -> void* { return new CTOVPath(CTOVPath("directory").Concat(MakeText(nSeed))); },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVPath>(pObject,
+                                  [=](const CTOVPath& oPath) { return IsText(~oPath.GetFileName(true), nSeed); });
+     }},
+    {"buffer of the library",
+     [](int nSeed) -> void* {
+         const CTOVStringA oText = MakeText(nSeed);
+         return new CTOVBuffer<char>(oText.GetString(), oText.GetLength() + 1);
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVBuffer<char>>(pObject, [=](CTOVBuffer<char>& oBuffer) {
+             const bool bRight = IsText(oBuffer.GetBuffer(), nSeed);
+             oBuffer.Resize(10000); // another block, of this module
+             return bRight;
+         });
+     }},
+    {"buffer of the modules",
+     [](int nSeed) -> void* {
+         return MakeFilled<CTOVBuffer<double>>(nSeed, [](CTOVBuffer<double>& oBuffer, int nElement) {
+             const double dElement = nElement;
+             oBuffer.Append(&dElement, 1);
+         });
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVBuffer<double>>(pObject, [=](CTOVBuffer<double>& oBuffer) {
+             return oBuffer.GetSize() == ELEMENTS && static_cast<int>(oBuffer.GetBuffer()[99]) == nSeed + 99;
+         });
+     }},
+    {"array of texts",
+     [](int nSeed) -> void* {
+         return MakeFilled<CTOVArray<CTOVStringA>>(
+             nSeed, [](CTOVArray<CTOVStringA>& aoTexts, int nElement) { aoTexts.Add(MakeText(nElement)); });
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVArray<CTOVStringA>>(pObject, [=](CTOVArray<CTOVStringA>& aoTexts) {
+             const bool bRight = aoTexts.GetSize() == ELEMENTS && IsText(~aoTexts[99], nSeed + 99);
+             aoTexts.Add(MakeText(nSeed));
+             aoTexts.RemoveAt(0);
+             return bRight;
+         });
+     }},
+    {"array of smart pointers",
+     [](int nSeed) -> void* {
+         return MakeFilled<CTOVArray<CTOVSmartPointer<CTOVStringA>>>(
+             nSeed, [](CTOVArray<CTOVSmartPointer<CTOVStringA>>& apTexts, int nElement) {
+                 apTexts.Add(CTOVSmartPointer<CTOVStringA>(new CTOVStringA(MakeText(nElement))));
+             });
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVArray<CTOVSmartPointer<CTOVStringA>>>(
+             pObject, [=](CTOVArray<CTOVSmartPointer<CTOVStringA>>& apTexts) {
+                 return apTexts.GetSize() == ELEMENTS && IsText(~*apTexts[99], nSeed + 99);
+             });
+     }},
+    {"stack and queue",
+     [](int nSeed) -> void* {
+         typedef std::pair<CTOVStack<CTOVStringA>, CTOVQueue<int>> tBoth;
+         return MakeFilled<tBoth>(nSeed, [](tBoth& oBoth, int nElement) {
+             oBoth.first.Push(MakeText(nElement));
+             oBoth.second.Enqueue(nElement);
+         });
+     },
+     [](void* pObject, int nSeed) {
+         return Release<std::pair<CTOVStack<CTOVStringA>, CTOVQueue<int>>>(
+             pObject, [=](std::pair<CTOVStack<CTOVStringA>, CTOVQueue<int>>& oBoth) {
+                 const bool bRight = IsText(~oBoth.first.GetTop(), nSeed + 99);
+                 oBoth.first.Pop();
+                 return bRight && oBoth.second.Dequeue() == nSeed;
+             });
+     }},
+    {"ring buffer and bits",
+     [](int nSeed) -> void* {
+         auto* const pBoth = new std::pair<CTOVRingBuffer<CTOVStringA>, CTOVBitArray>;
+         pBoth->first.SetCapacity(ELEMENTS);
+         pBoth->first.Write(MakeText(nSeed));
+         pBoth->second.SetNumBits(1000);
+         return pBoth;
+     },
+     [](void* pObject, int nSeed) {
+         return Release<std::pair<CTOVRingBuffer<CTOVStringA>, CTOVBitArray>>(
+             pObject, [=](std::pair<CTOVRingBuffer<CTOVStringA>, CTOVBitArray>& oBoth) {
+                 CTOVStringA oText;
+                 oBoth.second.SetNumBits(100000);
+                 return oBoth.first.Read(oText) && IsText(~oText, nSeed) && !oBoth.second.IsAnyBitSet();
+             });
+     }},
+    {"safe queue",
+     [](int nSeed) -> void* {
+         return MakeFilled<sEdgeQueue>(nSeed,
+                                       [](sEdgeQueue& oQueue, int nElement) { oQueue.oNumbers.Enqueue(nElement); });
+     },
+     [](void* pObject, int nSeed) {
+         return Release<sEdgeQueue>(pObject, [=](sEdgeQueue& oQueue) { return oQueue.oNumbers.Dequeue() == nSeed; });
+     }},
+    {"smart pointer",
+     [](int nSeed) -> void* { return new CTOVSmartPointer<CTOVStringA>(new CTOVStringA(MakeText(nSeed))); },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVSmartPointer<CTOVStringA>>(pObject, [=](CTOVSmartPointer<CTOVStringA>& pText) {
+             const bool bRight = IsText(~*pText, nSeed);
+             pText = new CTOVStringA("another text of this module, which it owns from now on");
+             return bRight;
+         });
+     }},
+    {"counted object", [](int nSeed) -> void* { return static_cast<ITOVRefCount*>(new CEdgeThing(nSeed)); },
+     [](void* pObject, int nSeed) {
+         ITOVRefCount* const pThing = static_cast<ITOVRefCount*>(pObject);
+         const bool bRight = IsThing(pThing, nSeed);
+         return pThing->Release() == 0 && bRight;
+     }},
+    {"handle",
+     [](int nSeed) -> void* {
+         CTOVHandle* const pHandle = new CTOVHandle(GetThings(), nSeed);
+         pHandle->Get()->Release(); // the handle's reference is the only one
+         return pHandle;
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVHandle>(pObject, [=](const CTOVHandle& oHandle) { return IsThing(oHandle.Get(), nSeed); });
+     }},
+    {"memento", [](int nSeed) -> void* { return static_cast<ITOVMemento*>(new sEdgeState(nSeed)); },
+     [](void* pObject, int nSeed) {
+         return Release<ITOVMemento>(pObject, [=](const ITOVMemento& oState) {
+             return IsText(~static_cast<const sEdgeState&>(oState).oText, nSeed);
+         });
+     }},
+    {"plain memory",
+     [](int nSeed) -> void* {
+         void* const pMemory = TOVPlatform::TOVMemory::Alloc(100);
+         std::snprintf(static_cast<char*>(pMemory), 100, "%s", ~MakeText(nSeed));
+         return pMemory;
+     },
+     [](void* pObject, int nSeed) {
+         void* const pLarger = TOVPlatform::TOVMemory::Realloc(pObject, 100000);
+         const bool bRight = IsText(static_cast<char*>(pLarger), nSeed);
+         TOVPlatform::TOVMemory::Free(pLarger);
+         return bRight;
+     }},
+    {"class", [](int nSeed) -> void* { return new CTOVClass(~MakeText(nSeed)); },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVClass>(pObject, [=](const CTOVClass& oClass) {
+             return IsText(oClass.GetName(), nSeed) && TOVRuntimeClass(MakeText(nSeed)) == oClass;
+         });
+     }},
+    {"timer",
+     [](int nSeed) -> void* {
+         CTOVTimer* const pTimer = new CTOVTimer;
+         pTimer->DefineChannel(0, ~MakeText(nSeed));
+         return pTimer;
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVTimer>(pObject,
+                                   [=](const CTOVTimer& oTimer) { return IsText(oTimer.GetChannelName(0), nSeed); });
+     }},
+    {"suite of the library",
+     [](int) -> void* {
+         const char* szName = nullptr;
+         return TOVTest::CTOVTestSuiteFactory::GetFirst(szName) ? TOVTest::CTOVTestSuiteFactory::New(szName) : nullptr;
+     },
+     [](void* pObject, int) {
+         return pObject != nullptr && Release<TOVTest::CTOVTestSuite>(pObject, [](TOVTest::CTOVTestSuite& oSuite) {
+                    return oSuite.GetNumTestCases() > 0;
+                });
+     }},
+    {"stream",
+     [](int nSeed) -> void* {
+         const std::string sName =
+             std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nSeed);
+         return new CTOVWriteFileStream(sName.c_str());
+     },
+     [](void* pObject, int nSeed) {
+         const bool bRight = Release<CTOVWriteFileStream>(pObject, [](CTOVWriteFileStream& oStream) {
+             oStream << 7;
+             return oStream.Tell() == 4;
+         });
+         return std::remove(
+                    (std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nSeed)).c_str()) ==
+                    0 &&
+                bRight;
+     }},
+    {"scanner",
+     [](int nSeed) -> void* {
+         CTOVFileScanner* const pScanner = new CTOVFileScanner;
+         pScanner->AddScanDirectory(CTOVPath("no such directory"), MakeText(nSeed));
+         return pScanner;
+     },
+     [](void* pObject, int nSeed) {
+         return Release<CTOVFileScanner>(pObject, [=](CTOVFileScanner& oScanner) {
+             oScanner.AddScanDirectory(CTOVPath("another directory"), MakeText(nSeed));
+             oScanner.Run(nullptr, 0);
+             return true;
+         });
+     }},
+    {"locks and condition", [](int) -> void* { return new sEdgeLocks; },
+     [](void* pObject, int) {
+         return Release<sEdgeLocks>(pObject, [](sEdgeLocks& oLocks) {
+             oLocks.oMutex.Lock();
+             oLocks.oSection.Enter();
+             oLocks.oSemaphore.Lock();
+             oLocks.oEvent.Signal();
+             oLocks.oSection.Leave();
+             oLocks.oMutex.Unlock();
+             return oLocks.oCondition.Wait() == 0;
+         });
+     }},
+    {nullptr, nullptr, nullptr},
+};

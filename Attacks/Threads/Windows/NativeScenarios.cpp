@@ -1,0 +1,3 @@
+#include "../ThreadScenarios.h"
+
+const sThreadScenario NATIVE_SCENARIOS[] = {{nullptr, 1, nullptr}};

@@ -1,0 +1,43 @@
+// All that the library has, at once and in turn: a short share of what Attacks/Soak does for long.
+#include "Soak/MixedLoad.h"
+#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVTestSupport.h"
+
+#include <TOVPlatform/TOVFile.h>
+#include <Test/TOVTestHost.h>
+
+TOV_TEST_HOST
+
+TEST(TOVMixedLoadTest, IsRightWhileOtherThreadsAreAtWork)
+{
+    CThreadReport oReport;
+    RunMixedRound({4, 20}, true, oReport);
+    StartAndStopThread(oReport);
+
+    EXPECT_EQ(0, oReport.GetNumWrong()) << oReport.GetTexts();
+}
+
+TEST(TOVMixedLoadTest, LeavesNoFileOpen)
+{
+    CThreadReport oReport;
+    RunQuietRound(oReport);
+
+    EXPECT_EQ(0u, TOVPlatform::TOVFile::CTOVHandleManager::Instance().FindFreeHandle());
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST(TOVMixedLoadTest, LeavesNoBlockBehind)
+{
+    CThreadReport oReport;
+    RunQuietRound(oReport); // makes what stays for the life of the process
+    RunSuites(oReport);
+
+    const CAllocationCounter oCounter;
+    RunQuietRound(oReport);
+    RunSuites(oReport);
+    const long lKept = oCounter.Kept();
+
+    EXPECT_EQ(0, lKept);
+    EXPECT_EQ(0, oReport.GetNumWrong()) << oReport.GetTexts();
+}
+#endif
