@@ -92,9 +92,12 @@ int SerializeOnlyDirectory(CArchive& oArchive, sCatalog& oCatalog)
     return 1;
 }
 
-void SerializeRecord(CArchive& oArchive, sFileRecord& oRecord)
+// The second version of catalogues and that of records came together: both have directories and sizes of 64 bits.
+void SerializeRecord(CArchive& oArchive, int nCatalogVersion, sFileRecord& oRecord)
 {
     const int nVersion = oArchive.Begin(RECORD_VERSION);
+    if ((nVersion >= 2) != (nCatalogVersion >= 2))
+        throw CCatalogError("is damaged: it describes a file as another version does");
     if (nVersion >= 2)
         oArchive.Number(oRecord.nDirectory);
 
@@ -125,7 +128,7 @@ void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool
                                            : SerializeOnlyDirectory(oArchive, oCatalog);
     const int nSmallest = nVersion >= 2 ? SMALLEST_RECORD : SMALLEST_RECORD_OF_VERSION_1;
     PassEach(oArchive, oCatalog.aFiles, nSmallest, bKeepRecords, [&](sFileRecord& oRecord) {
-        SerializeRecord(oArchive, oRecord);
+        SerializeRecord(oArchive, nVersion, oRecord);
         if (oRecord.nDirectory < 0 || oRecord.nDirectory >= nDirectories)
             throw CCatalogError("is damaged: it names a file without a place");
         if (!bKeepRecords)

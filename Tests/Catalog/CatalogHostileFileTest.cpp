@@ -72,6 +72,23 @@ TEST_F(CatalogHostileFileTest, IsRefusedForNamesThatCannotBe)
     }
 }
 
+TEST_F(CatalogHostileFileTest, IsRefusedForARecordOfAnotherVersion)
+{
+    const std::string sOneDirectory = CatalogNumber(1) + CatalogText("tree") + CatalogNumber(0);
+    const std::string sOldRecord =
+        CatalogNumber(1) + CatalogText("a-name-that-is-long") + CatalogNumber(1) + CatalogNumber(0);
+    const std::string sNewRecord =
+        CatalogNumber(2) + CatalogNumber(0) + CatalogText("a") + CatalogNumber(1) + CatalogNumber(0) + CatalogNumber(0);
+    for (const std::string& sBytes :
+         {Sealed(Head() + sOneDirectory + CatalogNumber(1) + sOldRecord),
+          "TOVCATLG" + CatalogNumber(1) + CatalogText("tree") + CatalogNumber(1) + sNewRecord})
+    {
+        Write("c.cat", sBytes);
+        EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat is damaged: it describes a file as another version does"));
+        EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat is damaged"));
+    }
+}
+
 TEST_F(CatalogHostileFileTest, IsListedWithTheLongestNamesThatCanBe)
 {
     const std::string sName(4096, '\x01');
