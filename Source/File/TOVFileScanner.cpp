@@ -3,6 +3,8 @@
 #include <File/TOVOwnPath.h>
 #include <TOVPlatform/TOVFile.h>
 
+#include <algorithm>
+
 template class TOV_TEMPLATE_DEFINE CTOVArray<CTOVPath>;
 
 namespace
@@ -46,6 +48,12 @@ bool IsDirectory(const TOVPlatform::TOVFile::sTOVFindData& oFindData)
 {
     return (oFindData.ulAttributes & TOVPlatform::TOVFile::eFileAttributeDirectory) != 0;
 }
+
+// Returns how many directories have a pattern.
+long CountWhole(const CTOVArray<CTOVPath>& aDirectories, const CTOVArray<CTOVStringA>& aPatterns)
+{
+    return std::min(aDirectories.GetSize(), aPatterns.GetSize());
+}
 } // namespace
 
 CTOVFileScanner::CTOVFileScanner() : m_bIncludeSubDirs(true)
@@ -60,6 +68,10 @@ CTOVFileScanner::~CTOVFileScanner() = default;
 
 void CTOVFileScanner::AddScanDirectory(const CTOVPath& oDirectory, const CTOVStringA& oPattern)
 {
+    // An attempt without memory may have left a directory without its pattern.
+    const long lNumDirectories = CountWhole(m_aScanDirectories, m_aScanPatterns);
+    m_aScanDirectories.Resize(lNumDirectories);
+    m_aScanPatterns.Resize(lNumDirectories);
     m_aScanDirectories.Add(oDirectory);
     m_aScanPatterns.Add(oPattern);
 }
@@ -71,7 +83,8 @@ void CTOVFileScanner::SetIncludeSubDirs(bool bIncludeSubDirs)
 
 void CTOVFileScanner::Run(tScannerCallback pCallback, unsigned long long ullUserValue)
 {
-    const long lNumDirectories = m_aScanDirectories.GetSize(); // the next run scans what the callback adds
+    // The next run scans what the callback adds.
+    const long lNumDirectories = CountWhole(m_aScanDirectories, m_aScanPatterns);
     for (long i = 0; i < lNumDirectories; ++i)
     {
         const CTOVPath oDirectory(m_aScanDirectories.GetAt(i)); // an added directory can move the array's elements

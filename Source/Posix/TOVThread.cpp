@@ -61,6 +61,7 @@ void* EnterThread(void* pParam)
     oThread.hThread = oRecord.GetHandle();
     oThread.pLibraryHold = oRecord.m_oStart.pLibraryHold;
     CallEntry(oRecord.m_oStart.pEntry, oRecord.m_oStart.pParam);
+    EndUnnoticedThread();
     return nullptr;
 }
 

@@ -17,7 +17,8 @@
 //   Write, Read                        constant, 1 copy               unchanged
 //   Clear, GetCount, IsFull ...        constant                       -
 //   SetCapacity                        1 allocation, all elements     unchanged
-//   copying                            1 allocation, all elements     the target is empty
+//   copying                            1 allocation, all elements     the target is empty, or unchanged if the
+//                                                                     allocation throws
 template<class T> class TOV_TEMPLATE CTOVRingBuffer
 {
 public:

@@ -2,6 +2,10 @@
 
 #include <TOVPlatform/TOVMemoryList.h>
 
+#include <atomic>
+
+static std::atomic<long> s_lBlocksOfProcess(0);
+
 CAllocationCounter::CAllocationCounter()
     : m_bUsedLists(TOVPlatform::TOVMemoryList::UseLists(false)), m_oStart(AllocationCountsOfThisThread())
 {
@@ -43,6 +47,7 @@ CAllocationFailure::CAllocationFailure(unsigned long ulSuccesses)
 {
     sAllocationCounts& oCounts = AllocationCountsOfThisThread();
     oCounts.ulSuccessesLeft = ulSuccesses;
+    oCounts.bFailsOnce = false;
     oCounts.bFailing = true;
 }
 
@@ -53,21 +58,43 @@ CAllocationFailure::~CAllocationFailure()
 }
 #endif
 
-bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize)
+long CountBlocksOfProcess()
 {
-    if (oCounts.bFailing)
+    return s_lBlocksOfProcess;
+}
+
+bool MayAllocate(sAllocationCounts& oCounts)
+{
+    if (!oCounts.bFailing)
+        return true;
+    if (oCounts.ulSuccessesLeft != 0)
     {
-        if (oCounts.ulSuccessesLeft == 0)
-            return false;
         --oCounts.ulSuccessesLeft;
+        return true;
     }
+    ++oCounts.ulRefused;
+    oCounts.bFailing = !oCounts.bFailsOnce;
+    return false;
+}
+
+void NoteTaken(sAllocationCounts& oCounts, std::size_t nSize)
+{
+    s_lBlocksOfProcess.fetch_add(1, std::memory_order_relaxed);
     ++oCounts.ulTaken;
     oCounts.nBytesTaken += nSize;
     oCounts.nLastSize = nSize;
+}
+
+bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize)
+{
+    if (!MayAllocate(oCounts))
+        return false;
+    NoteTaken(oCounts, nSize);
     return true;
 }
 
 void NoteRelease(sAllocationCounts& oCounts)
 {
+    s_lBlocksOfProcess.fetch_sub(1, std::memory_order_relaxed);
     ++oCounts.ulReleased;
 }

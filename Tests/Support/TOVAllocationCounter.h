@@ -31,7 +31,9 @@ struct sAllocationCounts
     std::size_t nBytesTaken;
     std::size_t nLastSize;
     bool bFailing;
+    bool bFailsOnce; // only the next failure is left
     unsigned long ulSuccessesLeft;
+    unsigned long ulRefused;
 };
 
 // Counts what the constructing thread does from then on. Use it on that thread alone; counters may overlap.
@@ -79,7 +81,12 @@ private:
 // The part that differs between the systems: the counts of the calling thread. Counting begins with the first call.
 sAllocationCounts& AllocationCountsOfThisThread();
 
-// For the hooks. Notes that a block is asked for, and returns whether the allocation may succeed; notes that a block
-// was released.
+// Returns the number of blocks that the threads which are counted have taken and not released, all together.
+long CountBlocksOfProcess();
+
+// For the hooks. Returns whether the next allocation may succeed; notes that a block was taken; does both; notes that a
+// block was released.
+bool MayAllocate(sAllocationCounts& oCounts);
+void NoteTaken(sAllocationCounts& oCounts, std::size_t nSize);
 bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize);
 void NoteRelease(sAllocationCounts& oCounts);

@@ -33,8 +33,8 @@ void OnThreadEnd(void*)
     if (!oRecord.bEndDeferred)
     {
         oRecord.bEndDeferred = true;
-        ::pthread_setspecific(s_oEndKey, &oRecord);
-        return;
+        if (::pthread_setspecific(s_oEndKey, &oRecord) == 0)
+            return;
     }
 
     if (oRecord.nOwnedMutexes != 0)
@@ -102,15 +102,22 @@ void IntroduceThread()
 {
     ThisThreadId();
     ::pthread_once(&s_oOnce, Prepare);
-    t_oThread.bIntroduced = true;
-    if (s_bKeys)
-        ::pthread_setspecific(s_oEndKey, &t_oThread);
+    // The first value of a key beyond the 32nd takes memory. If there is none, the next call tries again.
+    t_oThread.bIntroduced = !s_bKeys || ::pthread_setspecific(s_oEndKey, &t_oThread) == 0;
 }
 
 bool CanNoticeEnds()
 {
     ThisThread();
     return s_bKeys;
+}
+
+void EndUnnoticedThread()
+{
+    if (ThisThread().bIntroduced)
+        return;
+    t_oThread.bEndDeferred = true;
+    OnThreadEnd(nullptr);
 }
 
 void ContinueAlone()

@@ -1,6 +1,6 @@
 // The scanner when memory runs out.
 #include "File/TOVScanInstruments.h"
-#include "Support/TOVAllocationCounter.h"
+#include "Support/TOVRefusal.h"
 
 #include <filesystem>
 #include <new>
@@ -42,5 +42,25 @@ TEST(CTOVFileScannerMemoryTest, ClosesItsSearchesWhereverMemoryRunsOut)
 
     EXPECT_LT(10, nFailed);
     EXPECT_EQ(lBefore, CountDescriptors());
+}
+
+TEST(CTOVFileScannerMemoryTest, KeepsEachDirectoryWithItsPatternWhereverMemoryRanOut)
+{
+    const CTempFolder oFolder;
+    WriteWholeFile(oFolder.File("a.txt"), "");
+    WriteWholeFile(oFolder.File("b.doc"), "");
+    const CTOVPath oMissing(oFolder.File("missing").c_str());
+    const CTOVPath oDirectory(oFolder.Path().c_str());
+    const CTOVStringA sPattern("*.txt");
+    for (unsigned long ulSuccesses = 0; ulSuccesses < 10; ++ulSuccesses)
+    {
+        CTOVFileScanner oScanner;
+        CScanRecord oRecord;
+        RunsOutOfMemory([&] { oScanner.AddScanDirectory(oMissing, "*.doc"); }, ulSuccesses);
+        oScanner.AddScanDirectory(oDirectory, sPattern);
+
+        EXPECT_NO_CHECK(oRecord.Run(oScanner));
+        EXPECT_EQ(tNames({"a.txt"}), oRecord.aFiles) << ulSuccesses;
+    }
 }
 #endif

@@ -76,7 +76,7 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*fnOnAllocation)(
 
 static void OnAllocation(const volatile void*, std::size_t nSize)
 {
-    NoteAllocation(s_oCounts, nSize);
+    NoteTaken(s_oCounts, nSize);
 }
 
 static void OnRelease(const volatile void* pBlock)
