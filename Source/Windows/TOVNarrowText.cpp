@@ -1,7 +1,10 @@
 #include <TOVPlatform/Backend/TOVNarrowText.h>
 
+#include <TOVPlatform/TOVAscii.h>
 #include <TOVPlatform/TOVTextSearch.h>
 
+#include <cctype>
+#include <clocale>
 #include <cstring>
 #include <mbctype.h>
 #include <mbstring.h>
@@ -22,15 +25,33 @@ const char* FromBytes(const unsigned char* pBytes)
 {
     return reinterpret_cast<const char*>(pBytes);
 }
+
+int LowerCase(unsigned char cUnit)
+{
+    if (!TOVAscii::IsAscii(cUnit))
+        return std::tolower(cUnit);
+    return 'A' <= cUnit && cUnit <= 'Z' ? cUnit - 'A' + 'a' : cUnit;
+}
 } // namespace
 
+// The emulator's runtime takes bytes from 0x80 up as negative.
 int CompareNoCase(const char* szString1, const char* szString2)
 {
-    return _stricmp(szString1, szString2);
+    for (;; ++szString1, ++szString2)
+    {
+        const unsigned char cUnit1 = static_cast<unsigned char>(*szString1);
+        const unsigned char cUnit2 = static_cast<unsigned char>(*szString2);
+        const int nOrder = cUnit1 == cUnit2 ? 0 : LowerCase(cUnit1) - LowerCase(cUnit2);
+        if (nOrder != 0 || cUnit1 == 0)
+            return nOrder;
+    }
 }
 
+// The "C" locale orders text by the values of its units.
 int CollateNoCase(const char* szString1, const char* szString2)
 {
+    if (std::strcmp(std::setlocale(LC_COLLATE, nullptr), "C") == 0)
+        return CompareNoCase(szString1, szString2);
     return _stricoll(szString1, szString2);
 }
 

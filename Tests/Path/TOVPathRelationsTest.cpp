@@ -51,6 +51,14 @@ TEST(CTOVPathRelationsTest, ComparesEqualWithoutRegardToCaseAndSeparators)
     }
 }
 
+TEST(CTOVPathRelationsTest, OrdersBytesFrom0x80UpAfterAllOthers)
+{
+    EXPECT_GT(0, Compare("dir/z", "dir/\xE4"));
+    EXPECT_LT(0, Compare("dir/\xE4", "dir/z"));
+    EXPECT_GT(0, Compare("\x80", "\xFF"));
+    EXPECT_GT(0, Compare("dir\\Z\\b", "DIR/\x80/a"));
+}
+
 TEST(CTOVPathRelationsTest, OrdersByComponents)
 {
     const char* const ASCENDING[] = {"", "a", "a//b", "a/b", "a/b/c", "A/C", "a-b", "b", "B/a"};

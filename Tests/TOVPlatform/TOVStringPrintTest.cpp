@@ -303,6 +303,80 @@ TYPED_TEST(TOVPlatformPrintTest, ACountedPrintOfNumbersStopsAnywhere)
     }
 }
 
+// A runtime may return a small length for a text that it has cut off inside a field.
+TYPED_TEST(TOVPlatformPrintTest, ACountedPrintThatStopsInsideAFieldIsNegative)
+{
+    for (const char* szFormat : {"%-9c", "ab%-9c", "%9c", "%-9d", "%-9s", "ab%.7d", "cc%+9.7d"})
+    {
+        auto oFormat = TypeParam::Text(szFormat);
+        auto oText = TypeParam::Text("x");
+        const auto fnPrint = [&](int nCount, auto* pRoom) {
+            return std::string(szFormat).back() == 's'
+                       ? TypeParam::SNPrintf(pRoom, nCount, oFormat.Get(), oText.Get())
+                       : TypeParam::SNPrintf(pRoom, nCount, oFormat.Get(), static_cast<int>('x'));
+        };
+        auto oWhole = TypeParam::Room(32);
+        const int nLength = fnPrint(32, oWhole.Get());
+        ASSERT_LE(9, nLength) << szFormat;
+        for (int nCount = 1; nCount < nLength; ++nCount)
+        {
+            auto oRoom = TypeParam::Room(32);
+            const std::size_t nUnits = static_cast<std::size_t>(nCount);
+            EXPECT_EQ(-1, fnPrint(nCount, oRoom.Get())) << szFormat << " in " << nCount;
+            EXPECT_EQ(oWhole.Text().substr(0, nUnits) + std::string(32 - nUnits, '#'), oRoom.Shown());
+        }
+    }
+}
+
+// The character's own zero stands where a terminator would.
+TYPED_TEST(TOVPlatformPrintTest, ACountedPrintThatStopsAfterAZeroCharacterIsNegative)
+{
+    for (const int nCount : {1, 2})
+    {
+        auto oRoom = TypeParam::Room(4);
+        EXPECT_EQ(-1, TypeParam::SNPrintf(oRoom.Get(), nCount, TypeParam::Text("%-3c").Get(), 0));
+        EXPECT_EQ(std::string("0 ##").substr(0, static_cast<std::size_t>(nCount)) +
+                      std::string(4 - static_cast<std::size_t>(nCount), '#'),
+                  oRoom.Shown());
+    }
+}
+
+// A runtime may write the digits past the end of a block on the heap.
+TYPED_TEST(TOVPlatformPrintTest, PrintsIntegersOfManyDigits)
+{
+    for (int nDigits = 20; nDigits < 400; nDigits += 7)
+    {
+        const std::size_t nLength = static_cast<std::size_t>(nDigits);
+        const std::string sZeros(nLength - 2, '0');
+        auto oRoom = TypeParam::Room(500);
+        EXPECT_EQ(nDigits, TypeParam::SPrintf(oRoom.Get(), TypeParam::Text("%.*d").Get(), nDigits, 42));
+        EXPECT_EQ(sZeros + "42", oRoom.Text());
+        EXPECT_EQ(nDigits + 1, TypeParam::SNPrintf(oRoom.Get(), 500, TypeParam::Text("%+.*d").Get(), nDigits, 42));
+        EXPECT_EQ("+" + sZeros + "42", oRoom.Text());
+        EXPECT_EQ(nDigits + 3, TypeParam::SPrintf(oRoom.Get(), TypeParam::Text("%-*.*xabc").Get(), nDigits, 2, 42));
+        EXPECT_EQ("2a" + std::string(nLength - 2, ' ') + "abc", oRoom.Text());
+        EXPECT_EQ(nDigits, TypeParam::SNPrintf(oRoom.Get(), 500, TypeParam::Text("%*I64d").Get(), nDigits,
+                                               -1234567890123456789LL));
+        EXPECT_EQ(std::string(nLength - 20, ' ') + "-1234567890123456789", oRoom.Text());
+        EXPECT_EQ(-1, TypeParam::SNPrintf(oRoom.Get(), 3, TypeParam::Text("a%.*d").Get(), nDigits, 42));
+    }
+}
+
+TYPED_TEST(TOVPlatformPrintTest, PrintsEverythingBesideAnIntegerOfManyDigits)
+{
+    auto oRoom = TypeParam::Room(200);
+    auto oText = TypeParam::Text("text");
+    int nStored = 0;
+    const int nLength = TypeParam::SPrintf(
+        oRoom.Get(), TypeParam::Text("%c|%5s|%-3.1f|%hd|%u|%X|%030o|%n%%|%*.*d|%hu|%.2s|%#x|%i%q").Get(), 'c',
+        oText.Get(), 1.25, 0x1FFFF, -1, 0xABC, 8, &nStored, -25, -1, -7, -1, oText.Get(), 16, 1);
+    EXPECT_EQ(
+        "c| text|1.3|-1|4294967295|ABC|000000000000000000000000000010|%|-7                       |65535|te|0x10|1q",
+        oRoom.Text());
+    EXPECT_EQ(nLength, static_cast<int>(oRoom.Text().size()));
+    EXPECT_EQ(61, nStored);
+}
+
 TYPED_TEST(TOVPlatformPrintTest, RefusesNull)
 {
     auto oBuffer = TypeParam::Text("...");

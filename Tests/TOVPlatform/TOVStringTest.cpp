@@ -97,6 +97,26 @@ TYPED_TEST(TOVPlatformStringTest, ComparesWithoutCaseByLowerCaseLetters)
     ExpectOrders<TypeParam>(SignOfCollateNoCase<TypeParam>, aOrders);
 }
 
+// A runtime may take bytes from 0x80 up as negative.
+TYPED_TEST(TOVPlatformStringTest, ComparesByUnsignedUnitsWithoutCaseToo)
+{
+    const sOrder aOrders[] = {
+        {"\x7F", "\x80", -1},
+        {"z", "\xFF", -1},
+        {"Z", "\x80", -1},
+        {"", "\xFF", -1},
+        {"a\x01", "A\xFF", -1},
+        {"\x80", "\xFF", -1},
+        {"\x80"
+         "A",
+         "\x80"
+         "a",
+         0},
+    };
+    ExpectOrders<TypeParam>(SignOfCompareNoCase<TypeParam>, aOrders);
+    ExpectOrders<TypeParam>(SignOfCollateNoCase<TypeParam>, aOrders);
+}
+
 TYPED_TEST(TOVPlatformStringTest, CollatesToMinusOneZeroOrOne)
 {
     const sOrder aOrders[] = {{"", "", 0}, {"abc", "abc", 0}, {"", "zz", -1}, {"abc", "xyz", -1}, {"a", "abcdef", -1}};
