@@ -134,7 +134,8 @@ tFaultScenarios PatternScenarios()
 
 tFaultScenarios ProcessScenarios()
 {
-    return {
+    return
+    {
         {"EventIsSignalled",
          [] {
              CTOVEvent oEvent(true);
@@ -143,69 +144,68 @@ tFaultScenarios ProcessScenarios()
              oEvent.Reset();
              FAULT_EXPECT(oEvent.GetHandle() == 0 || !oEvent.TimedWait(0));
          }},
-        {"NamedObjectsAreOpened",
-         [] {
-             const tHandle hEvent = Synchronization::Event::Create(true, true, "TOVFaultEvent");
-             const tHandle hSame = Synchronization::Event::Create(true, false, "TOVFaultEvent");
-             const tHandle hMutex = Synchronization::Mutex::Create(true, "TOVFaultMutex");
-             const tHandle hSemaphore = Synchronization::Semaphore::Create(1, 3, "TOVFaultSemaphore");
-             FAULT_EXPECT(hSame == 0 || hEvent == 0 || Synchronization::Event::TimedWait(hSame, 0));
-             FAULT_EXPECT(hMutex == 0 || !Synchronization::Mutex::IsLocked(hMutex));
-             FAULT_EXPECT(hSemaphore == 0 || Synchronization::Semaphore::Unlock(hSemaphore, 1) == 1);
-             Synchronization::Mutex::Unlock(hMutex);
-             Synchronization::Mutex::Unlock(hMutex);
-             FAULT_EXPECT(Synchronization::Event::Destroy(hEvent) == (hEvent != 0));
-             FAULT_EXPECT(Synchronization::Event::Destroy(hSame) == (hSame != 0));
-             FAULT_EXPECT(Synchronization::Mutex::Destroy(hMutex) == (hMutex != 0));
-             FAULT_EXPECT(Synchronization::Semaphore::Destroy(hSemaphore) == (hSemaphore != 0));
-         }},
-        {"LocksAreTaken",
-         [] {
-             CompletesOrFailsACheck([] {
-                 const CTOVMutex oMutex;
-                 oMutex.Lock();
-                 FAULT_EXPECT(!oMutex.IsLocked());
-                 oMutex.Unlock();
-                 oMutex.Unlock();
-             });
-             CompletesOrFailsACheck([] {
-                 const CTOVSemaphore oSemaphore(1, 2);
-                 oSemaphore.Lock();
-                 FAULT_EXPECT(!oSemaphore.TryLock(0) && oSemaphore.Unlock(2) == 0);
-             });
-             CompletesOrFailsACheck([] {
-                 const CTOVCriticalSection oSection;
-                 oSection.Enter();
-                 oSection.Leave();
-             });
-         }},
-        {"ConditionWaitsForEvents",
-         [] {
-             CTOVEvent aEvents[3] = {CTOVEvent(true), CTOVEvent(true), CTOVEvent(true)};
-             for (CTOVEvent& oEvent : aEvents)
-                 oEvent.Signal();
-             CompletesOrFailsACheck([&] {
-                 CTOVEventCondition oCondition(CTOVEventCondition::eConditionTypeAll, aEvents, 3);
-                 FAULT_EXPECT(oCondition.TimedWait(0) != -2);
-             });
-         }},
-        {"ConditionWaitsForManyEvents",
-         [] {
-             CTOVEvent aEvents[40];
-             aEvents[39].Signal();
-             CompletesOrFailsACheck([&] {
-                 CTOVEventCondition oCondition(CTOVEventCondition::eConditionTypeAny, aEvents, 40);
-                 FAULT_EXPECT(oCondition.TimedWait(0) != 0);
-             });
-         }},
+            {"NamedObjectsAreOpened",
+             [] {
+                 const tHandle hEvent = Synchronization::Event::Create(true, true, "TOVFaultEvent");
+                 const tHandle hSame = Synchronization::Event::Create(true, false, "TOVFaultEvent");
+                 const tHandle hMutex = Synchronization::Mutex::Create(true, "TOVFaultMutex");
+                 const tHandle hSemaphore = Synchronization::Semaphore::Create(1, 3, "TOVFaultSemaphore");
+                 FAULT_EXPECT(hSame == 0 || hEvent == 0 || Synchronization::Event::TimedWait(hSame, 0));
+                 FAULT_EXPECT(hMutex == 0 || !Synchronization::Mutex::IsLocked(hMutex));
+                 FAULT_EXPECT(hSemaphore == 0 || Synchronization::Semaphore::Unlock(hSemaphore, 1) == 1);
+                 Synchronization::Mutex::Unlock(hMutex);
+                 Synchronization::Mutex::Unlock(hMutex);
+                 FAULT_EXPECT(Synchronization::Event::Destroy(hEvent) == (hEvent != 0));
+                 FAULT_EXPECT(Synchronization::Event::Destroy(hSame) == (hSame != 0));
+                 FAULT_EXPECT(Synchronization::Mutex::Destroy(hMutex) == (hMutex != 0));
+                 FAULT_EXPECT(Synchronization::Semaphore::Destroy(hSemaphore) == (hSemaphore != 0));
+             }},
+            {"LocksAreTaken",
+             [] {
+                 CompletesOrFailsACheck([] {
+                     const CTOVMutex oMutex;
+                     oMutex.Lock();
+                     FAULT_EXPECT(!oMutex.IsLocked());
+                     oMutex.Unlock();
+                     oMutex.Unlock();
+                 });
+                 CompletesOrFailsACheck([] {
+                     const CTOVSemaphore oSemaphore(1, 2);
+                     oSemaphore.Lock();
+                     FAULT_EXPECT(!oSemaphore.TryLock(0) && oSemaphore.Unlock(2) == 0);
+                 });
+                 CompletesOrFailsACheck([] {
+                     const CTOVCriticalSection oSection;
+                     oSection.Enter();
+                     oSection.Leave();
+                 });
+             }},
+            {"ConditionWaitsForEvents",
+             [] {
+                 CTOVEvent aEvents[3] = {CTOVEvent(true), CTOVEvent(true), CTOVEvent(true)};
+                 for (CTOVEvent& oEvent : aEvents)
+                     oEvent.Signal();
+                 CompletesOrFailsACheck([&] {
+                     CTOVEventCondition oCondition(CTOVEventCondition::eConditionTypeAll, aEvents, 3);
+                     FAULT_EXPECT(oCondition.TimedWait(0) != -2);
+                 });
+             }},
+            {"ConditionWaitsForManyEvents",
+             [] {
+                 CTOVEvent aEvents[40];
+                 aEvents[39].Signal();
+                 CompletesOrFailsACheck([&] {
+                     CTOVEventCondition oCondition(CTOVEventCondition::eConditionTypeAny, aEvents, 40);
+                     FAULT_EXPECT(oCondition.TimedWait(0) != 0);
+                 });
+             }},
 #if !TOV_SYSTEM_WINDOWS // there, the release of a block by a new thread is not counted
-        {"ThreadRuns",
-         [] {
-             CCountingThread oThread;
-             const bool bStarted = oThread.Start(1, TOVPlatform::TOVThread::eThreadPriorityNormal);
-             oThread.Stop(true, 0xFFFFFFFF);
-             FAULT_EXPECT(oThread.m_nRuns == (bStarted ? 1 : 0) && oThread.IsRunning() == bStarted);
-         }},
+            {"ThreadRuns", [] {
+                 CCountingThread oThread;
+                 const bool bStarted = oThread.Start(1, TOVPlatform::TOVThread::eThreadPriorityNormal);
+                 oThread.Stop(true, 0xFFFFFFFF);
+                 FAULT_EXPECT(oThread.m_nRuns == (bStarted ? 1 : 0) && oThread.IsRunning() == bStarted);
+             }},
 #endif
     };
 }

@@ -64,8 +64,8 @@ inline tDword ThisThreadId()
 // False if the process has no keys left, without which no thread's end can be noticed.
 bool CanNoticeEnds();
 
-// Called by a thread that TOVThread::Create started, as its last step: ends it here if its end will not be noticed, since
-// there was no memory for that.
+// Called by a thread that TOVThread::Create started, as its last step: ends it here if its end will not be noticed,
+// since there was no memory for that.
 void EndUnnoticedThread();
 
 // Called in the child of a fork, under all locks of the process: the calling thread is the only one, and the kernel
