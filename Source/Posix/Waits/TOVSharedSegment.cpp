@@ -45,6 +45,8 @@ bool LockFileSoon(int nFile)
     {
         if (LockFile(nFile, LOCK_EX | LOCK_NB))
             return true;
+        if (errno != EWOULDBLOCK)
+            return false;
         ::usleep(LOCK_RETRY_US);
     }
     return false;
