@@ -63,13 +63,7 @@ bool CTOVTestSuiteFactory::HasClass(const char* szName)
 tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
 {
     // Every call follows the program's rule. What it exports never changes, so that one look is enough.
-    static decltype(&GetCreatorMapDirect) pfOfProgram = nullptr;
-    static bool bHasLooked = false;
-    if (!bHasLooked)
-    {
-        pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
-        bHasLooked = true;
-    }
+    static const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnCreatorMap();
 }
 } // namespace TOVTest

@@ -17,25 +17,10 @@ namespace TOVPosix
 {
 namespace
 {
-// Whether the environment asks for the text. It is read once, by the thread that loads the library, which logs then:
-// the environment may change under other threads.
-enum eAsked
-{
-    eAskedUnknown,
-    eAskedNo,
-    eAskedYes
-};
-std::atomic<eAsked> s_eAsked(eAskedUnknown);
-
 bool IsAskedFor()
 {
-    // The compiler's own lock for this would take two more functions of another library at each start.
-    if (s_eAsked.load(std::memory_order_relaxed) == eAskedUnknown)
-    {
-        const char* szLog = std::getenv("TOVKERNEL_LOG");
-        s_eAsked.store(szLog != nullptr && *szLog != '\0' ? eAskedYes : eAskedNo, std::memory_order_relaxed);
-    }
-    return s_eAsked.load(std::memory_order_relaxed) == eAskedYes;
+    const char* szLog = std::getenv("TOVKERNEL_LOG");
+    return szLog != nullptr && *szLog != '\0';
 }
 
 constexpr long long ANSWER_LIFETIME = 10 * NANOSECONDS_PER_MILLISECOND;
@@ -99,7 +84,9 @@ bool CanHaveDebugger()
 
 bool ShowsDebugText()
 {
-    return IsAskedFor() || HasDebugger();
+    // Read once, by the thread that loads the library, which logs then: the environment may change under other threads.
+    static const bool s_bAskedFor = IsAskedFor();
+    return s_bAskedFor || HasDebugger();
 }
 
 void AskForDebuggerAgain()
