@@ -111,9 +111,9 @@ CStrikes::CStrikes() : m_ulBefore(CountFailedCalls())
 {
 }
 
-bool CStrikes::Any() const
+unsigned long CStrikes::Count() const
 {
-    return CountFailedCalls() != m_ulBefore;
+    return CountFailedCalls() - m_ulBefore;
 }
 
 bool CStrikes::Of(std::initializer_list<const char*> aszNames) const

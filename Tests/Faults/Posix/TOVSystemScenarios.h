@@ -22,8 +22,9 @@ public:
     // Whether a call has failed that goes by one of these names.
     bool Of(std::initializer_list<const char*> aszNames) const;
 
-    // Whether any call has failed.
-    bool Any() const;
+    // Whether any call has failed, and how many have.
+    bool Any() const { return Count() != 0; }
+    unsigned long Count() const;
 
 private:
     const unsigned long m_ulBefore;
