@@ -2,6 +2,8 @@
 // input.
 #pragma once
 
+#include <Quiet.h>
+
 #include <benchmark/benchmark.h>
 
 // Defines and registers a benchmark. Its name says which row it belongs to, and who is measured: BENCH("string/copy24",
@@ -11,8 +13,8 @@
 #define BENCH(szRow, szWho) BENCH_DEFINE(szRow, szWho, BENCH_JOIN(Run, __LINE__), BENCH_JOIN(s_pRun, __LINE__), )
 #define BENCH_DEFINE(szRow, szWho, function, registration, options)                                                    \
     static void function(benchmark::State& oState);                                                                    \
-    [[maybe_unused]] static auto* const registration =                                                                 \
-        benchmark::RegisterBenchmark(szRow "|" szWho, function) options;                                               \
+    [[maybe_unused]] static auto* const registration = benchmark::RegisterBenchmark(                                   \
+        szRow "|" szWho, [](benchmark::State& oMeasured) { MeasureQuietly(oMeasured, function); }) options;            \
     static void function(benchmark::State& oState)
 
 // Measures wall time instead of the calling thread's processor time: for work that other threads do, or that waits.

@@ -5,7 +5,7 @@ from statistics import geometric_mean
 
 from growth import TOLERANCE
 from plot import draw_growth, draw_ratios
-from programs import CONTENDED, KERNEL, NOISY, ROUNDS, ROUNDS_CONTENDED
+from programs import CONTENDED, KERNEL, LEAST_QUIET, NOISY, ROUNDS, ROUNDS_CONTENDED
 from targets import base_of
 
 # An order of magnitude: what is slower than this on Windows is flagged.
@@ -81,6 +81,15 @@ def totals(rows):
     return (f"**{len(targeted)} rows with a target: {realistic} meet the realistic one, {ambitious} the ambitious "
             f"one.**\nOf the {len(compared)} rows with peers, TOVKernel is ahead of all of them in {ahead}; the "
             f"geometric mean of\nits ratio to the best peer is {mean:.2f}.")
+
+
+def disturbed_text(rows):
+    measured = {id(one): one for row in rows for one in (row.kernel, *row.peers.values())}.values()
+    disturbed = sum(len(one.disturbed) for one in measured)
+    runs = disturbed + sum(len(one.quiet) for one in measured)
+    return (f"A probe before and after a run tells\nwhether something outside this machine uses the same processor: "
+            f"{disturbed:,} of {runs:,} runs were disturbed so, and are left\nout of rows with at least {LEAST_QUIET} "
+            "others.")
 
 
 def rows_table(rows):
@@ -238,10 +247,12 @@ turns, in one run. Only ratios of one run count: another machine, or the same on
 
 ## How to read it
 
-A row without threads shows processor time, and the others show wall time. Each number is the median of {ROUNDS} runs,
-which were taken in turns (TOVKernel, each peer, and again from the beginning), and of {ROUNDS_CONTENDED} runs where
-threads meet. A thread that does nothing stands by in each process. "x best" is the time as a multiple of the fastest
-peer's: below 1, TOVKernel is ahead. The limit is what the realistic target comes to in this run. A row with ~ is noisy:
+A row without threads shows processor time, and the others show wall time. Each number is the median of {ROUNDS} runs or
+more, which were taken in turns (TOVKernel, each peer, and again from the beginning), and of {ROUNDS_CONTENDED} runs where
+threads meet. A thread that does nothing stands by in each process. {disturbed_text(rows)}
+
+"x best" is the time as a multiple of the fastest peer's: below 1, TOVKernel is ahead. The limit is what the realistic
+target comes to in this run. A row with ~ is noisy:
 the middle half of its runs, or of the best peer's, lies further apart than {NOISY:.0%} of the median, so that a
 difference of that size says nothing. `Benchmarks/Targets.txt` has the targets, and
 [Benchmarks/README.md](../Benchmarks/README.md) tells how to add a row.

@@ -5,14 +5,23 @@ import os
 import re
 import statistics
 import subprocess
+import time
 from pathlib import Path
 
 KERNEL = "TOVKernel"
 
 # Rows in which threads meet. What they need depends on how the system schedules them, so that they are run more often.
 CONTENDED = re.compile(r"queue/\dP\dC|contended lock")
-ROUNDS = 5
 ROUNDS_CONTENDED = 20
+
+# How many undisturbed runs a row without threads shall have, and the seconds after which no more are tried. With fewer
+# than LEAST_QUIET of them, the disturbed runs count as well.
+ROUNDS = 7
+LONGEST = 360
+LEAST_QUIET = 5
+
+# What a program writes to a run during which something outside the machine used the processor too.
+DISTURBED = "disturbed"
 
 # A row whose runs lie further apart than this, measured from the lower to the upper quartile, is called noisy.
 NOISY = 0.15
@@ -31,8 +40,13 @@ class Measurement:
     """What one benchmark needed in each run."""
 
     def __init__(self):
-        self.times = []  # nanoseconds for one operation
+        self.quiet = []  # nanoseconds for one operation
+        self.disturbed = []
         self.size = None  # bytes that an operation covers
+
+    @property
+    def times(self):
+        return self.quiet if len(self.quiet) >= LEAST_QUIET else self.quiet + self.disturbed
 
     @property
     def time(self):
@@ -52,13 +66,13 @@ class Measurement:
     def add(self, run):
         """Takes over one entry of the benchmark library's report."""
         name = run["name"]
-        time = run["real_time" if "real_time" in name or "manual_time" in name else "cpu_time"]
-        time *= {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}[run["time_unit"]]
+        duration = run["real_time" if "real_time" in name or "manual_time" in name else "cpu_time"]
+        duration *= {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}[run["time_unit"]]
         if "items_per_second" in run:
-            time = 1e9 / run["items_per_second"]
+            duration = 1e9 / run["items_per_second"]
         if "bytes_per_second" in run:
-            self.size = run["bytes_per_second"] * time * 1e-9
-        self.times.append(time)
+            self.size = run["bytes_per_second"] * duration * 1e-9
+        (self.disturbed if run.get("label") == DISTURBED else self.quiet).append(duration)
 
 
 class Program:
@@ -70,21 +84,26 @@ class Program:
         listing = self._run("--benchmark_list_tests=true")
         self.benchmarks = [line for line in listing.splitlines() if "|" in line]
 
-    def run(self, names, min_time):
+    def probe(self):
+        """The nanoseconds of the probe on a quiet processor."""
+        return float(self._run("--probe"))
+
+    def run(self, names, min_time, quiet_limit=None):
         """Runs the named benchmarks once. Returns the entries of the report."""
         # The benchmark library reads a pattern, in which any sign that is not a letter may mean something.
         names = "|".join(re.sub(r"[^\w/ ]", ".", name) for name in names)
         report = self._run("--benchmark_filter=^(" + names + ")$", "--benchmark_min_time=" + str(min_time),
-                           "--benchmark_format=json")
+                           "--benchmark_format=json", quiet_limit=quiet_limit)
         runs = json.loads(report)["benchmarks"]
         failed = [run for run in runs if run.get("error_occurred") and run["error_message"] != TOO_SLOW]
         if failed:
             raise RuntimeError(f"{self.name}: {failed[0]['name']}: {failed[0]['error_message']}")
         return [run for run in runs if not run.get("error_occurred")]
 
-    def _run(self, *options):
+    def _run(self, *options, quiet_limit=None):
+        environment = {**os.environ, "TOV_BENCH_QUIET": str(quiet_limit)} if quiet_limit else None
         done = subprocess.run([*self.command, *options], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, text=True, check=False, timeout=TIMEOUT)
+                              stderr=subprocess.PIPE, text=True, check=False, timeout=TIMEOUT, env=environment)
         if done.returncode != 0:
             raise RuntimeError(f"{self.name} ended with {done.returncode}: {done.stderr[-2000:]}")
         return done.stdout
@@ -106,25 +125,52 @@ def is_wanted(benchmark, filters):
     return not filters or any(re.search(r"(^|[/ (])" + re.escape(part), row_of(benchmark)) for part in filters)
 
 
-def measure(programs, filters=(), rounds=ROUNDS, rounds_contended=ROUNDS_CONTENDED, min_time=0.02, progress=None):
+def find_quiet_limit(programs):
+    """The time up to which the probe tells of a quiet processor: a neighbour makes it a third longer, or more."""
+    return 1.12 * programs[0].probe()
+
+
+def measure(programs, filters=(), rounds=ROUNDS, rounds_contended=ROUNDS_CONTENDED, min_time=0.02, quiet_limit=None,
+            progress=None):
     """Runs all wanted rows. Returns a measurement for each name, "row|who"."""
     results = {}
-    # A family at a time, so that what is compared is measured within seconds, and the contended rows for themselves.
-    groups = {}
+    end = time.monotonic() + LONGEST
+    for contended, least in ((False, rounds), (True, rounds_contended)):
+        families = group_by_family(programs, filters, contended)
+        number = 0
+        while families and (number < least or time.monotonic() < end):
+            # A family at a time, so that what is compared is measured within seconds. The rounds go over all families, so
+            # that a slow minute of the machine spoils some runs of every row, and not all the runs of one.
+            for members in families:
+                for program, benchmarks in members.items():
+                    take_over(results, program.run(benchmarks, min_time, None if contended else quiet_limit))
+            number += 1
+            if progress:
+                progress(f"round {number}" + (" where threads meet" if contended else ""))
+            if number >= least:
+                families = still_disturbed(families, results, least)
+    return results
+
+
+def still_disturbed(families, results, least):
+    """Returns what has fewer undisturbed runs than it shall have."""
+    def left(benchmarks):
+        return [one for one in benchmarks if len(results[OPTIONS.sub("", one)].quiet) < least]
+
+    rest = [{program: left(benchmarks) for program, benchmarks in members.items()} for members in families]
+    rest = [{program: benchmarks for program, benchmarks in members.items() if benchmarks} for members in rest]
+    return [members for members in rest if members]
+
+
+def group_by_family(programs, filters, contended):
+    """Returns, for each family, the wanted benchmarks of each program."""
+    families = {}
     for program in programs:
         for benchmark in program.benchmarks:
-            if is_wanted(benchmark, filters):
-                contended = CONTENDED.search(benchmark) is not None
-                group = groups.setdefault((row_of(benchmark).split("/")[0], contended), {})
-                group.setdefault(program, []).append(benchmark)
-    for (family, contended), members in sorted(groups.items(), key=lambda group: (group[0][1], group[0][0])):
-        count = rounds_contended if contended else rounds
-        if progress:
-            progress(family + (", contended" if contended else ""), count)
-        for _ in range(count):
-            for program, benchmarks in members.items():
-                take_over(results, program.run(benchmarks, min_time))
-    return results
+            if is_wanted(benchmark, filters) and (CONTENDED.search(benchmark) is not None) == contended:
+                family = families.setdefault(row_of(benchmark).split("/")[0], {})
+                family.setdefault(program, []).append(benchmark)
+    return [members for _, members in sorted(families.items())]
 
 
 def take_over(results, runs):

@@ -13,7 +13,7 @@ from catalogue import measure_catalogue
 from growth import measure_growth
 from machine import busy_share, machine_facts, measure_memory, measure_start, stripped_size
 from page import print_table, totals, write_page
-from programs import find_programs, measure
+from programs import find_programs, find_quiet_limit, measure
 
 PROJECT = Path(__file__).resolve().parents[2]
 START = time.monotonic()
@@ -38,17 +38,15 @@ def read_arguments():
 
 
 def measure_rows(label, programs, filters, **options):
-    def tell(family, rounds):
-        progress(f"{label}: {family}, {rounds} runs")
-
-    results = measure(programs, filters, progress=tell, **options)
+    results = measure(programs, filters, progress=lambda what: progress(f"{label}: {what}"), **options)
     rows = targets.read_targets(PROJECT / "Benchmarks" / "Targets.txt")
     return targets.fill(rows, results), rows, results
 
 
 def print_rows(arguments):
     options = {"rounds": arguments.rounds, "rounds_contended": arguments.rounds} if arguments.rounds else {}
-    rows, _, _ = measure_rows("rows", find_programs(arguments.linux), arguments.filters, **options)
+    programs = find_programs(arguments.linux)
+    rows, _, _ = measure_rows("rows", programs, arguments.filters, quiet_limit=find_quiet_limit(programs), **options)
     if not rows:
         print("no row has a name with " + " or ".join(arguments.filters), file=sys.stderr)
         return 1
@@ -70,7 +68,7 @@ def write(arguments, place):
     if busy > 0.1:
         progress(f"other programs use {busy:.0%} of the processors: what is measured is noisy")
     programs = find_programs(arguments.linux)
-    rows, all_rows, results = measure_rows("rows", programs, ())
+    rows, all_rows, results = measure_rows("rows", programs, (), quiet_limit=find_quiet_limit(programs))
     problems = targets.complain(all_rows, results)
     if problems:
         print("\n".join(problems), file=sys.stderr)

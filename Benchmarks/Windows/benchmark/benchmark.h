@@ -72,6 +72,7 @@ public:
     void SetItemsProcessed(std::int64_t nItems) { m_nItems = nItems; }
     void SetBytesProcessed(std::int64_t nBytes) { m_nBytes = nBytes; }
     void SetIterationTime(double dSeconds) { m_dManualSeconds += dSeconds; }
+    void SetLabel(const char*) {} // the report has none
     void SkipWithError(const char* szError) { m_sError = szError; }
 
 private:
