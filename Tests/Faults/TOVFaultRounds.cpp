@@ -4,9 +4,11 @@
 
 #include <TOVPlatform/TOVMemoryList.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <thread>
 
 namespace
 {
@@ -30,6 +32,20 @@ void RunToItsEnd(const sFaultScenario& oScenario)
     {
         NoteCondition(false, "only exhausted memory leaves a scenario", __FILE__, __LINE__);
     }
+}
+
+// A thread in its last steps may have something open for a moment.
+long CountHandlesAtRest(long lExpected)
+{
+    constexpr int MAX_WAITS = 1000; // milliseconds
+
+    long lHandles = CountOpenHandles();
+    for (int nWait = 0; nWait < MAX_WAITS && lHandles != lExpected; ++nWait)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        lHandles = CountOpenHandles();
+    }
+    return lHandles;
 }
 } // namespace
 
@@ -84,7 +100,7 @@ void CFaultRounds::Run(const sFaultScenario& oScenario, const std::function<void
         ++m_nBroken;
     }
 
-    const long lHandles = CountOpenHandles();
+    const long lHandles = CountHandlesAtRest(m_lHandles);
     if (lHandles != m_lHandles)
     {
         std::fprintf(stderr, "%s: %ld open handles became %ld\n", oScenario.szName, m_lHandles, lHandles);

@@ -290,6 +290,32 @@ tFaultScenarios SystemFileScenarios()
              FAULT_EXPECT(!bFlushed || ContentsOf(FaultFile("opened")) == "text");
              FAULT_EXPECT(hFile.Close() == "text");
          }},
+        {"FileFlushesWhatFollowsARead",
+         [] {
+             COpenFile hFile("r+b", "abcdef");
+             {
+                 const CFaultPause oPause;
+                 char acRead[2];
+                 File::Read(hFile, acRead, 1, 2);
+                 File::Write(hFile, "XY", 1, 2);
+             }
+             const CStrikes oStrikes;
+             const bool bFlushed = File::Flush(hFile) == File::eFileSuccess;
+             FAULT_EXPECT(bFlushed == !(IsNotWritten(oStrikes) || oStrikes.Of({"lseek"})));
+             FAULT_EXPECT(hFile.Close() == "abXYef");
+         }},
+        {"FileFlushesALine",
+         [] {
+             COpenFile hFile("wb", "");
+             {
+                 const CFaultPause oPause;
+                 std::setvbuf(File::CTOVHandleManager::Instance().GetFile(hFile), nullptr, _IOLBF, 0);
+                 File::Write(hFile, "text", 1, 4);
+             }
+             const CStrikes oStrikes;
+             FAULT_EXPECT((File::Flush(hFile) == File::eFileSuccess) == !oStrikes.Of({"fflush"}));
+             FAULT_EXPECT(hFile.Close() == "text");
+         }},
         {"FileClosesWritten", CloseWritten},
         {"FileClosesRead",
          [] {

@@ -13,9 +13,12 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace File = TOVPlatform::TOVFile;
-namespace Mutex = TOVPlatform::TOVSynchronization::Mutex;
+namespace Synchronization = TOVPlatform::TOVSynchronization;
+namespace Mutex = Synchronization::Mutex;
 namespace Thread = TOVPlatform::TOVThread;
 
 namespace
@@ -57,6 +60,32 @@ bool InstallsTimeEvent()
     return true;
 }
 
+// Ends a process that has a named object, which stays behind.
+void DieWithNamedObject()
+{
+    const bool bArmed = ArmSystemFault(false);
+    const pid_t nChild = ::fork();
+    if (nChild == 0)
+    {
+        Synchronization::Event::Create(true, false, "TOVDeadEvent");
+        ::_exit(0);
+    }
+    int nStatus = 0;
+    ::waitpid(nChild, &nStatus, 0);
+    ArmSystemFault(bArmed);
+}
+
+// The first named object of a process is the occasion to remove those of dead processes.
+bool NamesObject()
+{
+    DieWithNamedObject();
+    const tHandle hEvent = Synchronization::Event::Create(true, true, "TOVFirstEvent");
+    if (hEvent == 0)
+        return CountFailedCalls() != 0;
+    const bool bSignalled = Synchronization::Event::TimedWait(hEvent, 0);
+    return Synchronization::Event::Destroy(hEvent) && bSignalled;
+}
+
 // The first uses of what the library prepares. A thread may be refused: its end must be noticed.
 bool IsUsable()
 {
@@ -64,7 +93,7 @@ bool IsUsable()
     const tHandle hMutex = Mutex::Create(true, nullptr);
     Mutex::Unlock(hMutex);
     Thread::WaitForExitInfinite(Thread::Create(&DoNothing, nullptr, nullptr));
-    const bool bUsable = WritesStaged() && InstallsTimeEvent() && Mutex::Destroy(hMutex);
+    const bool bUsable = WritesStaged() && InstallsTimeEvent() && NamesObject() && Mutex::Destroy(hMutex);
 
     const bool bArmed = ArmSystemFault(false);
     const tHandle hFile = File::Open("/proc/self/status", "rb");
@@ -119,7 +148,7 @@ int CountStarts(const std::optional<std::string>& oLog)
     for (int nFault = 0; nFault < CountSystemFaults(); ++nFault)
     {
         int nStatus = STATUS_USED;
-        for (int nSuccesses = 0; nStatus == STATUS_USED && nSuccesses < 20; ++nSuccesses)
+        for (int nSuccesses = 0; nStatus == STATUS_USED && nSuccesses < 30; ++nSuccesses)
         {
             sProgram oProgram = ProgramWithFault("StartWithAFault", nFault, nSuccesses);
             oProgram.aVariables["TOVKERNEL_LOG"] = oLog;
