@@ -75,11 +75,12 @@ std::string ModelTexts(CModelBytes& oBytes, int& nCount)
     return sLines;
 }
 
-// A record of version 1 has neither a directory, which is then the first, nor a high word of its size.
-std::string ModelRecord(CModelBytes& oBytes, int nDirectories)
+// A catalogue of version 1 has records of version 1, with neither a directory, which is then the first, nor a high word
+// of their size. All others have records of version 2.
+std::string ModelRecord(CModelBytes& oBytes, int nDirectories, int nCatalogVersion)
 {
     const int nVersion = oBytes.Number();
-    Require(nVersion == 1 || nVersion == 2);
+    Require(nVersion == (nCatalogVersion == 1 ? 1 : 2));
     const int nDirectory = nVersion == 2 ? oBytes.Number() : 0;
     const std::string sPath = ModelText(oBytes);
     unsigned long long ullSize = static_cast<std::uint32_t>(oBytes.Number());
@@ -226,7 +227,7 @@ private:
 
         const int nFiles = ModelCount(oBytes, nVersion >= 2 ? 25 : 17);
         for (int nFile = 0; nFile < nFiles; ++nFile)
-            sContents += ModelRecord(oBytes, nDirectories);
+            sContents += ModelRecord(oBytes, nDirectories, nVersion);
 
         if (nVersion >= 2)
         {
