@@ -1,10 +1,14 @@
 // All that the library has, at once and in turn: a short share of what Attacks/Soak does for long.
+#include "Soak/LoadParts.h"
 #include "Soak/MixedLoad.h"
 #include "Support/TOVAllocationCounter.h"
 #include "Support/TOVTestSupport.h"
+#include "Threads/ThreadScenarios.h"
 
 #include <TOVPlatform/TOVFile.h>
 #include <Test/TOVTestHost.h>
+
+#include <thread>
 
 TOV_TEST_HOST
 
@@ -13,6 +17,22 @@ TEST(TOVMixedLoadTest, IsRightWhileOtherThreadsAreAtWork)
     CThreadReport oReport;
     RunMixedRound({4, 20}, true, oReport);
     StartAndStopThread(oReport);
+
+    EXPECT_EQ(0, oReport.GetNumWrong()) << oReport.GetTexts();
+}
+
+// A line of another load has other arguments, which are no numbers of threads.
+TEST(TOVMixedLoadTest, CountsNoLineOfAnotherLoad)
+{
+    CThreadReport oReport;
+    std::atomic<bool> bOver(false);
+    std::thread oOther([&] {
+        while (!bOver)
+            RunListeners(oReport);
+    });
+    RunLog({4, 200}, oReport);
+    bOver = true;
+    oOther.join();
 
     EXPECT_EQ(0, oReport.GetNumWrong()) << oReport.GetTexts();
 }
