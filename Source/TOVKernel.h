@@ -34,6 +34,7 @@
 #include <TOVString/TOVFourCC.h>
 #include <TOVString/TOVResourceLoader.h>
 #include <TOVString/TOVStringA.h>
+#include <TOVString/TOVStringStd.h>
 #include <TOVString/TOVStringW.h>
 
 #include <TOVRtti/TOVClass.h>

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <Debug/TOVCheck.h>
+#include <TOVContainers/TOVSortAccess.h>
 #include <TOVContainers/TOVSorter.h>
 #include <TOVDesignPatterns/TOVSmartPointer.h>
 
-#include <cstdint>
+#include <climits>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <type_traits>
@@ -16,8 +16,8 @@
 class CTOVStringA;
 class CTOVStringW;
 
-// What reading and writing the elements of an array does without virtual calls. The function is internal, and stands
-// outside the array's own class so that the library does not export it.
+// What reading and writing by an index does inline. The functions are internal, and stand outside the classes so that
+// the library does not export them.
 namespace TOVIndexing
 {
 // Returns whether there is such an element, and none of the operations that lead to it is overridden. If not, they are
@@ -27,100 +27,13 @@ template<class TArray> bool IsOwn(const TArray& oArray, long lIndex, std::size_t
     // A negative index becomes a number that is larger than any size.
     return TOVHasOwnTable(oArray) && static_cast<std::size_t>(lIndex) < nSize;
 }
-} // namespace TOVIndexing
 
-// What the sort of an array does with it. These classes are internal, and stand outside the array's own class so that
-// the library does not export them.
-namespace TOVSorting
+// Returns an index of an unsigned type as a long: -1, which no check of an index lets pass, if it is too large.
+template<class TIndex> constexpr long ToLong(TIndex nIndex)
 {
-// Works by the virtual operations of the array.
-template<class T, class TArray> class CVirtualAccess
-{
-public:
-    explicit CVirtualAccess(TArray& oArray) : m_oArray(oArray) {}
-
-    long GetSize() const { return m_oArray.GetSize(); }
-    const T& GetAt(long lIndex) const { return m_oArray.GetAt(lIndex); }
-    void SetAt(long lIndex, const T& oElement) { m_oArray.SetAt(lIndex, oElement); }
-    void Swap(long lIndex1, long lIndex2) { m_oArray.Swap(lIndex1, lIndex2); }
-
-    void Prefetch(long) const {}
-
-    // Copies an element to a lower index.
-    void CopyDown(long lTarget, long lSource) { SetAt(lTarget, GetAt(lSource)); }
-
-    // Compares an element with the next one.
-    template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
-    {
-        return pfCompare(GetAt(lIndex), GetAt(lIndex + 1));
-    }
-
-private:
-    TArray& m_oArray;
-};
-
-// Returns 1 for a negative result of a comparison, and 0 for others.
-template<class TResult> inline long OneIfNegative(TResult oResult)
-{
-    // The sign bit itself takes a step less than the question.
-    if constexpr (std::is_integral_v<TResult>)
-        return static_cast<long>(static_cast<std::make_unsigned_t<TResult>>(oResult) >>
-                                 std::numeric_limits<TResult>::digits);
-    else
-        return oResult < 0 ? 1 : 0;
+    return nIndex <= static_cast<unsigned long>(LONG_MAX) ? static_cast<long>(nIndex) : -1;
 }
-
-// Works without virtual calls, for an array whose class is not derived. The indexes are checked all the same,
-// since a comparison may change the array.
-template<class T> class CDirectAccess
-{
-public:
-    explicit CDirectAccess(std::vector<T>& aArray) : m_aArray(aArray) {}
-
-    long GetSize() const { return static_cast<long>(m_aArray.size()); }
-    const T& GetAt(long lIndex) const { return GetElements(lIndex)[lIndex]; }
-    void SetAt(long lIndex, const T& oElement) { GetElements(lIndex)[lIndex] = oElement; }
-
-    void Swap(long lIndex1, long lIndex2)
-    {
-        const T oElement(GetAt(lIndex2));
-        SetAt(lIndex2, GetAt(lIndex1));
-        SetAt(lIndex1, oElement);
-    }
-
-    void CopyDown(long lTarget, long lSource)
-    {
-        T* const pElements = GetElements(lSource);
-        pElements[lTarget] = pElements[lSource];
-    }
-
-    template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
-    {
-        const T* const pNext = GetElements(lIndex + 1) + (lIndex + 1);
-        return pfCompare(pNext[-1], *pNext);
-    }
-
-    // Asks for the elements that stand a few levels below a position of the heap: those of one line of the cache.
-    void Prefetch(long lPosition) const
-    {
-        // These elements need not be in the array.
-        constexpr std::size_t LINE_SIZE = 64;
-        const std::size_t nOffset = LINE_SIZE / sizeof(T) * sizeof(T) * static_cast<std::size_t>(lPosition);
-        if (sizeof(T) <= LINE_SIZE / 4)
-            TOV_PREFETCH(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(m_aArray.data()) + nOffset));
-    }
-
-private:
-    // Returns all elements, of which the one at lMaxIndex is there.
-    T* GetElements(long lMaxIndex) const
-    {
-        TOV_ASSERT_TEXT(static_cast<std::size_t>(lMaxIndex) < m_aArray.size(), "(0 <= lIndex) && (lIndex < GetSize())");
-        return m_aArray.data();
-    }
-
-    std::vector<T>& m_aArray;
-};
-} // namespace TOVSorting
+} // namespace TOVIndexing
 
 // A vector with virtual operations. It owns its elements, which it copies by T's copy constructor and assignment. The
 // capacity grows by one half, or to the needed number if that is larger, and never shrinks: repeated Add gives 1, 2, 3,
@@ -185,9 +98,25 @@ public:
     // std::out_of_range unless oArray has all these elements.
     virtual void Append(const CTOVArray& oArray, long lStart = 0, long lCount = -1);
 
-    // These call GetAt and ElementAt.
+    // These call GetAt and ElementAt. An index of an unsigned type, such as std::size_t, is taken as well.
     virtual const T& operator[](long lIndex) const;
     virtual T& operator[](long lIndex);
+    template<class TIndex, std::enable_if_t<std::is_unsigned_v<TIndex>, int> = 0>
+    const T& operator[](TIndex nIndex) const
+    {
+        return (*this)[TOVIndexing::ToLong(nIndex)];
+    }
+    template<class TIndex, std::enable_if_t<std::is_unsigned_v<TIndex>, int> = 0> T& operator[](TIndex nIndex)
+    {
+        return (*this)[TOVIndexing::ToLong(nIndex)];
+    }
+
+    // The elements as a range, for loops and for algorithms of the standard library. No virtual operation is called.
+    // What changes the size of the array ends the range.
+    friend const T* begin(const CTOVArray& oArray) { return oArray.m_aArray.data(); }
+    friend const T* end(const CTOVArray& oArray) { return oArray.m_aArray.data() + oArray.m_aArray.size(); }
+    friend T* begin(CTOVArray& oArray) { return oArray.m_aArray.data(); }
+    friend T* end(CTOVArray& oArray) { return oArray.m_aArray.data() + oArray.m_aArray.size(); }
 
     // Swaps two elements by SetAt, first at lIndex2, then at lIndex1. Throws unless
     // "(0 <= lIndex1) && (lIndex1 < GetSize())", then unless the same is true for lIndex2.

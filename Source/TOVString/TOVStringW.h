@@ -9,6 +9,7 @@
 
 #include <cstdarg>
 #include <iosfwd>
+#include <type_traits>
 
 class CTOVStringA;
 class CTOVStringW;
@@ -93,6 +94,10 @@ public:
     void SetAt(long lIndex, int nChar);
     int operator[](int nIndex) const;
     int operator[](long lIndex) const;
+    template<class TIndex, std::enable_if_t<std::is_unsigned_v<TIndex>, int> = 0> int operator[](TIndex nIndex) const
+    {
+        return GetAt(TOVIndexing::ToLong(nIndex));
+    }
 
     // The following operations work on the block directly. They throw unless the length is from 0 to INT_MAX-1.
     void AllocBuffer(int nLength);
