@@ -45,3 +45,15 @@ else()
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/CMake/TOVKernel.pc.in" "${PROJECT_BINARY_DIR}/TOVKernel.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/TOVKernel.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# gdb looks for the views of a library's objects beside the library, by this name; other debuggers are given theirs.
+set(TOV_DEBUGGER_VIEWS "$<TARGET_FILE_NAME:TOVKernel>-gdb.py")
+file(GENERATE OUTPUT "$<TARGET_FILE_DIR:TOVKernel>/${TOV_DEBUGGER_VIEWS}"
+     INPUT "${PROJECT_SOURCE_DIR}/Tools/Debugger/tovkernel_gdb.py")
+if(WIN32)
+    set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_BINDIR}")
+else()
+    set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_LIBDIR}")
+endif()
+install(FILES Tools/Debugger/tovkernel_gdb.py DESTINATION "${TOV_VIEWS_FOLDER}" RENAME "${TOV_DEBUGGER_VIEWS}")
+install(FILES Tools/Debugger/TOVKernel.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/TOVKernel")

@@ -1,7 +1,11 @@
-"""Shows TOVKernel's text and containers in gdb: source Tools/Debugger/tovkernel_gdb.py
+"""Shows TOVKernel's text, containers and objects in gdb.
 
-Strings and paths are shown as their text, smart pointers as the pointer that they hold, and buffers, arrays and ring
-buffers as their elements. Everything is read from memory; no function of the program is called.
+A copy stands beside the library, where gdb finds it by itself if it may read scripts from that folder: write
+"add-auto-load-safe-path FOLDER" into ~/.gdbinit once. Otherwise: source tovkernel_gdb.py
+
+Strings and paths are shown as their text, containers as their elements, pointers and handles by what they hold, runtime
+classes by name and super classes, and timers by their defined channels. Everything is read from memory; no function of
+the program is called. The elements of queues and stacks are shown by the views of the standard library.
 """
 
 import gdb
@@ -35,12 +39,83 @@ class PathPrinter(TextPrinter):
         super().__init__(value["m_oPath"])
 
 
+def counted(number, what):
+    return f"{number} {what}" + ("" if number == 1 else "s")
+
+
 class SmartPointerPrinter:
     def __init__(self, value):
-        self.holder = value["m_pObject"].dereference()
+        self.holder = value["m_pObject"]
 
     def to_string(self):
-        return f"{self.holder['m_pObject']}, {int(self.holder['m_lRefCount'])} references"
+        if int(self.holder) == 0:
+            return "no holder"
+        holder = self.holder.dereference()
+        return f"{holder['m_pObject']}, {counted(int(holder['m_lRefCount']), 'reference')}"
+
+
+class HandlePrinter:
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        number = int(self.value["m_lHandle"])
+        return "handle without an id" if number == -1 else f"handle {number}"
+
+    def children(self):
+        yield "object", self.value["m_pObject"]
+        yield "database", self.value["m_pDatabase"]
+
+
+class ClassPrinter:
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        name = self.value["m_szName"]
+        name = name.string("utf-8", "backslashreplace") if int(name) != 0 else ""
+        return f"class {name}, id {int(self.value['m_dwClassId'])}"
+
+    def children(self):
+        super_classes = self.value["m_aSuperClasses"]["_M_impl"]
+        begin = super_classes["_M_start"]
+        for index in range(int(super_classes["_M_finish"] - begin)):
+            yield f"[{index}]", begin[index].dereference()
+
+    def display_hint(self):
+        return "array"
+
+
+class BitArrayPrinter:
+    MOST_BITS = 256
+
+    def __init__(self, value):
+        self.bytes, self.count = value["m_pStream"], int(value["m_nNumBits"])
+
+    def to_string(self):
+        shown = min(self.count, self.MOST_BITS)
+        bits = "".join(str((int(self.bytes[bit // 8]) >> (7 - bit % 8)) & 1) for bit in range(shown))
+        return counted(self.count, "bit") + (f" {bits}" if bits else "") + ("..." if shown < self.count else "")
+
+
+class TimerPrinter:
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        return "timer, " + ("high resolution" if self.value["m_bHighResolutionTimer"] else "milliseconds")
+
+    def children(self):
+        channels = self.value["m_aChannels"]
+        first, last = channels.type.range()
+        for index in range(first, last + 1):
+            channel = channels[index]
+            if channel["bDefined"]:
+                state = "paused" if channel["bPaused"] else "running" if channel["bRunning"] else "stopped"
+                yield f"[{index}]", f"{TextPrinter(channel['sName']).to_string()}, {state}"
+
+    def display_hint(self):
+        return "array"
 
 
 class ElementPrinter:
@@ -50,7 +125,7 @@ class ElementPrinter:
         self.name, self.first, self.count, self.capacity, self.begin = name, first, count, capacity, begin
 
     def to_string(self):
-        return f"{self.name} of {self.count} elements, capacity {self.capacity}"
+        return f"{self.name} of {counted(self.count, 'element')}, capacity {self.capacity}"
 
     def children(self):
         for index in range(self.count):
@@ -58,6 +133,40 @@ class ElementPrinter:
 
     def display_hint(self):
         return "array"
+
+
+class AdapterPrinter:
+    """Shows a container of the standard library that a class of this library guards."""
+
+    def __init__(self, name, container):
+        self.name, self.container = name, container
+        self.view = gdb.default_visualizer(container)
+
+    def elements(self):
+        return list(self.view.children()) if hasattr(self.view, "children") else None
+
+    def to_string(self):
+        elements = self.elements()
+        return self.name if elements is None else f"{self.name} of {counted(len(elements), 'element')}"
+
+    def children(self):
+        elements = self.elements()
+        if elements is None: # gdb has no views of the standard library
+            yield "container", self.container
+            return
+        for index, (_, element) in enumerate(elements):
+            yield f"[{index}]", element
+
+    def display_hint(self):
+        return "array"
+
+
+def queue_printer(value):
+    return AdapterPrinter("queue", value["m_aQueue"])
+
+
+def stack_printer(value):
+    return AdapterPrinter("stack", value["m_aStack"])
 
 
 def buffer_printer(value):
@@ -82,5 +191,11 @@ printers.add_printer("path", "^CTOVPath$", PathPrinter)
 printers.add_printer("smart pointer", "^CTOVSmartPointer<.*>$", SmartPointerPrinter)
 printers.add_printer("buffer", "^CTOVBuffer<.*>$", buffer_printer)
 printers.add_printer("array", "^CTOVArray<.*>$", array_printer)
+printers.add_printer("queue", "^CTOV(Safe)?Queue<.*>$", queue_printer)
+printers.add_printer("stack", "^CTOVStack<.*>$", stack_printer)
+printers.add_printer("bit array", "^CTOVBitArray$", BitArrayPrinter)
+printers.add_printer("handle", "^CTOVHandle$", HandlePrinter)
+printers.add_printer("class", "^CTOVClass$", ClassPrinter)
+printers.add_printer("timer", "^CTOVTimer$", TimerPrinter)
 printers.add_printer("ring buffer", "^CTOVRingBuffer<.*>$", ring_buffer_printer)
 gdb.printing.register_pretty_printer(None, printers, replace=True)

@@ -7,6 +7,25 @@ extern "C" void Look()
     s_nLooks = s_nLooks + 1;
 }
 
+namespace
+{
+class CNumber : public CTOVRefCount
+{
+};
+
+// Knows one object, by any id.
+class CNumbers : public ITOVHandleDatabase
+{
+public:
+    CTOVHandle GetHandle(long lHandle) override { return NewHandle(lHandle, &m_oNumber); }
+    CTOVHandle GetHandle(ITOVRefCount* pObject) override { return NewHandle(1, pObject); }
+    void RemoveHandle(long) override {}
+
+private:
+    CNumber m_oNumber;
+};
+} // namespace
+
 int main()
 {
     CTOVStringA oText("narrow text");
@@ -28,6 +47,32 @@ int main()
     oRing.Read(nRead);
     oRing.Write(4);
     CTOVSmartPointer<int> oPointer(new int(10));
+    const CTOVSmartPointer<int> oNoPointer;
+    CTOVQueue<int> oQueue;
+    CTOVSafeQueue<int> oSafeQueue;
+    CTOVStack<int> oStack;
+    for (int i = 11; i <= 13; ++i)
+    {
+        oQueue.Enqueue(i);
+        oSafeQueue.Enqueue(i);
+        oStack.Push(i);
+    }
+    oQueue.Dequeue();
+    const CTOVQueue<CTOVStringA> oNoTexts;
+    CTOVBitArray oBits;
+    oBits.SetNumBits(10);
+    oBits.SetBit(0, true);
+    oBits.SetBit(9, true);
+    const CTOVHandle oNoHandle;
+    CNumbers oNumbers;
+    const CTOVHandle oHandle(oNumbers, 7);
+    const CTOVClass oBase("CBase");
+    const CTOVClass oOther("COther");
+    const CTOVClass oClass("CDerived", &oBase, &oOther);
+    CTOVTimer oTimer;
+    oTimer.DefineChannel(2, "frames");
+    oTimer.Start(2);
+    oTimer.DefineChannel(3, "load");
     Look();
     return 0;
 }
