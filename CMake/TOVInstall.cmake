@@ -1,4 +1,9 @@
-# The package: what `cmake --install` puts where, and how others find it.
+# The package: what `cmake --install` puts where, and how others find it. It has four components, each of which can be
+# installed alone (cmake --install BUILD --component NAME):
+#   Runtime      what a finished program needs
+#   Development  what is needed to build one
+#   Tools        tovtest and tovcatalog
+#   Documents
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -16,9 +21,35 @@ target_include_directories(TOVKernel PUBLIC "$<INSTALL_INTERFACE:${TOV_INSTALL_H
 target_compile_features(TOVKernel PUBLIC cxx_std_17)
 set_target_properties(TOVKernel PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 
-install(TARGETS TOVKernel EXPORT TOVKernelTargets)
+# tov_install_library(<target>): where the parts of a library go, and that the package exports it.
+function(tov_install_library target)
+    install(TARGETS ${target} EXPORT TOVKernelTargets
+            RUNTIME COMPONENT Runtime
+            LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development
+            ARCHIVE COMPONENT Development)
+endfunction()
+
+# tov_install_pkg_config(<template>): makes the file of pkg-config, which is found from its own place, so that the
+# installed tree may be moved.
+function(tov_install_pkg_config template)
+    get_filename_component(name "${template}" NAME_WLE) # without ".in"
+    configure_file("${template}" "${CMAKE_CURRENT_BINARY_DIR}/${name}" @ONLY)
+    install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${name}" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+            COMPONENT Development)
+endfunction()
+
+# tov_install_program(<target>): the installed program finds the library that is installed with it.
+function(tov_install_program target)
+    if(NOT WIN32)
+        file(RELATIVE_PATH library_from_program "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_program}")
+    endif()
+    install(TARGETS ${target} RUNTIME COMPONENT Tools)
+endfunction()
+
+tov_install_library(TOVKernel)
 if(TOV_RUNTIME_LIBRARIES)
-    install(FILES ${TOV_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(FILES ${TOV_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime)
 endif()
 
 # Applications get the umbrella header and every header that it reaches; the others are the library's own affair. They
@@ -26,25 +57,24 @@ endif()
 install(CODE "
     set(SOURCE \"${PROJECT_SOURCE_DIR}/Source\")
     set(DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${TOV_INSTALL_HEADERS}\")
-    include(\"${PROJECT_SOURCE_DIR}/CMake/TOVInstallHeaders.cmake\")")
+    include(\"${PROJECT_SOURCE_DIR}/CMake/TOVInstallHeaders.cmake\")" COMPONENT Development)
 
 # CMake: find_package(TOVKernel), then link TOVKernel::TOVKernel.
-install(EXPORT TOVKernelTargets NAMESPACE TOVKernel:: DESTINATION "${TOV_INSTALL_CONFIG}")
+install(EXPORT TOVKernelTargets NAMESPACE TOVKernel:: DESTINATION "${TOV_INSTALL_CONFIG}" COMPONENT Development)
 file(WRITE "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake"
      "include(\"\${CMAKE_CURRENT_LIST_DIR}/TOVKernelTargets.cmake\")\n")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/TOVKernelConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake" "${PROJECT_BINARY_DIR}/TOVKernelConfigVersion.cmake"
-        DESTINATION "${TOV_INSTALL_CONFIG}")
+        DESTINATION "${TOV_INSTALL_CONFIG}" COMPONENT Development)
 
-# Everything else: pkg-config TOVKernel. Found from its own place, so that the installed tree may be moved.
+# Everything else: pkg-config TOVKernel.
 file(RELATIVE_PATH TOV_PREFIX_FROM_PKGCONFIG "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 if(WIN32)
     set(TOV_PKGCONFIG_FLAGS "")
 else()
     set(TOV_PKGCONFIG_FLAGS " -fshort-wchar")
 endif()
-configure_file("${PROJECT_SOURCE_DIR}/CMake/TOVKernel.pc.in" "${PROJECT_BINARY_DIR}/TOVKernel.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/TOVKernel.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+tov_install_pkg_config("${PROJECT_SOURCE_DIR}/CMake/TOVKernel.pc.in")
 
 # gdb looks for the views of a library's objects beside the library, by this name; other debuggers are given theirs.
 set(TOV_DEBUGGER_VIEWS "$<TARGET_FILE_NAME:TOVKernel>-gdb.py")
@@ -55,5 +85,33 @@ if(WIN32)
 else()
     set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_LIBDIR}")
 endif()
-install(FILES Tools/Debugger/tovkernel_gdb.py DESTINATION "${TOV_VIEWS_FOLDER}" RENAME "${TOV_DEBUGGER_VIEWS}")
-install(FILES Tools/Debugger/TOVKernel.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/TOVKernel")
+# In the system's own folders gdb reads views from one place only, and does so without being told.
+install(CODE "
+    set(DESTINATION \"${TOV_VIEWS_FOLDER}\")
+    if(CMAKE_INSTALL_PREFIX MATCHES \"(^|/)usr\$\")
+        set(DESTINATION \"share/gdb/auto-load/usr/${TOV_VIEWS_FOLDER}\")
+    endif()
+    file(INSTALL \"${PROJECT_SOURCE_DIR}/Tools/Debugger/tovkernel_gdb.py\"
+         DESTINATION \"\${CMAKE_INSTALL_PREFIX}/\${DESTINATION}\" RENAME \"${TOV_DEBUGGER_VIEWS}\")"
+        COMPONENT Development)
+install(FILES Tools/Debugger/TOVKernel.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/TOVKernel" COMPONENT Development)
+
+# Other compilers make an import library of their own from the list of exported names.
+if(WIN32)
+    set(TOV_EXPORT_LIST "${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/TOVKernel.def")
+    target_link_options(TOVKernel PRIVATE "-Wl,--output-def,${TOV_EXPORT_LIST}")
+    install(FILES "${TOV_EXPORT_LIST}" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
+endif()
+
+# The documents refer to each other by their places in the project.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
+install(DIRECTORY Documentation DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
+if(EXISTS "${PROJECT_SOURCE_DIR}/LICENSE")
+    install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
+endif()
+
+# Removes what the latest installation has put somewhere.
+if(PROJECT_IS_TOP_LEVEL)
+    add_custom_target(uninstall COMMAND "${CMAKE_COMMAND}" "-DBUILD=${PROJECT_BINARY_DIR}"
+                                        -P "${PROJECT_SOURCE_DIR}/CMake/TOVUninstall.cmake" VERBATIM)
+endif()

@@ -98,9 +98,20 @@ public:
     // std::out_of_range unless oArray has all these elements.
     virtual void Append(const CTOVArray& oArray, long lStart = 0, long lCount = -1);
 
-    // These call GetAt and ElementAt. An index of an unsigned type, such as std::size_t, is taken as well.
+    // These call GetAt and ElementAt.
     virtual const T& operator[](long lIndex) const;
     virtual T& operator[](long lIndex);
+
+    // Swaps two elements by SetAt, first at lIndex2, then at lIndex1. Throws unless
+    // "(0 <= lIndex1) && (lIndex1 < GetSize())", then unless the same is true for lIndex2.
+    virtual void Swap(long lIndex1, long lIndex2);
+
+    CTOVArray();
+    // These copy all elements. Settled: an array that is assigned to itself is unchanged.
+    CTOVArray(const CTOVArray& oArray);
+    CTOVArray& operator=(const CTOVArray& oArray);
+
+    // These call the operators above. An index that is too large for a long fails the same check.
     template<class TIndex, std::enable_if_t<std::is_unsigned_v<TIndex>, int> = 0>
     const T& operator[](TIndex nIndex) const
     {
@@ -117,15 +128,6 @@ public:
     friend const T* end(const CTOVArray& oArray) { return oArray.m_aArray.data() + oArray.m_aArray.size(); }
     friend T* begin(CTOVArray& oArray) { return oArray.m_aArray.data(); }
     friend T* end(CTOVArray& oArray) { return oArray.m_aArray.data() + oArray.m_aArray.size(); }
-
-    // Swaps two elements by SetAt, first at lIndex2, then at lIndex1. Throws unless
-    // "(0 <= lIndex1) && (lIndex1 < GetSize())", then unless the same is true for lIndex2.
-    virtual void Swap(long lIndex1, long lIndex2);
-
-    CTOVArray();
-    // These copy all elements. Settled: an array that is assigned to itself is unchanged.
-    CTOVArray(const CTOVArray& oArray);
-    CTOVArray& operator=(const CTOVArray& oArray);
 
     // Sorts in ascending order of pfCompare (see ISorter) by heap sort, which is not stable. Elements of a derived
     // array are read and written by its virtual operations, in the same steps. A comparison that returns a bool or an

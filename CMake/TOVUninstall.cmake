@@ -1,0 +1,40 @@
+# Removes the files that the latest `cmake --install` of a build tree has installed, and the folders that are then empty.
+# BUILD: the build tree. DESTDIR counts as it did for the installation.
+
+cmake_policy(VERSION 3.25)
+
+file(GLOB manifests "${BUILD}/install_manifest*.txt")
+if(NOT manifests)
+    message(FATAL_ERROR "${BUILD} has not been installed: there is no install_manifest.txt")
+endif()
+
+set(folders "")
+foreach(manifest IN LISTS manifests)
+    file(STRINGS "${manifest}" files)
+    foreach(file IN LISTS files)
+        set(file "$ENV{DESTDIR}${file}")
+        if(EXISTS "${file}" OR IS_SYMLINK "${file}")
+            message(STATUS "Removing ${file}")
+            file(REMOVE "${file}")
+        endif()
+        cmake_path(GET file PARENT_PATH folder)
+        list(APPEND folders "${folder}")
+    endforeach()
+    file(REMOVE "${manifest}")
+endforeach()
+
+# The innermost folder first, and only folders of this project: others may be empty for a reason.
+list(REMOVE_DUPLICATES folders)
+list(FILTER folders INCLUDE REGEX "TOVKernel")
+list(SORT folders ORDER DESCENDING)
+foreach(folder IN LISTS folders)
+    while(folder MATCHES "TOVKernel")
+        file(GLOB rest "${folder}/*" "${folder}/.*")
+        list(FILTER rest EXCLUDE REGEX "/[.][.]?$")
+        if(rest)
+            break()
+        endif()
+        file(REMOVE_RECURSE "${folder}")
+        cmake_path(GET folder PARENT_PATH folder)
+    endwhile()
+endforeach()
