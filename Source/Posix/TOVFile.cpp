@@ -1,5 +1,6 @@
 #include <TOVPlatform/Backend/TOVFile.h>
 
+#include <Posix/Base/TOVStreamBuffer.h>
 #include <Posix/Base/TOVStreamOwner.h>
 #include <Posix/Base/TOVStreamStage.h>
 #include <Posix/Files/TOVFileName.h>
@@ -65,43 +66,20 @@ bool Fits(std::size_t ulBytes, const char* pBegin, const char* pEnd)
 {
     return pBegin < pEnd && ulBytes - 1 < static_cast<std::size_t>(pEnd - pBegin);
 }
-
-// Makes a stream's buffer begin at a byte that has the system's position.
-void BeginAt(FILE& oFile, char* pByte)
-{
-    oFile._IO_read_base = oFile._IO_read_ptr = oFile._IO_read_end = oFile._IO_write_base = pByte;
-    oFile._offset = -1; // not known to the runtime
-}
-
-// Writes the bytes that a stream holds, and keeps those that the system refuses. Leaves it to the runtime to write wide
-// text, single lines, and what goes to no file.
-bool WriteHeld(FILE& oFile)
-{
-    const int nFile = ::fileno(&oFile);
-    if (oFile._IO_write_ptr <= oFile._IO_write_base || nFile < 0 || ::fwide(&oFile, 0) > 0 || ::__flbf(&oFile) != 0)
-        return true;
-
-    // The system may be ahead of the first byte, by what the stream has read.
-    const off_t llBack = oFile._IO_write_base - oFile._IO_read_end;
-    if (llBack != 0 && ::lseek(nFile, llBack, SEEK_CUR) < 0)
-        return false;
-
-    for (char* pNext = oFile._IO_write_base; pNext != oFile._IO_write_ptr;)
-    {
-        BeginAt(oFile, pNext);
-        const ssize_t nWritten = ::write(nFile, pNext, static_cast<std::size_t>(oFile._IO_write_ptr - pNext));
-        if (nWritten <= 0)
-        {
-            oFile._flags |= _IO_ERR_SEEN;
-            return false;
-        }
-        pNext += nWritten;
-    }
-    oFile._IO_write_ptr = oFile._IO_buf_base;
-    BeginAt(oFile, oFile._IO_buf_base);
-    return true;
-}
 #endif
+
+bool WriteHeldLocked(FILE* pFile)
+{
+    const CStreamLock oLock(pFile);
+    return WriteHeld(*pFile);
+}
+
+// Nothing of a text is kept that the system refuses.
+bool WriteText(FILE* pFile, const char* szText, std::size_t ulLength)
+{
+    const CStreamLock oLock(pFile);
+    return ulLength == 0 || WriteAndKeep(*pFile, szText, ulLength, 1) == 1;
+}
 } // namespace
 
 void PrepareStreams(unsigned long ulStreams)
@@ -210,6 +188,11 @@ std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::si
     return oStage.Write(oOwner, bEntered, pFile, pBuffer, ulSize, ulCount);
 }
 
+bool PutText(FILE* pFile, const char* szText)
+{
+    return WriteText(pFile, szText, std::strlen(szText));
+}
+
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 {
     char szShort[SHORT_TEXT];
@@ -233,21 +216,13 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 
     const char* const szText = pLong != nullptr ? pLong.get() : szShort;
     const std::size_t ulLength = static_cast<std::size_t>(nLength);
-    const bool bWritten = ::fwrite(szText, 1, ulLength, pFile) == ulLength;
-    return bWritten ? nLength : -1;
+    return WriteText(pFile, szText, ulLength) ? nLength : -1;
 }
 
 // Flushing a stream that has been read would move the system's position back to that of the stream, for nobody.
 bool WriteOut(FILE* pFile)
 {
-#if defined(__GLIBC__)
-    ::flockfile(pFile);
-    const bool bWritten = WriteHeld(*pFile);
-    ::funlockfile(pFile);
-    if (!bWritten)
-        return false;
-#endif
-    return ::__fpending(pFile) == 0 || ::fflush(pFile) == 0;
+    return WriteHeldLocked(pFile) && (::__fpending(pFile) == 0 || ::fflush(pFile) == 0);
 }
 
 bool CloseStream(FILE* pFile)
@@ -272,7 +247,7 @@ long long GetSizeOfUnused(FILE* pFile)
 
 bool Seek(FILE* pFile, int nOffset, int nOrigin)
 {
-    return ::fseeko(pFile, nOffset, nOrigin) == 0;
+    return WriteHeldLocked(pFile) && ::fseeko(pFile, nOffset, nOrigin) == 0;
 }
 
 bool Delete(const char* szName)

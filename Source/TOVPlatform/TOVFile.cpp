@@ -234,9 +234,8 @@ eFileErrorCode Puts(tHandle hFile, const char* szText)
     if (oStream == nullptr)
         return eFileFailure;
 
-    // Settled: the result of fputs is read as if it were the pointer of fgets, and so is turned around. Runtimes differ
-    // in the value of 0 or more that they return for a written text, so all of them count as zero.
-    return ToErrorCode(szText == nullptr || std::fputs(szText, oStream) < 0);
+    // Settled: the result is turned around.
+    return ToErrorCode(szText == nullptr || !Backend::File::PutText(oStream, szText));
 }
 
 long Printf(tHandle hFile, const char* szFormat, ...)

@@ -93,7 +93,8 @@ TOV_EXPORT tHandle Open(const char* szName, const char* szMode);
 TOV_EXPORT eFileErrorCode Close(tHandle hFile);
 
 // These return the number of whole elements that were transferred: 0 if the slot is empty or the buffer is null. Sizes
-// and counts are cut to their low 32 bits. Between reading and writing a file, the caller must call Seek or Flush.
+// and counts are cut to their low 32 bits. Between reading and writing a file, the caller must call Seek or Flush. On
+// Posix, a write that falls short loses nothing that was returned as written: the stream keeps it as Close does.
 TOV_EXPORT unsigned long Read(tHandle hFile, void* pBuffer, long lElementSize, long lElementCount);
 TOV_EXPORT unsigned long Write(tHandle hFile, const void* pBuffer, long lElementSize, long lElementCount);
 

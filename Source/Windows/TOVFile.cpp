@@ -177,6 +177,11 @@ std::size_t WriteStream(tHandle /*hFile*/, FILE* pFile, const void* pBuffer, std
     return fwrite(pBuffer, ulSize, ulCount, pFile);
 }
 
+bool PutText(FILE* pFile, const char* szText)
+{
+    return fputs(szText, pFile) >= 0;
+}
+
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
 {
     // After an error some versions of the runtime return the count of characters that were written, and no failure.

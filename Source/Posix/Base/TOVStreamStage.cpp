@@ -1,6 +1,7 @@
 #include <Posix/Base/TOVStreamStage.h>
 
 #include <Posix/Base/TOVProcessLocks.h>
+#include <Posix/Base/TOVStreamBuffer.h>
 #include <TOVPlatform/Backend/TOVFile.h>
 
 #include <stdio.h>
@@ -24,21 +25,6 @@ constexpr unsigned int RETRY_US = 100;
 bool s_bEnded = false;
 FILE* s_pMark = nullptr;
 char s_aMarkBuffer[16];
-
-// Holds the runtime's lock of a stream for a scope.
-class CStreamLock
-{
-public:
-    explicit CStreamLock(FILE* pFile) : m_pFile(pFile) { ::flockfile(m_pFile); }
-
-    ~CStreamLock() { ::funlockfile(m_pFile); }
-
-    CStreamLock(const CStreamLock&) = delete;
-    CStreamLock& operator=(const CStreamLock&) = delete;
-
-private:
-    FILE* const m_pFile;
-};
 } // namespace
 
 std::size_t CStreamStage::Write(CStreamOwner& oOwner, bool bIsOwner, FILE* pFile, const void* pBuffer,
@@ -47,13 +33,11 @@ std::size_t CStreamStage::Write(CStreamOwner& oOwner, bool bIsOwner, FILE* pFile
     // The first write, which allocates the stream's buffer, is often the only one.
     if (!IsInUse() && bIsOwner && ::__fbufsize(pFile) != 0)
         Begin(pFile);
-    if (!IsInUse())
-        return ::fwrite(pBuffer, ulSize, ulCount, pFile);
 
     const CStreamLock oLock(pFile);
     Reveal(pFile);
-    const std::size_t ulWritten = ::fwrite_unlocked(pBuffer, ulSize, ulCount, pFile);
-    if (bIsOwner)
+    const std::size_t ulWritten = WriteAndKeep(*pFile, pBuffer, ulSize, ulCount);
+    if (bIsOwner && IsInUse())
     {
         const COwnerScope oAgain(oOwner);
         if (oAgain.HasEntered())

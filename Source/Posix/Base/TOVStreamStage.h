@@ -31,9 +31,9 @@ inline void CopyFew(void* pTo, const void* pFrom, std::size_t ulBytes)
 //   ^ the runtime's        ^ m_pEnd             ^ m_pLimit
 //     position
 //
-// A write that does not fit first reveals the staged bytes, by moving the runtime's position to their end, and is then
-// the runtime's own. The system therefore gets the same bytes by the same calls, and fails at the same write, as if
-// the runtime had done it all.
+// A write that does not fit first reveals the staged bytes, by moving the runtime's position to their end, and goes on
+// as the runtime does (see WriteAndKeep). The system therefore gets the same bytes by the same calls, and fails at the
+// same write, as if the runtime had done it all. What it refuses is kept.
 //
 // Whoever else uses the stream must reveal the bytes first. The functions of this library do so. fflush(nullptr) knows
 // no bytes but those of the runtime. It finds a stream of this class's own, the mark, which holds a byte as long as any

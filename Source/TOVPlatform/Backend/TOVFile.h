@@ -51,6 +51,9 @@ void ShareStream(tHandle hFile);
 std::size_t ReadStream(tHandle hFile, FILE* pFile, void* pBuffer, std::size_t ulSize, std::size_t ulCount);
 std::size_t WriteStream(tHandle hFile, FILE* pFile, const void* pBuffer, std::size_t ulSize, std::size_t ulCount);
 
+// Writes a text, and returns whether that succeeded.
+bool PutText(FILE* pFile, const char* szText);
+
 // Writes the text that TOVStringA::VSNPrintf makes. Returns its length in characters, negative on error.
 int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments);
 
