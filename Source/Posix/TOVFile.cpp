@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include <stdio.h>
 #include <stdio_ext.h>
@@ -48,15 +49,16 @@ bool CopyPart(char* szOutput, const char* pBegin, const char* pEnd, std::size_t 
     return true;
 }
 
-bool IsDirectory(int nFile)
+// Whether it is certain that this is no directory.
+bool IsNoDirectory(int nFile)
 {
     // A file says how much of it is left to read, which takes half the time of its whole status. A directory does not.
     int nLeft;
     if (::ioctl(nFile, FIONREAD, &nLeft) == 0)
-        return false;
+        return true;
 
     struct stat oStat;
-    return ::fstat(nFile, &oStat) == 0 && S_ISDIR(oStat.st_mode);
+    return ::fstat(nFile, &oStat) == 0 && !S_ISDIR(oStat.st_mode);
 }
 
 #if defined(__GLIBC__)
@@ -109,7 +111,7 @@ FILE* OpenStream(const char* szName, const char* szMode)
 
     // The system itself refuses to open a directory for writing.
     FILE* pFile = ::fopen(oName, szPlainMode);
-    if (pFile != nullptr && !bWrites && IsDirectory(::fileno(pFile)))
+    if (pFile != nullptr && !bWrites && !IsNoDirectory(::fileno(pFile)))
     {
         ::fclose(pFile);
         return nullptr;
@@ -207,10 +209,11 @@ int PrintStream(FILE* pFile, const char* szFormat, va_list pArguments)
         va_copy(pAgain, pArguments);
         nLength = TOVPlatform::Backend::PrintedLength(szFormat, pAgain);
         va_end(pAgain);
-        if (nLength < 0)
+        if (nLength >= 0)
+            pLong.reset(new (std::nothrow) char[static_cast<std::size_t>(nLength)]);
+        if (pLong == nullptr)
             return -1;
 
-        pLong.reset(new char[static_cast<std::size_t>(nLength)]);
         TOVPlatform::Backend::Print(pLong.get(), nLength, szFormat, pArguments);
     }
 
@@ -312,7 +315,16 @@ bool SetAttributes(const char* szName, unsigned long ulAttributes)
 
 eFindResult FindFirst(const char* szPattern, sTOVFindData* pFindData, tHandle& hFind)
 {
-    return CFileSearch::Begin(szPattern, *pFindData, hFind);
+    const sTOVFindData oBefore = *pFindData;
+    try
+    {
+        return CFileSearch::Begin(szPattern, *pFindData, hFind);
+    }
+    catch (const std::bad_alloc&)
+    {
+        *pFindData = oBefore;
+        return eFindFailure;
+    }
 }
 
 eFindResult FindNext(tHandle hFind, sTOVFindData* pFindData)

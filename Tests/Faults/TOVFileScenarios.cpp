@@ -11,6 +11,7 @@
 
 #include <cstring>
 
+namespace Directory = TOVPlatform::TOVDirectory;
 namespace File = TOVPlatform::TOVFile;
 
 namespace
@@ -167,15 +168,15 @@ tFaultScenarios FileScenarios()
              if (hFile == FILE_INVALID_HANDLE)
                  return;
              long lPrinted = 0;
-             Completes([&] { lPrinted = File::Printf(hFile, "%0700d", 5); });
-             Completes([&] { File::Puts(hFile, "x"); });
-             FAULT_EXPECT(lPrinted <= 0 || lPrinted == 700);
+             FAULT_EXPECT(Completes([&] { lPrinted = File::Printf(hFile, "%0700d", 5); }));
+             FAULT_EXPECT(Completes([&] { File::Puts(hFile, "x"); }));
+             FAULT_EXPECT(lPrinted == -1 || lPrinted == 700);
              File::Close(hFile);
          }},
         {"FileIsOpenedByAnyName",
          [] {
              FileOfSix("folder-file");
-             Completes([] {
+             const bool bDone = Completes([] {
                  char szName[600];
                  std::snprintf(szName, sizeof szName, "%s", FaultFile("folder-file"));
                  if (char* const pSlash = std::strrchr(szName, '/'))
@@ -184,8 +185,15 @@ tFaultScenarios FileScenarios()
                  if (hFile != FILE_INVALID_HANDLE)
                      File::Close(hFile);
                  File::GetAttributes(szName);
+                 File::SetAttributes(szName, File::eFileAttributeNormal);
                  File::DoesExist(szName);
+                 File::Delete(szName);
+                 Directory::Create(szName);
+                 Directory::Remove(szName);
              });
+             FAULT_EXPECT(bDone);
+             const CFaultPause oPause;
+             Directory::Remove(FaultFile("folder-file"));
          }},
         {"FilesAreFound",
          [] {
@@ -194,12 +202,14 @@ tFaultScenarios FileScenarios()
              File::sTOVFindData oRecord = {};
              tHandle hFind = FILE_INVALID_HANDLE;
              int nFound = 0;
-             Completes([&] {
-                 for (bool bFound = (hFind = File::FindFirst(FaultFile("found-*"), &oRecord)) != FILE_INVALID_HANDLE;
-                      bFound; bFound = File::FindNext(hFind, &oRecord))
+             File::eFindResult eResult = File::eFindFailure;
+             FAULT_EXPECT(Completes([&] {
+                 for (eResult = File::FindFirstEntry(FaultFile("found-*"), &oRecord, &hFind);
+                      eResult == File::eFindEntry; eResult = File::FindNextEntry(hFind, &oRecord))
                      ++nFound;
-             });
-             FAULT_EXPECT(nFound == 0 || nFound == 2);
+             }));
+             FAULT_EXPECT(nFound == 2 || eResult == File::eFindFailure);
+             FAULT_EXPECT(nFound != 0 || oRecord.szName[0] == 0);
              File::FindClose(hFind);
          }},
         {"FileObjectIsUsed",

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include <sys/stat.h>
 
@@ -15,9 +16,13 @@ CFileName::CFileName(const char* szName) : m_szName(szName)
     if (std::strchr(szName, '\\') == nullptr || ::lstat(szName, &oStat) == 0)
         return;
 
-    m_oTranslated = szName;
-    std::replace(m_oTranslated.begin(), m_oTranslated.end(), '\\', '/');
-    m_szName = m_oTranslated.c_str();
+    const std::size_t ulSize = std::strlen(szName) + 1;
+    m_pTranslated.reset(new (std::nothrow) char[ulSize]);
+    m_szName = m_pTranslated.get();
+    if (m_szName != nullptr)
+        std::replace_copy(szName, szName + ulSize, m_pTranslated.get(), '\\', '/');
+    else
+        m_szName = "";
 }
 } // namespace TOVPosix
 } // namespace TOVPlatform

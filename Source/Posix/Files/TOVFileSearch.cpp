@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include <fcntl.h>
@@ -88,6 +89,11 @@ void SetName(sTOVFindData& oFindData, const char* szName)
 bool FillExact(sTOVFindData& oFindData, const char* szName)
 {
     const CFileName oName(szName);
+    if (*oName == 0)
+    {
+        errno = ENOMEM; // a name to search for is not empty
+        return false;
+    }
     const char* pSlash = std::strrchr(oName, '/');
     const char* szEntry = pSlash != nullptr ? pSlash + 1 : static_cast<const char*>(oName);
 
@@ -196,10 +202,24 @@ eFindResult CFileSearch::Next(sTOVFindData& oFindData)
     return m_bFailed ? eFindFailure : eFindEnd;
 }
 
+// An entry for whose name there is no memory cannot be looked at.
+bool CFileSearch::Matches(const char* szName)
+{
+    try
+    {
+        return m_oPattern.Matches(szName);
+    }
+    catch (const std::bad_alloc&)
+    {
+        m_bFailed = true;
+        return false;
+    }
+}
+
 // An entry that has been removed meanwhile does not count.
 bool CFileSearch::Accept(sTOVFindData& oFindData, const char* szName)
 {
-    if (!m_oPattern.Matches(szName))
+    if (!Matches(szName))
         return false;
     if (!FillStatus(oFindData, ::dirfd(m_pFolder.get()), szName))
     {

@@ -18,7 +18,8 @@ namespace TOVPosix
 class CFileSearch
 {
 public:
-    // Starts a search and fills the record with its first entry. Stores the handle only if there is one.
+    // Starts a search and fills the record with its first entry. Stores the handle only if there is one. Throws if
+    // memory is exhausted, perhaps with the record filled.
     static TOVFile::eFindResult Begin(const char* szPattern, TOVFile::sTOVFindData& oFindData, tHandle& hFind);
 
     // The search that a handle names, or null.
@@ -40,6 +41,7 @@ public:
     TOVFile::eFindResult Next(TOVFile::sTOVFindData& oFindData);
 
 private:
+    bool Matches(const char* szName);
     bool Accept(TOVFile::sTOVFindData& oFindData, const char* szName);
 
     const tFolder m_pFolder;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -117,14 +116,9 @@ TEST_F(TOVPlatformFileSearchFaultTest, KeepsNoDescriptorWhenThereIsNoMemory)
     {
         File::sTOVFindData oRecord;
         unsigned long long hFind = FILE_INVALID_HANDLE;
-        try
         {
             const CAllocationFailure oFailure(ulSuccesses);
-            File::FindFirstEntry(sPattern.c_str(), &oRecord, &hFind);
-        }
-        catch (const std::bad_alloc&)
-        {
-            ++nFailed;
+            nFailed += File::FindFirstEntry(sPattern.c_str(), &oRecord, &hFind) == File::eFindFailure ? 1 : 0;
         }
         File::FindClose(hFind);
     }
