@@ -36,8 +36,13 @@ struct sFileRecord
 class CNameList
 {
 public:
+    // The most bytes that all names may have.
+    explicit CNameList(std::uint32_t ulMostBytes = UINT32_MAX) : m_ulMostBytes(ulMostBytes) {}
+
     // Makes room for a number of names.
     void Reserve(long lCount) { m_aEnds.reserve(static_cast<std::size_t>(lCount)); }
+
+    // Throws CCatalogError, with the list unchanged, if there are too many bytes.
     void Add(const CTOVStringA& oName);
 
     CTOVStringA operator[](long lName) const;
@@ -45,6 +50,7 @@ public:
     bool IsEmpty() const { return m_aEnds.empty(); }
 
 private:
+    std::uint32_t m_ulMostBytes;
     std::string m_sNames;
     std::vector<std::uint32_t> m_aEnds; // of each name in the block
 };

@@ -2,6 +2,7 @@
 
 #include "CatalogSystem.h"
 #include "Commands.h"
+#include "Console.h"
 
 #include <Debug/TOVException.h>
 
@@ -33,6 +34,13 @@ CNameList ToList(const std::vector<std::string>& aTexts)
     for (const std::string& sText : aTexts)
         aResult.Add(ToString(sText));
     return aResult;
+}
+
+// What the parser says of a wrong argument, which can have any characters.
+std::string DescribeWrongUsage(const CLI::App* pProgram, const CLI::Error& oError)
+{
+    const std::string sMistake = oError.what();
+    return ~Printable(ToString(sMistake)) + CLI::FailureMessage::simple(pProgram, oError).substr(sMistake.size());
 }
 
 int DefaultThreads()
@@ -121,6 +129,7 @@ int main(int nArguments, char** aszArguments)
                       "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
                       "tovcatalog");
     oProgram.require_subcommand(1);
+    oProgram.failure_message(DescribeWrongUsage);
     oProgram.allow_windows_style_options(false); // "/data" is a directory on every system
 
     sOptions oOptions;

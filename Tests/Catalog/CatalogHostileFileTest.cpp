@@ -115,3 +115,16 @@ TEST_F(CatalogHostileFileTest, HasItsNamesShownAtACostOfTheirLength)
         EXPECT_GT(16 * MEBIBYTE, nTaken);
     }
 }
+
+// The ends of the names are numbers of 32 bits. A limit stands for that of 4 GiB here.
+TEST(CatalogNameListTest, RefusesMoreBytesThanItsEndsCanTell)
+{
+    CNameList aNames(10);
+    aNames.Add("12345");
+    EXPECT_THROW(aNames.Add("123456"), CCatalogError);
+    aNames.Add("67890");
+    EXPECT_THROW(aNames.Add("1"), CCatalogError);
+
+    EXPECT_EQ(2, aNames.GetSize());
+    EXPECT_EQ("67890", std::string(~aNames[1]));
+}

@@ -50,6 +50,20 @@ TEST_F(CatalogUsageTest, RefusesWrongCommandLines)
     }
 }
 
+TEST_F(CatalogUsageTest, ShowsTheControlCharactersOfAWrongArgumentEscaped)
+{
+    for (const std::vector<std::string>& aCommand :
+         {std::vector<std::string>{"list", "good.cat", "esc\x1b[2J\nline"},
+          std::vector<std::string>{"create", "c.cat", "tree", "--threads", "esc\x1b[2J\nline"}})
+    {
+        const sRun oRun = Run(aCommand);
+
+        EXPECT_TRUE(IsWrongUsage(oRun)) << testing::PrintToString(aCommand);
+        EXPECT_NE(std::string::npos, oRun.sErrors.find("esc\\x1b[2J\\x0aline")) << oRun.sErrors;
+        EXPECT_EQ(std::string::npos, oRun.sErrors.find('\x1b')) << oRun.sErrors;
+    }
+}
+
 TEST_F(CatalogUsageTest, NamesWhatIsWrongWithAnArgument)
 {
     Write("file", "x");

@@ -175,3 +175,16 @@ TEST(HostOptionsTest, LeavesReportsAloneWhenThereIsNothingToRun)
 
     EXPECT_EQ("the last run's", ReadWholeFile(oFolder.File("report.xml")));
 }
+
+TEST(HostOptionsTest, ShowsTheControlCharactersOfAWrongArgumentEscaped)
+{
+    for (const std::vector<std::string>& aArguments :
+         {std::vector<std::string>{"--esc\x1b[2J\nline"}, {"esc\x1b[2J\nline"}, {"--repeat", "esc\x1b[2J\nline"}})
+    {
+        const sHostRun oRun = RunHost(aArguments);
+
+        EXPECT_EQ(2, oRun.nExitCode) << oRun.sOutput;
+        EXPECT_TRUE(Contains(oRun.sOutput, "esc\\x1b[2J\\nline")) << oRun.sOutput;
+        EXPECT_FALSE(Contains(oRun.sOutput, "\x1b")) << oRun.sOutput;
+    }
+}

@@ -29,6 +29,13 @@ struct sOptions
     bool bInProcess = false;
 };
 
+// What the parser says of a wrong argument, which can have any characters.
+std::string DescribeWrongUsage(const CLI::App* pProgram, const CLI::Error& oError)
+{
+    const std::string sMistake = oError.what();
+    return OneLine(sMistake) + CLI::FailureMessage::simple(pProgram, oError).substr(sMistake.size());
+}
+
 void Define(CLI::App& oProgram, sOptions& oOptions)
 {
     const CLI::Validator oNotEmpty([](const std::string& sText) { return sText.empty() ? "is empty" : ""; }, "");
@@ -143,7 +150,7 @@ int FinishReports(CTOVTestRecorder& oRecorder)
     }
     catch (const std::runtime_error& oError)
     {
-        std::fprintf(stderr, "tovtest: %s\n", oError.what());
+        std::fprintf(stderr, "tovtest: %s\n", OneLine(oError.what()).c_str());
         return eExitUsage;
     }
 }
@@ -175,6 +182,7 @@ int RunTestHost(int nArguments, char** aszArguments)
         "its checks or ended the process.",
         "tovtest");
     sOptions oOptions;
+    oProgram.failure_message(DescribeWrongUsage);
     Define(oProgram, oOptions);
     try
     {
@@ -196,7 +204,7 @@ int RunTestHost(int nArguments, char** aszArguments)
     }
     catch (const std::exception& oError)
     {
-        std::fprintf(stderr, "tovtest: %s\n", oError.what());
+        std::fprintf(stderr, "tovtest: %s\n", OneLine(oError.what()).c_str());
         return eExitUsage;
     }
 }
