@@ -38,18 +38,23 @@ inline eSleepResult ToSleepResult(long lSystemResult)
     return errno == ETIMEDOUT ? eSleepTimeout : eSleepFailed;
 }
 
+// The sleepers on a word can be of several groups, each of which is a bit.
+constexpr tDword ALL_SLEEPERS = FUTEX_BITSET_MATCH_ANY;
+
 // Sleeps as long as the word holds the value.
-inline eSleepResult FutexSleep(const void* pWord, tDword nValue, eFutexScope eScope, const CDeadline& oDeadline)
+inline eSleepResult FutexSleep(const void* pWord, tDword nValue, eFutexScope eScope, const CDeadline& oDeadline,
+                               tDword nGroups = ALL_SLEEPERS)
 {
     return ToSleepResult(::syscall(SYS_futex, pWord, FUTEX_WAIT_BITSET | static_cast<int>(eScope), nValue,
-                                   oDeadline.Get(), nullptr, FUTEX_BITSET_MATCH_ANY));
+                                   oDeadline.Get(), nullptr, nGroups));
 }
 
 // The word is only an address here: its memory may be gone, when the sleeper has seen the new value and left. Then
-// nobody is woken, or some other sleeper, which looks again.
-inline void FutexWake(const void* pWord, int nSleepers, eFutexScope eScope)
+// nobody is woken, or some other sleeper, which looks again. Returns whether any sleeper of these groups was woken.
+inline bool FutexWake(const void* pWord, int nSleepers, eFutexScope eScope, tDword nGroups = ALL_SLEEPERS)
 {
-    ::syscall(SYS_futex, pWord, FUTEX_WAKE | static_cast<int>(eScope), nSleepers, nullptr, nullptr, 0);
+    return ::syscall(SYS_futex, pWord, FUTEX_WAKE_BITSET | static_cast<int>(eScope), nSleepers, nullptr, nullptr,
+                     nGroups) > 0;
 }
 
 // The lock of this backend's own structures. It is held for a few steps, never while its owner sleeps, and is not

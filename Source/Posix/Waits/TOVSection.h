@@ -7,9 +7,12 @@ namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// The critical section that a handle names, if there is one. Its record's lock word holds the owner's id, or 0, and
-// SECTION_CONTENDED while some thread may sleep on it; only the owner uses the levels. Enter and Leave make no system
-// call unless threads compete.
+// The critical section that a handle names, if there is one. Its record's lock word holds its state (see
+// TOVWaitable.h); only the owner uses the levels. Enter and Leave make no system call unless threads compete.
+//
+// Whoever runs when the section is left may enter it before the thread that has been woken comes. So a thread that has
+// waited for long reserves the section: from then on it passes only to such threads, of which each Leave wakes one,
+// until none of them sleeps any more.
 class CSection
 {
 public:

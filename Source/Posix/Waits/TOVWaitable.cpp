@@ -109,7 +109,7 @@ void CWaitable::LeaveTo(const sThreadRecord& oThread, tDword nFormerId)
         nValue = VALUE_SIGNALLED;
     else if (KindOf(nTag) == eKindCriticalSection)
     {
-        const tDword nOwner = m_nLock.load(std::memory_order_relaxed) & ~SECTION_CONTENDED;
+        const tDword nOwner = m_nLock.load(std::memory_order_relaxed) & SECTION_OWNER;
         const bool bOwn = nOwner != 0 && nOwner == nFormerId;
         m_nLock.store(bOwn ? oThread.nId : 0, std::memory_order_relaxed);
         if (!bOwn)

@@ -48,8 +48,14 @@ constexpr tDword VALUE_SIGNALLED = 1;
 constexpr tDword MUTEX_ABANDONED = 0x40000000;
 constexpr tDword MUTEX_OWNER = 0x3FFFFFFF;
 
-// The state of a critical section is its owner's id, with this bit while a thread may sleep on it.
+// The state of a critical section is its owner's id or 0, with these bits: while a thread may sleep on it, and while it
+// passes only to threads that have slept for long.
 constexpr tDword SECTION_CONTENDED = 0x80000000;
+constexpr tDword SECTION_RESERVED = 0x40000000;
+constexpr tDword SECTION_OWNER = 0x3FFFFFFF;
+
+// How long a thread competes for an object before it gets precedence over those that run, in nanoseconds.
+constexpr long long PATIENCE = 100 * NANOSECONDS_PER_MILLISECOND;
 
 enum eTry
 {

@@ -40,7 +40,7 @@ eSleepResult FutexSleepOnAny(const sFutexWait* pWaits, int nCount, const CDeadli
 
 CWaiter::CWaiter(sThreadRecord& oThread, bool bAll)
     : m_oThread(oThread), m_bAll(bAll), m_nCount(0), m_nUnnamed(0), m_nNamed(0), m_bDone(false), m_bWakeComing(false),
-      m_nWake(WOKEN), m_nLostRounds(0), m_dwResult(RESULT_TIMEOUT), m_pNextToWake(nullptr)
+      m_nWake(WOKEN), m_nLostRounds(0), m_llImpatient(0), m_dwResult(RESULT_TIMEOUT), m_pNextToWake(nullptr)
 {
 }
 
@@ -110,6 +110,7 @@ tDword CWaiter::Wait(tDword dwMilliseconds)
 tDword CWaiter::SleepAndTake(const CDeadline& oDeadline)
 {
     m_oThread.nWake.store(ASLEEP, std::memory_order_relaxed);
+    m_llImpatient = Now() + PATIENCE;
     Link();
 
     tDword dwResult = RESULT_TIMEOUT;
@@ -262,7 +263,7 @@ tDword CWaiter::TakeAgain(eSleepResult eSleep)
         return dwResult;
     oNode.bComing = false;
     --oNode.pObject->m_nComingWaits;
-    if (dwResult == RESULT_TIMEOUT && ++m_nLostRounds == MAX_LOST_ROUNDS)
+    if (dwResult == RESULT_TIMEOUT && !oNode.bFirm && (++m_nLostRounds == MAX_LOST_ROUNDS || Now() > m_llImpatient))
     {
         oNode.bFirm = true;
         ++oNode.pObject->m_nFirmWaits;

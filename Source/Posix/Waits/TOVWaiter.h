@@ -62,6 +62,7 @@ private:
     bool m_bWakeComing; // another thread is about to set this thread's word to m_nWake
     tDword m_nWake;
     tDword m_nLostRounds;
+    long long m_llImpatient; // the time from which a further lost round is one too many
     tDword m_dwResult;
     CWaiter* m_pNextToWake;
     sWaitNode m_aNodes[MAX_OBJECTS];

@@ -14,8 +14,13 @@ namespace TOVPosix
 //
 // A mutex or a semaphore would pass from sleeper to sleeper in this way, with a switch of threads for each. So a wait
 // for such an object alone does not get it handed over. It stays linked, its thread is woken, and until that comes, any
-// running thread may take the object first. A wait that has lost this competition MAX_LOST_ROUNDS times is handed the
-// object: it is firm, as are all waits of the other sort. An object with a firm wait is handed over to all its waits.
+// running thread may take the object first. A wait that has lost this competition MAX_LOST_ROUNDS times, or once after
+// PATIENCE, is handed the object: it is firm, as are all waits of the other sort. An object with a firm wait is handed
+// over to all its waits.
+//
+// A wait for all takes nothing until it can take everything, however long that takes. To keep the free ones of its
+// objects from others meanwhile would be wrong: whoever has another one may need a free one before giving that back, and
+// both would wait for ever.
 //
 // Objects in shared memory cannot be given to waiters of other processes: a change wakes all threads that sleep on the
 // object, and these look again (TOVNamedObject.h). A wait that mixes both kinds sleeps on its own word and on theirs.
