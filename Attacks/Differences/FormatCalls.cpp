@@ -123,7 +123,7 @@ template<class TWidth> struct sConversion
     }
 
     // nPrecisions is the number of precisions that may follow, from 0. The precision of a character or a pointer is not
-    // defined. Wine's runtime keeps wide integers of a larger precision in a block that is too short.
+    // defined. Wine's runtime keeps wide integers of many digits in a block that is too short.
     void AddHead(int nPrecisions)
     {
         static constexpr const char* LITERALS[] = {"", "", "a", "x=", "100%% "};
@@ -170,7 +170,8 @@ template<class TWidth> struct sConversion
         {
         case 0:
         {
-            const long long llValue = static_cast<long long>(nValue) * m_oRandom.Number();
+            const long long llFactor = m_oRandom.Number();
+            const long long llValue = sizeof(tUnit) == 1 ? nValue * llFactor : nValue & 0x7FFFFFFF;
             return Finish(m_oRandom.OneOf(WIDE_ENDS), llValue, Show(llValue));
         }
         case 1:
