@@ -123,7 +123,7 @@ template<class TWidth> struct sConversion
     }
 
     // nPrecisions is the number of precisions that may follow, from 0. The precision of a character or a pointer is not
-    // defined. Wine's runtime keeps wide integers of many digits in a block that is too short.
+    // defined.
     void AddHead(int nPrecisions)
     {
         static constexpr const char* LITERALS[] = {"", "", "a", "x=", "100%% "};
@@ -165,13 +165,12 @@ template<class TWidth> struct sConversion
         static constexpr const char* WIDE_ENDS[] = {"I64d", "I64u", "I64x", "I64i", "I64o", "I64X"};
         const std::int32_t nValue = m_oRandom.Number();
         const int nKind = m_oRandom.Below(5);
-        AddHead(nKind < 4 ? 10 : 0);
+        AddHead(nKind < 4 ? WIDTHS : 0);
         switch (nKind)
         {
         case 0:
         {
-            const long long llFactor = m_oRandom.Number();
-            const long long llValue = sizeof(tUnit) == 1 ? nValue * llFactor : nValue & 0x7FFFFFFF;
+            const long long llValue = static_cast<long long>(nValue) * m_oRandom.Number();
             return Finish(m_oRandom.OneOf(WIDE_ENDS), llValue, Show(llValue));
         }
         case 1:

@@ -90,8 +90,9 @@ double CRandomSource::Real()
     case 4:
     {
         static constexpr double POWERS[] = {1, 10, 100, 1000, 1e4, 1e5, 1e6, 1e9, 1e12};
-        const double fPower = OneOf(POWERS);
-        return static_cast<double>(Number()) / fPower;
+        // Rounded twice on every target, as some can do no other.
+        const long double fPower = OneOf(POWERS);
+        return static_cast<double>(static_cast<long double>(Number()) / fPower);
     }
     default:
         return Once(8) ? (Once(2) ? 1 : -1) * std::numeric_limits<double>::infinity() : Number() * 1e3;
@@ -141,6 +142,13 @@ template<class tUnit> CSampleText<tUnit> MakeNumberText(CRandomSource& oRandom)
     }
     if (oRandom.Once(8))
         aUnits.push_back(AnyUnit<tUnit>(oRandom));
+    if (oRandom.Once(100))
+    {
+        // Digits of other scripts for wide text.
+        static constexpr int MARKS[] = {0xFF, 0x0661, 0x0967, 0xFF11, 0x00B2};
+        aUnits.push_back(static_cast<tUnit>(oRandom.OneOf(MARKS)));
+        AppendDigits(oRandom, aUnits, 2);
+    }
     return CSampleText<tUnit>(aUnits);
 }
 

@@ -30,7 +30,21 @@ unsigned long ToUlong(const char* szStart, char** pszEnd, int nBase)
 
 double ToDouble(const char* szStart, char** pszEnd)
 {
-    return strtod(szStart, pszEnd);
+    char* pEnd = nullptr;
+    const double fValue = strtod(szStart, &pEnd);
+    // The emulator's runtime takes a byte of 255 for the end of the text, and stops one byte late before it.
+    if (pEnd != szStart && pEnd[-1] == '\xFF')
+        --pEnd;
+    if (*pEnd == '\xFF')
+    {
+        const char* szDigit = szStart;
+        while (szDigit != pEnd && (*szDigit < '0' || '9' < *szDigit))
+            ++szDigit;
+        if (szDigit == pEnd)
+            pEnd = const_cast<char*>(szStart);
+    }
+    *pszEnd = pEnd;
+    return fValue;
 }
 
 long ToLong(const wchar_t* szStart, wchar_t** pszEnd, int nBase)

@@ -534,6 +534,11 @@ TYPED_TEST(TOVPlatformStringTest, ReadsFractions)
         {"This", 0, 0.0, 0},
         {".", 0, 0.0, 0},
         {"-", 0, 0.0, 0},
+        {"1d3", 0, 1000.0, 3},
+        {"5D-1x", 0, 0.5, 4},
+        {"0x1F", 0, 0.0, 1},
+        {"inf", 0, 0.0, 0},
+        {"nan", 0, 0.0, 0},
         {"1e400", 0, HUGE_VAL, 5},
         {"-1e400", 0, -HUGE_VAL, 6},
         {"0.1", 0, 0.1, 3},
@@ -543,6 +548,32 @@ TYPED_TEST(TOVPlatformStringTest, ReadsFractions)
     typedef typename TypeParam::tUnit tUnit;
     ExpectNumbers<TypeParam>(
         [](const tUnit* szText, tUnit** ppStop, int) { return TypeParam::ToDouble(szText, ppStop); }, aNumbers);
+}
+
+TEST(TOVPlatformStringNumberTest, AFractionEndsBeforeAByteOf255)
+{
+    static constexpr struct
+    {
+        const char* szText;
+        double fValue;
+        int nEnd;
+    } FRACTIONS[] = {{"5\xFF", 5, 1},
+                     {"5.\xFF", 5, 2},
+                     {"-.5e2\xFF\xFF", -50, 5},
+                     {"5e+\xFF", 5, 1},
+                     {"\xFF", 0, 0},
+                     {" -\xFF", 0, 0},
+                     {".\xFF", 0, 0},
+                     {"\xFF"
+                      "5",
+                      0, 0}};
+    for (const auto& oFraction : FRACTIONS)
+    {
+        SCOPED_TRACE(oFraction.szText);
+        char* pEnd = nullptr;
+        EXPECT_EQ(oFraction.fValue, TOVPlatform::TOVStringA::ToDouble(oFraction.szText, &pEnd));
+        EXPECT_EQ(oFraction.szText + oFraction.nEnd, pEnd);
+    }
 }
 
 TYPED_TEST(TOVPlatformStringTest, ConversionsRefuseNull)
