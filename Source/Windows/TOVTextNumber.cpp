@@ -32,18 +32,14 @@ double ToDouble(const char* szStart, char** pszEnd)
 {
     char* pEnd = nullptr;
     const double fValue = strtod(szStart, &pEnd);
-    // The emulator's runtime takes a byte of 255 for the end of the text, and stops one byte late before it.
-    if (pEnd != szStart && pEnd[-1] == '\xFF')
+    // The emulator's runtime takes a byte of 255 for the end of the text. It stops one byte late there, which may be in
+    // an exponent without digits, or behind a sign or a point without a number.
+    while (pEnd != szStart && (pEnd[-1] == '\xFF' || (pEnd[-1] | 0x20) == 'd' || (pEnd[-1] | 0x20) == 'e'))
         --pEnd;
-    if (*pEnd == '\xFF')
-    {
-        const char* szDigit = szStart;
-        while (szDigit != pEnd && (*szDigit < '0' || '9' < *szDigit))
-            ++szDigit;
-        if (szDigit == pEnd)
-            pEnd = const_cast<char*>(szStart);
-    }
-    *pszEnd = pEnd;
+    const char* szDigit = szStart;
+    while (szDigit != pEnd && (*szDigit < '0' || '9' < *szDigit))
+        ++szDigit;
+    *pszEnd = szDigit == pEnd ? const_cast<char*>(szStart) : pEnd;
     return fValue;
 }
 

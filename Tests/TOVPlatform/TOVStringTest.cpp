@@ -563,7 +563,7 @@ TEST(TOVPlatformStringNumberTest, AFractionEndsBeforeAByteOf255)
                      {"5e+\xFF", 5, 1},
                      {"\xFF", 0, 0},
                      {" -\xFF", 0, 0},
-                     {".\xFF", 0, 0},
+                     {"-.\xFF", 0, 0},
                      {"\xFF"
                       "5",
                       0, 0}};
