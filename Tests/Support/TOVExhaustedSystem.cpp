@@ -1,5 +1,7 @@
 #include "Support/TOVExhaustedSystem.h"
 
+#include "Support/TOVConfirmedChecks.h"
+
 #include <Debug/TOVDebugServer.h>
 
 #include <cstdio>
@@ -18,6 +20,8 @@ CQuietRecorder::CQuietRecorder()
 CQuietRecorder::~CQuietRecorder()
 {
     TOVDebug::CTOVDebugServer::Instance().Unregister(this);
+    if (m_ulCheckLine != 0) // memory is not short any more
+        NoteConfirmedCheck(m_szFile, m_ulCheckLine, m_szText);
 }
 
 void CQuietRecorder::OnStartup()
@@ -35,13 +39,15 @@ void CQuietRecorder::OnLogV(const char* szFile, unsigned long, eTOVDebugSeverity
     CopyText(m_szFormat, szFormat);
     std::vsnprintf(m_szText, sizeof(m_szText), szFormat, pArguments);
     m_nSeverity = eSeverity;
+    m_ulCheckLine = 0;
     ++m_nCount;
 }
 
-void CQuietRecorder::OnAssert(const char* szFile, unsigned long, const char* szExpression)
+void CQuietRecorder::OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression)
 {
     CopyText(m_szFile, szFile);
     std::snprintf(m_szText, sizeof(m_szText), "%s", szExpression);
+    m_ulCheckLine = ulLine;
     ++m_nCount;
 }
 

@@ -59,5 +59,6 @@ private:
     char m_szText[1024] = "";
     int m_nSeverity = 0;
     int m_nCount = 0;
+    unsigned long m_ulCheckLine = 0; // 0 unless a check was heard last
 };
 #endif

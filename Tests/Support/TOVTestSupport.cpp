@@ -1,5 +1,7 @@
 #include "Support/TOVTestSupport.h"
 
+#include "Support/TOVConfirmedChecks.h"
+
 #include <TOVPlatform/TOVString.h>
 
 #include <atomic>
@@ -92,7 +94,10 @@ bool CLogRecorder::SawCheck(const std::string& sFilePart, const std::string& sEx
     if (aChecks.empty())
         return false;
     const sCheck& oLast = aChecks.back();
-    return oLast.sExpression == sExpression && oLast.sFile.find(sFilePart) != std::string::npos && oLast.ulLine > 0;
+    if (oLast.sExpression != sExpression || oLast.sFile.find(sFilePart) == std::string::npos || oLast.ulLine == 0)
+        return false;
+    NoteConfirmedCheck(oLast.sFile, oLast.ulLine, oLast.sExpression);
+    return true;
 }
 
 std::string CLogRecorder::DescribeChecks() const

@@ -1,6 +1,7 @@
 // The narrow and the wide string as types, so that one test covers both; texts for them, and what they hold.
 #pragma once
 
+#include "Support/TOVConfirmedChecks.h"
 #include "Support/TOVTestSupport.h"
 
 #include <TOVString/TOVStringA.h>
@@ -161,6 +162,7 @@ template<class TString, class TFunction> std::string CheckOf(TFunction fnStateme
     if (aChecks.size() != 1)
         return std::to_string(aChecks.size()) + " checks: " + oRecorder.DescribeChecks();
 
+    NoteConfirmedCheck(aChecks[0].sFile, aChecks[0].ulLine, aChecks[0].sExpression);
     const std::string sSource = sStringTraits<TString>::SOURCE;
     const std::string& sFile = aChecks[0].sFile;
     if (sFile.find(sSource + ".h") != std::string::npos)

@@ -1,0 +1,83 @@
+// Saves the counts of a process that ends without its last steps: by _exit, as forked children do, or by abort. Each
+// module has counters of its own. This file stands in a shared library that knows them all, and, compiled with
+// TOV_MODULE, in every module.
+#include <atomic>
+
+typedef void (*tSave)();
+
+extern "C" void TOVCoverageAdd(tSave pfSave);
+extern "C" void TOVCoverageRemove(tSave pfSave);
+
+#ifdef TOV_MODULE
+
+extern "C" void __gcov_dump();
+
+namespace
+{
+__attribute__((constructor)) void Add()
+{
+    TOVCoverageAdd(__gcov_dump);
+}
+
+__attribute__((destructor)) void Remove()
+{
+    TOVCoverageRemove(__gcov_dump);
+}
+} // namespace
+
+#else
+
+#include <dlfcn.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace
+{
+std::atomic<tSave> s_aSaves[64];
+
+void Replace(tSave pfOld, tSave pfNew)
+{
+    for (std::atomic<tSave>& oPlace : s_aSaves)
+    {
+        tSave pfExpected = pfOld;
+        if (oPlace.compare_exchange_strong(pfExpected, pfNew))
+            return;
+    }
+}
+
+void SaveAll()
+{
+    for (std::atomic<tSave>& oPlace : s_aSaves)
+    {
+        if (const tSave pfSave = oPlace.load())
+            pfSave();
+    }
+}
+} // namespace
+
+void TOVCoverageAdd(tSave pfSave)
+{
+    Replace(nullptr, pfSave);
+}
+
+void TOVCoverageRemove(tSave pfSave)
+{
+    Replace(pfSave, nullptr);
+}
+
+extern "C" void _exit(int nStatus)
+{
+    SaveAll();
+    for (;;)
+        syscall(SYS_exit_group, nStatus);
+}
+
+extern "C" void abort() noexcept
+{
+    SaveAll();
+    const auto pfAbort = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "abort"));
+    for (;;)
+        pfAbort();
+}
+
+#endif
