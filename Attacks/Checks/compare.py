@@ -1,6 +1,7 @@
-"""Finds the checks in the library's sources, and tells which of them no test has failed."""
+"""Finds the checks in the library's sources, and tells which of them no test has failed, and after which none looks."""
 
 import argparse
+import functools
 import re
 import sys
 from pathlib import Path
@@ -9,6 +10,16 @@ SOURCE = Path("Source")
 # The suites that the library carries use the checks of tests, which they fail by design.
 LEFT_OUT = ("TestSuites/",)
 MACRO = re.compile(r"\b(TOV_ASSERT|TOV_ASSERT_TEXT|TOV_TELL_TEXT|TOVDebug::Assert)\s*\(")
+# How the tests expect a failed check, and anything else.
+EXPECTED_CHECK = re.compile(r"\bEXPECT_(?!NO_)[A-Z_]*CHECK[A-Z_]*\(")
+QUIET_REFUSAL = re.compile(r"\bFailsACheck\(")
+EXPECTATION = re.compile(r"\b(?:EXPECT|ASSERT)_(?![A-Z_]*CHECK)[A-Z_]+\(")
+LITERAL = re.compile(r'"(?:\\.|[^"\\])*"')
+# Objects, arrays, pointers, texts and numbers, by the prefixes of their names.
+VARIABLE = re.compile(r"\b(?:m_)?(?:o|a|p|pp|s|sz|w|b|c|h|n|l|ul|dw)[A-Z]\w*\b(?!\()")
+CONSTANT = r"\bconst\s+(?:[\w:<>, ]+?[\s*&]+(?:const\s+)?)?%s\b"
+# A call of a constructor, bare or in a lambda, and the end of an object.
+MAKES_OR_ENDS = re.compile(r"\s*(?:\[[^\]]*\]\s*\{\s*)?(?:(?:const\s+)?(?:C[A-Z]|[tT])\w+(?:<[^>]*>)?\s*(?:\w+\b\s*)?[({;]|delete\b)")
 SPACE = re.compile(r"\s+")
 
 
@@ -55,7 +66,8 @@ def split(arguments):
 class Site:
     def __init__(self, path, first, last, text):
         self.path, self.first, self.last, self.text = path, first, last, text
-        self.confirmed = False
+        self.confirmed = self.looked_at = False
+        self.tests = set()
 
     def matches(self, line, text):
         """A constant stands for its text, which only the program knows."""
@@ -94,21 +106,72 @@ def sites():
 
 
 def read_record(path):
-    """The places and texts that tests confirmed. The file's name says little: shared sources tell their class's name."""
+    """Places and texts of checks with the places of the tests that confirmed them."""
     confirmed = set()
     for line in path.read_text(encoding="utf-8").splitlines():
-        file, number, text = line.split("|", 2)
-        confirmed.add((Path(file).stem, int(number), text))
+        file, number, test_file, test_line, text = line.split("|", 4)
+        # The file's name says little: shared sources tell their class's name.
+        confirmed.add((Path(file).stem, int(number), text, test_file, int(test_line)))
     return confirmed
 
 
 def confirm(all_sites, confirmed):
-    for name, line, text in confirmed:
+    for name, line, text, test_file, test_line in confirmed:
         near = [site for site in all_sites if site.matches(line, text)]
         # Where several files have such a line, the name decides.
         own = [site for site in near if Path(site.path).stem == name]
         for site in own or near:
             site.confirmed = True
+            site.tests.add((test_file, test_line))
+            site.looked_at = site.looked_at or looks_afterwards(test_file, test_line)
+
+
+@functools.lru_cache(maxsize=None)
+def text_of_test(path):
+    return without_comments(Path(path).read_text(encoding="utf-8"))
+
+
+@functools.lru_cache(maxsize=None)
+def looks_afterwards(path, line):
+    """Whether the test expects something, after the failed check, of a variable that the refused statement names. There
+    is nothing to look at where it names none, or only constants, or where it makes or ends an object."""
+    text = text_of_test(path)
+    for macro in EXPECTED_CHECK.finditer(text):
+        arguments = arguments_at(text, macro.end())
+        first = text.count("\n", 0, macro.start()) + 1
+        if first <= line <= first + arguments.count("\n"):
+            parts = split(arguments)[2 if macro.group().endswith("_AT(") else 0 if "CHARACTER" in macro.group() else 1:]
+            return looks_at(text, macro.end() + len(arguments), ",".join(parts))
+    # A test that may not allocate makes a recorder first.
+    place = len("".join(text.splitlines(keepends=True)[:line]))
+    refusal = QUIET_REFUSAL.search(text, place, text.index("\n}", place))
+    if refusal:
+        arguments = arguments_at(text, refusal.end())
+        return looks_at(text, refusal.end() + len(arguments), arguments)
+    return looks_at(text, place, text[text.rfind("\n{", 0, place):place])
+
+
+def looks_at(text, end, statement):
+    """Whether an expectation in the rest of the test's body names a variable of the statement."""
+    if MAKES_OR_ENDS.match(statement):
+        return True
+    variables = set(VARIABLE.findall(LITERAL.sub("", statement)))
+    changing = {name for name in variables if not re.search(CONSTANT % name, text)}
+    rest = text[end:text.index("\n}", end)]
+    later = [arguments_at(rest, other.end()) for other in EXPECTATION.finditer(rest)]
+    return not changing or any(variables & set(VARIABLE.findall(other)) for other in later)
+
+
+def tell(name, title, missed, total, listed=None):
+    listed = [f"- `{site}`" for site in missed] if listed is None else listed
+    print(f"figure | checks | {name} | {total - len(missed)} of {total} | all | {'no' if missed or not total else 'yes'}")
+    if listed:
+        print(f"detail | checks | {title}")
+        print("detail | checks | ")
+    for line in listed:
+        print(f"detail | checks | {line}")
+    if listed:
+        print("detail | checks | ")
 
 
 def main():
@@ -122,15 +185,10 @@ def main():
     if arguments.only:
         found = [site for site in found if site.path.startswith(tuple(arguments.only))]
     missed = [site for site in found if not site.confirmed]
-    # A text counts where a recorder of a test has heard it. Whether the object is unchanged afterwards is not
-    # measured here.
-    print(f"figure | checks | checks that a test fails and whose text it hears | {len(found) - len(missed)} of {len(found)} | all | "
-          f"{'no' if missed or not found else 'yes'}")
-    if missed:
-        print("detail | checks | No test fails:")
-        print("detail | checks | ")
-    for site in missed:
-        print(f"detail | checks | - `{site}`")
+    unseen = [site for site in found if site.confirmed and not site.looked_at]
+    tell("checks that a test fails and whose text it hears", "No test fails:", missed, len(found))
+    tell("checks after which a test looks at the object", "No test looks at the object after:", missed + unseen, len(found),
+         [f"- `{site}` ({', '.join(sorted(f'{file}:{line}' for file, line in site.tests)[:3])})" for site in unseen])
     return 0
 
 

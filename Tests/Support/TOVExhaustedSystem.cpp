@@ -12,7 +12,7 @@ static void CopyText(char (&szTarget)[256], const char* szSource)
     std::snprintf(szTarget, sizeof(szTarget), "%s", szSource);
 }
 
-CQuietRecorder::CQuietRecorder()
+CQuietRecorder::CQuietRecorder(const char* szTestFile, int nTestLine) : m_szTestFile(szTestFile), m_nTestLine(nTestLine)
 {
     TOVDebug::CTOVDebugServer::Instance().Register(this);
 }
@@ -21,7 +21,7 @@ CQuietRecorder::~CQuietRecorder()
 {
     TOVDebug::CTOVDebugServer::Instance().Unregister(this);
     if (m_ulCheckLine != 0) // memory is not short any more
-        NoteConfirmedCheck(m_szFile, m_ulCheckLine, m_szText);
+        NoteConfirmedCheck(m_szFile, m_ulCheckLine, m_szText, m_szTestFile, m_nTestLine);
 }
 
 void CQuietRecorder::OnStartup()

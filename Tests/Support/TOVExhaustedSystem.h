@@ -29,11 +29,12 @@ private:
     std::vector<unsigned long long> m_aCriticalSections;
 };
 
-// Remembers the last line and the last check that it hears while it lives, without an allocation.
+// Remembers the last line and the last check that it hears while it lives, without an allocation. The arguments tell
+// where the test makes it.
 class CQuietRecorder : public TOVDebug::ITOVLogListener
 {
 public:
-    CQuietRecorder();
+    explicit CQuietRecorder(const char* szTestFile = __builtin_FILE(), int nTestLine = __builtin_LINE());
     virtual ~CQuietRecorder();
     CQuietRecorder(const CQuietRecorder&) = delete;
     CQuietRecorder& operator=(const CQuietRecorder&) = delete;
@@ -54,6 +55,8 @@ public:
     int Count() const { return m_nCount; }
 
 private:
+    const char* m_szTestFile;
+    int m_nTestLine;
     char m_szFile[256] = "";
     char m_szFormat[256] = "";
     char m_szText[1024] = "";

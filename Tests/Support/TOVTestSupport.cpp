@@ -88,7 +88,8 @@ int CLogRecorder::CountLines(const std::string& sPart) const
     return nCount;
 }
 
-bool CLogRecorder::SawCheck(const std::string& sFilePart, const std::string& sExpression) const
+bool CLogRecorder::SawCheck(const std::string& sFilePart, const std::string& sExpression, const char* szTestFile,
+                            int nTestLine) const
 {
     const std::vector<sCheck> aChecks = Checks();
     if (aChecks.empty())
@@ -96,7 +97,7 @@ bool CLogRecorder::SawCheck(const std::string& sFilePart, const std::string& sEx
     const sCheck& oLast = aChecks.back();
     if (oLast.sExpression != sExpression || oLast.sFile.find(sFilePart) == std::string::npos || oLast.ulLine == 0)
         return false;
-    NoteConfirmedCheck(oLast.sFile, oLast.ulLine, oLast.sExpression);
+    NoteConfirmedCheck(oLast.sFile, oLast.ulLine, oLast.sExpression, szTestFile, nTestLine);
     return true;
 }
 

@@ -51,8 +51,10 @@ public:
     // How many lines contain the text.
     int CountLines(const std::string& sPart) const;
 
-    // Whether a check with exactly this text was heard, from a file whose name contains the part.
-    bool SawCheck(const std::string& sFilePart, const std::string& sExpression) const;
+    // Whether a check with exactly this text was heard, from a file whose name contains the part. The last two
+    // arguments tell where the test asks.
+    bool SawCheck(const std::string& sFilePart, const std::string& sExpression,
+                  const char* szTestFile = __builtin_FILE(), int nTestLine = __builtin_LINE()) const;
 
     // All checks that were heard, for messages.
     std::string DescribeChecks() const;

@@ -179,6 +179,7 @@ TYPED_TEST(CTOVBufferTest, SetElementsWithoutStorageFailsItsFirstCheck)
     EXPECT_CHECK_AT("TOVContainers/TOVBuffer", VALID_CHECK, oBuffer.SetElements(0, this->m_aTwo, 2));
     EXPECT_CHECK(VALID_CHECK, oBuffer.SetElements(-1, this->m_aTwo, 2));
     EXPECT_CHECK(VALID_CHECK, oBuffer.SetElements(0, this->m_aTwo, 0));
+    EXPECT_FALSE(oBuffer.IsValid());
 }
 
 TYPED_TEST(CTOVBufferTest, GetElementsReadsFromTheBlock)
@@ -211,6 +212,7 @@ TYPED_TEST(CTOVBufferTest, GetElementsWithoutStorageFailsItsFirstCheck)
 
     EXPECT_CHECK_AT("TOVContainers/TOVBuffer", VALID_CHECK, oBuffer.GetElements(0, aRead, 1));
     EXPECT_CHECK(VALID_CHECK, oBuffer.GetElements(-1, aRead, 0));
+    EXPECT_EQ(TypeParam(1), aRead[0]);
 }
 
 TYPED_TEST(CTOVBufferTest, CopyingNoElementsDoesNothing)
@@ -286,6 +288,8 @@ namespace
 {
 TOV_PRIVATE_MEMBER(ArrayOf, CTOVBuffer<char>, CTOVSmartPointer<char>, m_pArray)
 TOV_PRIVATE_MEMBER(SizeOf, CTOVBuffer<char>, long, m_lSize)
+TOV_PRIVATE_MEMBER(BlockOf, CTOVSmartPointer<char>, CTOVRefCountObject<char>*, m_pObject)
+TOV_PRIVATE_MEMBER(CountOf, CTOVRefCountObject<char>, long, m_lRefCount)
 } // namespace
 
 TEST(CTOVBufferMembersTest, HoldsThePointerInFrontOfTheSize)
@@ -294,4 +298,18 @@ TEST(CTOVBufferMembersTest, HoldsThePointerInFrontOfTheSize)
 
     EXPECT_EQ(4, SizeOf(oBuffer));
     ExpectMembersInOrder(oBuffer, ArrayOf(oBuffer), SizeOf(oBuffer));
+}
+
+// Somebody has let go of the block too often.
+TEST(CTOVBufferMembersTest, ABlockRefusesACountBelowZeroAndKeepsItsElements)
+{
+    CTOVBuffer<char> oBuffer("text", 4);
+    CTOVRefCountObject<char>& oBlock = *BlockOf(ArrayOf(oBuffer));
+    CountOf(oBlock) = 0;
+
+    EXPECT_CHECK_AT("TOVDesignPatterns/TOVSharedBlock", "lRefCount >= 0", oBlock.Release());
+
+    EXPECT_EQ(-1, oBlock.GetRefCount());
+    EXPECT_EQ((std::vector<char>{'t', 'e', 'x', 't'}), Elements(oBuffer));
+    CountOf(oBlock) = 1;
 }

@@ -144,6 +144,8 @@ TEST(CTOVSorterPathTest, AnArrayThatAComparisonShortensFailsTheCheckOfTheIndex)
         oDerived.Append(MakeArray({5, 3, 8, 1, 9, 2, 7}));
         EXPECT_CHECK("(0 <= lIndex) && (lIndex < GetSize())", ShortenAfter(oArray, nComparisons));
         EXPECT_CHECK("(0 <= lIndex) && (lIndex < GetSize())", ShortenAfter(oDerived, nComparisons));
+        EXPECT_EQ(1, oArray.GetSize());
+        EXPECT_EQ(1, oDerived.GetSize());
     }
 }
 

@@ -115,6 +115,7 @@ TEST_F(CTOVHandleTest, RefusesToGiveAnObjectWhileInvalid)
         const CTOVHandle& oSame = *pHandle;
         EXPECT_CHECK("IsValid()", pHandle->Get());
         EXPECT_CHECK("IsValid()", oSame.Get());
+        EXPECT_FALSE(pHandle->IsValid());
     }
 }
 

@@ -44,6 +44,7 @@ TEST(CTOVSmartPointerTest, NullRaisesAtEveryAccess)
     EXPECT_CHECK_AT("TOVDesignPatterns/TOVSmartPointer", "m_pObject->IsValid()", (void)*oPointer);
     EXPECT_CHECK_AT("TOVDesignPatterns/TOVSmartPointer", "m_pObject->IsValid()", (void)*oConst);
     EXPECT_CHECK_AT("TOVDesignPatterns/TOVSmartPointer", "m_pObject->IsValid()", (void)oPointer[0]);
+    EXPECT_FALSE(oPointer.IsValid());
 }
 
 TEST(CTOVSmartPointerTest, NullPointersAreSharedToo)

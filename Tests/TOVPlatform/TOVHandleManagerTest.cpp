@@ -197,6 +197,7 @@ TEST(CTOVHandleManagerTest, FindsNoSlotInATableOfNone)
 
     EXPECT_EQ(FILE_INVALID_HANDLE, oManager.FindFreeHandle());
     EXPECT_CHECK_AT(FILE_SOURCE, HANDLE_RANGE_CHECK, oManager.GetFile(0));
+    EXPECT_EQ(FILE_INVALID_HANDLE, oManager.FindFreeHandle());
 }
 
 TEST(CTOVHandleManagerTest, KeepsAFileInItsSlot)
@@ -237,6 +238,7 @@ TEST_P(CTOVHandleManagerCheckTest, RefusesAHandleBeyondTheSlots)
 {
     for (const unsigned long long hHandle : {4ull, 5ull, 0x100000000ull, FILE_INVALID_HANDLE - 1})
         EXPECT_CHECK_AT(FILE_SOURCE, HANDLE_RANGE_CHECK, GetParam().fnUse(m_oManager, hHandle));
+    EXPECT_EQ(1u, m_oManager.FindFreeHandle());
 }
 
 TEST_P(CTOVHandleManagerCheckTest, TakesTheFirstAndTheLastSlot)

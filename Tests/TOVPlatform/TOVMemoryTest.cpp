@@ -159,10 +159,11 @@ TEST(TOVPlatformMemoryTest, ClearsExactlyTheGivenBytes)
 
 TEST(TOVPlatformMemoryTest, ZeroRefusesNullAndNothing)
 {
-    tByte aMemory[4] = {};
+    tByte aMemory[4] = {7};
     EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Zero(nullptr, 4));
     EXPECT_CHECK_AT(SOURCE, NO_MEMORY, TOVMemory::Zero(nullptr, 0));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Zero(aMemory, 0));
+    EXPECT_EQ(7, aMemory[0]);
 }
 
 TEST(TOVPlatformMemoryTest, FillsWithTheLowByteOfTheValue)
@@ -186,6 +187,7 @@ TEST(TOVPlatformMemoryTest, SetRefusesNullAndNothing)
     EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Set(nullptr, 0xFF, 4));
     EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Set(nullptr, 0xFF, 0));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Set(aMemory, 0xFF, 0));
+    EXPECT_EQ(0, aMemory[0]);
 }
 
 TEST(TOVPlatformMemoryTest, CopiesAndMovesAWordUnchanged)
@@ -242,6 +244,7 @@ TEST(TOVPlatformMemoryTest, MoveRefusesNullAndNothing)
     EXPECT_CHECK_AT(SOURCE, NO_SOURCE, TOVMemory::Move(&dwWord, nullptr, 4));
     EXPECT_CHECK_AT(SOURCE, NO_SIZE, TOVMemory::Move(&dwWord, &dwWord, 0));
     EXPECT_CHECK_AT(SOURCE, NO_DESTINATION, TOVMemory::Move(nullptr, nullptr, 0));
+    EXPECT_EQ(7u, dwWord);
 }
 
 TEST(TOVPlatformMemoryTest, ComparesTheFirstDifferingByteAtEveryPlace)

@@ -388,6 +388,8 @@ TYPED_TEST(TOVPlatformPrintTest, RefusesNull)
     EXPECT_CHECK_AT(STRING_SOURCE, NO_BUFFER, TypeParam::SPrintf(pNull, pNull));
     EXPECT_CHECK_AT(STRING_SOURCE, NO_BUFFER, VSPrintf<TypeParam>(pNull, oFormat));
     EXPECT_CHECK_AT(STRING_SOURCE, NO_FORMAT, VSPrintf<TypeParam>(oBuffer, pNull));
+    EXPECT_EQ(0, TypeParam::Compare(oBuffer.Get(), TypeParam::Text("...")));
+    EXPECT_EQ(0, TypeParam::Compare(oFormat.Get(), TypeParam::Text("x")));
 }
 
 TYPED_TEST(TOVPlatformPrintTest, CountedPrintsRefuseNullAndNothing)
@@ -408,6 +410,8 @@ TYPED_TEST(TOVPlatformPrintTest, CountedPrintsRefuseNullAndNothing)
     EXPECT_CHECK_AT(STRING_SOURCE, NO_FORMAT, VSNPrintf<TypeParam>(oBuffer, 20, pNull));
     EXPECT_CHECK_AT(STRING_SOURCE, NO_BUFFER, VSNPrintf<TypeParam>(pNull, 0, pNull));
     EXPECT_CHECK_AT(STRING_SOURCE, NO_COUNT, VSNPrintf<TypeParam>(oBuffer, 0, pNull));
+    EXPECT_EQ(0, TypeParam::Compare(oBuffer.Get(), TypeParam::Text("...")));
+    EXPECT_EQ(0, TypeParam::Compare(oFormat.Get(), TypeParam::Text("x")));
 }
 
 TYPED_TEST(TOVPlatformPrintTest, DoesNothingBehindAFailedCheck)

@@ -133,6 +133,7 @@ TYPED_TEST(TOVPlatformStringTest, ComparisonsRefuseNull)
         EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING2, fnCompare(oText, nullptr));
         EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING1, fnCompare(nullptr, nullptr));
     }
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("a")));
 }
 
 TYPED_TEST(TOVPlatformStringTest, CountsTheUnitsInFrontOfTheTerminator)
@@ -336,6 +337,7 @@ TYPED_TEST(TOVPlatformStringTest, SetSearchesRefuseNull)
     }
     EXPECT_CHECK_AT(STRING_SOURCE, NO_STRING, TypeParam::FindString(nullptr, oText));
     EXPECT_CHECK_AT(STRING_SOURCE, NO_SET, TypeParam::FindString(oText, nullptr));
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("a")));
 }
 
 TYPED_TEST(TOVPlatformStringTest, CopiesWithTheTerminator)
@@ -401,6 +403,7 @@ TYPED_TEST(TOVPlatformStringTest, CopiesRefuseNull)
         EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, nullptr));
         EXPECT_CHECK_AT(STRING_SOURCE, NO_DESTINATION, fnCopy(nullptr, nullptr));
     }
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("a")));
 }
 
 TYPED_TEST(TOVPlatformStringTest, CountedCopiesRefuseNullAndNothing)
@@ -415,6 +418,7 @@ TYPED_TEST(TOVPlatformStringTest, CountedCopiesRefuseNullAndNothing)
         EXPECT_CHECK_AT(STRING_SOURCE, NO_COUNT, fnCopy(oText, oSource, -1));
         EXPECT_CHECK_AT(STRING_SOURCE, NO_SOURCE, fnCopy(oText, nullptr, 0));
     }
+    EXPECT_EQ(0, TypeParam::Compare(oSource, TypeParam::Text("b")));
     EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("a")));
 }
 
@@ -451,6 +455,7 @@ TYPED_TEST(TOVPlatformStringTest, StepsRefuseNullAndNegativeCounts)
     EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(nullptr, oText));
     EXPECT_CHECK_AT(STRING_SOURCE, "szStringCurrent != NULL", TypeParam::Dec(oText, nullptr));
     EXPECT_CHECK_AT(STRING_SOURCE, "szStringStart != NULL", TypeParam::Dec(nullptr, nullptr));
+    EXPECT_EQ(0, TypeParam::Compare(oText, TypeParam::Text("a")));
 }
 
 TYPED_TEST(TOVPlatformStringTest, ReadsSignedNumbers)

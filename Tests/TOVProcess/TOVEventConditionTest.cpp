@@ -211,7 +211,9 @@ TEST_F(CTOVEventConditionTest, WaitsRefuseAMissingArrayFirstAndThenANumberBelowO
         NumberOf(*oNoNumber) = nNumber;
         EXPECT_CHECK("m_nNumEvents > 0", oNoNumber->Wait());
         EXPECT_CHECK("m_nNumEvents > 0", oNoNumber->TimedWait(0));
+        EXPECT_EQ(nNumber, NumberOf(*oNoNumber));
     }
+    EXPECT_EQ(nullptr, HandlesOf(*oNoArray));
 }
 
 TEST_F(CTOVEventConditionTest, TellsAtItsEndThatItHasNoArray)

@@ -38,7 +38,15 @@ template<class TLock, auto fnMember, auto... aArguments> void CallWithoutHandle(
 {
     TLock oLock;
     const CLostHandle oLost(HandleOf(oLock));
-    (oLock.*fnMember)(aArguments...);
+    try
+    {
+        (oLock.*fnMember)(aArguments...);
+    }
+    catch (const TOVDebug::CTOVAssertException&)
+    {
+        EXPECT_EQ(0u, HandleOf(oLock));
+        throw;
+    }
 }
 
 template<class TLock> void EndWithoutHandle()

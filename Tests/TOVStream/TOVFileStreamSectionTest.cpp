@@ -148,6 +148,7 @@ TEST_F(CTOVFileStreamSectionTest, RefusesNoVersionWhileStoring)
 
         EXPECT_CHECK_AT("TOVStream/TOVFileStream", "nDataFormatVersion != -1", oStream.SerializeBegin(-1));
 
+        EXPECT_EQ(-1, oStream.GetVersion());
         EXPECT_EQ("", Written());
     }
 }

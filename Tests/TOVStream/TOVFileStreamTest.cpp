@@ -123,6 +123,8 @@ TEST_F(CTOVFileStreamTest, RefusesToWorkOnNoFile)
         EXPECT_CHECK_AT("TOVStream/TOVFileStream", "m_pFile != NULL",
                         oStream.Seek(0, TOVPlatform::TOVFile::eSeekOriginStart));
         EXPECT_CHECK_AT("TOVStream/TOVFileStream", "m_pFile != NULL", oStream.Tell());
+        EXPECT_EQ('x', cByte);
+        EXPECT_EQ(nMode, ModeOf(oStream));
     }
 }
 

@@ -147,6 +147,8 @@ TEST_F(CTOVWriteFileStreamTest, RefusesNoVersion)
         CTOVWriteFileStream oStream(Name(), bAppend, 0);
 
         EXPECT_CHECK_AT("TOVStream/TOVFileStream", "nDataFormatVersion != -1", oStream.SerializeBegin(-1));
+        EXPECT_EQ(-1, oStream.GetVersion());
+        EXPECT_EQ(0u, oStream.Tell());
     }
 }
 

@@ -224,6 +224,15 @@ TYPED_TEST(CTOVStringFormatTest, RefusesAFormatThatYieldsNothing)
     EXPECT_EQ(Holds("", 1), StateOf(oNew));
 }
 
+TYPED_TEST(CTOVStringFormatTest, RefusesAFormatWhoseTextIsTooLongForAString)
+{
+    TypeParam oText(TXT("abc"));
+
+    EXPECT_SOURCE_CHECK("nNumExpectedCharacters != -1", oText.Format(TXT("%2000000000d%2000000000d"), 1, 2));
+
+    EXPECT_EQ(Holds("abc", 4), StateOf(oText));
+}
+
 // The euro sign has no form in the "C" locale.
 TEST(CTOVStringAFormatTest, KeepsTheLengthWhenAPrintFails)
 {

@@ -146,7 +146,8 @@ template<class TString> sHeld StateOf(const TString& oString)
 
 // The one check that a statement fails, and where it is reported: "source: ..." or "header: ..." for the string's own
 // two files, else "<file>: ...".
-template<class TString, class TFunction> std::string CheckOf(TFunction fnStatement)
+template<class TString, class TFunction>
+std::string CheckOf(TFunction fnStatement, const char* szTestFile = __builtin_FILE(), int nTestLine = __builtin_LINE())
 {
     CLogRecorder oRecorder;
     try
@@ -162,7 +163,7 @@ template<class TString, class TFunction> std::string CheckOf(TFunction fnStateme
     if (aChecks.size() != 1)
         return std::to_string(aChecks.size()) + " checks: " + oRecorder.DescribeChecks();
 
-    NoteConfirmedCheck(aChecks[0].sFile, aChecks[0].ulLine, aChecks[0].sExpression);
+    NoteConfirmedCheck(aChecks[0].sFile, aChecks[0].ulLine, aChecks[0].sExpression, szTestFile, nTestLine);
     const std::string sSource = sStringTraits<TString>::SOURCE;
     const std::string& sFile = aChecks[0].sFile;
     if (sFile.find(sSource + ".h") != std::string::npos)

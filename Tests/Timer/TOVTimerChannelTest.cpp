@@ -76,14 +76,31 @@ const char* const STRING_ID = reinterpret_cast<const char*>(static_cast<std::siz
 
 constexpr int OUTSIDE[] = {-1, 4, 5, -2147483647 - 1, 2147483647};
 
+// All that the timer tells of its channels.
+std::string StatesOf(const CTOVTimer& oTimer)
+{
+    std::string sStates = std::to_string(oTimer.GetNumChannels());
+    for (int nChannel = 0; nChannel < TOV_TIMER_MAX_TIME_CHANNELS; ++nChannel)
+    {
+        const char* const szName = oTimer.GetChannelName(nChannel);
+        sStates += std::string("; ") + (szName != nullptr ? szName : "no name");
+        for (const bool bState : {oTimer.IsDefined(nChannel), oTimer.IsRunning(nChannel), oTimer.IsPaused(nChannel),
+                                  oTimer.IsFrameTimeEnabled(nChannel)})
+            sStates += bState ? " yes" : " no";
+    }
+    return sStates;
+}
+
 template<int nCount> void ExpectChecks(CTOVTimer& oTimer, const sOperation (&aOperations)[nCount], const char* szCheck)
 {
+    const std::string sStates = StatesOf(oTimer);
     for (const sOperation& oOperation : aOperations)
         for (const int nChannel : OUTSIDE)
         {
             SCOPED_TRACE(testing::Message() << oOperation.szName << " of " << nChannel);
             EXPECT_CHECK_AT("TOVTimer", szCheck, oOperation.fnCall(oTimer, nChannel));
         }
+    EXPECT_EQ(sStates, StatesOf(oTimer));
 }
 
 static_assert(TOV_TIMER_MAX_TIME_CHANNELS == 4);
@@ -309,22 +326,26 @@ TEST_F(CTOVTimerChannelTest, IsCheckedToBeOneOfTheFour)
 
 TEST_F(CTOVTimerChannelTest, IsCheckedToBeDefined)
 {
+    const std::string sStates = StatesOf(m_oTimer);
     for (const sOperation& oOperation : DEFINED_OPERATIONS)
     {
         SCOPED_TRACE(oOperation.szName);
         EXPECT_CHECK_AT("TOVTimer", DEFINED_CHECK, oOperation.fnCall(m_oTimer, 0));
     }
+    EXPECT_EQ(sStates, StatesOf(m_oTimer));
 }
 
 TEST_F(CTOVTimerChannelTest, IsCheckedToBeRunning)
 {
     m_oTimer.DefineChannel(1, "Stopped");
+    const std::string sStates = StatesOf(m_oTimer);
     for (const sOperation& oOperation : RUNNING_OPERATIONS)
         for (const int nChannel : {0, 1})
         {
             SCOPED_TRACE(testing::Message() << oOperation.szName << " of " << nChannel);
             EXPECT_CHECK_AT("TOVTimer", RUNNING_CHECK, oOperation.fnCall(m_oTimer, nChannel));
         }
+    EXPECT_EQ(sStates, StatesOf(m_oTimer));
 }
 
 TEST_F(CTOVTimerChannelTest, IsNotRunningOnceUndefined)
