@@ -4,6 +4,7 @@
 #include <Test/TOVTestChecks.h>
 #include <Test/TOVTestSuiteDefinition.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -65,6 +66,11 @@ void ExitWell()
     std::exit(0);
 }
 
+template<int nSignal> void Raise()
+{
+    std::raise(nSignal);
+}
+
 void Nothing()
 {
 }
@@ -111,3 +117,7 @@ ENDING_SUITE(CCrashTest, "Crash", Nothing, WriteAstray, Nothing)
 ENDING_SUITE(CAbortTest, "Abort", Nothing, Abort, Nothing)
 ENDING_SUITE(CExitTest, "Exit", Nothing, Exit, Nothing)
 ENDING_SUITE(CExitWellTest, "Exit well", Nothing, ExitWell, Nothing)
+ENDING_SUITE(CArithmeticTest, "Raise arithmetic", Nothing, Raise<SIGFPE>, Nothing)
+ENDING_SUITE(CIllegalTest, "Raise illegal", Nothing, Raise<SIGILL>, Nothing)
+ENDING_SUITE(CInterruptTest, "Raise interrupt", Nothing, Raise<SIGINT>, Nothing)
+ENDING_SUITE(CTerminateTest, "Raise terminate", Nothing, Raise<SIGTERM>, Nothing)

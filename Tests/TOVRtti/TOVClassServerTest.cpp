@@ -474,3 +474,15 @@ TEST(CTOVClassServerEndTest, DropsASecondNameInSilence)
     EXPECT_NE(std::string::npos, oResult.sOutput.find("Removing class CLeftSecond using map ")) << oResult.sOutput;
     EXPECT_EQ(std::string::npos, oResult.sOutput.find("Removing class CAlias")) << oResult.sOutput;
 }
+
+TEST_F(CTOVClassServerTest, TheProcessesServerFindsTheClassesThatItIsAssigned)
+{
+    CTOVClassServer& oInstance = CTOVClassServer::Instance();
+    const auto pCopy = std::make_unique<CTOVClassServer>(oInstance);
+
+    EXPECT_EQ(&oInstance, &(oInstance = *pCopy));
+
+    EXPECT_EQ(NamesOf(*pCopy), NamesOf(oInstance));
+    EXPECT_TRUE(oInstance.HasClass("CSomething"));
+    EXPECT_FALSE(oInstance.HasClass("CNothing"));
+}

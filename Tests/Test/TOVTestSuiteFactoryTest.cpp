@@ -289,3 +289,24 @@ TEST_F(CTOVTestSuiteFactoryTest, FollowsAChangeOfTheMap)
 
     EXPECT_EQ(3, CTOVTestSuiteFactory::GetNumSuites());
 }
+
+TEST_F(CTOVTestSuiteFactoryTest, CopiesKnowTheSuitesOfTheProgram)
+{
+    RegisterThree();
+    const CTOVTestSuiteFactory oFactory;
+    CTOVTestSuiteFactory oCopy(oFactory);
+    oCopy = oFactory;
+
+    EXPECT_EQ(3, oCopy.GetNumSuites());
+}
+
+TEST_F(CTOVTestSuiteFactoryTest, CopiesOfACreatorMakeTheSameSuite)
+{
+    CCopyCreator oCopy(m_oFirst);
+    const std::unique_ptr<TOVTest::CTOVTestSuite> pFirst(oCopy.New());
+    static_cast<TOVTest::ITOVTestSuiteCreator&>(oCopy) = m_oSecond;
+    const std::unique_ptr<TOVTest::CTOVTestSuite> pSame(oCopy.New());
+
+    EXPECT_STREQ("first", pFirst->GetDescription());
+    EXPECT_STREQ("first", pSame->GetDescription()) << "the base has no data";
+}

@@ -125,3 +125,15 @@ TEST(CTOVTestSuiteTest, HasOneNullObject)
     EXPECT_STREQ("<Unkown file name>", CTOVTestSuite::Null().GetFileName());
     EXPECT_EQ(0, CTOVTestSuite::Null().GetNumTestCases());
 }
+
+TEST(CTOVTestSuiteTest, IsCopiedWithItsData)
+{
+    COpenSuite oSuite;
+    oSuite.Count();
+    const COpenSuite oCopy(oSuite);
+    COpenSuite oAssigned;
+    oAssigned = oSuite;
+
+    EXPECT_EQ(1, oCopy.m_nRuns);
+    EXPECT_EQ(1, oAssigned.m_nRuns);
+}

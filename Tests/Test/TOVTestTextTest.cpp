@@ -248,3 +248,14 @@ TEST(TOVTestTextTest, ShowsNothingOfNumbersThatAreNoneOfTheseTypes)
     EXPECT_EQ(UNPRINTABLE, TextOf(static_cast<short>(1)));
     EXPECT_EQ(UNPRINTABLE, TextOf(1LL));
 }
+
+TEST(CTOVTestTextTest, IsCopiedWithItsText)
+{
+    const CTOVTestText oText(42);
+    const CTOVTestText oCopy(oText);
+    CTOVTestText oAssigned("old");
+    oAssigned = oText;
+
+    EXPECT_STREQ("42", static_cast<const char*>(oCopy));
+    EXPECT_STREQ("42", static_cast<const char*>(oAssigned));
+}

@@ -13,7 +13,7 @@ const sEnd s_aEnds[] = {
     {"Throw", "threw past its checks: no \"good\" <at> all"},
     {"Throw number", "threw past its checks"},
     {"Throw exception", "threw past its checks: exception of class 5, code 0x12"},
-    {"Check", "threw past its checks: failed check s_nDepth == -1 (Tests/Programs/SuitesEnding.cpp:40)"},
+    {"Check", "threw past its checks: failed check s_nDepth == -1 (Tests/Programs/SuitesEnding.cpp:41)"},
     {"Startup", "threw past its checks: no \"good\" <at> all"},
     {"Closedown", "threw past its checks: no \"good\" <at> all"},
     {"Overflow", "crashed: access violation"},

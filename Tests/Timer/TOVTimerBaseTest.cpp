@@ -28,6 +28,18 @@ TOV_PRIVATE_OPERATION(IsActive, bool, IsHighResolutionTimerActive)
 TOV_PRIVATE_OPERATION(HardwareTime, long long, GetHardwareTime)
 TOV_PRIVATE_OPERATION(HardwareFrequency, long long, GetHardwareTimerFrequency)
 
+// The same for one that takes an argument.
+struct sUseHighResolution
+{
+    typedef void (CTOVTimer::*tPointer)(bool);
+    friend tPointer ReachOperation(sUseHighResolution);
+};
+template<sUseHighResolution::tPointer pOperation> struct sUseHighResolutionOpener
+{
+    friend sUseHighResolution::tPointer ReachOperation(sUseHighResolution) { return pOperation; }
+};
+template struct sUseHighResolutionOpener<&CTOVTimer::UseHighResolutionTimer>;
+
 class CTOVTimerBaseTest : public CTimerFixture
 {
 protected:
@@ -403,5 +415,14 @@ TEST_F(CTOVTimerBaseTest, TakesATimeBeyondItsTicksForTheLowestOne)
     {
         m_oTimer.SetTime(0, dTime);
         EXPECT_DOUBLE_EQ(-9223372036.854775808, m_oTimer.GetTime(0)) << dTime;
+    }
+}
+
+TEST_F(CTOVTimerBaseTest, IsChosenByAnOperationThatNothingCalls)
+{
+    for (const bool bHighResolution : {false, true})
+    {
+        (m_oTimer.*ReachOperation(sUseHighResolution()))(bHighResolution);
+        EXPECT_EQ(bHighResolution, IsActive(m_oTimer));
     }
 }
