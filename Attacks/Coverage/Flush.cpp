@@ -1,6 +1,6 @@
-// Saves the counts of a process that ends without its last steps: by _exit, as forked children do, or by abort. Each
-// module has counters of its own. This file stands in a shared library that knows them all, and, compiled with
-// TOV_MODULE, in every module.
+// Saves the counts of a process that ends without its last steps: by _exit, as forked children do, by abort, or when
+// another program takes its place. Each module has counters of its own. This file stands in a shared library that knows
+// them all, and, compiled with TOV_MODULE, in every module.
 #include <atomic>
 
 typedef void (*tSave)();
@@ -70,6 +70,12 @@ extern "C" void _exit(int nStatus)
     SaveAll();
     for (;;)
         syscall(SYS_exit_group, nStatus);
+}
+
+extern "C" int execv(const char* szFile, char* const aszArguments[])
+{
+    SaveAll();
+    return execve(szFile, aszArguments, environ);
 }
 
 extern "C" void abort() noexcept

@@ -1,9 +1,11 @@
-"""Makes figures of the counts of lines and branches that gcovr has left, and lists what no test reaches."""
+"""Makes figures of the lines that gcovr has counted and of the branches of the build, and lists what no test reaches."""
 
 import json
 import re
 import sys
 from pathlib import Path
+
+import branches
 
 MARKER = re.compile(r"GCOVR?_EXCL_[A-Z_]+")
 
@@ -18,35 +20,36 @@ class Count:
         self.lines = self.reached_lines = self.branches = self.reached_branches = 0
         self.missed_lines, self.missed_branches = [], []
 
-    def add(self, file):
-        lines, branches = [], []
+    def add(self, file, ways):
+        """Ways are the counts of branches for each line, as read by branches.read."""
+        lines, missed = [], []
         for line in file["lines"]:
             if line.get("gcovr/noncode") or line.get("gcovr/excluded"):
                 continue
+            number = line["line_number"]
             self.lines += 1
             self.reached_lines += line["count"] > 0
             if line["count"] == 0:
-                lines.append(line["line_number"])
+                lines.append(number)
             if file["file"].startswith(WITHOUT_BRANCHES):
                 continue
-            for branch in line["branches"]:
-                self.branches += 1
-                self.reached_branches += branch["count"] > 0
-            missed = sum(branch["count"] == 0 for branch in line["branches"])
-            if missed and line["count"]:
-                branches.append(line["line_number"])
+            counts = ways.get(number, [])
+            self.branches += len(counts)
+            self.reached_branches += sum(count > 0 for count in counts)
+            if 0 in counts and line["count"]:
+                missed.append(number)
         if lines:
             self.missed_lines.append((file["file"], lines))
-        if branches:
-            self.missed_branches.append((file["file"], branches))
+        if missed:
+            self.missed_branches.append((file["file"], missed))
 
 
-def count(files, beginning):
+def count(files, ways, beginning):
     """Of the files whose names match, as one."""
     total = Count()
     for file in files:
         if re.match(beginning, file["file"]):
-            total.add(file)
+            total.add(file, ways.get(file["file"], {}))
     return total
 
 
@@ -102,27 +105,29 @@ def tell_left_out():
 
 
 def main():
-    work = Path(sys.argv[1])
+    work, build = Path(sys.argv[1]), Path(sys.argv[2])
     files = {path.stem: json.loads(path.read_text(encoding="utf-8"))["files"] for path in work.glob("*.json")}
     parts = [("Source", "linux", "Source/", 99, 95), ("Tools and Examples", "linux", "(Tools|Examples)/", 99, 95),
              ("the Windows backend", "windows", "Source/Windows/", 90, None),
              ("Windows files of Tools and Examples", "windows", "(Tools|Examples)/", 90, None)]
-    counts = [(name, count(files[system], beginning), lines, branches)
-              for name, system, beginning, lines, branches in parts if system in files]
-    for name, total, lines, branches in counts:
+    # Branches are told of Linux alone.
+    ways = branches.read(build, r"(Source|Tools|Examples)/")
+    counts = [(name, count(files[system], ways if of_branches else {}, beginning), of_lines, of_branches)
+              for name, system, beginning, of_lines, of_branches in parts if system in files]
+    for name, total, of_lines, of_branches in counts:
         if not total.lines:
             continue
-        tell(f"lines of {name}", total.reached_lines, total.lines, lines)
-        if branches:
-            tell(f"branches of {name}", total.reached_branches, total.branches, branches)
-    print("detail | coverage | A branch counts unless only an exception takes it or the compiler knows it as unreachable "
-          "(gcovr's options `--exclude-throw-branches` and `--exclude-unreachable-branches`), or it belongs to `Source/TestSuites`, whose checks "
+        tell(f"lines of {name}", total.reached_lines, total.lines, of_lines)
+        if of_branches:
+            tell(f"branches of {name}", total.reached_branches, total.branches, of_branches)
+    print("detail | coverage | A branch is an edge of the compiler's flow graph where a condition chooses between two or more. "
+          "Edges that an exception takes do not count, nor does what only they lead to, nor `Source/TestSuites`, whose checks "
           "fail only in a broken library.")
     print("detail | coverage | ")
     tell_left_out()
-    for name, total, _, branches in counts:
+    for name, total, _, of_branches in counts:
         tell_missed(f"Lines of {name} that no test reaches:", total.missed_lines)
-        if branches:
+        if of_branches:
             tell_missed(f"Lines of {name} with a branch that no test takes:", total.missed_branches)
     return 0
 
