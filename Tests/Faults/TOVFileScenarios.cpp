@@ -335,7 +335,8 @@ tFaultScenarios StreamScenarios()
              try
              {
                  oFile.Open(FaultFile("text"), ITOVFile::eFileOpenWrite);
-                 CTOVFileStream oStream(&oFile, ITOVStream::eStreamModeSaving | ITOVStream::eStreamFormatASCII);
+                 CTOVFileStream oStream(&oFile,
+                                        int(ITOVStream::eStreamModeSaving) | int(ITOVStream::eStreamFormatASCII));
                  const bool bDone = Completes([&] { static_cast<ITOVStream&>(oStream) << 123; });
                  FAULT_EXPECT(oFile.Tell() == (bDone ? 3u : 0u) || bDone);
              }
