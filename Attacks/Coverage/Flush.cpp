@@ -28,6 +28,7 @@ __attribute__((destructor)) void Remove()
 #else
 
 #include <dlfcn.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -45,8 +46,21 @@ void Replace(tSave pfOld, tSave pfNew)
     }
 }
 
+// A test may have limited the size of files, and a part of the counts would spoil those of all other processes.
+void LiftLimit()
+{
+    const rlimit oNone = {RLIM_INFINITY, RLIM_INFINITY};
+    if (setrlimit(RLIMIT_FSIZE, &oNone) == 0)
+        return;
+    rlimit oMost = {};
+    getrlimit(RLIMIT_FSIZE, &oMost);
+    oMost.rlim_cur = oMost.rlim_max;
+    setrlimit(RLIMIT_FSIZE, &oMost);
+}
+
 void SaveAll()
 {
+    LiftLimit();
     for (std::atomic<tSave>& oPlace : s_aSaves)
     {
         if (const tSave pfSave = oPlace.load())
@@ -62,6 +76,7 @@ void TOVCoverageAdd(tSave pfSave)
 
 void TOVCoverageRemove(tSave pfSave)
 {
+    LiftLimit(); // the module is about to save its counts
     Replace(pfSave, nullptr);
 }
 

@@ -27,6 +27,7 @@ std::string Counts(const sTestCounts& oCounts, double dSeconds)
 std::string Timestamp(std::time_t nTime)
 {
     char szText[32] = "";
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): one thread writes the reports.
     if (const std::tm* pTime = std::gmtime(&nTime))
         std::strftime(szText, sizeof(szText), "%Y-%m-%dT%H:%M:%S", pTime);
     return szText;

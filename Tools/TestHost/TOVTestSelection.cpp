@@ -78,8 +78,9 @@ public:
     bool Match(const std::string& sSuite, const std::string& sCase)
     {
         bool bMatched = false;
+        const std::string sName = sSuite + "." + sCase;
         for (std::size_t n = 0; n < m_aPatterns.size(); ++n)
-            if (MatchesPattern(sSuite, m_aPatterns[n]) || MatchesPattern(sSuite + "." + sCase, m_aPatterns[n]))
+            if (MatchesPattern(sSuite, m_aPatterns[n]) || MatchesPattern(sName, m_aPatterns[n]))
                 bMatched = m_aUsed[n] = true;
         return bMatched;
     }

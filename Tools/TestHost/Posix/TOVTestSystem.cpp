@@ -3,13 +3,13 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace TOVTestHost
@@ -140,12 +140,13 @@ std::unique_ptr<ITOVProcessLink> StartWorker(char** aszArguments)
 {
     int aSockets[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, aSockets) != 0)
-        throw std::runtime_error(std::string("no connection between processes: ") + std::strerror(errno));
+        throw std::runtime_error("no connection between processes: " + std::generic_category().message(errno));
     std::fflush(nullptr);
     const pid_t nWorker = ::fork();
     if (nWorker == 0)
     {
         const int nInherited = ::dup(aSockets[1]);
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): a child that was forked has one thread.
         ::setenv(VARIABLE, std::to_string(nInherited).c_str(), 1);
         ::execv("/proc/self/exe", aszArguments);
         ::_exit(127);
@@ -153,7 +154,7 @@ std::unique_ptr<ITOVProcessLink> StartWorker(char** aszArguments)
     ::close(aSockets[1]);
     std::unique_ptr<ITOVProcessLink> pLink(new CProcessLink(aSockets[0], nWorker));
     if (nWorker < 0)
-        throw std::runtime_error(std::string("no second process: ") + std::strerror(errno));
+        throw std::runtime_error("no second process: " + std::generic_category().message(errno));
     LeaveFirstInterruptToWorker();
     return pLink;
 }
@@ -166,7 +167,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     // A process that a case starts is not a worker, and must not keep the link open.
     const int nSocket = ::fcntl(std::atoi(szSocket), F_DUPFD_CLOEXEC, 3);
     ::close(std::atoi(szSocket));
-    ::unsetenv(VARIABLE);
+    ::unsetenv(VARIABLE); // NOLINT(concurrency-mt-unsafe): the first thing that a worker does
     if (nSocket < 0)
         return nullptr;
     const rlimit oNoCore = {0, 0};
