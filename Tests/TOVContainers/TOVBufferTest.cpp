@@ -313,3 +313,18 @@ TEST(CTOVBufferMembersTest, ABlockRefusesACountBelowZeroAndKeepsItsElements)
     EXPECT_EQ((std::vector<char>{'t', 'e', 'x', 't'}), Elements(oBuffer));
     CountOf(oBlock) = 1;
 }
+
+TEST(CTOVBufferMembersTest, AnAssignmentTellsOfABlockThatWasLetGoOfTooOften)
+{
+    CTOVBuffer<char> oBuffer("text", 4);
+    const CTOVBuffer<char> oOther("other", 5);
+    CTOVRefCountObject<char>& oBlock = *BlockOf(ArrayOf(oBuffer));
+    CountOf(oBlock) = 0;
+
+    EXPECT_CHECK_AT("TOVDesignPatterns/TOVSharedBlock", "lRefCount >= 0", oBuffer = oOther);
+
+    EXPECT_EQ(-1, oBlock.GetRefCount());
+    EXPECT_EQ((std::vector<char>{'o', 't', 'h', 'e', 'r'}), Elements(oBuffer));
+    CountOf(oBlock) = 1;
+    oBlock.Release();
+}

@@ -1,5 +1,6 @@
 // The scanner and names that another system refuses.
 #include "File/TOVScanInstruments.h"
+#include "Support/TOVMultiByte.h"
 
 #include <filesystem>
 
@@ -18,4 +19,22 @@ TEST(CTOVFileScannerNamesTest, ReportsNothingBelowTheFirstLevelThoughADirectoryI
     oRecord.Run(oScanner);
 
     EXPECT_EQ(tNames({"a.txt"}), oRecord.aFiles);
+}
+
+TEST(CTOVFileScannerNamesTest, FindsLettersBeyondAsciiInEitherCase)
+{
+    const CMultiByteCodePage oCodePage;
+    const CTempFolder oFolder;
+    const std::string sName = "\xC3\x89t\xC3\xA9.txt"; // the first letter is a capital one
+    WriteWholeFile(oFolder.File(sName), "");
+
+    for (const char* szPattern : {"\xC3\xA9T\xC3\x89.TXT", "?t?.txt", "\xC3\xA9*"})
+    {
+        CTOVFileScanner oScanner;
+        CScanRecord oRecord;
+        oScanner.AddScanDirectory(oFolder.Path().c_str(), szPattern);
+        oRecord.Run(oScanner);
+
+        EXPECT_EQ(tNames({sName}), oRecord.aFiles) << szPattern;
+    }
 }
