@@ -293,3 +293,13 @@ TEST_F(CTOVListenerTest, SurvivesAReplacementOfTheServer)
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ("{ \"1\", \"2\" }, 1 in the table; 1 left; free", oResult.sOutput);
 }
+
+TEST_F(CTOVListenerTest, KeepsNothingOfTheApplicationsName)
+{
+    m_oMemory.Register();
+    static_cast<ITOVLogListener&>(m_oMemory).SetApplicationName("name");
+    Log(200, "line");
+    m_oMemory.Unregister();
+
+    EXPECT_EQ(tLines{"line"}, TextsOf(m_oMemory.GetLines()));
+}
