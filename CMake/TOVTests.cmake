@@ -29,7 +29,8 @@ endfunction()
 add_library(gtest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
 target_include_directories(gtest SYSTEM PUBLIC "${TOV_GOOGLETEST_SOURCES}/include")
 target_include_directories(gtest PRIVATE "${TOV_GOOGLETEST_SOURCES}")
-target_compile_options(gtest PRIVATE -w)
+# Nobody wants its counts, and they are the first of which a killed process may leave a half.
+target_compile_options(gtest PRIVATE -w -fno-profile-arcs -fno-test-coverage)
 target_link_libraries(gtest PUBLIC Threads::Threads)
 # Its macros are called without their last argument, which C++17 does not know.
 target_compile_options(gtest INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)

@@ -22,7 +22,8 @@ prepare_suite()
         libxml2-utils patchelf perl python3 xvfb gdb gcovr
     local link=""
     [ "$1" = linux ] && link="$(make_flush)" || CMake/make-wine-root
-    cmake --preset "$1-debug" -B "$(folder_of "$1")" -D CMAKE_CXX_FLAGS="--coverage -O0 -fprofile-update=atomic" \
+    cmake --preset "$1-debug" -B "$(folder_of "$1")" \
+        -D CMAKE_CXX_FLAGS="-fprofile-arcs -ftest-coverage -O0 -fprofile-update=atomic" \
         -D CMAKE_EXE_LINKER_FLAGS="$link" -D CMAKE_SHARED_LINKER_FLAGS="$link"
     build "$(folder_of "$1")" all
     # Old counts do not fit programs that were built anew, which say so in the output that tests compare.
