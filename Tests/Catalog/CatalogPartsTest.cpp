@@ -29,7 +29,10 @@ TEST(CatalogPartsTest, NoWorkersDoNothing)
 
 TEST(CatalogPartsTest, ANameWithoutADirectoryStandsAtTheRoot)
 {
-    EXPECT_STREQ("/name", JoinPath("", "name").GetString());
+    CTOVStringA oNoDirectory("/");
+    oNoDirectory.Empty();
+
+    EXPECT_STREQ("/name", JoinPath(oNoDirectory, "name").GetString());
 }
 
 TEST(CatalogPartsTest, ACatalogueAtTheRootIsLookedForThere)
