@@ -15,7 +15,7 @@ namespace
 constexpr char TRUNCATED[] = "is truncated";
 constexpr char DAMAGED[] = "is damaged";
 
-constexpr std::size_t BUFFER_SIZE = 64 * 1024;
+constexpr std::size_t BUFFER_SIZE = std::size_t(64) * 1024;
 } // namespace
 
 CArchive::CArchive(ITOVStream& oStream) : CArchive(oStream, 0)

@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr unsigned long READ_SIZE = 256 * 1024;
+constexpr unsigned long READ_SIZE = 256ul * 1024;
 
 // Holds what all workers share. They only read the texts of the records and of the catalogue, and copy none of them:
 // strings that share a block must not be used by several threads.

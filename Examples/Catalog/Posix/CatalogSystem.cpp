@@ -51,7 +51,7 @@ bool IsStillNamed(int nFile, const CTOVStringA& oName)
 
 CInputFile::CInputFile(const char* szName) : m_hFile(NO_FILE)
 {
-    struct stat oStatus;
+    struct stat oStatus = {};
     m_hFile = OpenFile(szName, 0, oStatus);
     if (IsOpen())
         m_ullSize = static_cast<unsigned long long>(oStatus.st_size);
