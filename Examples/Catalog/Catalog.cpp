@@ -3,6 +3,7 @@
 #include "Console.h"
 
 #include <Path/TOVPath.h>
+#include <TOVString/TOVStringStd.h>
 
 #include <system_error>
 
@@ -35,7 +36,7 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord)
 
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
 {
-    std::string sJoined(~oDirectory);
+    std::string sJoined(TOVStandard::ViewOf(oDirectory));
     if (sJoined.empty())
         sJoined = '/';
     AppendPath(sJoined, ~oName);

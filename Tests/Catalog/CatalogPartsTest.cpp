@@ -33,6 +33,7 @@ TEST(CatalogPartsTest, ANameWithoutADirectoryStandsAtTheRoot)
     oNoDirectory.Empty();
 
     EXPECT_STREQ("/name", JoinPath(oNoDirectory, "name").GetString());
+    EXPECT_STREQ("/name", JoinPath(CTOVStringA(), "name").GetString());
 }
 
 TEST(CatalogPartsTest, ACatalogueAtTheRootIsLookedForThere)

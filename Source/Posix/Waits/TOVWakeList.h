@@ -19,8 +19,8 @@ namespace TOVPosix
 // over to all its waits.
 //
 // A wait for all takes nothing until it can take everything, however long that takes. To keep the free ones of its
-// objects from others meanwhile would be wrong: whoever has another one may need a free one before giving that back, and
-// both would wait for ever.
+// objects from others meanwhile would be wrong: whoever has another one may need a free one before giving that back,
+// and both would wait for ever.
 //
 // Objects in shared memory cannot be given to waiters of other processes: a change wakes all threads that sleep on the
 // object, and these look again (TOVNamedObject.h). A wait that mixes both kinds sleeps on its own word and on theirs.

@@ -1,7 +1,7 @@
 // A test program with one suite.
+#include <TOVKernel.h>
 #include <Test/TOVTestHost.h>
 #include <TestHost/TOVTestHostProgram.h>
-#include <TOVKernel.h>
 
 class CWordsTest : public TOVTest::CTOVTestSuite
 {
@@ -10,7 +10,7 @@ class CWordsTest : public TOVTest::CTOVTestSuite
 };
 
 TOV_TEST_CASES_BEGIN(CWordsTest, "Words")
-    TOV_TEST_CASE("length", Length)
+TOV_TEST_CASE("length", Length)
 TOV_TEST_CASES_END
 TOV_REGISTER_TEST_SUITE(CWordsTest)
 
