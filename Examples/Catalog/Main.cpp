@@ -128,6 +128,7 @@ int main(int nArguments, char** aszArguments)
     CLI::App oProgram("Finds changed files, by a catalogue of their sizes and CRC-32 checksums.\n"
                       "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
                       "tovcatalog");
+    oProgram.set_version_flag("--version", "tovcatalog " TOV_VERSION);
     oProgram.require_subcommand(1);
     oProgram.failure_message(DescribeWrongUsage);
     oProgram.allow_windows_style_options(false); // "/data" is a directory on every system

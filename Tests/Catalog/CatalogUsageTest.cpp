@@ -1,6 +1,8 @@
 // Wrong and right command lines.
 #include "Catalog/CatalogInstruments.h"
 
+#include <regex>
+
 namespace
 {
 class CatalogUsageTest : public CatalogTest
@@ -96,6 +98,14 @@ TEST_F(CatalogUsageTest, RefusesEmptyNamesInPlainWords)
         EXPECT_NE(std::string::npos, oRun.sErrors.find("empty")) << oRun.sErrors;
     }
     EXPECT_FALSE(Exists("c.cat"));
+}
+
+TEST_F(CatalogUsageTest, TellsItsVersion)
+{
+    const sRun oRun = Run({"--version"});
+    EXPECT_EQ(0, oRun.nExitCode);
+    EXPECT_EQ("", oRun.sErrors);
+    EXPECT_TRUE(std::regex_match(oRun.sOutput, std::regex("tovcatalog \\d+\\.\\d+\\.\\d+\n"))) << oRun.sOutput;
 }
 
 TEST_F(CatalogUsageTest, ExplainsItself)

@@ -118,6 +118,14 @@ TEST(HostOptionsTest, TellsHowItIsUsed)
         EXPECT_TRUE(Contains(oRun.sOutput, szOption)) << szOption;
 }
 
+TEST(HostOptionsTest, TellsItsVersion)
+{
+    const sHostRun oRun = RunHost({"--version"});
+
+    EXPECT_EQ(0, oRun.nExitCode);
+    EXPECT_TRUE(std::regex_match(oRun.sOutput, std::regex("tovtest \\d+\\.\\d+\\.\\d+\n"))) << oRun.sOutput;
+}
+
 TEST(HostOptionsTest, RefusesAWrongCommandLine)
 {
     for (const tLines& aArguments :

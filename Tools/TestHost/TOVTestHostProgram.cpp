@@ -40,6 +40,7 @@ void Define(CLI::App& oProgram, sOptions& oOptions)
 {
     const CLI::Validator oNotEmpty([](const std::string& sText) { return sText.empty() ? "is empty" : ""; }, "");
     sTestChoice& oChoice = oOptions.oRun.oChoice;
+    oProgram.set_version_flag("--version", "tovtest " TOV_VERSION);
     oProgram.allow_windows_style_options(false); // "/tmp/suites.so" is a library on every system
     oProgram.add_option("LIBRARY", oOptions.oRun.aLibraries, "Shared libraries of test suites")->check(oNotEmpty);
     oProgram.add_flag("--all", oChoice.bAll, "Also the suites of TOVKernel itself, which else run only alone");
