@@ -63,11 +63,11 @@ void CheckException(const sEdgeException& oThrowing, const sEdgeException& oCatc
     oReport.Expect(IsCaughtOnAnotherThread(oThrowing.fnThrow, oCatching.fnCatch), oThrowing.szType);
 }
 
-void CheckKind(const sEdgeKind& oMaking, const sEdgeKind& oReleasing, int nSeed, CThreadReport& oReport)
+void CheckKind(const sEdgeKind& oMaking, const sEdgeKind& oReleasing, int nNumber, CThreadReport& oReport)
 {
-    oReport.Expect(oReleasing.fnRelease(oMaking.fnMake(nSeed), nSeed), oMaking.szName);
-    void* const pMade = oMaking.fnMake(nSeed + 1);
-    std::thread([&] { oReport.Expect(oReleasing.fnRelease(pMade, nSeed + 1), oMaking.szName); }).join();
+    oReport.Expect(oReleasing.fnRelease(oMaking.fnMake(nNumber), nNumber), oMaking.szName);
+    void* const pMade = oMaking.fnMake(nNumber + 1);
+    std::thread([&] { oReport.Expect(oReleasing.fnRelease(pMade, nNumber + 1), oMaking.szName); }).join();
 }
 } // namespace
 

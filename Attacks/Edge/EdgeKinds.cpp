@@ -12,17 +12,17 @@ namespace
 {
 constexpr int ELEMENTS = 100;
 
-// The text of a seed, whose characters the library takes from the heap.
-CTOVStringA MakeText(int nSeed)
+// The text of a number, whose characters the library takes from the heap.
+CTOVStringA MakeText(int nNumber)
 {
     CTOVStringA oText;
-    oText.Format("a text that needs memory, of the seed %d", nSeed);
+    oText.Format("a text that needs memory, of the number %d", nNumber);
     return oText;
 }
 
-bool IsText(const char* szText, int nSeed)
+bool IsText(const char* szText, int nNumber)
 {
-    return MakeText(nSeed).Compare(szText) == 0;
+    return MakeText(nNumber).Compare(szText) == 0;
 }
 
 // Deletes an object of new, and returns whether it was right.
@@ -34,11 +34,11 @@ template<class T, class TIsRight> bool Release(void* pObject, TIsRight fnIsRight
     return bRight;
 }
 
-template<class T, class TPut> void* MakeFilled(int nSeed, TPut fnPut)
+template<class T, class TPut> void* MakeFilled(int nNumber, TPut fnPut)
 {
     T* const pContainer = new T;
     for (int nElement = 0; nElement < ELEMENTS; ++nElement)
-        fnPut(*pContainer, nSeed + nElement);
+        fnPut(*pContainer, nNumber + nElement);
     return pContainer;
 }
 
@@ -50,7 +50,7 @@ namespace TOVEdge
 class CEdgeThing : public CTOVRefCount
 {
 public:
-    explicit CEdgeThing(int nSeed) : m_oText(MakeText(nSeed)) {}
+    explicit CEdgeThing(int nNumber) : m_oText(MakeText(nNumber)) {}
     CEdgeThing(const CEdgeThing&) = delete;
     CEdgeThing& operator=(const CEdgeThing&) = delete;
 
@@ -70,7 +70,7 @@ public:
 
 struct sEdgeState : ITOVMemento
 {
-    explicit sEdgeState(int nSeed) : oText(MakeText(nSeed)) {}
+    explicit sEdgeState(int nNumber) : oText(MakeText(nNumber)) {}
     const CTOVStringA oText;
 };
 
@@ -101,175 +101,175 @@ CEdgeThings& GetThings()
     return s_oThings;
 }
 
-bool IsThing(const ITOVRefCount* pThing, int nSeed)
+bool IsThing(const ITOVRefCount* pThing, int nNumber)
 {
-    return IsText(~static_cast<const CEdgeThing*>(pThing)->m_oText, nSeed);
+    return IsText(~static_cast<const CEdgeThing*>(pThing)->m_oText, nNumber);
 }
 } // namespace
 
 const sEdgeKind EDGE_KINDS[] = {
-    {"narrow text", [](int nSeed) -> void* { return new CTOVStringA(MakeText(nSeed)); },
-     [](void* pObject, int nSeed) {
-         return Release<CTOVStringA>(pObject, [=](const CTOVStringA& oText) { return IsText(~oText, nSeed); });
+    {"narrow text", [](int nNumber) -> void* { return new CTOVStringA(MakeText(nNumber)); },
+     [](void* pObject, int nNumber) {
+         return Release<CTOVStringA>(pObject, [=](const CTOVStringA& oText) { return IsText(~oText, nNumber); });
      }},
-    {"wide text", [](int nSeed) -> void* { return new CTOVStringW(CTOVStringW(MakeText(nSeed)).Mid(2)); },
-     [](void* pObject, int nSeed) {
+    {"wide text", [](int nNumber) -> void* { return new CTOVStringW(CTOVStringW(MakeText(nNumber)).Mid(2)); },
+     [](void* pObject, int nNumber) {
          return Release<CTOVStringW>(pObject, [=](const CTOVStringW& oText) {
-             return oText.Compare(CTOVStringW(MakeText(nSeed)).Mid(2)) == 0;
+             return oText.Compare(CTOVStringW(MakeText(nNumber)).Mid(2)) == 0;
          });
      }},
-    {"path", [](int nSeed) -> void* { return new CTOVPath(CTOVPath("directory").Concat(MakeText(nSeed))); },
-     [](void* pObject, int nSeed) {
+    {"path", [](int nNumber) -> void* { return new CTOVPath(CTOVPath("directory").Concat(MakeText(nNumber))); },
+     [](void* pObject, int nNumber) {
          return Release<CTOVPath>(pObject,
-                                  [=](const CTOVPath& oPath) { return IsText(~oPath.GetFileName(true), nSeed); });
+                                  [=](const CTOVPath& oPath) { return IsText(~oPath.GetFileName(true), nNumber); });
      }},
     {"buffer of the library",
-     [](int nSeed) -> void* {
-         const CTOVStringA oText = MakeText(nSeed);
+     [](int nNumber) -> void* {
+         const CTOVStringA oText = MakeText(nNumber);
          return new CTOVBuffer<char>(oText.GetString(), oText.GetLength() + 1);
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<CTOVBuffer<char>>(pObject, [=](CTOVBuffer<char>& oBuffer) {
-             const bool bRight = IsText(oBuffer.GetBuffer(), nSeed);
+             const bool bRight = IsText(oBuffer.GetBuffer(), nNumber);
              oBuffer.Resize(10000); // another block, of this module
              return bRight;
          });
      }},
     {"buffer of the modules",
-     [](int nSeed) -> void* {
-         return MakeFilled<CTOVBuffer<double>>(nSeed, [](CTOVBuffer<double>& oBuffer, int nElement) {
+     [](int nNumber) -> void* {
+         return MakeFilled<CTOVBuffer<double>>(nNumber, [](CTOVBuffer<double>& oBuffer, int nElement) {
              const double dElement = nElement;
              oBuffer.Append(&dElement, 1);
          });
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<CTOVBuffer<double>>(pObject, [=](CTOVBuffer<double>& oBuffer) {
-             return oBuffer.GetSize() == ELEMENTS && static_cast<int>(oBuffer.GetBuffer()[99]) == nSeed + 99;
+             return oBuffer.GetSize() == ELEMENTS && static_cast<int>(oBuffer.GetBuffer()[99]) == nNumber + 99;
          });
      }},
     {"array of texts",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          return MakeFilled<CTOVArray<CTOVStringA>>(
-             nSeed, [](CTOVArray<CTOVStringA>& aoTexts, int nElement) { aoTexts.Add(MakeText(nElement)); });
+             nNumber, [](CTOVArray<CTOVStringA>& aoTexts, int nElement) { aoTexts.Add(MakeText(nElement)); });
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<CTOVArray<CTOVStringA>>(pObject, [=](CTOVArray<CTOVStringA>& aoTexts) {
-             const bool bRight = aoTexts.GetSize() == ELEMENTS && IsText(~aoTexts[99], nSeed + 99);
-             aoTexts.Add(MakeText(nSeed));
+             const bool bRight = aoTexts.GetSize() == ELEMENTS && IsText(~aoTexts[99], nNumber + 99);
+             aoTexts.Add(MakeText(nNumber));
              aoTexts.RemoveAt(0);
              return bRight;
          });
      }},
     {"array of smart pointers",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          return MakeFilled<CTOVArray<CTOVSmartPointer<CTOVStringA>>>(
-             nSeed, [](CTOVArray<CTOVSmartPointer<CTOVStringA>>& apTexts, int nElement) {
+             nNumber, [](CTOVArray<CTOVSmartPointer<CTOVStringA>>& apTexts, int nElement) {
                  apTexts.Add(CTOVSmartPointer<CTOVStringA>(new CTOVStringA(MakeText(nElement))));
              });
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<CTOVArray<CTOVSmartPointer<CTOVStringA>>>(
              pObject, [=](CTOVArray<CTOVSmartPointer<CTOVStringA>>& apTexts) {
-                 return apTexts.GetSize() == ELEMENTS && IsText(~*apTexts[99], nSeed + 99);
+                 return apTexts.GetSize() == ELEMENTS && IsText(~*apTexts[99], nNumber + 99);
              });
      }},
     {"stack and queue",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          typedef std::pair<CTOVStack<CTOVStringA>, CTOVQueue<int>> tBoth;
-         return MakeFilled<tBoth>(nSeed, [](tBoth& oBoth, int nElement) {
+         return MakeFilled<tBoth>(nNumber, [](tBoth& oBoth, int nElement) {
              oBoth.first.Push(MakeText(nElement));
              oBoth.second.Enqueue(nElement);
          });
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<std::pair<CTOVStack<CTOVStringA>, CTOVQueue<int>>>(
              pObject, [=](std::pair<CTOVStack<CTOVStringA>, CTOVQueue<int>>& oBoth) {
-                 const bool bRight = IsText(~oBoth.first.GetTop(), nSeed + 99);
+                 const bool bRight = IsText(~oBoth.first.GetTop(), nNumber + 99);
                  oBoth.first.Pop();
-                 return bRight && oBoth.second.Dequeue() == nSeed;
+                 return bRight && oBoth.second.Dequeue() == nNumber;
              });
      }},
     {"ring buffer and bits",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          auto* const pBoth = new std::pair<CTOVRingBuffer<CTOVStringA>, CTOVBitArray>;
          pBoth->first.SetCapacity(ELEMENTS);
-         pBoth->first.Write(MakeText(nSeed));
+         pBoth->first.Write(MakeText(nNumber));
          pBoth->second.SetNumBits(1000);
          return pBoth;
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<std::pair<CTOVRingBuffer<CTOVStringA>, CTOVBitArray>>(
              pObject, [=](std::pair<CTOVRingBuffer<CTOVStringA>, CTOVBitArray>& oBoth) {
                  CTOVStringA oText;
                  oBoth.second.SetNumBits(100000);
-                 return oBoth.first.Read(oText) && IsText(~oText, nSeed) && !oBoth.second.IsAnyBitSet();
+                 return oBoth.first.Read(oText) && IsText(~oText, nNumber) && !oBoth.second.IsAnyBitSet();
              });
      }},
     {"safe queue",
-     [](int nSeed) -> void* {
-         return MakeFilled<sEdgeQueue>(nSeed,
+     [](int nNumber) -> void* {
+         return MakeFilled<sEdgeQueue>(nNumber,
                                        [](sEdgeQueue& oQueue, int nElement) { oQueue.oNumbers.Enqueue(nElement); });
      },
-     [](void* pObject, int nSeed) {
-         return Release<sEdgeQueue>(pObject, [=](sEdgeQueue& oQueue) { return oQueue.oNumbers.Dequeue() == nSeed; });
+     [](void* pObject, int nNumber) {
+         return Release<sEdgeQueue>(pObject, [=](sEdgeQueue& oQueue) { return oQueue.oNumbers.Dequeue() == nNumber; });
      }},
     {"smart pointer",
-     [](int nSeed) -> void* { return new CTOVSmartPointer<CTOVStringA>(new CTOVStringA(MakeText(nSeed))); },
-     [](void* pObject, int nSeed) {
+     [](int nNumber) -> void* { return new CTOVSmartPointer<CTOVStringA>(new CTOVStringA(MakeText(nNumber))); },
+     [](void* pObject, int nNumber) {
          return Release<CTOVSmartPointer<CTOVStringA>>(pObject, [=](CTOVSmartPointer<CTOVStringA>& pText) {
-             const bool bRight = IsText(~*pText, nSeed);
+             const bool bRight = IsText(~*pText, nNumber);
              pText = new CTOVStringA("another text of this module, which it owns from now on");
              return bRight;
          });
      }},
-    {"counted object", [](int nSeed) -> void* { return static_cast<ITOVRefCount*>(new CEdgeThing(nSeed)); },
-     [](void* pObject, int nSeed) {
+    {"counted object", [](int nNumber) -> void* { return static_cast<ITOVRefCount*>(new CEdgeThing(nNumber)); },
+     [](void* pObject, int nNumber) {
          ITOVRefCount* const pThing = static_cast<ITOVRefCount*>(pObject);
-         const bool bRight = IsThing(pThing, nSeed);
+         const bool bRight = IsThing(pThing, nNumber);
          return pThing->Release() == 0 && bRight;
      }},
     {"handle",
-     [](int nSeed) -> void* {
-         CTOVHandle* const pHandle = new CTOVHandle(GetThings(), nSeed);
+     [](int nNumber) -> void* {
+         CTOVHandle* const pHandle = new CTOVHandle(GetThings(), nNumber);
          pHandle->Get()->Release(); // the handle's reference is the only one
          return pHandle;
      },
-     [](void* pObject, int nSeed) {
-         return Release<CTOVHandle>(pObject, [=](const CTOVHandle& oHandle) { return IsThing(oHandle.Get(), nSeed); });
+     [](void* pObject, int nNumber) {
+         return Release<CTOVHandle>(pObject, [=](const CTOVHandle& oHandle) { return IsThing(oHandle.Get(), nNumber); });
      }},
-    {"memento", [](int nSeed) -> void* { return static_cast<ITOVMemento*>(new sEdgeState(nSeed)); },
-     [](void* pObject, int nSeed) {
+    {"memento", [](int nNumber) -> void* { return static_cast<ITOVMemento*>(new sEdgeState(nNumber)); },
+     [](void* pObject, int nNumber) {
          return Release<ITOVMemento>(pObject, [=](const ITOVMemento& oState) {
-             return IsText(~static_cast<const sEdgeState&>(oState).oText, nSeed);
+             return IsText(~static_cast<const sEdgeState&>(oState).oText, nNumber);
          });
      }},
     {"plain memory",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          void* const pMemory = TOVPlatform::TOVMemory::Alloc(100);
-         std::snprintf(static_cast<char*>(pMemory), 100, "%s", ~MakeText(nSeed));
+         std::snprintf(static_cast<char*>(pMemory), 100, "%s", ~MakeText(nNumber));
          return pMemory;
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          void* const pLarger = TOVPlatform::TOVMemory::Realloc(pObject, 100000);
-         const bool bRight = IsText(static_cast<char*>(pLarger), nSeed);
+         const bool bRight = IsText(static_cast<char*>(pLarger), nNumber);
          TOVPlatform::TOVMemory::Free(pLarger);
          return bRight;
      }},
-    {"class", [](int nSeed) -> void* { return new CTOVClass(~MakeText(nSeed)); },
-     [](void* pObject, int nSeed) {
+    {"class", [](int nNumber) -> void* { return new CTOVClass(~MakeText(nNumber)); },
+     [](void* pObject, int nNumber) {
          return Release<CTOVClass>(pObject, [=](const CTOVClass& oClass) {
-             return IsText(oClass.GetName(), nSeed) && TOVRuntimeClass(MakeText(nSeed)) == oClass;
+             return IsText(oClass.GetName(), nNumber) && TOVRuntimeClass(MakeText(nNumber)) == oClass;
          });
      }},
     {"timer",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          CTOVTimer* const pTimer = new CTOVTimer;
-         pTimer->DefineChannel(0, ~MakeText(nSeed));
+         pTimer->DefineChannel(0, ~MakeText(nNumber));
          return pTimer;
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<CTOVTimer>(pObject,
-                                   [=](const CTOVTimer& oTimer) { return IsText(oTimer.GetChannelName(0), nSeed); });
+                                   [=](const CTOVTimer& oTimer) { return IsText(oTimer.GetChannelName(0), nNumber); });
      }},
     {"suite of the library",
      [](int) -> void* {
@@ -282,30 +282,30 @@ const sEdgeKind EDGE_KINDS[] = {
                 });
      }},
     {"stream",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          const std::string sName =
-             std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nSeed);
+             std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nNumber);
          return new CTOVWriteFileStream(sName.c_str());
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          const bool bRight = Release<CTOVWriteFileStream>(pObject, [](CTOVWriteFileStream& oStream) {
              oStream << 7;
              return oStream.Tell() == 4;
          });
          return std::remove(
-                    (std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nSeed)).c_str()) ==
+                    (std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nNumber)).c_str()) ==
                     0 &&
                 bRight;
      }},
     {"scanner",
-     [](int nSeed) -> void* {
+     [](int nNumber) -> void* {
          CTOVFileScanner* const pScanner = new CTOVFileScanner;
-         pScanner->AddScanDirectory(CTOVPath("no such directory"), MakeText(nSeed));
+         pScanner->AddScanDirectory(CTOVPath("no such directory"), MakeText(nNumber));
          return pScanner;
      },
-     [](void* pObject, int nSeed) {
+     [](void* pObject, int nNumber) {
          return Release<CTOVFileScanner>(pObject, [=](CTOVFileScanner& oScanner) {
-             oScanner.AddScanDirectory(CTOVPath("another directory"), MakeText(nSeed));
+             oScanner.AddScanDirectory(CTOVPath("another directory"), MakeText(nNumber));
              oScanner.Run(nullptr, 0);
              return true;
          });

@@ -4,13 +4,13 @@
 
 #include <Debug/TOVCompiler.h>
 
-// The made object shows the seed.
+// The made object shows the number.
 struct sEdgeKind
 {
     const char* szName;
-    void* (*fnMake)(int nSeed);
+    void* (*fnMake)(int nNumber);
     // Returns whether the object is as it was made, and releases it.
-    bool (*fnRelease)(void* pObject, int nSeed);
+    bool (*fnRelease)(void* pObject, int nNumber);
 };
 
 // An exception: what throws it, and what catches it by its own type, with the values that it must have.

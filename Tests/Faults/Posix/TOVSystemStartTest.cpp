@@ -60,7 +60,7 @@ bool InstallsTimeEvent()
     return true;
 }
 
-// Ends a process that has a named object, which stays behind.
+// Ends a process that has a named object, which remains.
 void DieWithNamedObject()
 {
     const bool bArmed = ArmSystemFault(false);
