@@ -235,7 +235,8 @@ const sEdgeKind EDGE_KINDS[] = {
          return pHandle;
      },
      [](void* pObject, int nNumber) {
-         return Release<CTOVHandle>(pObject, [=](const CTOVHandle& oHandle) { return IsThing(oHandle.Get(), nNumber); });
+         return Release<CTOVHandle>(pObject,
+                                    [=](const CTOVHandle& oHandle) { return IsThing(oHandle.Get(), nNumber); });
      }},
     {"memento", [](int nNumber) -> void* { return static_cast<ITOVMemento*>(new sEdgeState(nNumber)); },
      [](void* pObject, int nNumber) {
@@ -292,9 +293,8 @@ const sEdgeKind EDGE_KINDS[] = {
              oStream << 7;
              return oStream.Tell() == 4;
          });
-         return std::remove(
-                    (std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nNumber)).c_str()) ==
-                    0 &&
+         return std::remove((std::filesystem::temp_directory_path().string() + "/tov-edge-" + std::to_string(nNumber))
+                                .c_str()) == 0 &&
                 bRight;
      }},
     {"scanner",
