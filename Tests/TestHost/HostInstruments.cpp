@@ -8,9 +8,10 @@ sProgram HostProgram(const std::vector<std::string>& aArguments)
     sProgram oProgram;
     oProgram.aCommand = {PathBesideThisProgram(TOV_HOST)};
     oProgram.aCommand.insert(oProgram.aCommand.end(), aArguments.begin(), aArguments.end());
-    oProgram.aVariables = {{"ASAN_OPTIONS", "handle_segv=0:handle_abort=0:detect_stack_use_after_return=0"},
+    const std::string sFaults = "handle_segv=0:handle_abort=0:handle_sigfpe=0:handle_sigill=0";
+    oProgram.aVariables = {{"ASAN_OPTIONS", sFaults + ":detect_stack_use_after_return=0"},
                            {"LSAN_OPTIONS", "detect_leaks=1"},
-                           {"TSAN_OPTIONS", "handle_segv=0:handle_abort=0"}};
+                           {"TSAN_OPTIONS", sFaults}};
     return oProgram;
 }
 
