@@ -5,17 +5,34 @@
 
 #include <stdio.h>
 
+#if defined(__SANITIZE_THREAD__)
+extern "C" void __tsan_acquire(void* pLock);
+extern "C" void __tsan_release(void* pLock);
+#endif
+
 namespace TOVPlatform
 {
 namespace TOVPosix
 {
-// Holds the runtime's lock of a stream for a scope.
+// Holds the runtime's lock of a stream for a scope. ThreadSanitizer does not know this lock, and is told of it.
 class CStreamLock
 {
 public:
-    explicit CStreamLock(FILE* pFile) : m_pFile(pFile) { ::flockfile(m_pFile); }
+    explicit CStreamLock(FILE* pFile) : m_pFile(pFile)
+    {
+        ::flockfile(m_pFile);
+#if defined(__SANITIZE_THREAD__)
+        __tsan_acquire(m_pFile);
+#endif
+    }
 
-    ~CStreamLock() { ::funlockfile(m_pFile); }
+    ~CStreamLock()
+    {
+#if defined(__SANITIZE_THREAD__)
+        __tsan_release(m_pFile);
+#endif
+        ::funlockfile(m_pFile);
+    }
 
     CStreamLock(const CStreamLock&) = delete;
     CStreamLock& operator=(const CStreamLock&) = delete;
