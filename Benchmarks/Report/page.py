@@ -88,8 +88,8 @@ def disturbed_text(rows):
     disturbed = sum(len(one.disturbed) for one in measured)
     runs = disturbed + sum(len(one.quiet) for one in measured)
     return (f"A probe before and after a run tells\nwhether something outside this machine uses the same processor: "
-            f"{disturbed:,} of {runs:,} runs were disturbed so, and are left\nout of rows with at least {LEAST_QUIET} "
-            "others.")
+            f"{disturbed:,} of {runs:,} runs were disturbed so, and are left\nout of rows in which all have at least "
+            f"{LEAST_QUIET} others.")
 
 
 def rows_table(rows):

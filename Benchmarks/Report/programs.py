@@ -14,8 +14,8 @@ KERNEL = "TOVKernel"
 CONTENDED = re.compile(r"queue/\dP\dC|contended lock")
 ROUNDS_CONTENDED = 20
 
-# How many undisturbed runs a row without threads shall have, and the seconds after which no more are tried. With fewer
-# than LEAST_QUIET of them, the disturbed runs count as well.
+# How many undisturbed runs a row without threads shall have, and the seconds after which no more are tried. Where one of
+# those that are compared has fewer than LEAST_QUIET of them, the disturbed runs of all of them count as well.
 ROUNDS = 7
 LONGEST = 360
 LEAST_QUIET = 5
@@ -42,11 +42,12 @@ class Measurement:
     def __init__(self):
         self.quiet = []  # nanoseconds for one operation
         self.disturbed = []
+        self.counts_all = False
         self.size = None  # bytes that an operation covers
 
     @property
     def times(self):
-        return self.quiet if len(self.quiet) >= LEAST_QUIET else self.quiet + self.disturbed
+        return self.quiet + self.disturbed if self.counts_all else self.quiet
 
     @property
     def time(self):

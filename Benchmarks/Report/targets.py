@@ -3,7 +3,7 @@
 import re
 from dataclasses import dataclass, field
 
-from programs import KERNEL
+from programs import KERNEL, LEAST_QUIET
 
 VARIANT = re.compile(r" \([^)]*(\([^)]*\))?[^)]*\)$")
 
@@ -89,6 +89,11 @@ def fill(rows, results):
                     row.kernel = measurement
             elif row_name in (row.name, base_of(row.name)):
                 row.peers[who] = measurement
+    for row in rows:
+        compared = [row.kernel, *row.peers.values()] if row.kernel else []
+        if any(len(one.quiet) < LEAST_QUIET for one in compared):
+            for one in compared:
+                one.counts_all = True
     return [row for row in rows if row.kernel]
 
 
