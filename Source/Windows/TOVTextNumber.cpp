@@ -33,7 +33,7 @@ double ToDouble(const char* szStart, char** pszEnd)
     char* pEnd = nullptr;
     const double fValue = strtod(szStart, &pEnd);
     // The emulator's runtime takes a byte of 255 for the end of the text. It stops one byte late there, which may be in
-    // an exponent without digits, or behind a sign or a point without a number.
+    // an exponent without digits, or after a sign or a point without a number.
     while (pEnd != szStart && (pEnd[-1] == '\xFF' || (pEnd[-1] | 0x20) == 'd' || (pEnd[-1] | 0x20) == 'e'))
         --pEnd;
     const char* szDigit = szStart;

@@ -58,7 +58,7 @@ void CSection::Leave() const
 
     if (nNext != 0)
     {
-        // If nobody who has reserved it sleeps any more, it is free for all, unless such a thread was awake.
+        // If no thread that has reserved it sleeps any more, it is free for all, unless such a thread was awake.
         const bool bPasses = FutexWake(&nLock, 1, eFutexPrivate, IMPATIENT_SLEEPERS);
         if (bPasses || !nLock.compare_exchange_strong(nNext, 0, std::memory_order_relaxed))
             return;
