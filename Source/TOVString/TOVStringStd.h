@@ -56,15 +56,18 @@ inline CTOVStringW WideTextOf(std::u16string_view sText)
     return oText;
 }
 
-// Returns the hash of what the operator == compares: the units up to the first zero.
-template<class TString> std::size_t HashOf(const TString& oText)
+// These return the hash of what the operator == compares: the units up to the first zero.
+inline std::size_t HashOf(const CTOVStringA& oText)
 {
-    const auto* const pText = oText.GetString();
-    std::size_t nLength = 0;
-    while (pText != nullptr && pText[nLength] != 0)
-        ++nLength;
+    return std::hash<std::string_view>()(oText.GetString() != nullptr ? oText.GetString() : "");
+}
+
+inline std::size_t HashOf(const CTOVStringW& oText)
+{
+    const wchar_t* const pText = oText.GetString();
+    const int nLength = pText != nullptr ? TOVPlatform::TOVStringW::Length(pText) : 0;
     return std::hash<std::string_view>()(
-        std::string_view(reinterpret_cast<const char*>(pText), nLength * sizeof *pText));
+        std::string_view(reinterpret_cast<const char*>(pText), static_cast<std::size_t>(nLength) * sizeof(wchar_t)));
 }
 } // namespace TOVStandard
 
