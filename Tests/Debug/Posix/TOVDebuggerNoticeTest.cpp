@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <poll.h>
 #include <sys/ptrace.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,11 +16,14 @@ void LogLine()
     TOVDebug::_Log("File", 1, 0x1, eSeverityInfo, "text");
 }
 
-// A debugger stops whom it attaches to. To become a tracer's process does not; a sleep stands for the stop.
+// A debugger stops whom it attaches to. To become a tracer's process does not; a sleep stands for the stop. One that is
+// over before the thread has left its processor stops nothing.
 void BecomeTraced()
 {
     ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-    ::usleep(1);
+    rusage oUsage = {};
+    while (::getrusage(RUSAGE_SELF, &oUsage) == 0 && oUsage.ru_nvcsw == 0)
+        ::usleep(1000);
 }
 
 // Logs until something arrives at the other end of standard error.
