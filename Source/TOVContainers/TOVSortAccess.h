@@ -75,8 +75,8 @@ public:
 
     template<class TCompare> auto CompareWithNext(long lIndex, TCompare& pfCompare) const
     {
-        const T* const pNext = GetElements(lIndex + 1) + (lIndex + 1);
-        return pfCompare(pNext[-1], *pNext);
+        const T* const pElements = GetElements(lIndex + 1);
+        return pfCompare(pElements[lIndex], pElements[lIndex + 1]);
     }
 
     // Asks for the elements that stand a few levels below a position of the heap: those of one line of the cache.
