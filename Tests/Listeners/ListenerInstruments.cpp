@@ -14,7 +14,7 @@ std::string TextOfThread(int nThread, int nLine)
 
 std::string WithoutTimes(const std::string& sText)
 {
-    static const std::regex s_oTime("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}");
+    static const std::regex s_oTime("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}( \\[[0-9]+\\])?");
     return std::regex_replace(sText, s_oTime, "TIME");
 }
 

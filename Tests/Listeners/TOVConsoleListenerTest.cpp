@@ -12,6 +12,8 @@ namespace
 {
 eTOVConsoleStream StreamOf(const std::vector<std::string>& aArguments)
 {
+    if (aArguments[0] == "split")
+        return eConsoleSplit;
     return aArguments[0] == "output" ? eConsoleOutput : eConsoleError;
 }
 
@@ -78,6 +80,23 @@ TEST(CTOVConsoleListenerTest, WritesToTheStreamOfItsChoice)
 
     EXPECT_EQ(LOGGED, LinesOf(Piped(RunChild("LogsToAConsole", {"error", sOutput}).sOutput)));
     EXPECT_EQ("", ReadWholeFile(sOutput));
+}
+
+TEST(CTOVConsoleListenerTest, SplitsLinesBetweenItsStreams)
+{
+    const CTempFolder oFolder;
+    const std::string sOutput = oFolder.File("output");
+
+    const tLines aLoud = LinesOf(Piped(RunChild("LogsToAConsole", {"split", sOutput}).sOutput));
+
+    EXPECT_EQ(tLines(LOGGED.begin() + 3, LOGGED.begin() + 6), tLines(aLoud.begin(), aLoud.begin() + 3));
+    EXPECT_EQ(tLines(LOGGED.begin() + 7, LOGGED.begin() + 9), tLines(aLoud.begin() + 3, aLoud.end()));
+    EXPECT_EQ((tLines{LOGGED[0], LOGGED[1], LOGGED[2], LOGGED[6], LOGGED[9]}), LinesOf(Piped(ReadWholeFile(sOutput))));
+}
+
+TEST(CTOVConsoleListenerTest, KeepsTheOrderOfSplitLinesInOnePlace)
+{
+    EXPECT_EQ(LOGGED, LinesOf(Piped(RunChild("LogsToAConsole", {"split"}).sOutput)));
 }
 
 TEST(CTOVConsoleListenerTest, ShowsSeveritiesInColourOnATerminal)

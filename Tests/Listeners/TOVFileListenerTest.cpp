@@ -138,7 +138,7 @@ TEST_F(CTOVFileListenerTest, EndsLinesWithOneCharacter)
         oFile.Register();
         Log(200, "1\r\n2\n");
     }
-    EXPECT_EQ(Printed("info", "1\r\n2\n\n"), WithoutTimes(ReadWholeFile(m_sPath)));
+    EXPECT_EQ(Printed("info", "1\n") + Printed("info", "2\n"), WithoutTimes(ReadWholeFile(m_sPath)));
 }
 
 TEST_F(CTOVFileListenerTest, HasAllLinesOfAllThreadsWhole)

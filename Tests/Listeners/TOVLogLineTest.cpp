@@ -83,12 +83,43 @@ TEST(TOVLogLineTest, PrintsTheLargestLineNumber)
 
 TEST(TOVLogLineTest, LeavesTheTextAsItIs)
 {
-    for (const std::string& sText : {std::string("100% %s %n"), std::string("two\nlines\n"), std::string(),
-                                     std::string("a\0b", 3), std::string(100000, 'x')})
+    for (const std::string& sText : {std::string("100% %s %n"), std::string("a\tb"), std::string("C:\\x1b"),
+                                     std::string("caf\xc3\xa9 \xff"), std::string(), std::string(100000, 'x')})
     {
         const std::string sPrinted = Line(eLogMessage, 200, sText).Print();
         EXPECT_EQ("Path/Cities.cpp(148) : info: 2026-11-21 19:08:04.123 " + sText, sPrinted);
     }
+}
+
+TEST(TOVLogLineTest, PutsThePositionInFrontOfEachLineOfTheText)
+{
+    const std::string sHead = "Path/Cities.cpp(148) : error: 2026-11-21 19:08:04.123 check failed: ";
+    const struct
+    {
+        const char* szText;
+        std::string sPrinted;
+    } aCases[] = {{"two\nlines", sHead + "two\n" + sHead + "lines"},
+                  {"two\r\nlines\r\n", sHead + "two\n" + sHead + "lines"},
+                  {"one\n", sHead + "one"},
+                  {"\n", sHead},
+                  {"\n\n", sHead + "\n" + sHead},
+                  {"one\r", sHead + "one\\x0d"}};
+    for (const auto& oCase : aCases)
+        EXPECT_EQ(oCase.sPrinted, Line(eLogCheck, 500, oCase.szText).Print());
+}
+
+TEST(TOVLogLineTest, ShowsControlCharactersAsNumbers)
+{
+    EXPECT_EQ("Path/Cities.cpp(148) : info: 2026-11-21 19:08:04.123 \\x1b[31mred\\x07\\x00\\x7f\\x0d!",
+              Line(eLogMessage, 200, std::string("\x1b[31mred\a\0\x7f\r!", 13)).Print());
+}
+
+TEST(TOVLogLineTest, PrintsTheNumberOfTheThreadIfItIsKnown)
+{
+    sTOVLogLine oLine = Line(eLogMessage, 200, "text");
+    oLine.ulThread = 4294967295ul;
+
+    EXPECT_EQ("Path/Cities.cpp(148) : info: 2026-11-21 19:08:04.123 [4294967295] text", oLine.Print());
 }
 
 TEST(TOVLogLineTest, IsGraveFrom500AndForChecksAndPanics)

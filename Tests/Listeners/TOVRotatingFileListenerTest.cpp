@@ -1,5 +1,6 @@
 #include "Listeners/ListenerInstruments.h"
 
+#include <Listeners/TOVMemoryListener.h>
 #include <Listeners/TOVRotatingFileListener.h>
 
 #include <algorithm>
@@ -16,11 +17,13 @@ class CTOVRotatingFileListenerTest : public testing::Test
 protected:
     CTOVRotatingFileListenerTest() : m_sPath(m_oFolder.File("a.log")) {}
 
-    static unsigned long long SizeOfLine() { return TOVDebug::sTOVLogLine(Line()).Print().size() + 1; }
-
-    static sTOVLogLine Line()
+    // The size of each line that this thread logs.
+    static unsigned long long SizeOfLine()
     {
-        return {eLogMessage, std::chrono::system_clock::now(), "Folder/File.cpp", 148, eSeverityInfo, "x"};
+        CTOVMemoryListener oMemory;
+        oMemory.Register();
+        Log(200, "x");
+        return oMemory.GetLines().back().Print().size() + 1;
     }
 
     void Start(unsigned long long ullMaxSize, int nKeptFiles)

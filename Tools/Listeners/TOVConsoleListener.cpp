@@ -27,9 +27,13 @@ TOVListenerSystem::eLineColour ColourOf(eTOVDebugSeverity eSeverity)
 }
 } // namespace
 
+CTOVConsoleListener::sStream::sStream(std::FILE* pStream)
+    : pFile(pStream), bColours(WantsColours() && TOVListenerSystem::ShowsColours(pStream))
+{
+}
+
 CTOVConsoleListener::CTOVConsoleListener(eTOVConsoleStream eStream)
-    : m_pStream(eStream == eConsoleOutput ? stdout : stderr),
-      m_bColours(WantsColours() && TOVListenerSystem::ShowsColours(m_pStream))
+    : m_oQuiet(eStream == eConsoleError ? stderr : stdout), m_oLoud(eStream == eConsoleOutput ? stdout : stderr)
 {
 }
 
@@ -41,16 +45,21 @@ CTOVConsoleListener::~CTOVConsoleListener()
 void CTOVConsoleListener::OnClosedown()
 {
     CTOVLineListener::OnClosedown();
-    std::fflush(m_pStream);
+    std::fflush(m_oQuiet.pFile);
+    std::fflush(m_oLoud.pFile);
 }
 
 void CTOVConsoleListener::OnLine(const sTOVLogLine& oLine)
 {
+    const bool bLoud = oLine.eSeverity >= eSeverityWarning;
+    const sStream& oStream = bLoud ? m_oLoud : m_oQuiet;
+    // Where both streams end up in one place, the lines stay in their order.
+    const bool bOthersFlushed = m_oQuiet.pFile == m_oLoud.pFile || !bLoud || std::fflush(m_oQuiet.pFile) == 0;
     const TOVListenerSystem::eLineColour eColour =
-        m_bColours ? ColourOf(oLine.eSeverity) : TOVListenerSystem::eColourNone;
-    const bool bWritten = TOVListenerSystem::WriteLine(m_pStream, eColour, oLine.Print());
-    const bool bFlushed = !TOVListenerOutput::MustFlush(oLine) || std::fflush(m_pStream) == 0;
-    if (!bWritten || !bFlushed)
+        oStream.bColours ? ColourOf(oLine.eSeverity) : TOVListenerSystem::eColourNone;
+    const bool bWritten = TOVListenerSystem::WriteLine(oStream.pFile, eColour, oLine.Print());
+    const bool bFlushed = !TOVListenerOutput::MustFlush(oLine) || std::fflush(oStream.pFile) == 0;
+    if (!bOthersFlushed || !bWritten || !bFlushed)
         NoteLoss();
 }
 } // namespace TOVDebug

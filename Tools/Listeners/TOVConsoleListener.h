@@ -9,8 +9,9 @@ namespace TOVDebug
 {
 enum eTOVConsoleStream
 {
-    eConsoleError, // standard error
-    eConsoleOutput // standard output
+    eConsoleError,  // standard error
+    eConsoleOutput, // standard output
+    eConsoleSplit   // standard output below severity 400, standard error from there on
 };
 
 // Prints each line in the form of sTOVLogLine::Print. A line below severity 500 may stay in the stream's buffer. More
@@ -34,7 +35,15 @@ protected:
     void OnLine(const sTOVLogLine& oLine) override;
 
 private:
-    std::FILE* const m_pStream;
-    const bool m_bColours;
+    struct sStream
+    {
+        explicit sStream(std::FILE* pStream);
+
+        std::FILE* const pFile;
+        const bool bColours;
+    };
+
+    const sStream m_oQuiet; // for lines below severity 400
+    const sStream m_oLoud;
 };
 } // namespace TOVDebug

@@ -1,5 +1,6 @@
 #include <Listeners/TOVLineListener.h>
 
+#include <Listeners/TOVListenerSystem.h>
 #include <TOVPlatform/TOVString.h>
 
 #include <climits>
@@ -89,6 +90,7 @@ void CTOVLineListener::Format(eTOVLogKind eKind, const char* szFile, unsigned lo
 void CTOVLineListener::HandOn(eTOVLogKind eKind, const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity,
                               std::string sText)
 {
-    OnLine({eKind, std::chrono::system_clock::now(), TextOrNull(szFile), ulLine, eSeverity, std::move(sText)});
+    OnLine({eKind, std::chrono::system_clock::now(), TextOrNull(szFile), ulLine, eSeverity, std::move(sText),
+            TOVListenerSystem::CurrentThread()});
 }
 } // namespace TOVDebug

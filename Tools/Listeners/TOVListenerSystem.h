@@ -19,6 +19,9 @@ enum eLineColour
     eColourBrightRed
 };
 
+// Returns the number by which the system, its debuggers and its tools know the calling thread.
+unsigned long CurrentThread();
+
 // Returns the time in the time zone of this computer. All members are 0 if the system cannot convert it.
 std::tm LocalTime(std::time_t nTime);
 

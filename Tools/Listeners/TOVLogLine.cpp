@@ -2,6 +2,7 @@
 
 #include <Listeners/TOVListenerSystem.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace TOVDebug
@@ -38,6 +39,11 @@ std::string PrintTime(std::chrono::system_clock::time_point oTime)
     return szTime;
 }
 
+std::string PrintThread(unsigned long ulThread)
+{
+    return ulThread != 0 ? " [" + std::to_string(ulThread) + ']' : std::string();
+}
+
 const char* Prefix(eTOVLogKind eKind)
 {
     switch (eKind)
@@ -50,6 +56,42 @@ const char* Prefix(eTOVLogKind eKind)
         return "";
     }
 }
+
+bool IsControl(char cCharacter)
+{
+    return static_cast<unsigned char>(cCharacter) < ' ' || cCharacter == '\x7f';
+}
+
+void AppendEscaped(std::string& sTarget, char cCharacter)
+{
+    char szEscaped[5];
+    std::snprintf(szEscaped, sizeof(szEscaped), "\\x%02x", static_cast<unsigned int>(cCharacter));
+    sTarget += szEscaped;
+}
+
+// Returns the text with the head in front of each of its lines.
+std::string PrintLines(const std::string& sHead, const std::string& sText)
+{
+    std::string sPrinted = sHead;
+    if (std::none_of(sText.begin(), sText.end(), IsControl))
+        return sPrinted += sText;
+
+    const std::size_t nEnd = sText.size();
+    for (std::size_t nCharacter = 0; nCharacter < nEnd; ++nCharacter)
+    {
+        const char cCharacter = sText[nCharacter];
+        const bool bLast = nCharacter + 1 == nEnd;
+        if (cCharacter == '\n' && !bLast)
+            sPrinted += '\n' + sHead;
+        else if (cCharacter == '\n' || (cCharacter == '\r' && !bLast && sText[nCharacter + 1] == '\n'))
+            continue;
+        else if (cCharacter != '\t' && IsControl(cCharacter))
+            AppendEscaped(sPrinted, cCharacter);
+        else
+            sPrinted += cCharacter;
+    }
+    return sPrinted;
+}
 } // namespace
 
 bool sTOVLogLine::IsGrave() const
@@ -59,7 +101,9 @@ bool sTOVLogLine::IsGrave() const
 
 std::string sTOVLogLine::Print() const
 {
-    return sFile + '(' + std::to_string(ulLine) + ") : " + PrintSeverity(eSeverity) + ": " + PrintTime(oTime) + ' ' +
-           Prefix(eKind) + sText;
+    const std::string sPosition = sFile + '(' + std::to_string(ulLine) + ") : ";
+    return PrintLines(sPosition + PrintSeverity(eSeverity) + ": " + PrintTime(oTime) + PrintThread(ulThread) + ' ' +
+                          Prefix(eKind),
+                      sText);
 }
 } // namespace TOVDebug

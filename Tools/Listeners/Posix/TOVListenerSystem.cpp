@@ -12,6 +12,11 @@ namespace TOVDebug
 {
 namespace TOVListenerSystem
 {
+unsigned long CurrentThread()
+{
+    return static_cast<unsigned long>(::gettid());
+}
+
 std::tm LocalTime(std::time_t nTime)
 {
     std::tm oLocal = {};

@@ -34,6 +34,11 @@ WORD AttributeOf(eLineColour eColour)
 }
 } // namespace
 
+unsigned long CurrentThread()
+{
+    return ::GetCurrentThreadId();
+}
+
 std::tm LocalTime(std::time_t nTime)
 {
     // The runtime keeps a separate result for each thread.
