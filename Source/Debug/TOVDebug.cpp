@@ -79,7 +79,7 @@ bool Alternate_Assert(const char* szExpression, const char* szFile, int nLine)
     case TOVPlatform::Backend::eAnswerYes:
         return TOVPlatform::Backend::IsDebuggerAttached();
     case TOVPlatform::Backend::eAnswerNo:
-        std::exit(0);
+        std::exit(0); // NOLINT(concurrency-mt-unsafe): the user has asked for it.
     case TOVPlatform::Backend::eAnswerCancel:
         TOVPlatform::Backend::EndProcess(0);
     default:
@@ -94,5 +94,5 @@ void TOVPanic(const char* szFile, unsigned long ulLine, const char* szFormat, ..
     va_start(pArguments, szFormat);
     TOVDebug::CTOVDebugServer::Instance().OnPanicV(szFile, TOVDebug::ToLine(ulLine), szFormat, pArguments);
     va_end(pArguments);
-    std::exit(-1);
+    std::exit(-1); // NOLINT(concurrency-mt-unsafe): a panic runs the exit handlers, in whichever thread.
 }

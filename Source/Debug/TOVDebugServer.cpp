@@ -52,6 +52,13 @@ void ForgetClosedown(const CTOVDebugServer* pServer)
         --s_nClosedServers;
 }
 
+// Ends the process if there is no lock.
+void RequireLock(tHandle hLock)
+{
+    if (hLock == 0)
+        std::exit(-1); // NOLINT(concurrency-mt-unsafe): without the lock there is no order to keep.
+}
+
 bool IsOtherListener(const ITOVLogListener* pListener)
 {
     return pListener != nullptr && pListener != &CTOVMSDevLogger::_m_this;
@@ -246,16 +253,14 @@ void CTOVDebugServer::SetDebugServer(CTOVDebugServer* pServer)
 
 void CTOVDebugServer::LockLoggers()
 {
-    if (m_hLoggerLock == 0)
-        std::exit(-1);
+    RequireLock(m_hLoggerLock);
     if (!HasClosedDown(this))
         CriticalSection::Enter(m_hLoggerLock);
 }
 
 void CTOVDebugServer::UnlockLoggers()
 {
-    if (m_hLoggerLock == 0)
-        std::exit(-1);
+    RequireLock(m_hLoggerLock);
     if (!HasClosedDown(this))
         CriticalSection::Leave(m_hLoggerLock);
 }
@@ -304,7 +309,6 @@ void CTOVDebugServer::CreateLock()
 {
     ForgetClosedown(this);
     m_hLoggerLock = CriticalSection::Create(2000);
-    if (m_hLoggerLock == 0)
-        std::exit(-1);
+    RequireLock(m_hLoggerLock);
 }
 } // namespace TOVDebug

@@ -11,6 +11,7 @@ namespace TOVCollation
 // Whether text is ordered by the values of its units, as the "C" locale orders it.
 inline bool IsByUnits()
 {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): it only asks, and no program may change the locale beside its threads.
     const char* szLocale = std::setlocale(LC_COLLATE, nullptr);
     return std::strcmp(szLocale, "C") == 0 || std::strcmp(szLocale, "POSIX") == 0;
 }

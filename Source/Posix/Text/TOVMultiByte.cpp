@@ -75,6 +75,7 @@ int LongCharacterSize(const char* szText)
 
     std::mbstate_t oState = {};
     const std::size_t nAvailable = AvailableBytes(szText);
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the state is this call's own.
     const std::size_t nSize = std::mbrlen(szText, nAvailable, &oState);
     return (1 <= nSize && nSize <= nAvailable) ? static_cast<int>(nSize) : 1;
 }
