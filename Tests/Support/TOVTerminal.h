@@ -19,9 +19,9 @@ struct sShownLine
 class CTerminal
 {
 public:
-    // Starts the program with the terminal as its standard input, output and error. The screen has at least 80 columns
-    // and 24 lines, and what is written beyond them is still seen.
-    explicit CTerminal(const sProgram& oProgram);
+    // Starts the program with the terminal as its standard input, output and error. The window has so many columns and
+    // at least 24 lines, and what is written beyond them is still seen.
+    explicit CTerminal(const sProgram& oProgram, int nColumns = 80);
 
     // Ends the program if it still runs.
     ~CTerminal();
@@ -45,6 +45,9 @@ public:
 
     // Presses Ctrl and C, which asks the program to stop.
     void PressInterruptKeys();
+
+    // Asks the program to end, in the way in which the system does so apart from those keys.
+    void AskToEnd();
 
     // Ends the program at once; it cannot prevent that.
     void Kill();

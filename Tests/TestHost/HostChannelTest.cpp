@@ -31,7 +31,10 @@ public:
         return true;
     }
 
-    std::string WaitForEnd() override { return ""; }
+    std::string TakeOutput(eTestStream /*eStream*/) override { return ""; }
+    bool HasEnded() override { return false; }
+    void End() override {}
+    sWorkerEnd WaitForEnd() override { return {"", false}; }
 
     std::string m_sBytes;
     std::size_t m_nNext = 0;
@@ -85,7 +88,7 @@ TEST(HostChannelTest, HandsOnEveryEvent)
     oLink.m_bSends = false;
     CEventRecorder oRecorder;
 
-    EXPECT_TRUE(ReceiveTestEvents(oLink, oRecorder));
+    EXPECT_TRUE(ReceiveTestEvents(oLink, oRecorder, [] {}));
 
     EXPECT_EQ(HEARD, oRecorder.m_sHeard);
 }
@@ -102,7 +105,7 @@ TEST(HostChannelTest, TellsOfAWorkerThatEndsAnywhere)
         oLink.m_sBytes = oWhole.m_sBytes.substr(0, nBytes);
         CEventRecorder oRecorder;
 
-        EXPECT_FALSE(ReceiveTestEvents(oLink, oRecorder)) << nBytes;
+        EXPECT_FALSE(ReceiveTestEvents(oLink, oRecorder, [] {})) << nBytes;
         EXPECT_EQ(0, std::string(HEARD).compare(0, oRecorder.m_sHeard.size(), oRecorder.m_sHeard)) << nBytes;
     }
 }

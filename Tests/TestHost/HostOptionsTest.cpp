@@ -114,7 +114,8 @@ TEST(HostOptionsTest, TellsHowItIsUsed)
 
     EXPECT_EQ(0, oRun.nExitCode);
     for (const char* szOption : {"--list", "--filter PATTERN", "--exclude PATTERN", "--repeat N", "--junit FILE",
-                                 "--tap", "--html FILE", "--verbose", "--all", "--in-process"})
+                                 "--tap", "--html FILE", "--verbose", "--all", "--in-process", "--shuffle", "--seed N",
+                                 "--timeout SECONDS", "--keep-going", "--fail-fast", "--slowest N"})
         EXPECT_TRUE(Contains(oRun.sOutput, szOption)) << szOption;
 }
 
@@ -128,11 +129,33 @@ TEST(HostOptionsTest, TellsItsVersion)
 
 TEST(HostOptionsTest, RefusesAWrongCommandLine)
 {
-    for (const tLines& aArguments :
-         {tLines{"--nonsense"}, tLines{"--repeat", "0"}, tLines{"--repeat", "-1"}, tLines{"--repeat", "many"},
-          tLines{"--repeat"}, tLines{"--filter", ""}, tLines{"--filter"}, tLines{"--junit", ""},
-          tLines{"--junit", "same", "--html", "same"}})
-        EXPECT_EQ(2, RunHost(aArguments).nExitCode) << testing::PrintToString(aArguments);
+    for (const tLines& aArguments : {tLines{"--nonsense"},
+                                     tLines{"--repeat", "0"},
+                                     tLines{"--repeat", "-1"},
+                                     tLines{"--repeat", "many"},
+                                     tLines{"--repeat"},
+                                     tLines{"--filter", ""},
+                                     tLines{"--filter"},
+                                     tLines{"--junit", ""},
+                                     tLines{"--junit", "same", "--html", "same"},
+                                     tLines{"--junit", "-", "--html", "-"},
+                                     tLines{"--junit", "-", "--tap"},
+                                     tLines{"--tap", "--html", "-"},
+                                     tLines{"--seed", "-1"},
+                                     tLines{"--seed", "4294967296"},
+                                     tLines{"--seed", "x"},
+                                     tLines{"--timeout", "-1"},
+                                     tLines{"--timeout", "soon"},
+                                     tLines{"--timeout", "nan"},
+                                     tLines{"--slowest", "-1"},
+                                     tLines{"--keep-going", "--fail-fast"},
+                                     tLines{"--in-process", "--timeout", "1"},
+                                     tLines{"--in-process", "--keep-going"}})
+    {
+        const sHostRun oRun = RunHost(aArguments);
+        EXPECT_EQ(2, oRun.nExitCode) << testing::PrintToString(aArguments);
+        EXPECT_EQ(0u, oRun.sOutput.find("tovtest: ")) << oRun.sOutput;
+    }
 }
 
 TEST(HostOptionsTest, RefusesAPatternThatMatchesNothing)

@@ -33,7 +33,20 @@ protected:
 
     sTerminalRun Run(const std::string& sText, const std::vector<std::string>& aOptions = {})
     {
-        return RunOnTerminal(Waiting(aOptions), sText, [this](CTerminal&) { Event::Signal(m_hGate); });
+        return RunOnTerminal(Waiting(aOptions), sText, [this](CTerminal&) { OpenGate(); });
+    }
+
+    void OpenGate() { Event::Signal(m_hGate); }
+
+    // The colours of the lines at the end, by the first words of each.
+    static std::map<std::string, std::string> ColoursOf(const sProgram& oProgram)
+    {
+        CTerminal oTerminal(oProgram);
+        oTerminal.WaitForEnd();
+        std::map<std::string, std::string> aColours;
+        for (const sShownLine& oLine : oTerminal.ScreenInColours())
+            aColours[oLine.sText.substr(0, oLine.sText.find_first_of("(:"))] = oLine.sColour;
+        return aColours;
     }
 
     static tLines WithoutTimesOf(const tLines& aScreen)
@@ -95,4 +108,62 @@ TEST_F(HostTerminalTest, ShowsNoProgressBetweenTheLinesOfAProtocol)
     const sTerminalRun oRun = Run("ok 1 - Waiting.before", {"--tap"});
 
     EXPECT_EQ((tLines{"TAP version 13", "1..3", "ok 1 - Waiting.before"}), oRun.aDuring);
+}
+
+TEST_F(HostTerminalTest, ReportsWhatRanWhenItIsAskedToEnd)
+{
+    const CTempFolder oFolder;
+    const std::string sXml = oFolder.File("report.xml");
+    const sTerminalRun oRun = RunOnTerminal(Waiting({"--junit", sXml, "--keep-going"}), "[2/3] ",
+                                            [](CTerminal& oTerminal) { oTerminal.AskToEnd(); });
+
+    EXPECT_EQ(3, oRun.nExitCode);
+    EXPECT_TRUE(Contains(ReadWholeFile(sXml), "<error message=\"was terminated\""));
+    EXPECT_TRUE(Contains(ReadWholeFile(sXml), "<testcase name=\"after\""));
+    EXPECT_TRUE(EndsWith(ReadWholeFile(sXml), "</testsuites>\n"));
+}
+
+TEST_F(HostTerminalTest, ShortensTheLineForANarrowWindow)
+{
+    CTerminal oTerminal(Waiting({}), 40);
+
+    EXPECT_TRUE(oTerminal.WaitUntilItShows("[2/3] Waiting.waits, and has a name ..."));
+    EXPECT_EQ(1u, oTerminal.Screen().size());
+    OpenGate();
+    EXPECT_EQ(0, oTerminal.WaitForEnd());
+    EXPECT_EQ((tLines{"ok     Waiting: 3 cases (TIME)", "1 suite, 3 cases: 3 passed (TIME)"}),
+              WithoutTimesOf(oTerminal.Screen()));
+}
+
+TEST_F(HostTerminalTest, ShowsWhatACaseWritesOnLinesOfItsOwn)
+{
+    CTerminal oTerminal(HostProgram({PathOfSuites("SuitesPrinting"), "--filter", "Printing", "--exclude", "*.markup"}));
+    EXPECT_EQ(0, oTerminal.WaitForEnd());
+
+    EXPECT_EQ((tLines{"startup", "half a line", "startup", "an error", "startup", "by a stream", "startup",
+                      "ok     Printing: 4 cases (TIME)", "1 suite, 4 cases: 4 passed (TIME)"}),
+              WithoutTimesOf(oTerminal.Screen()));
+}
+
+TEST_F(HostTerminalTest, HasColoursForWhatIsNotGood)
+{
+    auto aColours = ColoursOf(HostProgram({PathOfSuites("SuitesFailing"), "--verbose", "--filter", "Failing*"}));
+    EXPECT_EQ("none", aColours["ok     Failing.passes "]);
+    EXPECT_EQ("red", aColours["FAILED Failing.boolean "]);
+    EXPECT_EQ("red", aColours["1 suite, 8 cases"]);
+
+    aColours = ColoursOf(HostProgram({PathOfSuites("SuitesEnding"), "--filter", "Abort"}));
+    EXPECT_EQ("bright red", aColours["ENDED  Abort.ends "]);
+    EXPECT_EQ("bright red", aColours["The run ended early"]);
+
+    aColours = ColoursOf(HostProgram({PathOfSuites("SuitesPassing"), "--filter", "*.adds"}));
+    EXPECT_EQ("yellow", aColours["ok     Numbers.adds "]);
+}
+
+TEST_F(HostTerminalTest, HasNoColoursForWhoWantsNone)
+{
+    sProgram oProgram = HostProgram({PathOfSuites("SuitesFailing"), "--filter", "*.boolean"});
+    oProgram.aVariables["NO_COLOR"] = "1";
+
+    EXPECT_EQ("none", ColoursOf(oProgram)["FAILED Failing.boolean "]);
 }

@@ -3,18 +3,10 @@
 #include <Listeners/TOVListenerOutput.h>
 #include <Listeners/TOVListenerSystem.h>
 
-#include <cstdlib>
-
 namespace TOVDebug
 {
 namespace
 {
-bool WantsColours()
-{
-    const char* szNoColour = std::getenv("NO_COLOR");
-    return szNoColour == nullptr || *szNoColour == '\0';
-}
-
 TOVListenerSystem::eLineColour ColourOf(eTOVDebugSeverity eSeverity)
 {
     if (eSeverity >= eSeverityFatal)
@@ -28,7 +20,7 @@ TOVListenerSystem::eLineColour ColourOf(eTOVDebugSeverity eSeverity)
 } // namespace
 
 CTOVConsoleListener::sStream::sStream(std::FILE* pStream)
-    : pFile(pStream), bColours(WantsColours() && TOVListenerSystem::ShowsColours(pStream))
+    : pFile(pStream), bColours(TOVListenerOutput::WantsColours(pStream))
 {
 }
 

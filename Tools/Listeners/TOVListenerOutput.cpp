@@ -1,6 +1,9 @@
 #include <Listeners/TOVListenerOutput.h>
 
+#include <Listeners/TOVListenerSystem.h>
+
 #include <atomic>
+#include <cstdlib>
 
 namespace TOVDebug
 {
@@ -25,6 +28,12 @@ const sEndMarker s_oEndMarker;
 bool WriteText(std::FILE* pStream, const std::string& sText)
 {
     return std::fwrite(sText.data(), 1, sText.size(), pStream) == sText.size();
+}
+
+bool WantsColours(std::FILE* pStream)
+{
+    const char* szNoColour = std::getenv("NO_COLOR");
+    return (szNoColour == nullptr || *szNoColour == '\0') && TOVListenerSystem::ShowsColours(pStream);
 }
 
 bool MustFlush(const sTOVLogLine& oLine)

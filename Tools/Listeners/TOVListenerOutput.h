@@ -13,6 +13,10 @@ namespace TOVListenerOutput
 // Writes the text unchanged. Returns false if the stream did not accept all of it.
 bool WriteText(std::FILE* pStream, const std::string& sText);
 
+// Returns whether the stream shows colours, and the user wants them: not if the environment variable NO_COLOR is set to
+// something.
+bool WantsColours(std::FILE* pStream);
+
 // Returns whether to flush the stream after this line: because the line is grave, or because the process is ending. On
 // some systems, libraries still run their clean-up code, and log, after the streams have been flushed for the last
 // time.

@@ -10,13 +10,13 @@ CTOVFileReport::CTOVFileReport(const std::string& sFile) : m_sFile(sFile), m_pFi
 
 CTOVFileReport::~CTOVFileReport()
 {
-    if (m_pFile != nullptr)
+    if (m_pFile != nullptr && m_pFile != stdout)
         std::fclose(m_pFile);
 }
 
 void CTOVFileReport::OnBegin(const sTestRecord& /*oRecord*/)
 {
-    m_pFile = std::fopen(m_sFile.c_str(), "wb");
+    m_pFile = m_sFile == "-" ? stdout : std::fopen(m_sFile.c_str(), "wb");
     if (m_pFile == nullptr)
         throw std::runtime_error("cannot write " + m_sFile);
 }
@@ -27,9 +27,10 @@ void CTOVFileReport::OnEnd(const sTestRecord& oRecord)
         return;
     const std::string sText = Compose(oRecord);
     const bool bWritten = std::fwrite(sText.data(), 1, sText.size(), m_pFile) == sText.size();
-    const bool bClosed = std::fclose(m_pFile) == 0;
+    const bool bClosed = (m_pFile == stdout ? std::fflush(m_pFile) : std::fclose(m_pFile)) == 0;
+    const std::string sName = m_pFile == stdout ? "standard output" : m_sFile;
     m_pFile = nullptr;
     if (!bWritten || !bClosed)
-        throw std::runtime_error("cannot write all of " + m_sFile);
+        throw std::runtime_error("cannot write all of " + sName);
 }
 } // namespace TOVTestHost

@@ -9,7 +9,7 @@ namespace TOVTestHost
 {
 // Opens and empties the file when the run begins, so that a wrong name is reported before anything is run, and writes
 // it at the end. If the file cannot be opened or written, std::runtime_error is thrown. Lines end with \n on every
-// system.
+// system. The file "-" is standard output.
 class CTOVFileReport : public ITOVTestReport
 {
 public:

@@ -28,7 +28,8 @@ li.failed::before { content: "\2717"; color: var(--bad); } li.notrun::before { c
 li.failed > b { color: var(--bad); } li > b { font-weight: 500; }
 pre { font: 13px/1.45 ui-monospace, monospace; margin: .2rem 0 .6rem 1.2rem; padding: .5rem .8rem; overflow-x: auto;
       border-left: 3px solid var(--rest); background: #8881; }
-li.failed pre { border-color: var(--bad); }
+li.failed pre { border-color: var(--bad); } pre.output { border-color: var(--line); }
+li details { border: 0; padding: 0 0 0 1.2rem; } li summary { font-weight: 400; color: var(--rest); }
 </style>
 </head>
 <body>
@@ -66,6 +67,13 @@ std::string Counts(const sTestCounts& oCounts)
     return sText;
 }
 
+std::string Output(const char* szStream, const std::string& sText)
+{
+    return sText.empty() ? ""
+                         : std::string("<details class=\"output\"><summary>standard ") + szStream +
+                               "</summary><pre class=\"output\">" + MarkupOfLines(sText) + "</pre></details>";
+}
+
 std::string ListItem(const sCaseRecord& oCase)
 {
     std::string sItem = std::string("<li class=\"") + ClassOf(oCase.eOutcome) + "\"><b>" +
@@ -75,7 +83,8 @@ std::string ListItem(const sCaseRecord& oCase)
     for (const sTestNote& oNote : oCase.aNotes)
         for (const std::string& sLine : Describe(oNote))
             sNotes += Markup(sLine) + "\n";
-    return sItem + (sNotes.empty() ? "" : "<pre>" + sNotes + "</pre>") + "</li>\n";
+    sItem += sNotes.empty() ? "" : "<pre>" + sNotes + "</pre>";
+    return sItem + Output("output", oCase.sOutput) + Output("errors", oCase.sErrors) + "</li>\n";
 }
 
 // Returns the section of a suite. It is open if a case failed, warned or did not run.
@@ -97,12 +106,14 @@ std::string CTOVHtmlReport::Compose(const sTestRecord& oRecord) const
     const sTestCounts oCounts = CountCases(oRecord);
     const bool bGood = oCounts.lPassed == oCounts.lCases && oRecord.sEarlyEnd.empty();
     std::string sHtml = HEAD;
-    sHtml += std::string("<h1>") + (bGood ? "All tests passed" : "Tests failed") + "</h1>\n<p>" +
-             CountText(static_cast<long>(oRecord.aSuites.size()), "suite") + ", " + Counts(oCounts) + ", " +
-             SecondsText(oRecord.dSeconds) + " s" +
-             (oRecord.lRuns > 1 ? " in " + CountText(oRecord.lRuns, "run") : std::string()) +
-             "</p>\n<div class=\"bar\">" + BarPart("passed", oCounts.lPassed) +
-             BarPart("failed", oCounts.lFailed + oCounts.lEnded) + BarPart("notrun", oCounts.lNotRun) + "</div>\n";
+    sHtml +=
+        std::string("<h1>") + (bGood ? "All tests passed" : "Tests failed") + "</h1>\n<p>" +
+        CountText(static_cast<long>(oRecord.aSuites.size()), "suite") + ", " + Counts(oCounts) + ", " +
+        SecondsText(oRecord.dSeconds) + " s" +
+        (oRecord.lRuns > 1 ? " in " + CountText(oRecord.lRuns, "run") : std::string()) +
+        (oRecord.oPlan.llSeed >= 0 ? ", shuffled with --seed " + std::to_string(oRecord.oPlan.llSeed) : std::string()) +
+        "</p>\n<div class=\"bar\">" + BarPart("passed", oCounts.lPassed) +
+        BarPart("failed", oCounts.lFailed + oCounts.lEnded) + BarPart("notrun", oCounts.lNotRun) + "</div>\n";
     if (!oRecord.sEarlyEnd.empty())
         sHtml += "<p><b>The run ended early:</b> " + Markup(OneLine(oRecord.sEarlyEnd)) + "</p>\n";
     for (const sSuiteRecord& oSuite : oRecord.aSuites)

@@ -19,8 +19,7 @@ std::string Attribute(const char* szName, long lValue)
 std::string Counts(const sTestCounts& oCounts, double dSeconds)
 {
     return Attribute("tests", oCounts.lCases) + Attribute("failures", oCounts.lFailed) +
-           Attribute("errors", oCounts.lEnded) + Attribute("skipped", oCounts.lNotRun) +
-           Attribute("time", SecondsText(dSeconds));
+           Attribute("errors", oCounts.lEnded) + Attribute("time", SecondsText(dSeconds));
 }
 
 // Returns the time in UTC, as the format requires it for a time without a zone.
@@ -53,35 +52,45 @@ const sTestNote& FirstOf(const sCaseRecord& oCase, eTestNote eKind)
     return s_oNone;
 }
 
-// Returns one element, however many checks failed, since programs that read the format use only the first one.
-std::string Element(const char* szElement, const sCaseRecord& oCase, eTestNote eKind)
+// Returns one element, however many checks failed and even if the case also ended, since programs that read the format
+// use only the first one, and strict ones refuse another.
+std::string Verdict(const sCaseRecord& oCase)
 {
-    const std::string sLines = LinesOf(oCase, eKind);
-    if (sLines.empty())
+    const bool bEnded = oCase.eOutcome == eOutcomeEnded;
+    if (!bEnded && oCase.eOutcome != eOutcomeFailed)
         return "";
-    const sTestNote& oFirst = FirstOf(oCase, eKind);
+    const char* szElement = bEnded ? "error" : "failure";
+    const sTestNote& oFirst = FirstOf(oCase, bEnded ? eNoteEnd : eNoteFailure);
     return std::string("      <") + szElement + Attribute("message", oFirst.sMessage) +
-           Attribute("type", oFirst.sType) + ">" + sLines + "</" + szElement + ">\n";
+           Attribute("type", oFirst.sType) + ">" + LinesOf(oCase, eNoteFailure) + LinesOf(oCase, eNoteEnd) + "</" +
+           szElement + ">\n";
+}
+
+std::string Element(const char* szElement, const std::string& sMarkup)
+{
+    return sMarkup.empty() ? "" : std::string("      <") + szElement + ">" + sMarkup + "</" + szElement + ">\n";
 }
 
 std::string Content(const sCaseRecord& oCase)
 {
     if (oCase.eOutcome == eOutcomeNotRun)
         return "      <skipped message=\"the run ended early\"/>\n";
-    std::string sContent = Element("error", oCase, eNoteEnd);
-    sContent += Element("failure", oCase, eNoteFailure);
-    const std::string sWarnings = LinesOf(oCase, eNoteWarning);
-    if (!sWarnings.empty())
-        sContent += "      <system-out>" + sWarnings + "</system-out>\n";
-    return sContent;
+    return Verdict(oCase) + Element("system-out", LinesOf(oCase, eNoteWarning) + MarkupOfLines(oCase.sOutput)) +
+           Element("system-err", MarkupOfLines(oCase.sErrors));
+}
+
+std::string Properties(const sTestPlan& oPlan)
+{
+    return oPlan.llSeed < 0 ? ""
+                            : "    <properties>\n      <property name=\"seed\" value=\"" +
+                                  std::to_string(oPlan.llSeed) + "\"/>\n    </properties>\n";
 }
 
 std::string TestCase(const sSuiteRecord& oSuite, const sCaseRecord& oCase)
 {
-    const std::string sBegin =
-        "    <testcase" + Attribute("name", oCase.oPlace.sDescription) +
-        Attribute("classname", oSuite.oPlace.sDescription) + Attribute("file", oCase.oPlace.sFile) +
-        Attribute("line", static_cast<long>(oCase.oPlace.ulLine)) + Attribute("time", SecondsText(oCase.dSeconds));
+    const std::string sBegin = "    <testcase" + Attribute("name", oCase.oPlace.sDescription) +
+                               Attribute("classname", oSuite.oPlace.sDescription) +
+                               Attribute("time", SecondsText(oCase.dSeconds));
     const std::string sContent = Content(oCase);
     return sBegin + (sContent.empty() ? "/>\n" : ">\n" + sContent + "    </testcase>\n");
 }
@@ -96,7 +105,8 @@ std::string CTOVJUnitReport::Compose(const sTestRecord& oRecord) const
     {
         sXml += "  <testsuite" + Attribute("name", oSuite.oPlace.sDescription) + Attribute("id", lId++) +
                 Attribute("file", oSuite.oPlace.sFile) + Attribute("timestamp", Timestamp(oSuite.nStart)) +
-                Counts(CountCases(oSuite), oSuite.dSeconds) + ">\n";
+                Counts(CountCases(oSuite), oSuite.dSeconds) + Attribute("skipped", CountCases(oSuite).lNotRun) + ">\n" +
+                Properties(oRecord.oPlan);
         for (const sCaseRecord& oCase : oSuite.aCases)
             sXml += TestCase(oSuite, oCase);
         sXml += "  </testsuite>\n";

@@ -1,9 +1,14 @@
 #include <TestHost/TOVTestChannel.h>
 
+#include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <mutex>
 #include <stdexcept>
+#include <thread>
 
 namespace TOVTestHost
 {
@@ -76,6 +81,7 @@ bool ReadMessage(ITOVProcessLink& oLink, char& cEvent, tFields& aFields)
 sTestPlan ToPlan(CFieldReader oReader)
 {
     sTestPlan oPlan = {{}, oReader.Number()};
+    oPlan.llSeed = std::strtoll(oReader.Text().c_str(), nullptr, 10);
     while (oReader.HasMore())
     {
         sPlannedSuite oSuite = {oReader.Place(), {}};
@@ -130,6 +136,84 @@ void HandOn(char cEvent, const tFields& aFields, ITOVTestEvents& oEvents)
         return;
     }
 }
+// Reads the messages on a thread of its own, so that the parent can watch the worker meanwhile.
+class CMessageReader
+{
+public:
+    explicit CMessageReader(ITOVProcessLink& oLink)
+        : m_oLink(oLink), m_bMessage(false), m_bEnd(false), m_cEvent(0), m_oThread([this] { ReadAll(); })
+    {
+    }
+
+    ~CMessageReader()
+    {
+        m_oLink.End();
+        {
+            const std::lock_guard<std::mutex> oGuard(m_oMutex);
+            m_bMessage = false;
+            m_bEnd = true;
+        }
+        m_oChange.notify_all();
+        m_oThread.join();
+    }
+
+    CMessageReader(const CMessageReader&) = delete;
+    CMessageReader& operator=(const CMessageReader&) = delete;
+
+    // Waits for a message. Returns false if the worker has ended.
+    bool Wait(const std::function<void()>& fnWatch)
+    {
+        std::unique_lock<std::mutex> oLock(m_oMutex);
+        while (!m_oChange.wait_for(oLock, std::chrono::milliseconds(20), [this] { return m_bMessage || m_bEnd; }))
+        {
+            oLock.unlock();
+            fnWatch();
+            // A process that the worker has started may keep the link open.
+            if (m_oLink.HasEnded())
+                m_oLink.End();
+            oLock.lock();
+        }
+        return m_bMessage;
+    }
+
+    // These may be called after Wait has returned true, until Acknowledge, which lets the worker continue.
+    char Event() const { return m_cEvent; }
+    const tFields& Fields() const { return m_aFields; }
+    void Acknowledge()
+    {
+        {
+            const std::lock_guard<std::mutex> oGuard(m_oMutex);
+            m_bMessage = false;
+        }
+        m_oChange.notify_all();
+        m_oLink.Write("", 1);
+    }
+
+private:
+    void ReadAll()
+    {
+        std::unique_lock<std::mutex> oLock(m_oMutex);
+        while (!m_bEnd)
+        {
+            oLock.unlock();
+            const bool bRead = ReadMessage(m_oLink, m_cEvent, m_aFields);
+            oLock.lock();
+            m_bMessage = bRead && !m_bEnd;
+            m_bEnd = m_bEnd || !bRead;
+            m_oChange.notify_all();
+            m_oChange.wait(oLock, [this] { return !m_bMessage; });
+        }
+    }
+
+    ITOVProcessLink& m_oLink;
+    std::mutex m_oMutex;
+    std::condition_variable m_oChange;
+    bool m_bMessage;
+    bool m_bEnd;
+    char m_cEvent;
+    tFields m_aFields;
+    std::thread m_oThread;
+};
 } // namespace
 
 CTOVTestSender::CTOVTestSender(ITOVProcessLink& oLink) : m_oLink(oLink)
@@ -150,6 +234,8 @@ void CTOVTestSender::Send(char cEvent, const tFields& aFields)
         sMessage += sField;
     }
 
+    std::cout.flush();
+    std::clog.flush();
     std::fflush(nullptr);
     char cAcknowledged = 0;
     if (!m_oLink.Write(sMessage.data(), sMessage.size()) || !m_oLink.Read(&cAcknowledged, 1))
@@ -158,7 +244,7 @@ void CTOVTestSender::Send(char cEvent, const tFields& aFields)
 
 void CTOVTestSender::OnPlan(const sTestPlan& oPlan)
 {
-    tFields aFields = {std::to_string(oPlan.lRuns)};
+    tFields aFields = {std::to_string(oPlan.lRuns), std::to_string(oPlan.llSeed)};
     for (const sPlannedSuite& oSuite : oPlan.aSuites)
     {
         Append(aFields, oSuite.oPlace);
@@ -227,20 +313,39 @@ void CTOVTestSender::SendDone(const std::string& sError)
     Send(eDone, {sError});
 }
 
-bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents)
+bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents, const std::function<void()>& fnWatch)
 {
-    char cEvent = 0;
-    tFields aFields;
-    while (ReadMessage(oLink, cEvent, aFields))
+    CMessageReader oReader(oLink);
+    bool bDone = false;
+    while (oReader.Wait(fnWatch))
     {
-        HandOn(cEvent, aFields, oEvents);
-        oLink.Write("", 1);
-        if (cEvent != eDone)
-            continue;
-        if (!aFields.at(0).empty())
-            throw std::runtime_error(aFields[0]);
-        return true;
+        fnWatch();
+        HandOn(oReader.Event(), oReader.Fields(), oEvents);
+        if (oReader.Event() == eDone)
+        {
+            bDone = true;
+            if (!oReader.Fields().at(0).empty())
+                throw std::runtime_error(oReader.Fields()[0]);
+        }
+        oReader.Acknowledge();
     }
-    return false;
+    return bDone;
+}
+
+bool SendTask(ITOVProcessLink& oLink, const sWorkerTask& oTask)
+{
+    const std::uint32_t aNumbers[] = {
+        static_cast<std::uint32_t>(oTask.oStart.lRun), static_cast<std::uint32_t>(oTask.oStart.nSuite),
+        static_cast<std::uint32_t>(oTask.oStart.nCase), static_cast<std::uint32_t>(oTask.ulSeed)};
+    return oLink.Write(aNumbers, sizeof(aNumbers));
+}
+
+bool ReceiveTask(ITOVProcessLink& oLink, sWorkerTask& oTask)
+{
+    std::uint32_t aNumbers[4] = {};
+    if (!oLink.Read(aNumbers, sizeof(aNumbers)))
+        return false;
+    oTask = {{static_cast<long>(aNumbers[0]), aNumbers[1], aNumbers[2]}, aNumbers[3]};
+    return true;
 }
 } // namespace TOVTestHost

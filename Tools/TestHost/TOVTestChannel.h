@@ -4,8 +4,22 @@
 #include <TestHost/TOVTestEvents.h>
 #include <TestHost/TOVTestSystem.h>
 
+#include <functional>
+
 namespace TOVTestHost
 {
+// What the parent asks of a worker: where in the plan it begins, and the order of the plan.
+struct sWorkerTask
+{
+    sTestPosition oStart;
+    unsigned long ulSeed;
+};
+
+// These pass the task to the worker, which receives it before it sends anything. They return false if the other process
+// has ended.
+bool SendTask(ITOVProcessLink& oLink, const sWorkerTask& oTask);
+bool ReceiveTask(ITOVProcessLink& oLink, sWorkerTask& oTask);
+
 // Sends the events in the worker process. The worker continues only when the parent has acknowledged an event, so that
 // the output of the cases appears between the lines of the right events. If the parent has ended, the worker ends at
 // once.
@@ -35,7 +49,8 @@ private:
     ITOVProcessLink& m_oLink;
 };
 
-// Receives the events in the parent process, and passes them on until the worker has ended. Returns false if the worker
-// ended before SendDone. Throws std::runtime_error with the error that the worker has sent.
-bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents);
+// Receives the events in the parent process, and passes them on until the worker has ended. fnWatch is called before
+// each event, and again and again while the worker is busy; it may end the worker. Returns false if the worker ended
+// before SendDone. Throws std::runtime_error with the error that the worker has sent.
+bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents, const std::function<void()>& fnWatch);
 } // namespace TOVTestHost

@@ -1,6 +1,7 @@
 // Declares ITOVTestEvents, the events of a test run, with data that can be kept and sent.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,20 @@ struct sTestPlan
 {
     std::vector<sPlannedSuite> aSuites;
     long lRuns;
+    long long llSeed = -1; // the order was shuffled with this seed; -1: it was not shuffled
+};
+
+// A place in a plan. All numbers begin with 0.
+struct sTestPosition
+{
+    long lRun;
+    std::size_t nSuite;
+    std::size_t nCase;
+
+    bool operator==(const sTestPosition& oOther) const
+    {
+        return lRun == oOther.lRun && nSuite == oOther.nSuite && nCase == oOther.nCase;
+    }
 };
 
 enum eTestNote

@@ -9,16 +9,20 @@
 #include <TestHost/TOVTestRun.h>
 #include <TestHost/TOVTestSystem.h>
 #include <TestHost/TOVTestText.h>
+#include <TestHost/TOVTestWorkers.h>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <random>
 #include <stdexcept>
 
 namespace TOVTestHost
 {
 namespace
 {
+constexpr unsigned long MAX_SEED = 0xFFFFFFFF;
+
 struct sOptions
 {
     sTestRun oRun = {{}, {{}, {}, false, 1}, false};
@@ -27,13 +31,43 @@ struct sOptions
     bool bTap = false;
     bool bVerbose = false;
     bool bInProcess = false;
+    bool bKeepGoing = false;
+    double dTimeout = 0;
+    long lSlowest = 0;
+
+    bool UsesStandardOutput() const { return sJUnit == "-" || sHtml == "-"; }
 };
 
 // What the parser says of a wrong argument, which can have any characters.
 std::string DescribeWrongUsage(const CLI::App* pProgram, const CLI::Error& oError)
 {
     const std::string sMistake = oError.what();
-    return OneLine(sMistake) + CLI::FailureMessage::simple(pProgram, oError).substr(sMistake.size());
+    return pProgram->get_name() + ": " + OneLine(sMistake) +
+           CLI::FailureMessage::simple(pProgram, oError).substr(sMistake.size());
+}
+
+// Also refuses what is not a number, which would be in every range.
+std::string RefuseWrongSeconds(const std::string& sText)
+{
+    char* pEnd = nullptr;
+    const double dSeconds = std::strtod(sText.c_str(), &pEnd);
+    const bool bRight = !sText.empty() && *pEnd == '\0' && dSeconds >= 0 && dSeconds <= 1000000;
+    return bRight ? "" : "'" + sText + "' is not a number of seconds from 0 to 1000000";
+}
+
+void Complain(const CLI::App& oProgram, const std::exception& oError)
+{
+    std::fprintf(stderr, "%s: %s\n", oProgram.get_name().c_str(), OneLine(oError.what()).c_str());
+}
+
+// Returns the name of the running program, without folder and ending.
+std::string NameOf(const char* szProgram)
+{
+    std::string sName = szProgram != nullptr ? szProgram : "";
+    sName.erase(0, sName.find_last_of("/\\") + 1);
+    if (sName.size() > 4 && sName.compare(sName.size() - 4, 4, ".exe") == 0)
+        sName.resize(sName.size() - 4);
+    return sName.empty() ? "tovtest" : OneLine(sName);
 }
 
 void Define(CLI::App& oProgram, sOptions& oOptions)
@@ -56,15 +90,42 @@ void Define(CLI::App& oProgram, sOptions& oOptions)
     oProgram.add_option("--repeat", oChoice.lRuns, "Run everything so many times")
         ->type_name("N")
         ->check(CLI::Range(1L, 1000000L));
-    oProgram.add_option("--junit", oOptions.sJUnit, "Write a report in JUnit's XML format")
+    oProgram.add_flag("--shuffle", oChoice.bShuffle, "Run suites, and the cases of a suite, in a random order");
+    oProgram.add_option("--seed", oChoice.ulSeed, "Shuffle in the order that had this number")
+        ->type_name("N")
+        ->check(CLI::Range(0UL, MAX_SEED));
+    CLI::Option* pFailFast = oProgram.add_flag("--fail-fast", oChoice.bFailFast, "Stop after the first failed case");
+    CLI::Option* pKeepGoing = oProgram.add_flag(
+        "--keep-going", oOptions.bKeepGoing, "Go on, in a new process, after a case that threw or ended its process");
+    CLI::Option* pTimeout =
+        oProgram
+            .add_option("--timeout", oOptions.dTimeout, "End a case that takes longer; 0, the default, is no limit")
+            ->type_name("SECONDS")
+            ->check(CLI::Validator(&RefuseWrongSeconds, ""));
+    oProgram.add_option("--junit", oOptions.sJUnit, "Write a report in JUnit's XML format; - is standard output")
         ->type_name("FILE")
         ->check(oNotEmpty);
-    oProgram.add_option("--html", oOptions.sHtml, "Write a report to read in a browser")
+    oProgram.add_option("--html", oOptions.sHtml, "Write a report to read in a browser; - is standard output")
         ->type_name("FILE")
         ->check(oNotEmpty);
     oProgram.add_flag("--tap", oOptions.bTap, "Print the Test Anything Protocol instead of the report for people");
     oProgram.add_flag("--verbose", oOptions.bVerbose, "A line for each case");
-    oProgram.add_flag("--in-process", oOptions.bInProcess, "Run in this process, for a debugger");
+    oProgram.add_option("--slowest", oOptions.lSlowest, "List so many of the slowest cases at the end")
+        ->type_name("N")
+        ->check(CLI::Range(0L, 1000000L));
+    oProgram.add_flag("--in-process", oOptions.bInProcess, "Run in this process, for a debugger")
+        ->excludes(pTimeout)
+        ->excludes(pKeepGoing);
+    pFailFast->excludes(pKeepGoing);
+}
+
+// Refuses options that do not go together.
+void CheckReports(const sOptions& oOptions)
+{
+    if (!oOptions.sJUnit.empty() && oOptions.sJUnit == oOptions.sHtml)
+        throw CLI::ValidationError("--junit and --html name the same file");
+    if (oOptions.bTap && oOptions.UsesStandardOutput())
+        throw CLI::ValidationError("--tap prints on standard output, where no other report can go");
 }
 
 // Prints the plan and ignores all other events.
@@ -78,6 +139,9 @@ public:
                 std::printf("%s.%s\n", OneLine(oSuite.oPlace.sDescription).c_str(),
                             OneLine(oCase.sDescription).c_str());
     }
+
+    // The lines are read by other programs.
+    void OnOutput(eTestStream /*eStream*/, const std::string& sText) override { std::fputs(sText.c_str(), stderr); }
 
     void OnEnd(const sTestRecord& /*oRecord*/) override {}
 };
@@ -95,15 +159,22 @@ std::vector<std::unique_ptr<ITOVTestReport>> MakeReports(const sOptions& oOption
         aReports.emplace_back(new CTOVJUnitReport(oOptions.sJUnit));
     if (!oOptions.sHtml.empty())
         aReports.emplace_back(new CTOVHtmlReport(oOptions.sHtml));
+    std::FILE* pStream = oOptions.UsesStandardOutput() ? stderr : stdout;
+    const bool bProgress = IsTerminal(pStream) && !oOptions.bInProcess;
     if (oOptions.bTap)
-        aReports.emplace_back(new CTOVTapReport(stdout));
+        aReports.emplace_back(new CTOVTapReport(stdout, oOptions.lSlowest));
     else
-        aReports.emplace_back(new CTOVConsoleReport(stdout, IsTerminal(stdout), oOptions.bVerbose));
+        aReports.emplace_back(new CTOVConsoleReport(pStream, bProgress, oOptions.bVerbose, oOptions.lSlowest));
     return aReports;
 }
 
-int RunAsWorker(const sOptions& oOptions, ITOVProcessLink& oParent)
+int RunAsWorker(sOptions& oOptions, ITOVProcessLink& oParent)
 {
+    sWorkerTask oTask = {};
+    if (!ReceiveTask(oParent, oTask))
+        return eExitUsage;
+    oOptions.oRun.oStart = oTask.oStart;
+    oOptions.oRun.oChoice.ulSeed = oTask.ulSeed;
     CTOVTestSender oSender(oParent);
     std::string sError;
     try
@@ -118,31 +189,17 @@ int RunAsWorker(const sOptions& oOptions, ITOVProcessLink& oParent)
     return 0;
 }
 
-void RunInWorker(char** aszArguments, CTOVTestRecorder& oRecorder)
-{
-    const std::unique_ptr<ITOVProcessLink> pWorker = StartWorker(aszArguments);
-    const bool bDone = ReceiveTestEvents(*pWorker, oRecorder);
-    std::string sEnd = pWorker->WaitForEnd();
-    if (sEnd.empty() && !bDone)
-        sEnd = "ended the process with status 0";
-    if (sEnd.empty() || !oRecorder.GetRecord().sEarlyEnd.empty())
-        return;
-    if (oRecorder.GetRecord().oPlan.lRuns == 0)
-        throw std::runtime_error("while the libraries were loaded, one of them " + sEnd);
-    oRecorder.OnEndEarly(sEnd);
-}
-
 int ExitOf(const sTestRecord& oRecord)
 {
-    if (!oRecord.sEarlyEnd.empty())
-        return eExitEnded;
     const sTestCounts oCounts = CountCases(oRecord);
+    if (oCounts.lEnded > 0)
+        return eExitEnded;
     return oCounts.lFailed > 0 ? eExitFailed : oCounts.lPassed > 0 ? eExitPassed : eExitUsage;
 }
 
 // Returns the exit status. A report that cannot be written is more important than a failed case, but not than an early
 // end.
-int FinishReports(CTOVTestRecorder& oRecorder)
+int FinishReports(const CLI::App& oProgram, CTOVTestRecorder& oRecorder)
 {
     try
     {
@@ -151,13 +208,16 @@ int FinishReports(CTOVTestRecorder& oRecorder)
     }
     catch (const std::runtime_error& oError)
     {
-        std::fprintf(stderr, "tovtest: %s\n", OneLine(oError.what()).c_str());
+        Complain(oProgram, oError);
         return eExitUsage;
     }
 }
 
-int RunAndReport(const sOptions& oOptions, char** aszArguments)
+int RunAndReport(const CLI::App& oProgram, sOptions& oOptions, char** aszArguments)
 {
+    sTestChoice& oChoice = oOptions.oRun.oChoice;
+    if (oChoice.bShuffle && oProgram.count("--seed") == 0)
+        oChoice.ulSeed = std::random_device()() % 100000; // short enough to be typed again
     const std::vector<std::unique_ptr<ITOVTestReport>> aReports = MakeReports(oOptions);
     CTOVTestRecorder oRecorder;
     for (const std::unique_ptr<ITOVTestReport>& pReport : aReports)
@@ -166,10 +226,12 @@ int RunAndReport(const sOptions& oOptions, char** aszArguments)
     if (oOptions.bInProcess)
         RunTests(oOptions.oRun, oRecorder);
     else
-        RunInWorker(aszArguments, oRecorder);
+        RunInWorkers(aszArguments, {oOptions.dTimeout, oOptions.bKeepGoing, oChoice.ulSeed}, oRecorder);
     if (oOptions.oRun.bListOnly)
         return eExitPassed;
-    const int nExit = FinishReports(oRecorder);
+    if (oChoice.bFailFast)
+        oRecorder.StopAfterFailure();
+    const int nExit = FinishReports(oProgram, oRecorder);
     return std::max(nExit, ExitOf(oRecorder.GetRecord()));
 }
 } // namespace
@@ -180,16 +242,16 @@ int RunTestHost(int nArguments, char** aszArguments)
     CLI::App oProgram(
         "Runs test suites and shows how they went.\n"
         "Exit status: 0 all passed, 1 a case failed, 2 wrong usage or nothing to run, 3 a case threw past "
-        "its checks or ended the process.",
-        "tovtest");
+        "its checks, ended the process or took too long.",
+        NameOf(nArguments > 0 ? aszArguments[0] : nullptr));
     sOptions oOptions;
     oProgram.failure_message(DescribeWrongUsage);
     Define(oProgram, oOptions);
     try
     {
         oProgram.parse(nArguments, aszArguments);
-        if (!oOptions.sJUnit.empty() && oOptions.sJUnit == oOptions.sHtml)
-            throw CLI::ValidationError("--junit and --html name the same file");
+        CheckReports(oOptions);
+        oOptions.oRun.oChoice.bShuffle |= oProgram.count("--seed") > 0;
     }
     catch (const CLI::ParseError& oError)
     {
@@ -198,14 +260,11 @@ int RunTestHost(int nArguments, char** aszArguments)
 
     try
     {
-        // The output of the cases must not mix with the lines that another program reads.
-        if (pParent != nullptr && (oOptions.bTap || oOptions.oRun.bListOnly))
-            SendOutputToErrors();
-        return pParent != nullptr ? RunAsWorker(oOptions, *pParent) : RunAndReport(oOptions, aszArguments);
+        return pParent != nullptr ? RunAsWorker(oOptions, *pParent) : RunAndReport(oProgram, oOptions, aszArguments);
     }
     catch (const std::exception& oError)
     {
-        std::fprintf(stderr, "tovtest: %s\n", OneLine(oError.what()).c_str());
+        Complain(oProgram, oError);
         return eExitUsage;
     }
 }

@@ -13,7 +13,19 @@ double SecondsSince(std::chrono::steady_clock::time_point oStart)
 
 sCaseRecord NewCase(const sSuiteRecord& oSuite, const sTestPlace& oCase, eTestOutcome eOutcome)
 {
-    return {oSuite.oPlace.sDescription + "." + oCase.sDescription, oCase, eOutcome, 0, {}};
+    return {oSuite.oPlace.sDescription + "." + oCase.sDescription, oCase, eOutcome, 0, {}, "", ""};
+}
+
+// Keeps the beginning of what a case writes; a report is no place for all that an endless loop writes.
+void AppendOutput(std::string& sKept, const std::string& sText)
+{
+    constexpr std::size_t MAX_OUTPUT = 1000000;
+    static const char s_szCut[] = "\n[the rest is left out]\n";
+    if (sKept.size() > MAX_OUTPUT)
+        return;
+    sKept += sText;
+    if (sKept.size() > MAX_OUTPUT)
+        sKept = sKept.substr(0, MAX_OUTPUT) + s_szCut;
 }
 } // namespace
 
@@ -58,7 +70,8 @@ long CountPlannedCases(const sTestPlan& oPlan)
 }
 
 CTOVTestRecorder::CTOVTestRecorder()
-    : m_oRecord(), m_bBegun(false), m_bInSuite(false), m_bCaseOpen(false), m_oStart(tClock::now())
+    : m_oRecord(), m_bBegun(false), m_bInSuite(false), m_bCaseOpen(false), m_bCaseLeft(false), m_bInStep(false),
+      m_bKeepGoing(false), m_bContinuing(false), m_oStart(tClock::now())
 {
 }
 
@@ -88,14 +101,88 @@ void CTOVTestRecorder::Begin()
     Tell(&ITOVTestReport::OnBegin, m_oRecord);
 }
 
+void CTOVTestRecorder::KeepGoing()
+{
+    m_oRecord.bKeepGoing = true;
+    m_bKeepGoing = true;
+}
+
+void CTOVTestRecorder::StopKeepingGoing(const std::string& sReason)
+{
+    m_bKeepGoing = false;
+    if (m_bContinuing)
+        EndRun(sReason);
+}
+
+// The last case of the open suite is the one that ended the run.
+void CTOVTestRecorder::EndRun(const std::string& sReason)
+{
+    m_bContinuing = false;
+    m_oRecord.sEarlyEnd = m_oRecord.aSuites.back().aCases.back().sName + " " + sReason;
+    OnLeaveSuite();
+    m_bInStep = false;
+}
+
+bool CTOVTestRecorder::CanContinue() const
+{
+    return m_bContinuing;
+}
+
+sTestPosition CTOVTestRecorder::GetNextPosition() const
+{
+    const std::size_t nVisit = m_oRecord.aSuites.size() - 1;
+    return {m_oRecord.lRuns - 1, nVisit % m_oRecord.oPlan.aSuites.size(), m_oRecord.aSuites.back().aCases.size()};
+}
+
+void CTOVTestRecorder::StopAfterFailure()
+{
+    const sTestCounts oCounts = CountCases(m_oRecord);
+    if (oCounts.lFailed == 0 || !m_oRecord.sEarlyEnd.empty() || oCounts.lCases == CountPlannedCases(m_oRecord.oPlan))
+        return;
+    for (const sSuiteRecord& oSuite : m_oRecord.aSuites)
+        for (const sCaseRecord& oCase : oSuite.aCases)
+            if (oCase.eOutcome == eOutcomeFailed)
+                m_oRecord.sEarlyEnd = oCase.sName + " failed";
+}
+
+void CTOVTestRecorder::OnOutput(eTestStream eStream, const std::string& sText)
+{
+    if (m_bCaseOpen)
+    {
+        sCaseRecord& oCase = m_oRecord.aSuites.back().aCases.back();
+        AppendOutput(eStream == eStreamOutput ? oCase.sOutput : oCase.sErrors, sText);
+    }
+    else if (m_bInSuite)
+    {
+        AppendOutput(eStream == eStreamOutput ? m_sOutputOfStartup : m_sErrorsOfStartup, sText);
+    }
+    Tell(&ITOVTestReport::OnOutput, eStream, sText);
+}
+
+double CTOVTestRecorder::GetSecondsInStep() const
+{
+    return m_bInStep ? SecondsSince(m_oStepStart) : 0;
+}
+
+void CTOVTestRecorder::BeginStep()
+{
+    m_bInStep = true;
+    m_oStepStart = tClock::now();
+}
+
 void CTOVTestRecorder::OnPlan(const sTestPlan& oPlan)
 {
+    BeginStep();
+    if (m_bContinuing)
+        return;
     m_oRecord.oPlan = oPlan;
     Begin();
 }
 
 void CTOVTestRecorder::OnEnterRun()
 {
+    if (m_bContinuing)
+        return;
     Begin();
     ++m_oRecord.lRuns;
     Tell(&ITOVTestReport::OnEnterRun, m_oRecord);
@@ -107,9 +194,15 @@ void CTOVTestRecorder::OnLeaveRun()
 
 void CTOVTestRecorder::OnEnterSuite(const sTestPlace& oSuite)
 {
+    BeginStep();
+    if (m_bContinuing)
+    {
+        m_bContinuing = false;
+        return;
+    }
     m_oRecord.aSuites.push_back({oSuite, 0, std::time(nullptr), {}});
     m_bInSuite = true;
-    m_oSuiteStart = tClock::now();
+    m_oSuiteStart = m_oStepStart;
 }
 
 void CTOVTestRecorder::OnLeaveSuite()
@@ -118,6 +211,9 @@ void CTOVTestRecorder::OnLeaveSuite()
     sSuiteRecord& oSuite = m_oRecord.aSuites.back();
     oSuite.dSeconds = SecondsSince(m_oSuiteStart);
     m_bInSuite = false;
+    m_sOutputOfStartup.clear();
+    m_sErrorsOfStartup.clear();
+    BeginStep();
     Tell(&ITOVTestReport::OnLeaveSuite, oSuite);
 }
 
@@ -127,6 +223,9 @@ void CTOVTestRecorder::OnEnterCase(const sTestPlace& oCase)
     sSuiteRecord& oSuite = m_oRecord.aSuites.back();
     oSuite.aCases.push_back(NewCase(oSuite, oCase, eOutcomePassed));
     m_bCaseOpen = true;
+    m_bCaseLeft = false;
+    oSuite.aCases.back().sOutput.swap(m_sOutputOfStartup);
+    oSuite.aCases.back().sErrors.swap(m_sErrorsOfStartup);
     Tell(&ITOVTestReport::OnEnterCase, oSuite.aCases.back());
 
     std::vector<sTestNote> aNotes;
@@ -139,6 +238,7 @@ void CTOVTestRecorder::OnEnterCase(const sTestPlace& oCase)
 void CTOVTestRecorder::OnLeaveCase()
 {
     m_oRecord.aSuites.back().aCases.back().dSeconds = SecondsSince(m_oCaseStart);
+    m_bCaseLeft = true;
 }
 
 void CTOVTestRecorder::OnCloseCase()
@@ -146,6 +246,7 @@ void CTOVTestRecorder::OnCloseCase()
     if (!m_bCaseOpen)
         return;
     m_bCaseOpen = false;
+    BeginStep();
     Tell(&ITOVTestReport::OnLeaveCase, m_oRecord.aSuites.back().aCases.back());
 }
 
@@ -176,11 +277,13 @@ void CTOVTestRecorder::EnterCaseThatDidNotStart()
             oCase = aCases[oSuite.aCases.size()];
     }
     OnEnterCase(oCase);
+    m_oCaseStart = m_oStepStart;
 }
 
 void CTOVTestRecorder::OnEndEarly(const std::string& sReason)
 {
-    if (!m_bInSuite)
+    const bool bOutside = !m_bInSuite;
+    if (bOutside)
     {
         // The cases that did not run are added first, since their places in the list identify them.
         AddCasesNotRun();
@@ -190,10 +293,15 @@ void CTOVTestRecorder::OnEndEarly(const std::string& sReason)
         EnterCaseThatDidNotStart();
     sCaseRecord& oCase = m_oRecord.aSuites.back().aCases.back();
     oCase.eOutcome = eOutcomeEnded;
+    if (!m_bCaseLeft)
+        oCase.dSeconds = SecondsSince(m_oCaseStart);
     oCase.aNotes.push_back(
         {eNoteEnd, "Ended", oCase.oPlace.sFile, static_cast<long>(oCase.oPlace.ulLine), sReason, {}});
-    m_oRecord.sEarlyEnd = oCase.sName + " " + sReason;
-    OnLeaveSuite();
+    if (!m_bKeepGoing || bOutside)
+        return EndRun(sReason);
+    OnCloseCase();
+    m_bInStep = false;
+    m_bContinuing = true;
 }
 
 void CTOVTestRecorder::AddCasesNotRun()

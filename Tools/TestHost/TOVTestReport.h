@@ -2,6 +2,7 @@
 #pragma once
 
 #include <TestHost/TOVTestEvents.h>
+#include <TestHost/TOVTestSystem.h>
 
 #include <ctime>
 
@@ -11,7 +12,7 @@ enum eTestOutcome
 {
     eOutcomePassed,
     eOutcomeFailed, // at least one check failed
-    eOutcomeEnded,  // an exception left the case, or it ended the process; either ends the run
+    eOutcomeEnded,  // an exception left the case, it ended the process, or it took too long
     eOutcomeNotRun  // the run ended before this case
 };
 
@@ -22,6 +23,8 @@ struct sCaseRecord
     eTestOutcome eOutcome;
     double dSeconds;
     std::vector<sTestNote> aNotes;
+    std::string sOutput; // what it wrote to standard output, unless the cases run in this process
+    std::string sErrors; // the same of standard error
 };
 
 // Records one run of a suite: a suite that is run three times has three records.
@@ -38,8 +41,9 @@ struct sTestRecord
     sTestPlan oPlan; // empty: there was no plan
     long lRuns;      // the number of runs that have begun
     double dSeconds;
-    std::string sEarlyEnd; // "the case Suite.Case threw ..."; empty unless the run ended early
+    std::string sEarlyEnd; // "Suite.Case threw ..."; empty unless the run ended early
     std::vector<sSuiteRecord> aSuites;
+    bool bKeepGoing = false; // the run continues after a case that ended
 };
 
 struct sTestCounts
@@ -67,6 +71,9 @@ public:
     virtual void OnEnterCase(const sCaseRecord& /*oCase*/) {}
     virtual void OnLeaveCase(const sCaseRecord& /*oCase*/) {}
     virtual void OnLeaveSuite(const sSuiteRecord& /*oSuite*/) {}
+
+    // Called for what a worker process has written. It may be a part of a line.
+    virtual void OnOutput(eTestStream /*eStream*/, const std::string& /*sText*/) {}
 
     // Called once, however the run has ended.
     virtual void OnEnd(const sTestRecord& oRecord) = 0;

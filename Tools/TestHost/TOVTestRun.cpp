@@ -97,8 +97,12 @@ void RunTests(const sTestRun& oRun, ITOVTestEvents& oEvents)
     oRunner.AddListener(oListener);
     try
     {
-        for (long lRun = 0; lRun < oRun.oChoice.lRuns; ++lRun)
+        oSelection.StartAt(oRun.oStart.nSuite, oRun.oStart.nCase);
+        for (long lRun = oRun.oStart.lRun; lRun < oRun.oChoice.lRuns && !oSelection.IsStopped(); ++lRun)
+        {
             oRunner.Run();
+            oSelection.StartAt(0, 0);
+        }
     }
     catch (...)
     {

@@ -6,8 +6,10 @@
 
 #include <Test/TOVTestHooks.h>
 #include <Test/TOVTestSuite.h>
+#include <Test/TOVTestTracker.h>
 
 #include <algorithm>
+#include <random>
 #include <stdexcept>
 #include <tuple>
 
@@ -24,8 +26,10 @@ public:
     {
         m_pReal->Closedown();
         m_oEvents.OnCloseCase();
+        if (m_bFailFast && TOVTest::CTOVTestTracker::Instance().GetNumTotalFailedTests() > 0)
+            m_bStopped = true;
     }
-    long GetNumTestCases() const override { return static_cast<long>(m_aCases.size()); }
+    long GetNumTestCases() const override { return m_bStopped ? 0 : static_cast<long>(m_aCases.size()); }
     TOVTest::CTOVTestCase& GetTestCase(long lIndex) const override
     {
         return m_pReal->GetTestCase(m_aCases.at(static_cast<std::size_t>(lIndex)));
@@ -34,9 +38,10 @@ public:
     const char* GetFileName() const override { return m_pReal->GetFileName(); }
     unsigned long GetLine() const override { return m_pReal->GetLine(); }
 
-    CChosenSuite(std::unique_ptr<TOVTest::CTOVTestSuite> pReal, const std::vector<long>& aCases,
-                 ITOVTestEvents& oEvents)
-        : m_pReal(std::move(pReal)), m_aCases(aCases), m_oEvents(oEvents)
+    CChosenSuite(std::unique_ptr<TOVTest::CTOVTestSuite> pReal, std::vector<long> aCases, ITOVTestEvents& oEvents,
+                 bool bFailFast, bool& bStopped)
+        : m_pReal(std::move(pReal)), m_aCases(std::move(aCases)), m_oEvents(oEvents), m_bFailFast(bFailFast),
+          m_bStopped(bStopped)
     {
     }
 
@@ -44,27 +49,16 @@ private:
     const std::unique_ptr<TOVTest::CTOVTestSuite> m_pReal;
     const std::vector<long> m_aCases;
     ITOVTestEvents& m_oEvents;
+    const bool m_bFailFast;
+    bool& m_bStopped;
 };
 
-class CChosenCreator final : public TOVTest::ITOVTestSuiteCreator
+// Shuffles in the same way on every system, which the standard library does not promise.
+template<class T> void Shuffle(std::vector<T>& aElements, std::mt19937& oRandom)
 {
-public:
-    TOVTest::CTOVTestSuite* New() override
-    {
-        std::unique_ptr<TOVTest::CTOVTestSuite> pReal(m_oReal.New());
-        return pReal != nullptr ? new CChosenSuite(std::move(pReal), m_aCases, m_oEvents) : nullptr;
-    }
-
-    CChosenCreator(TOVTest::ITOVTestSuiteCreator& oReal, const std::vector<long>& aCases, ITOVTestEvents& oEvents)
-        : m_oReal(oReal), m_aCases(aCases), m_oEvents(oEvents)
-    {
-    }
-
-private:
-    TOVTest::ITOVTestSuiteCreator& m_oReal;
-    const std::vector<long> m_aCases;
-    ITOVTestEvents& m_oEvents;
-};
+    for (std::size_t nLeft = aElements.size(); nLeft > 1; --nLeft)
+        std::swap(aElements[nLeft - 1], aElements[oRandom() % nLeft]);
+}
 
 // Holds patterns, and whether each has matched a case.
 class CPatterns
@@ -108,6 +102,39 @@ struct CTOVTestSelection::sSuite
     sPlannedSuite oSuite;
 };
 
+// Creates the suite that runs in place of the real one. Once the run is stopped, it creates none.
+class CTOVTestSelection::CChosenCreator final : public TOVTest::ITOVTestSuiteCreator
+{
+public:
+    TOVTest::CTOVTestSuite* New() override
+    {
+        if (m_bStopped)
+            return nullptr;
+        std::unique_ptr<TOVTest::CTOVTestSuite> pReal(m_oReal.New());
+        if (pReal == nullptr)
+            return nullptr;
+        const std::vector<long> aCases(m_aCases.begin() + static_cast<std::ptrdiff_t>(m_nStart), m_aCases.end());
+        return new CChosenSuite(std::move(pReal), aCases, m_oEvents, m_bFailFast, m_bStopped);
+    }
+
+    CChosenCreator(TOVTest::ITOVTestSuiteCreator& oReal, const std::vector<long>& aCases, ITOVTestEvents& oEvents,
+                   bool bFailFast, bool& bStopped)
+        : m_oReal(oReal), m_aCases(aCases), m_nStart(0), m_oEvents(oEvents), m_bFailFast(bFailFast),
+          m_bStopped(bStopped)
+    {
+    }
+
+    void StartAt(std::size_t nCase) { m_nStart = std::min(nCase, m_aCases.size()); }
+
+private:
+    TOVTest::ITOVTestSuiteCreator& m_oReal;
+    const std::vector<long> m_aCases;
+    std::size_t m_nStart;
+    ITOVTestEvents& m_oEvents;
+    const bool m_bFailFast;
+    bool& m_bStopped;
+};
+
 bool MatchesPattern(const std::string& sText, const std::string& sPattern)
 {
     constexpr std::size_t NONE = std::string::npos;
@@ -140,7 +167,7 @@ bool MatchesPattern(const std::string& sText, const std::string& sPattern)
     return sPattern.find_first_not_of('*', nPattern) == NONE;
 }
 
-CTOVTestSelection::CTOVTestSelection() : m_lGroups(0), m_bChosen(false)
+CTOVTestSelection::CTOVTestSelection() : m_lGroups(0), m_bChosen(false), m_bStopped(false)
 {
     AddGroup();
 }
@@ -206,25 +233,35 @@ sTestPlan CTOVTestSelection::Choose(const sTestChoice& oChoice, ITOVTestEvents& 
     const bool bPatterns = !oChoice.aFilters.empty() || !oChoice.aExcludes.empty();
     sTestPlan oPlan = {{}, oChoice.lRuns};
     std::vector<std::string> aNames;
-    for (const sSuite& oSuite : GetSuites(oChoice.bAll))
+    std::vector<sSuite> aSuites = GetSuites(oChoice.bAll);
+    std::mt19937 oRandom(static_cast<std::mt19937::result_type>(oChoice.ulSeed));
+    if (oChoice.bShuffle)
+    {
+        oPlan.llSeed = static_cast<long long>(oChoice.ulSeed);
+        Shuffle(aSuites, oRandom);
+    }
+    for (const sSuite& oSuite : aSuites)
     {
         const std::string& sDescription = oSuite.oSuite.oPlace.sDescription;
-        sPlannedSuite oChosen = {oSuite.oSuite.oPlace, {}};
         std::vector<long> aCases;
         for (std::size_t n = 0; n < oSuite.oSuite.aCases.size(); ++n)
         {
             const sTestPlace& oCase = oSuite.oSuite.aCases[n];
             const bool bWanted = oFilters.Match(sDescription, oCase.sDescription) || oChoice.aFilters.empty();
-            if (oExcludes.Match(sDescription, oCase.sDescription) || !bWanted)
-                continue;
-            aCases.push_back(static_cast<long>(n));
-            oChosen.aCases.push_back(oCase);
+            if (!oExcludes.Match(sDescription, oCase.sDescription) && bWanted)
+                aCases.push_back(static_cast<long>(n));
         }
         if (bPatterns && aCases.empty())
             continue;
+        if (oChoice.bShuffle)
+            Shuffle(aCases, oRandom);
+        sPlannedSuite oChosen = {oSuite.oSuite.oPlace, {}};
+        for (const long lCase : aCases)
+            oChosen.aCases.push_back(oSuite.oSuite.aCases[static_cast<std::size_t>(lCase)]);
         oPlan.aSuites.push_back(oChosen);
         aNames.push_back(oSuite.szName);
-        m_aCreators.push_back(std::make_shared<CChosenCreator>(*oSuite.pCreator, aCases, oEvents));
+        m_aCreators.push_back(
+            std::make_shared<CChosenCreator>(*oSuite.pCreator, aCases, oEvents, oChoice.bFailFast, m_bStopped));
     }
     oFilters.DemandThatAllMatched();
     oExcludes.DemandThatAllMatched();
@@ -232,16 +269,30 @@ sTestPlan CTOVTestSelection::Choose(const sTestChoice& oChoice, ITOVTestEvents& 
         throw std::runtime_error("there is no case to run");
 
     // The factory sorts by the addresses of the names. As the names are in one block, they keep this order.
-    std::vector<std::size_t> aStarts;
     for (const std::string& sName : aNames)
     {
-        aStarts.push_back(m_sNames.size());
+        m_aStartsOfNames.push_back(m_sNames.size());
         m_sNames += sName + '\0';
     }
-    for (std::size_t n = 0; n < aStarts.size(); ++n)
-        m_aReal.emplace(m_sNames.c_str() + aStarts[n], m_aCreators[n].get());
     GetCreatorMapDirect().swap(m_aReal);
     m_bChosen = true;
+    StartAt(0, 0);
     return oPlan;
+}
+
+void CTOVTestSelection::StartAt(std::size_t nSuite, std::size_t nCase)
+{
+    TOVTest::tCreatorMap& aCreators = GetCreatorMapDirect();
+    aCreators.clear();
+    for (std::size_t n = nSuite; n < m_aCreators.size(); ++n)
+    {
+        m_aCreators[n]->StartAt(n == nSuite ? nCase : 0);
+        aCreators.emplace(m_sNames.c_str() + m_aStartsOfNames[n], m_aCreators[n].get());
+    }
+}
+
+bool CTOVTestSelection::IsStopped() const
+{
+    return m_bStopped;
 }
 } // namespace TOVTestHost

@@ -19,6 +19,9 @@ struct sTestChoice
     std::vector<std::string> aExcludes; // these override the filters
     bool bAll;                          // true: the library's own suites run even if there are others
     long lRuns;
+    bool bShuffle = false; // the suites, and the cases of each suite, run in an order that the seed determines
+    unsigned long ulSeed = 0;
+    bool bFailFast = false; // nothing runs after the first case that fails
 };
 
 // Makes the runner, which runs everything, run the chosen cases only. While this object exists, the factory's map
@@ -44,8 +47,16 @@ public:
     // OnCloseCase.
     sTestPlan Choose(const sTestChoice& oChoice, ITOVTestEvents& oEvents);
 
+    // Makes the next run begin at this suite and case of the plan. A suite can begin after its last case: then none of
+    // its cases run.
+    void StartAt(std::size_t nSuite, std::size_t nCase);
+
+    // Returns whether a case has failed and nothing else will run.
+    bool IsStopped() const;
+
 private:
     struct sSuite;
+    class CChosenCreator;
 
     std::vector<sSuite> GetSuites(bool bAll) const;
 
@@ -53,7 +64,9 @@ private:
     std::vector<std::pair<const char*, long>> m_aGroupOfName;
     TOVTest::tCreatorMap m_aReal;
     bool m_bChosen;
-    std::vector<std::shared_ptr<TOVTest::ITOVTestSuiteCreator>> m_aCreators; // shared: these have no virtual destructor
+    std::vector<std::shared_ptr<CChosenCreator>> m_aCreators;
     std::string m_sNames;
+    std::vector<std::size_t> m_aStartsOfNames;
+    bool m_bStopped;
 };
 } // namespace TOVTestHost

@@ -1,6 +1,6 @@
 #include <TestHost/TOVTestText.h>
 
-#include <TestHost/TOVTestEvents.h>
+#include <TestHost/TOVTestReport.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -114,6 +114,18 @@ std::string Markup(const std::string& sText)
     return sMarkup;
 }
 
+std::string MarkupOfLines(const std::string& sText)
+{
+    std::string sMarkup;
+    for (std::size_t nAt = 0; nAt < sText.size();)
+    {
+        const std::size_t nEnd = std::min(sText.find('\n', nAt), sText.size());
+        sMarkup += Markup(sText.substr(nAt, nEnd - nAt)) + "\n";
+        nAt = nEnd + 1;
+    }
+    return sMarkup;
+}
+
 std::string Shortened(const std::string& sText, std::size_t nCharacters)
 {
     std::vector<std::size_t> aStarts;
@@ -146,6 +158,27 @@ std::vector<std::string> Describe(const sTestNote& oNote)
     for (const auto& oValue : oNote.aValues)
         aLines.push_back("    " + oValue.first + ": " + std::string(nWidth - oValue.first.size(), ' ') +
                          OneLine(oValue.second));
+    return aLines;
+}
+
+std::vector<std::string> DescribeSlowest(const sTestRecord& oRecord, long lCases)
+{
+    std::vector<const sCaseRecord*> aCases;
+    for (const sSuiteRecord& oSuite : oRecord.aSuites)
+        for (const sCaseRecord& oCase : oSuite.aCases)
+            if (oCase.eOutcome != eOutcomeNotRun)
+                aCases.push_back(&oCase);
+    std::stable_sort(aCases.begin(), aCases.end(), [](const sCaseRecord* pOne, const sCaseRecord* pOther) {
+        return pOne->dSeconds > pOther->dSeconds;
+    });
+    if (aCases.size() > static_cast<std::size_t>(lCases))
+        aCases.resize(static_cast<std::size_t>(lCases));
+
+    std::vector<std::string> aLines;
+    if (!aCases.empty())
+        aLines.push_back("Slowest:");
+    for (const sCaseRecord* pCase : aCases)
+        aLines.push_back("    " + SecondsText(pCase->dSeconds) + " s " + OneLine(pCase->sName));
     return aLines;
 }
 } // namespace TOVTestHost

@@ -6,13 +6,13 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-CPseudoTerminal::CPseudoTerminal() : m_oUser(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+CPseudoTerminal::CPseudoTerminal(int nColumns) : m_oUser(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
 {
     if (Descriptor() < 0 || ::grantpt(Descriptor()) != 0 || ::unlockpt(Descriptor()) != 0)
         throw std::runtime_error("no pseudo-terminal");
     m_sName = ::ptsname(Descriptor());
-    // The usual size of a window: without one, a program cannot know where a line would break.
-    const winsize oSize = {24, 80, 0, 0};
+    // Without a size, a program cannot know where a line would break.
+    const winsize oSize = {24, static_cast<unsigned short>(nColumns), 0, 0};
     ::ioctl(Descriptor(), TIOCSWINSZ, &oSize);
 }
 

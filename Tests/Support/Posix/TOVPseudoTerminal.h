@@ -7,7 +7,7 @@ class CPseudoTerminal
 {
 public:
     // Throws std::runtime_error if the system has none to give.
-    CPseudoTerminal();
+    explicit CPseudoTerminal(int nColumns = 80);
 
     // The name under which a program opens its side.
     const std::string& Name() const { return m_sName; }

@@ -114,6 +114,8 @@ private:
 
 struct CTerminal::sState
 {
+    explicit sState(int nColumns) : oTerminal(nColumns) {}
+
     CPseudoTerminal oTerminal;
     pid_t nProcess = -1;
     bool bEnded = false;
@@ -128,7 +130,7 @@ struct CTerminal::sState
     }
 };
 
-CTerminal::CTerminal(const sProgram& oProgram) : m_pState(new sState)
+CTerminal::CTerminal(const sProgram& oProgram, int nColumns) : m_pState(new sState(nColumns))
 {
     // The new process inherits this side. So its end is noticed even if it ends before it opens the terminal itself.
     const CDescriptor oOther(::open(m_pState->oTerminal.Name().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
@@ -167,6 +169,11 @@ void CTerminal::PressInterruptKeys()
 {
     if (!m_pState->oTerminal.Press("\x03"))
         throw std::runtime_error("the keys cannot be pressed");
+}
+
+void CTerminal::AskToEnd()
+{
+    ::kill(m_pState->nProcess, SIGTERM);
 }
 
 void CTerminal::Kill()

@@ -16,7 +16,7 @@ class CConsole
 {
 public:
     // Throws std::runtime_error where no console works, so that no test waits for what never appears.
-    CConsole()
+    explicit CConsole(int nColumns)
     {
         ::FreeConsole();
         if (!::AllocConsole())
@@ -32,6 +32,8 @@ public:
             Close();
             throw std::runtime_error("the console does not work; Wine's ends at once where the system has no font");
         }
+        const SMALL_RECT oWindow = {0, 0, static_cast<SHORT>(nColumns - 1), 23};
+        ::SetConsoleWindowInfo(m_hScreen, TRUE, &oWindow);
     }
 
     ~CConsole() { Close(); }
@@ -85,6 +87,11 @@ std::string NameOfColour(WORD wAttribute, WORD wUsual)
     }
 }
 
+BOOL WINAPI IgnoreRequest(DWORD /*dwEvent*/)
+{
+    return TRUE;
+}
+
 sShownLine ReadLine(const CConsole& oConsole, SHORT nLine)
 {
     std::string sLine(WIDTH, ' ');
@@ -102,8 +109,8 @@ sShownLine ReadLine(const CConsole& oConsole, SHORT nLine)
 
 struct CTerminal::sState
 {
-    explicit sState(const sProgram& oProgram)
-        : oStarted(oProgram, oConsole.Keys(), oConsole.Screen(), oConsole.Screen())
+    sState(const sProgram& oProgram, int nColumns)
+        : oConsole(nColumns), oStarted(oProgram, oConsole.Keys(), oConsole.Screen(), oConsole.Screen())
     {
     }
 
@@ -111,15 +118,17 @@ struct CTerminal::sState
     CStartedProgram oStarted;
 };
 
-CTerminal::CTerminal(const sProgram& oProgram) : m_pState(new sState(oProgram))
+CTerminal::CTerminal(const sProgram& oProgram, int nColumns) : m_pState(new sState(oProgram, nColumns))
 {
     // This program hears the keys as well. It ignores them only now, because the other one would have inherited that.
     ::SetConsoleCtrlHandler(nullptr, TRUE);
+    ::SetConsoleCtrlHandler(&IgnoreRequest, TRUE);
 }
 
 CTerminal::~CTerminal()
 {
     Kill();
+    ::SetConsoleCtrlHandler(&IgnoreRequest, FALSE);
     ::SetConsoleCtrlHandler(nullptr, FALSE);
 }
 
@@ -159,6 +168,12 @@ void CTerminal::PressInterruptKeys()
 {
     if (!::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0))
         throw std::runtime_error("the keys cannot be pressed");
+}
+
+void CTerminal::AskToEnd()
+{
+    if (!::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0))
+        throw std::runtime_error("the program cannot be asked to end");
 }
 
 void CTerminal::Kill()

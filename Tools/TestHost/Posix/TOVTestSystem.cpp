@@ -6,6 +6,8 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <stdexcept>
+#include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -18,11 +20,44 @@ namespace
 {
 constexpr char VARIABLE[] = "TOV_TEST_WORKER";
 
+// The worker, and the signal by which the user asked for the end of the run; 0: none.
+volatile pid_t s_nWorker = -1;
+volatile std::sig_atomic_t s_nAsked = 0;
+
+// Keeps in memory what a process writes to it.
+class COutputKeeper
+{
+public:
+    COutputKeeper() : m_nFile(::memfd_create("output", MFD_CLOEXEC)), m_nTaken(0)
+    {
+        if (m_nFile < 0 || ::fcntl(m_nFile, F_SETFL, O_APPEND) != 0)
+            throw std::runtime_error("no memory for output: " + std::generic_category().message(errno));
+    }
+    ~COutputKeeper() { ::close(m_nFile); }
+    COutputKeeper(const COutputKeeper&) = delete;
+    COutputKeeper& operator=(const COutputKeeper&) = delete;
+
+    int Descriptor() const { return m_nFile; }
+
+    std::string Take()
+    {
+        std::string sText;
+        char szPart[4096];
+        for (ssize_t nRead = 0; (nRead = ::pread(m_nFile, szPart, sizeof(szPart), m_nTaken)) > 0; m_nTaken += nRead)
+            sText.append(szPart, static_cast<std::size_t>(nRead));
+        if (!sText.empty())
+            ::fallocate(m_nFile, FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, 0, m_nTaken);
+        return sText;
+    }
+
+private:
+    const int m_nFile;
+    off_t m_nTaken;
+};
+
 class CProcessLink : public ITOVProcessLink
 {
 public:
-    ~CProcessLink() override { ::close(m_nSocket); }
-
     bool Write(const void* pBytes, std::size_t nBytes) override
     {
         const char* pNext = static_cast<const char*>(pBytes);
@@ -56,20 +91,72 @@ public:
         return true;
     }
 
-    std::string WaitForEnd() override
+    std::string TakeOutput(eTestStream /*eStream*/) override { return ""; }
+    bool HasEnded() override { return true; }
+    void End() override { ::shutdown(m_nSocket, SHUT_RDWR); }
+    sWorkerEnd WaitForEnd() override { return {"", false}; }
+
+    explicit CProcessLink(int nSocket) : m_nSocket(nSocket) {}
+
+protected:
+    const int m_nSocket;
+};
+
+// The parent's side.
+class CWorkerLink : public CProcessLink
+{
+public:
+    ~CWorkerLink() override
     {
-        ::shutdown(m_nSocket, SHUT_RDWR);
-        int nStatus = 0;
-        while (::waitpid(m_nWorker, &nStatus, 0) < 0 && errno == EINTR)
+        if (s_nWorker >= 0)
         {
+            ::kill(m_nWorker, SIGKILL);
+            CWorkerLink::WaitForEnd();
         }
-        if (WIFSIGNALED(nStatus))
-            return DescribeSignal(WTERMSIG(nStatus));
-        const int nExit = WEXITSTATUS(nStatus);
-        return nExit == 0 ? "" : "ended the process with status " + std::to_string(nExit);
+        ::close(m_nSocket);
     }
 
-    CProcessLink(int nSocket, pid_t nWorker) : m_nSocket(nSocket), m_nWorker(nWorker) {}
+    std::string TakeOutput(eTestStream eStream) override
+    {
+        return eStream == eStreamOutput ? m_pOutput->Take() : m_pErrors->Take();
+    }
+
+    bool HasEnded() override
+    {
+        siginfo_t oInfo = {};
+        return ::waitid(P_PID, static_cast<id_t>(m_nWorker), &oInfo, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+               oInfo.si_pid == m_nWorker;
+    }
+
+    void End() override
+    {
+        ::kill(m_nWorker, SIGKILL);
+        CProcessLink::End();
+    }
+
+    sWorkerEnd WaitForEnd() override
+    {
+        CProcessLink::End();
+        siginfo_t oInfo = {};
+        while (::waitid(P_PID, static_cast<id_t>(m_nWorker), &oInfo, WEXITED | WNOWAIT) != 0 && errno == EINTR)
+        {
+        }
+        s_nWorker = -1; // a signal must not reach another process that gets the number
+        int nStatus = 0;
+        ::waitpid(m_nWorker, &nStatus, 0);
+        if (s_nAsked != 0)
+            return {s_nAsked == SIGINT ? "was interrupted" : "was terminated", true};
+        if (WIFSIGNALED(nStatus))
+            return {DescribeSignal(WTERMSIG(nStatus)), false};
+        const int nExit = WEXITSTATUS(nStatus);
+        return {nExit == 0 ? "" : "ended the process with status " + std::to_string(nExit), false};
+    }
+
+    CWorkerLink(int nSocket, pid_t nWorker, std::unique_ptr<COutputKeeper> pOutput,
+                std::unique_ptr<COutputKeeper> pErrors)
+        : CProcessLink(nSocket), m_nWorker(nWorker), m_pOutput(std::move(pOutput)), m_pErrors(std::move(pErrors))
+    {
+    }
 
 private:
     static std::string DescribeSignal(int nSignal)
@@ -92,26 +179,45 @@ private:
         }
     }
 
-    const int m_nSocket;
     const pid_t m_nWorker;
+    const std::unique_ptr<COutputKeeper> m_pOutput;
+    const std::unique_ptr<COutputKeeper> m_pErrors;
 };
 
-void OnInterrupt(int /*nSignal*/)
+void EndWorkerOnRequest(int nSignal)
 {
+    const int nError = errno;
+    s_nAsked = nSignal;
+    if (s_nWorker >= 0)
+        ::kill(s_nWorker, SIGKILL);
+    errno = nError;
 }
 
-void LeaveFirstInterruptToWorker()
+// Each of these signals ends the worker the first time, and the second time this process. One that is ignored, as in a
+// shell's background, stays so.
+void LeaveFirstRequestToWorker()
 {
-    struct sigaction oAction = {};
-    oAction.sa_handler = &OnInterrupt;
-    oAction.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
-    ::sigaction(SIGINT, &oAction, nullptr);
+    for (const int nSignal : {SIGINT, SIGTERM})
+    {
+        struct sigaction oBefore = {};
+        struct sigaction oAction = {};
+        oAction.sa_handler = &EndWorkerOnRequest;
+        oAction.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+        if (s_nAsked == 0 && ::sigaction(nSignal, nullptr, &oBefore) == 0 && oBefore.sa_handler != SIG_IGN)
+            ::sigaction(nSignal, &oAction, nullptr);
+    }
 }
 } // namespace
 
 bool IsTerminal(std::FILE* pStream)
 {
     return ::isatty(::fileno(pStream)) != 0;
+}
+
+std::size_t WidthOfTerminal(std::FILE* pStream)
+{
+    winsize oSize = {};
+    return ::ioctl(::fileno(pStream), TIOCGWINSZ, &oSize) == 0 && oSize.ws_col > 0 ? oSize.ws_col : 80;
 }
 
 const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason)
@@ -130,32 +236,35 @@ bool StandInOneModule(const void* pOne, const void* pOther)
     return ::dladdr(pOne, &oOne) != 0 && ::dladdr(pOther, &oOther) != 0 && oOne.dli_fbase == oOther.dli_fbase;
 }
 
-void SendOutputToErrors()
-{
-    std::fflush(stdout);
-    ::dup2(STDERR_FILENO, STDOUT_FILENO);
-}
-
 std::unique_ptr<ITOVProcessLink> StartWorker(char** aszArguments)
 {
     int aSockets[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, aSockets) != 0)
         throw std::runtime_error("no connection between processes: " + std::generic_category().message(errno));
+    std::unique_ptr<COutputKeeper> pOutput(new COutputKeeper);
+    std::unique_ptr<COutputKeeper> pErrors(new COutputKeeper);
+    LeaveFirstRequestToWorker();
     std::fflush(nullptr);
     const pid_t nWorker = ::fork();
     if (nWorker == 0)
     {
+        ::dup2(pOutput->Descriptor(), STDOUT_FILENO);
+        ::dup2(pErrors->Descriptor(), STDERR_FILENO);
         const int nInherited = ::dup(aSockets[1]);
         // NOLINTNEXTLINE(concurrency-mt-unsafe): a child that was forked has one thread.
         ::setenv(VARIABLE, std::to_string(nInherited).c_str(), 1);
         ::execv("/proc/self/exe", aszArguments);
         ::_exit(127);
     }
+    const int nError = errno;
     ::close(aSockets[1]);
-    std::unique_ptr<ITOVProcessLink> pLink(new CProcessLink(aSockets[0], nWorker));
+    s_nWorker = nWorker;
+    std::unique_ptr<ITOVProcessLink> pLink(
+        new CWorkerLink(aSockets[0], nWorker, std::move(pOutput), std::move(pErrors)));
     if (nWorker < 0)
-        throw std::runtime_error("no second process: " + std::generic_category().message(errno));
-    LeaveFirstInterruptToWorker();
+        throw std::runtime_error("no second process: " + std::generic_category().message(nError));
+    if (s_nAsked != 0) // in the moment before the worker was known
+        pLink->End();
     return pLink;
 }
 
@@ -172,7 +281,9 @@ std::unique_ptr<ITOVProcessLink> FindParent()
         return nullptr;
     const rlimit oNoCore = {0, 0};
     ::setrlimit(RLIMIT_CORE, &oNoCore);
-    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(nSocket, -1));
+    // What a case writes is not lost if it then crashes.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(nSocket));
 }
 
 void EndWorker()

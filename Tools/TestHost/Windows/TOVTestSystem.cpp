@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <io.h>
+#include <mutex>
 #include <stdexcept>
 #include <windows.h>
 
@@ -13,16 +14,66 @@ namespace
 constexpr char VARIABLE[] = "TOV_TEST_WORKER";
 constexpr DWORD CALLED_ABORT = 0xE0AB0047;
 
+// The worker, and how the user asked for the end of the run. Such a request comes on a thread of its own.
+std::mutex s_oRequestMutex;
+HANDLE s_hWorker = nullptr;
+const char* s_szAsked = nullptr;
+
+// Keeps in a file what a process writes to it.
+class COutputKeeper
+{
+public:
+    COutputKeeper() : m_hRead(INVALID_HANDLE_VALUE), m_hWrite(INVALID_HANDLE_VALUE)
+    {
+        char szFolder[MAX_PATH + 1] = "";
+        char szFile[MAX_PATH + 1] = "";
+        constexpr DWORD SHARED = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        if (::GetTempPathA(sizeof(szFolder), szFolder) == 0 || ::GetTempFileNameA(szFolder, "tov", 0, szFile) == 0)
+            throw std::runtime_error("no file for output: error " + std::to_string(::GetLastError()));
+        m_hRead = ::CreateFileA(szFile, GENERIC_READ | DELETE, SHARED, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), nullptr, TRUE};
+        m_hWrite =
+            ::CreateFileA(szFile, FILE_APPEND_DATA | SYNCHRONIZE, SHARED, &oInherited, OPEN_EXISTING, 0, nullptr);
+        if (m_hRead == INVALID_HANDLE_VALUE || m_hWrite == INVALID_HANDLE_VALUE)
+            throw std::runtime_error("no file for output: error " + std::to_string(::GetLastError()));
+    }
+    ~COutputKeeper()
+    {
+        ::CloseHandle(m_hWrite);
+        ::CloseHandle(m_hRead);
+    }
+    COutputKeeper(const COutputKeeper&) = delete;
+    COutputKeeper& operator=(const COutputKeeper&) = delete;
+
+    // Returns the handle that the process inherits.
+    HANDLE ForProcess() const { return m_hWrite; }
+
+    std::string Take()
+    {
+        std::string sText;
+        char szPart[4096];
+        DWORD dwRead = 0;
+        while (::ReadFile(m_hRead, szPart, sizeof(szPart), &dwRead, nullptr) && dwRead > 0)
+            sText.append(szPart, dwRead);
+        sText.insert(0, m_sRest);
+        // The end of a line may have been written by half.
+        m_sRest = !sText.empty() && sText.back() == '\r' ? "\r" : "";
+        sText.resize(sText.size() - m_sRest.size());
+        for (std::size_t nAt = 0; (nAt = sText.find("\r\n", nAt)) != std::string::npos; ++nAt)
+            sText.erase(nAt, 1);
+        return sText;
+    }
+
+private:
+    HANDLE m_hRead;
+    HANDLE m_hWrite;
+    std::string m_sRest;
+};
+
 class CProcessLink : public ITOVProcessLink
 {
 public:
-    ~CProcessLink() override
-    {
-        Cut();
-        if (m_hWorker != nullptr)
-            ::CloseHandle(m_hWorker);
-    }
-
     bool Write(const void* pBytes, std::size_t nBytes) override
     {
         const char* pNext = static_cast<const char*>(pBytes);
@@ -51,26 +102,65 @@ public:
         return true;
     }
 
-    std::string WaitForEnd() override
+    std::string TakeOutput(eTestStream /*eStream*/) override { return ""; }
+    bool HasEnded() override { return true; }
+    void End() override {}
+    sWorkerEnd WaitForEnd() override { return {"", false}; }
+
+    CProcessLink(HANDLE hRead, HANDLE hWrite) : m_hRead(hRead), m_hWrite(hWrite) {}
+
+protected:
+    const HANDLE m_hRead;
+    const HANDLE m_hWrite;
+};
+
+// The parent's side.
+class CWorkerLink : public CProcessLink
+{
+public:
+    ~CWorkerLink() override
     {
-        Cut();
+        CWorkerLink::End();
+        SetWorker(nullptr);
+        ::CloseHandle(m_hRead);
+        ::CloseHandle(m_hWrite);
+        ::CloseHandle(m_hWorker);
+    }
+
+    std::string TakeOutput(eTestStream eStream) override
+    {
+        return eStream == eStreamOutput ? m_pOutput->Take() : m_pErrors->Take();
+    }
+
+    bool HasEnded() override { return ::WaitForSingleObject(m_hWorker, 0) == WAIT_OBJECT_0; }
+
+    void End() override { ::TerminateProcess(m_hWorker, 1); }
+
+    sWorkerEnd WaitForEnd() override
+    {
         ::WaitForSingleObject(m_hWorker, INFINITE);
         DWORD dwExit = 0;
         ::GetExitCodeProcess(m_hWorker, &dwExit);
-        return DescribeExit(dwExit);
+        const std::lock_guard<std::mutex> oGuard(s_oRequestMutex);
+        if (s_szAsked != nullptr)
+            return {s_szAsked, true};
+        return {DescribeExit(dwExit), false};
     }
 
-    CProcessLink(HANDLE hRead, HANDLE hWrite, HANDLE hWorker) : m_hRead(hRead), m_hWrite(hWrite), m_hWorker(hWorker) {}
+    CWorkerLink(HANDLE hRead, HANDLE hWrite, HANDLE hWorker, std::unique_ptr<COutputKeeper> pOutput,
+                std::unique_ptr<COutputKeeper> pErrors)
+        : CProcessLink(hRead, hWrite), m_hWorker(hWorker), m_pOutput(std::move(pOutput)), m_pErrors(std::move(pErrors))
+    {
+        SetWorker(hWorker);
+    }
 
 private:
-    void Cut()
+    void SetWorker(HANDLE hWorker)
     {
-        for (HANDLE* phEnd : {&m_hRead, &m_hWrite})
-        {
-            if (*phEnd != nullptr)
-                ::CloseHandle(*phEnd);
-            *phEnd = nullptr;
-        }
+        const std::lock_guard<std::mutex> oGuard(s_oRequestMutex);
+        s_hWorker = hWorker;
+        if (s_szAsked != nullptr && hWorker != nullptr) // in the moment before the worker was known
+            End();
     }
 
     static std::string DescribeExit(DWORD dwExit)
@@ -101,9 +191,9 @@ private:
         }
     }
 
-    HANDLE m_hRead;
-    HANDLE m_hWrite;
     const HANDLE m_hWorker;
+    const std::unique_ptr<COutputKeeper> m_pOutput;
+    const std::unique_ptr<COutputKeeper> m_pErrors;
 };
 
 // Makes a pipe of which the worker inherits one end.
@@ -138,21 +228,30 @@ void EndByAbort(int /*nSignal*/)
     ::TerminateProcess(::GetCurrentProcess(), CALLED_ABORT);
 }
 
-// Ends the worker with the status of an interrupt, as the system's own handler does not do so everywhere.
-BOOL WINAPI EndByInterrupt(DWORD dwEvent)
+// The worker leaves every request of the user to the parent, which then ends it.
+BOOL WINAPI LeaveRequestToParent(DWORD /*dwEvent*/)
 {
-    if (dwEvent == CTRL_C_EVENT)
-        ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(STATUS_CONTROL_C_EXIT));
-    return FALSE;
+    return TRUE;
 }
 
-BOOL WINAPI OnInterrupt(DWORD dwEvent)
+// The first request ends the worker, and the second one this process.
+BOOL WINAPI EndWorkerOnRequest(DWORD dwEvent)
 {
-    static LONG s_lInterrupts = 0;
-    return dwEvent == CTRL_C_EVENT && ::InterlockedIncrement(&s_lInterrupts) == 1;
+    {
+        const std::lock_guard<std::mutex> oGuard(s_oRequestMutex);
+        if (s_szAsked != nullptr)
+            return FALSE;
+        s_szAsked = dwEvent == CTRL_C_EVENT ? "was interrupted" : "was terminated";
+        if (s_hWorker != nullptr)
+            ::TerminateProcess(s_hWorker, 1);
+    }
+    // The system ends this process when the handler of these events returns; the reports are written before that.
+    if (dwEvent != CTRL_C_EVENT && dwEvent != CTRL_BREAK_EVENT)
+        ::Sleep(INFINITE);
+    return TRUE;
 }
 
-bool StartProcess(PROCESS_INFORMATION& oProcess)
+bool StartProcess(PROCESS_INFORMATION& oProcess, HANDLE hOutput, HANDLE hErrors)
 {
     char szProgram[MAX_PATH] = "";
     ::GetModuleFileNameA(nullptr, szProgram, sizeof(szProgram));
@@ -161,8 +260,8 @@ bool StartProcess(PROCESS_INFORMATION& oProcess)
     oStartup.cb = sizeof(oStartup);
     oStartup.dwFlags = STARTF_USESTDHANDLES;
     oStartup.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
-    oStartup.hStdOutput = ::GetStdHandle(STD_OUTPUT_HANDLE);
-    oStartup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
+    oStartup.hStdOutput = hOutput;
+    oStartup.hStdError = hErrors;
     return ::CreateProcessA(szProgram, &sCommandLine[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr, &oStartup,
                             &oProcess) != 0;
 }
@@ -171,6 +270,15 @@ bool StartProcess(PROCESS_INFORMATION& oProcess)
 bool IsTerminal(std::FILE* pStream)
 {
     return ::_isatty(::_fileno(pStream)) != 0;
+}
+
+std::size_t WidthOfTerminal(std::FILE* pStream)
+{
+    CONSOLE_SCREEN_BUFFER_INFO oInfo = {};
+    const HANDLE hConsole = reinterpret_cast<HANDLE>(::_get_osfhandle(::_fileno(pStream)));
+    return ::GetConsoleScreenBufferInfo(hConsole, &oInfo) && oInfo.srWindow.Right > oInfo.srWindow.Left
+               ? static_cast<std::size_t>(oInfo.srWindow.Right - oInfo.srWindow.Left + 1)
+               : 80;
 }
 
 const void* LoadSharedLibrary(const std::string& sFile, std::string& sReason)
@@ -194,30 +302,27 @@ bool StandInOneModule(const void* pOne, const void* pOther)
            ::GetModuleHandleExA(dwFlags, static_cast<LPCSTR>(pOther), &aModules[1]) && aModules[0] == aModules[1];
 }
 
-void SendOutputToErrors()
-{
-    std::fflush(stdout);
-    ::_dup2(::_fileno(stderr), ::_fileno(stdout));
-}
-
 std::unique_ptr<ITOVProcessLink> StartWorker(char** /*aszArguments*/)
 {
     HANDLE hRead = nullptr, hWorkerWrite = nullptr, hWorkerRead = nullptr, hWrite = nullptr;
     MakePipe(hRead, hWorkerWrite, hRead);
     MakePipe(hWorkerRead, hWrite, hWrite);
+    std::unique_ptr<COutputKeeper> pOutput(new COutputKeeper);
+    std::unique_ptr<COutputKeeper> pErrors(new COutputKeeper);
+    static const BOOL s_bRequests = ::SetConsoleCtrlHandler(&EndWorkerOnRequest, TRUE);
+    static_cast<void>(s_bRequests);
     std::fflush(nullptr);
     ::SetEnvironmentVariableA(VARIABLE, (ToText(hWorkerRead) + "," + ToText(hWorkerWrite)).c_str());
     PROCESS_INFORMATION oProcess = {};
-    const bool bStarted = StartProcess(oProcess);
+    const bool bStarted = StartProcess(oProcess, pOutput->ForProcess(), pErrors->ForProcess());
     ::SetEnvironmentVariableA(VARIABLE, nullptr);
     ::CloseHandle(hWorkerRead);
     ::CloseHandle(hWorkerWrite);
-    std::unique_ptr<ITOVProcessLink> pLink(new CProcessLink(hRead, hWrite, oProcess.hProcess));
     if (!bStarted)
         throw std::runtime_error("no second process");
     ::CloseHandle(oProcess.hThread);
-    ::SetConsoleCtrlHandler(&OnInterrupt, TRUE);
-    return pLink;
+    return std::unique_ptr<ITOVProcessLink>(
+        new CWorkerLink(hRead, hWrite, oProcess.hProcess, std::move(pOutput), std::move(pErrors)));
 }
 
 std::unique_ptr<ITOVProcessLink> FindParent()
@@ -235,11 +340,13 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     ::SetUnhandledExceptionFilter(&EndByFault);
     std::signal(SIGABRT, &EndByAbort);
-    ::SetConsoleCtrlHandler(&EndByInterrupt, TRUE);
+    ::SetConsoleCtrlHandler(&LeaveRequestToParent, TRUE);
     // This much is enough for the filter after a stack overflow.
     ULONG ulReserve = 32768;
     ::SetThreadStackGuarantee(&ulReserve);
-    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(hRead, hWrite, nullptr));
+    // What a case writes is not lost if it then crashes. The runtime has no buffer for single lines.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(hRead, hWrite));
 }
 
 void EndWorker()
