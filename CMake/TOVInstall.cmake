@@ -62,7 +62,8 @@ install(CODE "
 # CMake: find_package(TOVKernel), then link TOVKernel::TOVKernel.
 install(EXPORT TOVKernelTargets NAMESPACE TOVKernel:: DESTINATION "${TOV_INSTALL_CONFIG}" COMPONENT Development)
 file(WRITE "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake"
-     "include(\"\${CMAKE_CURRENT_LIST_DIR}/TOVKernelTargets.cmake\")\n")
+     "include(\"\${CMAKE_CURRENT_LIST_DIR}/TOVKernelTargets.cmake\")\n"
+     "include(\"\${CMAKE_CURRENT_LIST_DIR}/TOVDiscoverTests.cmake\" OPTIONAL)\n")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/TOVKernelConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake" "${PROJECT_BINARY_DIR}/TOVKernelConfigVersion.cmake"
         DESTINATION "${TOV_INSTALL_CONFIG}" COMPONENT Development)

@@ -46,9 +46,6 @@ public:
     // Presses Ctrl and C, which asks the program to stop.
     void PressInterruptKeys();
 
-    // Asks the program to end, in the way in which the system does so apart from those keys.
-    void AskToEnd();
-
     // Ends the program at once; it cannot prevent that.
     void Kill();
 

@@ -110,19 +110,6 @@ TEST_F(HostTerminalTest, ShowsNoProgressBetweenTheLinesOfAProtocol)
     EXPECT_EQ((tLines{"TAP version 13", "1..3", "ok 1 - Waiting.before"}), oRun.aDuring);
 }
 
-TEST_F(HostTerminalTest, ReportsWhatRanWhenItIsAskedToEnd)
-{
-    const CTempFolder oFolder;
-    const std::string sXml = oFolder.File("report.xml");
-    const sTerminalRun oRun = RunOnTerminal(Waiting({"--junit", sXml, "--keep-going"}), "[2/3] ",
-                                            [](CTerminal& oTerminal) { oTerminal.AskToEnd(); });
-
-    EXPECT_EQ(3, oRun.nExitCode);
-    EXPECT_TRUE(Contains(ReadWholeFile(sXml), "<error message=\"was terminated\""));
-    EXPECT_TRUE(Contains(ReadWholeFile(sXml), "<testcase name=\"after\""));
-    EXPECT_TRUE(EndsWith(ReadWholeFile(sXml), "</testsuites>\n"));
-}
-
 TEST_F(HostTerminalTest, ShortensTheLineForANarrowWindow)
 {
     CTerminal oTerminal(Waiting({}), 40);

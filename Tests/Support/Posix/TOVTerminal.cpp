@@ -171,11 +171,6 @@ void CTerminal::PressInterruptKeys()
         throw std::runtime_error("the keys cannot be pressed");
 }
 
-void CTerminal::AskToEnd()
-{
-    ::kill(m_pState->nProcess, SIGTERM);
-}
-
 void CTerminal::Kill()
 {
     if (!m_pState->bEnded)

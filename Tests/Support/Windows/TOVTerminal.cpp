@@ -87,11 +87,6 @@ std::string NameOfColour(WORD wAttribute, WORD wUsual)
     }
 }
 
-BOOL WINAPI IgnoreRequest(DWORD /*dwEvent*/)
-{
-    return TRUE;
-}
-
 sShownLine ReadLine(const CConsole& oConsole, SHORT nLine)
 {
     std::string sLine(WIDTH, ' ');
@@ -122,13 +117,11 @@ CTerminal::CTerminal(const sProgram& oProgram, int nColumns) : m_pState(new sSta
 {
     // This program hears the keys as well. It ignores them only now, because the other one would have inherited that.
     ::SetConsoleCtrlHandler(nullptr, TRUE);
-    ::SetConsoleCtrlHandler(&IgnoreRequest, TRUE);
 }
 
 CTerminal::~CTerminal()
 {
     Kill();
-    ::SetConsoleCtrlHandler(&IgnoreRequest, FALSE);
     ::SetConsoleCtrlHandler(nullptr, FALSE);
 }
 
@@ -168,12 +161,6 @@ void CTerminal::PressInterruptKeys()
 {
     if (!::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0))
         throw std::runtime_error("the keys cannot be pressed");
-}
-
-void CTerminal::AskToEnd()
-{
-    if (!::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0))
-        throw std::runtime_error("the program cannot be asked to end");
 }
 
 void CTerminal::Kill()
