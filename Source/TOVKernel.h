@@ -78,3 +78,4 @@
 #include <Test/TOVTestSuiteFactory.h>
 #include <Test/TOVTestText.h>
 #include <Test/TOVTestTracker.h>
+#include <Test/TOVTestValue.h>

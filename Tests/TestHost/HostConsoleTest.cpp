@@ -68,7 +68,7 @@ TEST(HostConsoleTest, ShowsWhatWasThrownAndWhatWasSaidByHand)
                                       "           thrown: nothing\n" +
                                       sFile +
                                       "23: throw std::runtime_error(\"other\") throws std::logic_error\n"
-                                      "           thrown: another exception\n" +
+                                      "           thrown: another exception: other\n" +
                                       sFile +
                                       "24: throw 1 throws nothing\n"
                                       "           thrown: an exception\n"

@@ -2,9 +2,16 @@
 #include "TestHost/HostInstruments.h"
 
 #include <TestHost/TOVTestEventListener.h>
+#include <TestHost/TOVTestException.h>
 #include <TestHost/TOVTestRecorder.h>
 #include <TestHost/TOVTestSelection.h>
 #include <TestHost/TOVTestText.h>
+
+#include <Debug/TOVDebug.h>
+#include <Debug/TOVException.h>
+#include <Test/TOVTestChecks.h>
+
+#include <stdexcept>
 
 using namespace TOVTestHost;
 
@@ -131,4 +138,32 @@ TEST(CTOVTestEventListenerTest, TakesMissingTextsAsEmptyOnes)
     ASSERT_EQ(2u, aNotes.size());
     EXPECT_EQ("", aNotes[0].sMessage);
     EXPECT_EQ(" == ", aNotes[1].sMessage);
+}
+
+// What a check that expects no exception shows of one.
+static std::string ThrownBy(const std::function<void()>& fnThrow)
+{
+    const CTOVCheckListener oChecks;
+    CTOVTestRecorder oRecorder;
+    CTOVTestEventListener oListener(oRecorder, &oChecks);
+    oRecorder.OnEnterSuite({"Suite", "", 0});
+    oRecorder.OnEnterCase({"one", "", 0});
+    try
+    {
+        fnThrow();
+    }
+    catch (...)
+    {
+        oListener.FailedAssertThrowsNot("file", 1, "x");
+    }
+    return oRecorder.GetRecord().aSuites[0].aCases[0].aNotes.at(0).aValues.at(0).second;
+}
+
+TEST(CTOVTestEventListenerTest, ShowsWhatWasThrown)
+{
+    EXPECT_EQ("an exception: no such city", ThrownBy([] { throw std::runtime_error("no such city"); }));
+    EXPECT_EQ("an exception: exception of class 5, code 0x12",
+              ThrownBy([] { throw CTOVException(CTOVException::eClassFile, 0x12); }));
+    EXPECT_EQ(0u, ThrownBy([] { TOV_ASSERT(1 > 2); }).find("an exception: failed check 1 > 2 ("));
+    EXPECT_EQ("an exception", ThrownBy([] { throw 1; }));
 }

@@ -1,5 +1,7 @@
 #include <TestHost/TOVTestEventListener.h>
 
+#include <TestHost/TOVTestException.h>
+
 #include <Test/TOVTestCase.h>
 #include <Test/TOVTestSuite.h>
 
@@ -29,8 +31,16 @@ sTestPlace PlaceOf(const TOVTest::CTOVTestCase& oTestCase)
     return {TextOf(oTestCase.GetDescription()), TextOf(oTestCase.GetFileName()), oTestCase.GetLine()};
 }
 
-CTOVTestEventListener::CTOVTestEventListener(ITOVTestEvents& oEvents) : m_oEvents(oEvents)
+CTOVTestEventListener::CTOVTestEventListener(ITOVTestEvents& oEvents, const CTOVCheckListener* pChecks)
+    : m_oEvents(oEvents), m_pChecks(pChecks)
 {
+}
+
+// Returns a text such as "an exception: no such city".
+std::string CTOVTestEventListener::Thrown(const char* szAny) const
+{
+    const std::string sKnown = DescribeHandledException(m_pChecks);
+    return sKnown.empty() ? szAny : std::string(szAny) + ": " + sKnown;
 }
 
 void CTOVTestEventListener::EnterEnvironment()
@@ -120,14 +130,14 @@ void CTOVTestEventListener::FailedAssertThrows(const char* szFile, long lLine, c
 {
     sTestNote oNote =
         Failure("FailedAssertThrows", szFile, lLine, TextOf(szExpression) + " throws " + TextOf(szException));
-    oNote.aValues = {{"thrown", bOtherException ? "another exception" : "nothing"}};
+    oNote.aValues = {{"thrown", bOtherException ? Thrown("another exception") : "nothing"}};
     m_oEvents.OnNote(oNote);
 }
 
 void CTOVTestEventListener::FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression)
 {
     sTestNote oNote = Failure("FailedAssertThrowsNot", szFile, lLine, TextOf(szExpression) + " throws nothing");
-    oNote.aValues = {{"thrown", "an exception"}};
+    oNote.aValues = {{"thrown", Thrown("an exception")}};
     m_oEvents.OnNote(oNote);
 }
 } // namespace TOVTestHost

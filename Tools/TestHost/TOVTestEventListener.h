@@ -6,6 +6,8 @@
 
 namespace TOVTestHost
 {
+class CTOVCheckListener;
+
 // Pass it to CTOVSimpleTestRunner::AddListener. It does not own the receiver. It never sends a plan or an early end, as
 // the framework has no such events.
 class CTOVTestEventListener : public TOVTest::CTOVTestListener
@@ -33,10 +35,14 @@ public:
                             bool bOtherException) override;
     void FailedAssertThrowsNot(const char* szFile, long lLine, const char* szExpression) override;
 
-    explicit CTOVTestEventListener(ITOVTestEvents& oEvents);
+    // If pChecks is not null, it tells of failed checks that were thrown. It is not owned.
+    explicit CTOVTestEventListener(ITOVTestEvents& oEvents, const CTOVCheckListener* pChecks = nullptr);
 
 private:
+    std::string Thrown(const char* szAny) const;
+
     ITOVTestEvents& m_oEvents;
+    const CTOVCheckListener* m_pChecks;
 };
 
 // These return the name and the place of a suite or a case.

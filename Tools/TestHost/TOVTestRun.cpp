@@ -1,13 +1,11 @@
 #include <TestHost/TOVTestRun.h>
 
 #include <TestHost/TOVTestEventListener.h>
+#include <TestHost/TOVTestException.h>
 #include <TestHost/TOVTestSystem.h>
 
-#include <Debug/TOVDebugServer.h>
-#include <Debug/TOVException.h>
 #include <Test/TOVSimpleTestRunner.h>
 
-#include <cstdio>
 #include <set>
 #include <stdexcept>
 
@@ -15,57 +13,11 @@ namespace TOVTestHost
 {
 namespace
 {
-// Keeps the last failed check, as its exception does not contain it.
-class CCheckListener : public TOVDebug::ITOVLogListener
-{
-public:
-    void OnStartup() override {}
-    void OnClosedown() override {}
-    void OnLogV(const char*, unsigned long, eTOVDebugSeverity, const char*, va_list) override {}
-    void OnPanicV(const char*, unsigned long, const char*, va_list) override {}
-    void SetApplicationName(const char*) override {}
-    void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) override
-    {
-        m_sCheck = std::string(szExpression) + " (" + szFile + ":" + std::to_string(ulLine) + ")";
-    }
-
-    CCheckListener() { TOVDebug::CTOVDebugServer::Instance().Register(this); }
-    ~CCheckListener() { TOVDebug::CTOVDebugServer::Instance().Unregister(this); }
-    CCheckListener(const CCheckListener&) = delete;
-    CCheckListener& operator=(const CCheckListener&) = delete;
-
-    const std::string& LastCheck() const { return m_sCheck; }
-
-private:
-    std::string m_sCheck;
-};
-
 // Describes the exception that is being handled: "threw ...".
-std::string DescribeException(const CCheckListener& oChecks)
+std::string DescribeException(const CTOVCheckListener& oChecks)
 {
-    try
-    {
-        throw;
-    }
-    catch (const TOVDebug::CTOVAssertException&)
-    {
-        return "threw past its checks: failed check " + oChecks.LastCheck();
-    }
-    catch (CTOVException& oException)
-    {
-        char szText[80];
-        std::snprintf(szText, sizeof(szText), "threw past its checks: exception of class %d, code 0x%lx",
-                      static_cast<int>(oException.GetClass()), oException.GetCode());
-        return szText;
-    }
-    catch (const std::exception& oException)
-    {
-        return std::string("threw past its checks: ") + oException.what();
-    }
-    catch (...)
-    {
-        return "threw past its checks";
-    }
+    const std::string sKnown = DescribeHandledException(&oChecks);
+    return sKnown.empty() ? "threw past its checks" : "threw past its checks: " + sKnown;
 }
 
 void LoadLibraries(const std::vector<std::string>& aLibraries, CTOVTestSelection& oSelection)
@@ -91,8 +43,8 @@ void RunTests(const sTestRun& oRun, ITOVTestEvents& oEvents)
     if (oRun.bListOnly)
         return;
 
-    const CCheckListener oChecks;
-    CTOVTestEventListener oListener(oEvents);
+    const CTOVCheckListener oChecks;
+    CTOVTestEventListener oListener(oEvents, &oChecks);
     TOVTest::CTOVSimpleTestRunner oRunner;
     oRunner.AddListener(oListener);
     try
