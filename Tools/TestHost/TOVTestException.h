@@ -19,8 +19,9 @@ public:
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
     void SetApplicationName(const char* szName) override;
 
-    CTOVCheckListener();
     virtual ~CTOVCheckListener();
+
+    CTOVCheckListener();
     CTOVCheckListener(const CTOVCheckListener&) = delete;
     CTOVCheckListener& operator=(const CTOVCheckListener&) = delete;
 
