@@ -27,11 +27,11 @@ CArchive::CArchive(ITOVStream& oStream, unsigned long long ullSize)
 {
 }
 
-int CArchive::Begin(int nVersion)
+int CArchive::Begin(int nNewest, int nWritten)
 {
-    int nFound = nVersion;
+    int nFound = nWritten;
     Number(nFound);
-    if (nFound > nVersion)
+    if (nFound > nNewest)
         throw CCatalogError("was written by a newer version of this program");
     if (nFound < 1)
         throw CCatalogError(DAMAGED);

@@ -21,9 +21,11 @@ public:
     // Makes an archive for reading a file of ullSize bytes.
     CArchive(ITOVStream& oStream, unsigned long long ullSize);
 
-    // Begins a section. Returns its version: nVersion when writing, that of the file when reading. Throws if the
-    // version is newer than nVersion, or has never existed.
-    int Begin(int nVersion);
+    // Begins a section. Returns its version: nWritten when writing, that of the file when reading. Throws if the
+    // version is newer than nNewest, or has never existed.
+    int Begin(int nNewest, int nWritten);
+    int Begin(int nNewest) { return Begin(nNewest, nNewest); }
+
     // szWhenShort is the error message for a file that ends too early.
     void Bytes(void* pBytes, int nSize, const char* szWhenShort);
     void Number(int& nValue);

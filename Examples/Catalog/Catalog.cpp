@@ -29,6 +29,18 @@ int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond)
     return oFirst.oPath.Compare(~oSecond.oPath);
 }
 
+std::string HexOf(const tSha256& aValue)
+{
+    constexpr char DIGITS[] = "0123456789abcdef";
+    std::string sHex;
+    for (const unsigned char cByte : aValue)
+    {
+        sHex += DIGITS[cByte >> 4];
+        sHex += DIGITS[cByte & 15];
+    }
+    return sHex;
+}
+
 CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord)
 {
     return JoinPath(oCatalog.aDirectories[oRecord.nDirectory], oRecord.oPath);
@@ -41,6 +53,11 @@ CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
         sJoined = '/';
     AppendPath(sJoined, ~oName);
     return CTOVStringA(sJoined.c_str());
+}
+
+CTOVStringA RelativeTo(const CTOVStringA& oBase, const CTOVStringA& oName)
+{
+    return std::filesystem::path(~oName).has_root_path() ? oName : JoinPath(oBase, oName);
 }
 
 void AppendPath(std::string& sPath, const char* szName)

@@ -1,6 +1,9 @@
 // Declares the data of a catalogue.
 #pragma once
 
+#include "Rare.h"
+#include "Sha256.h"
+
 #include <TOVContainers/TOVArray.h>
 #include <TOVString/TOVStringA.h>
 
@@ -23,6 +26,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// What only some catalogues have of a file.
+struct sFileDetails
+{
+    unsigned long long ullTime = 0; // of the last change, in 100 ns since 1601 (UTC); 0: unknown
+    CRare<tSha256> oSha256;
+};
+
 // Records one file. The path is relative to its directory in the catalogue's list, with '/' between the components.
 struct sFileRecord
 {
@@ -30,6 +40,12 @@ struct sFileRecord
     unsigned long long ullSize = 0;
     int nDirectory = 0;
     tDword dwCrc = 0; // CRC-32, the same as in zip and PNG
+    CRare<sFileDetails> oDetails;
+
+    unsigned long long GetTime() const { return oDetails.Get() != nullptr ? oDetails.Get()->ullTime : 0; }
+
+    // Returns null if the value is not known.
+    const tSha256* GetSha256() const { return oDetails.Get() != nullptr ? oDetails.Get()->oSha256.Get() : nullptr; }
 };
 
 // A list of names or patterns. They stand in one block, since a damaged or hostile catalogue can have millions of them.
@@ -59,11 +75,17 @@ struct sCatalog
 {
     CNameList aDirectories;        // as given on the command line
     CNameList aPatterns;           // empty: every file
+    CNameList aExcludes;           // patterns of what is left out
+    bool bTimes = false;           // the records have the times of their files
+    bool bSha256 = false;          // they have SHA-256 besides CRC-32
     CTOVArray<sFileRecord> aFiles; // sorted by CompareRecords
 };
 
 // Compares the directories, then the paths by their bytes. Returns a number below 0, 0 or a number above 0.
 int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond);
+
+// Converts a value to 64 lower-case hexadecimal digits.
+std::string HexOf(const tSha256& aValue);
 
 // Returns the name under which a record's file is opened.
 CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
@@ -72,6 +94,9 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 // path, unless it is empty, in the same way.
 CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);
 void AppendPath(std::string& sPath, const char* szName);
+
+// Joins the two unless the name is absolute.
+CTOVStringA RelativeTo(const CTOVStringA& oBase, const CTOVStringA& oName);
 
 // Returns the name to which a link leads, over any further links, even if nothing has that name. Any other name is
 // returned unchanged. Throws CCatalogError for a link that leads to itself, or that the system does not allow to

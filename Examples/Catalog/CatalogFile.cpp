@@ -21,6 +21,9 @@
 //     number of files, each a section, version 2:  directory, path, size low, size high, CRC-32
 //     CRC-32 of all bytes so far and a zero byte after them
 //
+// A catalogue that holds more has the next versions of these sections: the first also has the number of excludes, each
+// a text, and the sum of eKept values. With any of them, the files' sections, version 3, also have what they stand for.
+//
 // Version 2 ends in the CRC-32 of all bytes so far. All files that end in their own CRC-32 have the same CRC-32, so
 // that one such catalogue could replace another one of the same size unnoticed.
 //
@@ -30,13 +33,22 @@
 namespace
 {
 constexpr int CATALOG_VERSION = 3;
-constexpr int SELECTION_VERSION = 1;
-constexpr int RECORD_VERSION = 2;
+constexpr int SELECTION_VERSION = 2;
+constexpr int RECORD_VERSION = 3;
+
+// What the records have besides size and CRC-32.
+enum eKept
+{
+    eKeptTimes = 1,
+    eKeptSha256 = 2
+};
 
 // The smallest numbers of bytes: a text has a length and a byte; a record has such a text and its numbers.
 constexpr int SMALLEST_TEXT = 5;
 constexpr int SMALLEST_RECORD = SMALLEST_TEXT + 20;
 constexpr int SMALLEST_RECORD_OF_VERSION_1 = SMALLEST_TEXT + 12;
+constexpr int TIME_SIZE = 8;
+constexpr int SHA256_SIZE = static_cast<int>(std::tuple_size<tSha256>::value);
 
 constexpr char ASSIGN[] = "catalog";
 
@@ -76,11 +88,22 @@ int SerializeNames(CArchive& oArchive, CNameList& aNames, bool bKeep)
 }
 
 // Returns the number of directories.
-int SerializeSelection(CArchive& oArchive, sCatalog& oCatalog, bool bKeep)
+int SerializeSelection(CArchive& oArchive, int nCatalogVersion, sCatalog& oCatalog, bool bKeep)
 {
-    oArchive.Begin(SELECTION_VERSION);
+    const bool bPlain = oCatalog.aExcludes.IsEmpty() && !oCatalog.bTimes && !oCatalog.bSha256;
+    const int nVersion = oArchive.Begin(nCatalogVersion >= 3 ? SELECTION_VERSION : 1, bPlain ? 1 : SELECTION_VERSION);
     const int nDirectories = SerializeNames(oArchive, oCatalog.aDirectories, bKeep);
     SerializeNames(oArchive, oCatalog.aPatterns, bKeep);
+    if (nVersion >= 2)
+    {
+        SerializeNames(oArchive, oCatalog.aExcludes, bKeep);
+        int nKept = (oCatalog.bTimes ? eKeptTimes : 0) + (oCatalog.bSha256 ? eKeptSha256 : 0);
+        oArchive.Number(nKept);
+        if ((nKept & ~(eKeptTimes | eKeptSha256)) != 0)
+            throw CCatalogError("was written by a newer version of this program");
+        oCatalog.bTimes = (nKept & eKeptTimes) != 0;
+        oCatalog.bSha256 = (nKept & eKeptSha256) != 0;
+    }
     return nDirectories;
 }
 
@@ -92,25 +115,55 @@ int SerializeOnlyDirectory(CArchive& oArchive, sCatalog& oCatalog)
     return 1;
 }
 
-// The second version of catalogues and that of records came together: both have directories and sizes of 64 bits.
-void SerializeRecord(CArchive& oArchive, int nCatalogVersion, sFileRecord& oRecord)
+// Returns the version of all records: the second version of catalogues and that of records came together, with
+// directories and sizes of 64 bits.
+int RecordVersion(int nCatalogVersion, const sCatalog& oCatalog)
 {
-    const int nVersion = oArchive.Begin(RECORD_VERSION);
-    if ((nVersion >= 2) != (nCatalogVersion >= 2))
+    if (nCatalogVersion < 2)
+        return 1;
+    return oCatalog.bTimes || oCatalog.bSha256 ? RECORD_VERSION : 2;
+}
+
+int SmallestRecord(int nVersion, const sCatalog& oCatalog)
+{
+    if (nVersion < 2)
+        return SMALLEST_RECORD_OF_VERSION_1;
+    return SMALLEST_RECORD + (oCatalog.bTimes ? TIME_SIZE : 0) + (oCatalog.bSha256 ? SHA256_SIZE : 0);
+}
+
+void LongNumber(CArchive& oArchive, unsigned long long& ullValue)
+{
+    tDword dwLow = static_cast<tDword>(ullValue);
+    tDword dwHigh = static_cast<tDword>(ullValue >> 32);
+    oArchive.Word(dwLow);
+    oArchive.Word(dwHigh);
+    ullValue = static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
+}
+
+void SerializeRecord(CArchive& oArchive, int nExpectedVersion, const sCatalog& oCatalog, sFileRecord& oRecord)
+{
+    const int nVersion = oArchive.Begin(RECORD_VERSION, nExpectedVersion);
+    if (nVersion != nExpectedVersion)
         throw CCatalogError("is damaged: it describes a file as another version does");
     if (nVersion >= 2)
         oArchive.Number(oRecord.nDirectory);
 
     oArchive.Text(oRecord.oPath);
 
-    tDword dwLow = static_cast<tDword>(oRecord.ullSize);
-    tDword dwHigh = static_cast<tDword>(oRecord.ullSize >> 32);
-    oArchive.Word(dwLow);
     if (nVersion >= 2)
-        oArchive.Word(dwHigh);
-    oRecord.ullSize = static_cast<unsigned long long>(dwHigh) << 32 | dwLow;
+        LongNumber(oArchive, oRecord.ullSize);
+    else
+    {
+        tDword dwSize = static_cast<tDword>(oRecord.ullSize);
+        oArchive.Word(dwSize);
+        oRecord.ullSize = dwSize;
+    }
 
     oArchive.Word(oRecord.dwCrc);
+    if (oCatalog.bTimes)
+        LongNumber(oArchive, oRecord.oDetails.Make().ullTime);
+    if (oCatalog.bSha256)
+        oArchive.Bytes(oRecord.oDetails.Make().oSha256.Make().data(), SHA256_SIZE, "is truncated");
 }
 
 // Writes or reads a catalogue by one sequence of calls. Each record that is not kept is passed to fnVisit.
@@ -124,11 +177,12 @@ void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool
         throw CCatalogError("is no catalogue");
 
     const int nVersion = oArchive.Begin(CATALOG_VERSION);
-    const int nDirectories = nVersion >= 2 ? SerializeSelection(oArchive, oCatalog, bKeepSelection)
+    const int nDirectories = nVersion >= 2 ? SerializeSelection(oArchive, nVersion, oCatalog, bKeepSelection)
                                            : SerializeOnlyDirectory(oArchive, oCatalog);
-    const int nSmallest = nVersion >= 2 ? SMALLEST_RECORD : SMALLEST_RECORD_OF_VERSION_1;
+    const int nRecordVersion = RecordVersion(nVersion, oCatalog);
+    const int nSmallest = SmallestRecord(nRecordVersion, oCatalog);
     PassEach(oArchive, oCatalog.aFiles, nSmallest, bKeepRecords, [&](sFileRecord& oRecord) {
-        SerializeRecord(oArchive, nVersion, oRecord);
+        SerializeRecord(oArchive, nRecordVersion, oCatalog, oRecord);
         if (oRecord.nDirectory < 0 || oRecord.nDirectory >= nDirectories)
             throw CCatalogError("is damaged: it names a file without a place");
         if (!bKeepRecords)
@@ -243,9 +297,9 @@ sCatalog LoadCatalog(const CTOVStringA& oName)
     return LoadNamed(oName, true, &IgnoreRecord);
 }
 
-void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
+sCatalog VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
 {
-    LoadNamed(oName, false, fnVisit);
+    return LoadNamed(oName, false, fnVisit);
 }
 
 void RequireReplaceable(const CTOVStringA& oName)

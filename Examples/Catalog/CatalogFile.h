@@ -10,10 +10,10 @@
 sCatalog LoadCatalog(const CTOVStringA& oName);
 
 // Reads a catalogue in the same way and passes its records to fnVisit one by one, in their order, together with a
-// catalogue that has the directories and patterns only. Keeps no records. The first call is made only after the whole
-// file has been checked.
+// catalogue that has everything but the records, and is returned at the end. Keeps no records. The first call is made
+// only after the whole file has been checked.
 typedef std::function<void(const sCatalog&, const sFileRecord&)> tRecordVisitor;
-void VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit);
+sCatalog VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit);
 
 // Throws CCatalogError if something has this name that SaveCatalog does not replace: anything that is not a file, and a
 // read-only file.

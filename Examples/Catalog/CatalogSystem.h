@@ -72,4 +72,7 @@ void CatchEndSignals(void (*pfHandler)(int));
 // Lets a write to a closed pipe fail. Otherwise such a write ends the program where the system does that.
 void IgnoreClosedPipes();
 
+// Lets a file have the line ends that are written, also where the system has others.
+void KeepLineEnds(std::FILE* pFile);
+
 bool IsTerminal(std::FILE* pFile);

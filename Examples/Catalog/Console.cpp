@@ -10,6 +10,7 @@
 namespace
 {
 constexpr double BYTES_PER_MEGABYTE = 1000000.0;
+constexpr char32_t REPLACEMENT = 0xfffd;
 
 // Returns whether a terminal shows a character as such. The others control it, change the direction of the text, or are
 // not visible at all. Two invisible ones that words need are shown: the joiner and the non-joiner.
@@ -26,6 +27,43 @@ bool IsShown(char32_t cCharacter)
     };
     return std::none_of(std::begin(HIDDEN), std::end(HIDDEN),
                         [&](const auto& oRange) { return oRange.cFirst <= cCharacter && cCharacter <= oRange.cLast; });
+}
+
+// The format has one number.
+void AppendFormatted(std::string& sText, const char* szFormat, unsigned nNumber)
+{
+    char szNumber[16];
+    std::snprintf(szNumber, sizeof(szNumber), szFormat, nNumber);
+    sText += szNumber;
+}
+
+void AppendUtf8(std::string& sText, unsigned nCharacter)
+{
+    if (nCharacter < 0x80)
+    {
+        sText += static_cast<char>(nCharacter);
+        return;
+    }
+    const int nFollowing = nCharacter < 0x800 ? 1 : nCharacter < 0x10000 ? 2 : 3;
+    sText += static_cast<char>((0xff00u >> (nFollowing + 1) & 0xffu) | nCharacter >> (6 * nFollowing));
+    for (int i = nFollowing - 1; i >= 0; --i)
+        sText += static_cast<char>(0x80u | (nCharacter >> (6 * i) & 0x3fu));
+}
+
+void AppendJsonCharacter(std::string& sText, char32_t cCharacter)
+{
+    const unsigned nCharacter = static_cast<unsigned>(cCharacter);
+    if (nCharacter == '"' || nCharacter == '\\')
+        sText += '\\';
+    if (IsShown(cCharacter))
+        AppendUtf8(sText, nCharacter);
+    else if (nCharacter < 0x10000)
+        AppendFormatted(sText, "\\u%04x", nCharacter);
+    else
+    {
+        AppendFormatted(sText, "\\u%04x", 0xd800u + ((nCharacter - 0x10000) >> 10));
+        AppendFormatted(sText, "\\u%04x", 0xdc00u + (nCharacter & 0x3ff));
+    }
 }
 
 double Seconds(std::chrono::steady_clock::duration oTime)
@@ -49,18 +87,55 @@ CTOVStringA Printable(const CTOVStringA& oName)
             p = pEnd;
         }
         for (; p != pEnd; ++p)
-        {
-            char szEscape[5];
-            std::snprintf(szEscape, sizeof(szEscape), "\\x%02x", static_cast<unsigned char>(*p));
-            sShown += szEscape;
-        }
+            AppendFormatted(sShown, "\\x%02x", static_cast<unsigned char>(*p));
     }
     return CTOVStringA(sShown.c_str());
 }
 
-CProgressLine::CProgressLine(long lFiles, unsigned long long ullBytes)
-    : m_bTerminal(IsTerminal(stderr)), m_lFiles(lFiles), m_ullBytes(ullBytes),
-      m_oStart(std::chrono::steady_clock::now())
+std::string JsonText(const CTOVStringA& oName, bool& bExact)
+{
+    bExact = true;
+    std::string sText = "\"";
+    for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0';)
+    {
+        char32_t cCharacter = 0;
+        const int nBytes = ReadCharacter(p, cCharacter);
+        p += std::max(nBytes, 1);
+        if (nBytes == 0)
+        {
+            bExact = false;
+            cCharacter = REPLACEMENT;
+        }
+        AppendJsonCharacter(sText, cCharacter);
+    }
+    return sText + '"';
+}
+
+std::string JsonName(const char* szKey, const CTOVStringA& oName)
+{
+    bool bExact = true;
+    std::string sMembers = std::string("\"") + szKey + "\": " + JsonText(oName, bExact);
+    if (!bExact)
+    {
+        sMembers += std::string(", \"") + szKey + "Bytes\": \"";
+        for (const char* p = ~oName; *p != '\0'; ++p)
+            AppendFormatted(sMembers, "%02x", static_cast<unsigned char>(*p));
+        sMembers += '"';
+    }
+    return sMembers;
+}
+
+std::string JsonNames(const CNameList& aNames)
+{
+    std::string sNames = "[";
+    bool bExact = true;
+    for (long i = 0; i < aNames.GetSize(); ++i)
+        sNames += (i > 0 ? ", " : "") + JsonText(aNames[i], bExact);
+    return sNames + "]";
+}
+
+CProgressLine::CProgressLine(bool bQuiet)
+    : m_bEnabled(!bQuiet && IsTerminal(stderr)), m_oStart(std::chrono::steady_clock::now())
 {
 }
 
@@ -73,20 +148,34 @@ CProgressLine::~CProgressLine()
     }
 }
 
-void CProgressLine::Show(const sChecksumProgress& oProgress)
+void CProgressLine::Show(const sWalkProgress& oProgress)
 {
-    const double dSeconds = Seconds(std::chrono::steady_clock::now() - m_oStart);
-    if (!m_bTerminal || dSeconds < 0.5)
+    if (!IsDue())
         return;
+    CTOVStringA oText;
+    oText.Format("%d files in %d directories found", static_cast<int>(oProgress.lFiles),
+                 static_cast<int>(oProgress.lDirectories));
+    Print(~oText);
+}
 
+void CProgressLine::Show(const sChecksumProgress& oProgress, long lFiles, unsigned long long ullBytes)
+{
+    if (!IsDue())
+        return;
+    const double dSeconds = Seconds(std::chrono::steady_clock::now() - m_oStart);
     const double dPercent =
-        m_ullBytes > 0 ? 100.0 * static_cast<double>(oProgress.ullBytesDone) / static_cast<double>(m_ullBytes) : 100.0;
+        ullBytes > 0 ? 100.0 * static_cast<double>(oProgress.ullBytesDone) / static_cast<double>(ullBytes) : 100.0;
     CTOVStringA oText;
     oText.Format("%d of %d files, %.0f of %.0f MB, %.0f%%, %.1f MB/s", static_cast<int>(oProgress.lFilesDone),
-                 static_cast<int>(m_lFiles), static_cast<double>(oProgress.ullBytesDone) / BYTES_PER_MEGABYTE,
-                 static_cast<double>(m_ullBytes) / BYTES_PER_MEGABYTE, dPercent,
+                 static_cast<int>(lFiles), static_cast<double>(oProgress.ullBytesDone) / BYTES_PER_MEGABYTE,
+                 static_cast<double>(ullBytes) / BYTES_PER_MEGABYTE, dPercent,
                  static_cast<double>(oProgress.ullBytesDone) / BYTES_PER_MEGABYTE / dSeconds);
     Print(~oText);
+}
+
+bool CProgressLine::IsDue() const
+{
+    return m_bEnabled && Seconds(std::chrono::steady_clock::now() - m_oStart) >= 0.5;
 }
 
 void CProgressLine::Print(const char* szText)

@@ -2,31 +2,47 @@
 #pragma once
 
 #include "Checksummer.h"
+#include "TreeWalker.h"
 
 #include <chrono>
+#include <string>
 
 // Returns a name in a form for one line: bytes become \xNN if they are no character of the system's names, and those of
 // control characters, direction marks and other characters that cannot be seen.
 CTOVStringA Printable(const CTOVStringA& oName);
+
+// Returns a name as a JSON string in quotes. Bytes that are no character become U+FFFD, and what a terminal does not
+// show as it is becomes \u and its number. bExact is false if there are such bytes.
+std::string JsonText(const CTOVStringA& oName, bool& bExact);
+
+// Returns members of a JSON object: the name under the key, and if the name has bytes that are no character, its
+// hexadecimal bytes under the key with "Bytes" after it.
+std::string JsonName(const char* szKey, const CTOVStringA& oName);
+
+// Returns a JSON array of names, in which bytes that are no characters are U+FFFD.
+std::string JsonNames(const CNameList& aNames);
 
 // Shows a line with the progress of long work, if standard error is a terminal, after the first half second. The
 // destructor erases the line.
 class CProgressLine
 {
 public:
-    CProgressLine(long lFiles, unsigned long long ullBytes);
+    explicit CProgressLine(bool bQuiet);
     ~CProgressLine();
     CProgressLine(const CProgressLine&) = delete;
     CProgressLine& operator=(const CProgressLine&) = delete;
 
-    void Show(const sChecksumProgress& oProgress);
+    // Returns whether this object may show anything.
+    bool IsEnabled() const { return m_bEnabled; }
+
+    void Show(const sWalkProgress& oProgress);
+    void Show(const sChecksumProgress& oProgress, long lFiles, unsigned long long ullBytes);
 
 private:
+    bool IsDue() const;
     void Print(const char* szText);
 
-    bool m_bTerminal;
-    long m_lFiles;
-    unsigned long long m_ullBytes;
+    bool m_bEnabled;
     std::chrono::steady_clock::time_point m_oStart;
     int m_nWidth = 0;
 };

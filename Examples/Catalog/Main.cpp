@@ -40,7 +40,8 @@ CNameList ToList(const std::vector<std::string>& aTexts)
 std::string DescribeWrongUsage(const CLI::App* pProgram, const CLI::Error& oError)
 {
     const std::string sMistake = oError.what();
-    return ~Printable(ToString(sMistake)) + CLI::FailureMessage::simple(pProgram, oError).substr(sMistake.size());
+    return "tovcatalog: " + std::string(~Printable(ToString(sMistake))) +
+           CLI::FailureMessage::simple(pProgram, oError).substr(sMistake.size());
 }
 
 int DefaultThreads()
@@ -54,8 +55,16 @@ struct sOptions
     std::string sCatalog;
     std::vector<std::string> aDirectories;
     std::vector<std::string> aPatterns;
+    std::vector<std::string> aExcludes;
+    std::string sRelativeTo;
     int nThreads = DefaultThreads();
     bool bAllowEmpty = false;
+    bool bSha256 = false;
+    bool bUpdate = false;
+    bool bQuiet = false;
+    bool bJson = false;
+    bool bSfv = false;
+    bool bSha256Sums = false;
 };
 
 const CLI::Validator& NotEmpty()
@@ -65,15 +74,36 @@ const CLI::Validator& NotEmpty()
     return s_oNotEmpty;
 }
 
-void DefineThreads(CLI::App& oCommand, sOptions& oOptions)
+// A pattern can be given again with its option, which takes one value each time.
+CLI::Option* DefinePatterns(CLI::App& oCommand, const char* szOption, std::vector<std::string>& aPatterns,
+                            const char* szDescription)
+{
+    const CLI::Validator oNotTooLong(
+        [](const std::string& sText) { return sText.size() > LONGEST_NAME ? "is too long" : ""; }, "");
+    return oCommand.add_option(szOption, aPatterns, szDescription)
+        ->allow_extra_args(false)
+        ->check(NotEmpty())
+        ->check(oNotTooLong);
+}
+
+void DefineReading(CLI::App& oCommand, sOptions& oOptions)
 {
     oCommand.add_option("--threads", oOptions.nThreads, "Number of threads that read")->check(CLI::Range(1, 256));
+    oCommand.add_flag("--quiet", oOptions.bQuiet, "No sum at the end and no progress");
+}
+
+void DefineComparing(CLI::App& oCommand, sOptions& oOptions)
+{
+    DefineReading(oCommand, oOptions);
+    oCommand
+        .add_option("--relative-to", oOptions.sRelativeTo,
+                    "The directory from which relative names count, instead of the present one")
+        ->check(NotEmpty());
+    oCommand.add_flag("--json", oOptions.bJson, "Print JSON");
 }
 
 void DefineCreate(CLI::App& oCommand, sOptions& oOptions)
 {
-    const CLI::Validator oNotTooLong(
-        [](const std::string& sText) { return sText.size() > LONGEST_NAME ? "is too long" : ""; }, "");
     oCommand
         .add_option("CATALOG", oOptions.sCatalog,
                     "File to write; replaced only when all went well, and not if read-only")
@@ -83,24 +113,45 @@ void DefineCreate(CLI::App& oCommand, sOptions& oOptions)
         .add_option("DIRECTORY", oOptions.aDirectories, "Directories, each with its subdirectories, up to 200 levels")
         ->required()
         ->check(NotEmpty());
-    oCommand.add_option("--pattern", oOptions.aPatterns, "Only files of such names, with * and ?; may be given again")
-        ->allow_extra_args(false)
-        ->check(NotEmpty())
-        ->check(oNotTooLong);
-    DefineThreads(oCommand, oOptions);
+    DefinePatterns(oCommand, "--pattern", oOptions.aPatterns,
+                   "Only files of such names, with * and ?; may be given again");
+    DefinePatterns(oCommand, "--exclude", oOptions.aExcludes,
+                   "No files and directories of such names; may be given again")
+        ->check(CLI::Validator(
+            [](const std::string& sText) {
+                return sText.find_first_of("/\\") != sText.npos ? "has a separator, and only names are compared" : "";
+            },
+            ""));
+    DefineReading(oCommand, oOptions);
     oCommand.add_flag("--allow-empty", oOptions.bAllowEmpty, "Also write a catalogue without a file");
+    oCommand.add_flag("--sha256", oOptions.bSha256, "SHA-256 besides CRC-32, which shows intentional changes too");
+    oCommand.add_flag(
+        "--update", oOptions.bUpdate,
+        "Keep times of files, and do not read again those with the size and time in the existing catalogue");
 }
 
 void DefineVerify(CLI::App& oCommand, sOptions& oOptions)
 {
     oCommand.add_option("CATALOG", oOptions.sCatalog, "File that create has written")->required()->check(NotEmpty());
-    DefineThreads(oCommand, oOptions);
+    DefineComparing(oCommand, oOptions);
     oCommand.add_flag("--allow-empty", oOptions.bAllowEmpty, "Also verify a catalogue without a file");
+}
+
+void DefineCheck(CLI::App& oCommand, sOptions& oOptions)
+{
+    oCommand.add_option("LIST", oOptions.sCatalog, "An .sfv file, or a file with SHA-256 as sha256sum writes it")
+        ->required()
+        ->check(NotEmpty());
+    DefineComparing(oCommand, oOptions);
 }
 
 void DefineList(CLI::App& oCommand, sOptions& oOptions)
 {
     oCommand.add_option("CATALOG", oOptions.sCatalog, "File that create has written")->required()->check(NotEmpty());
+    CLI::Option* pJson = oCommand.add_flag("--json", oOptions.bJson, "Print JSON");
+    CLI::Option* pSfv = oCommand.add_flag("--sfv", oOptions.bSfv, "Print an .sfv file");
+    oCommand.add_flag("--sha256sums", oOptions.bSha256Sums, "Print a SHA256SUMS file")->excludes(pJson, pSfv);
+    pSfv->excludes(pJson);
 }
 
 int Create(const sOptions& oGiven)
@@ -109,9 +160,34 @@ int Create(const sOptions& oGiven)
     oOptions.oCatalog = ToString(oGiven.sCatalog);
     oOptions.aDirectories = ToList(oGiven.aDirectories);
     oOptions.aPatterns = ToList(oGiven.aPatterns);
+    oOptions.aExcludes = ToList(oGiven.aExcludes);
     oOptions.nThreads = oGiven.nThreads;
+    oOptions.bQuiet = oGiven.bQuiet;
     oOptions.bAllowEmpty = oGiven.bAllowEmpty;
+    oOptions.bSha256 = oGiven.bSha256;
+    oOptions.bUpdate = oGiven.bUpdate;
     return CreateCatalog(oOptions, g_bStop);
+}
+
+sVerifyOptions ToVerifyOptions(const sOptions& oGiven)
+{
+    sVerifyOptions oOptions;
+    oOptions.oName = ToString(oGiven.sCatalog);
+    oOptions.oRelativeTo = ToString(oGiven.sRelativeTo);
+    oOptions.nThreads = oGiven.nThreads;
+    oOptions.bQuiet = oGiven.bQuiet;
+    oOptions.bAllowEmpty = oGiven.bAllowEmpty;
+    oOptions.bJson = oGiven.bJson;
+    return oOptions;
+}
+
+int List(const sOptions& oGiven)
+{
+    const eListForm eForm = oGiven.bJson         ? eListJson
+                            : oGiven.bSfv        ? eListSfv
+                            : oGiven.bSha256Sums ? eListSha256Sums
+                                                 : eListText;
+    return ListCatalog(ToString(oGiven.sCatalog), eForm);
 }
 
 // Returns the status. Throws if the report could not be written.
@@ -125,24 +201,28 @@ int Finish(int nStatus)
 
 int main(int nArguments, char** aszArguments)
 {
-    CLI::App oProgram("Finds changed files, by a catalogue of their sizes and CRC-32 checksums.\n"
+    CLI::App oProgram("Finds changed files, by a catalogue of their sizes and checksums.\n"
                       "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
                       "tovcatalog");
     oProgram.set_version_flag("--version", "tovcatalog " TOV_VERSION);
-    oProgram.require_subcommand(1);
+    oProgram.require_subcommand(0, 1); // none is refused below, so that an unknown one is named
     oProgram.failure_message(DescribeWrongUsage);
     oProgram.allow_windows_style_options(false); // "/data" is a directory on every system
 
     sOptions oOptions;
     CLI::App* pCreate = oProgram.add_subcommand("create", "Write the catalogue of all files below directories");
     CLI::App* pVerify = oProgram.add_subcommand("verify", "Report changed, missing and new files");
-    CLI::App* pList = oProgram.add_subcommand("list", "Print a catalogue");
+    CLI::App* pCheck = oProgram.add_subcommand("check", "Verify the files of another program's list");
+    CLI::App* pList = oProgram.add_subcommand("list", "Print a catalogue, or a list for other programs");
     DefineCreate(*pCreate, oOptions);
     DefineVerify(*pVerify, oOptions);
+    DefineCheck(*pCheck, oOptions);
     DefineList(*pList, oOptions);
     try
     {
         oProgram.parse(nArguments, aszArguments);
+        if (oProgram.get_subcommands().empty())
+            throw CLI::RequiredError("A command (create, verify, check or list)");
     }
     catch (const CLI::ParseError& oError)
     {
@@ -152,15 +232,16 @@ int main(int nArguments, char** aszArguments)
     CatchEndSignals(&StopWork);
     try
     {
-        const CTOVStringA oCatalog = ToString(oOptions.sCatalog);
         if (pCreate->parsed())
         {
             IgnoreClosedPipes(); // the new file must not be left behind
             return Finish(Create(oOptions));
         }
         if (pVerify->parsed())
-            return Finish(VerifyCatalog(oCatalog, oOptions.nThreads, oOptions.bAllowEmpty, g_bStop));
-        return Finish(ListCatalog(oCatalog));
+            return Finish(VerifyCatalog(ToVerifyOptions(oOptions), g_bStop));
+        if (pCheck->parsed())
+            return Finish(CheckList(ToVerifyOptions(oOptions), g_bStop));
+        return Finish(List(oOptions));
     }
     catch (const std::exception& oError)
     {

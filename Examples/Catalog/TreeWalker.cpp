@@ -53,6 +53,8 @@ public:
 
     unsigned long long GetSize() const { return m_oFound.ullSize; }
 
+    unsigned long long GetTime() const { return m_oFound.ullLastWriteTime; }
+
     bool IsDirectory() const { return (m_oFound.ulAttributes & TOVFile::eFileAttributeDirectory) != 0; }
 
     // Devices, pipes and dead links have no attributes.
@@ -183,7 +185,13 @@ void CTreeWalker::ReadLevel(std::size_t nBegin, std::size_t nEnd)
                 Read(oDirectory);
         }
     };
-    if (m_nThreads == 1 || nEnd - nBegin == 1 || !RunWorkers(m_nThreads, fnRead, [] {}))
+    const auto fnTell = [&] {
+        if (m_fnProgress)
+            m_fnProgress({m_lFilesFound, m_lDirectoriesFound});
+    };
+    // A single thread is worth its start only where this one has to tell of it.
+    const int nThreads = nEnd - nBegin == 1 ? 1 : m_nThreads;
+    if ((nThreads == 1 && !m_fnProgress) || !RunWorkers(nThreads, fnRead, fnTell))
         fnRead();
     for (std::size_t n = nBegin; n < nEnd && !m_bStop; ++n)
     {
@@ -209,7 +217,7 @@ void CTreeWalker::AddLevel(std::size_t nBegin, std::size_t nEnd)
     }
 }
 
-void CTreeWalker::Read(sDirectory& oDirectory) const
+void CTreeWalker::Read(sDirectory& oDirectory)
 {
     const std::string sFullPath = FullPath(oDirectory.sRelative);
     std::vector<std::string> aNames; // of the files found, in their order
@@ -246,7 +254,7 @@ void CTreeWalker::Read(sDirectory& oDirectory) const
 }
 
 void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPath, tMatching& aMatching,
-                              std::vector<std::string>& aNames) const
+                              std::vector<std::string>& aNames)
 {
     const CSearchPlace oPlace(sFullPath.c_str());
     CSearch oSearch(JoinPath(oPlace.GetName(), "*.*"));
@@ -254,12 +262,16 @@ void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPa
     if (oDirectory.bUnreadable)
         return;
 
-    const bool bMatchingKnown = FindMatching(oPlace.GetName(), aMatching);
+    tMatching aExcluded;
+    const bool bExcludedKnown = FindMatching(oPlace.GetName(), m_aExcludes, aExcluded);
+    const bool bMatchingKnown = FindMatching(oPlace.GetName(), m_aPatterns, aMatching);
     std::string sName;
     std::string sRelative;
     for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
     {
         oSearch.GetName(sName);
+        if (IsAmong(sName, aExcluded))
+            continue;
         if (oSearch.IsDirectory() && !IsNavigation(sName))
             oDirectory.aSubdirectories.push_back(sName);
         else if (oSearch.IsFile() && IsWanted(sName, aMatching))
@@ -269,20 +281,29 @@ void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPa
             sFileRecord oRecord;
             oRecord.oPath = sRelative.c_str();
             oRecord.ullSize = oSearch.GetSize();
+            if (m_bTimes)
+                oRecord.oDetails.Make().ullTime = oSearch.GetTime();
             oRecord.nDirectory = m_nDirectory;
             oDirectory.aFiles.push_back(oRecord);
             aNames.push_back(sName);
+            if (m_fnProgress)
+                ++m_lFilesFound;
         }
     }
-    oDirectory.bUnreadable = oSearch.HasFailed() || !bMatchingKnown;
+    if (m_fnProgress)
+        ++m_lDirectoriesFound;
+    oDirectory.bUnreadable = oSearch.HasFailed() || !bMatchingKnown || !bExcludedKnown;
 }
 
 bool CTreeWalker::IsWanted(const std::string& sName, const tMatching& aMatching) const
 {
-    bool bWanted = m_aPatterns.IsEmpty();
-    for (const std::set<std::string>& aNames : aMatching)
-        bWanted = bWanted || aNames.count(sName) > 0;
-    return bWanted;
+    return m_aPatterns.IsEmpty() || IsAmong(sName, aMatching);
+}
+
+bool CTreeWalker::IsAmong(const std::string& sName, const tMatching& aMatching)
+{
+    return std::any_of(aMatching.begin(), aMatching.end(),
+                       [&](const std::set<std::string>& aNames) { return aNames.count(sName) > 0; });
 }
 
 bool CTreeWalker::IsExcluded(const std::string& sFullPath, const std::string& sName) const
@@ -304,14 +325,15 @@ bool CTreeWalker::IsExcluded(const std::string& sFullPath, const std::string& sN
     return HasNameOfUnfinishedCatalog(sName.c_str()) && IsUnfinishedCatalog(fnPath());
 }
 
-bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, tMatching& aMatching) const
+bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, const CNameList& aPatterns,
+                               tMatching& aMatching) const
 {
     bool bKnown = true;
     std::string sName;
-    aMatching.resize(static_cast<std::size_t>(m_aPatterns.GetSize()));
-    for (long i = 0; i < m_aPatterns.GetSize(); ++i)
+    aMatching.resize(static_cast<std::size_t>(aPatterns.GetSize()));
+    for (long i = 0; i < aPatterns.GetSize(); ++i)
     {
-        CSearch oSearch(JoinPath(oSearchDirectory, m_aPatterns[i]));
+        CSearch oSearch(JoinPath(oSearchDirectory, aPatterns[i]));
         for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
         {
             oSearch.GetName(sName);

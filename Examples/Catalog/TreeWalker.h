@@ -4,6 +4,7 @@
 #include "Catalog.h"
 
 #include <atomic>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,11 +12,17 @@
 // The names of the files and directories that could not be read.
 typedef CNameList tUnreadable;
 
+struct sWalkProgress
+{
+    long lFiles = 0;
+    long lDirectories = 0;
+};
+
 // Walks one directory with all its subdirectories. It adds a record with path and size, and no checksum yet, for each
 // file that matches one of the patterns; without patterns, every file matches. The records of a walk are sorted by
-// CompareRecords. It skips
-// whatever is neither a file nor a directory, links to directories, and files that interrupted runs have left. A
-// directory that cannot be listed, or not to its end, is added to the unreadable ones, and the walk continues.
+// CompareRecords. It skips whatever is neither a file nor a directory, links to directories, and files that interrupted
+// runs have left. A directory that cannot be listed, or not to its end, is added to the unreadable ones, and the walk
+// continues.
 class CTreeWalker
 {
 public:
@@ -25,6 +32,16 @@ public:
 
     // Adds a file that the walk shall skip: the catalogue itself.
     void Exclude(const CTOVStringA& oName);
+
+    // Sets patterns for the names of files and directories that the walk shall skip, a directory with all that is in
+    // it.
+    void SkipMatching(const CNameList& aExcludes) { m_aExcludes = aExcludes; }
+
+    // Lets the records have the times of their files.
+    void KeepTimes() { m_bTimes = true; }
+
+    // Sets a function that is called about five times a second on the calling thread.
+    void TellProgress(const std::function<void(const sWalkProgress&)>& fnProgress) { m_fnProgress = fnProgress; }
 
     void Walk(int nDirectory, const CTOVStringA& oDirectory);
 
@@ -51,16 +68,17 @@ private:
     std::string FullPath(const std::string& sRelative) const;
     void ReadLevel(std::size_t nBegin, std::size_t nEnd);
     void AddLevel(std::size_t nBegin, std::size_t nEnd);
-    void Read(sDirectory& oDirectory) const;
+    void Read(sDirectory& oDirectory);
     void ReadEntries(sDirectory& oDirectory, const std::string& sFullPath, tMatching& aMatching,
-                     std::vector<std::string>& aNames) const;
+                     std::vector<std::string>& aNames);
     bool IsWanted(const std::string& sName, const tMatching& aMatching) const;
+    static bool IsAmong(const std::string& sName, const tMatching& aMatching);
     bool IsExcluded(const std::string& sFullPath, const std::string& sName) const;
     void CollectFiles(sDirectory& oDirectory);
     void CollectUnreadable(const sDirectory& oDirectory);
 
     // Returns false if a search failed.
-    bool FindMatching(const CTOVStringA& oSearchDirectory, tMatching& aMatching) const;
+    bool FindMatching(const CTOVStringA& oSearchDirectory, const CNameList& aPatterns, tMatching& aMatching) const;
 
     struct sExcluded
     {
@@ -75,6 +93,11 @@ private:
     const int m_nThreads;
     std::vector<sExcluded> m_aExcluded;
     std::vector<bool> m_aMatched;
+    CNameList m_aExcludes;
+    bool m_bTimes = false;
+    std::function<void(const sWalkProgress&)> m_fnProgress;
+    std::atomic<long> m_lFilesFound{0}; // counted only if they are told
+    std::atomic<long> m_lDirectoriesFound{0};
     std::string m_sRoot;
     int m_nDirectory = 0;
     std::vector<sDirectory> m_aTree; // of the walk, level by level

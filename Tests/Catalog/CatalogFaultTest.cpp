@@ -91,7 +91,9 @@ TEST_F(CatalogFaultTest, IsToldByVerifyToo)
     int nStatus = eExitSame;
     {
         const CDirectoryFault oFault(9);
-        nStatus = VerifyCatalog(m_oOptions.oCatalog, 1, false, m_bStop);
+        sVerifyOptions oVerify;
+        oVerify.oName = m_oOptions.oCatalog;
+        nStatus = VerifyCatalog(oVerify, m_bStop);
     }
 
     EXPECT_EQ(eExitDifferences, nStatus);

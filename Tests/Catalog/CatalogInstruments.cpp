@@ -169,7 +169,7 @@ testing::AssertionResult IsWrongUsage(const sRun& oRun)
 std::vector<std::string> Reports(const sRun& oRun)
 {
     std::vector<std::string> aReports;
-    const std::regex oReport("(changed|missing|new|unreadable) +(.*)");
+    const std::regex oReport("(changed|moved|missing|new|unreadable) +(.*)");
     for (const std::string& sLine : Lines(oRun.sOutput))
     {
         std::smatch oMatch;
@@ -265,7 +265,10 @@ sRun CatalogTest::RunHere(const std::string& sCommand) const
     sRun oRun;
     try
     {
-        oRun.nExitCode = sCommand == "list" ? ListCatalog("c.cat") : VerifyCatalog("c.cat", 2, false, bNoStop);
+        sVerifyOptions oVerify;
+        oVerify.oName = "c.cat";
+        oVerify.nThreads = 2;
+        oRun.nExitCode = sCommand == "list" ? ListCatalog("c.cat") : VerifyCatalog(oVerify, bNoStop);
     }
     catch (const CCatalogError& oError)
     {

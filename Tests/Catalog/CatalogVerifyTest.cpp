@@ -95,22 +95,6 @@ TEST_F(CatalogVerifyTest, ReportsAChangeThatKeepsTheChecksumButNotTheSize)
     EXPECT_EQ((tNames{"changed tree/a.txt"}), Reports(Run({"verify", "c.cat"})));
 }
 
-TEST_F(CatalogVerifyTest, ReportsARenamedFileAsMissingAndNew)
-{
-    Create({"c.cat", "tree"});
-    std::filesystem::rename(Path("tree/a.txt"), Path("tree/z.txt"));
-
-    EXPECT_EQ((tNames{"missing tree/a.txt", "new tree/z.txt"}), Reports(Run({"verify", "c.cat"})));
-}
-
-TEST_F(CatalogVerifyTest, ReportsTheFilesOfARenamedDirectory)
-{
-    Create({"c.cat", "tree"});
-    std::filesystem::rename(Path("tree/sub/deep"), Path("tree/other"));
-
-    EXPECT_EQ((tNames{"missing tree/sub/deep/c.doc", "new tree/other/c.doc"}), Reports(Run({"verify", "c.cat"})));
-}
-
 TEST_F(CatalogVerifyTest, ReportsAFileWhosePlaceADirectoryHasTaken)
 {
     Create({"c.cat", "tree"});

@@ -178,6 +178,10 @@ void IgnoreClosedPipes()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
+void KeepLineEnds(std::FILE*)
+{
+}
+
 bool IsTerminal(std::FILE* pFile)
 {
     return ::isatty(::fileno(pFile)) != 0;

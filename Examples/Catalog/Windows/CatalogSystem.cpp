@@ -2,6 +2,7 @@
 
 #include <csignal>
 
+#include <fcntl.h>
 #include <io.h>
 
 #include <windows.h>
@@ -122,6 +123,11 @@ void CatchEndSignals(void (*pfHandler)(int))
 
 void IgnoreClosedPipes()
 {
+}
+
+void KeepLineEnds(std::FILE* pFile)
+{
+    ::_setmode(::_fileno(pFile), _O_BINARY);
 }
 
 bool IsTerminal(std::FILE* pFile)

@@ -1,0 +1,29 @@
+// What stands in for SHA-256 in a program that was built without it.
+#include "Sha256.h"
+
+#include <stdexcept>
+
+struct CSha256::sState
+{
+};
+
+bool HasSha256()
+{
+    return false;
+}
+
+CSha256::CSha256()
+{
+    throw std::runtime_error("SHA-256 is not available");
+}
+
+CSha256::~CSha256() = default;
+
+void CSha256::Add(const void*, std::size_t)
+{
+}
+
+tSha256 CSha256::Finish()
+{
+    return tSha256();
+}
