@@ -11,7 +11,7 @@ void CNameList::Add(const CTOVStringA& oName)
 {
     if (m_ulMostBytes - m_sNames.size() < static_cast<std::size_t>(oName.GetLength()))
         throw CCatalogError("the names of all directories, or all patterns, are too long together");
-    m_sNames += ~oName;
+    m_sNames += TOVStandard::ViewOf(oName);
     m_aEnds.push_back(static_cast<std::uint32_t>(m_sNames.size()));
 }
 

@@ -193,6 +193,7 @@ void CTreeWalker::ReadLevel(std::size_t nBegin, std::size_t nEnd)
     const int nThreads = nEnd - nBegin == 1 ? 1 : m_nThreads;
     if ((nThreads == 1 && !m_fnProgress) || !RunWorkers(nThreads, fnRead, fnTell))
         fnRead();
+    fnTell();
     for (std::size_t n = nBegin; n < nEnd && !m_bStop; ++n)
     {
         if (HasWildcard(FullPath(m_aTree[n].sRelative)))

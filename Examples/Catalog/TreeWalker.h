@@ -40,7 +40,7 @@ public:
     // Lets the records have the times of their files.
     void KeepTimes() { m_bTimes = true; }
 
-    // Sets a function that is called about five times a second on the calling thread.
+    // Sets a function that is called about five times a second, and after each level, on the calling thread.
     void TellProgress(const std::function<void(const sWalkProgress&)>& fnProgress) { m_fnProgress = fnProgress; }
 
     void Walk(int nDirectory, const CTOVStringA& oDirectory);

@@ -43,12 +43,44 @@ TEST_F(CatalogUsageTest, RefusesWrongCommandLines)
         {"list", "good.cat", "good.cat"},
         {"list", "good.cat", "--threads", "2"},
         {"list", "good.cat", "--allow-empty"},
+        {"list", "good.cat", "--json", "--sfv"},
+        {"list", "good.cat", "--json", "--sha256sums"},
+        {"list", "good.cat", "--sfv", "--sha256sums"},
+        {"create", "c.cat", "tree", "--json"},
+        {"create", "c.cat", "--update"},
+        {"verify", "good.cat", "--exclude", "*"},
+        {"verify", "good.cat", "--relative-to"},
+        {"check"},
+        {"check", "good.cat", "--allow-empty"},
     };
 
     for (const std::vector<std::string>& aCommand : aCommands)
     {
         EXPECT_TRUE(IsWrongUsage(Run(aCommand))) << testing::PrintToString(aCommand);
         EXPECT_FALSE(Exists("c.cat")) << testing::PrintToString(aCommand);
+    }
+}
+
+TEST_F(CatalogUsageTest, NamesItselfAndTheWordThatIsWrong)
+{
+    const struct
+    {
+        std::vector<std::string> aCommand;
+        const char* szWord;
+    } aCases[] = {
+        {{"bogus"}, "bogus"},
+        {{"--bogus"}, "--bogus"},
+        {{"list", "good.cat", "bogus"}, "bogus"},
+        {{"create", "c.cat", "tree", "--threads", "bogus"}, "bogus"},
+        {{"verify"}, "CATALOG"},
+        {{}, "create, verify, check or list"},
+    };
+    for (const auto& oCase : aCases)
+    {
+        const sRun oRun = Run(oCase.aCommand);
+        EXPECT_TRUE(IsWrongUsage(oRun)) << oCase.szWord;
+        EXPECT_EQ(0u, oRun.sErrors.find("tovcatalog: ")) << oRun.sErrors;
+        EXPECT_NE(std::string::npos, oRun.sErrors.find(oCase.szWord)) << oRun.sErrors;
     }
 }
 
@@ -113,7 +145,7 @@ TEST_F(CatalogUsageTest, ExplainsItself)
     const sRun oRun = Run({"--help"});
     EXPECT_EQ(0, oRun.nExitCode);
     EXPECT_EQ("", oRun.sErrors);
-    for (const char* szWord : {"create", "verify", "list", "Exit status"})
+    for (const char* szWord : {"create", "verify", "check", "list", "Exit status"})
         EXPECT_NE(std::string::npos, oRun.sOutput.find(szWord)) << szWord;
 
     for (const char* szCommand : {"create", "verify", "list"})

@@ -1,0 +1,120 @@
+// The lists of other programs: what check reads, and what list writes.
+#include "Catalog/CatalogInstruments.h"
+
+#include <cctype>
+
+namespace
+{
+constexpr char SHA256_OF_HELLO[] = "2cf24dba5fb0a30e26e83b2ac5b9e29e1b161e5c1fa7425e73043362938b9824";
+
+class CatalogCheckTest : public CatalogTest
+{
+protected:
+    CatalogCheckTest()
+    {
+        Write("tree/a.txt", "hello");
+        Write("tree/with space", "world");
+    }
+
+    // Checks a list of these bytes.
+    sRun Check(const std::string& sList)
+    {
+        Write("list", sList);
+        return Run({"check", "list"});
+    }
+};
+} // namespace
+
+TEST_F(CatalogCheckTest, ReadsSfvFiles)
+{
+    const sRun oRun = Check("; a comment\n\ntree/a.txt 3610A686\r\ntree/with space \t3a771143  \n");
+
+    EXPECT_EQ(0, oRun.nExitCode) << oRun.sErrors;
+    EXPECT_EQ("2 files, 10 bytes: checked: all unchanged", Summary(oRun));
+}
+
+TEST_F(CatalogCheckTest, ReadsSha256Sums)
+{
+    const std::string sHash = SHA256_OF_HELLO;
+    std::string sUpper = sHash;
+    for (char& c : sUpper)
+        c = static_cast<char>(std::toupper(c));
+
+    for (const std::string& sList : {sHash + "  tree/a.txt\n", sHash + " *tree/a.txt\r\n", sUpper + "  tree/a.txt",
+                                     "# comment\n" + sHash + "  tree/a.txt\n", "SHA256 (tree/a.txt) = " + sHash + "\n",
+                                     "\\" + sHash + "  tree/a.txt\n"})
+    {
+        const sRun oRun = Check(sList);
+        EXPECT_EQ(0, oRun.nExitCode) << sList << oRun.sErrors;
+        EXPECT_EQ("1 file, 5 bytes: checked: all unchanged", Summary(oRun));
+    }
+}
+
+TEST_F(CatalogCheckTest, ReportsEachDifference)
+{
+    Write("tree/a.txt", "HELLO");
+
+    const sRun oRun = Check("tree/a.txt 3610A686\ntree/gone 00000000\ntree 00000000\ntree/with space 3A771143\n");
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"changed tree/a.txt", "missing tree/gone", "unreadable tree"}), Reports(oRun));
+    EXPECT_EQ("4 files, 10 bytes: checked: 1 changed, 1 missing, 0 new, 1 unreadable", Summary(oRun));
+}
+
+TEST_F(CatalogCheckTest, SeesAChangedFileBySha256)
+{
+    EXPECT_EQ((tNames{"changed tree/with space"}),
+              Reports(Check(SHA256_OF_HELLO + std::string("  tree/with space\n"))));
+}
+
+TEST_F(CatalogCheckTest, RefusesWhatIsNoList)
+{
+    const std::string sSum = SHA256_OF_HELLO + std::string("  tree/a.txt\n");
+    EXPECT_TRUE(IsRefused(Check(""), "list names no file"));
+    EXPECT_TRUE(IsRefused(Check("; only\n\n# comments\n"), "list names no file"));
+    for (const std::string& sList : {std::string("tree/a.txt\n"), std::string("3610A686\n"), std::string(" 3610A686\n"),
+                                     std::string("tree/a.txt3610A686\n"), std::string("tree/a.txt 3610A68\n"),
+                                     std::string("tree/a.txt 3610A68G\n"), sSum.substr(1), sSum.substr(0, 66) + "\n",
+                                     "\\" + sSum.substr(0, 66) + "a\\b\n", std::string("SHA256 (tree/a.txt) = 2cf2\n"),
+                                     std::string("TOVCATLG\0\1 \3", 12), std::string("a\0b 3610A686\n", 13),
+                                     std::string(5000, 'n') + " 3610A686\n"})
+        EXPECT_TRUE(IsRefused(Check(sList), "line 1 ")) << sList;
+    EXPECT_TRUE(IsRefused(Check("tree/a.txt 3610A686\n" + sSum), "line 2 "));
+    EXPECT_TRUE(IsRefused(Check(sSum + "tree/a.txt 3610A686\n"), "line 2 "));
+    EXPECT_TRUE(IsRefused(Run({"check", "nowhere"}), "nowhere cannot be read"));
+    EXPECT_TRUE(IsRefused(Run({"check", "tree"}), "tree cannot be read"));
+}
+
+TEST_F(CatalogCheckTest, ReadsWhatListWrites)
+{
+    Create({"c.cat", "tree", "--sha256"});
+    const std::string sSfv = Run({"list", "c.cat", "--sfv"}).sOutput;
+    const std::string sSums = Run({"list", "c.cat", "--sha256sums"}).sOutput;
+
+    EXPECT_EQ("tree/a.txt 3610A686\ntree/with space 3A771143\n", sSfv);
+    EXPECT_EQ(SHA256_OF_HELLO + std::string("  tree/a.txt"), Lines(sSums).at(0));
+    EXPECT_EQ(0, Check(sSfv).nExitCode);
+    EXPECT_EQ(0, Check(sSums).nExitCode);
+}
+
+TEST_F(CatalogCheckTest, IsNotGivenHalfAList)
+{
+    for (const std::string sName : {"line\nend", "return\r", "space "})
+    {
+        Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "a.txt", 5, 0x3610a686}, {0, sName, 1, 1}}));
+        EXPECT_TRUE(IsRefused(Run({"list", "c.cat", "--sfv"}), "which an .sfv file cannot")) << sName;
+    }
+    EXPECT_TRUE(IsRefused(Run({"list", "c.cat", "--sha256sums"}), "c.cat holds no SHA-256"));
+}
+
+TEST_F(CatalogCheckTest, HasEscapedNamesInSha256Sums)
+{
+    // A catalogue with such names as only some systems have.
+    std::string sBytes = "TOVCATLG" + CatalogNumber(3) + CatalogNumber(2) + CatalogNumber(1) + CatalogText("tree") +
+                         CatalogNumber(0) + CatalogNumber(0) + CatalogNumber(2) + CatalogNumber(1) + CatalogNumber(3) +
+                         CatalogNumber(0) + CatalogText("a\nb\\c\rd") + CatalogNumber(0) + CatalogNumber(0) +
+                         CatalogNumber(0) + std::string(32, '\0');
+    Write("c.cat", Sealed(sBytes));
+
+    EXPECT_EQ("\\" + std::string(64, '0') + "  tree/a\\nb\\\\c\\rd\n", Run({"list", "c.cat", "--sha256sums"}).sOutput);
+}
