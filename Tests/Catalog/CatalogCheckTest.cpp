@@ -16,7 +16,14 @@ protected:
         Write("tree/with space", "world");
     }
 
-    // Checks a list of these bytes.
+    // Checks a list of these bytes, in this process.
+    sRun CheckHere(const std::string& sList)
+    {
+        Write("c.cat", sList);
+        return RunHere("check");
+    }
+
+    // Lets the program check a list of these bytes.
     sRun Check(const std::string& sList)
     {
         Write("list", sList);
@@ -44,7 +51,7 @@ TEST_F(CatalogCheckTest, ReadsSha256Sums)
                                      "# comment\n" + sHash + "  tree/a.txt\n", "SHA256 (tree/a.txt) = " + sHash + "\n",
                                      "\\" + sHash + "  tree/a.txt\n"})
     {
-        const sRun oRun = Check(sList);
+        const sRun oRun = CheckHere(sList);
         EXPECT_EQ(0, oRun.nExitCode) << sList << oRun.sErrors;
         EXPECT_EQ("1 file, 5 bytes: checked: all unchanged", Summary(oRun));
     }
@@ -70,17 +77,17 @@ TEST_F(CatalogCheckTest, SeesAChangedFileBySha256)
 TEST_F(CatalogCheckTest, RefusesWhatIsNoList)
 {
     const std::string sSum = SHA256_OF_HELLO + std::string("  tree/a.txt\n");
-    EXPECT_TRUE(IsRefused(Check(""), "list names no file"));
-    EXPECT_TRUE(IsRefused(Check("; only\n\n# comments\n"), "list names no file"));
+    EXPECT_TRUE(IsRefused(CheckHere(""), "c.cat names no file"));
+    EXPECT_TRUE(IsRefused(CheckHere("; only\n\n# comments\n"), "c.cat names no file"));
     for (const std::string& sList : {std::string("tree/a.txt\n"), std::string("3610A686\n"), std::string(" 3610A686\n"),
                                      std::string("tree/a.txt3610A686\n"), std::string("tree/a.txt 3610A68\n"),
                                      std::string("tree/a.txt 3610A68G\n"), sSum.substr(1), sSum.substr(0, 66) + "\n",
                                      "\\" + sSum.substr(0, 66) + "a\\b\n", std::string("SHA256 (tree/a.txt) = 2cf2\n"),
                                      std::string("TOVCATLG\0\1 \3", 12), std::string("a\0b 3610A686\n", 13),
                                      std::string(5000, 'n') + " 3610A686\n"})
-        EXPECT_TRUE(IsRefused(Check(sList), "line 1 ")) << sList;
-    EXPECT_TRUE(IsRefused(Check("tree/a.txt 3610A686\n" + sSum), "line 2 "));
-    EXPECT_TRUE(IsRefused(Check(sSum + "tree/a.txt 3610A686\n"), "line 2 "));
+        EXPECT_TRUE(IsRefused(CheckHere(sList), "line 1 ")) << sList;
+    EXPECT_TRUE(IsRefused(CheckHere("tree/a.txt 3610A686\n" + sSum), "line 2 "));
+    EXPECT_TRUE(IsRefused(CheckHere(sSum + "tree/a.txt 3610A686\n"), "line 2 "));
     EXPECT_TRUE(IsRefused(Run({"check", "nowhere"}), "nowhere cannot be read"));
     EXPECT_TRUE(IsRefused(Run({"check", "tree"}), "tree cannot be read"));
 }

@@ -268,7 +268,10 @@ sRun CatalogTest::RunHere(const std::string& sCommand) const
         sVerifyOptions oVerify;
         oVerify.oName = "c.cat";
         oVerify.nThreads = 2;
-        oRun.nExitCode = sCommand == "list" ? ListCatalog("c.cat") : VerifyCatalog(oVerify, bNoStop);
+        if (sCommand == "list")
+            oRun.nExitCode = ListCatalog("c.cat");
+        else
+            oRun.nExitCode = sCommand == "check" ? CheckList(oVerify, bNoStop) : VerifyCatalog(oVerify, bNoStop);
     }
     catch (const CCatalogError& oError)
     {

@@ -82,8 +82,9 @@ protected:
     sProgram Program(const std::vector<std::string>& aArguments) const;
     sRun Run(const std::vector<std::string>& aArguments) const;
 
-    // Runs list or verify of c.cat in the folder, without a process of its own, which takes the most time. A sweep over
-    // many broken catalogues uses RunInSweep: every 64th step starts the program, the other steps call its command.
+    // Runs list, verify or check of c.cat in the folder, without a process of its own, which takes the most time. A
+    // sweep over many broken catalogues uses RunInSweep: every 64th step starts the program, the other steps call its
+    // command.
     sRun RunHere(const std::string& sCommand) const;
     sRun RunInSweep(std::size_t nStep, const std::string& sCommand) const;
 
