@@ -12,6 +12,12 @@ namespace
 {
 constexpr char MAGIC[] = "TOVCATLG";
 
+// What the files of a catalogue have besides size and CRC-32.
+constexpr int TIMES = 1;
+constexpr int SHA256 = 2;
+constexpr std::size_t TIME_SIZE = 8;
+constexpr std::size_t SHA256_SIZE = 32;
+
 // The errors that a broken catalogue may give.
 constexpr const char* ERRORS[] = {" is truncated", " is damaged", " is no catalogue",
                                   " was written by a newer version of this program"};
@@ -31,14 +37,18 @@ std::string Text(const std::string& sText)
     return NumberBytes(static_cast<std::uint32_t>(sText.size())) + sText;
 }
 
-std::string Line(int nDirectory, const std::string& sPath, unsigned long long ullSize, std::uint32_t nCrc)
+std::string Line(int nDirectory, const std::string& sPath, unsigned long long ullSize, std::uint32_t nCrc,
+                 unsigned long long ullTime, const std::string& sSha256)
 {
-    return std::to_string(nDirectory) + " " + sPath + " " + std::to_string(ullSize) + " " + std::to_string(nCrc) + "\n";
+    return std::to_string(nDirectory) + " " + sPath + " " + std::to_string(ullSize) + " " + std::to_string(nCrc) + " " +
+           std::to_string(ullTime) + " " + sSha256 + "\n";
 }
 
 std::string LineOf(const sFileRecord& oRecord)
 {
-    return Line(oRecord.nDirectory, ~oRecord.oPath, oRecord.ullSize, oRecord.dwCrc);
+    const tSha256* pSha256 = oRecord.GetSha256();
+    return Line(oRecord.nDirectory, ~oRecord.oPath, oRecord.ullSize, oRecord.dwCrc, oRecord.GetTime(),
+                pSha256 != nullptr ? std::string(pSha256->begin(), pSha256->end()) : "");
 }
 
 std::string Lines(const CNameList& aTexts)
@@ -75,28 +85,38 @@ std::string ModelTexts(CModelBytes& oBytes, int& nCount)
     return sLines;
 }
 
+unsigned long long ModelLongNumber(CModelBytes& oBytes)
+{
+    const unsigned long long ullLow = static_cast<std::uint32_t>(oBytes.Number());
+    return ullLow | static_cast<unsigned long long>(static_cast<std::uint32_t>(oBytes.Number())) << 32;
+}
+
 // A catalogue of version 1 has records of version 1, with neither a directory, which is then the first, nor a high word
-// of their size. All others have records of version 2.
-std::string ModelRecord(CModelBytes& oBytes, int nDirectories, int nCatalogVersion)
+// of their size. All others have records of version 2, or of version 3 if their files have more.
+std::string ModelRecord(CModelBytes& oBytes, int nDirectories, int nCatalogVersion, int nKept)
 {
     const int nVersion = oBytes.Number();
-    Require(nVersion == (nCatalogVersion == 1 ? 1 : 2));
-    const int nDirectory = nVersion == 2 ? oBytes.Number() : 0;
+    Require(nVersion == (nCatalogVersion == 1 ? 1 : nKept == 0 ? 2 : 3));
+    const int nDirectory = nVersion >= 2 ? oBytes.Number() : 0;
     const std::string sPath = ModelText(oBytes);
-    unsigned long long ullSize = static_cast<std::uint32_t>(oBytes.Number());
-    if (nVersion == 2)
-        ullSize |= static_cast<unsigned long long>(static_cast<std::uint32_t>(oBytes.Number())) << 32;
+    const unsigned long long ullSize =
+        nVersion >= 2 ? ModelLongNumber(oBytes) : static_cast<std::uint32_t>(oBytes.Number());
     const std::uint32_t nCrc = static_cast<std::uint32_t>(oBytes.Number());
+    const unsigned long long ullTime = (nKept & TIMES) != 0 ? ModelLongNumber(oBytes) : 0;
+    const std::string sSha256 = (nKept & SHA256) != 0 ? oBytes.Take(SHA256_SIZE) : "";
     Require(0 <= nDirectory && nDirectory < nDirectories);
-    return Line(nDirectory, sPath, ullSize, nCrc);
+    return Line(nDirectory, sPath, ullSize, nCrc, ullTime, sSha256);
 }
 
 class CCatalogFormat : public IFileFormat
 {
 public:
-    CCatalogFormat(int nVersion, bool bMixed)
-        : m_nVersion(nVersion), m_bMixed(bMixed),
-          m_sName("catalogue " + std::to_string(nVersion) + (bMixed ? " with older records" : ""))
+    CCatalogFormat(int nVersion, eCatalogContents eContents)
+        : m_nVersion(nVersion), m_eContents(eContents),
+          m_sName("catalogue " + std::to_string(nVersion) +
+                  (eContents == eCatalogMixed  ? " with older records"
+                   : eContents == eCatalogFull ? " with excludes, times and SHA-256"
+                                               : ""))
     {
     }
 
@@ -106,10 +126,12 @@ public:
     {
         std::string sBody = MAGIC + NumberBytes(static_cast<std::uint32_t>(m_nVersion));
         if (m_nVersion >= 2)
-            sBody +=
-                NumberBytes(1) + NumberBytes(2) + Text("first") + Text("the second") + NumberBytes(1) + Text("*.c");
+            sBody += NumberBytes(m_eContents == eCatalogFull ? 2 : 1) + NumberBytes(2) + Text("first") +
+                     Text("the second") + NumberBytes(1) + Text("*.c");
         else
             sBody += Text("first");
+        if (m_eContents == eCatalogFull)
+            sBody += NumberBytes(1) + Text("*.o") + NumberBytes(TIMES + SHA256);
         sBody += NumberBytes(static_cast<std::uint32_t>(nParts));
         for (int nPart = 0; nPart < nParts; ++nPart)
             sBody += Record(static_cast<std::uint32_t>(nPart));
@@ -157,7 +179,7 @@ private:
         const sCatalog oCatalog = LoadCatalog(oName);
         oReading.nPeakMemory = std::max(oReading.nPeakMemory, oMemory.Peak());
 
-        std::string sContents = Lines(oCatalog.aDirectories) + Lines(oCatalog.aPatterns);
+        std::string sContents = Lines(oCatalog.aDirectories) + Lines(oCatalog.aPatterns) + Lines(oCatalog.aExcludes);
         for (long lFile = 0; lFile < oCatalog.aFiles.GetSize(); ++lFile)
             sContents += LineOf(oCatalog.aFiles[lFile]);
         return sContents;
@@ -174,7 +196,7 @@ private:
         std::string sRecords;
         VisitCatalog(oName, [&](const sCatalog& oCatalog, const sFileRecord& oRecord) {
             if (sRecords.empty())
-                sHead = Lines(oCatalog.aDirectories) + Lines(oCatalog.aPatterns);
+                sHead = Lines(oCatalog.aDirectories) + Lines(oCatalog.aPatterns) + Lines(oCatalog.aExcludes);
             sRecords += LineOf(oRecord);
         });
         // Without a record nothing is passed on.
@@ -215,19 +237,28 @@ private:
         Require(1 <= nVersion && nVersion <= 3);
         int nDirectories = 1;
         int nPatterns = 0;
+        int nKept = 0;
         std::string sContents;
         if (nVersion >= 2)
         {
-            Require(oBytes.Number() == 1);
+            const int nSelection = oBytes.Number();
+            Require(nSelection == 1 || (nSelection == 2 && nVersion == 3));
             sContents = ModelTexts(oBytes, nDirectories);
             sContents += ModelTexts(oBytes, nPatterns);
+            if (nSelection == 2)
+            {
+                sContents += ModelTexts(oBytes, nPatterns);
+                nKept = oBytes.Number();
+                Require(0 <= nKept && nKept <= TIMES + SHA256);
+            }
         }
         else
             sContents = ModelText(oBytes) + "\n";
 
-        const int nFiles = ModelCount(oBytes, nVersion >= 2 ? 25 : 17);
+        const std::size_t nMore = ((nKept & TIMES) != 0 ? TIME_SIZE : 0) + ((nKept & SHA256) != 0 ? SHA256_SIZE : 0);
+        const int nFiles = ModelCount(oBytes, nVersion >= 2 ? 25 + nMore : 17);
         for (int nFile = 0; nFile < nFiles; ++nFile)
-            sContents += ModelRecord(oBytes, nDirectories, nVersion);
+            sContents += ModelRecord(oBytes, nDirectories, nVersion, nKept);
 
         if (nVersion >= 2)
         {
@@ -241,19 +272,22 @@ private:
     std::string Record(std::uint32_t nFile) const
     {
         const std::string sPath = Text("folder/file " + std::to_string(nFile));
-        if (m_nVersion == 1 || (m_bMixed && nFile % 2 != 0))
+        if (m_nVersion == 1 || (m_eContents == eCatalogMixed && nFile % 2 != 0))
             return NumberBytes(1) + sPath + NumberBytes(7 * nFile) + NumberBytes(0xC0C0C0C0 + nFile);
-        return NumberBytes(2) + NumberBytes(nFile % 2) + sPath + NumberBytes(7 * nFile) + NumberBytes(nFile % 3) +
-               NumberBytes(0xC0C0C0C0 + nFile);
+        const bool bFull = m_eContents == eCatalogFull;
+        const std::string sMore =
+            NumberBytes(nFile) + NumberBytes(1) + std::string(SHA256_SIZE, static_cast<char>(nFile));
+        return NumberBytes(bFull ? 3 : 2) + NumberBytes(nFile % 2) + sPath + NumberBytes(7 * nFile) +
+               NumberBytes(nFile % 3) + NumberBytes(0xC0C0C0C0 + nFile) + (bFull ? sMore : "");
     }
 
     const int m_nVersion;
-    const bool m_bMixed; // every second record has the older version
+    const eCatalogContents m_eContents;
     const std::string m_sName;
 };
 } // namespace
 
-std::unique_ptr<IFileFormat> MakeCatalogFormat(int nVersion, bool bMixed)
+std::unique_ptr<IFileFormat> MakeCatalogFormat(int nVersion, eCatalogContents eContents)
 {
-    return std::make_unique<CCatalogFormat>(nVersion, bMixed);
+    return std::make_unique<CCatalogFormat>(nVersion, eContents);
 }

@@ -8,8 +8,9 @@ std::vector<std::unique_ptr<IFileFormat>> MakeFormats()
 {
     std::vector<std::unique_ptr<IFileFormat>> aFormats;
     for (const int nVersion : {3, 2, 1})
-        aFormats.push_back(MakeCatalogFormat(nVersion, false));
-    aFormats.push_back(MakeCatalogFormat(3, true));
+        aFormats.push_back(MakeCatalogFormat(nVersion, eCatalogPlain));
+    aFormats.push_back(MakeCatalogFormat(3, eCatalogMixed));
+    aFormats.push_back(MakeCatalogFormat(3, eCatalogFull));
     aFormats.push_back(MakeSectionFormat());
     aFormats.push_back(MakeBlindFormat());
     return aFormats;

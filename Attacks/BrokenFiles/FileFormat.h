@@ -42,7 +42,16 @@ public:
 
 // All formats.
 std::vector<std::unique_ptr<IFileFormat>> MakeFormats();
-std::unique_ptr<IFileFormat> MakeCatalogFormat(int nVersion, bool bMixed);
+
+// What the catalogues of a version have.
+enum eCatalogContents
+{
+    eCatalogPlain,
+    eCatalogMixed, // every second record has an older version
+    eCatalogFull   // excludes, times and SHA-256
+};
+std::unique_ptr<IFileFormat> MakeCatalogFormat(int nVersion, eCatalogContents eContents);
+
 std::unique_ptr<IFileFormat> MakeSectionFormat();
 std::unique_ptr<IFileFormat> MakeBlindFormat();
 

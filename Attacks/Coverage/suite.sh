@@ -19,7 +19,7 @@ make_flush()
 prepare_suite()
 {
     CMake/install-packages g++ g++-mingw-w64-i686-posix cmake ninja-build pkg-config googletest libcli11-dev \
-        libxml2-utils patchelf perl python3 xvfb gdb gcovr
+        libxml2-utils libgcrypt20-dev libgcrypt-mingw-w64-dev cksfv patchelf perl python3 xvfb gdb gcovr
     local link=""
     [ "$1" = linux ] && link="$(make_flush)" || CMake/make-wine-root
     cmake --preset "$1-debug" -B "$(folder_of "$1")" \

@@ -44,6 +44,21 @@ TEST_F(CatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
     }
 }
 
+TEST_F(CatalogTerminalTest, ShowsOneLineOfProgressWhileItWalks)
+{
+    // A directory is searched once for each pattern, which takes far longer than any test takes.
+    for (int nFile = 0; nFile < 50; ++nFile)
+        Write("tree/" + std::to_string(nFile), "x");
+    Write("c.cat", CatalogVersion3({"tree"}, tNames(300000, "?"), {{0, "1", 1, 0}}));
+    const std::regex oProgress("[0-9]+ files in [0-9]+ directories found");
+
+    CTerminal oTerminal(Program({"verify", "c.cat"}));
+
+    EXPECT_TRUE(oTerminal.WaitUntil([&](const tNames& aScreen) {
+        return aScreen.size() == 1 && std::regex_match(aScreen[0], oProgress);
+    })) << testing::PrintToString(oTerminal.Screen());
+}
+
 TEST_F(CatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
 {
     Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));

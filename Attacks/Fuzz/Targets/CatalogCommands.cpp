@@ -31,9 +31,11 @@ FUZZ_TARGET(CatalogCommands)
     sOptions oOptions;
     CLI::App* pCreate = oProgram.add_subcommand("create", "");
     CLI::App* pVerify = oProgram.add_subcommand("verify", "");
+    CLI::App* pCheck = oProgram.add_subcommand("check", "");
     CLI::App* pList = oProgram.add_subcommand("list", "");
     DefineCreate(*pCreate, oOptions);
     DefineVerify(*pVerify, oOptions);
+    DefineCheck(*pCheck, oOptions);
     DefineList(*pList, oOptions);
     std::vector<std::string> aArguments = Split(oInput.Rest());
     std::reverse(aArguments.begin(), aArguments.end());
@@ -49,11 +51,14 @@ FUZZ_TARGET(CatalogCommands)
         return;
     }
     FUZZ_EXPECT_EQ(1, static_cast<int>(pCreate->parsed()) + static_cast<int>(pVerify->parsed()) +
-                          static_cast<int>(pList->parsed()));
+                          static_cast<int>(pCheck->parsed()) + static_cast<int>(pList->parsed()));
     FUZZ_EXPECT(!oOptions.sCatalog.empty());
     FUZZ_EXPECT_EQ(pCreate->parsed(), !oOptions.aDirectories.empty());
     FUZZ_EXPECT(1 <= oOptions.nThreads && (oOptions.nThreads <= 256 || oOptions.nThreads == DefaultThreads()));
     for (const std::string& sPattern : oOptions.aPatterns)
         FUZZ_EXPECT(!sPattern.empty() && sPattern.size() <= LONGEST_NAME);
+    for (const std::string& sExclude : oOptions.aExcludes)
+        FUZZ_EXPECT(!sExclude.empty() && sExclude.size() <= LONGEST_NAME && sExclude.find('/') == sExclude.npos);
+    FUZZ_EXPECT(oOptions.bJson + oOptions.bSfv + oOptions.bSha256Sums <= 1);
     FUZZ_EXPECT_EQ(static_cast<long>(oOptions.aPatterns.size()), ToList(oOptions.aPatterns).GetSize());
 }

@@ -76,8 +76,11 @@ FUZZ_TARGET(Catalogs)
             CheckName(oCatalog.aDirectories[l]);
         for (long l = 0; l < oCatalog.aPatterns.GetSize(); ++l)
             CheckName(oCatalog.aPatterns[l]);
+        for (long l = 0; l < oCatalog.aExcludes.GetSize(); ++l)
+            CheckName(oCatalog.aExcludes[l]);
         for (long l = 0; l < oCatalog.aFiles.GetSize(); ++l)
         {
+            FUZZ_EXPECT_EQ(oCatalog.bSha256, oCatalog.aFiles[l].GetSha256() != nullptr);
             CheckName(oCatalog.aFiles[l].oPath);
             FUZZ_EXPECT(0 <= oCatalog.aFiles[l].nDirectory);
             FUZZ_EXPECT(oCatalog.aFiles[l].nDirectory < oCatalog.aDirectories.GetSize());
