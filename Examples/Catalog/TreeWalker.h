@@ -18,6 +18,8 @@ struct sWalkProgress
     long lDirectories = 0;
 };
 
+typedef std::function<void(const sWalkProgress&)> tWalkTeller;
+
 // Walks one directory with all its subdirectories. It adds a record with path and size, and no checksum yet, for each
 // file that matches one of the patterns; without patterns, every file matches. The records of a walk are sorted by
 // CompareRecords. It skips whatever is neither a file nor a directory, links to directories, and files that interrupted
@@ -41,7 +43,7 @@ public:
     void KeepTimes() { m_bTimes = true; }
 
     // Sets a function that is called about five times a second, and after each level, on the calling thread.
-    void TellProgress(const std::function<void(const sWalkProgress&)>& fnProgress) { m_fnProgress = fnProgress; }
+    void TellProgress(const tWalkTeller& fnProgress) { m_fnProgress = fnProgress; }
 
     void Walk(int nDirectory, const CTOVStringA& oDirectory);
 
@@ -95,7 +97,7 @@ private:
     std::vector<bool> m_aMatched;
     CNameList m_aExcludes;
     bool m_bTimes = false;
-    std::function<void(const sWalkProgress&)> m_fnProgress;
+    tWalkTeller m_fnProgress;
     std::atomic<long> m_lFilesFound{0}; // counted only if they are told
     std::atomic<long> m_lDirectoriesFound{0};
     std::string m_sRoot;
