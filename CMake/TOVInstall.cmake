@@ -7,14 +7,10 @@
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
-# The package finds everything from its own place, so that it may be moved.
-foreach(folder CMAKE_INSTALL_BINDIR CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_LIBDIR)
-    if(IS_ABSOLUTE "${${folder}}")
-        message(FATAL_ERROR "${folder} is ${${folder}}: give a folder inside the prefix, as ${folder}=name")
-    endif()
-endforeach()
-set(TOV_INSTALL_HEADERS "${CMAKE_INSTALL_INCLUDEDIR}/TOVKernel")
-set(TOV_INSTALL_CONFIG "${CMAKE_INSTALL_LIBDIR}/cmake/TOVKernel")
+# The package finds everything from its own place, so that it may be moved. A folder that is given by its full name is
+# found there and nowhere else.
+cmake_path(APPEND CMAKE_INSTALL_INCLUDEDIR TOVKernel OUTPUT_VARIABLE TOV_INSTALL_HEADERS)
+cmake_path(APPEND CMAKE_INSTALL_LIBDIR cmake/TOVKernel OUTPUT_VARIABLE TOV_INSTALL_CONFIG)
 
 add_library(TOVKernel::TOVKernel ALIAS TOVKernel)
 target_include_directories(TOVKernel PUBLIC "$<INSTALL_INTERFACE:${TOV_INSTALL_HEADERS}>")
@@ -41,8 +37,13 @@ endfunction()
 # tov_install_program(<target>): the installed program finds the library that is installed with it.
 function(tov_install_program target)
     if(NOT WIN32)
-        file(RELATIVE_PATH library_from_program "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
-        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_program}")
+        if(IS_ABSOLUTE "${CMAKE_INSTALL_BINDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+            set(library_folder "${CMAKE_INSTALL_FULL_LIBDIR}")
+        else()
+            file(RELATIVE_PATH library_from_program "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+            set(library_folder "$ORIGIN/${library_from_program}")
+        endif()
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "${library_folder}")
     endif()
     install(TARGETS ${target} RUNTIME COMPONENT Tools)
 endfunction()
@@ -56,49 +57,68 @@ endif()
 # are looked for at the time of the installation, so that a new header needs no new configuration.
 install(CODE "
     set(SOURCE \"${PROJECT_SOURCE_DIR}/Source\")
-    set(DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${TOV_INSTALL_HEADERS}\")
+    cmake_path(APPEND CMAKE_INSTALL_PREFIX \"${TOV_INSTALL_HEADERS}\" OUTPUT_VARIABLE DESTINATION)
     include(\"${PROJECT_SOURCE_DIR}/CMake/TOVInstallHeaders.cmake\")" COMPONENT Development)
 
 # CMake: find_package(TOVKernel), then link TOVKernel::TOVKernel.
 install(EXPORT TOVKernelTargets NAMESPACE TOVKernel:: DESTINATION "${TOV_INSTALL_CONFIG}" COMPONENT Development)
-file(WRITE "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake"
-     "include(\"\${CMAKE_CURRENT_LIST_DIR}/TOVKernelTargets.cmake\")\n"
-     "include(\"\${CMAKE_CURRENT_LIST_DIR}/TOVDiscoverTests.cmake\" OPTIONAL)\n")
+configure_file("${PROJECT_SOURCE_DIR}/CMake/TOVKernelConfig.cmake.in" "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake" @ONLY)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/TOVKernelConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/TOVKernelConfig.cmake" "${PROJECT_BINARY_DIR}/TOVKernelConfigVersion.cmake"
         DESTINATION "${TOV_INSTALL_CONFIG}" COMPONENT Development)
 
 # Everything else: pkg-config TOVKernel.
-file(RELATIVE_PATH TOV_PREFIX_FROM_PKGCONFIG "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
-if(WIN32)
-    set(TOV_PKGCONFIG_FLAGS "")
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    set(TOV_PKGCONFIG_PREFIX "${CMAKE_INSTALL_PREFIX}")
 else()
-    set(TOV_PKGCONFIG_FLAGS " -fshort-wchar")
+    file(RELATIVE_PATH prefix_from_here "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    set(TOV_PKGCONFIG_PREFIX "\${pcfiledir}/${prefix_from_here}")
+endif()
+set(TOV_PKGCONFIG_HEADERS "\${prefix}")
+cmake_path(APPEND TOV_PKGCONFIG_HEADERS "${TOV_INSTALL_HEADERS}")
+set(TOV_PKGCONFIG_LIBRARIES "\${prefix}")
+cmake_path(APPEND TOV_PKGCONFIG_LIBRARIES "${CMAKE_INSTALL_LIBDIR}")
+set(TOV_PKGCONFIG_FLAGS "")
+if(NOT WIN32)
+    string(APPEND TOV_PKGCONFIG_FLAGS " -fshort-wchar")
+endif()
+# A program has to link itself what a static library uses.
+set(TOV_PKGCONFIG_OTHER_LIBRARIES "")
+if(TOV_STATIC)
+    string(APPEND TOV_PKGCONFIG_FLAGS " -DTOVKERNEL_STATIC")
+    if(WIN32)
+        string(APPEND TOV_PKGCONFIG_OTHER_LIBRARIES " -lwinmm")
+    endif()
 endif()
 tov_install_pkg_config("${PROJECT_SOURCE_DIR}/CMake/TOVKernel.pc.in")
 
-# gdb looks for the views of a library's objects beside the library, by this name; other debuggers are given theirs.
-set(TOV_DEBUGGER_VIEWS "$<TARGET_FILE_NAME:TOVKernel>-gdb.py")
-file(GENERATE OUTPUT "$<TARGET_FILE_DIR:TOVKernel>/${TOV_DEBUGGER_VIEWS}"
-     INPUT "${PROJECT_SOURCE_DIR}/Tools/Debugger/tovkernel_gdb.py")
-if(WIN32)
-    set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_BINDIR}")
-else()
-    set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_LIBDIR}")
-endif()
-# In the system's own folders gdb reads views from one place only, and does so without being told.
-install(CODE "
-    set(DESTINATION \"${TOV_VIEWS_FOLDER}\")
-    if(CMAKE_INSTALL_PREFIX MATCHES \"(^|/)usr\$\")
-        set(DESTINATION \"share/gdb/auto-load/usr/${TOV_VIEWS_FOLDER}\")
-    endif()
-    file(INSTALL \"${PROJECT_SOURCE_DIR}/Tools/Debugger/tovkernel_gdb.py\"
-         DESTINATION \"\${CMAKE_INSTALL_PREFIX}/\${DESTINATION}\" RENAME \"${TOV_DEBUGGER_VIEWS}\")"
-        COMPONENT Development)
+# gdb looks for the views of a library's objects beside the library, by this name; other debuggers are given theirs, and
+# so is gdb where the library is a part of the program.
+set(TOV_VIEWS "${PROJECT_SOURCE_DIR}/Tools/Debugger/tovkernel_gdb.py")
 install(FILES Tools/Debugger/TOVKernel.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/TOVKernel" COMPONENT Development)
+if(TOV_STATIC)
+    install(FILES "${TOV_VIEWS}" DESTINATION "${CMAKE_INSTALL_DATADIR}/TOVKernel" COMPONENT Development)
+else()
+    set(TOV_DEBUGGER_VIEWS "$<TARGET_FILE_NAME:TOVKernel>-gdb.py")
+    file(GENERATE OUTPUT "$<TARGET_FILE_DIR:TOVKernel>/${TOV_DEBUGGER_VIEWS}" INPUT "${TOV_VIEWS}")
+    if(WIN32)
+        set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_BINDIR}")
+    else()
+        set(TOV_VIEWS_FOLDER "${CMAKE_INSTALL_LIBDIR}")
+    endif()
+    # In the system's own folders gdb reads views from one place only, and does so without being told.
+    install(CODE "
+        set(FOLDER \"${TOV_VIEWS_FOLDER}\")
+        if(CMAKE_INSTALL_PREFIX MATCHES \"(^|/)usr\$\" AND NOT IS_ABSOLUTE \"\${FOLDER}\")
+            set(FOLDER \"share/gdb/auto-load/usr/\${FOLDER}\")
+        endif()
+        cmake_path(APPEND CMAKE_INSTALL_PREFIX \"\${FOLDER}\" OUTPUT_VARIABLE DESTINATION)
+        file(INSTALL \"${TOV_VIEWS}\" DESTINATION \"\${DESTINATION}\" RENAME \"${TOV_DEBUGGER_VIEWS}\")"
+            COMPONENT Development)
+endif()
 
 # Other compilers make an import library of their own from the list of exported names.
-if(WIN32)
+if(WIN32 AND NOT TOV_STATIC)
     set(TOV_EXPORT_LIST "${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/TOVKernel.def")
     target_link_options(TOVKernel PRIVATE "-Wl,--output-def,${TOV_EXPORT_LIST}")
     install(FILES "${TOV_EXPORT_LIST}" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)

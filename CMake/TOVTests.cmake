@@ -3,8 +3,12 @@
 # GoogleTest comes as sources, built here with each target's compiler and flags: a library built elsewhere would differ
 # in the size of wchar_t on Linux and in the thread model on Windows.
 find_path(TOV_GOOGLETEST_SOURCES src/gtest-all.cc
-          PATHS /usr/src/googletest/googletest NO_CMAKE_FIND_ROOT_PATH REQUIRED
+          PATHS /usr/src/googletest/googletest NO_CMAKE_FIND_ROOT_PATH
           DOC "The googletest folder of GoogleTest's sources")
+if(NOT TOV_GOOGLETEST_SOURCES)
+    message(FATAL_ERROR "The tests need the sources of GoogleTest: install the package googletest, name their folder with "
+                        "-D TOV_GOOGLETEST_SOURCES=FOLDER, or do without tests by -D TOV_BUILD_TESTS=OFF")
+endif()
 find_package(Threads REQUIRED)
 
 # Test code is large and runs once, so that its compilation is what costs: an optimised build optimises the library and
@@ -26,15 +30,15 @@ function(tov_test_code target)
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endfunction()
 
-add_library(gtest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
-target_include_directories(gtest SYSTEM PUBLIC "${TOV_GOOGLETEST_SOURCES}/include")
-target_include_directories(gtest PRIVATE "${TOV_GOOGLETEST_SOURCES}")
+add_library(TOVGoogleTest STATIC "${TOV_GOOGLETEST_SOURCES}/src/gtest-all.cc")
+target_include_directories(TOVGoogleTest SYSTEM PUBLIC "${TOV_GOOGLETEST_SOURCES}/include")
+target_include_directories(TOVGoogleTest PRIVATE "${TOV_GOOGLETEST_SOURCES}")
 # Nobody wants its counts, and they are the first of which a killed process may leave a half.
-target_compile_options(gtest PRIVATE -w -fno-profile-arcs -fno-test-coverage)
-target_link_libraries(gtest PUBLIC Threads::Threads)
+target_compile_options(TOVGoogleTest PRIVATE -w -fno-profile-arcs -fno-test-coverage)
+target_link_libraries(TOVGoogleTest PUBLIC Threads::Threads)
 # Its macros are called without their last argument, which C++17 does not know.
-target_compile_options(gtest INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
-tov_compile_quickly(gtest)
+target_compile_options(TOVGoogleTest INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
+tov_compile_quickly(TOVGoogleTest)
 
 # tov_list_tests(<program> <file>...): checks that the folder's CMakeLists.txt is complete. The build of the program
 # fails when the folder holds a source file that is among the files of no such call.

@@ -3,8 +3,13 @@
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 
-set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
-set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
+# Another compiler may be asked for.
+if(NOT DEFINED CMAKE_CXX_COMPILER)
+    set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
+endif()
+if(NOT DEFINED CMAKE_RC_COMPILER)
+    set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
+endif()
 
 list(APPEND CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

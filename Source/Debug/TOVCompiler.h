@@ -16,7 +16,12 @@
 #define TOV_TEMPLATE
 #define TOV_TEMPLATE_INLINE
 #define TOV_PROGRAM_EXPORT __declspec(dllexport)
-#if defined(TOVKERNEL_BUILD)
+#if defined(TOVKERNEL_STATIC)
+#define TOV_EXPORT
+#define TOV_EXPORT_INLINE inline
+#define TOV_TEMPLATE_DECLARE
+#define TOV_TEMPLATE_DEFINE
+#elif defined(TOVKERNEL_BUILD)
 #define TOV_EXPORT __declspec(dllexport)
 #define TOV_EXPORT_HOOK __declspec(dllexport)
 #if defined(__GNUC__)
@@ -41,14 +46,20 @@
 #else
 #define TOV_SYSTEM_WINDOWS 0
 #define TOV_CALLBACK
-#define TOV_TEMPLATE __attribute__((visibility("default")))
 #define TOV_TEMPLATE_INLINE inline
+#define TOV_TEMPLATE_DEFINE
+#define TOV_PROGRAM_EXPORT __attribute__((visibility("default")))
+#if defined(TOVKERNEL_STATIC)
+#define TOV_TEMPLATE
+#define TOV_EXPORT
+#define TOV_TEMPLATE_DECLARE
+#else
+#define TOV_TEMPLATE __attribute__((visibility("default")))
 #define TOV_EXPORT __attribute__((visibility("default")))
 #define TOV_EXPORT_HOOK __attribute__((visibility("default")))
-#define TOV_PROGRAM_EXPORT __attribute__((visibility("default")))
 #define TOV_TEMPLATE_DECLARE __attribute__((visibility("default")))
-#define TOV_TEMPLATE_DEFINE
-#if defined(TOVKERNEL_BUILD)
+#endif
+#if defined(TOVKERNEL_BUILD) && !defined(TOVKERNEL_STATIC)
 #define TOV_EXPORT_INLINE __attribute__((used)) inline
 #else
 #define TOV_EXPORT_INLINE inline
@@ -56,8 +67,29 @@
 #define TOV_PLATFORM_SOURCE(szName) "Posix/" szName
 #endif
 
+// A static library becomes a part of each program, with the start-up that a shared library has when it is loaded.
+#if !defined(TOVKERNEL_STATIC)
+#define TOV_IS_STATIC false
+#define TOV_CONSTRUCTED_FIRST
+#define TOV_STARTUP_MARK
+#else
+#define TOV_IS_STATIC true
+extern "C" const char TOVKernelStartup;
+#if defined(TOVKERNEL_BUILD)
+#define TOV_CONSTRUCTED_FIRST __attribute__((init_priority(101)))
+#define TOV_STARTUP_MARK const char TOVKernelStartup = 0;
+#define TOV_EXPORT_HOOK __attribute__((weak))
+#else
+#define TOV_EXPORT_HOOK
+// Whatever a program uses of the library, the linker takes the start-up as well: each source refers to it.
+__attribute__((used)) static const char* const s_pTOVKernelStartup = &TOVKernelStartup;
+#endif
+#endif
+
 // TOV_CALLBACK           calling convention of functions that the system calls.
 // TOV_EXPORT             exported class or function.
+// TOV_STARTUP_MARK       stands in the source of the start-up.
+// TOV_IS_STATIC          whether this is a static library, or a program with one.
 // TOV_EXPORT_INLINE      replaces inline for a member of an exported class: the library always exports the member, even
 //                        where the compiler has inlined every call.
 // TOV_OUTSIDE_BODY(...)  replaces the semicolon after the declaration of a member that the library exports: modules
@@ -68,6 +100,9 @@
 //                        linked procedures would count. Its address is found when the program is loaded.
 // TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
+// TOV_CONSTRUCTED_FIRST  before the definition of an object of the start-up: in a static program it is constructed
+// before
+//                        the program's own objects, and destroyed after them.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
 // TOV_TEMPLATE_DEFINE    in the one source that owns it: template class TOV_TEMPLATE_DEFINE CThing<int>;
 //                        so that a template's statics exist once in the process, and not once in each module.

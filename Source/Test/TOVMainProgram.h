@@ -7,11 +7,15 @@
 
 namespace TOVTest
 {
-// Returns the function that the main program exports under a plain name, or null. The answer is the same throughout the
-// life of the process: keep it, as the loader compares many names for it.
-template<class TFunction> TFunction* FindProgramFunction(const char* szFunction)
+// Returns the function that the main program exports under the plain name of pfLinked, or null. The answer is the same
+// throughout the life of the process: keep it, as the loader compares many names for it. In a static program the linker
+// has chosen, so that pfLinked is the program's function already, or the library's if the program has none.
+template<auto* pfLinked> auto* FindProgramFunction([[maybe_unused]] const char* szFunction)
 {
-    return reinterpret_cast<TFunction*>(TOVPlatform::Backend::FindInMainProgram(szFunction));
+    if constexpr (TOV_IS_STATIC)
+        return pfLinked;
+    else
+        return reinterpret_cast<decltype(pfLinked)>(TOVPlatform::Backend::FindInMainProgram(szFunction));
 }
 
 // These are the library's own functions, whatever the main program exports. A program's function of the same name can

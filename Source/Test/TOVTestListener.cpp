@@ -79,20 +79,20 @@ void CTOVTestListener::FailedAssertThrowsNot(const char* /*szFile*/, long /*lLin
 
 CTOVTestListener& CTOVTestListener::Null()
 {
-    static const auto pfOfProgram = FindProgramFunction<decltype(GetNull)>("GetNull");
+    static const auto pfOfProgram = FindProgramFunction<&GetNull>("GetNull");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnNull();
 }
 
 CTOVTestListener& CTOVTestListener::Instance()
 {
-    static const auto pfOfProgram = FindProgramFunction<decltype(GetListener)>("GetListener");
+    static const auto pfOfProgram = FindProgramFunction<&GetListener>("GetListener");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnListener();
 }
 
 void CTOVTestListener::SetListener(CTOVTestListener* pListener)
 {
     // Settled: the function is called unchecked, so that a host without it crashes here and does not lose its events.
-    FindProgramFunction<decltype(::SetListener)>("SetListener")(pListener);
+    FindProgramFunction<&::SetListener>("SetListener")(pListener);
 }
 
 CTOVTestListener* CTOVTestListener::GetSafeListener(CTOVTestListener* pListener)

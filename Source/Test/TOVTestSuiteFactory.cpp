@@ -63,7 +63,7 @@ bool CTOVTestSuiteFactory::HasClass(const char* szName)
 tCreatorMap& CTOVTestSuiteFactory::GetCreatorMap()
 {
     // Every call follows the program's rule. What it exports never changes, so that one look is enough.
-    static const auto pfOfProgram = FindProgramFunction<decltype(GetCreatorMapDirect)>("GetCreatorMapDirect");
+    static const auto pfOfProgram = FindProgramFunction<&GetCreatorMapDirect>("GetCreatorMapDirect");
     return pfOfProgram != nullptr ? pfOfProgram() : GetOwnCreatorMap();
 }
 } // namespace TOVTest

@@ -7,8 +7,10 @@
 #include <Test/TOVTestHooks.h>
 #include <Test/TOVTestSuite.h>
 #include <Test/TOVTestTracker.h>
+#include <TestSuites/TOVTestSuiteNames.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <stdexcept>
 #include <tuple>
@@ -167,6 +169,22 @@ bool MatchesPattern(const std::string& sText, const std::string& sPattern)
     return sPattern.find_first_not_of('*', nPattern) == NONE;
 }
 
+// Returns whether a suite with this key is one of the library's own.
+static bool IsNameOfLibrary(const char* szName)
+{
+    if constexpr (TOV_IS_STATIC)
+    {
+        // The program is a single module, in which the library's keys stand together.
+        const char* const szFirst = s_oTestSuiteNames.szContainers;
+        return !std::less<>()(szName, szFirst) && std::less<>()(szName, szFirst + sizeof(s_oTestSuiteNames));
+    }
+    else
+    {
+        // The address of a text in the library identifies the library's module.
+        return StandInOneModule(szName, TOVTest::CTOVTestSuite::Null().TOVTest::CTOVTestSuite::GetDescription());
+    }
+}
+
 CTOVTestSelection::CTOVTestSelection() : m_lGroups(0), m_bChosen(false), m_bStopped(false)
 {
     AddGroup();
@@ -198,8 +216,6 @@ long CTOVTestSelection::AddGroup()
 
 std::vector<CTOVTestSelection::sSuite> CTOVTestSelection::GetSuites(bool bAll) const
 {
-    // The address of a text in the library identifies the library's module.
-    const char* szOfLibrary = TOVTest::CTOVTestSuite::Null().TOVTest::CTOVTestSuite::GetDescription();
     std::vector<sSuite> aSuites;
     for (const auto& oName : m_aGroupOfName)
     {
@@ -207,8 +223,7 @@ std::vector<CTOVTestSelection::sSuite> CTOVTestSelection::GetSuites(bool bAll) c
         const std::unique_ptr<TOVTest::CTOVTestSuite> pSuite(pCreator->New());
         if (pSuite == nullptr)
             continue;
-        sSuite oSuite = {
-            oName.first, oName.second, StandInOneModule(oName.first, szOfLibrary), pCreator, {PlaceOf(*pSuite), {}}};
+        sSuite oSuite = {oName.first, oName.second, IsNameOfLibrary(oName.first), pCreator, {PlaceOf(*pSuite), {}}};
         for (long lCase = 0; lCase < pSuite->GetNumTestCases(); ++lCase)
             oSuite.oSuite.aCases.push_back(PlaceOf(pSuite->GetTestCase(lCase)));
         aSuites.push_back(oSuite);
