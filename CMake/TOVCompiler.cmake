@@ -42,6 +42,8 @@ endif()
 function(tov_own_code target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Woverloaded-virtual -Wundef
+        # Clang complains of each inline member of an imported class, and of members that only the other system uses.
+        "$<$<AND:$<CXX_COMPILER_ID:Clang>,$<BOOL:${WIN32}>>:-Wno-ignored-attributes;-Wno-unused-private-field>"
         # The last one that fits counts.
         "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
         "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/Source/=")

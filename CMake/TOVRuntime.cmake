@@ -5,11 +5,15 @@
 
 set(TOV_RUNTIME_LIBRARIES "")
 if(MINGW)
+    # A compiler that uses another one's libraries names that in its toolchain file.
+    if(NOT DEFINED TOV_RUNTIME_COMPILER)
+        set(TOV_RUNTIME_COMPILER "${CMAKE_CXX_COMPILER}")
+    endif()
     foreach(name libgcc_s_dw2-1.dll libstdc++-6.dll libwinpthread-1.dll)
-        execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=${name}
+        execute_process(COMMAND "${TOV_RUNTIME_COMPILER}" -print-file-name=${name}
                         OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
         if(NOT IS_ABSOLUTE "${file}")
-            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where its ${name} is")
+            message(FATAL_ERROR "${TOV_RUNTIME_COMPILER} does not know where its ${name} is")
         endif()
         # Without what only the compiler's own developers debug, it takes a tenth of the place.
         set(stripped "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}")

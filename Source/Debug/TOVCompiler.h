@@ -26,6 +26,10 @@
 #define TOV_EXPORT_HOOK __declspec(dllexport)
 #if defined(__GNUC__)
 #define TOV_EXPORT_INLINE __declspec(dllexport) inline
+#if defined(__clang__)
+// Clang exports a member as its first declaration says, and no member that is inline there by itself.
+#define TOV_EXPORT_CONSTEXPR __declspec(dllexport) constexpr
+#endif
 // GCC takes the attribute from the first declaration of an instantiation; other compilers take it from its definition.
 #define TOV_TEMPLATE_DECLARE __declspec(dllexport)
 #define TOV_TEMPLATE_DEFINE
@@ -67,6 +71,10 @@
 #define TOV_PLATFORM_SOURCE(szName) "Posix/" szName
 #endif
 
+#if !defined(TOV_EXPORT_CONSTEXPR)
+#define TOV_EXPORT_CONSTEXPR constexpr
+#endif
+
 // A static library becomes a part of each program, with the start-up that a shared library has when it is loaded.
 #if !defined(TOVKERNEL_STATIC)
 #define TOV_IS_STATIC false
@@ -92,6 +100,7 @@ __attribute__((used)) static const char* const s_pTOVKernelStartup = &TOVKernelS
 // TOV_IS_STATIC          whether this is a static library, or a program with one.
 // TOV_EXPORT_INLINE      replaces inline for a member of an exported class: the library always exports the member, even
 //                        where the compiler has inlined every call.
+// TOV_EXPORT_CONSTEXPR   replaces constexpr in the declaration of such a member, which is inline by itself.
 // TOV_OUTSIDE_BODY(...)  replaces the semicolon after the declaration of a member that the library exports: modules
 //                        that use the library may inline this body, which is the one that the source has. The library's
 //                        own calls, which are direct, would make it larger. On Windows, the members are only imported.
@@ -195,10 +204,12 @@ __attribute__((used)) static const char* const s_pTOVKernelStartup = &TOVKernelS
 #endif
 
 // These enclose functions that are exported under plain names, which are undecorated, and yet return references to
-// classes. Clang warns that a C program could not call them, but no C program does.
+// classes. Clang warns that a C program could not call them, but no C program does; and that a program exports
+// functions which it knows from the library, but that is their purpose.
 #if defined(__clang__)
 #define TOV_PLAIN_NAMES_BEGIN                                                                                          \
-    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"") extern "C"        \
+    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"")                   \
+        _Pragma("clang diagnostic ignored \"-Wdll-attribute-on-redeclaration\"") extern "C"                            \
     {
 #define TOV_PLAIN_NAMES_END                                                                                            \
     }                                                                                                                  \

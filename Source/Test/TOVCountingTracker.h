@@ -65,7 +65,7 @@ public:
     long GetNumTotalFailedTests() const override;
 
     // Events go to the null listener until SetListener is called. All counters are 0.
-    constexpr CTOVCountingTracker();
+    TOV_EXPORT_CONSTEXPR CTOVCountingTracker();
     CTOVCountingTracker(const CTOVCountingTracker& oOther);
     CTOVCountingTracker& operator=(const CTOVCountingTracker& oOther);
 

@@ -11,7 +11,7 @@ class TOV_EXPORT CTOVTestCase
 {
 public:
     // Makes a case without a suite, a function and texts.
-    constexpr CTOVTestCase();
+    TOV_EXPORT_CONSTEXPR CTOVTestCase();
     CTOVTestCase(const CTOVTestCase& oOther);
     CTOVTestCase& operator=(const CTOVTestCase& oOther);
 
