@@ -20,7 +20,7 @@ enum eTOVConsoleStream
 //
 // On a terminal a line has the colour of its severity: grey below 200, yellow from 400, red from 500, bright red from
 // 600. There are no colours in a file or pipe, if the variable NO_COLOR is set and not empty, or if TERM is "dumb".
-class CTOVConsoleListener final : public CTOVLineListener
+class TOV_LISTENER_EXPORT CTOVConsoleListener final : public CTOVLineListener
 {
 public:
     ~CTOVConsoleListener() override;

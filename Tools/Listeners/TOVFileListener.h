@@ -16,7 +16,7 @@ namespace TOVDebug
 //
 // If the file cannot be created, and while the disk is full, lines are dropped, and HasLostLines returns true. Part of
 // the line during which the disk became full may be in the file.
-class CTOVFileListener : public CTOVLineListener
+class TOV_LISTENER_EXPORT CTOVFileListener : public CTOVLineListener
 {
 public:
     ~CTOVFileListener() override;

@@ -11,7 +11,7 @@ namespace TOVDebug
 // Formats each event, at any length and by the rules of TOVPlatform::TOVString (I64, %S and the like), and passes it to
 // OnLine. An argument list is read from a copy. A null text becomes "(null)". If a wide argument cannot be converted to
 // narrow text, the message is its format. No call throws, and no check fails.
-class CTOVLineListener : public CTOVListener
+class TOV_LISTENER_EXPORT CTOVLineListener : public CTOVListener
 {
 public:
     void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,

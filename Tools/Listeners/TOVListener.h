@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Debug/TOVLogListener.h>
+#include <Listeners/TOVListenerExport.h>
 
 namespace TOVDebug
 {
@@ -13,7 +14,7 @@ namespace TOVDebug
 // removed from the server's table during a call, the next one misses that event.
 //
 // A derived class must call Unregister at the beginning of its destructor: after that it is no longer called.
-class CTOVListener : public ITOVLogListener
+class TOV_LISTENER_EXPORT CTOVListener : public ITOVLogListener
 {
 public:
     // Unregisters this listener from the current server.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Debug/TOVDebug.h>
+#include <Listeners/TOVListenerExport.h>
 
 #include <chrono>
 #include <string>
@@ -15,7 +16,7 @@ enum eTOVLogKind
     eLogPanic
 };
 
-struct sTOVLogLine
+struct TOV_LISTENER_EXPORT sTOVLogLine
 {
     eTOVLogKind eKind;
     std::chrono::system_clock::time_point oTime; // when the listener received the event

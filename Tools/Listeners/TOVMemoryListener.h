@@ -11,7 +11,7 @@ namespace TOVDebug
 {
 // Keeps the latest lines, checks and panics. When it is full, each new one replaces the oldest. Its operations may be
 // called from any thread, even during a call by the server.
-class CTOVMemoryListener final : public CTOVLineListener
+class TOV_LISTENER_EXPORT CTOVMemoryListener final : public CTOVLineListener
 {
 public:
     ~CTOVMemoryListener() override;

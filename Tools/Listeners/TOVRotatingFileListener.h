@@ -18,7 +18,7 @@ namespace TOVDebug
 // - A kept file is never opened: one that cannot be read is kept like the others.
 //
 // Only one process may write to a file.
-class CTOVRotatingFileListener final : public CTOVFileListener
+class TOV_LISTENER_EXPORT CTOVRotatingFileListener final : public CTOVFileListener
 {
 public:
     ~CTOVRotatingFileListener() override;

@@ -11,7 +11,7 @@ namespace TOVDebug
 // lines of at least a given severity, and all failed checks and panics. It catches what the target throws.
 //
 // It does not own the target, which must outlive the filter's registration. The target may be another filter.
-class CTOVSeverityFilter final : public CTOVListener
+class TOV_LISTENER_EXPORT CTOVSeverityFilter final : public CTOVListener
 {
 public:
     ~CTOVSeverityFilter() override;
