@@ -26,7 +26,7 @@ else()
 endif()
 
 # The Debian packages. The library's name has the version that programs ask for.
-set(CPACK_COMPONENTS_ALL Runtime Development Tools Documents)
+set(CPACK_COMPONENTS_ALL Development Tools Documents)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION libs)
@@ -34,7 +34,6 @@ set(library "libtovkernel${PROJECT_VERSION_MAJOR}")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${library}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtovkernel-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tovkernel-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_NAME tovkernel-doc)
@@ -50,11 +49,18 @@ if(TOV_SHLIBDEPS AND TOV_FILE)
     set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
     set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 endif()
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION})")
+
+# Finished programs need nothing of a static library, but on Windows the compiler's DLLs.
+if(NOT TOV_STATIC OR WIN32)
+    list(PREPEND CPACK_COMPONENTS_ALL Runtime)
+    set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${PROJECT_VERSION})")
+    set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION})")
+    set(needs_runtime DEPENDS Runtime)
+endif()
 
 include(CPack)
 cpack_add_component(Runtime DISPLAY_NAME "Library" DESCRIPTION "What programs that use the library need")
-cpack_add_component(Development DISPLAY_NAME "Development" DEPENDS Runtime
+cpack_add_component(Development DISPLAY_NAME "Development" ${needs_runtime}
                     DESCRIPTION "Headers, and what finds the library for a compiler and a debugger")
-cpack_add_component(Tools DISPLAY_NAME "Tools" DEPENDS Runtime DESCRIPTION "tovtest and tovcatalog")
+cpack_add_component(Tools DISPLAY_NAME "Tools" ${needs_runtime} DESCRIPTION "tovtest and tovcatalog")
 cpack_add_component(Documents DISPLAY_NAME "Documents" DESCRIPTION "How to use the library, and what it promises")

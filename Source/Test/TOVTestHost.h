@@ -5,9 +5,10 @@
 #include <Test/TOVTestSuiteFactory.h>
 
 // Use it once, outside all namespaces, in a source of the program. SetListener is required: if the main program does
-// not export it, the first run crashes. (A static program that defines none has the library's own.) The other three are defined with it, so that every copy of the framework in the
-// process uses the same listener and the same map. The library uses the map before the program's own statics are
-// constructed and after they are destroyed, so that the map is never deleted.
+// not export it, the first run crashes. (A static program that defines none has the library's own.) The other three are
+// defined with it, so that every copy of the framework in the process uses the same listener and the same map. The
+// library uses the map before the program's own statics are constructed and after they are destroyed, so that the map
+// is never deleted.
 #define TOV_TEST_HOST                                                                                                  \
     TOV_PLAIN_NAMES_BEGIN                                                                                              \
     TOV_PROGRAM_EXPORT TOVTest::CTOVTestListener& GetNull();                                                           \

@@ -77,36 +77,36 @@ private:
         static CText<tUnit> Text(const std::string& sText) { return CText<tUnit>(sText); }                             \
         static CRoom<tUnit> Room(std::size_t nUnits) { return CRoom<tUnit>(nUnits); }                                  \
                                                                                                                        \
-        static constexpr auto Compare = &Functions::Compare;                                                           \
-        static constexpr auto CompareNoCase = &Functions::CompareNoCase;                                               \
-        static constexpr auto Collate = &Functions::Collate;                                                           \
-        static constexpr auto CollateNoCase = &Functions::CollateNoCase;                                               \
-        static constexpr auto Length = &Functions::Length;                                                             \
-        static constexpr auto ToLower = &Functions::ToLower;                                                           \
-        static constexpr auto ToUpper = &Functions::ToUpper;                                                           \
-        static constexpr auto Reverse = &Functions::Reverse;                                                           \
-        static constexpr auto FindCharacter = &Functions::FindCharacter;                                               \
-        static constexpr auto FindLastCharacter = &Functions::FindLastCharacter;                                       \
-        static constexpr auto FindString = &Functions::FindString;                                                     \
-        static constexpr auto FindOneOf = &Functions::FindOneOf;                                                       \
-        static constexpr auto FindNotOneOf = &Functions::FindNotOneOf;                                                 \
-        static constexpr auto ReverseFindOneOf = &Functions::ReverseFindOneOf;                                         \
-        static constexpr auto ReverseFindNotOneOf = &Functions::ReverseFindNotOneOf;                                   \
-        static constexpr int (*SPrintf)(tUnit*, const tUnit*, ...) = &Functions::SPrintf;                              \
-        static constexpr int (*SNPrintf)(tUnit*, int, const tUnit*, ...) = &Functions::SNPrintf;                       \
-        static constexpr auto VSPrintf = &Functions::VSPrintf;                                                         \
-        static constexpr auto VSNPrintf = &Functions::VSNPrintf;                                                       \
-        static constexpr auto VSCPrintf = &Functions::VSCPrintf;                                                       \
-        static constexpr auto Copy = &Functions::Copy;                                                                 \
-        static constexpr auto NCopy = &Functions::NCopy;                                                               \
-        static constexpr auto Concat = &Functions::Concat;                                                             \
-        static constexpr auto NConcat = &Functions::NConcat;                                                           \
-        static constexpr auto Inc = &Functions::Inc;                                                                   \
-        static constexpr auto NInc = &Functions::NInc;                                                                 \
-        static constexpr auto Dec = &Functions::Dec;                                                                   \
-        static constexpr auto ToLong = &Functions::ToLong;                                                             \
-        static constexpr auto ToUlong = &Functions::ToUlong;                                                           \
-        static constexpr auto ToDouble = &Functions::ToDouble;                                                         \
+        static inline const auto Compare = &Functions::Compare;                                                        \
+        static inline const auto CompareNoCase = &Functions::CompareNoCase;                                            \
+        static inline const auto Collate = &Functions::Collate;                                                        \
+        static inline const auto CollateNoCase = &Functions::CollateNoCase;                                            \
+        static inline const auto Length = &Functions::Length;                                                          \
+        static inline const auto ToLower = &Functions::ToLower;                                                        \
+        static inline const auto ToUpper = &Functions::ToUpper;                                                        \
+        static inline const auto Reverse = &Functions::Reverse;                                                        \
+        static inline const auto FindCharacter = &Functions::FindCharacter;                                            \
+        static inline const auto FindLastCharacter = &Functions::FindLastCharacter;                                    \
+        static inline const auto FindString = &Functions::FindString;                                                  \
+        static inline const auto FindOneOf = &Functions::FindOneOf;                                                    \
+        static inline const auto FindNotOneOf = &Functions::FindNotOneOf;                                              \
+        static inline const auto ReverseFindOneOf = &Functions::ReverseFindOneOf;                                      \
+        static inline const auto ReverseFindNotOneOf = &Functions::ReverseFindNotOneOf;                                \
+        static inline int (*const SPrintf)(tUnit*, const tUnit*, ...) = &Functions::SPrintf;                           \
+        static inline int (*const SNPrintf)(tUnit*, int, const tUnit*, ...) = &Functions::SNPrintf;                    \
+        static inline const auto VSPrintf = &Functions::VSPrintf;                                                      \
+        static inline const auto VSNPrintf = &Functions::VSNPrintf;                                                    \
+        static inline const auto VSCPrintf = &Functions::VSCPrintf;                                                    \
+        static inline const auto Copy = &Functions::Copy;                                                              \
+        static inline const auto NCopy = &Functions::NCopy;                                                            \
+        static inline const auto Concat = &Functions::Concat;                                                          \
+        static inline const auto NConcat = &Functions::NConcat;                                                        \
+        static inline const auto Inc = &Functions::Inc;                                                                \
+        static inline const auto NInc = &Functions::NInc;                                                              \
+        static inline const auto Dec = &Functions::Dec;                                                                \
+        static inline const auto ToLong = &Functions::ToLong;                                                          \
+        static inline const auto ToUlong = &Functions::ToUlong;                                                        \
+        static inline const auto ToDouble = &Functions::ToDouble;                                                      \
     }
 
 TOV_STRING_API(sNarrowApi, char, TOVPlatform::TOVStringA, true);
