@@ -1,0 +1,61 @@
+#include "Examples/ExampleProgram.h"
+
+namespace
+{
+std::string Plugin(const std::string& sName)
+{
+    return PathBesideThisProgram(sName + TOV_MODULE_SUFFIX);
+}
+
+const std::string ALL_GONE = "0 plug-ins are still loaded\n";
+} // namespace
+
+TEST(PluginsTest, SendsTheTextThroughOnePluginAfterTheOther)
+{
+    const sChildResult oResult = RunExample("tovfilter", {"a text", Plugin("tovupper"), Plugin("tovreverse")});
+
+    EXPECT_EQ(0, oResult.nExitCode) << oResult.sErrors;
+    EXPECT_EQ("CUpperFilter    A TEXT\nCReverseFilter  TXET A\n" + ALL_GONE, oResult.sOutput);
+}
+
+TEST(PluginsTest, LoadsTheSamePluginTwice)
+{
+    const sChildResult oResult = RunExample("tovfilter", {"abc", Plugin("tovreverse"), Plugin("tovreverse")});
+
+    EXPECT_EQ(0, oResult.nExitCode) << oResult.sErrors;
+    EXPECT_EQ("CReverseFilter  cba\nCReverseFilter  abc\n" + ALL_GONE, oResult.sOutput);
+}
+
+TEST(PluginsTest, FiltersAnEmptyText)
+{
+    const sChildResult oResult = RunExample("tovfilter", {"", Plugin("tovupper"), Plugin("tovreverse")});
+
+    EXPECT_EQ(0, oResult.nExitCode) << oResult.sErrors;
+    EXPECT_EQ("CUpperFilter    \nCReverseFilter  \n" + ALL_GONE, oResult.sOutput);
+}
+
+TEST(PluginsTest, UnloadsEverythingAfterAPluginThatCannotBeUsed)
+{
+    const std::string sOther = Plugin("OtherPlugin");
+
+    const sChildResult oResult = RunExample("tovfilter", {"abc", Plugin("tovupper"), sOther});
+
+    EXPECT_EQ(1, oResult.nExitCode);
+    EXPECT_EQ(ALL_GONE, oResult.sOutput);
+    EXPECT_EQ("tovfilter: " + sOther + " is no filter but a CTOVRefCount\n", oResult.sErrors);
+}
+
+TEST(PluginsTest, RefusesAFileThatIsNoPlugin)
+{
+    const CTempFolder oFolder;
+    const std::string sText = oFolder.File("text.so");
+    WriteWholeFile(sText, "no code\n");
+
+    EXPECT_EQ("tovfilter: " + sText + " cannot be loaded\n", RunExample("tovfilter", {"abc", sText}).sErrors);
+    EXPECT_EQ("tovfilter: missing cannot be loaded\n", RunExample("tovfilter", {"abc", "missing"}).sErrors);
+}
+
+TEST(PluginsTest, TellsItsUsage)
+{
+    ExpectComplaint("usage: tovfilter TEXT PLUGIN...", 2, RunExample("tovfilter", {"abc"}));
+}
