@@ -43,7 +43,7 @@ namespace TOVDebug
 // NOLINTEND(bugprone-macro-parentheses)
 // clang-format on
 
-// These delete a single object, or an array, and set the pointer to null. They leave a null pointer alone.
+// Deletes a single object and sets the pointer to null. Leaves a null pointer alone.
 #define TOV_SAFE_DELETE(pointer)                                                                                       \
     do                                                                                                                 \
     {                                                                                                                  \
@@ -54,6 +54,7 @@ namespace TOVDebug
         }                                                                                                              \
     } while (false)
 
+// Does the same for an array.
 #define TOV_SAFE_DELETE_ARRAY(pointer)                                                                                 \
     do                                                                                                                 \
     {                                                                                                                  \

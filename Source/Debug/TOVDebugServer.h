@@ -65,6 +65,8 @@ protected:
     // give the new server a new lock through its OnStartup. Null is ignored.
     static void SetDebugServer(CTOVDebugServer* pServer);
 
+    // These lock and unlock the table. A thread may lock it several times. Without a lock they do nothing; with handle
+    // 0 they call exit(-1).
     void LockLoggers();
     void UnlockLoggers();
 

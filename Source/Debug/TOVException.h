@@ -16,9 +16,11 @@ public:
     };
 
     // Virtual operations; their order is part of the exported design. There is no virtual destructor.
+    // These return the two numbers.
     virtual eErrorClass GetClass(); // Settled: not const, unlike GetCode.
     virtual unsigned long GetCode() const;
 
+    // Makes an exception of these two numbers.
     CTOVException(eErrorClass eClass, unsigned long ulErrorCode);
     CTOVException(const CTOVException& oOther);
     CTOVException& operator=(const CTOVException& oOther);

@@ -31,10 +31,14 @@ public:
     virtual void OnPanic(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                          ...);
 
+    // Receives a log line. The argument list may be read once; a listener that reads it twice makes a copy.
     virtual void OnLogV(const char* szFile, unsigned long ulLine, eTOVDebugSeverity eSeverity, const char* szFormat,
                         va_list pArguments) = 0;
+    // Receives a failed check with its literal text, before the exception is thrown.
     virtual void OnAssert(const char* szFile, unsigned long ulLine, const char* szExpression) = 0;
+    // Receives a panic. The process ends when all listeners have returned.
     virtual void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) = 0;
+    // Is for a listener that shows a name. The server never calls it.
     virtual void SetApplicationName(const char* szName) = 0;
 
     ITOVLogListener();

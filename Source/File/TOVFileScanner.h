@@ -34,11 +34,13 @@ public:
         eScannerStop = 1
     };
 
+    // Says what the callback is called for.
     enum eScannerMode : int
     {
         eScannerModeFile = 1 // a file was found
     };
 
+    // The callback. It receives the value that was passed to Run.
     typedef eScannerControl (*tScannerCallback)(eScannerMode eMode, sTOVFileDescriptor* pDescriptor,
                                                 unsigned long long ullUserValue);
 
@@ -55,10 +57,12 @@ public:
     // Sets whether subdirectories are scanned as well, within the limits above. Initially they are.
     virtual void SetIncludeSubDirs(bool bIncludeSubDirs);
 
+    // Has no directories, and scans subdirectories as well.
     CTOVFileScanner();
     CTOVFileScanner(const CTOVFileScanner& oOther);
     CTOVFileScanner& operator=(const CTOVFileScanner& oOther);
 
+    // Adds a directory, with a pattern such as "*.txt" for the names of its files.
     void AddScanDirectory(const CTOVPath& oDirectory, const CTOVStringA& oPattern);
 
 private:

@@ -21,6 +21,7 @@ public:
     virtual void* QueryInterface(const CTOVClass& oClass); // this for GetClass(), otherwise null
     virtual bool IsInstanceOf(const CTOVClass& oClass) const;
     virtual bool IsKindOf(const CTOVClass& oClass) const;
+    // These set and return an assign, and replace the one at the beginning of a path.
     virtual void SetAssign(const CTOVStringA& oName, const CTOVPath& oPath) = 0;
     virtual const CTOVStringA& GetAssign(const CTOVStringA& oName) const = 0;
     virtual CTOVPath ResolvePath(const CTOVPath& oPath) = 0;
@@ -29,6 +30,7 @@ public:
     ITOVVirtualFileSystem(const ITOVVirtualFileSystem& oOther);
     ITOVVirtualFileSystem& operator=(const ITOVVirtualFileSystem& oOther);
 
+    // Returns the descriptor of this interface.
     static const CTOVClass& GetClass();
 };
 
@@ -75,6 +77,7 @@ public:
     // Returns the table that CTOVFile uses. Creates it if it does not exist.
     static CTOVVirtualFileSystem& Instance();
 
+    // Returns the descriptor of this class, whose super class is ITOVVirtualFileSystem.
     static const CTOVClass& GetClass();
 
 private:

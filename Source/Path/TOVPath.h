@@ -51,6 +51,7 @@ public:
     // result.
     static CTOVPath& Null();
 
+    // These return the path as a string, which shares the text with whoever copies it.
     const CTOVStringA& AsString() const;
     operator const CTOVStringA&() const;
 
@@ -65,6 +66,7 @@ public:
         return oStream << oPath.m_oPath;
     }
 
+    // These return the number of characters and whether it is 0. Empty does the same as CTOVStringA::Empty.
     long GetLength() const;
     bool IsEmpty() const;
     void Empty();

@@ -86,6 +86,7 @@ public:
     // Sets the size: removes elements at the end, or adds value-initialised ones.
     virtual void Resize(long lNumElements);
 
+    // These return an element.
     virtual const T& GetAt(long lIndex) const;
     virtual T& ElementAt(long lIndex);
 
@@ -144,6 +145,7 @@ public:
     public:
         void Sort(TCompare pfCompare) override;
 
+        // Will sort this array.
         explicit CHeapSort(CTOVArray* pArray);
 
     private:

@@ -68,6 +68,7 @@ public:
     void Or(const CTOVBitArray& oSrc);
     const CTOVBitArray& operator|=(const CTOVBitArray& oSrc);
 
+    // Returns whether any bit of the bytes is set.
     bool IsAnyBitSet() const;
 
     // Returns the bytes, or null if the array has never had any.

@@ -38,6 +38,7 @@ public:
     // "lNumElements >= 0" and "bKeepData == false".
     virtual void SetCapacity(long lNumElements, bool bKeepData = false);
 
+    // These return the largest and the present number of elements.
     virtual long GetCapacity() const;
     virtual long GetCount() const;
     // Calls GetCount.

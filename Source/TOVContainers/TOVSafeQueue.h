@@ -44,6 +44,7 @@ template<class T> class TOV_TEMPLATE CTOVSafeQueue
 public:
     // Virtual operations; their order is part of the exported design.
 
+    // Returns whether there is no element at this moment.
     virtual bool IsEmpty() const;
     // Returns the number of elements, which other threads may change at any moment. GetSize calls GetCount.
     virtual long GetCount() const;

@@ -9,6 +9,6 @@
 template<class TCompare> class TOV_TEMPLATE ISorter
 {
 public:
-    // Virtual operation.
+    // Virtual operation. Sorts the container in ascending order of the comparison.
     virtual void Sort(TCompare pfCompare) = 0;
 };

@@ -68,7 +68,7 @@ public:
     static const CTOVClass& GetClass();
 
 protected:
-    long m_lRefCount;
+    long m_lRefCount; // references to this object, the one of its creator included
 };
 
 // Frees what a control block owns. If T needs no destructor, the storage is passed to "operator delete", which does not
@@ -103,6 +103,7 @@ public:
             return ::operator new(nBytes);
     }
 
+    // Destroys and frees the object, as the class's description says.
     static void Free(T* pObject) noexcept
     {
         if constexpr (!IsPlainStorage())

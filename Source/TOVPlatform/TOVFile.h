@@ -71,13 +71,13 @@ enum eFindResult
 // Describes one entry of a directory search. Times are in units of 100 nanoseconds since the start of 1601.
 struct sTOVFindData
 {
-    unsigned long ulAttributes; // eFileAttribute bits
-    unsigned long long ullCreationTime;
-    unsigned long long ullLastAccessTime;
-    unsigned long long ullLastWriteTime;
-    unsigned long long ullSize; // bytes; 0 for a directory
-    char szName[260];           // padded with zeros; a name of 260 bytes or more fills it without a terminator
-    char cGuard;                // always 0, so that a name of full length is still terminated
+    unsigned long ulAttributes;           // eFileAttribute bits
+    unsigned long long ullCreationTime;   // where the file system does not know it, the earliest time that is known
+    unsigned long long ullLastAccessTime; // the last time that it was read
+    unsigned long long ullLastWriteTime;  // the last time that its contents changed
+    unsigned long long ullSize;           // bytes; 0 for a directory
+    char szName[260]; // padded with zeros; a name of 260 bytes or more fills it without a terminator
+    char cGuard;      // always 0, so that a name of full length is still terminated
 };
 
 // Opens a file. The mode is one of the C runtime: "r", "w", "a", "r+", "w+" or "a+", then "t" or "b" if wanted, then
@@ -170,6 +170,7 @@ TOV_EXPORT bool FindNext(tHandle hFind, sTOVFindData* pFindData);
 TOV_EXPORT eFindResult FindFirstEntry(const char* szPattern, sTOVFindData* pFindData, tHandle* phFind);
 TOV_EXPORT eFindResult FindNextEntry(tHandle hFind, sTOVFindData* pFindData);
 
+// Ends a search. A handle that is not that of a search is ignored.
 TOV_EXPORT void FindClose(tHandle hFind);
 
 // The table of open streams. A slot is empty, which is null, or holds a stream that Open has made, and its index is the

@@ -15,6 +15,7 @@ TOV_EXPORT void* Alloc(unsigned long dwSize);
 TOV_EXPORT void* Realloc(void* pMemoryBlock, unsigned long dwSize);
 TOV_EXPORT void Free(void* pMemory);
 
+// Fills with zeros.
 TOV_EXPORT void Zero(void* pMemory, unsigned long dwSize);
 
 // Copies between blocks that do not overlap.

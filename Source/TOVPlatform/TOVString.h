@@ -133,6 +133,7 @@ TOV_EXPORT int Collate(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT int CollateNoCase(const wchar_t* szString1, const wchar_t* szString2);
 TOV_EXPORT TOV_CALLED_OFTEN int OrderNoCase(const wchar_t* szString1, const wchar_t* szString2);
 
+// These return the number of units before the terminator, or change the text in place and return it.
 TOV_EXPORT int Length(const wchar_t* szString);
 TOV_EXPORT wchar_t* ToLower(wchar_t* szString);
 TOV_EXPORT wchar_t* ToUpper(wchar_t* szString);
@@ -169,6 +170,7 @@ inline int SNPrintf(wchar_t*, int, const wchar_t*, const TArguments&...)
     return 0;
 }
 
+// These copy and append as the functions of TOVStringA do. Counts are in units.
 TOV_EXPORT wchar_t* Copy(wchar_t* szStringDest, const wchar_t* szStringSrc);
 TOV_EXPORT wchar_t* Concat(wchar_t* szStringDest, const wchar_t* szStringSrc);
 TOV_EXPORT wchar_t* NCopy(wchar_t* szStringDest, const wchar_t* szStringSrc, int nCount);
@@ -180,6 +182,7 @@ TOV_EXPORT wchar_t* Inc(const wchar_t* szString);
 TOV_EXPORT wchar_t* NInc(const wchar_t* szString, int nCount);
 TOV_EXPORT wchar_t* Dec(const wchar_t* szStringStart, const wchar_t* szStringCurrent);
 
+// These read the number at the start of a text as the functions of TOVStringA do.
 TOV_EXPORT long ToLong(const wchar_t* szStart, wchar_t** pszEnd, int nBase);
 TOV_EXPORT unsigned long ToUlong(const wchar_t* szStart, wchar_t** pszEnd, int nBase);
 TOV_EXPORT double ToDouble(const wchar_t* szStart, wchar_t** pszEnd);

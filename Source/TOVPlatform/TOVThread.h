@@ -14,12 +14,13 @@ namespace TOVPlatform
 // Any thread may call any function.
 namespace TOVThread
 {
+// The priority of one thread among those of its process.
 enum eThreadPriority : int
 {
     eThreadPriorityLow = 0,
     eThreadPriorityNormal = 1,
     eThreadPriorityHigh = 2,
-    eThreadPriorityTimeCritical = 3
+    eThreadPriorityTimeCritical = 3 // for short work that cannot wait
 };
 
 // The function that a new thread executes. Its argument contains the pParam of Create in its low bits; on a 32-bit

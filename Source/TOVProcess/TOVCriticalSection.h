@@ -23,6 +23,8 @@ public:
     CTOVCriticalSection(const CTOVCriticalSection& oOther);
     CTOVCriticalSection& operator=(const CTOVCriticalSection& oOther);
 
+    // Enter waits until no other thread is inside. Leave must be called by the thread that is inside, once for each
+    // Enter.
     void Enter() const;
     void Leave() const;
 

@@ -23,6 +23,8 @@ public:
     CTOVEvent(const CTOVEvent& oOther);
     CTOVEvent& operator=(const CTOVEvent& oOther);
 
+    // Signal lets a wait go on, or with manual reset all waits; Reset takes an unused signal back. Wait waits for a
+    // signal without a limit.
     void Signal();
     void Reset();
     void Wait();

@@ -16,6 +16,7 @@ class CTOVEvent;
 class TOV_EXPORT CTOVEventCondition
 {
 public:
+    // Says how many of the events a wait is for.
     enum eConditionType : int // any other value acts as eConditionTypeAny
     {
         eConditionTypeAny = 0, // one event is signalled

@@ -23,6 +23,8 @@ public:
     CTOVMutex(const CTOVMutex& oOther);
     CTOVMutex& operator=(const CTOVMutex& oOther);
 
+    // Lock waits until no other thread holds the mutex. Unlock must be called by the thread that holds it, once for
+    // each Lock.
     TOV_CALLED_OFTEN void Lock() const;
     TOV_CALLED_OFTEN void Unlock() const;
 

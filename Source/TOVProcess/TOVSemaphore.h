@@ -25,6 +25,7 @@ public:
     CTOVSemaphore(const CTOVSemaphore& oOther);
     CTOVSemaphore& operator=(const CTOVSemaphore& oOther);
 
+    // Waits until the count is above 0, and decrements it.
     void Lock() const;
 
     // Waits for at most lMilliseconds; -1 waits without a limit. Returns false only if the time has run out.

@@ -49,6 +49,7 @@ public:
     // Does the work, on the new thread. An exception that leaves it ends the process. Nothing reads the result.
     virtual unsigned long Run() = 0;
 
+    // Returns whether Stop was called since the last start. Run polls it.
     virtual bool IsStopPending() const;
 
     // Settled: returns true from the first start on, even after the thread has ended. On the new thread it returns true

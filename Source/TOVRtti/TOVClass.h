@@ -52,6 +52,7 @@ public:
     operator CTOVStringA() const;
     unsigned long GetClassId() const;
 
+    // These return how many direct super classes there are, and whether there is any.
     int GetNumSuperClasses() const;
     bool HasSuperClasses() const;
     // Throws unless "(0 <= nSuperClass) && (nSuperClass < GetNumSuperClasses())".

@@ -37,6 +37,7 @@ public:
     // Removes a name. Its descriptor is not notified and keeps its id. An unknown name is ignored.
     void RemoveClass(const CTOVStringA& oName);
 
+    // These return whether a name is registered, and the number of registered names.
     bool HasClass(const CTOVStringA& oName) const;
     long GetNumClasses() const;
 

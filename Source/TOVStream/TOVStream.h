@@ -59,6 +59,7 @@ public:
     virtual void SerializeBegin(int nDataFormatVersion) = 0;
     virtual void SerializeEnd() = 0;
 
+    // Returns the mode word.
     virtual int GetMode() const = 0;
 
     // These are implemented here, by the virtual GetMode(). IsStoring does the same as IsSaving.
@@ -67,11 +68,14 @@ public:
     virtual bool IsSaving() const;
     virtual bool IsStoring() const;
 
+    // Returns the position in bytes.
     virtual unsigned long long Tell() const = 0;
+    // These say which of the optional operations the stream has.
     virtual bool SupportsRead() const = 0;
     virtual bool SupportsWrite() const = 0;
     virtual bool SupportsSeek() const = 0;
     virtual bool SupportsVersioning() const = 0;
+    // Returns a size in bytes; each implementation says of what.
     virtual unsigned long long GetSize() const = 0;
 
     // Returns the version of the section that is being read, or -1 if there is none.

@@ -26,8 +26,8 @@ template<class T> class TOVStreamTraitsMemoryImage
 public:
     static_assert(std::is_trivially_copyable<T>::value, "only a trivially copyable type is its own memory image");
 
+    // These transfer the bytes of the value. A short transfer is not reported.
     static void Write(ITOVStream& oStream, const T& oValue) { oStream.Write(&oValue, sizeof oValue); }
-
     static void Read(ITOVStream& oStream, T& oValue) { oStream.Read(&oValue, sizeof oValue); }
 };
 
@@ -67,6 +67,7 @@ public:
     }
 };
 
+// Writes the decimal digits.
 template<> inline void TOVStreamTraitsASCII<int>::Write(ITOVStream& oStream, const int& nValue)
 {
     CTOVStringA oText;

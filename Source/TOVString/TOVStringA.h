@@ -106,6 +106,7 @@ public:
     // Asks the resource loader to fill this string, which is not emptied first. Returns the loader's result.
     bool LoadStringResource(long lStringId);
 
+    // These return the length in bytes, without the terminator, and whether it is 0.
     TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
     TOV_EXPORT_INLINE bool IsEmpty() const { return m_nStringLength == 0; }
     // Returns the text, or NULL if there is no block. The non-const form makes no private copy.

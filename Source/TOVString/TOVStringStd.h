@@ -29,8 +29,8 @@ inline std::u16string Utf16Of(const CTOVStringW& oText)
     return std::u16string(pText, pText + oText.GetLength());
 }
 
-// These return a string of exactly these units, with zeros among them, in a block of its own; an empty text has no
-// block. They throw unless "nLength <= INT_MAX-1".
+// Returns a string of exactly these bytes, with zeros among them, in a block of its own; an empty text has no block.
+// Throws unless "nLength <= INT_MAX-1".
 inline CTOVStringA TextOf(std::string_view sText)
 {
     TOV_ASSERT_TEXT(sText.size() <= INT_MAX - 1, "nLength <= INT_MAX-1");
@@ -41,6 +41,7 @@ inline CTOVStringA TextOf(std::string_view sText)
     return oText;
 }
 
+// Does the same for units of UTF-16.
 inline CTOVStringW WideTextOf(std::u16string_view sText)
 {
     TOV_ASSERT_TEXT(sText.size() <= INT_MAX - 1, "nLength <= INT_MAX-1");
@@ -56,12 +57,13 @@ inline CTOVStringW WideTextOf(std::u16string_view sText)
     return oText;
 }
 
-// These return the hash of what the operator == compares: the units up to the first zero.
+// Returns the hash of what the operator == compares: the units up to the first zero.
 inline std::size_t HashOf(const CTOVStringA& oText)
 {
     return std::hash<std::string_view>()(oText.GetString() != nullptr ? oText.GetString() : "");
 }
 
+// Does the same for a wide text.
 inline std::size_t HashOf(const CTOVStringW& oText)
 {
     const wchar_t* const pText = oText.GetString();

@@ -39,6 +39,7 @@ public:
 
     // An empty text, and an nCount of 0 or less, allocate no block.
     CTOVStringW() TOV_OUTSIDE_BODY(: m_nStringLength(0) {})
+    // Does the same as operator=(const wchar_t*).
     CTOVStringW(const wchar_t* szString) TOV_OUTSIDE_BODY(: CTOVStringW(NewText(szString)) {})
     // Shares oOther's block. Settled: a string without a block has a holder of its own.
     CTOVStringW(const CTOVStringW& oOther);
@@ -63,16 +64,21 @@ public:
     const CTOVStringW& operator=(const wchar_t* szString); // copies the text; NULL and L"" empty the string
     const CTOVStringW& operator=(wchar_t cChar);           // copies one character; 0 empties the string
 
+    // These append by ConcatInPlace. A string is appended with its whole length, including zeros inside it.
     const CTOVStringW& operator+=(const CTOVStringW& oOther);
     const CTOVStringW& operator+=(const wchar_t* szString); // throws unless szString != NULL
     const CTOVStringW& operator+=(wchar_t cChar);
 
-    // Throws unless "szSrcString != NULL" and "nStringLength > 0".
+    // Copies exactly nStringLength characters. Throws unless "szSrcString != NULL" and "nStringLength > 0".
     void Copy(const wchar_t* szSrcString, int nStringLength);
+    // Makes the block private, fills its whole capacity with zeros, and sets the length to 0. Does nothing if the
+    // length is 0.
     void Empty();
     // Always returns false: wide strings never ask the resource loader.
     bool LoadStringResource(long lStringId);
 
+    // These return the length in units of 16 bits, whether it is 0, and the text, which is NULL if there is no block.
+    // The non-const form makes no private copy.
     TOV_EXPORT_INLINE long GetLength() const { return m_nStringLength; }
     TOV_EXPORT_INLINE bool IsEmpty() const { return m_nStringLength == 0; }
     TOV_EXPORT_INLINE const wchar_t* GetString() const { return m_oData.GetBuffer(); }
@@ -116,6 +122,7 @@ public:
     int ReverseFindOneOf(const wchar_t* szCharSet, int nStartPos = 0) const;
     int ReverseFindNotOneOf(const wchar_t* szCharSet, int nStartPos = 0) const;
 
+    // These replace every match and return the number of matches, as those of CTOVStringA do.
     int Replace(wchar_t cOldChar, wchar_t cNewChar);
     int Replace(const wchar_t* szOld, const wchar_t* szNew);
 
@@ -126,16 +133,19 @@ public:
     CTOVStringW Mid(int nFirst, int nCount) const;
     CTOVStringW Mid(int nFirst) const;
 
+    // These test for a prefix or a suffix, as those of CTOVStringA do.
     bool BeginsWith(const CTOVStringW& oOther) const;
     bool BeginsWithNoCase(const CTOVStringW& oOther) const;
     bool EndsWith(const CTOVStringW& oOther) const;
     bool EndsWithNoCase(const CTOVStringW& oOther) const;
 
+    // These return the order as those of CTOVStringA do.
     int Compare(const wchar_t* szString) const;
     int CompareNoCase(const wchar_t* szString) const;
     int Collate(const wchar_t* szString) const;
     int CollateNoCase(const wchar_t* szString) const;
 
+    // These change the text in place. Every string that shares the block sees the change.
     void MakeLower();
     void MakeUpper();
     void Reverse();
@@ -143,6 +153,7 @@ public:
     // A separator from 0x80 up finds units from U+FF80 up. Throws for a separator of 0 if the string is not empty.
     int Split(CTOVArray<CTOVStringW>& oResult, char cSeparator) const;
 
+    // These return the number at the start of the text, as those of CTOVStringA do.
     int AsInt(int nBase = 10) const;
     long AsLong(int nBase = 10) const;
     unsigned int AsUint(int nBase = 10) const;
@@ -151,6 +162,7 @@ public:
     double AsDouble() const;
     bool AsBool() const;
 
+    // These replace the text by a formatted one and return its number of units, as those of CTOVStringA do.
     int Format(const wchar_t* szFormat, ...);
     int FormatV(const wchar_t* szFormat, va_list pArguments);
 

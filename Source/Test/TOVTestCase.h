@@ -29,6 +29,7 @@ public:
     static CTOVTestCase& Null();
 
 protected:
+    // Sets all members. The suite calls it for the case object that all suites share.
     CTOVTestCase& operator()(CTOVTestSuite* pSuite, void (CTOVTestSuite::*pfTest)(), const char* szDescription,
                              const char* szFileName, unsigned long ulLine);
 

@@ -8,6 +8,7 @@
 #include <Test/TOVTestText.h>
 #include <Test/TOVTestValue.h>
 
+// These give the text of an expression, with macros expanded. Internal.
 #define TOV_TEST_SOURCE_TEXT_OF(...) #__VA_ARGS__
 #define TOV_TEST_SOURCE_TEXT(...) TOV_TEST_SOURCE_TEXT_OF(__VA_ARGS__)
 

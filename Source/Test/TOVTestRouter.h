@@ -49,6 +49,7 @@ public:
     CTOVTestRouter(const CTOVTestRouter& oOther);
     CTOVTestRouter& operator=(const CTOVTestRouter& oOther);
 
+    // These return how many listeners there are, counting one that was added twice as two, and whether there is any.
     long GetNumListeners() const;
     bool HasListeners() const;
     // Returns null if the index is out of range.

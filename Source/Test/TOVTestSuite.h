@@ -20,12 +20,14 @@ public:
     virtual void Startup();
     virtual void Closedown();
 
+    // Returns the number of cases. The base class has none.
     virtual long GetNumTestCases() const;
 
     // Returns the case at an index. It is valid until the next call for any suite, as all suites share one case object.
     // The base class has no cases, and returns one that is named "<invalid test case>" and does nothing.
     virtual CTOVTestCase& GetTestCase(long lIndex) const;
 
+    // These return the name of the suite that reports show, and the place of its table in the sources.
     virtual const char* GetDescription() const;
     virtual const char* GetFileName() const;
     virtual unsigned long GetLine() const;

@@ -30,15 +30,16 @@ namespace TOVTest
 // Describes one row of a suite's table of cases. The table ends with a row without a function.
 struct sTestEntry
 {
-    const char* szDescription;
-    void (CTOVTestSuite::*pfTest)();
-    const char* szFileName;
-    unsigned long ulLine;
+    const char* szDescription;       // the name that reports show
+    void (CTOVTestSuite::*pfTest)(); // null ends the table
+    const char* szFileName;          // the source, and the line in it
+    unsigned long ulLine;            // of the entry
 };
 
 // Registers a creator when its program or library is loaded. The creator's destructor unregisters it.
 struct sTestRegistration
 {
+    // Registers the creator, which is not owned.
     sTestRegistration(const char* szName, ITOVTestSuiteCreator* pCreator)
     {
         CTOVTestSuiteFactory::Register(szName, pCreator);
@@ -94,11 +95,14 @@ private:                                                                        
     }                                                                                                                  \
     const TOVTest::sTestEntry Suite::s_aTestEntries[] = {
 
+// Is an entry of the table: the name that reports show, and a member function without parameters.
 #define TOV_TEST_CASE(szDescription, Function) TOV_TEST_CASE_AT(szDescription, Function, __FILE__, __LINE__)
 
+// Is an entry with a given file and line.
 #define TOV_TEST_CASE_AT(szDescription, Function, szFileName, ulLine)                                                  \
     {szDescription, static_cast<void (TOVTest::CTOVTestSuite::*)()>(&tTestSuite::Function), szFileName, ulLine},
 
+// Ends the table.
 #define TOV_TEST_CASES_END                                                                                             \
     {                                                                                                                  \
         nullptr, nullptr, nullptr, 0                                                                                   \

@@ -37,6 +37,8 @@ public:
     static bool GetFirst(const char*& szName);
     static bool GetNext(const char* szName, const char*& szNext);
 
+    // These return the number of names in the map, and whether this one is among them: the pointer counts, not the
+    // text.
     static long GetNumSuites();
     static bool HasClass(const char* szName);
 

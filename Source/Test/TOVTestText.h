@@ -20,6 +20,7 @@ namespace TOVTest
 class TOV_EXPORT CTOVTestText
 {
 public:
+    // These make the text of a value, as the table shows.
     explicit CTOVTestText(bool bValue);
     explicit CTOVTestText(char cValue);
     explicit CTOVTestText(signed char cValue);
@@ -38,6 +39,7 @@ public:
     CTOVTestText(const CTOVTestText& oOther);
     CTOVTestText& operator=(const CTOVTestText& oOther);
 
+    // Returns the text, which lives as long as this object.
     operator const char*() const;
 
 private:

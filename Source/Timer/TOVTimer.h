@@ -82,9 +82,8 @@ public:
     // Stops the channel: its time is 0 until the next Start. Checks that the channel is defined.
     void Stop(int nChannel);
 
-    // These check that the channel is running.
-
-    // Sets the time to 0. Settled: the time of a paused channel becomes negative, by the time since the pause.
+    // Sets the time to 0. Settled: the time of a paused channel becomes negative, by the time since the pause. This and
+    // the next three check that the channel is running.
     void Reset(int nChannel);
     // Sets the time, which may be negative, and also the frame time if that is enabled. Settled: the time of a paused
     // channel becomes 0, and continues from there.
@@ -110,7 +109,8 @@ public:
     // DisableFrameTime does.
     void EnableFrameTime(int nChannel);
     void DisableFrameTime(int nChannel);
-    bool IsFrameTimeEnabled(int nChannel) const; // checks the range
+    // Returns whether frame time is enabled. Checks the range.
+    bool IsFrameTimeEnabled(int nChannel) const;
     // Returns the time of the last update if frame time is enabled, else GetTime, and 0 if the channel is not defined
     // and running. Checks the range.
     double GetFrameTime(int nChannel) const;

@@ -10,7 +10,7 @@ namespace TOVDebug
 // Passes each line, check and panic to a function, for a window, a test or another logger. The server calls it from the
 // thread that logs, one line at a time. If the function throws, the line counts as lost. An empty function loses all
 // lines.
-class CTOVCallbackListener final : public CTOVLineListener
+class TOV_LISTENER_EXPORT CTOVCallbackListener final : public CTOVLineListener
 {
 public:
     typedef std::function<void(const sTOVLogLine& oLine)> tCallback;

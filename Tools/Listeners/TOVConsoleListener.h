@@ -7,6 +7,7 @@
 
 namespace TOVDebug
 {
+// Says where CTOVConsoleListener prints.
 enum eTOVConsoleStream
 {
     eConsoleError,  // standard error

@@ -47,8 +47,8 @@ protected:
     bool Open(bool bAppend);
     void Close();
 
-    const std::string m_sPath;
-    std::FILE* m_pFile; // null while no file is open
+    const std::string m_sPath; // as it was given to the constructor
+    std::FILE* m_pFile;        // null while no file is open
 
 private:
     mutable std::mutex m_oMutex;

@@ -29,6 +29,7 @@ protected:
     // Called for each line. If it throws, the line counts as lost.
     virtual void OnLine(const sTOVLogLine& oLine) = 0;
 
+    // Makes HasLostLines return true.
     void NoteLoss();
 
 private:

@@ -9,6 +9,7 @@
 
 namespace TOVDebug
 {
+// What the debug server was called for.
 enum eTOVLogKind
 {
     eLogMessage, // a log line
@@ -16,15 +17,16 @@ enum eTOVLogKind
     eLogPanic
 };
 
+// Describes one event.
 struct TOV_LISTENER_EXPORT sTOVLogLine
 {
-    eTOVLogKind eKind;
+    eTOVLogKind eKind;                           // a message, a failed check or a panic
     std::chrono::system_clock::time_point oTime; // when the listener received the event
-    std::string sFile;
-    unsigned long ulLine;
-    eTOVDebugSeverity eSeverity; // error for a failed check, fatal for a panic
-    std::string sText;           // formatted message, or the check's expression
-    unsigned long ulThread = 0;  // the system's number for the thread that logged, or 0 if it is not known
+    std::string sFile;                           // the source that reported it
+    unsigned long ulLine;                        // in that source
+    eTOVDebugSeverity eSeverity;                 // error for a failed check, fatal for a panic
+    std::string sText;                           // formatted message, or the check's expression
+    unsigned long ulThread = 0; // the system's number for the thread that logged, or 0 if it is not known
 
     // Returns whether this is a failed check, a panic, or a message of severity 500 or above, which must not be lost.
     bool IsGrave() const;

@@ -22,6 +22,7 @@ public:
     // Returns a copy of the lines, oldest first.
     std::vector<sTOVLogLine> GetLines() const;
 
+    // Removes all lines.
     void Clear();
 
 protected:

@@ -27,6 +27,7 @@ public:
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
     void SetApplicationName(const char* szName) override;
 
+    // Passes on lines of this severity and above.
     CTOVSeverityFilter(ITOVLogListener& oTarget, eTOVDebugSeverity eLeastSeverity);
 
     // These are thread-safe, even during a call by the server.
