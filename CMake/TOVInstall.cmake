@@ -127,6 +127,7 @@ endif()
 # The documents refer to each other by their places in the project.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
 install(DIRECTORY Documentation DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
+install(DIRECTORY Examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
 if(EXISTS "${PROJECT_SOURCE_DIR}/LICENSE")
     install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
 endif()
