@@ -106,7 +106,10 @@ public:
         m_nRead += nBytes;
         return true;
     }
-    std::string WaitForEnd() override { return ""; }
+    std::string TakeOutput(eTestStream /*eStream*/) override { return ""; }
+    bool HasEnded() override { return false; }
+    void End() override {}
+    sWorkerEnd WaitForEnd() override { return {"", false}; }
 
     bool m_bAcknowledges = true;
 
@@ -291,7 +294,7 @@ tFaultScenarios HostScenarios()
              CTOVTestRecorder oRecorder;
              try
              {
-                 if (Completes([&] { FAULT_EXPECT(ReceiveTestEvents(oLink, oRecorder)); }))
+                 if (Completes([&] { FAULT_EXPECT(ReceiveTestEvents(oLink, oRecorder, [] {})); }))
                      FAULT_EXPECT(CountCases(oRecorder.GetRecord()).lCases == 2);
              }
              catch (const std::runtime_error&)
