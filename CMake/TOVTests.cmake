@@ -11,6 +11,12 @@ if(NOT TOV_GOOGLETEST_SOURCES)
 endif()
 find_package(Threads REQUIRED)
 
+# What scripts compile with: a compiler that needs no options for its target.
+set(TOV_COMPILER_BY_HAND "${CMAKE_CXX_COMPILER}")
+if(TOV_RUNTIME_COMPILER)
+    set(TOV_COMPILER_BY_HAND "${TOV_RUNTIME_COMPILER}")
+endif()
+
 # Test code is large and runs once, so that its compilation is what costs: an optimised build optimises the library and
 # not its tests, and the four undefined-behaviour checks that guard each single member access are left to the library.
 # AddressSanitizer sees the same mistakes in the tests.

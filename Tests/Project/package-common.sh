@@ -48,7 +48,8 @@ run_consumer()
 # configure_consumer FOLDER OPTION...
 configure_consumer()
 {
-    local -a options=(-G Ninja -D CMAKE_CXX_FLAGS="${flags[*]-}")
+    local -a options=(-G Ninja)
+    [ ${#flags[@]} -eq 0 ] || options+=(-D CMAKE_CXX_FLAGS="${flags[*]}")
     if [ -n "$toolchain" ]; then
         # A cross build looks for packages in its own roots only.
         options+=(-D CMAKE_TOOLCHAIN_FILE="$toolchain" -D CMAKE_FIND_ROOT_PATH="$prefix")

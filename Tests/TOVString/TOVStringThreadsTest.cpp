@@ -60,7 +60,7 @@ private:
 // Lengths whose blocks end on both sides of a size of the lists, and longer ones.
 template<class TRandom> int NextLength(TRandom& oRandom)
 {
-    return static_cast<int>(oRandom() % 20 == 0 ? oRandom() % 3000 : oRandom() % 70 + 1);
+    return static_cast<int>((oRandom() % 20 == 0 ? oRandom() % 3000 : oRandom() % 70) + 1);
 }
 
 template<class TString> int RunSteps(unsigned uSeed, int nSteps, CExchange<TString>* pExchange)
