@@ -27,10 +27,10 @@ void CTOVFileReport::OnEnd(const sTestRecord& oRecord)
         return;
     const std::string sText = Compose(oRecord);
     const bool bWritten = std::fwrite(sText.data(), 1, sText.size(), m_pFile) == sText.size();
-    const bool bClosed = (m_pFile == stdout ? std::fflush(m_pFile) : std::fclose(m_pFile)) == 0;
-    const std::string sName = m_pFile == stdout ? "standard output" : m_sFile;
+    const bool bStandard = m_pFile == stdout;
+    const bool bClosed = (bStandard ? std::fflush(m_pFile) : std::fclose(m_pFile)) == 0;
     m_pFile = nullptr;
     if (!bWritten || !bClosed)
-        throw std::runtime_error("cannot write all of " + sName);
+        throw std::runtime_error("cannot write all of " + (bStandard ? "standard output" : m_sFile));
 }
 } // namespace TOVTestHost
