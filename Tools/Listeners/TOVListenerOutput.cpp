@@ -36,9 +36,9 @@ bool WantsColours(std::FILE* pStream)
     return (szNoColour == nullptr || *szNoColour == '\0') && TOVListenerSystem::ShowsColours(pStream);
 }
 
-bool MustFlush(const sTOVLogLine& oLine)
+bool IsEnding()
 {
-    return oLine.IsGrave() || s_bEnding;
+    return s_bEnding;
 }
 } // namespace TOVListenerOutput
 } // namespace TOVDebug

@@ -17,9 +17,14 @@ bool WriteText(std::FILE* pStream, const std::string& sText);
 // something.
 bool WantsColours(std::FILE* pStream);
 
-// Returns whether to flush the stream after this line: because the line is grave, or because the process is ending. On
-// some systems, libraries still run their clean-up code, and log, after the streams have been flushed for the last
-// time.
-bool MustFlush(const sTOVLogLine& oLine);
+// Returns whether the process is ending. On some systems, libraries still run their clean-up code, and log, after the
+// streams have been flushed for the last time.
+bool IsEnding();
+
+// Returns whether to flush the stream after this line.
+inline bool MustFlush(const sTOVLogLine& oLine)
+{
+    return oLine.IsGrave() || IsEnding();
+}
 } // namespace TOVListenerOutput
 } // namespace TOVDebug

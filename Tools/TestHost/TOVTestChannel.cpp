@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <mutex>
 #include <stdexcept>
@@ -160,7 +161,7 @@ public:
     CMessageReader(const CMessageReader&) = delete;
     CMessageReader& operator=(const CMessageReader&) = delete;
 
-    // Waits for a message. Returns false if the worker has ended.
+    // Waits for a message. Returns false if the worker has ended. Throws what has ended the thread.
     bool Wait(const std::function<void()>& fnWatch)
     {
         std::unique_lock<std::mutex> oLock(m_oMutex);
@@ -173,6 +174,8 @@ public:
                 m_oLink.End();
             oLock.lock();
         }
+        if (m_pError != nullptr)
+            std::rethrow_exception(m_pError);
         return m_bMessage;
     }
 
@@ -190,13 +193,26 @@ public:
     }
 
 private:
+    bool TryRead()
+    {
+        try
+        {
+            return ReadMessage(m_oLink, m_cEvent, m_aFields);
+        }
+        catch (...)
+        {
+            m_pError = std::current_exception();
+            return false;
+        }
+    }
+
     void ReadAll()
     {
         std::unique_lock<std::mutex> oLock(m_oMutex);
         while (!m_bEnd)
         {
             oLock.unlock();
-            const bool bRead = ReadMessage(m_oLink, m_cEvent, m_aFields);
+            const bool bRead = TryRead();
             oLock.lock();
             m_bMessage = bRead && !m_bEnd;
             m_bEnd = m_bEnd || !bRead;
@@ -212,6 +228,7 @@ private:
     bool m_bEnd;
     char m_cEvent;
     tFields m_aFields;
+    std::exception_ptr m_pError;
     std::thread m_oThread;
 };
 } // namespace
