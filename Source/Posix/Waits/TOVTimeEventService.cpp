@@ -65,11 +65,12 @@ unsigned int CTimeEventService::Set(unsigned int nDelay, Backend::tTimeEvent pCa
     HoldLibraryForEver();
     const CProcessLockScope oScope(eLockTimeEvents);
     sTimeEvent* const pEvent = FindFree();
-    if (pEvent == nullptr || !StartThread())
+    const long long nNow = Now();
+    if (pEvent == nullptr || nNow < 0 || !StartThread())
         return 0;
 
     const long long nSpan = nDelay * NANOSECONDS_PER_MILLISECOND;
-    *pEvent = {NextId(*pEvent), pCallback, ulUser, bPeriodic ? nSpan : 0, Now() + nSpan};
+    *pEvent = {NextId(*pEvent), pCallback, ulUser, bPeriodic ? nSpan : 0, nNow + nSpan};
     m_nChanges.fetch_add(1, std::memory_order_release);
     FutexWake(&m_nChanges, 1, eFutexPrivate);
     return pEvent->nId;

@@ -110,7 +110,7 @@ tFaultScenarios SystemToolScenarios()
              }
              catch (const CTOVAssertException&)
              {
-                 FAULT_EXPECT(oStrikes.Of({"pthread_create"}));
+                 FAULT_EXPECT(oStrikes.Of({"pthread_create", "clock_gettime"}));
              }
              const CFaultPause oPause;
              if (nEvent != -1)
