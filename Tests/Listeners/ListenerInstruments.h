@@ -43,7 +43,7 @@ inline tLines PrintedInfos(const tLines& aTexts)
     return aLines;
 }
 
-// The text with TIME in the place of each time, and of the number of the thread behind it.
+// The text with TIME in the place of each time, and of the thread's number after it.
 std::string WithoutTimes(const std::string& sText);
 
 // The lines of a text. What stands after the last line end counts as a line too, with "<no end>" after it.
