@@ -14,9 +14,10 @@ namespace TOVTest
 // Holds a text of any length.
 struct sTestShown
 {
+    // As the events of the test listener take it.
     operator const char*() const { return sText.c_str(); }
 
-    std::string sText;
+    std::string sText; // what is shown
 };
 
 // Whether there is a function TestTextOf for the type, in the namespace of the type.
@@ -48,9 +49,10 @@ template<class T, std::enable_if_t<!std::is_arithmetic_v<T>, int> = 0> auto Show
 template<class tUnit> struct sTextUnits
 {
     const tUnit* pUnits; // null: there is no text
-    std::size_t nLength;
+    std::size_t nLength; // in units
 };
 
+// Returns the units before the first zero.
 template<class tUnit> sTextUnits<tUnit> UnitsUpToZero(const tUnit* szText)
 {
     std::size_t nLength = 0;
@@ -59,10 +61,13 @@ template<class tUnit> sTextUnits<tUnit> UnitsUpToZero(const tUnit* szText)
     return {szText, nLength};
 }
 
+// Returns the units of a text, which ends before its first zero.
 inline sTextUnits<char> UnitsOf(const char* szText)
 {
     return UnitsUpToZero(szText);
 }
+
+// As above, for wide text.
 inline sTextUnits<wchar_t> UnitsOf(const wchar_t* szText)
 {
     return UnitsUpToZero(szText);
@@ -85,6 +90,7 @@ template<class TString> auto UnitsOf(const TString& sText) -> sTextUnits<std::de
     return {sText.c_str(), sText.size()};
 }
 
+// Appends a character as UTF-8.
 inline void AppendUtf8(std::string& sShown, unsigned long nCode)
 {
     static const unsigned long s_aFirst[] = {0, 0xc0, 0xe0, 0xf0}; // by the number of bytes that follow
@@ -147,6 +153,7 @@ template<class tUnit> sTestShown ShowText(const sTextUnits<tUnit>& oText)
     return sTestShown{sShown + '"'};
 }
 
+// Returns whether both have the same units, or both are no text.
 template<class tUnit> bool IsSameText(const sTextUnits<tUnit>& oOne, const sTextUnits<tUnit>& oOther)
 {
     if (oOne.pUnits == nullptr || oOther.pUnits == nullptr)

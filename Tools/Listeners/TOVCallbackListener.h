@@ -13,10 +13,12 @@ namespace TOVDebug
 class TOV_LISTENER_EXPORT CTOVCallbackListener final : public CTOVLineListener
 {
 public:
+    // A function that receives a line.
     typedef std::function<void(const sTOVLogLine& oLine)> tCallback;
 
     ~CTOVCallbackListener() override;
 
+    // Keeps a copy of the function.
     explicit CTOVCallbackListener(tCallback fnCallback);
 
 protected:
