@@ -63,6 +63,11 @@ long CountBlocksOfProcess()
     return s_lBlocksOfProcess;
 }
 
+void NoteBlocksOfProcess(long lChange)
+{
+    s_lBlocksOfProcess.fetch_add(lChange, std::memory_order_relaxed);
+}
+
 bool MayAllocate(sAllocationCounts& oCounts)
 {
     if (!oCounts.bFailing)
@@ -79,7 +84,7 @@ bool MayAllocate(sAllocationCounts& oCounts)
 
 void NoteTaken(sAllocationCounts& oCounts, std::size_t nSize)
 {
-    s_lBlocksOfProcess.fetch_add(1, std::memory_order_relaxed);
+    NoteBlocksOfProcess(1);
     ++oCounts.ulTaken;
     oCounts.nBytesTaken += nSize;
     oCounts.nLastSize = nSize;
@@ -95,6 +100,6 @@ bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize)
 
 void NoteRelease(sAllocationCounts& oCounts)
 {
-    s_lBlocksOfProcess.fetch_sub(1, std::memory_order_relaxed);
+    NoteBlocksOfProcess(-1);
     ++oCounts.ulReleased;
 }

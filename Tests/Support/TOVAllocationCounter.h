@@ -85,8 +85,9 @@ sAllocationCounts& AllocationCountsOfThisThread();
 long CountBlocksOfProcess();
 
 // For the hooks. Returns whether the next allocation may succeed; notes that a block was taken; does both; notes that a
-// block was released.
+// block was released; changes the number of the process alone, for a thread without counts.
 bool MayAllocate(sAllocationCounts& oCounts);
 void NoteTaken(sAllocationCounts& oCounts, std::size_t nSize);
 bool NoteAllocation(sAllocationCounts& oCounts, std::size_t nSize);
 void NoteRelease(sAllocationCounts& oCounts);
+void NoteBlocksOfProcess(long lChange);

@@ -19,17 +19,25 @@ static sAllocationCounts* FindCounts()
     return pCounts;
 }
 
+// A thread that nobody has asked for its counts has none, but its blocks are among those of the process.
 static bool Note(std::size_t nSize)
 {
     sAllocationCounts* pCounts = FindCounts();
-    return pCounts == nullptr || NoteAllocation(*pCounts, nSize);
+    if (pCounts != nullptr)
+        return NoteAllocation(*pCounts, nSize);
+    NoteBlocksOfProcess(1);
+    return true;
 }
 
 static void NoteReleaseOf(void* pBlock)
 {
     sAllocationCounts* pCounts = FindCounts();
-    if (pBlock != nullptr && pCounts != nullptr)
+    if (pBlock == nullptr)
+        return;
+    if (pCounts != nullptr)
         NoteRelease(*pCounts);
+    else
+        NoteBlocksOfProcess(-1);
 }
 
 typedef void* (*tMalloc)(std::size_t);
