@@ -81,7 +81,7 @@ private:
 // The part that differs between the systems: the counts of the calling thread. Counting begins with the first call.
 sAllocationCounts& AllocationCountsOfThisThread();
 
-// Returns the number of blocks that the threads which are counted have taken and not released, all together.
+// Returns the number of blocks that all threads together have taken and not released since the first call above.
 long CountBlocksOfProcess();
 
 // For the hooks. Returns whether the next allocation may succeed; notes that a block was taken; does both; notes that a
