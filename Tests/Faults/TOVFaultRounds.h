@@ -39,8 +39,9 @@ public:
     int CountFailures() const;
 
 private:
+    // Returns how many blocks are kept: at once, or when all threads have come to rest.
     long RunOnce(const sFaultScenario& oScenario, const std::function<void()>& fnBegin,
-                 const std::function<void()>& fnEnd);
+                 const std::function<void()>& fnEnd, bool bPatient);
 
     // Asks the witness to work.
     void Ask();
