@@ -34,15 +34,21 @@ function(tov_install_pkg_config template)
             COMPONENT Development)
 endfunction()
 
+# tov_installed_place(<variable> <origin> <from> <kind>): gives the folder CMAKE_INSTALL_<kind> as it is found from the
+# folder <from>, which <origin> names after the installation, or by its full name if either has one.
+function(tov_installed_place variable origin from kind)
+    if(IS_ABSOLUTE "${from}" OR IS_ABSOLUTE "${CMAKE_INSTALL_${kind}}")
+        set(${variable} "${CMAKE_INSTALL_FULL_${kind}}" PARENT_SCOPE)
+    else()
+        file(RELATIVE_PATH way "/${from}" "/${CMAKE_INSTALL_${kind}}")
+        set(${variable} "${origin}/${way}" PARENT_SCOPE)
+    endif()
+endfunction()
+
 # tov_install_program(<target>): the installed program finds the library that is installed with it.
 function(tov_install_program target)
     if(NOT WIN32)
-        if(IS_ABSOLUTE "${CMAKE_INSTALL_BINDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
-            set(library_folder "${CMAKE_INSTALL_FULL_LIBDIR}")
-        else()
-            file(RELATIVE_PATH library_from_program "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
-            set(library_folder "$ORIGIN/${library_from_program}")
-        endif()
+        tov_installed_place(library_folder "$ORIGIN" "${CMAKE_INSTALL_BINDIR}" LIBDIR)
         set_target_properties(${target} PROPERTIES INSTALL_RPATH "${library_folder}")
     endif()
     install(TARGETS ${target} RUNTIME COMPONENT Tools)

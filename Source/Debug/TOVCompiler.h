@@ -109,9 +109,8 @@ __attribute__((used)) static const char* const s_pTOVKernelStartup = &TOVKernelS
 //                        linked procedures would count. Its address is found when the program is loaded.
 // TOV_EXPORT_HOOK        exported function of which a program may export its own version as well.
 // TOV_PROGRAM_EXPORT     function that a main program exports.
-// TOV_CONSTRUCTED_FIRST  before the definition of an object of the start-up: in a static program it is constructed
-// before
-//                        the program's own objects, and destroyed after them.
+// TOV_CONSTRUCTED_FIRST  before the definition of an object of the start-up: a static program constructs it before its
+//                        own objects, and destroys it after them.
 // TOV_TEMPLATE_DECLARE   in a header: extern template class TOV_TEMPLATE_DECLARE CThing<int>;
 // TOV_TEMPLATE_DEFINE    in the one source that owns it: template class TOV_TEMPLATE_DEFINE CThing<int>;
 //                        so that a template's statics exist once in the process, and not once in each module.
