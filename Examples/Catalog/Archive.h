@@ -2,16 +2,13 @@
 #pragma once
 
 #include <Debug/TOVBase.h>
+#include <Streams/TOVCheckedStream.h>
 #include <TOVString/TOVStringA.h>
 
-#include <vector>
-
-class ITOVStream;
-
-// Each operation writes its argument or reads into it, depending on the stream's direction. As a stream does not report
-// a short read, reading uses the known size of the file: a read past the end throws CCatalogError, and so do an
-// impossible number and a stream that does not move on by what it should have read. The stream is used in large blocks,
-// as values have few bytes each: a section begins with its version, as the stream itself would write it.
+// Each operation writes its argument or reads into it, depending on the stream's direction. The library's checked
+// stream reads and writes in large blocks, as values have few bytes each, and notices what is wrong with a file: each
+// of its failures becomes a CCatalogError, in the words of the catalogue. A section begins with its version, as the
+// stream itself would write it.
 class CArchive
 {
 public:
@@ -47,18 +44,6 @@ public:
     tDword GetCrcWithZero();
 
 private:
-    void Fill();
-    void Empty();
-    void Sum();
-    void Require(unsigned long long ullSize, const char* szWhenShort) const;
-
-    ITOVStream& m_oStream;
+    CTOVCheckedStream m_oStream;
     const bool m_bStoring;
-    unsigned long long m_ullInStream; // bytes that the stream still has, when reading
-    unsigned long long m_ullRead = 0; // bytes that have been read from it
-    std::vector<char> m_aBuffer;
-    std::size_t m_nUsed = 0;   // the bytes of the buffer that have been passed
-    std::size_t m_nFilled = 0; // the bytes that it holds, when reading
-    std::size_t m_nSummed = 0; // the bytes that the CRC-32 contains
-    tDword m_dwCrc = 0xFFFFFFFF;
 };
