@@ -130,10 +130,14 @@ if(WIN32 AND NOT TOV_STATIC)
     install(FILES "${TOV_EXPORT_LIST}" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
 endif()
 
-# The documents refer to each other by their places in the project.
+# The documents refer to each other, and to some files of other folders, by their places in the project.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
 install(DIRECTORY Documentation DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
 install(DIRECTORY Examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
+foreach(document Attacks/Differences/Differences.md Attacks/Faults/SystemCalls.txt Attacks/README.md Benchmarks/README.md)
+    get_filename_component(folder "${document}" DIRECTORY)
+    install(FILES "${document}" DESTINATION "${CMAKE_INSTALL_DOCDIR}/${folder}" COMPONENT Documents)
+endforeach()
 if(EXISTS "${PROJECT_SOURCE_DIR}/LICENSE")
     install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documents)
 endif()

@@ -32,7 +32,7 @@ class TOVKernelRecipe(ConanFile):
 
     def export_sources(self):
         for name in ("CMakeLists.txt", "CMakePresets.json", "*.md", "LICENSE", "Source/*", "CMake/*", "Tools/*",
-                     "Examples/*", "Documentation/*"):
+                     "Examples/*", "Documentation/*", "Attacks/Faults/SystemCalls.txt"):
             copy(self, name, self._project, self.export_sources_folder)
 
     def requirements(self):
