@@ -41,7 +41,7 @@ TEST_F(CTOVCheckedStreamFailureTest, AFileThatEndsTooEarlyIsReportedAndNotReadAs
     int nValue = 77;
 
     oStream.SerializeBegin(-1);
-    EXPECT_EQ(Text("ends too early: after byte 4 there should be 4 bytes, and 1 bytes are left"),
+    EXPECT_EQ(Text("ends too early: after byte 4 there should be 4 bytes; bytes left: 1"),
               TextOfFailure([&] { oStream >> nValue; }));
 
     EXPECT_EQ(77, nValue);
@@ -101,7 +101,7 @@ TEST_F(CTOVCheckedStreamFailureTest, ACountThatTheRestCannotHoldIsReported)
 {
     CTOVCheckedStream oStream(Containing(Bytes({4, 0, 0, 0, 'a', 'b', 'c', 'd', 'e', 'f', 'g'})));
 
-    EXPECT_EQ(Text("ends too early: after byte 4 there should be 4 elements of 2 bytes or more, and 7 bytes are left"),
+    EXPECT_EQ(Text("ends too early: after byte 4 there should be 4 elements of 2 bytes or more; bytes left: 7"),
               TextOfFailure([&] { oStream.ReadCount(2); }));
 }
 

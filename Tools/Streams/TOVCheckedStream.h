@@ -344,7 +344,7 @@ inline void CTOVCheckedStream::Fail(eFailure eCode, const std::string& sProblem)
 inline void CTOVCheckedStream::FailShort(const std::string& sWanted) const
 {
     Fail(eFailureTooShort, "ends too early: after byte " + std::to_string(Tell()) + " there should be " + sWanted +
-                               ", and " + std::to_string(m_ullRest) + " bytes are left");
+                               "; bytes left: " + std::to_string(m_ullRest));
 }
 
 inline bool CTOVCheckedStream::IsWriting() const
