@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -128,6 +127,7 @@ private:
     [[noreturn]] void Fail(eFailure eCode, const std::string& sProblem) const;
     [[noreturn]] void FailShort(const std::string& sWanted) const;
     bool IsWriting() const;
+    void Take(char* pBytes, std::size_t nSize);
     void Fill();
     void PassOn();
     void Sum();
@@ -138,8 +138,8 @@ private:
     const std::string m_sName;
     const int m_nMode;
     const unsigned long long m_ullSize;
-    unsigned long long m_ullRest;  // the bytes that are left to read
-    unsigned long long m_ullBlock; // the position of the other stream at which the block begins
+    unsigned long long m_ullInStream; // the bytes to read that the block does not hold yet
+    unsigned long long m_ullBlock;    // the position of the other stream at which the block begins
     std::vector<char> m_aBlock;
     std::size_t m_nFilled = 0; // the bytes that it holds, when reading
     std::size_t m_nPassed = 0; // the bytes of it that have been read or written
@@ -151,7 +151,7 @@ private:
 inline CTOVCheckedStream::CTOVCheckedStream(const char* szFileName)
     : m_pFile(OpenFile(szFileName)), m_pFileStream(new CTOVFileStream(m_pFile.get(), eStreamModeLoading)),
       m_oStream(*m_pFileStream), m_sName(NameOf(szFileName)), m_nMode(eStreamModeLoading),
-      m_ullSize(m_pFileStream->GetSize()), m_ullRest(m_ullSize), m_ullBlock(0), m_aBlock(BlockFor(m_ullSize))
+      m_ullSize(m_pFileStream->GetSize()), m_ullInStream(m_ullSize), m_ullBlock(0), m_aBlock(BlockFor(m_ullSize))
 {
     if (m_ullSize == UNKNOWN_SIZE)
         Fail(eFailureUnreadable, "cannot be read: its size is unknown, or 2 GB or more");
@@ -159,13 +159,13 @@ inline CTOVCheckedStream::CTOVCheckedStream(const char* szFileName)
 
 inline CTOVCheckedStream::CTOVCheckedStream(ITOVStream& oStream, unsigned long long ullSize)
     : m_oStream(oStream), m_sName("the stream"), m_nMode(oStream.GetFormat() | eStreamModeLoading), m_ullSize(ullSize),
-      m_ullRest(ullSize), m_ullBlock(oStream.Tell()), m_aBlock(BlockFor(ullSize))
+      m_ullInStream(ullSize), m_ullBlock(oStream.Tell()), m_aBlock(BlockFor(ullSize))
 {
 }
 
 inline CTOVCheckedStream::CTOVCheckedStream(ITOVStream& oStream)
     : m_oStream(oStream), m_sName("the stream"), m_nMode(oStream.GetFormat() | eStreamModeSaving), m_ullSize(0),
-      m_ullRest(0), m_ullBlock(oStream.Tell()), m_aBlock(BLOCK_SIZE)
+      m_ullInStream(0), m_ullBlock(oStream.Tell()), m_aBlock(BLOCK_SIZE)
 {
 }
 
@@ -179,7 +179,14 @@ inline void CTOVCheckedStream::Read(void* pBuffer, unsigned long long ullSize)
     TOV_ASSERT(pBuffer != NULL || ullSize == 0);
     if (IsWriting())
         Fail(eFailureWrongDirection, "is written, not read");
-    if (ullSize > m_ullRest)
+
+    // Most reads are of a value in the block.
+    if (ullSize <= m_nFilled - m_nPassed)
+    {
+        Take(static_cast<char*>(pBuffer), static_cast<std::size_t>(ullSize));
+        return;
+    }
+    if (ullSize > GetRest())
         FailShort(std::to_string(ullSize) + " bytes");
 
     char* pNext = static_cast<char*>(pBuffer);
@@ -188,11 +195,9 @@ inline void CTOVCheckedStream::Read(void* pBuffer, unsigned long long ullSize)
         if (m_nPassed == m_nFilled)
             Fill();
         const std::size_t nPart = std::min(nLeft, m_nFilled - m_nPassed);
-        std::memcpy(pNext, m_aBlock.data() + m_nPassed, nPart);
+        Take(pNext, nPart);
         pNext += nPart;
         nLeft -= nPart;
-        m_nPassed += nPart;
-        m_ullRest -= nPart;
     }
 }
 
@@ -208,7 +213,7 @@ inline void CTOVCheckedStream::Write(const void* pBuffer, unsigned long long ull
         if (m_nPassed == m_aBlock.size())
             PassOn();
         const std::size_t nPart = std::min(nLeft, m_aBlock.size() - m_nPassed);
-        std::memcpy(m_aBlock.data() + m_nPassed, pNext, nPart);
+        std::copy_n(pNext, nPart, m_aBlock.data() + m_nPassed);
         pNext += nPart;
         nLeft -= nPart;
         m_nPassed += nPart;
@@ -287,7 +292,7 @@ inline int CTOVCheckedStream::ReadCount(unsigned long long ullSmallest)
     *this >> nCount;
     if (nCount < 0)
         Fail(eFailureBadCount, "is damaged: it has a count of " + std::to_string(nCount));
-    if (static_cast<unsigned long long>(nCount) > m_ullRest / ullSmallest)
+    if (static_cast<unsigned long long>(nCount) > GetRest() / ullSmallest)
         FailShort(std::to_string(nCount) + " elements of " + std::to_string(ullSmallest) + " bytes or more");
     return nCount;
 }
@@ -295,13 +300,13 @@ inline int CTOVCheckedStream::ReadCount(unsigned long long ullSmallest)
 inline void CTOVCheckedStream::Finish()
 {
     PassOn();
-    if (m_ullRest > 0)
+    if (GetRest() > 0)
         Fail(eFailureTooLong, "goes on after its end, which is byte " + std::to_string(Tell()));
 }
 
 inline unsigned long long CTOVCheckedStream::GetRest() const
 {
-    return m_ullRest;
+    return IsWriting() ? 0 : m_nFilled - m_nPassed + m_ullInStream;
 }
 
 inline unsigned int CTOVCheckedStream::GetCrc()
@@ -344,12 +349,19 @@ inline void CTOVCheckedStream::Fail(eFailure eCode, const std::string& sProblem)
 inline void CTOVCheckedStream::FailShort(const std::string& sWanted) const
 {
     Fail(eFailureTooShort, "ends too early: after byte " + std::to_string(Tell()) + " there should be " + sWanted +
-                               "; bytes left: " + std::to_string(m_ullRest));
+                               "; bytes left: " + std::to_string(GetRest()));
 }
 
 inline bool CTOVCheckedStream::IsWriting() const
 {
     return (m_nMode & eStreamModeSaving) != 0;
+}
+
+// Copies the next bytes of the block.
+inline void CTOVCheckedStream::Take(char* pBytes, std::size_t nSize)
+{
+    std::copy_n(m_aBlock.data() + m_nPassed, nSize, pBytes);
+    m_nPassed += nSize;
 }
 
 // Reads the next block, when all bytes of the last one have been read.
@@ -358,7 +370,7 @@ inline void CTOVCheckedStream::Fill()
     Sum();
     m_ullBlock += m_nFilled;
     m_nFilled = m_nPassed = m_nSummed = 0;
-    const std::size_t nBlock = BlockFor(m_ullRest);
+    const std::size_t nBlock = BlockFor(m_ullInStream);
     errno = 0;
     m_oStream.Read(m_aBlock.data(), nBlock);
     const int nError = errno;
@@ -368,6 +380,7 @@ inline void CTOVCheckedStream::Fill()
         Fail(eFailureUnreadable,
              "cannot be read" + (nError != 0 ? ": " + std::generic_category().message(nError) : ""));
     m_nFilled = nBlock;
+    m_ullInStream -= nBlock;
 }
 
 // Writes the block, if this stream writes and there is one.
