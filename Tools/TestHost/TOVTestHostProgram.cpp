@@ -197,6 +197,13 @@ int ExitOf(const sTestRecord& oRecord)
     return oCounts.lFailed > 0 ? eExitFailed : oCounts.lPassed > 0 ? eExitPassed : eExitUsage;
 }
 
+// Throws if anything that was printed has not arrived.
+void FinishOutput()
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        throw std::runtime_error("cannot write all of standard output");
+}
+
 // Returns the exit status. A report that cannot be written is more important than a failed case, but not than an early
 // end.
 int FinishReports(const CLI::App& oProgram, CTOVTestRecorder& oRecorder)
@@ -204,6 +211,7 @@ int FinishReports(const CLI::App& oProgram, CTOVTestRecorder& oRecorder)
     try
     {
         oRecorder.Finish();
+        FinishOutput();
         return eExitPassed;
     }
     catch (const std::runtime_error& oError)
@@ -228,7 +236,10 @@ int RunAndReport(const CLI::App& oProgram, sOptions& oOptions, char** aszArgumen
     else
         RunInWorkers(aszArguments, {oOptions.dTimeout, oOptions.bKeepGoing, oChoice.ulSeed}, oRecorder);
     if (oOptions.oRun.bListOnly)
+    {
+        FinishOutput();
         return eExitPassed;
+    }
     if (oChoice.bFailFast)
         oRecorder.StopAfterFailure();
     const int nExit = FinishReports(oProgram, oRecorder);

@@ -1,6 +1,19 @@
 // A report for which there is no room: this system has a file that is always full.
 #include "TestHost/HostInstruments.h"
 
+namespace
+{
+// Runs tovtest with a library of suites. Standard output is full, so that the result has standard error alone.
+sHostRun RunWithFullOutput(const std::string& sSuites, const std::vector<std::string>& aArguments = {})
+{
+    sProgram oProgram = HostProgram({PathOfSuites(sSuites)});
+    oProgram.aCommand.insert(oProgram.aCommand.begin(), {"/bin/sh", "-c", "exec \"$0\" \"$@\" > /dev/full"});
+    oProgram.aCommand.insert(oProgram.aCommand.end(), aArguments.begin(), aArguments.end());
+    const sChildResult oResult = RunProgram(oProgram);
+    return {oResult.nExitCode, WithoutTimes(oResult.sOutput)};
+}
+} // namespace
+
 TEST(HostFullDiskTest, IsToldAndKeepsNoOtherReportFromBeingComplete)
 {
     const CTempFolder oFolder;
@@ -16,4 +29,27 @@ TEST(HostFullDiskTest, IsToldAndKeepsNoOtherReportFromBeingComplete)
 TEST(HostFullDiskTest, IsLessThanACrash)
 {
     EXPECT_EQ(3, RunSuites("SuitesEnding", {"--filter", "Crash", "--junit", "/dev/full"}).nExitCode);
+}
+
+TEST(HostFullDiskTest, TakesNoReportForPeopleInSilence)
+{
+    EXPECT_TRUE(IsRefused(RunWithFullOutput("SuitesPassing"), "cannot write all of standard output"));
+}
+
+TEST(HostFullDiskTest, TakesNoProtocolAndNoListInSilence)
+{
+    EXPECT_TRUE(IsRefused(RunWithFullOutput("SuitesPassing", {"--list"}), "cannot write all of standard output"));
+    // What a case prints goes to standard error then.
+    const sHostRun oRun = RunWithFullOutput("SuitesPassing", {"--tap"});
+    EXPECT_EQ(2, oRun.nExitCode);
+    EXPECT_EQ("tovtest: cannot write all of standard output", LastLineOf(oRun.sOutput));
+}
+
+TEST(HostFullDiskTest, IsToldOnceForAReportOnStandardOutput)
+{
+    const sHostRun oRun = RunWithFullOutput("SuitesPassing", {"--junit", "-"});
+
+    EXPECT_EQ(2, oRun.nExitCode);
+    EXPECT_EQ("tovtest: cannot write all of standard output", LastLineOf(oRun.sOutput));
+    EXPECT_EQ(oRun.sOutput.find("cannot write"), oRun.sOutput.rfind("cannot write"));
 }
