@@ -6,7 +6,13 @@ A copy stands beside the library, where gdb finds it by itself if it may read sc
 Strings and paths are shown as their text, containers as their elements, pointers and handles by what they hold, runtime
 classes by name and super classes, and timers by their defined channels. Everything is read from memory; no function of
 the program is called. The elements of queues and stacks are shown by the views of the standard library.
+
+A compiler leaves the description of a class to the module that has its virtual operations, which is the library. Where the
+library was built without debug information, texts, paths and containers are shown all the same, and other objects need a
+program that was compiled with -femit-class-debug-always (g++) or -fstandalone-debug (clang++).
 """
+
+import re
 
 import gdb
 import gdb.printing
@@ -174,6 +180,32 @@ def buffer_printer(value):
     return ElementPrinter("buffer", block_of(value), size, size)
 
 
+class UndescribedPrinter:
+    """Stands in where nobody has described the class of an object to gdb."""
+
+    def __init__(self, value):
+        pass
+
+    def to_string(self):
+        return "not described: compile the program with -femit-class-debug-always (g++) or -fstandalone-debug (clang++)"
+
+
+def described(printer, without_description=UndescribedPrinter):
+    """The printer of a class, and the one that does without a description of it."""
+    return lambda value: (printer if value.type.strip_typedefs().fields() else without_description)(value)
+
+
+def undescribed_array_printer(value):
+    """An array is a pointer to its virtual operations, and the three pointers of a std::vector."""
+    try:
+        element = gdb.lookup_type(re.search("<(.*)>$", value.type.strip_typedefs().name).group(1).strip()).pointer()
+    except gdb.error:
+        return UndescribedPrinter(value)
+    pointers = value.address.cast(element.pointer())
+    begin, end, limit = (pointers[index] for index in (1, 2, 3))
+    return ElementPrinter("array", begin, int(end - begin), int(limit - begin))
+
+
 def array_printer(value):
     storage = value["m_aArray"]["_M_impl"]
     begin, end, limit = (storage[name] for name in ("_M_start", "_M_finish", "_M_end_of_storage"))
@@ -186,16 +218,16 @@ def ring_buffer_printer(value):
 
 
 printers = gdb.printing.RegexpCollectionPrettyPrinter("TOVKernel")
-printers.add_printer("text", "^CTOVString[AW]$", TextPrinter)
-printers.add_printer("path", "^CTOVPath$", PathPrinter)
-printers.add_printer("smart pointer", "^CTOVSmartPointer<.*>$", SmartPointerPrinter)
-printers.add_printer("buffer", "^CTOVBuffer<.*>$", buffer_printer)
-printers.add_printer("array", "^CTOVArray<.*>$", array_printer)
-printers.add_printer("queue", "^CTOV(Safe)?Queue<.*>$", queue_printer)
-printers.add_printer("stack", "^CTOVStack<.*>$", stack_printer)
-printers.add_printer("bit array", "^CTOVBitArray$", BitArrayPrinter)
-printers.add_printer("handle", "^CTOVHandle$", HandlePrinter)
-printers.add_printer("class", "^CTOVClass$", ClassPrinter)
-printers.add_printer("timer", "^CTOVTimer$", TimerPrinter)
-printers.add_printer("ring buffer", "^CTOVRingBuffer<.*>$", ring_buffer_printer)
+printers.add_printer("text", "^CTOVString[AW]$", described(TextPrinter))
+printers.add_printer("path", "^CTOVPath$", described(PathPrinter))
+printers.add_printer("smart pointer", "^CTOVSmartPointer<.*>$", described(SmartPointerPrinter))
+printers.add_printer("buffer", "^CTOVBuffer<.*>$", described(buffer_printer))
+printers.add_printer("array", "^CTOVArray<.*>$", described(array_printer, undescribed_array_printer))
+printers.add_printer("queue", "^CTOV(Safe)?Queue<.*>$", described(queue_printer))
+printers.add_printer("stack", "^CTOVStack<.*>$", described(stack_printer))
+printers.add_printer("bit array", "^CTOVBitArray$", described(BitArrayPrinter))
+printers.add_printer("handle", "^CTOVHandle$", described(HandlePrinter))
+printers.add_printer("class", "^CTOVClass$", described(ClassPrinter))
+printers.add_printer("timer", "^CTOVTimer$", described(TimerPrinter))
+printers.add_printer("ring buffer", "^CTOVRingBuffer<.*>$", described(ring_buffer_printer))
 gdb.printing.register_pretty_printer(None, printers, replace=True)

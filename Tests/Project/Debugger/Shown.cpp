@@ -40,6 +40,9 @@ int main()
     CTOVArray<int> oArray;
     oArray.Add(8);
     oArray.Add(9);
+    CTOVArray<CTOVStringA> oTexts;
+    oTexts.Add("one");
+    oTexts.Add("two");
     CTOVRingBuffer<int> oRing(3);
     for (int i = 1; i <= 3; ++i)
         oRing.Write(i);
