@@ -1,6 +1,15 @@
 // This is the only header that tests which compiler and which system are in use.
 #pragma once
 
+// This line comes before the hundreds that an older standard would show.
+#if defined(_MSVC_LANG)
+#if _MSVC_LANG < 201703L
+#error "TOVKernel needs C++17 or newer: compile with /std:c++17"
+#endif
+#elif __cplusplus < 201703L
+#error "TOVKernel needs C++17 or newer: compile with -std=c++17"
+#endif
+
 #include <cstring>
 
 #if defined(_MSC_VER)
