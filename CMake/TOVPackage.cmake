@@ -39,16 +39,8 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_NAME tovkernel-doc)
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
-# What the compiler's and the C library's packages have to be is read from the programs, where the tools for it are there.
-find_program(TOV_SHLIBDEPS dpkg-shlibdeps)
-find_program(TOV_FILE file)
-if(TOV_SHLIBDEPS AND TOV_FILE)
-    set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-    set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
-    set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-    set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-endif()
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+set(CPACK_PROJECT_CONFIG_FILE "${PROJECT_SOURCE_DIR}/CMake/TOVPackageNeeds.cmake")
 
 # Finished programs need nothing of a static library, but on Windows the compiler's DLLs.
 if(NOT TOV_STATIC OR WIN32)
