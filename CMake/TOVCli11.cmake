@@ -7,8 +7,8 @@ function(tov_use_cli11 target source)
     find_path(TOV_CLI11_INCLUDE CLI/CLI.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH)
     if(NOT TOV_CLI11_INCLUDE)
         message(FATAL_ERROR "${target} needs CLI11: install the package libcli11-dev, name its folder with "
-                            "-D TOV_CLI11_INCLUDE=FOLDER, or do without programs by -D TOV_BUILD_TOOLS=OFF "
-                            "-D TOV_BUILD_EXAMPLES=OFF")
+                            "-D TOV_CLI11_INCLUDE=FOLDER, or do without programs by "
+                            "-D TOV_BUILD_TEST_HOST=OFF -D TOV_BUILD_EXAMPLES=OFF")
     endif()
     set(folder "${PROJECT_BINARY_DIR}/CLI11")
     file(MAKE_DIRECTORY "${folder}")
