@@ -17,6 +17,9 @@ vcpkg_cmake_config_fixup(PACKAGE_NAME TOVKernel CONFIG_PATH lib/cmake/TOVKernel)
 vcpkg_fixup_pkgconfig()
 if("tools" IN_LIST FEATURES)
     vcpkg_copy_tools(TOOL_NAMES tovtest AUTO_CLEAN)
+    # tov_discover_tests looks for it from where it stands itself, and both have been moved.
+    vcpkg_replace_string("${CURRENT_PACKAGES_DIR}/share/TOVKernel/TOVDiscoverTests.cmake"
+                         "/../../../bin" "/../../tools/${PORT}")
 endif()
 
 file(REMOVE_RECURSE "${CURRENT_PACKAGES_DIR}/debug/include" "${CURRENT_PACKAGES_DIR}/debug/share"
