@@ -4,6 +4,7 @@
 #include "Console.h"
 
 #include <cctype>
+#include <cstdio>
 #include <vector>
 
 namespace
@@ -124,6 +125,17 @@ std::string ReadWhole(const CTOVStringA& oName)
     return sBytes;
 }
 
+std::string ReadStandardInput()
+{
+    std::string sBytes;
+    std::vector<char> aBuffer(4096);
+    while (const std::size_t nRead = std::fread(aBuffer.data(), 1, aBuffer.size(), stdin))
+        sBytes.append(aBuffer.data(), nRead);
+    if (std::ferror(stdin) != 0)
+        throw CCatalogError("cannot be read");
+    return sBytes;
+}
+
 // Other programs' comments, and empty lines.
 bool IsPassedOver(const std::string& sLine)
 {
@@ -188,12 +200,14 @@ std::string Sha256Line(const CTOVStringA& oName, const sFileRecord& oRecord)
 
 sCatalog ReadCheckList(const CTOVStringA& oName)
 {
+    const bool bStandardInput = oName == "-";
     try
     {
-        return Parse(ReadWhole(oName));
+        return Parse(bStandardInput ? ReadStandardInput() : ReadWhole(oName));
     }
     catch (const CCatalogError& oError)
     {
-        throw CCatalogError(std::string(~Printable(oName)) + " " + oError.what());
+        const std::string sWhere = bStandardInput ? "standard input" : ~Printable(oName);
+        throw CCatalogError(sWhere + " " + oError.what());
     }
 }
