@@ -139,7 +139,9 @@ void DefineVerify(CLI::App& oCommand, sOptions& oOptions)
 
 void DefineCheck(CLI::App& oCommand, sOptions& oOptions)
 {
-    oCommand.add_option("LIST", oOptions.sCatalog, "An .sfv file, or a file with SHA-256 as sha256sum writes it; - is standard input")
+    oCommand
+        .add_option("LIST", oOptions.sCatalog,
+                    "An .sfv file, or a file with SHA-256 as sha256sum writes it; - is standard input")
         ->required()
         ->check(NotEmpty());
     DefineComparing(oCommand, oOptions);
