@@ -21,18 +21,16 @@ CTOVReadFileStream::ReadFileStreamException&
 CTOVReadFileStream::ReadFileStreamException::operator=(const ReadFileStreamException& oOther) = default;
 
 CTOVReadFileStream::CTOVReadFileStream(const char* szFileName, unsigned long long ullOption)
-    : m_pStream(nullptr), m_nMode(0)
+    : m_pStream(nullptr), m_nMode(ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary)
 {
-    const int nOpenFlags = ITOVFile::eFileOpenRead | ITOVFile::eFileOpenBinary;
     try
     {
-        m_oFile.Open(szFileName, nOpenFlags);
+        m_oFile.Open(szFileName, m_nMode);
     }
     catch (const CTOVFile::FileException&)
     {
         throw ReadFileStreamException(NOT_OPENED);
     }
-    m_nMode = nOpenFlags;
 
     m_pStream = new (std::nothrow) CTOVFileStream(&m_oFile, eStreamModeLoading, ullOption);
     TOV_ASSERT(m_pStream != NULL);

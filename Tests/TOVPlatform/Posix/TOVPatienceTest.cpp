@@ -40,6 +40,29 @@ int CountTurnsDuringAWait(const std::function<void()>& fnLock, const std::functi
     EXPECT_TRUE(oWaiter.Finishes());
     return nTurns;
 }
+
+// How often of ten times the calling thread could take the lock again at once, though another thread slept for it.
+int CountTakenBeforeASleeper(unsigned long long hLock, const std::function<void()>& fnUnlock)
+{
+    int nTaken = 0;
+    for (int i = 0; i < 10; ++i)
+    {
+        EXPECT_TRUE(TakesNow(hLock));
+        CBlockableThread oWaiter([&] {
+            EXPECT_TRUE(TOVPlatform::TOVSynchronization::Event::TimedWait(hLock, DEADLINE));
+            fnUnlock();
+        });
+        EXPECT_TRUE(oWaiter.IsBlocked());
+        fnUnlock();
+        if (TakesNow(hLock))
+        {
+            ++nTaken;
+            fnUnlock();
+        }
+        EXPECT_TRUE(oWaiter.Finishes());
+    }
+    return nTaken;
+}
 } // namespace
 
 TEST(TOVPlatformPatienceTest, ACriticalSectionDoesNotStarveAWaitingThread)
@@ -66,6 +89,21 @@ TEST(TOVPlatformPatienceTest, ASemaphoreDoesNotStarveAWaitingThread)
 
     EXPECT_LE(CountTurnsDuringAWait([&] { Semaphore::Lock(hSemaphore); }, [&] { Semaphore::Unlock(hSemaphore, 1); }),
               FEW_TURNS);
+}
+
+// A lock that is handed over to a thread which still sleeps serves nobody until that thread runs.
+TEST(TOVPlatformPatienceTest, AMutexIsFreeForThreadsThatRunBeforeTheSleeperComes)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+
+    EXPECT_GT(CountTakenBeforeASleeper(hMutex, [&] { Mutex::Unlock(hMutex); }), 0);
+}
+
+TEST(TOVPlatformPatienceTest, ASemaphoreIsFreeForThreadsThatRunBeforeTheSleeperComes)
+{
+    const COwnHandle hSemaphore(Semaphore::Create(1, 1, nullptr));
+
+    EXPECT_GT(CountTakenBeforeASleeper(hSemaphore, [&] { Semaphore::Unlock(hSemaphore, 1); }), 0);
 }
 
 // The section is free for all again when nobody sleeps who reserved it.
