@@ -20,7 +20,7 @@ TEST_F(CTOVCheckedStreamWriteTest, StoresInTheFormatOfTheOtherStream)
     CMemoryStream oOther(MODE_SAVING | ITOVStream::eStreamFormatASCII);
     CTOVCheckedStream oStream(oOther);
 
-    EXPECT_EQ(ITOVStream::eStreamModeSaving | ITOVStream::eStreamFormatASCII, oStream.GetMode());
+    EXPECT_EQ(MODE_SAVING | ITOVStream::eStreamFormatASCII, oStream.GetMode());
     EXPECT_TRUE(oStream.IsStoring());
     EXPECT_FALSE(oStream.IsLoading());
     EXPECT_FALSE(oStream.SupportsRead());
