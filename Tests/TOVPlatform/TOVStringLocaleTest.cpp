@@ -78,6 +78,18 @@ TEST_F(TOVPlatformNarrowLocaleTest, KnowsTheCaseOfTheCodePagesLetters)
 }
 
 #if !TOV_SYSTEM_WINDOWS
+TEST_F(TOVPlatformNarrowLocaleTest, AByteThatBeginsNoWholeCharacterIsOneByItself)
+{
+    char szText[] = "\xC3z\xC3\xA4\xFF\xE2\x82";
+
+    EXPECT_EQ(szText + 1, TOVPlatform::TOVStringA::Inc(szText));
+    EXPECT_EQ(szText + 2, TOVPlatform::TOVStringA::NInc(szText, 2));
+    EXPECT_EQ(szText + 4, TOVPlatform::TOVStringA::NInc(szText, 3));
+    EXPECT_EQ(szText + 5, TOVPlatform::TOVStringA::NInc(szText, 4));
+    EXPECT_EQ(szText + 6, TOVPlatform::TOVStringA::NInc(szText, 5));
+    EXPECT_EQ(szText + 7, TOVPlatform::TOVStringA::NInc(szText, 100));
+}
+
 // A character of two units lies above all that have one, though its units do not.
 TEST_F(TOVPlatformWideLocaleTest, CollatesCharactersOfTwoUnitsAsOne)
 {
