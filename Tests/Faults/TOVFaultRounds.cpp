@@ -91,10 +91,11 @@ long CFaultRounds::RunOnce(const sFaultScenario& oScenario, const std::function<
 void CFaultRounds::Run(const sFaultScenario& oScenario, const std::function<void()>& fnBegin,
                        const std::function<void()>& fnEnd)
 {
-    // A first round may keep what lasts for the process, and each may leave a thread in its last steps.
+    // A first round may keep what lasts for the process, and each may leave a thread in its last steps. The next thread
+    // then gets a stack of its own, which the C library keeps. Only the second patient round begins when all is at rest.
     long lKept = RunOnce(oScenario, fnBegin, fnEnd, false);
-    for (int nMore = 1; nMore <= 3 && lKept != 0; ++nMore)
-        lKept = RunOnce(oScenario, fnBegin, fnEnd, nMore == 3);
+    for (int nMore = 1; nMore <= 4 && lKept != 0; ++nMore)
+        lKept = RunOnce(oScenario, fnBegin, fnEnd, nMore >= 3);
     if (lKept != 0)
     {
         std::fprintf(stderr, "%s: a round keeps %ld blocks\n", oScenario.szName, lKept);
