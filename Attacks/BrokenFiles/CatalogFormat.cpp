@@ -47,7 +47,7 @@ std::string Line(int nDirectory, const std::string& sPath, unsigned long long ul
 std::string LineOf(const sFileRecord& oRecord)
 {
     const tSha256* pSha256 = oRecord.GetSha256();
-    return Line(oRecord.nDirectory, ~oRecord.oPath, oRecord.ullSize, oRecord.dwCrc, oRecord.GetTime(),
+    return Line(oRecord.nDirectory, oRecord.szPath, oRecord.ullSize, oRecord.dwCrc, oRecord.GetTime(),
                 pSha256 != nullptr ? std::string(pSha256->begin(), pSha256->end()) : "");
 }
 

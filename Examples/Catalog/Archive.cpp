@@ -91,24 +91,23 @@ void CArchive::Count(int& nCount, int nSmallest)
         InOwnWords(TRUNCATED, [&] { nCount = m_oStream.ReadCount(static_cast<unsigned long long>(nSmallest)); });
 }
 
-void CArchive::Text(CTOVStringA& oText)
+const char* CArchive::Text(const char* szText)
 {
-    int nLength = static_cast<int>(oText.GetLength());
+    int nLength = m_bStoring ? static_cast<int>(std::strlen(szText)) : 0;
     Number(nLength);
     if (m_bStoring)
     {
-        Bytes(oText.GetString(), nLength, TRUNCATED);
-        return;
+        m_oStream.Write(szText, static_cast<unsigned long long>(nLength));
+        return szText;
     }
 
     if (nLength <= 0 || nLength > LONGEST_NAME)
         throw CCatalogError("is damaged: it holds a name that cannot be");
-    char szText[LONGEST_NAME];
-    Bytes(szText, nLength, TRUNCATED);
-    if (std::memchr(szText, '\0', static_cast<std::size_t>(nLength)) != nullptr)
+    m_sText.resize(static_cast<std::size_t>(nLength));
+    Bytes(m_sText.data(), nLength, TRUNCATED);
+    if (m_sText.find('\0') != m_sText.npos)
         throw CCatalogError(DAMAGED);
-    oText.Empty();
-    oText.Copy(szText, nLength);
+    return m_sText.c_str();
 }
 
 void CArchive::Finish()

@@ -3,7 +3,8 @@
 
 #include <Debug/TOVBase.h>
 #include <Streams/TOVCheckedStream.h>
-#include <TOVString/TOVStringA.h>
+
+#include <string>
 
 // Each operation writes its argument or reads into it, depending on the stream's direction. The library's checked
 // stream reads and writes in large blocks, as values have few bytes each, and notices what is wrong with a file: each
@@ -31,8 +32,11 @@ public:
     // Transfers the number of the elements that follow, each of which has at least nSmallest bytes.
     void Count(int& nCount, int nSmallest);
 
-    // Transfers a name or a pattern. It is neither empty nor longer than LONGEST_NAME.
-    void Text(CTOVStringA& oText);
+    // Transfers a name or a pattern. It is neither empty nor longer than LONGEST_NAME. Returns the argument when
+    // writing; when reading, the text of the file, which is of use until the next call.
+    const char* Text(const char* szText);
+
+    bool IsStoring() const { return m_bStoring; }
 
     // Writes what is still in the buffer. When reading, throws if there is more to read.
     void Finish();
@@ -46,4 +50,5 @@ public:
 private:
     CTOVCheckedStream m_oStream;
     const bool m_bStoring;
+    std::string m_sText; // the latest one that was read
 };

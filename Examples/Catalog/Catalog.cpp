@@ -5,28 +5,14 @@
 #include <Path/TOVPath.h>
 #include <TOVString/TOVStringStd.h>
 
+#include <cstring>
 #include <system_error>
-
-void CNameList::Add(const CTOVStringA& oName)
-{
-    if (m_ulMostBytes - m_sNames.size() < static_cast<std::size_t>(oName.GetLength()))
-        throw CCatalogError("the names of all directories, or all patterns, are too long together");
-    m_sNames += TOVStandard::ViewOf(oName);
-    m_aEnds.push_back(static_cast<std::uint32_t>(m_sNames.size()));
-}
-
-CTOVStringA CNameList::operator[](long lName) const
-{
-    const std::size_t nName = static_cast<std::size_t>(lName);
-    const std::size_t nBegin = nName > 0 ? m_aEnds[nName - 1] : 0;
-    return CTOVStringA(m_sNames.substr(nBegin, m_aEnds[nName] - nBegin).c_str());
-}
 
 int CompareRecords(const sFileRecord& oFirst, const sFileRecord& oSecond)
 {
     if (oFirst.nDirectory != oSecond.nDirectory)
         return oFirst.nDirectory < oSecond.nDirectory ? -1 : 1;
-    return oFirst.oPath.Compare(~oSecond.oPath);
+    return std::strcmp(oFirst.szPath, oSecond.szPath);
 }
 
 std::string HexOf(const tSha256& aValue)
@@ -43,21 +29,21 @@ std::string HexOf(const tSha256& aValue)
 
 CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord)
 {
-    return JoinPath(oCatalog.aDirectories[oRecord.nDirectory], oRecord.oPath);
+    return JoinPath(oCatalog.aDirectories[oRecord.nDirectory], oRecord.szPath);
 }
 
-CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName)
+CTOVStringA JoinPath(const CTOVStringA& oDirectory, const char* szName)
 {
     std::string sJoined(TOVStandard::ViewOf(oDirectory));
     if (sJoined.empty())
         sJoined = '/';
-    AppendPath(sJoined, ~oName);
+    AppendPath(sJoined, szName);
     return CTOVStringA(sJoined.c_str());
 }
 
 CTOVStringA RelativeTo(const CTOVStringA& oBase, const CTOVStringA& oName)
 {
-    return std::filesystem::path(~oName).has_root_path() ? oName : JoinPath(oBase, oName);
+    return std::filesystem::path(~oName).has_root_path() ? oName : JoinPath(oBase, ~oName);
 }
 
 void AppendPath(std::string& sPath, const char* szName)

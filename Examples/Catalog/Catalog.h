@@ -3,14 +3,16 @@
 
 #include "Rare.h"
 #include "Sha256.h"
+#include "TextStore.h"
 
 #include <TOVContainers/TOVArray.h>
 #include <TOVString/TOVStringA.h>
 
-#include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Each catalogue begins with these bytes.
@@ -33,11 +35,12 @@ struct sFileDetails
     CRare<tSha256> oSha256;
 };
 
-// Records one file. The path is relative to its directory in the catalogue's list, with '/' between the components.
+// Records one file. The path is relative to its directory in the catalogue's list, with '/' between the components. A
+// record needs no more memory than twice its bytes in a catalogue, since a hostile one can have millions of them.
 struct sFileRecord
 {
-    CTOVStringA oPath;
     unsigned long long ullSize = 0;
+    const char* szPath = ""; // in the catalogue's store
     int nDirectory = 0;
     tDword dwCrc = 0; // CRC-32, the same as in zip and PNG
     CRare<sFileDetails> oDetails;
@@ -48,27 +51,22 @@ struct sFileRecord
     const tSha256* GetSha256() const { return oDetails.Get() != nullptr ? oDetails.Get()->oSha256.Get() : nullptr; }
 };
 
-// A list of names or patterns. They stand in one block, since a damaged or hostile catalogue can have millions of them.
+// A list of names or patterns, of which a damaged or hostile catalogue can have millions, too.
 class CNameList
 {
 public:
-    // The most bytes that all names may have.
-    explicit CNameList(std::uint32_t ulMostBytes = UINT32_MAX) : m_ulMostBytes(ulMostBytes) {}
-
     // Makes room for a number of names.
-    void Reserve(long lCount) { m_aEnds.reserve(static_cast<std::size_t>(lCount)); }
+    void Reserve(long lCount) { m_aszNames.reserve(static_cast<std::size_t>(lCount)); }
 
-    // Throws CCatalogError, with the list unchanged, if there are too many bytes.
-    void Add(const CTOVStringA& oName);
+    void Add(std::string_view sName) { m_aszNames.push_back(m_pStore->Add(sName)); }
 
-    CTOVStringA operator[](long lName) const;
-    long GetSize() const { return static_cast<long>(m_aEnds.size()); }
-    bool IsEmpty() const { return m_aEnds.empty(); }
+    CTOVStringA operator[](long lName) const { return CTOVStringA(m_aszNames[static_cast<std::size_t>(lName)]); }
+    long GetSize() const { return static_cast<long>(m_aszNames.size()); }
+    bool IsEmpty() const { return m_aszNames.empty(); }
 
 private:
-    std::uint32_t m_ulMostBytes;
-    std::string m_sNames;
-    std::vector<std::uint32_t> m_aEnds; // of each name in the block
+    std::shared_ptr<CTextStore> m_pStore = std::make_shared<CTextStore>(); // copies of the list share it
+    std::vector<const char*> m_aszNames;
 };
 
 struct sCatalog
@@ -79,6 +77,9 @@ struct sCatalog
     bool bTimes = false;           // the records have the times of their files
     bool bSha256 = false;          // they have SHA-256 besides CRC-32
     CTOVArray<sFileRecord> aFiles; // sorted by CompareRecords
+
+    // Has the paths of these records and of those that are compared with them. Copies of the catalogue share it.
+    std::shared_ptr<CTextStore> pPaths = std::make_shared<CTextStore>();
 };
 
 // Compares the directories, then the paths by their bytes. Returns a number below 0, 0 or a number above 0.
@@ -92,7 +93,7 @@ CTOVStringA FullName(const sCatalog& oCatalog, const sFileRecord& oRecord);
 
 // Joins the two with '/', which both systems accept, unless the directory already ends in it. AppendPath appends to a
 // path, unless it is empty, in the same way.
-CTOVStringA JoinPath(const CTOVStringA& oDirectory, const CTOVStringA& oName);
+CTOVStringA JoinPath(const CTOVStringA& oDirectory, const char* szName);
 void AppendPath(std::string& sPath, const char* szName);
 
 // Joins the two unless the name is absolute.

@@ -75,14 +75,14 @@ int SerializeNames(CArchive& oArchive, CNameList& aNames, bool bKeep)
     oArchive.Count(nCount, SMALLEST_TEXT);
     if (bKeep)
         aNames.Reserve(nCount);
+    CTOVStringA oName;
     for (int i = 0; i < nCount; ++i)
     {
-        CTOVStringA oName;
         if (i < nHeld)
             oName = aNames[i];
-        oArchive.Text(oName);
+        const char* const szName = oArchive.Text(~oName);
         if (i >= nHeld && bKeep)
-            aNames.Add(oName);
+            aNames.Add(szName);
     }
     return nCount;
 }
@@ -109,9 +109,7 @@ int SerializeSelection(CArchive& oArchive, int nCatalogVersion, sCatalog& oCatal
 
 int SerializeOnlyDirectory(CArchive& oArchive, sCatalog& oCatalog)
 {
-    CTOVStringA oDirectory;
-    oArchive.Text(oDirectory);
-    oCatalog.aDirectories.Add(oDirectory);
+    oCatalog.aDirectories.Add(oArchive.Text(""));
     return 1;
 }
 
@@ -148,7 +146,7 @@ void SerializeRecord(CArchive& oArchive, int nExpectedVersion, const sCatalog& o
     if (nVersion >= 2)
         oArchive.Number(oRecord.nDirectory);
 
-    oArchive.Text(oRecord.oPath);
+    oRecord.szPath = oArchive.Text(oRecord.szPath);
 
     if (nVersion >= 2)
         LongNumber(oArchive, oRecord.ullSize);
@@ -187,6 +185,8 @@ void Serialize(CArchive& oArchive, sCatalog& oCatalog, bool bKeepSelection, bool
             throw CCatalogError("is damaged: it names a file without a place");
         if (!bKeepRecords)
             fnVisit(oCatalog, oRecord);
+        else if (!oArchive.IsStoring())
+            oRecord.szPath = oCatalog.pPaths->Add(oRecord.szPath);
     });
 
     if (nVersion >= 2)

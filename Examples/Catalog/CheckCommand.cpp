@@ -3,6 +3,8 @@
 #include "FileSearch.h"
 #include "Findings.h"
 
+#include <TOVString/TOVStringStd.h>
+
 #include <chrono>
 #include <system_error>
 
@@ -30,17 +32,17 @@ void Locate(sCatalog& oList, const CTOVStringA& oBase)
     {
         sFileRecord& oRecord = oList.aFiles[i];
         if (!oBase.IsEmpty())
-            oRecord.oPath = RelativeTo(oBase, oRecord.oPath);
-        oRecord.ullSize = SizeOf(oRecord.oPath);
+            oRecord.szPath = oList.pPaths->Add(TOVStandard::ViewOf(RelativeTo(oBase, oRecord.szPath)));
+        oRecord.ullSize = SizeOf(oRecord.szPath);
     }
 }
 
 void AddFinding(const sCatalog& oList, const sFileRecord& oRecord, const sChecksum& oResult, CFindings& oFindings)
 {
     if (!oResult.IsWhole(oRecord))
-        oFindings.Add(Exists(oRecord.oPath) ? eFindingUnreadable : eFindingMissing, oRecord.oPath);
+        oFindings.Add(Exists(oRecord.szPath) ? eFindingUnreadable : eFindingMissing, oRecord.szPath);
     else if (oList.bSha256 ? *oResult.oSha256.Get() != *oRecord.GetSha256() : oResult.dwCrc != oRecord.dwCrc)
-        oFindings.Add(eFindingChanged, oRecord.oPath);
+        oFindings.Add(eFindingChanged, oRecord.szPath);
 }
 } // namespace
 

@@ -145,7 +145,7 @@ bool IsPassedOver(const std::string& sLine)
 sCatalog Parse(const std::string& sBytes)
 {
     sCatalog oList;
-    oList.aDirectories.Add(CTOVStringA(""));
+    oList.aDirectories.Add("");
     long lLine = 0;
     for (std::size_t nBegin = 0; nBegin < sBytes.size();)
     {
@@ -167,7 +167,7 @@ sCatalog Parse(const std::string& sBytes)
             throw CCatalogError("is no list of checksums: line " + std::to_string(lLine) +
                                 " is neither one of an .sfv file nor one of a SHA256SUMS file");
         oList.bSha256 = bSha256;
-        oRecord.oPath = sName.c_str();
+        oRecord.szPath = oList.pPaths->Add(sName);
         oList.aFiles.Add(oRecord);
     }
     if (oList.aFiles.IsEmpty())

@@ -12,8 +12,7 @@ namespace
 {
 constexpr unsigned long READ_SIZE = 256ul * 1024;
 
-// Holds what all workers share. They only read the texts of the records and of the catalogue, and copy none of them:
-// strings that share a block must not be used by several threads.
+// Holds what all workers share. They only read the records and the catalogue.
 struct sShared
 {
     const sCatalog& oCatalog;
@@ -62,7 +61,7 @@ void ReadFiles(sShared& oShared)
         const sFileRecord& oRecord = oShared.aFiles[lFile];
         sName =
             TOVStandard::ViewOf(oShared.oCatalog.aDirectories[oRecord.nDirectory]); // empty in other programs' lists
-        AppendPath(sName, ~oRecord.oPath);
+        AppendPath(sName, oRecord.szPath);
         ReadFile(sName, aBuffer, pSha256.get(), oShared.aResults[static_cast<std::size_t>(lFile)], oShared);
         ++oShared.lFilesDone;
     }

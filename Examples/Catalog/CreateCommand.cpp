@@ -5,6 +5,7 @@
 #include "FileSearch.h"
 
 #include <Path/TOVPath.h>
+#include <TOVString/TOVStringStd.h>
 
 #include <cstdio>
 #include <string>
@@ -89,7 +90,7 @@ public:
     const sFileRecord* Find(const sFileRecord& oNow) const
     {
         sFileRecord oWanted;
-        oWanted.oPath = oNow.oPath;
+        oWanted.szPath = oNow.szPath;
         oWanted.nDirectory = m_anOldDirectories[static_cast<std::size_t>(oNow.nDirectory)];
         long lFirst = 0;
         for (long lCount = m_oOld.aFiles.GetSize(); lCount > 0;)
@@ -168,7 +169,7 @@ void TakeResults(sCatalog& oCatalog, const std::vector<sChecksum>& aResults, uns
         const sChecksum& oResult = aResults[static_cast<std::size_t>(i)];
         if (!oResult.IsWhole(aFiles[i]))
         {
-            aUnreadable.Add(FullName(oCatalog, aFiles[i]));
+            aUnreadable.Add(TOVStandard::ViewOf(FullName(oCatalog, aFiles[i])));
             continue;
         }
         aFiles[i].ullSize = oResult.ullSize;

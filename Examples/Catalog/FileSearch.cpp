@@ -3,6 +3,7 @@
 #include "Console.h"
 
 #include <Path/TOVPath.h>
+#include <TOVString/TOVStringStd.h>
 
 namespace
 {
@@ -21,7 +22,7 @@ sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOV
 {
     sFound oFound;
     CProgressLine oLine(oOptions.bQuiet);
-    CTreeWalker oWalker(oCatalog.aPatterns, aFiles, oFound.aUnreadable, bStop, oOptions.nThreads);
+    CTreeWalker oWalker(oCatalog.aPatterns, aFiles, *oCatalog.pPaths, oFound.aUnreadable, bStop, oOptions.nThreads);
     oWalker.Exclude(oCatalogName);
     oWalker.SkipMatching(oCatalog.aExcludes);
     if (oCatalog.bTimes)
@@ -33,12 +34,12 @@ sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOV
         const long lBefore = aFiles.GetSize() + oFound.aUnreadable.GetSize();
         oWalker.Walk(static_cast<int>(i), oCatalog.aDirectories[i]);
         if (aFiles.GetSize() + oFound.aUnreadable.GetSize() == lBefore)
-            oFound.aEmptyDirectories.Add(oCatalog.aDirectories[i]);
+            oFound.aEmptyDirectories.Add(TOVStandard::ViewOf(oCatalog.aDirectories[i]));
     }
     for (long i = 0; i < oCatalog.aPatterns.GetSize(); ++i)
     {
         if (!oWalker.HasMatched(i))
-            oFound.aUnmatchedPatterns.Add(oCatalog.aPatterns[i]);
+            oFound.aUnmatchedPatterns.Add(TOVStandard::ViewOf(oCatalog.aPatterns[i]));
     }
     if (bStop)
         throw CCatalogError(INTERRUPTED);

@@ -18,8 +18,8 @@ struct sFound
 // Throws CCatalogError unless a directory has this name.
 void RequireDirectory(const CTOVStringA& oName);
 
-// Finds the present files of a catalogue's directories, sorted by CompareRecords. They have no checksums yet. Throws
-// when interrupted.
+// Finds the present files of a catalogue's directories, sorted by CompareRecords. They have no checksums yet, and the
+// catalogue's store has their paths. Throws when interrupted.
 sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOVArray<sFileRecord>& aFiles,
                  const sReadOptions& oOptions, const std::atomic<bool>& bStop);
 

@@ -32,7 +32,7 @@ CNameList ToList(const std::vector<std::string>& aTexts)
 {
     CNameList aResult;
     for (const std::string& sText : aTexts)
-        aResult.Add(ToString(sText));
+        aResult.Add(sText);
     return aResult;
 }
 

@@ -127,10 +127,10 @@ bool HasWildcard(const std::string& sName)
 }
 } // namespace
 
-CTreeWalker::CTreeWalker(const CNameList& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
-                         const std::atomic<bool>& bStop, int nThreads)
-    : m_aPatterns(aPatterns), m_aFiles(aFiles), m_aUnreadable(aUnreadable), m_bStop(bStop), m_nThreads(nThreads),
-      m_aMatched(static_cast<std::size_t>(aPatterns.GetSize()))
+CTreeWalker::CTreeWalker(const CNameList& aPatterns, CTOVArray<sFileRecord>& aFiles, CTextStore& oPaths,
+                         tUnreadable& aUnreadable, const std::atomic<bool>& bStop, int nThreads)
+    : m_aPatterns(aPatterns), m_aFiles(aFiles), m_oPaths(oPaths), m_aUnreadable(aUnreadable), m_bStop(bStop),
+      m_nThreads(nThreads), m_aMatched(static_cast<std::size_t>(aPatterns.GetSize()))
 {
 }
 
@@ -237,10 +237,14 @@ void CTreeWalker::Read(sDirectory& oDirectory)
         for (std::size_t nPattern = 0; nPattern < aMatching.size(); ++nPattern)
             oDirectory.aMatched[nPattern] = oDirectory.aMatched[nPattern] || aMatching[nPattern].count(aNames[n]) > 0;
         if (nKept < n)
+        {
             oDirectory.aFiles[nKept] = oDirectory.aFiles[n];
+            aNames[nKept].swap(aNames[n]);
+        }
         ++nKept;
     }
     oDirectory.aFiles.resize(nKept);
+    AddPaths(oDirectory, aNames);
     std::sort(
         oDirectory.aFiles.begin(), oDirectory.aFiles.end(),
         [](const sFileRecord& oFirst, const sFileRecord& oSecond) { return CompareRecords(oFirst, oSecond) < 0; });
@@ -267,7 +271,6 @@ void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPa
     const bool bExcludedKnown = FindMatching(oPlace.GetName(), m_aExcludes, aExcluded);
     const bool bMatchingKnown = FindMatching(oPlace.GetName(), m_aPatterns, aMatching);
     std::string sName;
-    std::string sRelative;
     for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
     {
         oSearch.GetName(sName);
@@ -277,10 +280,7 @@ void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPa
             oDirectory.aSubdirectories.push_back(sName);
         else if (oSearch.IsFile() && IsWanted(sName, aMatching))
         {
-            sRelative = oDirectory.sRelative;
-            AppendPath(sRelative, sName.c_str());
             sFileRecord oRecord;
-            oRecord.oPath = sRelative.c_str();
             oRecord.ullSize = oSearch.GetSize();
             if (m_bTimes)
                 oRecord.oDetails.Make().ullTime = oSearch.GetTime();
@@ -345,6 +345,19 @@ bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, const CNameL
     return bKnown;
 }
 
+// Gives the files of a directory their paths. They have these names.
+void CTreeWalker::AddPaths(sDirectory& oDirectory, const std::vector<std::string>& aNames)
+{
+    std::string sPath;
+    const std::lock_guard<std::mutex> oGuard(m_oPathsMutex);
+    for (std::size_t n = 0; n < oDirectory.aFiles.size(); ++n)
+    {
+        sPath = oDirectory.sRelative;
+        AppendPath(sPath, aNames[n].c_str());
+        oDirectory.aFiles[n].szPath = m_oPaths.Add(sPath);
+    }
+}
+
 // Adds the files of a directory and of those below it in the order of their paths, and frees them here. A subdirectory
 // has its place where a file would be whose name is that of the subdirectory and a '/'.
 void CTreeWalker::CollectFiles(sDirectory& oDirectory)
@@ -359,7 +372,7 @@ void CTreeWalker::CollectFiles(sDirectory& oDirectory)
     const auto fnAddFilesBefore = [&](const char* szPath) {
         for (; nFile < oDirectory.aFiles.size(); ++nFile)
         {
-            if (szPath != nullptr && oDirectory.aFiles[nFile].oPath.Compare(szPath) > 0)
+            if (szPath != nullptr && std::strcmp(oDirectory.aFiles[nFile].szPath, szPath) > 0)
                 return;
             m_aFiles.Add(oDirectory.aFiles[nFile]);
         }
@@ -379,7 +392,7 @@ void CTreeWalker::CollectFiles(sDirectory& oDirectory)
 void CTreeWalker::CollectUnreadable(const sDirectory& oDirectory)
 {
     if (oDirectory.bUnreadable)
-        m_aUnreadable.Add(CTOVStringA(FullPath(oDirectory.sRelative).c_str()));
+        m_aUnreadable.Add(FullPath(oDirectory.sRelative));
     for (std::size_t n = 0; oDirectory.nFirstChild > 0 && n < oDirectory.aSubdirectories.size(); ++n)
         CollectUnreadable(m_aTree[oDirectory.nFirstChild + n]);
 }

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,16 +22,16 @@ struct sWalkProgress
 typedef std::function<void(const sWalkProgress&)> tWalkTeller;
 
 // Walks one directory with all its subdirectories. It adds a record with path and size, and no checksum yet, for each
-// file that matches one of the patterns; without patterns, every file matches. The records of a walk are sorted by
-// CompareRecords. It skips whatever is neither a file nor a directory, links to directories, and files that interrupted
-// runs have left. A directory that cannot be listed, or not to its end, is added to the unreadable ones, and the walk
-// continues.
+// file that matches one of the patterns; without patterns, every file matches. The store gets the paths. The records of
+// a walk are sorted by CompareRecords. It skips whatever is neither a file nor a directory, links to directories, and
+// files that interrupted runs have left. A directory that cannot be listed, or not to its end, is added to the
+// unreadable ones, and the walk continues.
 class CTreeWalker
 {
 public:
     // Ends early when bStop becomes true. With more than one thread, the directories of a level are read side by side.
-    CTreeWalker(const CNameList& aPatterns, CTOVArray<sFileRecord>& aFiles, tUnreadable& aUnreadable,
-                const std::atomic<bool>& bStop, int nThreads = 1);
+    CTreeWalker(const CNameList& aPatterns, CTOVArray<sFileRecord>& aFiles, CTextStore& oPaths,
+                tUnreadable& aUnreadable, const std::atomic<bool>& bStop, int nThreads = 1);
 
     // Adds a file that the walk shall skip: the catalogue itself.
     void Exclude(const CTOVStringA& oName);
@@ -51,7 +52,7 @@ public:
     bool HasMatched(long lPattern) const { return m_aMatched[static_cast<std::size_t>(lPattern)]; }
 
 private:
-    // A directory of the tree, and what was found in it. One thread reads it, and shares no text with others.
+    // A directory of the tree, and what was found in it. One thread reads it.
     struct sDirectory
     {
         std::string sRelative; // to the root, which has an empty name
@@ -76,6 +77,7 @@ private:
     bool IsWanted(const std::string& sName, const tMatching& aMatching) const;
     static bool IsAmong(const std::string& sName, const tMatching& aMatching);
     bool IsExcluded(const std::string& sFullPath, const std::string& sName) const;
+    void AddPaths(sDirectory& oDirectory, const std::vector<std::string>& aNames);
     void CollectFiles(sDirectory& oDirectory);
     void CollectUnreadable(const sDirectory& oDirectory);
 
@@ -90,6 +92,8 @@ private:
 
     const CNameList& m_aPatterns;
     CTOVArray<sFileRecord>& m_aFiles;
+    CTextStore& m_oPaths;
+    std::mutex m_oPathsMutex; // only one thread at a time may add paths
     tUnreadable& m_aUnreadable;
     const std::atomic<bool>& m_bStop;
     const int m_nThreads;

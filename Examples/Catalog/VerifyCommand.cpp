@@ -5,6 +5,8 @@
 #include "FileSearch.h"
 #include "Findings.h"
 
+#include <TOVString/TOVStringStd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -31,7 +33,7 @@ void Relocate(sCatalog& oCatalog, const CTOVStringA& oBase)
     RequireDirectory(oBase);
     CNameList aRelocated;
     for (long i = 0; i < oCatalog.aDirectories.GetSize(); ++i)
-        aRelocated.Add(RelativeTo(oBase, oCatalog.aDirectories[i]));
+        aRelocated.Add(TOVStandard::ViewOf(RelativeTo(oBase, oCatalog.aDirectories[i])));
     oCatalog.aDirectories = aRelocated;
 }
 
@@ -80,7 +82,7 @@ void AddCandidates(sDifferences& oDifferences, CTOVArray<sFileRecord>& aToRead)
 
 std::string FileNameOf(const sFileRecord& oRecord)
 {
-    const std::string sPath = ~oRecord.oPath;
+    const std::string sPath = oRecord.szPath;
     return sPath.substr(sPath.rfind('/') + 1);
 }
 

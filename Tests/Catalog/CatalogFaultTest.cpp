@@ -16,7 +16,7 @@ protected:
         for (int nFile = 10; nFile < 26; ++nFile)
             Write("tree/" + std::to_string(nFile), "x");
         m_oOptions.oCatalog = Path("c.cat").c_str();
-        m_oOptions.aDirectories.Add(CTOVStringA(Path("tree").c_str()));
+        m_oOptions.aDirectories.Add(Path("tree"));
     }
 
     // Runs create with a directory of which so many entries can be read.
@@ -67,8 +67,8 @@ TEST_F(CatalogFaultTest, IsToldWhereverReadingADirectoryFails)
 
 TEST_F(CatalogFaultTest, IsToldWhereverASearchForAPatternFails)
 {
-    m_oOptions.aPatterns.Add(CTOVStringA("1*"));
-    m_oOptions.aPatterns.Add(CTOVStringA("25"));
+    m_oOptions.aPatterns.Add("1*");
+    m_oOptions.aPatterns.Add("25");
 
     EXPECT_LT(28u, ExpectNoPartInSilence(11));
 }
@@ -103,9 +103,10 @@ TEST_F(CatalogFaultTest, IsToldByVerifyToo)
 TEST_F(CatalogFaultTest, DoesNotKeepAWalkFromBeingInterrupted)
 {
     CTOVArray<sFileRecord> aFiles;
+    CTextStore oPaths;
     tUnreadable aUnreadable;
     m_bStop = true;
-    CTreeWalker oWalker(m_oOptions.aPatterns, aFiles, aUnreadable, m_bStop);
+    CTreeWalker oWalker(m_oOptions.aPatterns, aFiles, oPaths, aUnreadable, m_bStop);
 
     oWalker.Walk(0, m_oOptions.aDirectories[0]);
 

@@ -1,4 +1,5 @@
-// Catalogues whose numbers promise more than the file holds, and names that no file can have.
+// Catalogues whose numbers promise more than the file holds, with very many records, and with names that no file can
+// have.
 #include "Catalog/CatalogInstruments.h"
 #include "Support/TOVAllocationCounter.h"
 
@@ -6,6 +7,7 @@
 #include <Console.h>
 
 #include <filesystem>
+#include <functional>
 
 namespace
 {
@@ -34,6 +36,35 @@ protected:
         }
     }
 
+    // Reads such a catalogue, which is right and has so many files and directories. Returns the same.
+    std::size_t MemoryToRead(const std::string& sBytes, std::size_t nFiles, std::size_t nDirectories)
+    {
+        Write("c.cat", sBytes);
+        const std::string sPath = Path("c.cat");
+        const CAllocationCounter oCounter;
+        const sCatalog oCatalog = LoadCatalog(sPath.c_str());
+        const std::size_t nTaken = oCounter.BytesTaken();
+        EXPECT_EQ(nFiles, static_cast<std::size_t>(oCatalog.aFiles.GetSize()));
+        EXPECT_EQ(nDirectories, static_cast<std::size_t>(oCatalog.aDirectories.GetSize()));
+        return nTaken;
+    }
+
+    static std::string Repeated(const std::string& sBytes, std::size_t nCount)
+    {
+        std::string sAll;
+        for (; nCount > 0; --nCount)
+            sAll += sBytes;
+        return sAll;
+    }
+
+    // A file of the first directory, with so many bytes of details.
+    static std::string Record(std::uint32_t nVersion, const std::string& sPath, std::size_t nDetails)
+    {
+        const std::string sNumber = CatalogNumber(0);
+        return CatalogNumber(nVersion) + (nVersion == 1 ? "" : sNumber) + CatalogText(sPath) + sNumber +
+               (nVersion == 1 ? "" : sNumber) + sNumber + std::string(nDetails, '\x01');
+    }
+
     static std::string Promise(std::size_t nCount) { return CatalogNumber(static_cast<std::uint32_t>(nCount)); }
 };
 } // namespace
@@ -50,6 +81,51 @@ TEST_F(CatalogHostileFileTest, TakesNoMemoryForWhatACountPromises)
         EXPECT_GT(MEBIBYTE, MemoryToRefuse(Head() + CatalogNumber(0) + sCount + sRest)) << nEach;
         EXPECT_GT(MEBIBYTE, MemoryToRefuse(Sealed(Head() + sOneDirectory + sCount + sRest))) << nEach;
         EXPECT_GT(MEBIBYTE, MemoryToRefuse("TOVCATLG" + CatalogNumber(1) + CatalogText("tree") + sCount + sRest));
+    }
+}
+
+TEST_F(CatalogHostileFileTest, IsReadInTwiceItsSizeWhateverFilesItHas)
+{
+    const std::string sOneDirectory = CatalogNumber(1) + CatalogText("tree") + CatalogNumber(0);
+    const std::string sFull = "TOVCATLG" + CatalogNumber(3) + CatalogNumber(2) + sOneDirectory + CatalogNumber(0);
+    const auto fnUnsealed = [](const std::string& sBytes) { return sBytes; };
+    const struct
+    {
+        std::string sHead;
+        std::function<std::string(const std::string&)> fnSeal;
+        std::uint32_t nRecordVersion;
+        std::size_t nDetails; // the size of times and SHA-256
+    } aKinds[] = {{"TOVCATLG" + CatalogNumber(1) + CatalogText("tree"), fnUnsealed, 1, 0},
+                  {"TOVCATLG" + CatalogNumber(2) + CatalogNumber(1) + sOneDirectory, &SealedOfVersion2, 2, 0},
+                  {Head() + sOneDirectory, &Sealed, 2, 0},
+                  {sFull + CatalogNumber(1), &Sealed, 3, 8},
+                  {sFull + CatalogNumber(2), &Sealed, 3, 32},
+                  {sFull + CatalogNumber(3), &Sealed, 3, 40}};
+    for (const auto& oKind : aKinds)
+    {
+        for (const std::size_t nLength : {1u, 4096u})
+        {
+            const std::string sRecord = Record(oKind.nRecordVersion, std::string(nLength, 'x'), oKind.nDetails);
+            const std::size_t nFiles = 4 * MEBIBYTE / sRecord.size();
+            const std::string sBytes = oKind.fnSeal(oKind.sHead + Promise(nFiles) + Repeated(sRecord, nFiles));
+            EXPECT_GE(2 * sBytes.size() + MEBIBYTE, MemoryToRead(sBytes, nFiles, 1))
+                << oKind.nDetails << " in a record of version " << oKind.nRecordVersion << ", " << nLength;
+        }
+    }
+}
+
+TEST_F(CatalogHostileFileTest, IsReadInTwiceItsSizeWhateverDirectoriesAndPatternsItHas)
+{
+    for (const std::size_t nLength : {1u, 4096u})
+    {
+        const std::string sName = CatalogText(std::string(nLength, 'x'));
+        const std::size_t nCount = 4 * MEBIBYTE / sName.size();
+        const std::string sNames = Promise(nCount) + Repeated(sName, nCount);
+        const std::string sDirectories = Sealed(Head() + sNames + CatalogNumber(0) + CatalogNumber(0));
+        const std::string sPatterns =
+            Sealed(Head() + CatalogNumber(1) + CatalogText("tree") + sNames + CatalogNumber(0));
+        EXPECT_GE(2 * sDirectories.size() + MEBIBYTE, MemoryToRead(sDirectories, 0, nCount)) << nLength;
+        EXPECT_GE(2 * sPatterns.size() + MEBIBYTE, MemoryToRead(sPatterns, 0, 1)) << nLength;
     }
 }
 
@@ -114,17 +190,4 @@ TEST_F(CatalogHostileFileTest, HasItsNamesShownAtACostOfTheirLength)
         EXPECT_EQ(cCharacter == 'x' ? 500000 : 2000000, oShown.GetLength());
         EXPECT_GT(16 * MEBIBYTE, nTaken);
     }
-}
-
-// The ends of the names are numbers of 32 bits. A limit stands for that of 4 GiB here.
-TEST(CatalogNameListTest, RefusesMoreBytesThanItsEndsCanTell)
-{
-    CNameList aNames(10);
-    aNames.Add("12345");
-    EXPECT_THROW(aNames.Add("123456"), CCatalogError);
-    aNames.Add("67890");
-    EXPECT_THROW(aNames.Add("1"), CCatalogError);
-
-    EXPECT_EQ(2, aNames.GetSize());
-    EXPECT_EQ("67890", std::string(~aNames[1]));
 }

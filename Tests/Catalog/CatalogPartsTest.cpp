@@ -40,3 +40,34 @@ TEST(CatalogPartsTest, ACatalogueAtTheRootIsLookedForThere)
 {
     EXPECT_THROW(LoadCatalog("/there is no such catalogue"), CCatalogError);
 }
+
+TEST(CatalogPartsTest, ATextStaysWhereTheStoreHasPutIt)
+{
+    CTextStore oStore;
+    std::vector<std::string> aTexts;
+    std::vector<const char*> aszStored;
+    for (std::size_t n = 0; n < 300; ++n)
+    {
+        const std::size_t nLength = n % 100 == 99 ? 100000 : n % 7 * 1000;
+        aTexts.emplace_back(nLength, static_cast<char>('a' + n % 26));
+        aszStored.push_back(oStore.Add(aTexts.back()));
+    }
+
+    for (std::size_t n = 0; n < aTexts.size(); ++n)
+        EXPECT_EQ(aTexts[n], aszStored[n]) << n;
+}
+
+TEST(CatalogPartsTest, TwoCopiesOfAListOfNamesCanGrow)
+{
+    CNameList aFirst;
+    aFirst.Add("both");
+    CNameList aSecond = aFirst;
+    aFirst.Add("first");
+    aSecond.Add("second");
+
+    ASSERT_EQ(2, aFirst.GetSize());
+    ASSERT_EQ(2, aSecond.GetSize());
+    EXPECT_STREQ("both", ~aSecond[0]);
+    EXPECT_STREQ("first", ~aFirst[1]);
+    EXPECT_STREQ("second", ~aSecond[1]);
+}

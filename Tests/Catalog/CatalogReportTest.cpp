@@ -108,13 +108,14 @@ TEST_F(CatalogReportTest, TellsTheFilesThatAWalkHasFoundAfterEachLevel)
     Write("tree/sub/c", "x");
     Write("tree/sub/deep/d", "x");
     CTOVArray<sFileRecord> aFiles;
+    CTextStore oPaths;
     tUnreadable aUnreadable;
     const CNameList aPatterns;
     const std::atomic<bool> bNoStop(false);
     for (const int nThreads : {1, 2})
     {
         std::vector<std::pair<long, long>> aTold;
-        CTreeWalker oWalker(aPatterns, aFiles, aUnreadable, bNoStop, nThreads);
+        CTreeWalker oWalker(aPatterns, aFiles, oPaths, aUnreadable, bNoStop, nThreads);
         oWalker.TellProgress(
             [&](const sWalkProgress& oProgress) { aTold.emplace_back(oProgress.lFiles, oProgress.lDirectories); });
         oWalker.Walk(0, Path("tree").c_str());

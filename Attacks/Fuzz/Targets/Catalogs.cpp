@@ -81,7 +81,7 @@ FUZZ_TARGET(Catalogs)
         for (long l = 0; l < oCatalog.aFiles.GetSize(); ++l)
         {
             FUZZ_EXPECT_EQ(oCatalog.bSha256, oCatalog.aFiles[l].GetSha256() != nullptr);
-            CheckName(oCatalog.aFiles[l].oPath);
+            CheckName(oCatalog.aFiles[l].szPath);
             FUZZ_EXPECT(0 <= oCatalog.aFiles[l].nDirectory);
             FUZZ_EXPECT(oCatalog.aFiles[l].nDirectory < oCatalog.aDirectories.GetSize());
         }
