@@ -92,7 +92,8 @@ void CFaultRounds::Run(const sFaultScenario& oScenario, const std::function<void
                        const std::function<void()>& fnEnd)
 {
     // A first round may keep what lasts for the process, and each may leave a thread in its last steps. The next thread
-    // then gets a stack of its own, which the C library keeps. Only the second patient round begins when all is at rest.
+    // then gets a stack of its own, which the C library keeps. Only the second patient round begins when all is at
+    // rest.
     long lKept = RunOnce(oScenario, fnBegin, fnEnd, false);
     for (int nMore = 1; nMore <= 4 && lKept != 0; ++nMore)
         lKept = RunOnce(oScenario, fnBegin, fnEnd, nMore >= 3);
