@@ -66,15 +66,25 @@ function(tov_list_tests program)
     add_dependencies(${program} ${check})
 endfunction()
 
-# tov_add_tests(<Folder> <file>... [NATIVE <file>...] [POSIX <file>...] [WINDOWS <file>...]): builds the test program
-# Test<Folder> of the listed files and makes it a test of CTest, which runs its cases as CMake/run-cases describes. What
-# the keywords mean is told in TOVNativeSources. The build fails when a source file of the folder is not listed,
-# and a program without a case is a failed test.
+# tov_add_tests(<Folder> <file>... [NATIVE <file>...] [POSIX <file>...] [WINDOWS <file>...] [THREADS <file>...]): builds
+# the test program Test<Folder> of the listed files and makes it a test of CTest, which runs its cases as CMake/run-cases
+# describes. NATIVE, POSIX and WINDOWS are told in TOVNativeSources. THREADS names once more the files in which threads meet:
+# of the files with tests, a build with ThreadSanitizer holds no others. The build fails when a source file of the folder is
+# not listed, and a program without a case is a failed test.
 function(tov_add_tests folder)
-    cmake_parse_arguments(PARSE_ARGV 1 files "" "" "NATIVE;POSIX;WINDOWS")
+    cmake_parse_arguments(PARSE_ARGV 1 files "" "" "NATIVE;POSIX;WINDOWS;THREADS")
     tov_native_files(native NATIVE ${files_NATIVE} POSIX ${files_POSIX} WINDOWS ${files_WINDOWS})
     set(program "Test${folder}")
-    add_executable(${program} ${files_UNPARSED_ARGUMENTS} ${native})
+    set(sources ${files_UNPARSED_ARGUMENTS} ${native})
+    if(files_THREADS AND TOV_SANITIZE MATCHES "thread")
+        foreach(source IN LISTS sources)
+            get_filename_component(name "${source}" NAME)
+            if(name MATCHES "Test[.]cpp$" AND NOT name IN_LIST files_THREADS)
+                list(REMOVE_ITEM sources "${source}")
+            endif()
+        endforeach()
+    endif()
+    add_executable(${program} ${sources})
     target_link_libraries(${program} PRIVATE TOVTestSupport)
     tov_test_code(${program})
     target_precompile_headers(${program} REUSE_FROM TOVTestSupport)
