@@ -96,13 +96,26 @@ function(tov_add_tests folder)
     target_precompile_headers(${program} REUSE_FROM TOVTestSupport)
     tov_list_tests(${program} ${files_UNPARSED_ARGUMENTS} ${native})
 
-    # The cases are asked for when the tests run, not in the build: a build needs no Wine, and a program that cannot even
-    # tell its cases does not keep the others from being tested.
-    add_test(NAME ${program}
-             COMMAND "${PROJECT_SOURCE_DIR}/CMake/run-cases" ${program}
-                     "--own-process=$<JOIN:$<TARGET_PROPERTY:${program},TOV_OWN_PROCESS>,:>"
-                     ${CMAKE_CROSSCOMPILING_EMULATOR} "$<TARGET_FILE:${program}>")
-    set_tests_properties(${program} PROPERTIES LABELS ${folder} TIMEOUT 3600)
+    set(apart "$<TARGET_PROPERTY:${program},TOV_APART>")
+    tov_add_test_of_cases(${folder} ${program} "*$<$<BOOL:${apart}>:-$<JOIN:${apart},:>>")
+endfunction()
+
+# The cases are asked for when the tests run, not in the build: a build needs no Wine, and a program that cannot even
+# tell its cases does not keep the others from being tested.
+function(tov_add_test_of_cases folder name filter)
+    add_test(NAME ${name}
+             COMMAND "${PROJECT_SOURCE_DIR}/CMake/run-cases" ${name} "--cases=${filter}"
+                     "--own-process=$<JOIN:$<TARGET_PROPERTY:Test${folder},TOV_OWN_PROCESS>,:>"
+                     ${CMAKE_CROSSCOMPILING_EMULATOR} "$<TARGET_FILE:Test${folder}>")
+    set_tests_properties(${name} PROPERTIES LABELS ${folder} TIMEOUT 3600)
+endfunction()
+
+# tov_test_apart(<Folder> <Name> <pattern>...): makes the cases of Test<Folder> with these patterns a test of their own,
+# Test<Folder>.<Name>, which runs beside that of the others.
+function(tov_test_apart folder name)
+    set_property(TARGET Test${folder} APPEND PROPERTY TOV_APART ${ARGN})
+    string(JOIN ":" filter ${ARGN})
+    tov_add_test_of_cases(${folder} Test${folder}.${name} "${filter}")
 endfunction()
 
 # tov_own_process(<Folder> <pattern>...): cases of Test<Folder>, by googletest's patterns, that need a process of their own.
