@@ -67,10 +67,10 @@ function(tov_list_tests program)
 endfunction()
 
 # tov_add_tests(<Folder> <file>... [NATIVE <file>...] [POSIX <file>...] [WINDOWS <file>...] [THREADS <file>...]): builds
-# the test program Test<Folder> of the listed files and makes it a test of CTest, which runs its cases as CMake/run-cases
-# describes. NATIVE, POSIX and WINDOWS are told in TOVNativeSources. THREADS names once more the files in which threads meet:
-# of the files with tests, a build with ThreadSanitizer holds no others. The build fails when a source file of the folder is
-# not listed, and a program without a case is a failed test.
+# the test program Test<Folder> of the listed files and makes it a test of CTest, which runs its cases as
+# CMake/run-cases describes. NATIVE, POSIX and WINDOWS are told in TOVNativeSources. THREADS names once more the files
+# in which threads meet: of the files with tests, a build with ThreadSanitizer holds no others. The build fails when a
+# source file of the folder is not listed, and a program without a case is a failed test.
 function(tov_add_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 files "" "" "NATIVE;POSIX;WINDOWS;THREADS")
     tov_native_files(native NATIVE ${files_NATIVE} POSIX ${files_POSIX} WINDOWS ${files_WINDOWS})
