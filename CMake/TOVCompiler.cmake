@@ -22,6 +22,11 @@ if(NOT WIN32)
     add_compile_options(-fshort-wchar)
 endif()
 
+# As the other compilers do, clang tells an operator delete how large the block is.
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    add_compile_options(-fsized-deallocation)
+endif()
+
 if(TOV_SANITIZE)
     # A report needs lines, not variables.
     add_compile_options(-fsanitize=${TOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1)

@@ -18,7 +18,8 @@ namespace TOVDebug
 {
 // Reports a failed check to all listeners (ITOVLogListener::OnAssert) and throws CTOVAssertException. On Linux, a check
 // that ends the process because nobody catches the exception is first shown on standard error, unless the application
-// has registered a listener.
+// has registered a listener. A function that must not throw, compiled by clang, catches the exception before it ends
+// the process.
 [[noreturn]] TOV_EXPORT void Assert(const char* szExpression, const char* szFile, int nLine);
 } // namespace TOVDebug
 

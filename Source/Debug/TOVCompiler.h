@@ -135,21 +135,31 @@ __attribute__((used)) static const char* const s_pTOVKernelStartup = &TOVKernelS
 #define TOV_FAST_THREAD_LOCAL __thread __attribute__((tls_model("initial-exec")))
 #endif
 
+// TOV_ADDRESS_SANITIZER  1 in code that AddressSanitizer watches, else 0.
+// TOV_THREAD_SANITIZER   1 in code that ThreadSanitizer watches, else 0.
+#if defined(__has_feature)
+#define TOV_ADDRESS_SANITIZER __has_feature(address_sanitizer)
+#define TOV_THREAD_SANITIZER __has_feature(thread_sanitizer)
+#else
+#if defined(__SANITIZE_ADDRESS__)
+#define TOV_ADDRESS_SANITIZER 1
+#else
+#define TOV_ADDRESS_SANITIZER 0
+#endif
+#if defined(__SANITIZE_THREAD__)
+#define TOV_THREAD_SANITIZER 1
+#else
+#define TOV_THREAD_SANITIZER 0
+#endif
+#endif
+
 // How the memory of small blocks is handed out (TOVPlatform/TOVMemoryList.h). Modules of one process may differ in it.
 // TOV_USE_MEMORY_LISTS      whether threads keep lists of freed blocks: where a thread's own variable costs no call.
 // TOV_ROUND_BLOCKS          whether blocks are rounded up. A tool that watches the heap must see the end of each block.
 // TOV_THREAD_LISTS_STORAGE  makes a variable the thread's own. Nothing reads it without lists.
-#if defined(__SANITIZE_ADDRESS__)
+#if TOV_ADDRESS_SANITIZER || defined(TOV_PLAIN_MEMORY)
 #define TOV_ROUND_BLOCKS false
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TOV_ROUND_BLOCKS false
-#endif
-#endif
-#if defined(TOV_PLAIN_MEMORY) && !defined(TOV_ROUND_BLOCKS)
-#define TOV_ROUND_BLOCKS false
-#endif
-#ifndef TOV_ROUND_BLOCKS
+#else
 #define TOV_ROUND_BLOCKS true
 #endif
 #if defined(TOV_FAST_THREAD_LOCAL)

@@ -21,7 +21,7 @@ TEST(TOVModuleEdgeTest, WhatOneModuleMakesAnotherOneReleases)
 }
 
 // The runtime of a sanitizer cannot come late.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !TOV_ADDRESS_SANITIZER && !TOV_THREAD_SANITIZER
 TEST(TOVModuleEdgeTest, TheLibraryComesAndGoesWithAModuleThatUsesAllOfIt)
 {
     const sChildResult oResult =

@@ -59,7 +59,7 @@ static bool IsLoaded(const char* szLibrary)
 #include <sched.h>
 #include <unistd.h>
 
-#if defined(__SANITIZE_THREAD__)
+#if TOV_THREAD_SANITIZER
 // The C library releases a thread's storage for a loaded library when another thread takes over its stack. The
 // sanitizer does not see that the first thread has ended by then.
 extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions();

@@ -10,17 +10,14 @@
 // and query.
 #pragma once
 
+#include "Debug/TOVCompiler.h"
+
 #include <cstddef>
 
 // The sanitizers have a heap of their own, which never fails.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if TOV_ADDRESS_SANITIZER || TOV_THREAD_SANITIZER
 #define TOV_CAN_FAIL_ALLOCATIONS 0
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define TOV_CAN_FAIL_ALLOCATIONS 0
-#endif
-#endif
-#ifndef TOV_CAN_FAIL_ALLOCATIONS
+#else
 #define TOV_CAN_FAIL_ALLOCATIONS 1
 #endif
 

@@ -4,18 +4,23 @@
 #
 # PREFIX is what the target's compiler puts in front of a C name. A jump that leaves the function is a call as well.
 
+set(disassemble --disassemble)
+if(OBJDUMP MATCHES "llvm")
+    set(disassemble --disassemble-symbols)
+endif()
+
 function(expect_calls function allowed)
     set(symbol "${PREFIX}${function}")
-    execute_process(COMMAND "${OBJDUMP}" -d --no-show-raw-insn "--disassemble=${symbol}" "${LIBRARY}"
+    execute_process(COMMAND "${OBJDUMP}" -d --no-show-raw-insn "${disassemble}=${symbol}" "${LIBRARY}"
                     OUTPUT_VARIABLE text RESULT_VARIABLE result)
-    string(REGEX MATCHALL "\n *[0-9a-f]+:\t[^\n]*" instructions "${text}")
+    string(REGEX MATCHALL "\n *[0-9a-f]+: *\t[^\n]*" instructions "${text}")
     list(LENGTH instructions count)
     if(NOT result EQUAL 0 OR count EQUAL 0)
         message(FATAL_ERROR "no code of ${symbol} in ${LIBRARY}")
     endif()
 
     foreach(instruction IN LISTS instructions)
-        if(NOT instruction MATCHES "\t(bnd |notrack )?(call|jmp|j[a-z]+)[a-z]* +(.*)$")
+        if(NOT instruction MATCHES "\t(bnd |notrack )?(call|jmp|j[a-z]+)[a-z]*[ \t]+(.*)$")
             continue()
         endif()
         set(mnemonic "${CMAKE_MATCH_2}")

@@ -40,7 +40,7 @@ public:
     int& Mode() { return ModeOfReader(*this); }
 
     static inline int s_nEnds = 0;
-    static inline const char* const SOURCE = "TOVStream/TOVReadFileStream.cpp";
+    static constexpr const char* Source() { return "TOVStream/TOVReadFileStream.cpp"; }
     static constexpr int INNER_MODE = MODE_LOADING;
     static inline const std::vector<int> OTHER_MODES = {MODE_SAVING};
 };
@@ -62,7 +62,7 @@ public:
     int& Mode() { return ModeOfWriter(*this); }
 
     static inline int s_nEnds = 0;
-    static inline const char* const SOURCE = "TOVStream/TOVWriteFileStream.cpp";
+    static constexpr const char* Source() { return "TOVStream/TOVWriteFileStream.cpp"; }
     static constexpr int INNER_MODE = MODE_SAVING;
     static inline const std::vector<int> OTHER_MODES = {MODE_LOADING, MODE_NONE};
 };
@@ -203,6 +203,6 @@ TYPED_TEST(TOVNamedFileStreamTest, LeavesNothingBehindWhereverTheMemoryEnds)
     }
 
     EXPECT_TRUE(bOpened);
-    EXPECT_EQ(TypeParam::SOURCE, sFileOfCheck);
+    EXPECT_EQ(TypeParam::Source(), sFileOfCheck);
 }
 #endif

@@ -11,7 +11,7 @@ namespace
 constexpr char NO_END[] = "GetData()->GetBuffer()[nNewLength] == '\\0'";
 
 // At this length, work that grows with its square does not end before the test's time is over.
-#if defined(__SANITIZE_ADDRESS__)
+#if TOV_ADDRESS_SANITIZER
 constexpr int LONG_LENGTH = 20000; // it reads the rest of a text to its end at each search
 #else
 constexpr int LONG_LENGTH = 2000000;

@@ -1,16 +1,9 @@
 #include "PeakMemory.h"
 
+#include "Debug/TOVCompiler.h"
+
 #include <cerrno>
 #include <malloc.h>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TOV_HEAP_OF_SANITIZER 1
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__)
-#define TOV_HEAP_OF_SANITIZER 1
-#endif
 
 static long s_lUsed;
 static long s_lStart;
@@ -28,7 +21,7 @@ static void NoteReleased(std::size_t nSize)
     s_lUsed -= static_cast<long>(nSize);
 }
 
-#if defined(TOV_HEAP_OF_SANITIZER)
+#if TOV_ADDRESS_SANITIZER
 // These belong to the sanitizers' interface, whose header some installations of the compiler lack.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*fnOnAllocation)(const volatile void*, std::size_t),
                                                          void (*fnOnRelease)(const volatile void*));

@@ -34,19 +34,17 @@ enum eRevocation
 };
 std::atomic<eRevocation> s_eRevocation(eRevocationUnknown);
 
-// A tool that watches for races knows the locks of the runtime, and not this one.
 bool CanRevoke()
 {
-#if defined(__SANITIZE_THREAD__)
-    return false;
-#else
+    // ThreadSanitizer knows the locks of the runtime, and not this one.
+    if (TOV_THREAD_SANITIZER)
+        return false;
     if (s_eRevocation.load(std::memory_order_relaxed) == eRevocationUnknown)
     {
         const bool bGranted = MemoryBarrier(MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED);
         s_eRevocation.store(bGranted ? eRevocationGranted : eRevocationRefused, std::memory_order_relaxed);
     }
     return s_eRevocation.load(std::memory_order_relaxed) == eRevocationGranted;
-#endif
 }
 
 // Sleeps while the word is 1.

@@ -1,11 +1,13 @@
 // The buffers of the runtime's streams, in which bytes wait until the system takes them.
 #pragma once
 
+#include "Debug/TOVCompiler.h"
+
 #include <cstddef>
 
 #include <stdio.h>
 
-#if defined(__SANITIZE_THREAD__)
+#if TOV_THREAD_SANITIZER
 extern "C" void __tsan_acquire(void* pLock);
 extern "C" void __tsan_release(void* pLock);
 #endif
@@ -21,14 +23,14 @@ public:
     explicit CStreamLock(FILE* pFile) : m_pFile(pFile)
     {
         ::flockfile(m_pFile);
-#if defined(__SANITIZE_THREAD__)
+#if TOV_THREAD_SANITIZER
         __tsan_acquire(m_pFile);
 #endif
     }
 
     ~CStreamLock()
     {
-#if defined(__SANITIZE_THREAD__)
+#if TOV_THREAD_SANITIZER
         __tsan_release(m_pFile);
 #endif
         ::funlockfile(m_pFile);

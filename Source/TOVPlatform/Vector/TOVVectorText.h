@@ -1,20 +1,15 @@
 // Declares searches in text that look at many units at once. Internal to the text functions.
 #pragma once
 
+#include "Debug/TOVCompiler.h"
+
 #include <cstddef>
 
 // The sanitizers report reads after the end of a block, which the vectors make: their builds have the plain loops.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define TOV_VECTOR_TEXT 0
-#endif
-#endif
-#if !defined(TOV_VECTOR_TEXT)
-#if defined(__SSE2__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if defined(__SSE2__) && !TOV_ADDRESS_SANITIZER && !TOV_THREAD_SANITIZER
 #define TOV_VECTOR_TEXT 1
 #else
 #define TOV_VECTOR_TEXT 0
-#endif
 #endif
 
 namespace TOVPlatform

@@ -86,7 +86,7 @@ TEST(TOVBoundCallsTest, TheLibraryCallsItsOwnFunctionsDirectly)
 
 TEST(TOVBoundCallsTest, TheTablesHoldTheFunctionsOfOthers)
 {
-    EXPECT_EQ(1u, NamesIn(DT_JMPREL, DT_PLTRELSZ, STT_FUNC, false).count("memmove"));
+    EXPECT_EQ(1u, NamesIn(DT_JMPREL, DT_PLTRELSZ, STT_FUNC, false).count("opendir"));
 }
 
 TEST(TOVBoundCallsTest, TheLibrarySharesItsVariables)

@@ -27,7 +27,7 @@ pthread_key_t& KeyOfRounds()
 
 // How often the system calls the destructors of a thread's keys. ThreadSanitizer ends its own part of the thread in the
 // last round, and no code that it watches may run after that.
-#if defined(__SANITIZE_THREAD__)
+#if TOV_THREAD_SANITIZER
 constexpr int KEY_ROUNDS = 3;
 #else
 constexpr int KEY_ROUNDS = 4;

@@ -1,18 +1,20 @@
 // Child processes that are copies of this process, with the calling thread alone.
 #pragma once
 
+#include "Debug/TOVCompiler.h"
+
 #include <functional>
 
 // In the child, ThreadSanitizer still counts the threads of the parent, and ends the child when it starts a thread that
 // takes the place of one of them.
-#if defined(__SANITIZE_THREAD__)
+#if TOV_THREAD_SANITIZER
 #define TOV_CAN_FORK_AND_THREAD 0
 #else
 #define TOV_CAN_FORK_AND_THREAD 1
 #endif
 
 // If other threads of the parent allocate, the lock of the sanitizers' heap can stay taken in the child for ever.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if TOV_ADDRESS_SANITIZER || TOV_THREAD_SANITIZER
 #define TOV_CAN_FORK_AMID_ALLOCATIONS 0
 #else
 #define TOV_CAN_FORK_AMID_ALLOCATIONS 1

@@ -8,13 +8,16 @@
 #include <map>
 #include <stdexcept>
 
+#if TOV_ADDRESS_SANITIZER
+#include <sanitizer/asan_interface.h>
+#endif
+
 namespace
 {
 struct sSymbol
 {
     const char* szName;
     Elf64_Addr ulValue;
-    std::size_t ulSize;
 };
 
 // The dynamic symbols of a module that the system has loaded, read from its file.
@@ -61,8 +64,7 @@ private:
             {
                 const Elf64_Sym& oSymbol = *At<Elf64_Sym>(oSection.sh_offset + ulOffset);
                 if (oSymbol.st_shndx != SHN_UNDEF)
-                    m_aSymbols.push_back(
-                        {At<char>(oStrings.sh_offset + oSymbol.st_name), oSymbol.st_value, oSymbol.st_size});
+                    m_aSymbols.push_back({At<char>(oStrings.sh_offset + oSymbol.st_name), oSymbol.st_value});
             }
         }
     }
@@ -85,22 +87,27 @@ std::set<std::string> ExportedNames(eModule eWhich)
 std::vector<std::set<std::string>> TableSlots(eModule eWhich, const std::string& sTable, std::size_t nMost)
 {
     const CModule oModule(eWhich);
-    std::size_t ulSize = 0;
     std::map<const void*, std::set<std::string>> aFunctions;
     for (const sSymbol& oSymbol : oModule.Symbols())
-    {
         aFunctions[oModule.Base() + oSymbol.ulValue].insert(oSymbol.szName);
-        if (sTable == oSymbol.szName)
-            ulSize = oSymbol.ulSize;
-    }
-    if (ulSize == 0)
+
+    // Another module may have the table that all use.
+    void* const* const ppTable = static_cast<void* const*>(::dlsym(RTLD_DEFAULT, sTable.c_str()));
+    Dl_info oTable;
+    void* pSymbol = nullptr;
+    if (::dladdr1(ppTable, &oTable, &pSymbol, RTLD_DL_SYMENT) == 0 || pSymbol == nullptr)
         throw std::runtime_error("no virtual table " + sTable);
+    const std::size_t nSize = static_cast<const Elf64_Sym*>(pSymbol)->st_size / sizeof(void*);
 
     std::vector<std::set<std::string>> aSlots;
     // The offset to the whole object and the type information stand before the slots.
-    void* const* const ppTable = static_cast<void* const*>(::dlsym(RTLD_DEFAULT, sTable.c_str()));
-    for (std::size_t i = 2; i < ulSize / sizeof(void*) && i <= nMost + 2; ++i)
+    for (std::size_t i = 2; i < nSize && i <= nMost + 2; ++i)
     {
+#if TOV_ADDRESS_SANITIZER
+        // Clang counts what guards the table's end to its size.
+        if (::__asan_address_is_poisoned(&ppTable[i]) != 0)
+            break;
+#endif
         // A function of the same name in another module may go before this one.
         Dl_info oInfo = {};
         if (aFunctions.count(ppTable[i]) == 0 && ::dladdr(ppTable[i], &oInfo) != 0 && oInfo.dli_saddr == ppTable[i] &&

@@ -96,7 +96,7 @@ TEST(TOVOwnerTest, LetsOnlyOneThreadEnter)
     std::thread([&] { EXPECT_FALSE(oOwner.Enter(Self())); }).join();
 
     EXPECT_FALSE(oOwner.Enter(Self()));
-#if !defined(__SANITIZE_THREAD__)
+#if !TOV_THREAD_SANITIZER
     EXPECT_TRUE(bFirst);
 #endif
 }
@@ -163,7 +163,7 @@ TEST(TOVOwnerTest, IsNotAtWorkAfterTheObjectWasTaken)
     EXPECT_EQ(0, oStage.nSeenTogether);
 }
 
-#if !defined(__SANITIZE_THREAD__)
+#if !TOV_THREAD_SANITIZER
 namespace
 {
 constexpr int REVOCATIONS = 10;

@@ -423,7 +423,7 @@ TEST_F(TOVPlatformStreamStageTest, IsWrittenOutAtTheEndOfTheProcess)
     }
 }
 
-#if !defined(__SANITIZE_THREAD__) // it takes the end of statics for a race with a thread that is never joined
+#if !TOV_THREAD_SANITIZER // it takes the end of statics for a race with a thread that is never joined
 // What a block has beyond the stream's buffer goes to the system at once. At the end, the runtime then has nothing to
 // write to the pipe, and does not wait for the thread that sleeps there.
 TOV_CHILD(EndsWhileAnotherThreadWrites)
