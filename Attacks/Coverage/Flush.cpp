@@ -1,6 +1,6 @@
-// Saves the counts of a process that ends without its last steps: by _exit, as forked children do, by abort, or when
-// another program takes its place. Each module has counters of its own. This file stands in a shared library that knows
-// them all, and, compiled with TOV_MODULE, in every module.
+// Saves the counts of a process that ends without its last steps: by _exit, as forked children do, by abort, when
+// another program takes its place, or when another process of the tests kills it. Each module has counters of its own.
+// This file stands in a shared library that knows them all, and, compiled with TOV_MODULE, in every module.
 #include <atomic>
 
 typedef void (*tSave)();
@@ -27,6 +27,10 @@ __attribute__((destructor)) void Remove()
 
 #else
 
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
 #include <dlfcn.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -35,6 +39,14 @@ __attribute__((destructor)) void Remove()
 namespace
 {
 std::atomic<tSave> s_aSaves[64];
+
+// Asks a process to save its counts before it is killed.
+int SaveSignal()
+{
+    return SIGRTMAX - 1;
+}
+
+constexpr int MOST_MILLISECONDS_TO_SAVE = 2000;
 
 void Replace(tSave pfOld, tSave pfNew)
 {
@@ -58,14 +70,55 @@ void LiftLimit()
     setrlimit(RLIMIT_FSIZE, &oMost);
 }
 
+// A test may let calls to the system fail, which would spoil them as well.
+void EndFaults()
+{
+    if (const auto pfArm = reinterpret_cast<bool (*)(bool)>(dlsym(RTLD_DEFAULT, "_Z14ArmSystemFaultb")))
+        pfArm(false);
+}
+
 void SaveAll()
 {
+    EndFaults();
     LiftLimit();
     for (std::atomic<tSave>& oPlace : s_aSaves)
     {
         if (const tSave pfSave = oPlace.load())
             pfSave();
     }
+}
+
+void SaveAndDie(int)
+{
+    SaveAll();
+    syscall(SYS_kill, getpid(), SIGKILL);
+}
+
+__attribute__((constructor)) void AwaitKill()
+{
+    struct sigaction oAction = {};
+    oAction.sa_handler = &SaveAndDie;
+    sigaction(SaveSignal(), &oAction, nullptr);
+}
+
+// Whether the process waits for our signal: it has the handler, and has neither ended nor been stopped.
+bool CanSave(pid_t nProcess)
+{
+    char szName[64];
+    std::snprintf(szName, sizeof(szName), "/proc/%d/status", static_cast<int>(nProcess));
+    std::FILE* const pFile = std::fopen(szName, "r");
+    if (pFile == nullptr)
+        return false;
+    char cState = 'Z';
+    unsigned long long ullCaught = 0;
+    char szLine[256];
+    while (std::fgets(szLine, sizeof(szLine), pFile) != nullptr)
+    {
+        std::sscanf(szLine, "State: %c", &cState);
+        std::sscanf(szLine, "SigCgt: %llx", &ullCaught);
+    }
+    std::fclose(pFile);
+    return std::strchr("ZXTt", cState) == nullptr && (ullCaught >> (SaveSignal() - 1) & 1) != 0;
 }
 } // namespace
 
@@ -76,7 +129,9 @@ void TOVCoverageAdd(tSave pfSave)
 
 void TOVCoverageRemove(tSave pfSave)
 {
-    LiftLimit(); // the module is about to save its counts
+    // The module is about to save its counts.
+    EndFaults();
+    LiftLimit();
     Replace(pfSave, nullptr);
 }
 
@@ -91,6 +146,22 @@ extern "C" int execv(const char* szFile, char* const aszArguments[])
 {
     SaveAll();
     return execve(szFile, aszArguments, environ);
+}
+
+extern "C" int kill(pid_t nProcess, int nSignal) noexcept
+{
+    if (nSignal == SIGKILL && nProcess > 0)
+    {
+        const int nError = errno;
+        for (int nTime = 0; nTime < MOST_MILLISECONDS_TO_SAVE && CanSave(nProcess); ++nTime)
+        {
+            if (nTime == 0)
+                syscall(SYS_kill, nProcess, SaveSignal());
+            usleep(1000);
+        }
+        errno = nError;
+    }
+    return static_cast<int>(syscall(SYS_kill, nProcess, nSignal));
 }
 
 extern "C" void abort() noexcept
