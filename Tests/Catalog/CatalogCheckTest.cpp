@@ -79,11 +79,27 @@ TEST_F(CatalogCheckTest, RefusesWhatIsNoList)
     const std::string sSum = SHA256_OF_HELLO + std::string("  tree/a.txt\n");
     EXPECT_TRUE(IsRefused(CheckHere(""), "c.cat names no file"));
     EXPECT_TRUE(IsRefused(CheckHere("; only\n\n# comments\n"), "c.cat names no file"));
-    for (const std::string& sList : {std::string("tree/a.txt\n"), std::string("3610A686\n"), std::string(" 3610A686\n"),
-                                     std::string("tree/a.txt3610A686\n"), std::string("tree/a.txt 3610A68\n"),
-                                     std::string("tree/a.txt 3610A68G\n"), sSum.substr(1), sSum.substr(0, 66) + "\n",
-                                     "\\" + sSum.substr(0, 66) + "a\\b\n", std::string("SHA256 (tree/a.txt) = 2cf2\n"),
-                                     std::string("TOVCATLG\0\1 \3", 12), std::string("a\0b 3610A686\n", 13),
+    for (const std::string& sList : {std::string("tree/a.txt\n"),
+                                     std::string("3610A686\n"),
+                                     std::string(" 3610A686\n"),
+                                     std::string("tree/a.txt3610A686\n"),
+                                     std::string("tree/a.txt 3610A68\n"),
+                                     std::string("tree/a.txt 3610A68G\n"),
+                                     sSum.substr(1),
+                                     sSum.substr(0, 66) + "\n",
+                                     "\\" + sSum.substr(0, 66) + "a\\b\n",
+                                     "\\" + sSum.substr(0, 66) + "a\\",
+                                     sSum.substr(0, 64) + "\ttree/a.txt\n",
+                                     sSum.substr(0, 65) + "_tree/a.txt\n",
+                                     sSum.substr(0, 63) + "g  tree/a.txt\n",
+                                     sSum.substr(0, 63) + "/  tree/a.txt\n",
+                                     std::string("SHA256 (tree/a.txt) = 2cf2\n"),
+                                     std::string("SHA256 (tree/a.txt\n"),
+                                     "SHA256 () = " + sSum.substr(0, 64),
+                                     "SHA256 (a) = " + std::string(64, 'x'),
+                                     "SHA256 (" + std::string(") = ") + sSum.substr(0, 63),
+                                     std::string("TOVCATLG\0\1 \3", 12),
+                                     std::string("a\0b 3610A686\n", 13),
                                      std::string(5000, 'n') + " 3610A686\n"})
         EXPECT_TRUE(IsRefused(CheckHere(sList), "line 1 ")) << sList;
     EXPECT_TRUE(IsRefused(CheckHere("tree/a.txt 3610A686\n" + sSum), "line 2 "));
@@ -104,9 +120,16 @@ TEST_F(CatalogCheckTest, ReadsWhatListWrites)
     EXPECT_EQ(0, Check(sSums).nExitCode);
 }
 
+TEST_F(CatalogCheckTest, PutsAFolderBeforeNamesThatOtherProgramsWouldPassOver)
+{
+    Write("c.cat", CatalogVersion3({" a", "#b", ";c"}, {}, {{0, "x", 1, 1}, {1, "x", 1, 2}, {2, "x", 1, 3}}));
+
+    EXPECT_EQ("./ a/x 00000001\n./#b/x 00000002\n./;c/x 00000003\n", Run({"list", "c.cat", "--sfv"}).sOutput);
+}
+
 TEST_F(CatalogCheckTest, IsNotGivenHalfAList)
 {
-    for (const std::string sName : {"line\nend", "return\r", "space "})
+    for (const std::string sName : {"line\nend", "return\r", "space ", "tab\t"})
     {
         Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "a.txt", 5, 0x3610a686}, {0, sName, 1, 1}}));
         EXPECT_TRUE(IsRefused(Run({"list", "c.cat", "--sfv"}), "which an .sfv file cannot")) << sName;

@@ -1,7 +1,14 @@
 #include "Examples/ExampleProgram.h"
 
+#include <PluginDatabase.h>
+
 namespace
 {
+// As the program has it.
+const CTOVClass s_oFilterClass("IFilter", &CTOVRefCount::GetClass());
+
+const CTOVClass s_oOtherClass("IOther", &CTOVRefCount::GetClass());
+
 std::string Plugin(const std::string& sName)
 {
     return PathBesideThisProgram(sName + TOV_MODULE_SUFFIX);
@@ -53,6 +60,27 @@ TEST(PluginsTest, RefusesAFileThatIsNoPlugin)
 
     EXPECT_EQ("tovfilter: " + sText + " cannot be loaded\n", RunExample("tovfilter", {"abc", sText}).sErrors);
     EXPECT_EQ("tovfilter: missing cannot be loaded\n", RunExample("tovfilter", {"abc", "missing"}).sErrors);
+}
+
+TEST(PluginsTest, AreKnownByTheirNumberAndTheirObject)
+{
+    CPluginDatabase oDatabase;
+    {
+        const CTOVHandle oUpper = oDatabase.Load(Plugin("tovupper").c_str());
+        const CTOVHandle oReverse = oDatabase.Load(Plugin("tovreverse").c_str());
+        EXPECT_EQ(2, oDatabase.GetNumPlugins());
+        EXPECT_EQ(oReverse.Get(), oDatabase.GetHandle(static_cast<long>(oReverse)).Get());
+        EXPECT_EQ(static_cast<long>(oReverse), static_cast<long>(oDatabase.GetHandle(oReverse.Get())));
+        EXPECT_FALSE(oDatabase.GetHandle(4711L).IsValid());
+
+        EXPECT_TRUE(oUpper.Get()->IsKindOf(s_oFilterClass));
+        EXPECT_TRUE(oUpper.Get()->IsKindOf(CTOVRefCount::GetClass()));
+        EXPECT_FALSE(oUpper.Get()->IsInstanceOf(s_oFilterClass));
+        EXPECT_NE(nullptr, oUpper.Get()->QueryInterface(s_oFilterClass));
+        EXPECT_EQ(nullptr, oUpper.Get()->QueryInterface(s_oOtherClass));
+    }
+    EXPECT_EQ(0, oDatabase.GetNumPlugins());
+    EXPECT_FALSE(oDatabase.GetHandle(0L).IsValid());
 }
 
 TEST(PluginsTest, TellsItsUsage)

@@ -49,6 +49,14 @@ TEST_F(CatalogPosixNamesTest, MayHoldAnyByte)
     EXPECT_EQ(254u, std::set<std::string>(aReports.begin(), aReports.end()).size());
 }
 
+TEST_F(CatalogPosixNamesTest, AreTwoUnitsInJsonBeyondTheFirst65536Characters)
+{
+    bool bExact = false;
+
+    EXPECT_EQ("\"\\udb40\\udc01 \xF0\x9F\x98\x80\"", JsonText("\xF3\xA0\x80\x81 \xF0\x9F\x98\x80", bExact));
+    EXPECT_TRUE(bExact);
+}
+
 TEST_F(CatalogPosixNamesTest, MayBeOfOddBytesAlone)
 {
     for (const std::string sName : {"\n",   "\\",  ":",   "*",    "?",  " ", "-", "--", "\xFF", "...",  "C:",
