@@ -249,10 +249,12 @@ int main(int nArguments, char** aszArguments)
     {
         std::fprintf(stderr, "tovcatalog: %s\n", oError.what());
     }
+    // GCOVR_EXCL_START: the commands let no other exception through.
     catch (CTOVException& oError)
     {
         std::fprintf(stderr, "tovcatalog: unexpected failure, class %d, code %lu\n", oError.GetClass(),
                      oError.GetCode());
     }
+    // GCOVR_EXCL_STOP
     return eExitFailure;
 }

@@ -18,7 +18,7 @@ void Work()
     TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityTrace, "reading %s", "cities.dat");
     TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityInfo, "%d cities", 3);
     TOVDebug::_Log(__FILE__, __LINE__, 0x1, eSeverityWarning, "%d cities have no name, %s has two", 2,
-                   "<Bonn & Beuel>");
+                   "<\"Bonn\" & Beuel>");
     try
     {
         const int nPopulation = -1;
@@ -28,6 +28,7 @@ void Work()
     {
         TOVDebug::_Log(__FILE__, __LINE__, 0x11, eSeverityError, "the population of one city is unknown");
     }
+    TOVDebug::_Log(__FILE__, __LINE__, 0x11, eSeverityFatal, "no city can be shown");
 }
 } // namespace
 

@@ -95,6 +95,18 @@ TEST_F(CatalogReportTest, IsAListOfFilesInJson)
               Run({"list", "c.cat", "--json"}).sOutput);
 }
 
+TEST_F(CatalogReportTest, HasTheSha256InJsonWhereItIsKnown)
+{
+    Create({"c.cat", "tree", "--sha256"});
+
+    const std::string sList = Run({"list", "c.cat", "--json"}).sOutput;
+
+    EXPECT_NE(std::string::npos,
+              sList.find("{\"name\": \"tree/a.txt\", \"size\": 5, \"crc32\": \"3610a686\", \"sha256\": "
+                         "\"2cf24dba5fb0a30e26e83b2ac5b9e29e1b161e5c1fa7425e73043362938b9824\"}"))
+        << sList;
+}
+
 TEST_F(CatalogReportTest, EscapesWhatJsonOrATerminalCannotShow)
 {
     EXPECT_EQ("\"plain\"", Json("plain"));

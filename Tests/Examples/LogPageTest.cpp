@@ -1,5 +1,7 @@
 #include "Examples/ExampleProgram.h"
 
+#include <Debug/TOVDebug.h>
+
 #include <regex>
 
 namespace
@@ -32,14 +34,17 @@ TEST(LogPageTest, WritesARowForEachLineAndEscapesWhatIsInIt)
     const std::string sPage = ReadWholeFile(oFolder.File("log.html"));
     EXPECT_EQ(0u, sPage.find("<!DOCTYPE html>"));
     const std::vector<std::string> aRows = RowsOf(sPage);
-    ASSERT_EQ(5u, aRows.size()) << sPage;
+    ASSERT_EQ(6u, aRows.size()) << sPage;
     EXPECT_EQ("<tr class=trace data-severity=100><td>TIME<td>reading cities.dat", WithoutPlace(aRows[0]));
     EXPECT_EQ("<tr class=info data-severity=200><td>TIME<td>3 cities", WithoutPlace(aRows[1]));
-    EXPECT_EQ("<tr class=warning data-severity=400><td>TIME<td>2 cities have no name, &lt;Bonn &amp; Beuel> has two",
+    EXPECT_EQ("<tr class=warning data-severity=400><td>TIME<td>2 cities have no name, &lt;&quot;Bonn&quot; &amp; "
+              "Beuel> has two",
               WithoutPlace(aRows[2]));
     EXPECT_EQ("<tr class=error data-severity=500><td>TIME<td>check failed: nPopulation >= 0", WithoutPlace(aRows[3]));
     EXPECT_EQ("<tr class=error data-severity=500><td>TIME<td>the population of one city is unknown",
               WithoutPlace(aRows[4]));
+    EXPECT_EQ("<tr class=fatal data-severity=" + std::to_string(eSeverityFatal) + "><td>TIME<td>no city can be shown",
+              WithoutPlace(aRows[5]));
     for (const std::string& sRow : aRows)
         EXPECT_NE(std::string::npos, sRow.find("<td>Examples/LogPage/Main.cpp:")) << sRow;
 }
@@ -51,6 +56,13 @@ TEST(LogPageTest, TellsThatThePageCannotBeWritten)
     ExpectComplaint("tovlogpage: missing/log.html cannot be written", 1,
                     RunExample("tovlogpage", {"missing/log.html"}, oFolder.Path()));
 }
+
+#if !TOV_SYSTEM_WINDOWS
+TEST(LogPageTest, TellsThatADiskIsFull)
+{
+    ExpectComplaint("tovlogpage: /dev/full cannot be written", 1, RunExample("tovlogpage", {"/dev/full"}));
+}
+#endif
 
 TEST(LogPageTest, TellsItsUsage)
 {

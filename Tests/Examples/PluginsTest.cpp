@@ -60,6 +60,8 @@ TEST(PluginsTest, RefusesAFileThatIsNoPlugin)
 
     EXPECT_EQ("tovfilter: " + sText + " cannot be loaded\n", RunExample("tovfilter", {"abc", sText}).sErrors);
     EXPECT_EQ("tovfilter: missing cannot be loaded\n", RunExample("tovfilter", {"abc", "missing"}).sErrors);
+    const std::string sLibrary = PathBesideThisProgram(TOV_SYSTEM_WINDOWS ? "TOVKernel.dll" : "libTOVKernel.so");
+    EXPECT_EQ("tovfilter: " + sLibrary + " is no plug-in\n", RunExample("tovfilter", {"abc", sLibrary}).sErrors);
 }
 
 TEST(PluginsTest, AreKnownByTheirNumberAndTheirObject)
@@ -72,6 +74,8 @@ TEST(PluginsTest, AreKnownByTheirNumberAndTheirObject)
         EXPECT_EQ(oReverse.Get(), oDatabase.GetHandle(static_cast<long>(oReverse)).Get());
         EXPECT_EQ(static_cast<long>(oReverse), static_cast<long>(oDatabase.GetHandle(oReverse.Get())));
         EXPECT_FALSE(oDatabase.GetHandle(4711L).IsValid());
+        CTOVRefCount oNoPlugin;
+        EXPECT_FALSE(oDatabase.GetHandle(&oNoPlugin).IsValid());
 
         EXPECT_TRUE(oUpper.Get()->IsKindOf(s_oFilterClass));
         EXPECT_TRUE(oUpper.Get()->IsKindOf(CTOVRefCount::GetClass()));

@@ -36,6 +36,13 @@ public:
     std::string m_sHeard;
 };
 
+// Hears no more than it must.
+class CIndifferentReport : public ITOVTestReport
+{
+public:
+    void OnEnd(const sTestRecord& /*oRecord*/) override {}
+};
+
 const sTestNote s_oFailure = {eNoteFailure, "FailedTest", "file", 1, "text", {}};
 } // namespace
 
@@ -106,6 +113,42 @@ TEST(CTOVTestRecorderTest, GivesNotesBeforeACaseToIt)
     oRecorder.OnCloseCase();
 
     EXPECT_EQ("Suite.one;1 with 2;", oReport.m_sHeard);
+}
+
+TEST(CTOVTestRecorderTest, KeepsAMillionCharactersOfWhatACaseWrites)
+{
+    const std::string sHalf(600000, 'h');
+    CIndifferentReport oReport;
+    CTOVTestRecorder oRecorder;
+    oRecorder.AddReport(oReport);
+    oRecorder.OnEnterRun();
+    oRecorder.OnEnterSuite({"Suite", "", 0});
+    oRecorder.OnEnterCase({"one", "", 0});
+    for (int nTime = 0; nTime < 3; ++nTime)
+        oRecorder.OnOutput(eStreamOutput, sHalf);
+    oRecorder.OnOutput(eStreamErrors, "short");
+    oRecorder.Finish();
+
+    const sCaseRecord& oCase = oRecorder.GetRecord().aSuites.at(0).aCases.at(0);
+    EXPECT_EQ(std::string(1000000, 'h') + "\n[the rest is left out]\n", oCase.sOutput);
+    EXPECT_EQ("short", oCase.sErrors);
+}
+
+TEST(CTOVTestRecorderTest, EndsARunThatCannotBeContinued)
+{
+    CTOVTestRecorder oRecorder;
+    oRecorder.KeepGoing();
+    oRecorder.OnPlan({{{{"A", "", 0}, {{"a", "", 0}, {"b", "", 0}}}}, 1});
+    oRecorder.OnEnterRun();
+    oRecorder.OnEnterSuite({"A", "", 0});
+    oRecorder.OnEnterCase({"a", "", 0});
+    oRecorder.OnEndEarly("crashed");
+    ASSERT_TRUE(oRecorder.CanContinue());
+
+    oRecorder.StopKeepingGoing("cannot start again");
+
+    EXPECT_FALSE(oRecorder.CanContinue());
+    EXPECT_EQ("A.a cannot start again", oRecorder.GetRecord().sEarlyEnd);
 }
 
 TEST(CTOVTestRecorderTest, KnowsByThePlanWhatWasNotRun)
