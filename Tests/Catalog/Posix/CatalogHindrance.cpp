@@ -11,7 +11,10 @@ namespace
 {
 void SetFileSizeLimit(unsigned long ulBytes)
 {
-    const rlimit oLimit = {ulBytes, ulBytes};
+    // The highest limit stays, so that what counts lines can lift this one for its own files.
+    rlimit oLimit = {};
+    ::getrlimit(RLIMIT_FSIZE, &oLimit);
+    oLimit.rlim_cur = ulBytes;
     if (::setrlimit(RLIMIT_FSIZE, &oLimit) != 0)
         ::_exit(97);
 }
