@@ -4,6 +4,7 @@
 #include <TestHost/TOVTestChannel.h>
 
 #include <cstring>
+#include <stdexcept>
 
 using namespace TOVTestHost;
 
@@ -22,6 +23,8 @@ public:
 
     bool Read(void* pBytes, std::size_t nBytes) override
     {
+        if (m_bFails)
+            throw std::runtime_error("no connection");
         if (m_bSends)
             return true;
         if (m_sBytes.size() - m_nNext < nBytes)
@@ -40,6 +43,7 @@ public:
     std::size_t m_nNext = 0;
     bool m_bSends = true;
     bool m_bOpen = true;
+    bool m_bFails = false;
 };
 
 // Writes down what it hears.
@@ -91,6 +95,26 @@ TEST(HostChannelTest, HandsOnEveryEvent)
     EXPECT_TRUE(ReceiveTestEvents(oLink, oRecorder, [] {}));
 
     EXPECT_EQ(HEARD, oRecorder.m_sHeard);
+}
+
+TEST(HostChannelTest, ThrowsToTheCallerWhatTheConnectionThrows)
+{
+    CMemoryLink oLink;
+    oLink.m_bFails = true;
+    CEventRecorder oRecorder;
+
+    EXPECT_THROW(ReceiveTestEvents(oLink, oRecorder, [] {}), std::runtime_error);
+
+    EXPECT_EQ("", oRecorder.m_sHeard);
+}
+
+TEST(HostChannelTest, TellsThatThereIsNoTask)
+{
+    CMemoryLink oLink;
+    oLink.m_bSends = false;
+    sWorkerTask oTask = {};
+
+    EXPECT_FALSE(ReceiveTask(oLink, oTask));
 }
 
 TEST(HostChannelTest, TellsOfAWorkerThatEndsAnywhere)

@@ -202,6 +202,17 @@ static std::string ThrownBy(const std::function<void()>& fnThrow)
     return oRecorder.GetRecord().aSuites[0].aCases[0].aNotes.at(0).aValues.at(0).second;
 }
 
+TEST(CTOVCheckListenerTest, KeepsTheLastFailedCheckAlone)
+{
+    CTOVCheckListener oChecks;
+    oChecks.OnAssert("File.cpp", 12, "x > 0");
+    oChecks.SetApplicationName("application");
+    TOVDebug::_Log("File.cpp", 13, 0x1, eSeverityError, "a line");
+
+    EXPECT_EQ("x > 0 (File.cpp:12)", oChecks.GetLastCheck());
+    EXPECT_EQ("", DescribeHandledException(&oChecks)) << "nothing is handled";
+}
+
 TEST(CTOVTestEventListenerTest, ShowsWhatWasThrown)
 {
     EXPECT_EQ("an exception: no such city", ThrownBy([] { throw std::runtime_error("no such city"); }));
