@@ -37,6 +37,9 @@ int CountFailedConditions();
 // has made it. Allocates nothing after that. The text is valid during some further calls.
 const char* FaultFile(const char* szName);
 
+// Returns the name of a system-wide object that no process has that runs beside this one. Otherwise like FaultFile.
+const char* FaultName(const char* szName);
+
 // While it lives, no allocation of this thread fails, and no call to the system.
 class CFaultPause
 {

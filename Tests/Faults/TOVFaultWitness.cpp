@@ -1,5 +1,7 @@
 #include "Faults/TOVFaultWitness.h"
 
+#include "Faults/TOVFaultScenario.h"
+
 #include <Debug/TOVDebug.h>
 #include <Debug/TOVDebugServer.h>
 #include <TOVPlatform/TOVFile.h>
@@ -51,7 +53,7 @@ bool UsesAFile(const char* szName)
 
 bool UsesANamedEvent()
 {
-    const tHandle hEvent = Event::Create(false, true, "TOVFaultWitness");
+    const tHandle hEvent = Event::Create(false, true, FaultName("witness"));
     const bool bSignalled = hEvent != 0 && Event::TimedWait(hEvent, 0);
     return Event::Destroy(hEvent) && bSignalled;
 }

@@ -146,10 +146,10 @@ tFaultScenarios ProcessScenarios()
          }},
             {"NamedObjectsAreOpened",
              [] {
-                 const tHandle hEvent = Synchronization::Event::Create(true, true, "TOVFaultEvent");
-                 const tHandle hSame = Synchronization::Event::Create(true, false, "TOVFaultEvent");
-                 const tHandle hMutex = Synchronization::Mutex::Create(true, "TOVFaultMutex");
-                 const tHandle hSemaphore = Synchronization::Semaphore::Create(1, 3, "TOVFaultSemaphore");
+                 const tHandle hEvent = Synchronization::Event::Create(true, true, FaultName("event"));
+                 const tHandle hSame = Synchronization::Event::Create(true, false, FaultName("event"));
+                 const tHandle hMutex = Synchronization::Mutex::Create(true, FaultName("mutex"));
+                 const tHandle hSemaphore = Synchronization::Semaphore::Create(1, 3, FaultName("semaphore"));
                  FAULT_EXPECT(hSame == 0 || hEvent == 0 || Synchronization::Event::TimedWait(hSame, 0));
                  FAULT_EXPECT(hMutex == 0 || !Synchronization::Mutex::IsLocked(hMutex));
                  FAULT_EXPECT(hSemaphore == 0 || Synchronization::Semaphore::Unlock(hSemaphore, 1) == 1);

@@ -261,10 +261,10 @@ tFaultScenarios SystemNameScenarios()
         {"NamedEventIsOpened",
          [] {
              const CStrikes oStrikes;
-             const tHandle hEvent = Synchronization::Event::Create(true, true, "TOVFaultEvent");
+             const tHandle hEvent = Synchronization::Event::Create(true, true, FaultName("event"));
              FAULT_EXPECT(hEvent != 0 || oStrikes.Of(OPENING_CALLS));
              const CStrikes oSecond;
-             const tHandle hSame = Synchronization::Event::Create(true, false, "TOVFaultEvent");
+             const tHandle hSame = Synchronization::Event::Create(true, false, FaultName("event"));
              FAULT_EXPECT(hSame != 0 || oSecond.Of(OPENING_CALLS));
              FAULT_EXPECT(hSame == 0 || hEvent == 0 || Synchronization::Event::TimedWait(hSame, 0));
              FAULT_EXPECT(Synchronization::Event::Destroy(hSame) == (hSame != 0));
@@ -272,16 +272,16 @@ tFaultScenarios SystemNameScenarios()
          }},
         {"NamedEventIsForgotten",
          [] {
-             Synchronization::Event::Destroy(Synchronization::Event::Create(true, true, "TOVFaultEvent"));
+             Synchronization::Event::Destroy(Synchronization::Event::Create(true, true, FaultName("event")));
              const CFaultPause oPause; // an earlier failure to remove the name leaves nothing in the next object's way
-             const tHandle hEvent = Synchronization::Event::Create(true, false, "TOVFaultEvent");
+             const tHandle hEvent = Synchronization::Event::Create(true, false, FaultName("event"));
              FAULT_EXPECT(hEvent != 0 && !Synchronization::Event::TimedWait(hEvent, 0));
              FAULT_EXPECT(Synchronization::Event::Destroy(hEvent));
          }},
         {"NamedMutexIsLocked",
          [] {
              const CStrikes oStrikes;
-             const tHandle hMutex = Synchronization::Mutex::Create(true, "TOVFaultMutex");
+             const tHandle hMutex = Synchronization::Mutex::Create(true, FaultName("mutex"));
              FAULT_EXPECT(hMutex != 0 || oStrikes.Of(OPENING_CALLS));
              Synchronization::Mutex::Lock(hMutex);
              Synchronization::Mutex::Unlock(hMutex);
@@ -290,7 +290,7 @@ tFaultScenarios SystemNameScenarios()
          }},
         {"NamedMutexIsAbandoned",
          [] {
-             tHandle hMutex = Synchronization::Mutex::Create(false, "TOVFaultMutex");
+             tHandle hMutex = Synchronization::Mutex::Create(false, FaultName("mutex"));
              if (hMutex == 0)
                  return;
              static tHandle s_hMutex;
@@ -312,7 +312,7 @@ tFaultScenarios SystemNameScenarios()
          }},
         {"NamedSemaphoreIsContended",
          [] {
-             const tHandle hSemaphore = Synchronization::Semaphore::Create(0, 3, "TOVFaultSemaphore");
+             const tHandle hSemaphore = Synchronization::Semaphore::Create(0, 3, FaultName("semaphore"));
              if (hSemaphore == 0)
                  return;
              BlockAndRelease([&] { Synchronization::Semaphore::Lock(hSemaphore); },
@@ -321,7 +321,7 @@ tFaultScenarios SystemNameScenarios()
          }},
         {"NamedAndUnnamedAreWaitedFor",
          [] {
-             tHandle ahEvents[2] = {Synchronization::Event::Create(false, false, "TOVFaultEvent"),
+             tHandle ahEvents[2] = {Synchronization::Event::Create(false, false, FaultName("event")),
                                     Synchronization::Event::Create(false, false, nullptr)};
              const CStrikes oStrikes;
              const int nResult = Synchronization::Event::MultipleTimedWait(ahEvents, 2, false, 3);
@@ -335,7 +335,7 @@ tFaultScenarios SystemNameScenarios()
              const CStrikes oStrikes;
              try
              {
-                 const CTOVSemaphore oSemaphore(1, 2, "TOVFaultSemaphore");
+                 const CTOVSemaphore oSemaphore(1, 2, FaultName("semaphore"));
                  oSemaphore.Lock();
                  FAULT_EXPECT(oSemaphore.Unlock(1) == 0);
              }

@@ -1,5 +1,6 @@
 // The start of a program whose system fails while the library is loaded and does its first steps.
 #include "Faults/Posix/TOVFaultySystem.h"
+#include "Faults/TOVFaultScenario.h"
 #include "Support/Posix/TOVPseudoTerminal.h"
 #include "Support/TOVTestSupport.h"
 
@@ -67,7 +68,7 @@ void DieWithNamedObject()
     const pid_t nChild = ::fork();
     if (nChild == 0)
     {
-        Synchronization::Event::Create(true, false, "TOVDeadEvent");
+        Synchronization::Event::Create(true, false, FaultName("dead event"));
         ::_exit(0);
     }
     int nStatus = 0;
@@ -79,7 +80,7 @@ void DieWithNamedObject()
 bool NamesObject()
 {
     DieWithNamedObject();
-    const tHandle hEvent = Synchronization::Event::Create(true, true, "TOVFirstEvent");
+    const tHandle hEvent = Synchronization::Event::Create(true, true, FaultName("first event"));
     if (hEvent == 0)
         return CountFailedCalls() != 0;
     const bool bSignalled = Synchronization::Event::TimedWait(hEvent, 0);
