@@ -82,7 +82,7 @@ public:
 };
 
 // The parent's side of a link, which keeps what is sent and gives it back.
-class CMemoryLink : public ITOVProcessLink
+class CMemoryLink : public ITOVWorkerLink
 {
 public:
     bool Write(const void* pBytes, std::size_t nBytes) override

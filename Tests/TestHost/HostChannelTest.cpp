@@ -11,7 +11,7 @@ using namespace TOVTestHost;
 namespace
 {
 // Holds what was written, acknowledges every event, and ends where its bytes do.
-class CMemoryLink : public ITOVProcessLink
+class CMemoryLink : public ITOVWorkerLink
 {
 public:
     bool Write(const void* pBytes, std::size_t nBytes) override

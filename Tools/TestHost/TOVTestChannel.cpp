@@ -141,7 +141,7 @@ void HandOn(char cEvent, const tFields& aFields, ITOVTestEvents& oEvents)
 class CMessageReader
 {
 public:
-    explicit CMessageReader(ITOVProcessLink& oLink)
+    explicit CMessageReader(ITOVWorkerLink& oLink)
         : m_oLink(oLink), m_bMessage(false), m_bEnd(false), m_cEvent(0), m_oThread([this] { ReadAll(); })
     {
     }
@@ -221,7 +221,7 @@ private:
         }
     }
 
-    ITOVProcessLink& m_oLink;
+    ITOVWorkerLink& m_oLink;
     std::mutex m_oMutex;
     std::condition_variable m_oChange;
     bool m_bMessage;
@@ -330,7 +330,7 @@ void CTOVTestSender::SendDone(const std::string& sError)
     Send(eDone, {sError});
 }
 
-bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents, const std::function<void()>& fnWatch)
+bool ReceiveTestEvents(ITOVWorkerLink& oLink, ITOVTestEvents& oEvents, const std::function<void()>& fnWatch)
 {
     CMessageReader oReader(oLink);
     bool bDone = false;

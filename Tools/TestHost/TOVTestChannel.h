@@ -52,5 +52,5 @@ private:
 // Receives the events in the parent process, and passes them on until the worker has ended. fnWatch is called before
 // each event, and again and again while the worker is busy; it may end the worker. Returns false if the worker ended
 // before SendDone. Throws std::runtime_error with the error that the worker has sent.
-bool ReceiveTestEvents(ITOVProcessLink& oLink, ITOVTestEvents& oEvents, const std::function<void()>& fnWatch);
+bool ReceiveTestEvents(ITOVWorkerLink& oLink, ITOVTestEvents& oEvents, const std::function<void()>& fnWatch);
 } // namespace TOVTestHost

@@ -43,9 +43,13 @@ public:
     // These transfer all bytes, or return false.
     virtual bool Write(const void* pBytes, std::size_t nBytes) = 0;
     virtual bool Read(void* pBytes, std::size_t nBytes) = 0;
+};
 
-    // The other operations are the parent's. Returns what the worker has written to the stream since the last call.
-    // Lines end with \n on every system.
+// The parent's side of the link. Its destructor ends the worker.
+class ITOVWorkerLink : public ITOVProcessLink
+{
+public:
+    // Returns what the worker has written to the stream since the last call. Lines end with \n on every system.
     virtual std::string TakeOutput(eTestStream eStream) = 0;
 
     virtual bool HasEnded() = 0;
@@ -60,7 +64,7 @@ public:
 // Starts this program again, with the same arguments, as the worker. What it writes to its standard streams is kept for
 // TakeOutput. From here on, the first request of the user to interrupt or to terminate this process ends the worker
 // only. Throws std::runtime_error if no worker can be started.
-std::unique_ptr<ITOVProcessLink> StartWorker(char** aszArguments);
+std::unique_ptr<ITOVWorkerLink> StartWorker(char** aszArguments);
 
 // Returns the link to the parent if this process is a worker, else null. From here on, a fault ends the worker without
 // a dialog. The worker's side of the link stays open until its process ends.

@@ -86,7 +86,7 @@ private:
 
     const sWorkerRules m_oRules;
     CTOVTestRecorder& m_oRecorder;
-    const std::unique_ptr<ITOVProcessLink> m_pLink;
+    const std::unique_ptr<ITOVWorkerLink> m_pLink;
     bool m_bTookTooLong;
 };
 } // namespace

@@ -91,8 +91,9 @@ bool RunSystemRounds(const sFaultScenario& oScenario, eFaultMode eMode)
 tFaultScenarios AllScenarios()
 {
     tFaultScenarios aAll;
-    for (const auto& pfnFamily : {SystemFileScenarios, SystemFolderScenarios, SystemFileObjectScenarios,
-                                  SystemThreadScenarios, SystemLockScenarios, SystemNameScenarios, SystemToolScenarios})
+    for (const auto& pfnFamily :
+         {SystemFileScenarios, SystemFolderScenarios, SystemFileObjectScenarios, SystemThreadScenarios,
+          SystemLockScenarios, SystemNameScenarios, SystemToolScenarios, SystemProgramScenarios})
     {
         const tFaultScenarios aFamily = pfnFamily();
         aAll.insert(aAll.end(), aFamily.begin(), aFamily.end());

@@ -76,6 +76,7 @@ void StartThread(Thread::tThreadEntry pfnEntry)
 constexpr std::initializer_list<const char*> OPENING_CALLS = {"shm_open",
                                                               "fstat",
                                                               "flock",
+                                                              "flock (EWOULDBLOCK)",
                                                               "ftruncate",
                                                               "posix_fallocate",
                                                               "mmap",

@@ -12,6 +12,7 @@ tFaultScenarios SystemThreadScenarios();
 tFaultScenarios SystemLockScenarios();
 tFaultScenarios SystemNameScenarios();
 tFaultScenarios SystemToolScenarios();
+tFaultScenarios SystemProgramScenarios();
 
 // The failed calls from its construction on. In a round, calls fail in one way only.
 class CStrikes

@@ -24,40 +24,61 @@ constexpr char VARIABLE[] = "TOV_TEST_WORKER";
 volatile pid_t s_nWorker = -1;
 volatile std::sig_atomic_t s_nAsked = 0;
 
+// Closes a descriptor at its end.
+class CDescriptor
+{
+public:
+    explicit CDescriptor(int nDescriptor) : m_nDescriptor(nDescriptor) {}
+    ~CDescriptor()
+    {
+        if (m_nDescriptor >= 0)
+            ::close(m_nDescriptor);
+    }
+    CDescriptor(const CDescriptor&) = delete;
+    CDescriptor& operator=(const CDescriptor&) = delete;
+
+    int Get() const { return m_nDescriptor; }
+    void Release() { m_nDescriptor = -1; }
+
+private:
+    int m_nDescriptor;
+};
+
 // Keeps in memory what a process writes to it.
 class COutputKeeper
 {
 public:
-    COutputKeeper() : m_nFile(::memfd_create("output", MFD_CLOEXEC)), m_nTaken(0)
+    COutputKeeper() : m_oFile(::memfd_create("output", MFD_CLOEXEC)), m_nTaken(0)
     {
-        if (m_nFile < 0 || ::fcntl(m_nFile, F_SETFL, O_APPEND) != 0)
+        if (Descriptor() < 0 || ::fcntl(Descriptor(), F_SETFL, O_APPEND) != 0)
             throw std::runtime_error("no memory for output: " + std::generic_category().message(errno));
     }
-    ~COutputKeeper() { ::close(m_nFile); }
-    COutputKeeper(const COutputKeeper&) = delete;
-    COutputKeeper& operator=(const COutputKeeper&) = delete;
 
-    int Descriptor() const { return m_nFile; }
+    int Descriptor() const { return m_oFile.Get(); }
 
     std::string Take()
     {
         std::string sText;
         char szPart[4096];
-        for (ssize_t nRead = 0; (nRead = ::pread(m_nFile, szPart, sizeof(szPart), m_nTaken)) > 0; m_nTaken += nRead)
+        for (ssize_t nRead = 0; (nRead = ::pread(Descriptor(), szPart, sizeof(szPart), m_nTaken)) > 0;
+             m_nTaken += nRead)
             sText.append(szPart, static_cast<std::size_t>(nRead));
         if (!sText.empty())
-            ::fallocate(m_nFile, FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, 0, m_nTaken);
+            ::fallocate(Descriptor(), FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, 0, m_nTaken);
         return sText;
     }
 
 private:
-    const int m_nFile;
+    const CDescriptor m_oFile;
     off_t m_nTaken;
 };
 
-class CProcessLink : public ITOVProcessLink
+// Either side of the link.
+template<class TLink> class CSocketLink : public TLink
 {
 public:
+    explicit CSocketLink(int nSocket) : m_nSocket(nSocket) {}
+
     bool Write(const void* pBytes, std::size_t nBytes) override
     {
         const char* pNext = static_cast<const char*>(pBytes);
@@ -91,19 +112,11 @@ public:
         return true;
     }
 
-    std::string TakeOutput(eTestStream /*eStream*/) override { return ""; }
-    bool HasEnded() override { return true; }
-    void End() override { ::shutdown(m_nSocket, SHUT_RDWR); }
-    sWorkerEnd WaitForEnd() override { return {"", false}; }
-
-    explicit CProcessLink(int nSocket) : m_nSocket(nSocket) {}
-
 protected:
     const int m_nSocket;
 };
 
-// The parent's side.
-class CWorkerLink : public CProcessLink
+class CWorkerLink : public CSocketLink<ITOVWorkerLink>
 {
 public:
     ~CWorkerLink() override
@@ -131,12 +144,12 @@ public:
     void End() override
     {
         ::kill(m_nWorker, SIGKILL);
-        CProcessLink::End();
+        EndTransfers();
     }
 
     sWorkerEnd WaitForEnd() override
     {
-        CProcessLink::End();
+        EndTransfers();
         siginfo_t oInfo = {};
         while (::waitid(P_PID, static_cast<id_t>(m_nWorker), &oInfo, WEXITED | WNOWAIT) != 0 && errno == EINTR)
         {
@@ -154,11 +167,13 @@ public:
 
     CWorkerLink(int nSocket, pid_t nWorker, std::unique_ptr<COutputKeeper> pOutput,
                 std::unique_ptr<COutputKeeper> pErrors)
-        : CProcessLink(nSocket), m_nWorker(nWorker), m_pOutput(std::move(pOutput)), m_pErrors(std::move(pErrors))
+        : CSocketLink(nSocket), m_nWorker(nWorker), m_pOutput(std::move(pOutput)), m_pErrors(std::move(pErrors))
     {
     }
 
 private:
+    void EndTransfers() { ::shutdown(m_nSocket, SHUT_RDWR); }
+
     static std::string DescribeSignal(int nSignal)
     {
         switch (nSignal)
@@ -236,11 +251,13 @@ bool StandInOneModule(const void* pOne, const void* pOther)
     return ::dladdr(pOne, &oOne) != 0 && ::dladdr(pOther, &oOther) != 0 && oOne.dli_fbase == oOther.dli_fbase;
 }
 
-std::unique_ptr<ITOVProcessLink> StartWorker(char** aszArguments)
+std::unique_ptr<ITOVWorkerLink> StartWorker(char** aszArguments)
 {
     int aSockets[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, aSockets) != 0)
         throw std::runtime_error("no connection between processes: " + std::generic_category().message(errno));
+    CDescriptor oOwn(aSockets[0]);
+    const CDescriptor oOfWorker(aSockets[1]);
     std::unique_ptr<COutputKeeper> pOutput(new COutputKeeper);
     std::unique_ptr<COutputKeeper> pErrors(new COutputKeeper);
     LeaveFirstRequestToWorker();
@@ -250,17 +267,16 @@ std::unique_ptr<ITOVProcessLink> StartWorker(char** aszArguments)
     {
         ::dup2(pOutput->Descriptor(), STDOUT_FILENO);
         ::dup2(pErrors->Descriptor(), STDERR_FILENO);
-        const int nInherited = ::dup(aSockets[1]);
+        const int nInherited = ::dup(oOfWorker.Get());
         // NOLINTNEXTLINE(concurrency-mt-unsafe): a child that was forked has one thread.
         ::setenv(VARIABLE, std::to_string(nInherited).c_str(), 1);
         ::execv("/proc/self/exe", aszArguments);
         ::_exit(127);
     }
     const int nError = errno;
-    ::close(aSockets[1]);
     s_nWorker = nWorker;
-    std::unique_ptr<ITOVProcessLink> pLink(
-        new CWorkerLink(aSockets[0], nWorker, std::move(pOutput), std::move(pErrors)));
+    std::unique_ptr<ITOVWorkerLink> pLink(new CWorkerLink(oOwn.Get(), nWorker, std::move(pOutput), std::move(pErrors)));
+    oOwn.Release();
     if (nWorker < 0)
         throw std::runtime_error("no second process: " + std::generic_category().message(nError));
     if (s_nAsked != 0) // in the moment before the worker was known
@@ -283,7 +299,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     ::setrlimit(RLIMIT_CORE, &oNoCore);
     // What a case writes is not lost if it then crashes.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(nSocket));
+    return std::unique_ptr<ITOVProcessLink>(new CSocketLink<ITOVProcessLink>(nSocket));
 }
 
 void EndWorker()

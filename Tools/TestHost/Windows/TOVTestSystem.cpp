@@ -5,6 +5,7 @@
 #include <io.h>
 #include <mutex>
 #include <stdexcept>
+#include <utility>
 #include <windows.h>
 
 namespace TOVTestHost
@@ -19,42 +20,58 @@ std::mutex s_oRequestMutex;
 HANDLE s_hWorker = nullptr;
 const char* s_szAsked = nullptr;
 
+// Closes a handle at its end.
+class CHandle
+{
+public:
+    explicit CHandle(HANDLE hObject = nullptr) : m_hObject(hObject) {}
+    ~CHandle() { Set(nullptr); }
+    CHandle(const CHandle&) = delete;
+    CHandle& operator=(const CHandle&) = delete;
+
+    HANDLE Get() const { return m_hObject; }
+    bool IsValid() const { return m_hObject != nullptr && m_hObject != INVALID_HANDLE_VALUE; }
+    void Set(HANDLE hObject)
+    {
+        if (IsValid())
+            ::CloseHandle(m_hObject);
+        m_hObject = hObject;
+    }
+    HANDLE Release() { return std::exchange(m_hObject, nullptr); }
+
+private:
+    HANDLE m_hObject;
+};
+
 // Keeps in a file what a process writes to it.
 class COutputKeeper
 {
 public:
-    COutputKeeper() : m_hRead(INVALID_HANDLE_VALUE), m_hWrite(INVALID_HANDLE_VALUE)
+    COutputKeeper()
     {
         char szFolder[MAX_PATH + 1] = "";
         char szFile[MAX_PATH + 1] = "";
         constexpr DWORD SHARED = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
         if (::GetTempPathA(sizeof(szFolder), szFolder) == 0 || ::GetTempFileNameA(szFolder, "tov", 0, szFile) == 0)
             throw std::runtime_error("no file for output: error " + std::to_string(::GetLastError()));
-        m_hRead = ::CreateFileA(szFile, GENERIC_READ | DELETE, SHARED, nullptr, OPEN_EXISTING,
-                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        m_oRead.Set(::CreateFileA(szFile, GENERIC_READ | DELETE, SHARED, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
         SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), nullptr, TRUE};
-        m_hWrite =
-            ::CreateFileA(szFile, FILE_APPEND_DATA | SYNCHRONIZE, SHARED, &oInherited, OPEN_EXISTING, 0, nullptr);
-        if (m_hRead == INVALID_HANDLE_VALUE || m_hWrite == INVALID_HANDLE_VALUE)
+        m_oWrite.Set(
+            ::CreateFileA(szFile, FILE_APPEND_DATA | SYNCHRONIZE, SHARED, &oInherited, OPEN_EXISTING, 0, nullptr));
+        if (!m_oRead.IsValid() || !m_oWrite.IsValid())
             throw std::runtime_error("no file for output: error " + std::to_string(::GetLastError()));
     }
-    ~COutputKeeper()
-    {
-        ::CloseHandle(m_hWrite);
-        ::CloseHandle(m_hRead);
-    }
-    COutputKeeper(const COutputKeeper&) = delete;
-    COutputKeeper& operator=(const COutputKeeper&) = delete;
 
     // Returns the handle that the process inherits.
-    HANDLE ForProcess() const { return m_hWrite; }
+    HANDLE ForProcess() const { return m_oWrite.Get(); }
 
     std::string Take()
     {
         std::string sText;
         char szPart[4096];
         DWORD dwRead = 0;
-        while (::ReadFile(m_hRead, szPart, sizeof(szPart), &dwRead, nullptr) && dwRead > 0)
+        while (::ReadFile(m_oRead.Get(), szPart, sizeof(szPart), &dwRead, nullptr) && dwRead > 0)
             sText.append(szPart, dwRead);
         sText.insert(0, m_sRest);
         // The end of a line may have been written by half.
@@ -66,14 +83,17 @@ public:
     }
 
 private:
-    HANDLE m_hRead;
-    HANDLE m_hWrite;
+    CHandle m_oRead;
+    CHandle m_oWrite;
     std::string m_sRest;
 };
 
-class CProcessLink : public ITOVProcessLink
+// Either side of the link.
+template<class TLink> class CPipeLink : public TLink
 {
 public:
+    CPipeLink(HANDLE hRead, HANDLE hWrite) : m_hRead(hRead), m_hWrite(hWrite) {}
+
     bool Write(const void* pBytes, std::size_t nBytes) override
     {
         const char* pNext = static_cast<const char*>(pBytes);
@@ -102,20 +122,12 @@ public:
         return true;
     }
 
-    std::string TakeOutput(eTestStream /*eStream*/) override { return ""; }
-    bool HasEnded() override { return true; }
-    void End() override {}
-    sWorkerEnd WaitForEnd() override { return {"", false}; }
-
-    CProcessLink(HANDLE hRead, HANDLE hWrite) : m_hRead(hRead), m_hWrite(hWrite) {}
-
 protected:
     const HANDLE m_hRead;
     const HANDLE m_hWrite;
 };
 
-// The parent's side.
-class CWorkerLink : public CProcessLink
+class CWorkerLink : public CPipeLink<ITOVWorkerLink>
 {
 public:
     ~CWorkerLink() override
@@ -149,7 +161,7 @@ public:
 
     CWorkerLink(HANDLE hRead, HANDLE hWrite, HANDLE hWorker, std::unique_ptr<COutputKeeper> pOutput,
                 std::unique_ptr<COutputKeeper> pErrors)
-        : CProcessLink(hRead, hWrite), m_hWorker(hWorker), m_pOutput(std::move(pOutput)), m_pErrors(std::move(pErrors))
+        : CPipeLink(hRead, hWrite), m_hWorker(hWorker), m_pOutput(std::move(pOutput)), m_pErrors(std::move(pErrors))
     {
         SetWorker(hWorker);
     }
@@ -196,13 +208,16 @@ private:
     const std::unique_ptr<COutputKeeper> m_pErrors;
 };
 
-// Makes a pipe of which the worker inherits one end.
-void MakePipe(HANDLE& hRead, HANDLE& hWrite, HANDLE& hOwn)
+// Makes a pipe of which the worker inherits the other end than this process's own.
+void MakePipe(CHandle& oRead, CHandle& oWrite, const CHandle& oOwn)
 {
+    HANDLE hRead = nullptr, hWrite = nullptr;
     SECURITY_ATTRIBUTES oInherited = {sizeof(oInherited), nullptr, TRUE};
     if (!::CreatePipe(&hRead, &hWrite, &oInherited, 0))
         throw std::runtime_error("no connection between processes");
-    ::SetHandleInformation(hOwn, HANDLE_FLAG_INHERIT, 0);
+    oRead.Set(hRead);
+    oWrite.Set(hWrite);
+    ::SetHandleInformation(oOwn.Get(), HANDLE_FLAG_INHERIT, 0);
 }
 
 HANDLE ToHandle(const char* szNumber, char** pszEnd)
@@ -302,27 +317,25 @@ bool StandInOneModule(const void* pOne, const void* pOther)
            ::GetModuleHandleExA(dwFlags, static_cast<LPCSTR>(pOther), &aModules[1]) && aModules[0] == aModules[1];
 }
 
-std::unique_ptr<ITOVProcessLink> StartWorker(char** /*aszArguments*/)
+std::unique_ptr<ITOVWorkerLink> StartWorker(char** /*aszArguments*/)
 {
-    HANDLE hRead = nullptr, hWorkerWrite = nullptr, hWorkerRead = nullptr, hWrite = nullptr;
-    MakePipe(hRead, hWorkerWrite, hRead);
-    MakePipe(hWorkerRead, hWrite, hWrite);
+    CHandle oRead, oWorkerWrite, oWorkerRead, oWrite;
+    MakePipe(oRead, oWorkerWrite, oRead);
+    MakePipe(oWorkerRead, oWrite, oWrite);
     std::unique_ptr<COutputKeeper> pOutput(new COutputKeeper);
     std::unique_ptr<COutputKeeper> pErrors(new COutputKeeper);
     static const BOOL s_bRequests = ::SetConsoleCtrlHandler(&EndWorkerOnRequest, TRUE);
     static_cast<void>(s_bRequests);
     std::fflush(nullptr);
-    ::SetEnvironmentVariableA(VARIABLE, (ToText(hWorkerRead) + "," + ToText(hWorkerWrite)).c_str());
+    ::SetEnvironmentVariableA(VARIABLE, (ToText(oWorkerRead.Get()) + "," + ToText(oWorkerWrite.Get())).c_str());
     PROCESS_INFORMATION oProcess = {};
     const bool bStarted = StartProcess(oProcess, pOutput->ForProcess(), pErrors->ForProcess());
     ::SetEnvironmentVariableA(VARIABLE, nullptr);
-    ::CloseHandle(hWorkerRead);
-    ::CloseHandle(hWorkerWrite);
     if (!bStarted)
         throw std::runtime_error("no second process");
     ::CloseHandle(oProcess.hThread);
-    return std::unique_ptr<ITOVProcessLink>(
-        new CWorkerLink(hRead, hWrite, oProcess.hProcess, std::move(pOutput), std::move(pErrors)));
+    return std::unique_ptr<ITOVWorkerLink>(
+        new CWorkerLink(oRead.Release(), oWrite.Release(), oProcess.hProcess, std::move(pOutput), std::move(pErrors)));
 }
 
 std::unique_ptr<ITOVProcessLink> FindParent()
@@ -346,7 +359,7 @@ std::unique_ptr<ITOVProcessLink> FindParent()
     ::SetThreadStackGuarantee(&ulReserve);
     // What a case writes is not lost if it then crashes. The runtime has no buffer for single lines.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    return std::unique_ptr<ITOVProcessLink>(new CProcessLink(hRead, hWrite));
+    return std::unique_ptr<ITOVProcessLink>(new CPipeLink<ITOVProcessLink>(hRead, hWrite));
 }
 
 void EndWorker()
