@@ -91,8 +91,7 @@ bool ReadSha256Line(const std::string& sLine, std::string& sName, sFileRecord& o
     {
         const std::size_t nBegin = nEscaped + sizeof(BSD_BEGIN) - 1;
         const std::size_t nDigits = nBsdEnd + sizeof(BSD_END) - 1;
-        if (nBsdEnd < nBegin || sLine.size() != nDigits + SHA256_DIGITS ||
-            !ReadDigits(sLine, nDigits, SHA256_DIGITS, aValue.data()))
+        if (sLine.size() != nDigits + SHA256_DIGITS || !ReadDigits(sLine, nDigits, SHA256_DIGITS, aValue.data()))
             return false;
         sName = sLine.substr(nBegin, nBsdEnd - nBegin);
     }
@@ -111,16 +110,17 @@ bool ReadSha256Line(const std::string& sLine, std::string& sName, sFileRecord& o
 std::string ReadWhole(const CTOVStringA& oName)
 {
     CInputFile oFile(~oName);
+    if (!oFile.IsOpen())
+        throw CCatalogError("cannot be read");
     std::string sBytes;
     std::vector<char> aBuffer(std::size_t(256) * 1024);
-    for (unsigned long ulRead = 1; oFile.IsOpen() && ulRead > 0;)
+    unsigned long ulRead = 0;
+    do
     {
         ulRead = oFile.Read(aBuffer.data(), static_cast<unsigned long>(aBuffer.size()));
         sBytes.append(aBuffer.data(), ulRead);
-        if (ulRead < aBuffer.size())
-            break;
-    }
-    if (!oFile.IsOpen() || oFile.HasFailed())
+    } while (ulRead == aBuffer.size());
+    if (oFile.HasFailed())
         throw CCatalogError("cannot be read");
     return sBytes;
 }

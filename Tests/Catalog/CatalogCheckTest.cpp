@@ -82,6 +82,7 @@ TEST_F(CatalogCheckTest, RefusesWhatIsNoList)
     for (const std::string& sList : {std::string("tree/a.txt\n"),
                                      std::string("3610A686\n"),
                                      std::string(" 3610A686\n"),
+                                     std::string(" \t 3610A686\n"),
                                      std::string("tree/a.txt3610A686\n"),
                                      std::string("tree/a.txt 3610A68\n"),
                                      std::string("tree/a.txt 3610A68G\n"),
@@ -106,6 +107,22 @@ TEST_F(CatalogCheckTest, RefusesWhatIsNoList)
     EXPECT_TRUE(IsRefused(CheckHere(sSum + "tree/a.txt 3610A686\n"), "line 2 "));
     EXPECT_TRUE(IsRefused(Run({"check", "nowhere"}), "nowhere cannot be read"));
     EXPECT_TRUE(IsRefused(Run({"check", "tree"}), "tree cannot be read"));
+}
+
+TEST_F(CatalogCheckTest, ReadsNamesWithEscapes)
+{
+    const std::string sSum = std::string("\\") + SHA256_OF_HELLO;
+
+    EXPECT_EQ(
+        (tNames{"missing tree/a\\b", "missing tree/line\\x0aend", "missing tree/return\\x0d"}),
+        Reports(CheckHere(sSum + "  tree/line\\nend\n" + sSum + "  tree/return\\r\n" + sSum + "  tree/a\\\\b\n")));
+}
+
+TEST_F(CatalogCheckTest, ReadsListsOfAnyLength)
+{
+    const std::string sLine = "tree/a.txt 3610A686\n";
+    for (const std::size_t nLength : {262143, 262144, 262145, 524288})
+        EXPECT_EQ(0, CheckHere("#" + std::string(nLength - sLine.size() - 2, '-') + "\n" + sLine).nExitCode) << nLength;
 }
 
 TEST_F(CatalogCheckTest, ReadsWhatListWrites)

@@ -29,6 +29,15 @@ TEST_F(CatalogEmptyTest, IsNotWrittenForPatternsThatNothingMatches)
     EXPECT_EQ(EXISTING, Read("c.cat"));
 }
 
+TEST_F(CatalogEmptyTest, IsNotWrittenWhereAllIsLeftOut)
+{
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree", "--exclude", "*.txt", "--exclude", "x"}),
+                          "no file in tree without *.txt, x: c.cat is not written"));
+    EXPECT_TRUE(IsRefused(Run({"create", "c.cat", "tree", "--pattern", "a*", "--exclude", "*.txt"}),
+                          "no file in tree matches a* without *.txt"));
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+}
+
 TEST_F(CatalogEmptyTest, IsNotWrittenWhereTheCatalogueIsTheOnlyFile)
 {
     Write("empty/c.cat", EXISTING);

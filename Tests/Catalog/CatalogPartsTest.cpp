@@ -3,6 +3,8 @@
 
 #include <Catalog.h>
 #include <CatalogFile.h>
+#include <Console.h>
+#include <FileSearch.h>
 #include <Workers.h>
 
 #include <atomic>
@@ -25,6 +27,53 @@ TEST(CatalogPartsTest, NoWorkersDoNothing)
 {
     EXPECT_FALSE(RunWorkers(
         0, [] { ADD_FAILURE(); }, [] {}));
+}
+
+static sFileRecord RecordOf(int nDirectory, const char* szPath)
+{
+    sFileRecord oRecord;
+    oRecord.nDirectory = nDirectory;
+    oRecord.szPath = szPath;
+    return oRecord;
+}
+
+TEST(CatalogPartsTest, FilesAreReadByNobody)
+{
+    const sCatalog oCatalog;
+    CTOVArray<sFileRecord> aFiles;
+    aFiles.Add(RecordOf(0, "a"));
+    sReadOptions oOptions;
+    oOptions.nThreads = 0;
+    oOptions.bQuiet = true;
+    std::atomic<bool> bStop(false);
+
+    EXPECT_THROW(ReadFiles(oCatalog, aFiles, oOptions, bStop), CCatalogError);
+    oOptions.nThreads = 1;
+    bStop = true;
+    EXPECT_THROW(ReadFiles(oCatalog, aFiles, oOptions, bStop), CCatalogError);
+}
+
+TEST(CatalogPartsTest, RecordsAreSortedByDirectoryAndThenByPath)
+{
+    EXPECT_GT(0, CompareRecords(RecordOf(0, "b"), RecordOf(1, "a")));
+    EXPECT_LT(0, CompareRecords(RecordOf(1, "a"), RecordOf(0, "b")));
+    EXPECT_GT(0, CompareRecords(RecordOf(1, "a"), RecordOf(1, "b")));
+    EXPECT_EQ(0, CompareRecords(RecordOf(1, "a"), RecordOf(1, "a")));
+
+    CTOVArray<sFileRecord> aFiles;
+    for (const sFileRecord& oFile : {RecordOf(1, "a"), RecordOf(0, "b"), RecordOf(1, "0"), RecordOf(0, "a")})
+        aFiles.Add(oFile);
+    SortFiles(aFiles);
+    std::string sOrder;
+    for (long l = 0; l < aFiles.GetSize(); ++l)
+        sOrder += std::to_string(aFiles[l].nDirectory) + aFiles[l].szPath + " ";
+    EXPECT_EQ("0a 0b 10 1a ", sOrder);
+}
+
+TEST(CatalogPartsTest, AnEmptyNameIsShownAsNothing)
+{
+    EXPECT_TRUE(Printable(CTOVStringA()).IsEmpty());
+    EXPECT_TRUE(Printable("").IsEmpty());
 }
 
 TEST(CatalogPartsTest, ANameWithoutADirectoryStandsAtTheRoot)

@@ -95,6 +95,21 @@ TEST_F(CatalogReportTest, IsAListOfFilesInJson)
               Run({"list", "c.cat", "--json"}).sOutput);
 }
 
+TEST_F(CatalogReportTest, IsValidJsonWithoutFilesAndWithSeveralPatterns)
+{
+    Write("none.cat", CatalogVersion3({"one", "two"}, {"*.a", "*.b", "*.c"}, {}));
+
+    EXPECT_EQ("{\n"
+              "  \"files\": [],\n"
+              "  \"catalog\": \"none.cat\",\n"
+              "  \"directories\": [\"one\", \"two\"],\n"
+              "  \"patterns\": [\"*.a\", \"*.b\", \"*.c\"],\n"
+              "  \"excludes\": [],\n"
+              "  \"bytes\": 0\n"
+              "}\n",
+              Run({"list", "none.cat", "--json"}).sOutput);
+}
+
 TEST_F(CatalogReportTest, HasTheSha256InJsonWhereItIsKnown)
 {
     Create({"c.cat", "tree", "--sha256"});

@@ -147,6 +147,8 @@ TEST(HostOptionsTest, RefusesAWrongCommandLine)
                                      tLines{"--timeout", "-1"},
                                      tLines{"--timeout", "soon"},
                                      tLines{"--timeout", "nan"},
+                                     tLines{"--timeout", ""},
+                                     tLines{"--timeout", "1000001"},
                                      tLines{"--slowest", "-1"},
                                      tLines{"--keep-going", "--fail-fast"},
                                      tLines{"--in-process", "--timeout", "1"},

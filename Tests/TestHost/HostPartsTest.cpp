@@ -1,6 +1,8 @@
 // The parts of which a test program is made.
 #include "TestHost/HostInstruments.h"
 
+#include <TestHost/TOVCaseOutput.h>
+#include <TestHost/TOVConsoleReport.h>
 #include <TestHost/TOVTestEventListener.h>
 #include <TestHost/TOVTestException.h>
 #include <TestHost/TOVTestRecorder.h>
@@ -10,6 +12,7 @@
 #include <Debug/TOVDebug.h>
 #include <Debug/TOVException.h>
 #include <Test/TOVTestChecks.h>
+#include <Test/TOVTestHooks.h>
 
 #include <stdexcept>
 
@@ -77,6 +80,7 @@ TEST(HostTextTest, LeavesWhatXmlDoesNotKnowReadable)
               Markup(std::string("\0\x1f \xf0\x9f\x98\x80\xee\x80\x80\xef\xbf\xbd", 13)));
     EXPECT_EQ("\\xef\\xbf\\xbe\\xef\\xbf\\xbf\\xf4\\x90\\x80\\x80\\xf8\\x80",
               Markup("\xef\xbf\xbe\xef\xbf\xbf\xf4\x90\x80\x80\xf8\x80"));
+    EXPECT_EQ("\\xe0\\x80\\x80\\xf0\\x80\\x80\\x80", Markup("\xe0\x80\x80\xf0\x80\x80\x80"));
     EXPECT_EQ("\\xc3", Markup("\xc3"));
     EXPECT_EQ("\\xc3x", Markup("\xc3x"));
 }
@@ -132,6 +136,84 @@ TEST(CTOVTestRecorderTest, KeepsAMillionCharactersOfWhatACaseWrites)
     const sCaseRecord& oCase = oRecorder.GetRecord().aSuites.at(0).aCases.at(0);
     EXPECT_EQ(std::string(1000000, 'h') + "\n[the rest is left out]\n", oCase.sOutput);
     EXPECT_EQ("short", oCase.sErrors);
+}
+
+TEST(CTOVTestRecorderTest, GivesWhatIsWrittenBeforeTheFirstCaseToIt)
+{
+    CTOVTestRecorder oRecorder;
+    oRecorder.OnOutput(eStreamOutput, "of nobody");
+    oRecorder.OnEnterSuite({"Suite", "", 0});
+    oRecorder.OnOutput(eStreamOutput, "output");
+    oRecorder.OnOutput(eStreamErrors, "errors");
+    oRecorder.OnEnterCase({"one", "", 0});
+
+    const sCaseRecord& oCase = oRecorder.GetRecord().aSuites.at(0).aCases.at(0);
+    EXPECT_EQ("output", oCase.sOutput);
+    EXPECT_EQ("errors", oCase.sErrors);
+}
+
+TEST(CTOVTestRecorderTest, NamesTheEndAfterTheLastCase)
+{
+    CTOVTestRecorder oRecorder;
+    oRecorder.OnPlan({{{{"A", "", 0}, {{"a", "", 0}}}}, 1});
+    oRecorder.OnEnterRun();
+    oRecorder.OnEnterSuite({"A", "", 0});
+    oRecorder.OnEnterCase({"a", "", 0});
+    oRecorder.OnLeaveCase();
+    oRecorder.OnCloseCase();
+    oRecorder.OnEndEarly("crashed");
+
+    EXPECT_EQ("A.<outside of the cases> crashed", oRecorder.GetRecord().sEarlyEnd);
+}
+
+TEST(sTestPositionTest, IsARunASuiteAndACase)
+{
+    const sTestPosition oPosition = {1, 2, 3};
+    EXPECT_TRUE(oPosition == (sTestPosition{1, 2, 3}));
+    EXPECT_FALSE(oPosition == (sTestPosition{0, 2, 3}));
+    EXPECT_FALSE(oPosition == (sTestPosition{1, 0, 3}));
+    EXPECT_FALSE(oPosition == (sTestPosition{1, 2, 0}));
+}
+
+// A suite that nobody can make, for want of memory.
+TEST(CTOVTestSelectionTest, LeavesOutASuiteThatIsNotMade)
+{
+    class CNoSuite : public TOVTest::ITOVTestSuiteCreator
+    {
+    public:
+        TOVTest::CTOVTestSuite* New() override { return nullptr; }
+    };
+    CNoSuite oCreator;
+    GetCreatorMapDirect()["No suite"] = &oCreator;
+    {
+        CTOVTestRecorder oRecorder;
+        CTOVTestSelection oSelection;
+        sTestChoice oChoice = {};
+        oChoice.lRuns = 1;
+        oChoice.bAll = true;
+        for (const sPlannedSuite& oSuite : oSelection.Choose(oChoice, oRecorder).aSuites)
+            EXPECT_NE("No suite", oSuite.oPlace.sDescription);
+    }
+    GetCreatorMapDirect().erase("No suite");
+}
+
+TEST(CTOVConsoleReportTest, CountsCasesWithoutAPlan)
+{
+    testing::internal::CaptureStdout();
+    {
+        CTOVConsoleReport oReport(stdout, true, false);
+        sCaseRecord oCase = {};
+        oCase.sName = "Suite.one";
+        oReport.OnEnterCase(oCase);
+    }
+    EXPECT_TRUE(Contains(testing::internal::GetCapturedStdout(), "[1] Suite.one"));
+}
+
+TEST(CTOVCaseOutputTest, EndsNoLineThatNobodyBegan)
+{
+    CTOVCaseOutput oOutput;
+    oOutput.Print(stdout, "");
+    EXPECT_FALSE(oOutput.IsInLine());
 }
 
 TEST(CTOVTestRecorderTest, EndsARunThatCannotBeContinued)

@@ -90,6 +90,15 @@ TEST(HostHtmlTest, NeedsNothingFromElsewhere)
         EXPECT_FALSE(Contains(sReport, szPart)) << szPart;
 }
 
+TEST(HostHtmlTest, TellsHowTheRunCanBeRepeated)
+{
+    const CTempFolder oFolder;
+    const std::string sHtml = oFolder.File("report.html");
+    RunSuites("SuitesPassing", {"--html", sHtml, "--repeat", "2", "--shuffle", "--seed", "5"});
+
+    EXPECT_TRUE(Contains(WithoutTimes(ReadWholeFile(sHtml)), " in 2 runs, shuffled with --seed 5</p>\n"));
+}
+
 TEST(HostReportTest, WritesAllReportsAtOnce)
 {
     const CTempFolder oFolder;

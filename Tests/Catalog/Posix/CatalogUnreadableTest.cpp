@@ -2,8 +2,10 @@
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/Posix/CatalogHindrance.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -43,6 +45,30 @@ TEST_F(CatalogPosixUnreadableTest, IsNamedAndCountedAndTheRestGoesOn)
     EXPECT_EQ((tNames{"tree/bad", "tree/sub/bad too"}), Unreadable(oRun));
     EXPECT_EQ("2 files, 2 bytes: catalogued, 2 unreadable", Summary(oRun));
     EXPECT_EQ((tNames{"e8b7be43 1 tree/a", "62d277af 1 tree/sub/z"}), Listed());
+}
+
+TEST_F(CatalogPosixUnreadableTest, LeavesNoCatalogueIfThereIsNothingElse)
+{
+    WriteUnreadable("locked/bad");
+
+    const sRun oRun = RunUnprivileged({"create", "c.cat", "locked", "--exclude", "none"});
+
+    EXPECT_EQ(2, oRun.nExitCode);
+    EXPECT_EQ((tNames{"unreadable locked/bad",
+                      "tovcatalog: no file in locked can be read: c.cat is not written (--allow-empty does it)"}),
+              Lines(oRun.sErrors));
+    EXPECT_FALSE(Exists("c.cat"));
+}
+
+TEST_F(CatalogPosixUnreadableTest, IsToldOfStandardInput)
+{
+    const sRun oRun = RunHindered({"check", "-"}, Folder(), [] {
+        ::close(STDIN_FILENO);
+        if (::open(".", O_RDONLY) != STDIN_FILENO)
+            ::_exit(97);
+    });
+
+    EXPECT_TRUE(IsRefused(oRun, "standard input cannot be read"));
 }
 
 TEST_F(CatalogPosixUnreadableTest, IsNamedOnceWithAnyNumberOfThreads)
