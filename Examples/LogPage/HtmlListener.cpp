@@ -74,6 +74,7 @@ std::string TimeOf(const TOVDebug::sTOVLogLine& oLine)
 {
     const std::time_t nTime = std::chrono::system_clock::to_time_t(oLine.oTime);
     char szTime[16] = "";
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the listener's lock is taken.
     std::strftime(szTime, sizeof szTime, "%H:%M:%S", std::localtime(&nTime));
     return szTime;
 }

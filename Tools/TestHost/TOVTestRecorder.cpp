@@ -25,7 +25,7 @@ void AppendOutput(std::string& sKept, const std::string& sText)
         return;
     sKept += sText;
     if (sKept.size() > MAX_OUTPUT)
-        sKept = sKept.substr(0, MAX_OUTPUT) + s_szCut;
+        sKept.replace(MAX_OUTPUT, sKept.npos, s_szCut);
 }
 } // namespace
 
