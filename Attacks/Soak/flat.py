@@ -3,7 +3,8 @@
 
 Flat means, of the samples after the first minute: the line fitted to the resident memory rises by less than 1 KB in a
 minute, the highest sample of the last sixth is within 64 KB of that of the first sixth, and descriptors, threads and the
-library's own handles have not grown. Of the threads of the library that were started, the handles stay open as is
+library's own handles have not grown; of the latter, too, the highest samples of both sixths are compared, since some are
+open for a moment. Of the threads of the library that were started, the handles stay open as is
 described: each counts as one own handle, and its memory, which was measured apart, is not counted.
 """
 
@@ -49,13 +50,18 @@ def tell(what, figure, wanted, holds):
     print(f"figure | soak | {what} | {figure} | {wanted} | {'yes' if holds else 'no'}")
 
 
+def highest_of_sixths(values):
+    """The highest of the first sixth and of the last one."""
+    sixth = max(len(values) // 6, 1)
+    return max(values[:sixth]), max(values[-sixth:])
+
+
 def tell_memory(system, samples, kept):
     if not any(sample.resident for sample in samples):
         print(f"detail | soak | {system} tells no resident memory of a process.")
         return
     points = [(sample.second / 60, sample.resident - sample.started * kept / 1024) for sample in samples]
-    sixth = max(len(points) // 6, 1)
-    first, last = max(y for _, y in points[:sixth]), max(y for _, y in points[-sixth:])
+    first, last = highest_of_sixths([y for _, y in points])
     tell(f"resident memory on {system}, the last sixth above the first", f"{last - first:+.0f} KB of {last:.0f} KB",
          f"<= {MAX_RISE:.0f} KB", last - first <= MAX_RISE)
     if samples[-1].second >= LONG_SECONDS:
@@ -66,7 +72,7 @@ def tell_memory(system, samples, kept):
 
 def tell_handles(system, samples):
     first, last = samples[0], samples[-1]
-    limit = max(sample.handles for sample in samples[:max(len(samples) // 6, 1)])
+    limit, _ = highest_of_sixths([sample.handles for sample in samples])
     grown = max(sample.handles for sample in samples) - limit
     if limit > 0:
         tell(f"open handles of the system on {system}, grown by", grown, "0", grown <= 0)
@@ -76,7 +82,8 @@ def tell_handles(system, samples):
     tell(f"threads on {system}, grown by", grown, "0", grown <= 0)
     # A thread of the library keeps its handle; on Windows, such values are multiples of 4.
     step = 4 if system == "Windows" else 1
-    grown = (last.own_handles - first.own_handles) - step * (last.started - first.started)
+    limit, highest = highest_of_sixths([sample.own_handles - step * sample.started for sample in samples])
+    grown = highest - limit
     tell(f"own handles on {system}, grown by", grown, "0", grown <= 0)
 
 
