@@ -75,7 +75,7 @@ CTOVStringA TargetOf(const CTOVStringA& oName)
 
 std::filesystem::path SystemPath(const CTOVStringA& oName)
 {
-    const std::filesystem::path oAsItStands(~oName);
+    std::filesystem::path oAsItStands(~oName);
     std::error_code oIgnored;
     if (std::filesystem::exists(oAsItStands, oIgnored))
         return oAsItStands;

@@ -62,7 +62,7 @@ bool HasNameOfUnfinishedCatalog(const char* szName)
     const std::string sName = szFileName;
     const std::size_t nEnd = sName.size() - std::min(sName.size(), std::strlen(NAME_END));
     return nEnd > nBegin && sName.compare(nEnd, sName.npos, NAME_END) == 0 &&
-           std::all_of(sName.begin() + nBegin, sName.begin() + nEnd, [](char c) { return '0' <= c && c <= '9'; });
+           sName.find_first_not_of("0123456789", nBegin) == nEnd;
 }
 
 bool IsUnfinishedCatalog(const CTOVStringA& oName)
