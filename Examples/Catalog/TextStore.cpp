@@ -5,7 +5,7 @@
 namespace
 {
 // The rest of a block is lost if the next text does not fit, so that a block is much larger than most texts.
-constexpr std::size_t BLOCK_SIZE = 64 * 1024;
+constexpr std::size_t BLOCK_SIZE = std::size_t(64) * 1024;
 } // namespace
 
 const char* CTextStore::Add(std::string_view sText)
