@@ -77,8 +77,6 @@ private:
 template<class TLink> class CSocketLink : public TLink
 {
 public:
-    explicit CSocketLink(int nSocket) : m_nSocket(nSocket) {}
-
     bool Write(const void* pBytes, std::size_t nBytes) override
     {
         const char* pNext = static_cast<const char*>(pBytes);
@@ -111,6 +109,8 @@ public:
         }
         return true;
     }
+
+    explicit CSocketLink(int nSocket) : m_nSocket(nSocket) {}
 
 protected:
     const int m_nSocket;

@@ -92,8 +92,6 @@ private:
 template<class TLink> class CPipeLink : public TLink
 {
 public:
-    CPipeLink(HANDLE hRead, HANDLE hWrite) : m_hRead(hRead), m_hWrite(hWrite) {}
-
     bool Write(const void* pBytes, std::size_t nBytes) override
     {
         const char* pNext = static_cast<const char*>(pBytes);
@@ -121,6 +119,8 @@ public:
         }
         return true;
     }
+
+    CPipeLink(HANDLE hRead, HANDLE hWrite) : m_hRead(hRead), m_hWrite(hWrite) {}
 
 protected:
     const HANDLE m_hRead;
