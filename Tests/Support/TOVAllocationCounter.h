@@ -14,13 +14,11 @@
 
 #include <cstddef>
 
-// The sanitizers have a heap of their own, which never fails. A build can say the same of what watches its programs.
-#ifndef TOV_CAN_FAIL_ALLOCATIONS
+// The sanitizers have a heap of their own, which never fails.
 #if TOV_ADDRESS_SANITIZER || TOV_THREAD_SANITIZER
 #define TOV_CAN_FAIL_ALLOCATIONS 0
 #else
 #define TOV_CAN_FAIL_ALLOCATIONS 1
-#endif
 #endif
 
 struct sAllocationCounts
