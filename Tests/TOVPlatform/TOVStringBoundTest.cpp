@@ -235,7 +235,7 @@ TYPED_TEST(TOVPlatformBoundTest, ReadsAWidthBehindAWidthOfZero)
 // The print reads one star, and so takes other arguments for the next conversions than the measure does.
 TYPED_TEST(TOVPlatformBoundTest, CoversTheConversionsAfterOneWithSeveralStars)
 {
-    ExpectCovers<TypeParam>("%***d|%*d", 1, 2000, 1, 1, 1);
+    ExpectCovers<TypeParam>("%***d|%*d", 1, 2000, 1, 1, 1, 1);
     ExpectCovers<TypeParam>("%**d|%*d", 1, 2000, 1, 1, 1);
     ExpectCovers<TypeParam>("%*-d|%*d", 1, 2000, 1, 1, 1);
     ExpectCovers<TypeParam>("%*#*d%d%*d|", 1, 2, 2000, 1, 1, 1, 1);
