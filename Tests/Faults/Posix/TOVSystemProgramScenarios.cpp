@@ -17,7 +17,8 @@
 
 namespace
 {
-// A folder with two files, one below it, and one whose name can be mistaken for a pattern. It is made once.
+// A folder with two files and two folders of one file each; the name of one can be mistaken for a pattern. It is made
+// once.
 const std::string& Tree()
 {
     static const std::string s_sTree = [] {

@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace TOVTestHost
 {
@@ -38,7 +39,7 @@ public:
     CDescriptor& operator=(const CDescriptor&) = delete;
 
     int Get() const { return m_nDescriptor; }
-    void Release() { m_nDescriptor = -1; }
+    int Release() { return std::exchange(m_nDescriptor, -1); }
 
 private:
     int m_nDescriptor;
@@ -275,8 +276,8 @@ std::unique_ptr<ITOVWorkerLink> StartWorker(char** aszArguments)
     }
     const int nError = errno;
     s_nWorker = nWorker;
-    std::unique_ptr<ITOVWorkerLink> pLink(new CWorkerLink(oOwn.Get(), nWorker, std::move(pOutput), std::move(pErrors)));
-    oOwn.Release();
+    std::unique_ptr<ITOVWorkerLink> pLink(
+        new CWorkerLink(oOwn.Release(), nWorker, std::move(pOutput), std::move(pErrors)));
     if (nWorker < 0)
         throw std::runtime_error("no second process: " + std::generic_category().message(nError));
     if (s_nAsked != 0) // in the moment before the worker was known

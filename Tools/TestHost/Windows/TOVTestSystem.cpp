@@ -208,7 +208,7 @@ private:
     const std::unique_ptr<COutputKeeper> m_pErrors;
 };
 
-// Makes a pipe of which the worker inherits the other end than this process's own.
+// Makes a pipe. The worker inherits the end that is not this process's own.
 void MakePipe(CHandle& oRead, CHandle& oWrite, const CHandle& oOwn)
 {
     HANDLE hRead = nullptr, hWrite = nullptr;
