@@ -16,8 +16,7 @@ protected:
         Write("c.cat", EXISTING);
     }
 
-    // The tree takes far longer to read than any test takes.
-    void WriteBigFile() { WriteSparseFile(Path("tree/big"), 30000000000, ""); }
+    void WriteBigFile() { WriteSparseFile(Path("tree/big"), ENDLESS_SIZE, ""); }
 
     void ExpectThatTheNextOneSucceeds()
     {

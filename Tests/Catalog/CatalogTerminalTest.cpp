@@ -10,17 +10,17 @@ namespace
 class CatalogTerminalTest : public CatalogTest
 {
 protected:
-    // The file takes far longer to read than any test takes.
     CatalogTerminalTest()
     {
         MakeDirectory("tree");
-        WriteSparseFile(Path("tree/big"), 30000000000, "");
+        WriteSparseFile(Path("tree/big"), ENDLESS_SIZE, "");
     }
 
     // The megabytes done that a screen tells with a line of progress and nothing else, or -1 for any other screen.
     static int MegabytesDone(const tNames& aScreen)
     {
-        const std::regex oProgress("[0-9]+ of [0-9]+ files?, ([0-9]+) of 30000 MB, [0-9]+%, [0-9]+\\.[0-9] MB/s");
+        const std::regex oProgress("[0-9]+ of [0-9]+ files?, ([0-9]+) of " + std::to_string(ENDLESS_SIZE / 1000000) +
+                                   " MB, [0-9]+%, [0-9]+\\.[0-9] MB/s");
         std::smatch oMatch;
         return aScreen.size() == 1 && std::regex_match(aScreen[0], oMatch, oProgress) ? std::stoi(oMatch.str(1)) : -1;
     }
@@ -29,7 +29,7 @@ protected:
 
 TEST_F(CatalogTerminalTest, ShowsOneLineOfProgressWhileItReads)
 {
-    Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}}));
+    Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", ENDLESS_SIZE, 0}}));
 
     for (const tNames& aCommand : {tNames{"create", "new.cat", "tree"}, tNames{"verify", "c.cat"}})
     {
@@ -61,7 +61,7 @@ TEST_F(CatalogTerminalTest, ShowsOneLineOfProgressWhileItWalks)
 
 TEST_F(CatalogTerminalTest, TakesTheLineOfProgressAwayAtTheEnd)
 {
-    Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", 30000000000, 0}, {0, "gone", 1, 0}}));
+    Write("c.cat", CatalogVersion3({"tree"}, {}, {{0, "big", ENDLESS_SIZE, 0}, {0, "gone", 1, 0}}));
     CTerminal oTerminal(Program({"verify", "c.cat"}));
     ASSERT_TRUE(oTerminal.WaitUntilItShows("MB/s"));
 

@@ -106,7 +106,7 @@ TEST_F(CatalogPosixFailedCreateTest, LeavesItOrHasTheNewOneAtEachMoment)
 
 TEST_F(CatalogPosixFailedCreateTest, LeavesItWhateverSignalEndsTheProcess)
 {
-    WriteSparseFile(Path("tree/big"), 30000000000, "");
+    WriteSparseFile(Path("tree/big"), ENDLESS_SIZE, "");
     for (const int nSignal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGKILL})
     {
         CTerminal oTerminal(Program({"create", "c.cat", "tree"}));

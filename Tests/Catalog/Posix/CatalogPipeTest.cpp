@@ -20,7 +20,7 @@ protected:
     {
         Write("tree/z", "x");
         Write("tree/zz", "x");
-        WriteSparseFile(Path("tree/big"), 30000000000, "");
+        WriteSparseFile(Path("tree/big"), ENDLESS_SIZE, "");
     }
 
     // Waits until all files have been found. Puts a pipe in the place of one, and then lets the reading go on.
@@ -64,7 +64,7 @@ TEST_F(CatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
 {
     for (const int nSignal : {SIGINT, SIGTERM})
     {
-        WriteSparseFile(Path("tree/big"), 30000000000, "");
+        WriteSparseFile(Path("tree/big"), ENDLESS_SIZE, "");
         Remove("tree/z");
         Write("tree/z", "x");
         CTerminal oTerminal(Program({"create", "c.cat", "tree", "--threads", "1"}));

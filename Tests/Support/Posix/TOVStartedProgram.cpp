@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -19,6 +20,13 @@ void EnterSession(const sStart& oStart)
     const std::array<int, 3> aStreams = {oStart.nInput, oStart.nOutput, oStart.nErrors};
     for (std::size_t n = 0; n < aStreams.size(); ++n)
         ::dup2(aStreams[n] >= 0 ? aStreams[n] : nRest, static_cast<int>(n));
+}
+
+// Tests that run in the background may have signals ignored, and their programs would inherit that.
+void RestoreSignals()
+{
+    for (const int nSignal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE})
+        ::signal(nSignal, SIG_DFL);
 }
 
 // The environment of this process with the changes.
@@ -86,6 +94,7 @@ pid_t StartProgram(const sProgram& oProgram, const sStart& oStart)
     if (nProcess == 0)
     {
         EnterSession(oStart);
+        RestoreSignals();
         if (oStart.fnInChild)
             oStart.fnInChild();
         PrepareChild();
