@@ -8,6 +8,7 @@
 #include <Debug/TOVDebug.h>
 #include <TOVDesignPatterns/TOVRefCount.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -224,7 +225,10 @@ TOV_CHILD(AsksAlternately)
     TellCleanUp();
     MakeImmortal<CWitness>();
     for (int nTimes = std::atoi(aArguments[0].c_str()); nTimes > 0; --nTimes)
+    {
+        errno = EINTR; // of a call before, and no concern of this one
         Say(TOVDebug::Alternate_Assert("nCount > 0", "File", 148) ? "true" : "false");
+    }
 }
 
 namespace

@@ -205,6 +205,56 @@ TEST(TOVPlatformEventTest, WithManualResetReleasesEveryWaiter)
     EXPECT_TRUE(Event::TimedWait(hEvent, 0));
 }
 
+TEST(TOVPlatformEventTest, WithManualResetReleasesWhoeverWaitsHoweverSoonItIsReset)
+{
+    const int nWaiters = 4;
+    for (const bool bNamed : {false, true})
+    {
+        const COwnHandle hNever(CreateManual());
+        const COwnHandle hEvent(Event::Create(true, false, bNamed ? UniqueName().c_str() : nullptr));
+        CTally oReleased;
+        CThreadGroup oWaiters;
+        oWaiters.Start(nWaiters, [&](int nWaiter) {
+            if (nWaiter % 2 == 0)
+                Event::Wait(hEvent);
+            else
+                EXPECT_EQ(1, WaitForAny({hNever, hEvent}));
+            oReleased.Add();
+        });
+
+        EXPECT_TRUE(oReleased.Stays(0));
+
+        // A thread that is late waits for the next signal.
+        for (int nSignals = 0; nSignals < 10 && oReleased.Count() < nWaiters; ++nSignals)
+        {
+            Event::Signal(hEvent);
+            Event::Reset(hEvent);
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        EXPECT_EQ(nWaiters, oReleased.Count()) << bNamed;
+        Event::Signal(hEvent);
+    }
+}
+
+TEST(TOVPlatformEventTest, ThatWasResetAgainEndsNoWaitForAll)
+{
+    for (const bool bNamed : {false, true})
+    {
+        const COwnHandle hEvent(Event::Create(true, false, bNamed ? UniqueName().c_str() : nullptr));
+        const COwnHandle hOther(CreateAuto());
+        CBlockableThread oWaiter([&] { EXPECT_EQ(0, WaitForAll({hEvent, hOther})); });
+        EXPECT_TRUE(oWaiter.IsBlocked()) << bNamed;
+
+        Event::Signal(hEvent);
+        Event::Reset(hEvent);
+        Event::Signal(hOther);
+        EXPECT_TRUE(oWaiter.IsBlocked()) << bNamed;
+
+        Event::Signal(hEvent);
+        EXPECT_TRUE(oWaiter.Finishes()) << bNamed;
+    }
+}
+
 TEST(TOVPlatformEventTest, TimedWaitRunsOutAndLeavesTheEventUsable)
 {
     for (const bool bManualReset : {false, true})

@@ -104,6 +104,8 @@ const sPattern PATTERNS[] = {
     {"gamma?x", {}},
     {"alpha", {}},
     {"*.doc", {}},
+    {"*.ma", {}},
+    {"*.pha.txt", {}},
     {"x*", {}},
 };
 } // namespace

@@ -52,6 +52,21 @@ TEST_P(TOVPlatformNamedObjectTest, IsNotSharedWithOtherNames)
     EXPECT_TRUE(OthersCanHave(hOtherCase));
 }
 
+TEST_P(TOVPlatformNamedObjectTest, MayStandInANameSpaceOfTheSystem)
+{
+    const COwnHandle hObject(Create(m_sName));
+    const COwnHandle hLocal(Create("Local\\" + m_sName));
+    EXPECT_TRUE(TakesNow(hObject));
+    EXPECT_FALSE(OthersCanHave(hLocal)) << "the space of names without a prefix";
+
+    const COwnHandle hGlobal(Create("Global\\" + m_sName + "g"));
+    const COwnHandle hSameGlobal(Create("Global\\" + m_sName + "g"));
+    EXPECT_TRUE(TakesNow(hGlobal));
+    EXPECT_FALSE(OthersCanHave(hSameGlobal));
+
+    EXPECT_EQ(0ull, Create("Other\\" + m_sName));
+}
+
 TEST_P(TOVPlatformNamedObjectTest, IsNotSharedWithoutAName)
 {
     for (const char* szNone : {static_cast<const char*>(nullptr), ""})

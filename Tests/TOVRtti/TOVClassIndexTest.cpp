@@ -1,4 +1,5 @@
 // The process's server finds classes through an index beside its ordered map: both must hold the same at any time.
+#include "Support/TOVAllocationCounter.h"
 #include "TOVRtti/TOVClassInstruments.h"
 
 #include <algorithm>
@@ -84,6 +85,20 @@ TEST(CTOVClassIndexTest, GivesUpItsMemoryWithTheLastOfManyClasses)
         EXPECT_EQ(pClass.get(), &TOVRuntimeClass(pClass->GetName()));
     aClasses.clear();
     EXPECT_EQ(lHeld, GetNumHeld());
+}
+
+TEST(CTOVClassIndexTest, TakesNoMoreMemoryForClassesThatComeAndGo)
+{
+    const CTOVClass oStaying("CStaying");
+    const auto fnBytesOf = [](int nTimes) {
+        const CAllocationCounter oCounter;
+        for (int nTime = 0; nTime < nTimes; ++nTime)
+            const CTOVClass oPassing("CPassing");
+        return oCounter.BytesTaken();
+    };
+    const std::size_t nBytes = fnBytesOf(1);
+
+    EXPECT_EQ(10000 * nBytes, fnBytesOf(10000));
 }
 
 TEST(CTOVClassIndexTest, ADescriptorUnderTwoNamesLeavesBoth)
