@@ -76,6 +76,18 @@ TEST(CTOVMSDevLoggerPanicTest, APanicReadsZerosForAsManyConversionsAsThereAre)
               Joined(RunDebugged("PanicsWithPercentSigns", {sMessage + "%d"}).aDebuggerTexts).find(sMessage + "%d"));
 }
 
+TEST(CTOVMSDevLoggerPanicTest, AStarCountsAsAConversion)
+{
+    std::string sMessage;
+    for (int nConversion = 0; nConversion < 12; ++nConversion)
+        sMessage += "%*d ";
+    EXPECT_EQ(std::string::npos,
+              Joined(RunDebugged("PanicsWithPercentSigns", {sMessage}).aDebuggerTexts).find(sMessage));
+    sMessage += "%*d ";
+    EXPECT_NE(std::string::npos,
+              Joined(RunDebugged("PanicsWithPercentSigns", {sMessage}).aDebuggerTexts).find(sMessage));
+}
+
 TEST(CTOVMSDevLoggerPanicTest, APanicWithoutPercentSignsIsOnePieceAsItStands)
 {
     const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"lost all"});

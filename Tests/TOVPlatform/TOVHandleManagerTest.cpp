@@ -261,11 +261,14 @@ TEST_P(CTOVHandleManagerCheckTest, KeepsOthersOutAfterItRefused)
     EXPECT_THROW(GetParam().fnUse(m_oManager, FILE_INVALID_HANDLE), TOVDebug::CTOVAssertException);
     EXPECT_EQ(ANY_FILE, m_oManager.GetFile(0));
     CBlockableThread oOther([this] { m_oManager.FindFreeHandle(); });
+    CBlockableThread oSame([this] { GetParam().fnUse(m_oManager, 1); });
     EXPECT_TRUE(oOther.IsBlocked());
+    EXPECT_TRUE(oSame.IsBlocked());
 
     LockOf(m_oManager).Leave();
 
     EXPECT_TRUE(oOther.Finishes());
+    EXPECT_TRUE(oSame.Finishes());
 }
 
 TEST_P(CTOVHandleManagerCheckTest, KeepsNobodyOutAfterItsWork)

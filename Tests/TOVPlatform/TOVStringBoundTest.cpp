@@ -233,13 +233,14 @@ TYPED_TEST(TOVPlatformBoundTest, ReadsAWidthBehindAWidthOfZero)
 }
 
 // The print reads one star, and so takes other arguments for the next conversions than the measure does.
-TYPED_TEST(TOVPlatformBoundTest, CoversTheConversionsAfterOneWithSeveralStars)
+TYPED_TEST(TOVPlatformBoundTest, CoversTheConversionsAfterOneThatIsReadInTwoWays)
 {
     ExpectCovers<TypeParam>("%***d|%*d", 1, 2000, 1, 1, 1, 1);
     ExpectCovers<TypeParam>("%**d|%*d", 1, 2000, 1, 1, 1);
     ExpectCovers<TypeParam>("%*-d|%*d", 1, 2000, 1, 1, 1);
     ExpectCovers<TypeParam>("%*#*d%d%*d|", 1, 2, 2000, 1, 1, 1, 1);
     ExpectCovers<TypeParam>("%*5d|%*d", 0, 2000, 1, 1, 1);
+    ExpectCovers<TypeParam>("%*5d%s", 0, TypeParam::Text(std::string(2000, 'x')).Get(), TypeParam::Text("y").Get());
 }
 
 TYPED_TEST(TOVPlatformBoundTest, RefusesANegativeWidth)
