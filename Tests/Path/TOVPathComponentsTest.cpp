@@ -363,3 +363,14 @@ TEST(CTOVPathComponentsTest, ReadsALengthThatCountsTheTerminatorLiterally)
     EXPECT_EQ(std::string("\0", 1), TextOf(oPath.GetComponent(2, 1)));
     EXPECT_EQ(std::string("b/\0", 3), TextOf(oPath.GetComponent(1, 2)));
 }
+
+TEST(CTOVPathComponentsTest, TheOnlyComponentMayBeATerminatorThatCounts)
+{
+    CTOVPath oPath("/");
+    oPath.RemoveLeadingForwardslash();
+    CTOVStringA oComponent;
+    long lPosition = UNTOUCHED;
+
+    EXPECT_TRUE(oPath.GetFirstComponent(oComponent, lPosition));
+    EXPECT_EQ(std::string("\0", 1), TextOf(oComponent));
+}

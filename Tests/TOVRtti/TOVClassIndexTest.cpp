@@ -137,6 +137,8 @@ TEST(CTOVClassIndexTest, ANameThatIsChangedInPlaceLeavesNothingBehind)
     EXPECT_FALSE(IsHeld("CZzzz"));
     EXPECT_FALSE(IsHeld("CZzzy"));
     EXPECT_EQ(&CTOVClass::Invalid(), &TOVRuntimeClass("CZzzz"));
+    oName.SetAt(4, 'z');
+    EXPECT_EQ(&CTOVClass::Invalid(), &TOVRuntimeClass("CZzzz"));
     ExpectFound(pClass.get(), "CUnchanged");
 }
 

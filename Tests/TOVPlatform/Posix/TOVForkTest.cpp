@@ -11,6 +11,9 @@
 #include <Timer/TOVTimer.h>
 
 #include <atomic>
+#include <csignal>
+#include <pthread.h>
+#include <thread>
 
 namespace Event = TOVPlatform::TOVSynchronization::Event;
 namespace File = TOVPlatform::TOVFile;
@@ -129,6 +132,52 @@ TEST(TOVPlatformForkTest, ObjectsForWhichThreadsCompeteAreFreeOrCanBeFreed)
 
     EXPECT_EQ(FORKS, CountForksAmid(FORKS, fnCompete, fnInChild));
 }
+
+#if TOV_CAN_FORK_AND_THREAD
+namespace
+{
+std::atomic<bool> s_bStopped(false);
+std::atomic<bool> s_bMayGoOn(false);
+
+void StopThread(int)
+{
+    s_bStopped = true;
+    while (!s_bMayGoOn)
+        std::this_thread::yield();
+}
+} // namespace
+
+// The other thread has been woken for the mutex, and is stopped on its way.
+TEST(TOVPlatformForkTest, AThreadOnItsWayToAMutexIsForgotten)
+{
+    const COwnHandle hMutex(Mutex::Create(true, nullptr));
+    std::atomic<pthread_t> oSystemThread;
+    const auto fnTakeInTurn = [&] {
+        oSystemThread = ::pthread_self();
+        Mutex::Lock(hMutex);
+        Mutex::Unlock(hMutex);
+    };
+    CBlockableThread oOnItsWay(fnTakeInTurn);
+    ASSERT_TRUE(oOnItsWay.IsBlocked());
+    const auto pfBefore = std::signal(SIGUSR1, &StopThread);
+    ::pthread_kill(oSystemThread, SIGUSR1);
+    while (!s_bStopped)
+        std::this_thread::yield();
+    Mutex::Unlock(hMutex);
+
+    EXPECT_TRUE(IsTrueInFork([&] {
+        Mutex::Lock(hMutex);
+        CBlockableThread oOther(fnTakeInTurn);
+        const bool bBlocked = oOther.IsBlocked();
+        Mutex::Unlock(hMutex);
+        return bBlocked && oOther.Finishes();
+    }));
+
+    s_bMayGoOn = true;
+    EXPECT_TRUE(oOnItsWay.Finishes());
+    std::signal(SIGUSR1, pfBefore);
+}
+#endif
 
 TEST(TOVPlatformForkTest, TheListOfNamedObjectsIsFree)
 {

@@ -1,4 +1,5 @@
 // Handles are values of 64 bits here, all of which count: none names an object by chance.
+#include "Support/TOVAllocationCounter.h"
 #include "Support/TOVWaitInstruments.h"
 
 #include <TOVPlatform/TOVThread.h>
@@ -137,3 +138,32 @@ TEST(TOVPlatformHandleValueTest, LosesItsMeaningWhileThreadsCompeteForTheObject)
         bOver = true;
     }
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST(TOVPlatformHandleValueTest, IsZeroForANamedObjectWhereverMemoryRunsOut)
+{
+    tHandles aPlaces;
+    aPlaces.reserve(100000);
+    {
+        const CAllocationFailure oFailure;
+        while (aPlaces.size() < aPlaces.capacity() && (aPlaces.empty() || aPlaces.back() != 0))
+            aPlaces.push_back(Event::Create(false, false, nullptr));
+    }
+    ASSERT_EQ(0ull, aPlaces.back()) << "no place is left";
+
+    const std::string sName = UniqueName();
+    int nRefused = 0;
+    unsigned long long hEvent = 0;
+    for (unsigned long ulSuccesses = 0; hEvent == 0; ++ulSuccesses)
+    {
+        const CAllocationFailure oFailure(ulSuccesses);
+        hEvent = Event::Create(false, true, sName.c_str());
+        nRefused += hEvent == 0 ? 1 : 0;
+    }
+    EXPECT_LT(1, nRefused);
+    EXPECT_TRUE(TakesNow(hEvent));
+    EXPECT_TRUE(Event::Destroy(hEvent));
+    for (const unsigned long long hPlace : aPlaces)
+        Event::Destroy(hPlace);
+}
+#endif
