@@ -148,6 +148,25 @@ TYPED_TEST(CTOVStringAllocationTest, FormatOfANewStringTakesABlock)
     EXPECT_EQ(0u, TAKEN_BY(oText.Format(TXT("%d"), -1)));
 }
 
+TYPED_TEST(CTOVStringAllocationTest, FormatTakesABlockAsLargeAsACopyDoes)
+{
+    TypeParam oText;
+    for (int nLength = 1; nLength < 100; ++nLength)
+    {
+        oText += CHR('x');
+        TypeParam oCopied;
+        TypeParam oFormatted;
+        const CAllocationCounter oCounter;
+        oCopied.Copy(oText.GetString(), nLength);
+        const std::size_t nCopied = oCounter.LastSize();
+        oFormatted.Format(TXT("%s"), oText.GetString());
+        const std::size_t nFormatted = oCounter.LastSize();
+
+        EXPECT_EQ(nCopied, nFormatted) << nLength;
+        EXPECT_EQ(oCopied.GetData()->GetSize(), oFormatted.GetData()->GetSize()) << nLength;
+    }
+}
+
 // Its arguments may lie in the old block, which lives on until they are printed.
 TYPED_TEST(CTOVStringAllocationTest, FormatThatOutgrowsABlockTakesABlock)
 {

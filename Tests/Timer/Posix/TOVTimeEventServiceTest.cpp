@@ -3,7 +3,9 @@
 #include "Timer/Posix/TOVThreadRefusal.h"
 #include "Timer/TOVTimeEventInstruments.h"
 
+#include <csignal>
 #include <cstdio>
+#include <set>
 
 namespace
 {
@@ -26,6 +28,29 @@ TOV_CHILD(InstallsWithoutAThread)
     EXPECT_LT(0, oEvent.Install(1, PERIODIC));
     EXPECT_TRUE(oEvent.Reaches(3));
     std::printf("%s\n", testing::Test::HasFailure() ? "failed" : "installed then");
+}
+
+// The signals that the calling thread does not take.
+std::set<int> BlockedSignals()
+{
+    sigset_t oBlocked;
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &oBlocked);
+    std::set<int> aSignals;
+    for (int nSignal = 1; nSignal <= SIGRTMAX; ++nSignal)
+    {
+        if (sigismember(&oBlocked, nSignal) == 1)
+            aSignals.insert(nSignal);
+    }
+    return aSignals;
+}
+
+TOV_CHILD(InstallsTheFirstEvent)
+{
+    static_cast<void>(aArguments);
+    const std::set<int> aBefore = BlockedSignals();
+    CTimeEvent oEvent;
+    oEvent.Install(1, PERIODIC);
+    std::printf("%s\n", BlockedSignals() == aBefore ? "takes the same signals" : "takes other signals");
 }
 } // namespace
 
@@ -135,6 +160,11 @@ TEST(CTOVTimerTimeEventServiceTest, HasNoEventWithoutItsThread)
 
     EXPECT_EQ(0, oResult.nExitCode);
     EXPECT_EQ("installed then\n", oResult.sOutput);
+}
+
+TEST(CTOVTimerTimeEventServiceTest, LeavesItsUserTheSignals)
+{
+    EXPECT_EQ("takes the same signals\n", RunChild("InstallsTheFirstEvent").sOutput);
 }
 
 TEST(CTOVTimerTimeEventServiceTest, IsUnknownWhenItsOnlyCallHasBegun)
