@@ -251,6 +251,13 @@ TEST(TOVPlatformForkTest, AMutexOfAnotherThreadIsAbandoned)
     oOwner.Do([&] { Mutex::Unlock(hMutex); });
 }
 
+TEST(TOVPlatformForkTest, AMutexThatNobodyHadIsNotAbandoned)
+{
+    const COwnHandle hMutex(Mutex::Create(false, nullptr));
+
+    EXPECT_TRUE(IsTrueInFork([&] { return WaitForAny({hMutex}, 0) == 0; }));
+}
+
 TEST(TOVPlatformForkTest, ASignalGoesToAWaitOfTheChild)
 {
     const COwnHandle hEvent(Event::Create(false, false, nullptr));
