@@ -364,13 +364,18 @@ TEST(CTOVPathComponentsTest, ReadsALengthThatCountsTheTerminatorLiterally)
     EXPECT_EQ(std::string("b/\0", 3), TextOf(oPath.GetComponent(1, 2)));
 }
 
-TEST(CTOVPathComponentsTest, TheOnlyComponentMayBeATerminatorThatCounts)
+TEST(CTOVPathComponentsTest, AComponentMayFillItsBlockWithoutATerminator)
 {
-    CTOVPath oPath("/");
-    oPath.RemoveLeadingForwardslash();
-    CTOVStringA oComponent;
-    long lPosition = UNTOUCHED;
+    for (int nPlaces = 0; nPlaces < 3; ++nPlaces)
+    {
+        const std::string sText(static_cast<std::size_t>(nPlaces + 1), 'a');
+        CTOVStringA oText;
+        sText.copy(oText.GetBuffer(nPlaces), sText.size());
+        oText.ReleaseBuffer(nPlaces + 1);
+        CTOVStringA oComponent;
+        long lPosition = UNTOUCHED;
 
-    EXPECT_TRUE(oPath.GetFirstComponent(oComponent, lPosition));
-    EXPECT_EQ(std::string("\0", 1), TextOf(oComponent));
+        EXPECT_TRUE(CTOVPath(oText).GetFirstComponent(oComponent, lPosition));
+        EXPECT_EQ(sText, TextOf(oComponent));
+    }
 }
