@@ -119,6 +119,59 @@ TEST(TOVUnheardCheckTest, ACheckThatNobodyCatchesIsTold)
     }
 }
 
+#if !defined(__clang__)
+namespace
+{
+CGate s_oFirstHasFailed;
+CGate s_oSecondHasFailed;
+CGate s_oFirstHasEnded;
+CGate s_oNever;
+
+void FailCheckAndGoOn(const char* szExpression, CGate& oHasFailed, CGate& oMayGoOn)
+{
+    try
+    {
+        FailCheck(szExpression);
+    }
+    catch (...)
+    {
+        oHasFailed.Open();
+        oMayGoOn.Wait();
+        throw;
+    }
+}
+
+void EndSecond()
+{
+    static std::atomic<int> s_nEnds(0);
+    if (++s_nEnds == 2)
+        std::_Exit(7);
+    s_oFirstHasEnded.Open();
+    s_oNever.Wait();
+}
+} // namespace
+
+TOV_CHILD(EndsByTwoChecks)
+{
+    static_cast<void>(aArguments);
+    std::set_terminate(&EndSecond);
+    std::thread([]() noexcept {
+        s_oFirstHasFailed.Wait();
+        FailCheckAndGoOn("second", s_oSecondHasFailed, s_oFirstHasEnded);
+    }).detach();
+    []() noexcept { FailCheckAndGoOn("first", s_oFirstHasFailed, s_oSecondHasFailed); }();
+}
+
+TEST(TOVUnheardCheckTest, TheChecksOfTwoThreadsThatEndTheProcessAreBothTold)
+{
+    const sChildResult oResult = RunChild("EndsByTwoChecks");
+
+    EXPECT_EQ(7, oResult.nExitCode);
+    for (const char* szTold : {"nobody caught it: first\n", "nobody caught it: second\n"})
+        EXPECT_NE(std::string::npos, oResult.sOutput.find(szTold)) << oResult.sOutput;
+}
+#endif
+
 TOV_CHILD(EndsByALongCheck)
 {
     FailCheck(std::string(5000, 'e'));
