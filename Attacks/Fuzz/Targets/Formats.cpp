@@ -161,7 +161,7 @@ bool DifferByRounding(const std::string& sFirst, const std::string& sSecond)
 {
     if (sFirst.size() > sSecond.size() + 1 || sSecond.size() > sFirst.size() + 1)
         return false;
-    return sFirst.find_first_of("123456789") != std::string::npos &&
+    return (sFirst + sSecond).find_first_of("123456789") != std::string::npos &&
            sFirst.find_first_of("0123456789") == sSecond.find_first_of("0123456789");
 }
 
@@ -175,7 +175,7 @@ bool HasHalf(const Fuzz::sFormat& oFormat)
             continue;
         const int nLength = std::snprintf(s_szDigits, sizeof(s_szDigits), "%.1080e", oArgument.dValue);
         const std::string sDigits = std::string(s_szDigits, static_cast<std::size_t>(nLength));
-        const std::size_t nLast = sDigits.find_last_not_of('0', sDigits.find('e') - 1);
+        const std::size_t nLast = sDigits.find_last_not_of("0.", sDigits.find('e') - 1);
         if (sDigits[nLast] == '5')
             return true;
     }
