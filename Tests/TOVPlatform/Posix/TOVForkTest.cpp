@@ -150,6 +150,8 @@ void StopThread(int)
 // The other thread has been woken for the mutex, and is stopped on its way.
 TEST(TOVPlatformForkTest, AThreadOnItsWayToAMutexIsForgotten)
 {
+    s_bStopped = false;
+    s_bMayGoOn = false;
     const COwnHandle hMutex(Mutex::Create(true, nullptr));
     std::atomic<pthread_t> oSystemThread;
     const auto fnTakeInTurn = [&] {
