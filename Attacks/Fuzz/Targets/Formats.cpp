@@ -176,7 +176,7 @@ bool HasHalf(const Fuzz::sFormat& oFormat)
         const int nLength = std::snprintf(s_szDigits, sizeof(s_szDigits), "%.1080e", oArgument.dValue);
         const std::string sDigits = std::string(s_szDigits, static_cast<std::size_t>(nLength));
         const std::size_t nLast = sDigits.find_last_not_of("0.", sDigits.find('e') - 1);
-        if (sDigits[nLast] == '5')
+        if (nLast != std::string::npos && sDigits[nLast] == '5')
             return true;
     }
     return false;
