@@ -60,18 +60,29 @@ void PrintPanic(const char* szFile, unsigned long ulLine, const char* szFormat, 
 // The number of zeros that are passed with a text that is read as a format although there are no arguments for it.
 constexpr int SPARE_ARGUMENTS = 24;
 
+// A width or precision of more digits than these asks for a text that nobody reads.
+constexpr int MAX_DIGITS = 4;
+
+bool HasLongNumber(const char* pBegin, const char* pEnd)
+{
+    const auto fnIsDigit = [](char cCharacter, bool) { return '0' <= cCharacter && cCharacter <= '9'; };
+    return std::search_n(pBegin, pEnd, MAX_DIGITS + 1, true, fnIsDigit) != pEnd;
+}
+
 // Returns whether a text can be read as a format whose arguments are all zeros: none of its conversions stores through
-// its argument, and it does not need more than SPARE_ARGUMENTS arguments.
+// its argument or has a number of more than MAX_DIGITS digits, and it does not need more than SPARE_ARGUMENTS
+// arguments.
 bool CanReadAsFormat(const char* szText)
 {
     int nArguments = 0;
     for (const char* szSign = std::strchr(szText, '%'); szSign != nullptr; szSign = std::strchr(szSign, '%'))
     {
         const std::size_t nFlags = std::strspn(++szSign, "-+ #0123456789.*hlLFNwI");
-        nArguments += static_cast<int>(std::count(szSign, szSign + nFlags, '*'));
-        szSign += nFlags;
-        if (*szSign == 'n')
+        const char* const szEnd = szSign + nFlags;
+        nArguments += static_cast<int>(std::count(szSign, szEnd, '*'));
+        if (*szEnd == 'n' || HasLongNumber(szSign, szEnd))
             return false;
+        szSign = szEnd;
         // A double percent sign needs no argument.
         if (*szSign != '%')
             ++nArguments;

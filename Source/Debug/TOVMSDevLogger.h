@@ -29,7 +29,7 @@ public:
     // Shows the message in a box titled "Critical Application Error" and waits. Settled: the position and the formatted
     // message are also written to the debugger's output, where they are formatted a second time: percent signs in them
     // are read as conversions, whose arguments are zeros. A message with more than 24 conversions, or with one that
-    // stores through its argument, is written unchanged.
+    // stores through its argument or has a width or precision of more than 4 digits, is written unchanged.
     void OnPanicV(const char* szFile, unsigned long ulLine, const char* szFormat, va_list pArguments) override;
 
     // Keeps the name; nothing reads it.

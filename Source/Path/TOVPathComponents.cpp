@@ -119,6 +119,7 @@ void CTOVPath::Append(const CTOVPath& oOther)
         AppendAside(m_oPath, bSeparate, oOther.GetLength(), ~oOther);
         return;
     }
+    const long lLength = GetLength();
     if (bSeparate)
         m_oPath += '\\';
     try
@@ -127,8 +128,7 @@ void CTOVPath::Append(const CTOVPath& oOther)
     }
     catch (...)
     {
-        if (bSeparate)
-            m_oPath.GetString()[m_oPath.GetLength() - 1] = '\0';
+        m_oPath.ReleaseBuffer(static_cast<int>(lLength));
         throw;
     }
 }

@@ -31,7 +31,8 @@ public:
 
     // Registers a descriptor under a name and returns its new id. If the name is already registered, a warning is
     // logged, the map is unchanged, no id is used up, and the result is the id of the registered descriptor.
-    // Throws unless "pClass != NULL", then "m_dwNextClassId != -1".
+    // Throws unless "pClass != NULL", then "m_dwNextClassId != -1"; and std::bad_alloc, with the map unchanged, but
+    // the id used up.
     unsigned long AddClass(const CTOVStringA& oName, CTOVClass* pClass);
 
     // Removes a name. Its descriptor is not notified and keeps its id. An unknown name is ignored.

@@ -186,8 +186,9 @@ public:
     CTOVStringA Mid(int nFirst) const;
 
     // These test for a prefix or a suffix, as a search would find it. Cost: a comparison; for a suffix that is there,
-    // and after characters of more than one byte, also linear in the string; the forms that ignore case copy both
-    // texts. They throw if oOther has no block; the forms that ignore case also throw if oOther has been emptied.
+    // and after characters of more than one byte, also linear in the string; where there are such characters, also the
+    // length of the suffix for each of its matches. The forms that ignore case copy both texts. They throw if oOther
+    // has no block; the forms that ignore case also throw if oOther has been emptied.
     // Settled: a suffix that is exactly one character longer than the string counts as found, and after characters of
     // more than one byte the search for the last match misses some matches.
     bool BeginsWith(const CTOVStringA& oOther) const;

@@ -129,6 +129,20 @@ TEST(CTOVMSDevLoggerPanicTest, ALongPanicComesOutWhole)
     EXPECT_EQ("Folder/File.cpp(148) : " + sLong, oChild.aBoxes[0].sText);
 }
 
+TEST(CTOVMSDevLoggerPanicTest, AWidthInAPanicsMessageAsksForNoLongText)
+{
+    for (const char* szMessage : {"%20000d", "%-12345.3d", "%.99999d", "%99999999999d", "%1.00000d"})
+    {
+        const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {szMessage});
+        EXPECT_EQ(
+            1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), PREFIX + std::string(szMessage)))
+            << szMessage;
+    }
+    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"%1000d%.2d"});
+    EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
+                            PREFIX + std::string(999, ' ') + "000"));
+}
+
 // The argument behind "=" is the format; without one there is no format.
 TOV_CHILD(PanicsWithTheFormat)
 {

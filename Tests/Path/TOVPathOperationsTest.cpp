@@ -159,12 +159,12 @@ TEST(CTOVPathOperationsTest, IsUnchangedWhereItCannotBeAppendedTo)
                     CTOVPath oPath(oText);
                     if (!bShared)
                         oText = CTOVStringA();
-                    const std::string sBefore = ~oPath;
+                    const std::string sBefore = TextOf(oPath);
 
                     if (RunsOutOfMemory([&] { oPath.Append(bSelf ? oPath : oOther); }, ulSuccesses))
                     {
                         ++nFailures;
-                        EXPECT_EQ(sBefore, ~oPath) << nCut << bShared << bSelf << ulSuccesses;
+                        EXPECT_EQ(sBefore, TextOf(oPath)) << nCut << bShared << bSelf << ulSuccesses;
                     }
                 }
             }

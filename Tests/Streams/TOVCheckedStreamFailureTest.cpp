@@ -1,5 +1,6 @@
 // What the checked stream reports, and in which words.
 #include "Streams/TOVCheckedStreamInstruments.h"
+#include "Support/TOVAllocationCounter.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -75,6 +76,21 @@ TEST_F(CTOVCheckedStreamFailureTest, ASectionWithoutAVersionHasNotBegun)
 
     EXPECT_EQ(-1, oStream.GetVersion());
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_F(CTOVCheckedStreamFailureTest, WithoutMemoryForItsVersionASectionHasNotBegun)
+{
+    CTOVCheckedStream oStream(Containing(Bytes({2, 0, 0, 0, 9})));
+    {
+        const CAllocationFailure oFailure;
+        EXPECT_THROW(oStream.SerializeBegin(-1), std::bad_alloc);
+    }
+    EXPECT_EQ(0u, oStream.Tell());
+
+    oStream.SerializeBegin(-1);
+    EXPECT_EQ(2, oStream.GetVersion());
+}
+#endif
 
 TEST_F(CTOVCheckedStreamFailureTest, ASizeBeyondAllBoundsIsTooShortAndNotAWrap)
 {

@@ -21,11 +21,17 @@ private:
 };
 
 // Posix only. While it lives, the constructing thread gets this error when it asks for the status of an entry of this
-// name.
+// name, or, of a link, only when it asks for that of the target.
 class CStatusFault
 {
 public:
-    CStatusFault(const std::string& sName, int nError);
+    enum eOf
+    {
+        eEntry,
+        eTarget
+    };
+
+    CStatusFault(const std::string& sName, int nError, eOf eStatusOf = eEntry);
     ~CStatusFault();
     CStatusFault(const CStatusFault&) = delete;
     CStatusFault& operator=(const CStatusFault&) = delete;

@@ -1,5 +1,6 @@
 #include "Support/TOVLayout.h"
 #include "Support/TOVPrivateMember.h"
+#include "Support/TOVRefusal.h"
 #include "TOVRtti/TOVClassInstruments.h"
 
 #include <cstddef>
@@ -108,6 +109,22 @@ TEST_F(CTOVClassServerTest, RefusesAMissingClass)
     EXPECT_EQ(1, m_oServer.GetNumClasses());
     EXPECT_EQ(1u, m_oServer.AddClass("Next", &m_oOther));
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_F(CTOVClassServerTest, WithoutMemoryTheMapIsUnchangedAndAnIdIsUsedUp)
+{
+    const CTOVStringA oName("CClassWithANameThatNeedsABlock");
+    unsigned long ulFailures = 0;
+    while (RunsOutOfMemory([&] { m_oServer.AddClass(oName, &m_oClass); }, ulFailures))
+    {
+        ++ulFailures;
+        EXPECT_EQ(0, m_oServer.GetNumClasses());
+        EXPECT_EQ(ulFailures, NextClassId(m_oServer));
+    }
+    EXPECT_LT(0u, ulFailures);
+    EXPECT_TRUE(m_oServer.HasClass(oName));
+}
+#endif
 
 TEST_F(CTOVClassServerTest, LogsWhatItAdds)
 {

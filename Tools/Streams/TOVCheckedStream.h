@@ -234,6 +234,7 @@ inline void CTOVCheckedStream::SerializeBegin(int nDataFormatVersion)
         return;
     }
     TOV_ASSERT(nDataFormatVersion == -1);
+    m_anVersions.reserve(m_anVersions.size() + 1); // nothing is read that cannot be kept
     int nVersion = -1;
     *this >> nVersion;
     m_anVersions.push_back(nVersion);

@@ -85,15 +85,21 @@ void SetName(sTOVFindData& oFindData, const char* szName)
     TOVStringA::NCopy(oFindData.szName, szName, static_cast<int>(sizeof oFindData.szName));
 }
 
+// Whether there was memory for the translation of a name to search for, which is not empty. Sets errno if not.
+bool IsTranslated(const CFileName& oName)
+{
+    if (*oName != '\0')
+        return true;
+    errno = ENOMEM;
+    return false;
+}
+
 // Fills the record for a name without wildcards. Sets errno on failure.
 bool FillExact(sTOVFindData& oFindData, const char* szName)
 {
     const CFileName oName(szName);
-    if (*oName == 0)
-    {
-        errno = ENOMEM; // a name to search for is not empty
+    if (!IsTranslated(oName))
         return false;
-    }
     const char* pSlash = std::strrchr(oName, '/');
     const char* szEntry = pSlash != nullptr ? pSlash + 1 : static_cast<const char*>(oName);
 
@@ -137,7 +143,9 @@ eFindResult CFileSearch::Begin(const char* szPattern, sTOVFindData& oFindData, t
     if (!bWildcard && IsNavigationEntry(szMask))
         return IsNothingThere() ? eFindEnd : eFindFailure;
 
-    tFolder pFolder(::opendir(CFileName(FolderOf(szPattern, ulFolderLength).c_str())));
+    const std::string sFolder = FolderOf(szPattern, ulFolderLength);
+    const CFileName oFolder(sFolder.c_str());
+    tFolder pFolder(IsTranslated(oFolder) ? ::opendir(oFolder) : nullptr);
     if (pFolder == nullptr)
         return IsNothingThere() ? eFindEnd : eFindFailure;
 

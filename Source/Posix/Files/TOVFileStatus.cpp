@@ -1,6 +1,7 @@
 #include <Posix/Files/TOVFileStatus.h>
 
 #include <algorithm>
+#include <cerrno>
 
 #include <fcntl.h>
 
@@ -22,6 +23,13 @@ unsigned long long ToTicks(const struct statx_timestamp& oTime)
 
     return static_cast<unsigned long long>(llSeconds) * TICKS_PER_SECOND + oTime.tv_nsec / NANOSECONDS_PER_TICK;
 }
+
+// Whether the last failed call tells that no file can be where a name or a link leads. After any other error there may
+// be one.
+bool LeadsNowhere()
+{
+    return errno == ENOENT || errno == ENOTDIR || errno == ELOOP || errno == ENAMETOOLONG;
+}
 } // namespace
 
 bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szName)
@@ -30,7 +38,7 @@ bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szNam
 
     struct statx oStatus;
     if (::statx(nFolder, szName, 0, WANTED, &oStatus) != 0 &&
-        ::statx(nFolder, szName, AT_SYMLINK_NOFOLLOW, WANTED, &oStatus) != 0)
+        !(LeadsNowhere() && ::statx(nFolder, szName, AT_SYMLINK_NOFOLLOW, WANTED, &oStatus) == 0))
         return false;
 
     oFindData.ulAttributes = ToAttributes(oStatus.stx_mode);

@@ -50,8 +50,8 @@ inline mode_t ApplyAttributes(mode_t ulMode, unsigned long ulAttributes)
 }
 
 // Fills all of a record but its name and guard. The name is relative to the directory nFolder, or to the working
-// directory for AT_FDCWD. A link has the status of its target, or its own if the target does not exist. False, with the
-// record unchanged, if there is no such file.
+// directory for AT_FDCWD. A link has the status of its target, or its own if the target cannot exist. False, with the
+// record unchanged and the cause in errno, if there is no such file, or if the system could not look at it.
 bool FillStatus(TOVFile::sTOVFindData& oFindData, int nFolder, const char* szName);
 } // namespace TOVPosix
 } // namespace TOVPlatform

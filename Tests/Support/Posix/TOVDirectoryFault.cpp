@@ -6,11 +6,13 @@
 #include <cstring>
 #include <dirent.h>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 static thread_local unsigned long s_ulGoodEntries = ULONG_MAX;
 static thread_local std::string* s_pBadName = nullptr;
 static thread_local int s_nError = 0;
+static thread_local int s_nGoodFlags = 0; // with these, the status can be had
 
 struct CDirectoryFault::sHook
 {
@@ -26,10 +28,11 @@ CDirectoryFault::~CDirectoryFault()
     s_ulGoodEntries = ULONG_MAX;
 }
 
-CStatusFault::CStatusFault(const std::string& sName, int nError)
+CStatusFault::CStatusFault(const std::string& sName, int nError, eOf eStatusOf)
 {
     s_pBadName = new std::string(sName);
     s_nError = nError;
+    s_nGoodFlags = eStatusOf == eTarget ? AT_SYMLINK_NOFOLLOW : 0;
 }
 
 CStatusFault::~CStatusFault()
@@ -60,7 +63,8 @@ extern "C" __attribute__((visibility("default"))) int statx(int nFolder, const c
     static const tStatus s_fnStatus = reinterpret_cast<tStatus>(::dlsym(RTLD_NEXT, "statx"));
 
     const char* szSlash = std::strrchr(szName, '/');
-    if (s_pBadName != nullptr && *s_pBadName == (szSlash != nullptr ? szSlash + 1 : szName))
+    if (s_pBadName != nullptr && *s_pBadName == (szSlash != nullptr ? szSlash + 1 : szName) &&
+        (nFlags & s_nGoodFlags) == 0)
     {
         errno = s_nError;
         return -1;

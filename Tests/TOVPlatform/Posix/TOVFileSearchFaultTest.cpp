@@ -83,6 +83,26 @@ TEST_F(TOVPlatformFileSearchFaultTest, FindsALinkThatLeadsWhereNobodyCanLook)
     EXPECT_EQ(File::eFindEnd, m_eEnd);
 }
 
+TEST_F(TOVPlatformFileSearchFaultTest, TakesNoLinkForADeadOneWhoseTargetCannotBeLookedAt)
+{
+    std::filesystem::create_symlink("a", Path("link"));
+    for (const int nError : {EACCES, EIO, ESTALE, ENOMEM})
+    {
+        const CStatusFault oFault("link", nError, CStatusFault::eTarget);
+        EXPECT_EQ(tNames({".", "..", "a", "bad", "c"}), Find("*")) << nError;
+        EXPECT_EQ(File::eFindFailure, m_eEnd) << nError;
+        EXPECT_EQ(tNames(), Find("link")) << nError;
+        EXPECT_EQ(File::eFindFailure, m_eEnd) << nError;
+    }
+    for (const int nError : {ENOENT, ENOTDIR, ELOOP, ENAMETOOLONG})
+    {
+        const CStatusFault oFault("link", nError, CStatusFault::eTarget);
+        EXPECT_EQ(tNames({"link"}), Find("l*")) << nError;
+        EXPECT_EQ(File::eFindEnd, m_eEnd) << nError;
+        EXPECT_EQ(tNames({"link"}), Find("link")) << nError;
+    }
+}
+
 TEST_F(TOVPlatformFileSearchFaultTest, FailsWhereADirectoryCannotBeOpened)
 {
     std::string sLong;
@@ -125,5 +145,22 @@ TEST_F(TOVPlatformFileSearchFaultTest, KeepsNoDescriptorWhenThereIsNoMemory)
 
     EXPECT_LT(2, nFailed);
     EXPECT_EQ(lBefore, CountDescriptors());
+}
+
+TEST_F(TOVPlatformFileSearchFaultTest, FailsWhereThereIsNoMemoryForTheTranslationOfAName)
+{
+    std::filesystem::create_directories(Path("one/two"));
+    for (const char* szName : {"*", "a", "A*"})
+    {
+        const std::string sPattern = Path("one\\two\\") + szName;
+        File::sTOVFindData oRecord;
+        unsigned long long hFind = FILE_INVALID_HANDLE;
+        for (unsigned long ulSuccesses = 0; ulSuccesses < 3; ++ulSuccesses)
+        {
+            const CAllocationFailure oFailure(ulSuccesses);
+            EXPECT_EQ(File::eFindFailure, File::FindFirstEntry(sPattern.c_str(), &oRecord, &hFind))
+                << sPattern << ulSuccesses;
+        }
+    }
 }
 #endif
