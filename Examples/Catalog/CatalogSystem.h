@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 
 // A file that is read from its beginning to its end.
 class CInputFile
@@ -76,3 +77,10 @@ void IgnoreClosedPipes();
 void KeepLineEnds(std::FILE* pFile);
 
 bool IsTerminal(std::FILE* pFile);
+
+// Makes a directory the working directory again. Returns false, and changes nothing, if the system does not allow it,
+// or did not tell which directory it was.
+typedef std::function<bool()> tWayBack;
+
+// Returns the way back to the present working directory.
+tWayBack WayBackHere();

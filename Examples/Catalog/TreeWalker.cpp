@@ -1,5 +1,6 @@
 #include "TreeWalker.h"
 
+#include "CatalogSystem.h"
 #include "UnfinishedCatalog.h"
 #include "Workers.h"
 
@@ -66,41 +67,46 @@ private:
     TOVFile::eFindResult m_eResult;
 };
 
-CTOVStringA WorkingDirectory()
-{
-    return CTOVPath::GetWorkingDirectory().AsString();
-}
-
 // A search reads '*' and '?' in the directory's own name as wildcards. So this object makes such a directory the
-// working directory as long as it exists. GetName returns the directory's name for a search.
+// working directory until Leave is called. If the way back from there is not known, it does not: a search then finds
+// nothing on a system whose names can have these characters.
 class CSearchPlace
 {
 public:
-    explicit CSearchPlace(const CTOVStringA& oDirectory) : m_oName(oDirectory)
+    explicit CSearchPlace(const CTOVStringA& oDirectory) : m_oDirectory(oDirectory)
     {
         if (oDirectory.FindOneOf("*?") < 0)
             return;
-        m_oReturnTo = WorkingDirectory();
-        if (TOVDirectory::Change(~oDirectory) == TOVDirectory::eDirectorySuccess)
-            m_oName = ".";
-        else
-            m_oReturnTo = CTOVStringA();
+        m_fnReturn = WayBackHere();
+        m_bAway = m_fnReturn() && TOVDirectory::Change(~oDirectory) == TOVDirectory::eDirectorySuccess;
     }
 
+    // Without Leave, an exception is ending the run.
     ~CSearchPlace()
     {
-        if (!m_oReturnTo.IsEmpty())
-            TOVDirectory::Change(~m_oReturnTo);
+        if (m_bAway)
+            m_fnReturn();
     }
 
     CSearchPlace(const CSearchPlace&) = delete;
     CSearchPlace& operator=(const CSearchPlace&) = delete;
 
-    const CTOVStringA& GetName() const { return m_oName; }
+    // Returns the directory's name for a search.
+    CTOVStringA GetName() const { return m_bAway ? CTOVStringA(".") : m_oDirectory; }
+
+    // Returns to the former working directory. Throws CCatalogError if that fails, since all relative names, that of
+    // the catalogue among them, would lead elsewhere.
+    void Leave()
+    {
+        if (m_bAway && !m_fnReturn())
+            throw CCatalogError("the working directory can no longer be entered");
+        m_bAway = false;
+    }
 
 private:
-    CTOVStringA m_oName;
-    CTOVStringA m_oReturnTo;
+    const CTOVStringA m_oDirectory;
+    tWayBack m_fnReturn;
+    bool m_bAway = false;
 };
 
 // Links to directories are skipped: they can lead back to a parent directory, and their targets are found without them.
@@ -223,11 +229,12 @@ void CTreeWalker::Read(sDirectory& oDirectory)
     const std::string sFullPath = FullPath(oDirectory.sRelative);
     std::vector<std::string> aNames; // of the files found, in their order
     tMatching aMatching;
-    ReadEntries(oDirectory, sFullPath, aMatching, aNames);
+    CSearchPlace oPlace(sFullPath.c_str());
+    ReadEntries(oDirectory, oPlace.GetName(), aMatching, aNames);
+    oPlace.Leave(); // what follows uses names that are relative to the working directory
     if (m_bStop)
         return;
 
-    // This is done after the search, which may have changed the working directory, to which names are relative.
     oDirectory.aMatched.resize(aMatching.size());
     std::size_t nKept = 0;
     for (std::size_t n = 0; n < aNames.size(); ++n)
@@ -258,18 +265,17 @@ void CTreeWalker::Read(sDirectory& oDirectory)
     aBelow.erase(std::remove_if(aBelow.begin(), aBelow.end(), fnIsLink), aBelow.end());
 }
 
-void CTreeWalker::ReadEntries(sDirectory& oDirectory, const std::string& sFullPath, tMatching& aMatching,
+void CTreeWalker::ReadEntries(sDirectory& oDirectory, const CTOVStringA& oSearchDirectory, tMatching& aMatching,
                               std::vector<std::string>& aNames)
 {
-    const CSearchPlace oPlace(sFullPath.c_str());
-    CSearch oSearch(JoinPath(oPlace.GetName(), "*.*"));
+    CSearch oSearch(JoinPath(oSearchDirectory, "*.*"));
     oDirectory.bUnreadable = !oSearch.HasEntry() || oDirectory.nDepth > DEEPEST_LEVEL;
     if (oDirectory.bUnreadable)
         return;
 
     tMatching aExcluded;
-    const bool bExcludedKnown = FindMatching(oPlace.GetName(), m_aExcludes, aExcluded);
-    const bool bMatchingKnown = FindMatching(oPlace.GetName(), m_aPatterns, aMatching);
+    const bool bExcludedKnown = FindMatching(oSearchDirectory, m_aExcludes, aExcluded);
+    const bool bMatchingKnown = FindMatching(oSearchDirectory, m_aPatterns, aMatching);
     std::string sName;
     for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())
     {

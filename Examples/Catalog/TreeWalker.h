@@ -72,7 +72,7 @@ private:
     void ReadLevel(std::size_t nBegin, std::size_t nEnd);
     void AddLevel(std::size_t nBegin, std::size_t nEnd);
     void Read(sDirectory& oDirectory);
-    void ReadEntries(sDirectory& oDirectory, const std::string& sFullPath, tMatching& aMatching,
+    void ReadEntries(sDirectory& oDirectory, const CTOVStringA& oSearchDirectory, tMatching& aMatching,
                      std::vector<std::string>& aNames);
     bool IsWanted(const std::string& sName, const tMatching& aMatching) const;
     static bool IsAmong(const std::string& sName, const tMatching& aMatching);

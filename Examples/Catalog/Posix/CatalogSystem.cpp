@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <memory>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -185,4 +186,12 @@ void KeepLineEnds(std::FILE*)
 bool IsTerminal(std::FILE* pFile)
 {
     return ::isatty(::fileno(pFile)) != 0;
+}
+
+// A name could be too long for the system, and lead elsewhere after a directory above has been renamed.
+tWayBack WayBackHere()
+{
+    const int nHere = ::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
+    const std::shared_ptr<void> pOpen(nullptr, [nHere](void*) { ::close(nHere); });
+    return [nHere, pOpen] { return ::fchdir(nHere) == 0; };
 }

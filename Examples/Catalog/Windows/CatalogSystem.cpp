@@ -1,6 +1,7 @@
 #include "CatalogSystem.h"
 
 #include <csignal>
+#include <string>
 
 #include <fcntl.h>
 #include <io.h>
@@ -133,4 +134,13 @@ void KeepLineEnds(std::FILE* pFile)
 bool IsTerminal(std::FILE* pFile)
 {
     return ::_isatty(::_fileno(pFile)) != 0;
+}
+
+// The name is wide, since not all names exist in the code page of the system. If the system does not tell it, it stays
+// empty.
+tWayBack WayBackHere()
+{
+    std::wstring sHere(::GetCurrentDirectoryW(0, nullptr), L'\0');
+    ::GetCurrentDirectoryW(static_cast<DWORD>(sHere.size()), sHere.data());
+    return [sHere] { return ::SetCurrentDirectoryW(sHere.c_str()) != FALSE; };
 }

@@ -98,6 +98,23 @@ TEST_F(CatalogPosixNamesTest, OfDirectoriesAreNoPatternsForTheirOwnCatalogue)
     }
 }
 
+// The system tells the name of the working directory only to those with a buffer of that size.
+TEST_F(CatalogPosixNamesTest, OfDirectoriesAreNoPatternsInAWorkingDirectoryOfALongName)
+{
+    const std::string sHere = std::string(200, 'w') + "/" + std::string(200, 'w');
+    Write(sHere + "/q?r/a", "1");
+    Write(sHere + "/tree/b", "2");
+    Write("elsewhere/q?r/c", "3");
+
+    const std::string sElsewhere = Path("elsewhere");
+    const sRun oRun = RunCatalog({"create", "c.cat", "q?r", "tree", sElsewhere}, Path(sHere));
+
+    EXPECT_EQ(0, oRun.nExitCode) << oRun.sErrors;
+    EXPECT_EQ((tNames{"83dcefb7 1 q?r/a", "1ad5be0d 1 tree/b", "6dd28e9b 1 " + sElsewhere + "/q?r/c"}),
+              Listed(sHere + "/c.cat"));
+    EXPECT_FALSE(Exists("elsewhere/q?r/c.cat"));
+}
+
 TEST_F(CatalogPosixNamesTest, OfOneCatalogueMayBeSeveral)
 {
     Write("tree/a", "1");
