@@ -237,7 +237,7 @@ void CTreeWalker::Read(sDirectory& oDirectory)
 
     oDirectory.aMatched.resize(aMatching.size());
     std::size_t nKept = 0;
-    for (std::size_t n = 0; n < aNames.size(); ++n)
+    for (std::size_t n = 0; n < aNames.size() && !m_bStop; ++n)
     {
         if (IsExcluded(sFullPath, aNames[n]))
             continue;
@@ -338,7 +338,7 @@ bool CTreeWalker::FindMatching(const CTOVStringA& oSearchDirectory, const CNameL
     bool bKnown = true;
     std::string sName;
     aMatching.resize(static_cast<std::size_t>(aPatterns.GetSize()));
-    for (long i = 0; i < aPatterns.GetSize(); ++i)
+    for (long i = 0; i < aPatterns.GetSize() && !m_bStop; ++i)
     {
         CSearch oSearch(JoinPath(oSearchDirectory, aPatterns[i]));
         for (; oSearch.HasEntry() && !m_bStop; oSearch.Next())

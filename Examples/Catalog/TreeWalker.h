@@ -81,7 +81,7 @@ private:
     void CollectFiles(sDirectory& oDirectory);
     void CollectUnreadable(const sDirectory& oDirectory);
 
-    // Returns false if a search failed.
+    // Returns false if a search failed. Ends early when the walk shall.
     bool FindMatching(const CTOVStringA& oSearchDirectory, const CNameList& aPatterns, tMatching& aMatching) const;
 
     struct sExcluded

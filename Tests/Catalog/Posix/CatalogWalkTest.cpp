@@ -5,10 +5,25 @@
 
 #include <cerrno>
 #include <climits>
+#include <dirent.h>
+#include <dlfcn.h>
 #include <filesystem>
 #include <unistd.h>
 
 static thread_local int s_nGoodReturns = INT_MAX;
+static thread_local int s_nSearches = 0;
+static thread_local int s_nLastSearch = 0;
+static thread_local std::atomic<bool>* s_pStop = nullptr;
+
+extern "C" __attribute__((visibility("default"))) DIR* opendir(const char* szName)
+{
+    typedef DIR* (*tOpen)(const char*);
+    static const tOpen s_fnOpen = reinterpret_cast<tOpen>(::dlsym(RTLD_NEXT, "opendir"));
+
+    if (++s_nSearches == s_nLastSearch)
+        *s_pStop = true;
+    return s_fnOpen(szName);
+}
 
 extern "C" __attribute__((visibility("default"))) int fchdir(int nFolder) noexcept
 {
@@ -39,19 +54,18 @@ protected:
         std::filesystem::current_path(m_oFormer);
     }
 
-    // Runs create in the folder, in this process. What ends it is its only error.
+    // Runs create in the folder, in this thread. What ends it is its only error.
     sRun CreateHere()
     {
-        sCreateOptions oOptions;
-        oOptions.oCatalog = "c.cat";
-        oOptions.aDirectories.Add(Path("tree"));
-        oOptions.nThreads = 1;
+        m_oOptions.oCatalog = "c.cat";
+        m_oOptions.aDirectories.Add(Path("tree"));
+        m_oOptions.nThreads = 1;
         sRun oRun;
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
         try
         {
-            oRun.nExitCode = CreateCatalog(oOptions, m_bStop);
+            oRun.nExitCode = CreateCatalog(m_oOptions, m_bStop);
             oRun.sErrors = testing::internal::GetCapturedStderr();
         }
         catch (const CCatalogError& oError)
@@ -64,6 +78,29 @@ protected:
         return oRun;
     }
 
+    // Interrupts create at a search. Expects that it ends without a further one.
+    void ExpectEndAtSearch(int nSearch)
+    {
+        s_nSearches = 0;
+        s_nLastSearch = nSearch;
+        s_pStop = &m_bStop;
+        const sRun oRun = CreateHere();
+        s_nLastSearch = 0;
+
+        EXPECT_EQ(nSearch, s_nSearches);
+        EXPECT_EQ("interrupted", oRun.sErrors);
+        EXPECT_FALSE(Exists("c.cat"));
+    }
+
+    static CNameList ManyPatterns()
+    {
+        CNameList aPatterns;
+        for (int n = 0; n < 100; ++n)
+            aPatterns.Add("none" + std::to_string(n) + "*");
+        return aPatterns;
+    }
+
+    sCreateOptions m_oOptions;
     std::atomic<bool> m_bStop{false};
 
 private:
@@ -90,4 +127,51 @@ TEST_F(CatalogPosixWalkTest, EndsTheRunIfItCannotReturnFromADirectory)
     EXPECT_EQ("the working directory can no longer be entered", oRun.sErrors);
     EXPECT_FALSE(Exists("c.cat"));
     EXPECT_FALSE(Exists("tree/q?r/c.cat"));
+}
+
+TEST_F(CatalogPosixWalkTest, CanBeInterruptedBetweenTwoPatterns)
+{
+    m_oOptions.aPatterns = ManyPatterns();
+
+    ExpectEndAtSearch(3);
+}
+
+TEST_F(CatalogPosixWalkTest, CanBeInterruptedBetweenTwoExcludes)
+{
+    m_oOptions.aExcludes = ManyPatterns();
+
+    ExpectEndAtSearch(3);
+}
+
+TEST_F(CatalogPosixWalkTest, CanBeInterruptedBetweenTwoDirectories)
+{
+    for (int n = 0; n < 20; ++n)
+        Write("tree/sub" + std::to_string(n) + "/below/a", "x");
+
+    ExpectEndAtSearch(5);
+}
+
+TEST_F(CatalogPosixWalkTest, CanBeInterruptedBetweenTwoDirectoriesOfNamesWithWildcards)
+{
+    for (int n = 0; n < 20; ++n)
+        Write("tree/sub*" + std::to_string(n) + "/a", "x");
+
+    ExpectEndAtSearch(5);
+}
+
+TEST_F(CatalogPosixWalkTest, ReadsTwoHundredLevelsOfDirectories)
+{
+    std::string sLevels = "deep";
+    for (int nLevel = 0; nLevel < 200; ++nLevel)
+        sLevels += "/d";
+    Write(sLevels + "/a", "x");
+
+    Create({"c.cat", "deep"});
+    EXPECT_EQ((tNames{"8cdc1683 1 " + sLevels + "/a"}), Listed());
+
+    Write(sLevels + "/d/too deep", "x");
+    const sRun oRun = Run({"create", "c.cat", "deep"});
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{sLevels + "/d"}), Unreadable(oRun));
+    EXPECT_EQ((tNames{"8cdc1683 1 " + sLevels + "/a"}), Listed());
 }
