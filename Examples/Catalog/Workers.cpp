@@ -31,7 +31,13 @@ struct sShared
 class CWorker : public CTOVThread
 {
 public:
+    // Waits for the thread, which uses this object and what is shared. So nothing of it is lost when an exception ends
+    // RunWorkers.
+    ~CWorker() override { Wait(); }
+
     explicit CWorker(sShared& oShared) : m_oShared(oShared) {}
+
+    void Wait() { CTOVThread::Stop(true, FOREVER); }
 
     void ThrowIfFailed() const
     {
@@ -64,24 +70,27 @@ bool RunWorkers(int nThreads, const std::function<void()>& fnWork, const std::fu
 {
     sShared oShared(fnWork);
     std::vector<std::unique_ptr<CWorker>> aWorkers;
-    oShared.nRunning = 1; // this thread, so that a worker that is early does not seem to be the last one
     for (int i = 0; i < nThreads; ++i)
+        aWorkers.push_back(std::make_unique<CWorker>(oShared));
+
+    // From the first start on, the workers are only waited for: what can fail has been done, except fnProgress.
+    oShared.nRunning = nThreads + 1; // with this thread, so that a worker that is early does not seem to be the last
+    bool bStarted = false;
+    for (const std::unique_ptr<CWorker>& pWorker : aWorkers)
     {
-        std::unique_ptr<CWorker> pWorker(new CWorker(oShared));
-        ++oShared.nRunning;
         if (pWorker->Start(0, TOVPlatform::TOVThread::eThreadPriorityNormal))
-            aWorkers.push_back(std::move(pWorker));
+            bStarted = true;
         else
-            --oShared.nRunning;
+            oShared.FinishOne();
     }
     oShared.FinishOne();
-    if (aWorkers.empty())
+    if (!bStarted)
         return false;
 
     while (!oShared.oAllDone.TimedWait(PROGRESS_INTERVAL))
         fnProgress();
     for (const std::unique_ptr<CWorker>& pWorker : aWorkers)
-        pWorker->Stop(true, FOREVER);
+        pWorker->Wait();
     for (const std::unique_ptr<CWorker>& pWorker : aWorkers)
         pWorker->ThrowIfFailed();
     return true;

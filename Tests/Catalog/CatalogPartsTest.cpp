@@ -1,4 +1,5 @@
 // The parts of tovcatalog that its commands use in one way only.
+#include "Support/TOVAllocationCounter.h"
 #include "Support/TOVTestSupport.h"
 
 #include <Catalog.h>
@@ -8,7 +9,10 @@
 #include <Workers.h>
 
 #include <atomic>
+#include <chrono>
+#include <new>
 #include <stdexcept>
+#include <thread>
 
 TEST(CatalogPartsTest, WorkersHandTheirExceptionToTheCaller)
 {
@@ -22,6 +26,73 @@ TEST(CatalogPartsTest, WorkersHandTheirExceptionToTheCaller)
 
     EXPECT_EQ(3, nCalls) << "one ends, the others go on";
 }
+
+namespace
+{
+// Work that takes so long that a caller who does not wait for it is gone before its end.
+class CLongWork
+{
+public:
+    void Do()
+    {
+        ++m_nBegun;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        ++m_nEnded;
+    }
+
+    int Begun() const { return m_nBegun; }
+    int Ended() const { return m_nEnded; }
+
+private:
+    std::atomic<int> m_nBegun{0};
+    std::atomic<int> m_nEnded{0};
+};
+} // namespace
+
+TEST(CatalogPartsTest, WorkersEndBeforeAnExceptionOfTheProgressReachesTheCaller)
+{
+    CLongWork oWork;
+    CGate oTold;
+    const auto fnWork = [&] {
+        oTold.Wait();
+        oWork.Do();
+    };
+    const auto fnTell = [&] {
+        oTold.Open();
+        throw std::runtime_error("cannot be told");
+    };
+
+    EXPECT_THROW(RunWorkers(3, fnWork, fnTell), std::runtime_error);
+
+    EXPECT_EQ(3, oWork.Ended());
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST(CatalogPartsTest, NoWorkerIsLeftRunningWhenMemoryIsExhausted)
+{
+    int nWorkers = 0;
+    for (unsigned long ulSuccesses = 0; nWorkers < 3 && ulSuccesses < 200; ++ulSuccesses)
+    {
+        CLongWork oWork;
+        int nEnded = 0;
+        try
+        {
+            const std::function<void()> fnWork = [&] { oWork.Do(); };
+            const std::function<void()> fnNothing = [] {};
+            const CAllocationFailure oFailure(ulSuccesses);
+            RunWorkers(3, fnWork, fnNothing);
+            nEnded = nWorkers = oWork.Ended();
+        }
+        catch (const std::bad_alloc&)
+        {
+            nEnded = oWork.Ended();
+            std::this_thread::sleep_for(std::chrono::milliseconds(20)); // a worker that is left would now begin
+        }
+        EXPECT_EQ(nEnded, oWork.Begun()) << ulSuccesses;
+    }
+    EXPECT_EQ(3, nWorkers);
+}
+#endif
 
 TEST(CatalogPartsTest, NoWorkersDoNothing)
 {
