@@ -5,16 +5,17 @@
 #include <Path/TOVPath.h>
 #include <TOVString/TOVStringStd.h>
 
-namespace
-{
-constexpr char INTERRUPTED[] = "interrupted";
-} // namespace
-
 void RequireDirectory(const CTOVStringA& oName)
 {
     const CTOVPath oDirectory(oName);
     if (!oDirectory.DoesExist() || !oDirectory.IsDirectory())
         throw CCatalogError(std::string(~Printable(oName)) + " is no directory");
+}
+
+void ThrowIfInterrupted(const std::atomic<bool>& bStop)
+{
+    if (bStop)
+        throw CCatalogError("interrupted");
 }
 
 sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOVArray<sFileRecord>& aFiles,
@@ -41,8 +42,7 @@ sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOV
         if (!oWalker.HasMatched(i))
             oFound.aUnmatchedPatterns.Add(TOVStandard::ViewOf(oCatalog.aPatterns[i]));
     }
-    if (bStop)
-        throw CCatalogError(INTERRUPTED);
+    ThrowIfInterrupted(bStop);
     return oFound;
 }
 
@@ -56,7 +56,10 @@ std::vector<sChecksum> ReadFiles(const sCatalog& oCatalog, const CTOVArray<sFile
         oLine.Show(oProgress, aFiles.GetSize(), ullSize);
     };
     if (!RunChecksums(oCatalog, aFiles, aResults, oOptions.nThreads, bStop, fnProgress))
-        throw CCatalogError(bStop ? INTERRUPTED : "no thread could be started");
+    {
+        ThrowIfInterrupted(bStop);
+        throw CCatalogError("no thread could be started");
+    }
     return aResults;
 }
 

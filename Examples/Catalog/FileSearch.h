@@ -18,6 +18,9 @@ struct sFound
 // Throws CCatalogError unless a directory has this name.
 void RequireDirectory(const CTOVStringA& oName);
 
+// Throws CCatalogError if the user or the system has asked the work to end.
+void ThrowIfInterrupted(const std::atomic<bool>& bStop);
+
 // Finds the present files of a catalogue's directories, sorted by CompareRecords. They have no checksums yet, and the
 // catalogue's store has their paths. Throws when interrupted.
 sFound FindFiles(const sCatalog& oCatalog, const CTOVStringA& oCatalogName, CTOVArray<sFileRecord>& aFiles,

@@ -4,15 +4,14 @@
 #include "Console.h"
 #include "FileSearch.h"
 #include "Findings.h"
+#include "Moves.h"
 
 #include <TOVString/TOVStringStd.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <set>
 #include <string>
-#include <tuple>
 
 namespace
 {
@@ -80,74 +79,18 @@ void AddCandidates(sDifferences& oDifferences, CTOVArray<sFileRecord>& aToRead)
     }
 }
 
-std::string FileNameOf(const sFileRecord& oRecord)
-{
-    const std::string sPath = oRecord.szPath;
-    return sPath.substr(sPath.rfind('/') + 1);
-}
-
-// Finds the missing files that are the same as new ones. A file that kept its name comes first; a file without contents
-// is the same only then.
-class CMoves
-{
-public:
-    explicit CMoves(const std::vector<sFileRecord>& aMissing)
-    {
-        for (std::size_t n = aMissing.size(); n-- > 0;)
-            m_aMissing[KeyOf(aMissing[n].ullSize, aMissing[n].dwCrc, aMissing[n].GetSha256())].push_back(
-                {FileNameOf(aMissing[n]), static_cast<long>(n)});
-    }
-
-    // Returns the index of a missing file, which is not returned again, or -1.
-    long Take(const sFileRecord& oNew, const sChecksum& oResult, bool bSameName)
-    {
-        const auto pSame = m_aMissing.find(KeyOf(oResult.ullSize, oResult.dwCrc, oResult.oSha256.Get()));
-        if (!oResult.IsWhole(oNew) || pSame == m_aMissing.end() || (!bSameName && oResult.ullSize == 0))
-            return -1;
-        std::vector<sMissing>& aSame = pSame->second;
-        const std::string sName = FileNameOf(oNew);
-        for (std::size_t n = aSame.size(); n-- > 0;)
-        {
-            if (bSameName && aSame[n].sName != sName)
-                continue;
-            const long lMissing = aSame[n].lIndex;
-            aSame.erase(aSame.begin() + static_cast<std::ptrdiff_t>(n));
-            return lMissing;
-        }
-        return -1;
-    }
-
-private:
-    struct sMissing
-    {
-        std::string sName;
-        long lIndex;
-    };
-
-    typedef std::tuple<unsigned long long, tDword, tSha256> tKey;
-
-    static tKey KeyOf(unsigned long long ullSize, tDword dwCrc, const tSha256* pSha256)
-    {
-        return tKey(ullSize, dwCrc, pSha256 != nullptr ? *pSha256 : tSha256());
-    }
-
-    std::map<tKey, std::vector<sMissing>> m_aMissing; // the last of them is taken first
-};
-
 // The results of the candidates begin with this index.
-void FindMoves(sDifferences& oDifferences, const std::vector<sChecksum>& aResults, std::size_t nFirst)
+void FindMoves(sDifferences& oDifferences, const std::vector<sChecksum>& aResults, std::size_t nFirst,
+               const std::atomic<bool>& bStop)
 {
+    std::vector<sNewFile> aCandidates;
+    for (std::size_t n = 0; n < oDifferences.anCandidates.size(); ++n)
+        aCandidates.push_back({&oDifferences.aNew[oDifferences.anCandidates[n]], &aResults[nFirst + n]});
+    const std::vector<long> alOrigins = FindMoved(oDifferences.aMissing, aCandidates, bStop);
+
     oDifferences.alOrigins.assign(oDifferences.aNew.size(), -1);
-    CMoves oMoves(oDifferences.aMissing);
-    for (const bool bSameName : {true, false})
-    {
-        for (std::size_t n = 0; n < oDifferences.anCandidates.size(); ++n)
-        {
-            long& lOrigin = oDifferences.alOrigins[oDifferences.anCandidates[n]];
-            if (lOrigin < 0)
-                lOrigin = oMoves.Take(oDifferences.aNew[oDifferences.anCandidates[n]], aResults[nFirst + n], bSameName);
-        }
-    }
+    for (std::size_t n = 0; n < alOrigins.size(); ++n)
+        oDifferences.alOrigins[oDifferences.anCandidates[n]] = alOrigins[n];
 }
 
 // Adds the files that are in one list only, in the order of both.
@@ -229,7 +172,7 @@ int VerifyCatalog(const sVerifyOptions& oOptions, const std::atomic<bool>& bStop
     AddCandidates(oDifferences, aNow);
     std::vector<sChecksum> aResults = ReadFiles(oCatalog, aNow, oOptions, bStop);
     const std::size_t nCommon = static_cast<std::size_t>(oCatalog.aFiles.GetSize());
-    FindMoves(oDifferences, aResults, nCommon);
+    FindMoves(oDifferences, aResults, nCommon, bStop);
     AddDifferences(oCatalog, oDifferences, oFindings);
     AddChanges(oCatalog, aNow, aResults, oFindings);
 
