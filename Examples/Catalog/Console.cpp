@@ -125,13 +125,13 @@ std::string JsonName(const char* szKey, const CTOVStringA& oName)
     return sMembers;
 }
 
-std::string JsonNames(const CNameList& aNames)
+void PrintJsonNames(const CNameList& aNames)
 {
-    std::string sNames = "[";
     bool bExact = true;
+    std::printf("[");
     for (long i = 0; i < aNames.GetSize(); ++i)
-        sNames += (i > 0 ? ", " : "") + JsonText(aNames[i], bExact);
-    return sNames + "]";
+        std::printf("%s%s", i > 0 ? ", " : "", JsonText(aNames[i], bExact).c_str());
+    std::printf("]");
 }
 
 CProgressLine::CProgressLine(bool bQuiet)

@@ -19,8 +19,9 @@ std::string JsonText(const CTOVStringA& oName, bool& bExact);
 // hexadecimal bytes under the key with "Bytes" after it.
 std::string JsonName(const char* szKey, const CTOVStringA& oName);
 
-// Returns a JSON array of names, in which bytes that are no characters are U+FFFD.
-std::string JsonNames(const CNameList& aNames);
+// Prints a JSON array of names, in which bytes that are no characters are U+FFFD. It is printed name by name, as a name
+// can take six times its memory in JSON, and a catalogue can have thousands of them.
+void PrintJsonNames(const CNameList& aNames);
 
 // Shows a line with the progress of long work, if standard error is a terminal, after the first half second. The
 // destructor erases the line.

@@ -28,6 +28,13 @@ void PrintJson(const CTOVStringA& oName, const sFileRecord& oRecord, bool bFirst
     std::printf("}");
 }
 
+void PrintNames(const char* szKey, const CNameList& aNames)
+{
+    std::printf("  \"%s\": ", szKey);
+    PrintJsonNames(aNames);
+    std::printf(",\n");
+}
+
 std::string LineFor(eListForm eForm, const CTOVStringA& oName, const sFileRecord& oRecord)
 {
     return eForm == eListSfv ? SfvLine(oName, oRecord) : Sha256Line(oName, oRecord);
@@ -67,9 +74,9 @@ public:
         if (m_eForm != eListJson)
             return;
         std::printf("%s],\n  %s,\n", m_lFiles > 0 ? "\n  " : "", JsonName("catalog", oName).c_str());
-        std::printf("  \"directories\": %s,\n", JsonNames(oCatalog.aDirectories).c_str());
-        std::printf("  \"patterns\": %s,\n", JsonNames(oCatalog.aPatterns).c_str());
-        std::printf("  \"excludes\": %s,\n", JsonNames(oCatalog.aExcludes).c_str());
+        PrintNames("directories", oCatalog.aDirectories);
+        PrintNames("patterns", oCatalog.aPatterns);
+        PrintNames("excludes", oCatalog.aExcludes);
         std::printf("  \"bytes\": %s\n}\n", std::to_string(m_ullBytes).c_str());
     }
 
