@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <functional>
+#include <string>
 
 // A file that is read from its beginning to its end.
 class CInputFile
@@ -53,8 +54,9 @@ public:
     bool PutInPlace();
 
 private:
-    const CTOVStringA m_oName;
-    const CTOVStringA m_oTarget;
+    // The names that the system takes. The destructor makes none, as it also runs when there is no memory.
+    const std::string m_sName;
+    const std::string m_sTarget;
     std::intptr_t m_hFile;
     bool m_bInPlace = false;
 };

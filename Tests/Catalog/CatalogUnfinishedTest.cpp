@@ -1,9 +1,11 @@
 // The file in which a catalogue is written before it takes its place, and others that stand in its way.
 #include "Catalog/CatalogInstruments.h"
+#include "Support/TOVAllocationCounter.h"
 
 #include <UnfinishedCatalog.h>
 
 #include <atomic>
+#include <new>
 #include <thread>
 
 namespace
@@ -84,6 +86,29 @@ TEST_F(CatalogUnfinishedTest, IsLeftToTheRunThatIsWritingIt)
     }
     EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST_F(CatalogUnfinishedTest, IsRemovedWithoutMemory)
+{
+    const CTOVStringA oName(Path("tovcatalog-1.new").c_str());
+    const CTOVStringA oCatalog(Path("c.cat").c_str());
+    bool bCreated = false;
+    for (unsigned long ulSuccesses = 0; !bCreated; ++ulSuccesses)
+    {
+        try
+        {
+            const CAllocationFailure oFailure(ulSuccesses);
+            const CNewFile oFile(oName, oCatalog);
+            bCreated = oFile.IsOpen();
+        }
+        catch (const std::bad_alloc&)
+        {
+        }
+        ASSERT_EQ((tNames{"tree"}), NamesInFolder()) << ulSuccesses;
+        ASSERT_GT(100u, ulSuccesses);
+    }
+}
+#endif
 
 TEST_F(CatalogUnfinishedTest, LeavesNothingBrokenWhereManyRunsWriteOneCatalogue)
 {

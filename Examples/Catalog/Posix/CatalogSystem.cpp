@@ -40,12 +40,12 @@ int OpenFile(const char* szName, int nFlags, struct stat& oStatus)
 
 // Returns whether the name still belongs to the open file: another process may have removed or replaced it before the
 // file was locked.
-bool IsStillNamed(int nFile, const CTOVStringA& oName)
+bool IsStillNamed(int nFile, const std::string& sSystemName)
 {
     struct stat oOpen;
     struct stat oNamed;
-    return ::fstat(nFile, &oOpen) == 0 && ::lstat(SystemPath(oName).c_str(), &oNamed) == 0 &&
-           oOpen.st_dev == oNamed.st_dev && oOpen.st_ino == oNamed.st_ino;
+    return ::fstat(nFile, &oOpen) == 0 && ::lstat(sSystemName.c_str(), &oNamed) == 0 && oOpen.st_dev == oNamed.st_dev &&
+           oOpen.st_ino == oNamed.st_ino;
 }
 
 } // namespace
@@ -90,21 +90,21 @@ unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
 }
 
 CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
-    : m_oName(~oName), m_oTarget(~oTarget), m_hFile(NO_FILE)
+    : m_sName(SystemPath(oName).native()), m_sTarget(SystemPath(oTarget).native()), m_hFile(NO_FILE)
 {
     struct stat oStatus;
-    const bool bReplaces = ::stat(SystemPath(m_oTarget).c_str(), &oStatus) == 0;
+    const bool bReplaces = ::stat(m_sTarget.c_str(), &oStatus) == 0;
     // Until the file is complete, the owner must be able to write it.
     const mode_t ulMode = bReplaces ? (oStatus.st_mode & PERMISSIONS) | S_IWUSR : NEW_FILE_PERMISSIONS;
 
-    const int nFile = ::open(SystemPath(m_oName).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ulMode);
+    const int nFile = ::open(m_sName.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ulMode);
     if (nFile < 0)
         return;
 
     // On a file system without locks, the file is used unlocked. Before it is locked, another run may take the file for
     // an abandoned one and remove it.
     const bool bLocked = ::flock(nFile, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-    if (bLocked && IsStillNamed(nFile, m_oName))
+    if (bLocked && IsStillNamed(nFile, m_sName))
         m_hFile = nFile;
     else
         ::close(nFile);
@@ -114,8 +114,8 @@ CNewFile::~CNewFile()
 {
     if (!IsOpen())
         return;
-    if (!m_bInPlace && IsStillNamed(ToNative(m_hFile), m_oName))
-        ::unlink(SystemPath(m_oName).c_str());
+    if (!m_bInPlace && IsStillNamed(ToNative(m_hFile), m_sName))
+        ::unlink(m_sName.c_str());
     ::close(ToNative(m_hFile)); // last, since the lock protects the file's name
 }
 
@@ -126,23 +126,23 @@ bool CNewFile::IsOpen() const
 
 bool CNewFile::PutInPlace()
 {
-    const std::filesystem::path oTarget = SystemPath(m_oTarget);
     struct stat oStatus;
-    if (::stat(oTarget.c_str(), &oStatus) == 0 && ::fchmod(ToNative(m_hFile), oStatus.st_mode & PERMISSIONS) != 0)
+    if (::stat(m_sTarget.c_str(), &oStatus) == 0 && ::fchmod(ToNative(m_hFile), oStatus.st_mode & PERMISSIONS) != 0)
         return false;
-    m_bInPlace = ::fsync(ToNative(m_hFile)) == 0 && IsStillNamed(ToNative(m_hFile), m_oName) &&
-                 ::rename(SystemPath(m_oName).c_str(), oTarget.c_str()) == 0;
+    m_bInPlace = ::fsync(ToNative(m_hFile)) == 0 && IsStillNamed(ToNative(m_hFile), m_sName) &&
+                 ::rename(m_sName.c_str(), m_sTarget.c_str()) == 0;
     return m_bInPlace;
 }
 
 bool RemoveAbandonedFile(const CTOVStringA& oName)
 {
+    const std::string sName = SystemPath(oName).native();
     struct stat oStatus;
-    const int nFile = OpenFile(~oName, O_NOFOLLOW, oStatus);
+    const int nFile = OpenFile(sName.c_str(), O_NOFOLLOW, oStatus);
     if (nFile < 0)
         return false;
-    const bool bRemoved = ::flock(nFile, LOCK_EX | LOCK_NB) == 0 && IsStillNamed(nFile, oName) &&
-                          ::unlink(SystemPath(oName).c_str()) == 0;
+    const bool bRemoved =
+        ::flock(nFile, LOCK_EX | LOCK_NB) == 0 && IsStillNamed(nFile, sName) && ::unlink(sName.c_str()) == 0;
     ::close(nFile);
     return bRemoved;
 }

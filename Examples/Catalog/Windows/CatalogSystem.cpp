@@ -64,7 +64,7 @@ unsigned long CInputFile::Read(void* pBuffer, unsigned long ulSize)
 
 // As the file is opened without sharing deletion, no other process can remove it.
 CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
-    : m_oName(~oName), m_oTarget(~oTarget),
+    : m_sName(~oName), m_sTarget(~oTarget),
       m_hFile(FromNative(::CreateFileA(~oName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_NEW,
                                        FILE_ATTRIBUTE_NORMAL, nullptr)))
 {
@@ -76,7 +76,7 @@ CNewFile::~CNewFile()
         return;
     ::CloseHandle(ToNative(m_hFile)); // an open file cannot be removed
     if (!m_bInPlace)
-        ::DeleteFileA(~m_oName);
+        ::DeleteFileA(m_sName.c_str());
 }
 
 bool CNewFile::IsOpen() const
@@ -92,9 +92,10 @@ bool CNewFile::PutInPlace()
     // An open file cannot be moved either. If another process removes the file now, the move only fails.
     ::CloseHandle(ToNative(m_hFile));
     m_hFile = NO_FILE;
-    m_bInPlace = ::MoveFileExA(~m_oName, ~m_oTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    m_bInPlace =
+        ::MoveFileExA(m_sName.c_str(), m_sTarget.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
     if (!m_bInPlace)
-        ::DeleteFileA(~m_oName);
+        ::DeleteFileA(m_sName.c_str());
     return m_bInPlace;
 }
 
