@@ -192,16 +192,8 @@ int List(const sOptions& oGiven)
     return ListCatalog(ToString(oGiven.sCatalog), eForm);
 }
 
-// Returns the status. Throws if the report could not be written.
-int Finish(int nStatus)
-{
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
-        throw CCatalogError("standard output cannot be written");
-    return nStatus;
-}
-} // namespace
-
-int main(int nArguments, char** aszArguments)
+// Does what the command line says, and returns the status.
+int Run(int nArguments, char** aszArguments)
 {
     CLI::App oProgram("Finds changed files, by a catalogue of their sizes and checksums.\n"
                       "Exit status: 0 same, 1 differences or unreadable files, 2 wrong usage or a broken catalogue.",
@@ -228,22 +220,37 @@ int main(int nArguments, char** aszArguments)
     }
     catch (const CLI::ParseError& oError)
     {
-        return oProgram.exit(oError) == 0 ? eExitSame : eExitFailure;
+        return oProgram.exit(oError) == 0 ? eExitSame : eExitFailure; // 0: it has printed the help or the version
     }
 
     CatchEndSignals(&StopWork);
+    if (pCreate->parsed())
+    {
+        IgnoreClosedPipes(); // the new file must not be left behind
+        return Create(oOptions);
+    }
+    if (pVerify->parsed())
+        return VerifyCatalog(ToVerifyOptions(oOptions), g_bStop);
+    if (pCheck->parsed())
+        return CheckList(ToVerifyOptions(oOptions), g_bStop);
+    return List(oOptions);
+}
+
+// Throws if the report could not be written.
+void FinishOutput()
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        throw CCatalogError("standard output cannot be written");
+}
+} // namespace
+
+int main(int nArguments, char** aszArguments)
+{
     try
     {
-        if (pCreate->parsed())
-        {
-            IgnoreClosedPipes(); // the new file must not be left behind
-            return Finish(Create(oOptions));
-        }
-        if (pVerify->parsed())
-            return Finish(VerifyCatalog(ToVerifyOptions(oOptions), g_bStop));
-        if (pCheck->parsed())
-            return Finish(CheckList(ToVerifyOptions(oOptions), g_bStop));
-        return Finish(List(oOptions));
+        const int nStatus = Run(nArguments, aszArguments);
+        FinishOutput();
+        return nStatus;
     }
     catch (const std::exception& oError)
     {

@@ -82,7 +82,15 @@ TEST_F(CatalogPipeTest, ThatIsFullLosesNoReportInSilence)
     Create({"c.cat", "tree"});
     const auto fnFullOutput = [] { ::dup2(::open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); };
 
-    for (const tNames& aCommand :
-         {tNames{"list", "c.cat"}, tNames{"verify", "c.cat"}, tNames{"create", "c.cat", "tree"}})
-        EXPECT_TRUE(IsRefused(RunHindered(aCommand, Folder(), fnFullOutput), "standard output")) << aCommand[0];
+    Write("list", "tree/gone 00000000\n");
+    for (const tNames& aCommand : {tNames{"list", "c.cat"},
+                                   {"list", "c.cat", "--json"},
+                                   {"verify", "c.cat"},
+                                   {"check", "list"},
+                                   {"create", "c.cat", "tree"},
+                                   {"--version"},
+                                   {"--help"},
+                                   {"create", "--help"}})
+        EXPECT_TRUE(IsRefused(RunHindered(aCommand, Folder(), fnFullOutput), "standard output"))
+            << testing::PrintToString(aCommand);
 }
