@@ -76,6 +76,20 @@ TEST_F(CatalogPipeTest, InThePlaceOfAFileDoesNotKeepASignalFromEndingTheRun)
     }
 }
 
+TEST_F(CatalogPipeTest, IsNotWaitedForByCheck)
+{
+    ASSERT_EQ(0, ::mkfifo(Path("tree/pipe").c_str(), 0666));
+    ASSERT_EQ(0, ::mkfifo(Path("pipe").c_str(), 0666));
+    Write("list", "tree/pipe 8CDC1683\ntree/zz 8CDC1683\n");
+    const auto fnEndIfItWaits = [] { ::alarm(20); };
+
+    const sRun oRun = RunHindered({"check", "list"}, Folder(), fnEndIfItWaits);
+
+    EXPECT_EQ(1, oRun.nExitCode);
+    EXPECT_EQ((tNames{"unreadable tree/pipe"}), Reports(oRun));
+    EXPECT_TRUE(IsRefused(RunHindered({"check", "pipe"}, Folder(), fnEndIfItWaits), "pipe cannot be read"));
+}
+
 TEST_F(CatalogPipeTest, ThatIsFullLosesNoReportInSilence)
 {
     Remove("tree/big");
