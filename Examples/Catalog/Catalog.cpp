@@ -83,3 +83,9 @@ std::filesystem::path SystemPath(const CTOVStringA& oName)
     oPath.MakeForwardslashes();
     return std::filesystem::path(~oPath);
 }
+
+bool IsMissing(const CTOVStringA& oName)
+{
+    std::error_code oIgnored;
+    return std::filesystem::status(SystemPath(oName), oIgnored).type() == std::filesystem::file_type::not_found;
+}

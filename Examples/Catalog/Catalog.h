@@ -107,3 +107,7 @@ CTOVStringA TargetOf(const CTOVStringA& oName);
 // Converts a name for the system's own functions. The library reads a backslash as a separator if no entry has that
 // exact name; the system does not.
 std::filesystem::path SystemPath(const CTOVStringA& oName);
+
+// Returns whether nothing has this name. Returns false if the system cannot tell, as below a directory that may not be
+// searched.
+bool IsMissing(const CTOVStringA& oName);

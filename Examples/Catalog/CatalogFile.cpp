@@ -271,7 +271,7 @@ sCatalog Load(const CTOVStringA& oAssigned, bool bKeepRecords, const tRecordVisi
 sCatalog LoadNamed(const CTOVStringA& oName, bool bKeepRecords, const tRecordVisitor& fnVisit)
 {
     if (!CTOVPath(oName).DoesExist())
-        throw About(oName, "does not exist");
+        throw About(oName, IsMissing(oName) ? "does not exist" : "cannot be opened");
     if (CTOVPath(oName).IsDirectory())
         throw About(oName, "is a directory, not a catalogue");
     // Opening a pipe would wait for another process.
@@ -304,8 +304,14 @@ sCatalog VisitCatalog(const CTOVStringA& oName, const tRecordVisitor& fnVisit)
 
 void RequireReplaceable(const CTOVStringA& oName)
 {
-    if (!CTOVPath(oName).DoesExist())
+    if (IsMissing(oName))
         return;
+    // A name that cannot be looked up may be that of a file which must not be replaced.
+    if (!CTOVPath(oName).DoesExist())
+    {
+        TargetOf(oName); // throws if it is a link that cannot be followed
+        throw About(oName, "cannot be written");
+    }
     // Otherwise a device would be replaced by a file.
     if (!IsFile(oName))
         throw About(oName, "cannot be written: it is no file");

@@ -12,12 +12,6 @@ namespace
 {
 typedef std::chrono::steady_clock tClock;
 
-bool Exists(const CTOVStringA& oName)
-{
-    std::error_code oIgnored;
-    return std::filesystem::exists(SystemPath(oName), oIgnored);
-}
-
 unsigned long long SizeOf(const CTOVStringA& oName)
 {
     std::error_code oError;
@@ -40,7 +34,7 @@ void Locate(sCatalog& oList, const CTOVStringA& oBase)
 void AddFinding(const sCatalog& oList, const sFileRecord& oRecord, const sChecksum& oResult, CFindings& oFindings)
 {
     if (!oResult.IsWhole(oRecord))
-        oFindings.Add(Exists(oRecord.szPath) ? eFindingUnreadable : eFindingMissing, oRecord.szPath);
+        oFindings.Add(IsMissing(oRecord.szPath) ? eFindingMissing : eFindingUnreadable, oRecord.szPath);
     else if (oList.bSha256 ? *oResult.oSha256.Get() != *oRecord.GetSha256() : oResult.dwCrc != oRecord.dwCrc)
         oFindings.Add(eFindingChanged, oRecord.szPath);
 }

@@ -2,6 +2,8 @@
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/Posix/CatalogHindrance.h"
 
+#include <CatalogFile.h>
+
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -142,4 +144,26 @@ TEST_F(CatalogPosixUnreadableTest, MayBeACatalogueOnABadDisk)
 
     EXPECT_TRUE(IsRefused(Run({"verify", "c.cat"}), "c.cat"));
     EXPECT_TRUE(IsRefused(Run({"list", "c.cat"}), "c.cat"));
+}
+
+TEST_F(CatalogPosixUnreadableTest, IsNotMissingFromALockedDirectory)
+{
+    Write("locked/c.cat", "x");
+    Forbid("locked");
+    Write("list", "locked/c.cat 8CDC1683\ntree/gone 8CDC1683\ntree/a/none 8CDC1683\n");
+
+    EXPECT_EQ((tNames{"missing tree/a/none", "missing tree/gone", "unreadable locked/c.cat"}),
+              Reports(RunUnprivileged({"check", "list"})));
+    EXPECT_TRUE(IsRefused(RunUnprivileged({"list", "locked/c.cat"}), "locked/c.cat cannot be opened"));
+    EXPECT_TRUE(IsRefused(RunUnprivileged({"list", "tree/gone"}), "tree/gone does not exist"));
+}
+
+// The system can look up no name below such a link.
+TEST_F(CatalogPosixUnreadableTest, IsNotTakenForACatalogueThatMayBeWritten)
+{
+    std::filesystem::create_symlink("loop", Path("loop"));
+
+    EXPECT_THROW(RequireReplaceable(Path("loop/c.cat").c_str()), CCatalogError);
+    EXPECT_NO_THROW(RequireReplaceable(Path("tree/gone").c_str()));
+    EXPECT_NO_THROW(RequireReplaceable(Path("tree/a").c_str()));
 }
