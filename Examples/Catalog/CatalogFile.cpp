@@ -1,6 +1,7 @@
 #include "CatalogFile.h"
 
 #include "Archive.h"
+#include "CatalogSystem.h"
 #include "Console.h"
 #include "UnfinishedCatalog.h"
 
@@ -11,7 +12,9 @@
 #include <TOVStream/TOVReadFileStream.h>
 #include <TOVStream/TOVWriteFileStream.h>
 
+#include <cerrno>
 #include <cstring>
+#include <system_error>
 
 // The file has this format. All numbers have 4 bytes in the host's order; a text is its length and its bytes:
 //
@@ -240,6 +243,19 @@ unsigned long long SizeOf(const CTOVStringA& oAssigned)
     return oFile.GetSize();
 }
 
+// The system says of some files that it cannot read that their size is 0, so that none of their bytes would be missed.
+void RequireReadable(const CTOVStringA& oName)
+{
+    CInputFile oFile(~oName);
+    char cFirst;
+    errno = 0;
+    if (oFile.IsOpen())
+        oFile.Read(&cFirst, sizeof(cFirst));
+    const int nError = errno;
+    if (oFile.HasFailed())
+        throw CCatalogError("cannot be read" + (nError != 0 ? ": " + std::generic_category().message(nError) : ""));
+}
+
 void IgnoreRecord(const sCatalog&, const sFileRecord&)
 {
 }
@@ -279,6 +295,7 @@ sCatalog LoadNamed(const CTOVStringA& oName, bool bKeepRecords, const tRecordVis
         throw About(oName, "is no catalogue");
     try
     {
+        RequireReadable(oName);
         return Load(AssignDirectoryOf(oName), bKeepRecords, fnVisit);
     }
     catch (const CCatalogError& oError)
