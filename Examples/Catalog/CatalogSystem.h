@@ -40,7 +40,8 @@ class CNewFile
 {
 public:
     // Creates the file. IsOpen returns false if anything already has this name; no link is followed. Where the system
-    // has file permissions, the file gets those of the file that it shall replace.
+    // has file permissions, the file gets those of the file that it shall replace; IsOpen and PutInPlace return false
+    // if these cannot be known.
     CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget);
 
     ~CNewFile();

@@ -48,6 +48,14 @@ bool IsStillNamed(int nFile, const std::string& sSystemName)
            oOpen.st_ino == oNamed.st_ino;
 }
 
+// Gets the status of the file that a new one shall replace. Returns false if there is none; bKnown is then false if
+// that is not sure.
+bool GetStatusOfReplaced(const std::string& sSystemName, struct stat& oStatus, bool& bKnown)
+{
+    const bool bReplaces = ::stat(sSystemName.c_str(), &oStatus) == 0;
+    bKnown = bReplaces || errno == ENOENT || errno == ENOTDIR;
+    return bReplaces;
+}
 } // namespace
 
 CInputFile::CInputFile(const char* szName) : m_hFile(NO_FILE)
@@ -93,7 +101,10 @@ CNewFile::CNewFile(const CTOVStringA& oName, const CTOVStringA& oTarget)
     : m_sName(SystemPath(oName).native()), m_sTarget(SystemPath(oTarget).native()), m_hFile(NO_FILE)
 {
     struct stat oStatus;
-    const bool bReplaces = ::stat(m_sTarget.c_str(), &oStatus) == 0;
+    bool bKnown = false;
+    const bool bReplaces = GetStatusOfReplaced(m_sTarget, oStatus, bKnown);
+    if (!bKnown)
+        return;
     // Until the file is complete, the owner must be able to write it.
     const mode_t ulMode = bReplaces ? (oStatus.st_mode & PERMISSIONS) | S_IWUSR : NEW_FILE_PERMISSIONS;
 
@@ -127,7 +138,9 @@ bool CNewFile::IsOpen() const
 bool CNewFile::PutInPlace()
 {
     struct stat oStatus;
-    if (::stat(m_sTarget.c_str(), &oStatus) == 0 && ::fchmod(ToNative(m_hFile), oStatus.st_mode & PERMISSIONS) != 0)
+    bool bKnown = false;
+    const bool bReplaces = GetStatusOfReplaced(m_sTarget, oStatus, bKnown);
+    if (!bKnown || (bReplaces && ::fchmod(ToNative(m_hFile), oStatus.st_mode & PERMISSIONS) != 0))
         return false;
     m_bInPlace = ::fsync(ToNative(m_hFile)) == 0 && IsStillNamed(ToNative(m_hFile), m_sName) &&
                  ::rename(m_sName.c_str(), m_sTarget.c_str()) == 0;

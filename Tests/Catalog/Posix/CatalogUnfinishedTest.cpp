@@ -2,7 +2,11 @@
 #include "Catalog/CatalogInstruments.h"
 #include "Catalog/Posix/CatalogHindrance.h"
 #include "Catalog/Posix/CatalogSteps.h"
+#include "Support/TOVDirectoryFault.h"
 
+#include <CatalogSystem.h>
+
+#include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -71,6 +75,31 @@ TEST_F(CatalogPosixUnfinishedTest, HasThePermissionsOfTheCatalogueFromItsStart)
         EXPECT_NE(0u, ulSeen);
         EXPECT_EQ(0u, ulSeen & ~(ulMode | S_IWUSR));
     }
+}
+
+TEST_F(CatalogPosixUnfinishedTest, ReplacesNoCatalogueWhosePermissionsCannotBeKnown)
+{
+    const CTOVStringA oName(Path("tovcatalog-1.new").c_str());
+    const CTOVStringA oCatalog(Path("c.cat").c_str());
+    ASSERT_EQ(0, ::chmod(Path("c.cat").c_str(), 0600));
+    {
+        const CStatusFault oFault("c.cat", EIO);
+        EXPECT_FALSE(CNewFile(oName, oCatalog).IsOpen());
+    }
+    {
+        CNewFile oFile(oName, oCatalog);
+        const CStatusFault oFault("c.cat", EIO);
+        EXPECT_TRUE(oFile.IsOpen());
+        EXPECT_FALSE(oFile.PutInPlace());
+    }
+    EXPECT_EQ(EXISTING, Read("c.cat"));
+    EXPECT_EQ(0600u, ModeOf("c.cat"));
+    EXPECT_EQ((tNames{"c.cat", "tree"}), NamesInFolder());
+
+    const CStatusFault oFault("new.cat", ENOENT);
+    CNewFile oFile(oName, Path("new.cat").c_str());
+    EXPECT_TRUE(oFile.PutInPlace());
+    EXPECT_TRUE(Exists("new.cat"));
 }
 
 TEST_F(CatalogPosixUnfinishedTest, IsLostToNoOtherRunThatDiesAtAnyMoment)
