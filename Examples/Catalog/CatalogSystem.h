@@ -65,10 +65,6 @@ private:
 // Removes a file unless a CNewFile of any process holds it, or the name does not belong to a file.
 bool RemoveAbandonedFile(const CTOVStringA& oName);
 
-// Reads the first character of a name, which is not empty: in UTF-8, and on Windows in the code page of the system.
-// Returns its length in bytes, or 0 if the bytes are no character.
-int ReadCharacter(const char* szName, char32_t& cCharacter);
-
 // Calls the function for each signal by which the user or the system asks the program to end, unless the program was
 // started with the signal ignored. It may be called once for each.
 void CatchEndSignals(void (*pfHandler)(int));

@@ -2,32 +2,16 @@
 
 #include "CatalogSystem.h"
 
+#include <Text/TOVShownText.h>
+
 #include <algorithm>
 #include <cstdio>
-#include <iterator>
 #include <string>
 
 namespace
 {
 constexpr double BYTES_PER_MEGABYTE = 1000000.0;
 constexpr char32_t REPLACEMENT = 0xfffd;
-
-// Returns whether a terminal shows a character as such. The others control it, change the direction of the text, or are
-// not visible at all. Two invisible ones that words need are shown: the joiner and the non-joiner.
-bool IsShown(char32_t cCharacter)
-{
-    constexpr struct
-    {
-        char32_t cFirst;
-        char32_t cLast;
-    } HIDDEN[] = {
-        {0x0000, 0x001f}, {0x007f, 0x009f}, {0x00ad, 0x00ad},   {0x061c, 0x061c}, {0x180e, 0x180e},
-        {0x200b, 0x200b}, {0x200e, 0x200f}, {0x2028, 0x202e},   {0x2060, 0x206f}, {0xfeff, 0xfeff},
-        {0xfff0, 0xfffb}, {0xfffe, 0xffff}, {0xe0000, 0xe0fff},
-    };
-    return std::none_of(std::begin(HIDDEN), std::end(HIDDEN),
-                        [&](const auto& oRange) { return oRange.cFirst <= cCharacter && cCharacter <= oRange.cLast; });
-}
 
 // The format has one number.
 void AppendFormatted(std::string& sText, const char* szFormat, unsigned nNumber)
@@ -55,7 +39,7 @@ void AppendJsonCharacter(std::string& sText, char32_t cCharacter)
     const unsigned nCharacter = static_cast<unsigned>(cCharacter);
     if (nCharacter == '"' || nCharacter == '\\')
         sText += '\\';
-    if (IsShown(cCharacter))
+    if (TOVShownText::IsShown(cCharacter))
         AppendUtf8(sText, nCharacter);
     else if (nCharacter < 0x10000)
         AppendFormatted(sText, "\\u%04x", nCharacter);
@@ -74,33 +58,18 @@ double Seconds(std::chrono::steady_clock::duration oTime)
 
 CTOVStringA Printable(const CTOVStringA& oName)
 {
-    // A std::string is used, as each append to a string of the library makes a new block.
-    std::string sShown;
-    for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0';)
-    {
-        char32_t cCharacter = 0;
-        const int nBytes = ReadCharacter(p, cCharacter);
-        const char* const pEnd = p + std::max(nBytes, 1);
-        if (nBytes > 0 && IsShown(cCharacter))
-        {
-            sShown.append(p, pEnd);
-            p = pEnd;
-        }
-        for (; p != pEnd; ++p)
-            AppendFormatted(sShown, "\\x%02x", static_cast<unsigned char>(*p));
-    }
-    return CTOVStringA(sShown.c_str());
+    return CTOVStringA(TOVShownText::Printable(oName.IsEmpty() ? "" : ~oName).c_str());
 }
 
 std::string JsonText(const CTOVStringA& oName, bool& bExact)
 {
     bExact = true;
     std::string sText = "\"";
-    for (const char* p = oName.IsEmpty() ? "" : ~oName; *p != '\0';)
+    for (std::string_view sLeft = oName.IsEmpty() ? "" : ~oName; !sLeft.empty();)
     {
         char32_t cCharacter = 0;
-        const int nBytes = ReadCharacter(p, cCharacter);
-        p += std::max(nBytes, 1);
+        const std::size_t nBytes = TOVShownText::ReadCharacter(sLeft, cCharacter);
+        sLeft.remove_prefix(std::max<std::size_t>(nBytes, 1));
         if (nBytes == 0)
         {
             bExact = false;

@@ -1,4 +1,5 @@
 #include "Listeners/ListenerInstruments.h"
+#include "Support/TOVShownTexts.h"
 
 #include <ctime>
 
@@ -84,7 +85,7 @@ TEST(TOVLogLineTest, PrintsTheLargestLineNumber)
 TEST(TOVLogLineTest, LeavesTheTextAsItIs)
 {
     for (const std::string& sText : {std::string("100% %s %n"), std::string("a\tb"), std::string("C:\\x1b"),
-                                     std::string("caf\xc3\xa9 \xff"), std::string(), std::string(100000, 'x')})
+                                     std::string("caf\xc3\xa9 \xe2\x80\x8d"), std::string(), std::string(100000, 'x')})
     {
         const std::string sPrinted = Line(eLogMessage, 200, sText).Print();
         EXPECT_EQ("Path/Cities.cpp(148) : info: 2026-11-21 19:08:04.123 " + sText, sPrinted);
@@ -112,6 +113,19 @@ TEST(TOVLogLineTest, ShowsControlCharactersAsNumbers)
 {
     EXPECT_EQ("Path/Cities.cpp(148) : info: 2026-11-21 19:08:04.123 \\x1b[31mred\\x07\\x00\\x7f\\x0d!",
               Line(eLogMessage, 200, std::string("\x1b[31mred\a\0\x7f\r!", 13)).Print());
+}
+
+TEST(TOVLogLineTest, ShowsWhatControlsATerminalOrHidesTextAsNumbers)
+{
+    for (const sShownText& oCase : SHOWN_TEXTS)
+    {
+        // In a code page, any bytes may be characters.
+        if (oCase.bUtf8 || !TOV_SYSTEM_WINDOWS)
+        {
+            EXPECT_EQ(std::string("Path/Cities.cpp(148) : info: 2026-11-21 19:08:04.123 ") + oCase.szShown,
+                      Line(eLogMessage, 200, oCase.szText).Print());
+        }
+    }
 }
 
 TEST(TOVLogLineTest, PrintsTheNumberOfTheThreadIfItIsKnown)

@@ -1,4 +1,5 @@
 // The parts of which a test program is made.
+#include "Support/TOVShownTexts.h"
 #include "TestHost/HostInstruments.h"
 
 #include <TestHost/TOVCaseOutput.h>
@@ -72,6 +73,15 @@ TEST(HostTextTest, ShortensByCharacters)
     EXPECT_EQ("abcdef", Shortened("abcdef", 6));
     EXPECT_EQ("ab...", Shortened("abcdef", 5));
     EXPECT_EQ("\xc3\xa9\xc3\xa9...", Shortened("\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9\xc3\xa9", 5));
+}
+
+TEST(HostTextTest, ShowsWhatControlsATerminalOrHidesTextAsNumbers)
+{
+    for (const sShownText& oCase : SHOWN_TEXTS)
+    {
+        EXPECT_EQ(oCase.szShown, OneLine(oCase.szText));
+        EXPECT_EQ(oCase.szShown, Markup(oCase.szText));
+    }
 }
 
 TEST(HostTextTest, LeavesWhatXmlDoesNotKnowReadable)

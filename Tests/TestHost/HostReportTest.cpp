@@ -54,7 +54,7 @@ TEST(HostJUnitTest, TakesAnyTextAsText)
     EXPECT_TRUE(Contains(sReport, "<testsuite name=\"Trial &lt;&quot;&amp;'&gt;\\x01\" "));
     EXPECT_TRUE(Contains(sReport, "message=\"&lt;a href=&quot;x&quot;&gt;&amp;amp;'quoted'&lt;/a&gt; ]]&gt; "
                                   "&lt;![CDATA[\""));
-    EXPECT_TRUE(Contains(sReport, "message=\"bell \\x07, tab &#9;, line&#10;end, return &#13;, delete \x7f\""));
+    EXPECT_TRUE(Contains(sReport, "message=\"bell \\x07, tab &#9;, line&#10;end, return &#13;, delete \\x7f\""));
     EXPECT_TRUE(Contains(sReport, "message=\"caf\xc3\xa9, cut \\xe2\\x82, lone \\xff, overlong \\xc0\\x80, surrogate "
                                   "\\xed\\xa0\\x80\""));
 }

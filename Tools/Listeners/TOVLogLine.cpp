@@ -1,6 +1,7 @@
 #include <Listeners/TOVLogLine.h>
 
 #include <Listeners/TOVListenerSystem.h>
+#include <Text/TOVShownText.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -57,38 +58,45 @@ const char* Prefix(eTOVLogKind eKind)
     }
 }
 
-bool IsControl(char cCharacter)
+bool IsPlain(char cCharacter)
 {
-    return static_cast<unsigned char>(cCharacter) < ' ' || cCharacter == '\x7f';
+    return ' ' <= cCharacter && cCharacter <= '~';
 }
 
-void AppendEscaped(std::string& sTarget, char cCharacter)
+// A program may log in UTF-8 where the system's names have another encoding.
+std::size_t ReadLogged(std::string_view sText, char32_t& cCharacter)
 {
-    char szEscaped[5];
-    std::snprintf(szEscaped, sizeof(szEscaped), "\\x%02x", static_cast<unsigned int>(cCharacter));
-    sTarget += szEscaped;
+    const std::size_t nBytes = TOVShownText::ReadUtf8(sText, cCharacter);
+    return nBytes > 1 ? nBytes : TOVShownText::ReadCharacter(sText, cCharacter);
+}
+
+bool BeginsWithLineEnd(std::string_view sText)
+{
+    return sText[0] == '\n' || sText.substr(0, 2) == "\r\n";
 }
 
 // Returns the text with the head in front of each of its lines.
 std::string PrintLines(const std::string& sHead, const std::string& sText)
 {
     std::string sPrinted = sHead;
-    if (std::none_of(sText.begin(), sText.end(), IsControl))
+    if (std::all_of(sText.begin(), sText.end(), IsPlain))
         return sPrinted += sText;
 
-    const std::size_t nEnd = sText.size();
-    for (std::size_t nCharacter = 0; nCharacter < nEnd; ++nCharacter)
+    for (std::string_view sLeft = sText; !sLeft.empty();)
     {
-        const char cCharacter = sText[nCharacter];
-        const bool bLast = nCharacter + 1 == nEnd;
-        if (cCharacter == '\n' && !bLast)
-            sPrinted += '\n' + sHead;
-        else if (cCharacter == '\n' || (cCharacter == '\r' && !bLast && sText[nCharacter + 1] == '\n'))
-            continue;
-        else if (cCharacter != '\t' && IsControl(cCharacter))
-            AppendEscaped(sPrinted, cCharacter);
+        if (BeginsWithLineEnd(sLeft))
+        {
+            sLeft.remove_prefix(sLeft[0] == '\n' ? 1 : 2);
+            if (!sLeft.empty())
+                sPrinted += '\n' + sHead;
+        }
+        else if (sLeft[0] == '\t')
+        {
+            sLeft.remove_prefix(1);
+            sPrinted += '\t';
+        }
         else
-            sPrinted += cCharacter;
+            TOVShownText::MoveShown(sLeft, sPrinted, &ReadLogged);
     }
     return sPrinted;
 }

@@ -42,8 +42,9 @@ struct TOV_LISTENER_EXPORT sTOVLogLine
     // is local, and the number in brackets, which is left out if it is 0, is the thread's.
     //
     // A text with line ends takes several lines, each of which begins in this way, so that no text can pass for the
-    // line of another. A line end after the last line adds none. Other control characters, except the tab, are printed
-    // as \x1b, so that no text gives orders to a terminal.
+    // line of another. A line end after the last line adds none. Other control characters, except the tab, direction
+    // marks, characters that cannot be seen, and bytes that are no character in UTF-8 or in the system's encoding, are
+    // printed as \x1b, so that no text gives orders to a terminal or hides a part of itself.
     std::string Print() const;
 };
 } // namespace TOVDebug

@@ -1,6 +1,7 @@
 #include <TestHost/TOVTestText.h>
 
 #include <TestHost/TOVTestReport.h>
+#include <Text/TOVShownText.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -9,73 +10,70 @@ namespace TOVTestHost
 {
 namespace
 {
-std::string HexEscape(char cByte)
-{
-    char szEscape[8];
-    std::snprintf(szEscape, sizeof(szEscape), "\\x%02x", static_cast<unsigned char>(cByte));
-    return szEscape;
-}
-
 bool IsContinuation(char cByte)
 {
     return (static_cast<unsigned char>(cByte) & 0xC0) == 0x80;
 }
 
-// Returns the number of bytes of a character, given its first byte; 0 if no character begins with that byte.
-std::size_t LengthByFirstByte(unsigned char nFirst)
+const char* NameOfControl(char cCharacter)
 {
-    if (nFirst < 0x80)
-        return 1;
-    if (nFirst >= 0xC2 && nFirst < 0xE0)
-        return 2;
-    if (nFirst >= 0xE0 && nFirst < 0xF0)
-        return 3;
-    return nFirst >= 0xF0 && nFirst < 0xF5 ? 4 : 0;
+    switch (cCharacter)
+    {
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\t':
+        return "\\t";
+    default:
+        return nullptr;
+    }
 }
 
-// Returns the number of bytes of the character at nAt if it is complete and XML allows it, else 0.
-std::size_t LegalLength(const std::string& sText, std::size_t nAt)
+const char* EntityOf(char cCharacter)
 {
-    const unsigned char nFirst = static_cast<unsigned char>(sText[nAt]);
-    const std::size_t nLength = LengthByFirstByte(nFirst);
-    if (nLength == 0 || nAt + nLength > sText.size())
-        return 0;
-    unsigned long ulCode = nLength == 1 ? nFirst : nFirst & (0x7Fu >> nLength);
-    for (std::size_t n = 1; n < nLength; ++n)
+    switch (cCharacter)
     {
-        if (!IsContinuation(sText[nAt + n]))
-            return 0;
-        ulCode = (ulCode << 6) | (static_cast<unsigned char>(sText[nAt + n]) & 0x3Fu);
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    // An attribute would lose these characters.
+    case '\t':
+        return "&#9;";
+    case '\n':
+        return "&#10;";
+    case '\r':
+        return "&#13;";
+    default:
+        return nullptr;
     }
-    const bool bTooLong = (nLength == 3 && ulCode < 0x800) || (nLength == 4 && ulCode < 0x10000);
-    const bool bSurrogate = ulCode >= 0xD800 && ulCode < 0xE000;
-    const bool bNoCharacter = ulCode == 0xFFFE || ulCode == 0xFFFF || ulCode > 0x10FFFF;
-    const bool bControl = ulCode < 0x20 && ulCode != '\t' && ulCode != '\n' && ulCode != '\r';
-    return bTooLong || bSurrogate || bNoCharacter || bControl ? 0 : nLength;
+}
+
+// Reports are in UTF-8 on every system.
+void MoveShown(std::string_view& sText, std::string& sTarget)
+{
+    TOVShownText::MoveShown(sText, sTarget, &TOVShownText::ReadUtf8);
 }
 } // namespace
 
 std::string OneLine(const std::string& sText)
 {
     std::string sLine;
-    for (std::size_t nAt = 0; nAt < sText.size();)
+    for (std::string_view sLeft = sText; !sLeft.empty();)
     {
-        const std::size_t nLength = LegalLength(sText, nAt);
-        switch (sText[nAt])
+        const char* const szEscape = NameOfControl(sLeft[0]);
+        if (szEscape == nullptr)
         {
-        case '\n':
-            sLine += "\\n";
-            break;
-        case '\r':
-            sLine += "\\r";
-            break;
-        case '\t':
-            sLine += "\\t";
-            break;
-        default:
-            sLine += nLength > 0 && sText[nAt] != 0x7F ? sText.substr(nAt, nLength) : HexEscape(sText[nAt]);
+            MoveShown(sLeft, sLine);
+            continue;
         }
-        nAt += std::max<std::size_t>(nLength, 1);
+        sLine += szEscape;
+        sLeft.remove_prefix(1);
     }
     return sLine;
 }
@@ -83,33 +81,16 @@ std::string OneLine(const std::string& sText)
 std::string Markup(const std::string& sText)
 {
     std::string sMarkup;
-    for (std::size_t nAt = 0; nAt < sText.size();)
+    for (std::string_view sLeft = sText; !sLeft.empty();)
     {
-        const std::size_t nLength = LegalLength(sText, nAt);
-        switch (sText[nAt])
+        const char* const szEntity = EntityOf(sLeft[0]);
+        if (szEntity == nullptr)
         {
-        case '&':
-            sMarkup += "&amp;";
-            break;
-        case '<':
-            sMarkup += "&lt;";
-            break;
-        case '>':
-            sMarkup += "&gt;";
-            break;
-        case '"':
-            sMarkup += "&quot;";
-            break;
-        case '\t':
-        case '\n':
-        case '\r':
-            // An attribute would lose these characters.
-            sMarkup += "&#" + std::to_string(static_cast<int>(sText[nAt])) + ";";
-            break;
-        default:
-            sMarkup += nLength > 0 ? sText.substr(nAt, nLength) : HexEscape(sText[nAt]);
+            MoveShown(sLeft, sMarkup);
+            continue;
         }
-        nAt += std::max<std::size_t>(nLength, 1);
+        sMarkup += szEntity;
+        sLeft.remove_prefix(1);
     }
     return sMarkup;
 }

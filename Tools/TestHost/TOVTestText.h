@@ -9,12 +9,12 @@ namespace TOVTestHost
 struct sTestNote;
 struct sTestRecord;
 
-// Returns the text for one line of a terminal or a file: control characters, and bytes that are not valid UTF-8, become
-// \n, \t or \xNN.
+// Returns the text for one line of a terminal or a file: control characters, direction marks, characters that cannot be
+// seen, and bytes that are not valid UTF-8, become \n, \t or \xNN.
 std::string OneLine(const std::string& sText);
 
-// Returns the text as the content of an XML or HTML element, or of an attribute between double quotes. Characters that
-// XML does not allow, and bytes that are not valid UTF-8, become \xNN.
+// Returns the text as the content of an XML or HTML element, or of an attribute between double quotes. The same
+// characters become \xNN, among which are all that XML does not allow, and the others keep their meaning.
 std::string Markup(const std::string& sText);
 
 // Returns the text in the same way, but with its lines as they are. It is of use in an element only.

@@ -160,24 +160,6 @@ bool RemoveAbandonedFile(const CTOVStringA& oName)
     return bRemoved;
 }
 
-int ReadCharacter(const char* szName, char32_t& cCharacter)
-{
-    const unsigned char cFirst = static_cast<unsigned char>(*szName);
-    const int nBytes = cFirst < 0x80 ? 1 : cFirst < 0xc2 ? 0 : cFirst < 0xe0 ? 2 : cFirst < 0xf0 ? 3 : 4;
-    cCharacter = nBytes > 1 ? cFirst & (0x7fu >> nBytes) : cFirst;
-    for (int i = 1; i < nBytes; ++i)
-    {
-        const unsigned char cNext = static_cast<unsigned char>(szName[i]);
-        if ((cNext & 0xc0) != 0x80) // the end of the text, too
-            return 0;
-        cCharacter = cCharacter << 6 | (cNext & 0x3f);
-    }
-    // Longer forms than needed, halves of surrogate pairs, and what is beyond the last character are not valid.
-    const char32_t aSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool bSurrogate = 0xd800 <= cCharacter && cCharacter <= 0xdfff;
-    return cFirst < 0xf5 && cCharacter >= aSmallest[nBytes] && !bSurrogate && cCharacter <= 0x10ffff ? nBytes : 0;
-}
-
 void CatchEndSignals(void (*pfHandler)(int))
 {
     for (const int nSignal : {SIGINT, SIGTERM, SIGHUP})

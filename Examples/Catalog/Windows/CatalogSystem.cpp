@@ -104,16 +104,6 @@ bool RemoveAbandonedFile(const CTOVStringA& oName)
     return ::DeleteFileA(~oName) != FALSE;
 }
 
-int ReadCharacter(const char* szName, char32_t& cCharacter)
-{
-    const int nBytes = ::IsDBCSLeadByte(static_cast<BYTE>(*szName)) && szName[1] != '\0' ? 2 : 1;
-    wchar_t cWide = 0;
-    if (::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, szName, nBytes, &cWide, 1) != 1)
-        return 0;
-    cCharacter = cWide;
-    return nBytes;
-}
-
 void CatchEndSignals(void (*pfHandler)(int))
 {
     for (const int nSignal : {SIGINT, SIGTERM, SIGBREAK})
