@@ -3,11 +3,12 @@
 //
 //   tovframes [MILLISECONDS]        1 to 65535, by default 3000
 //
-// Exit status: 0 done, 1 the system has no time events, 2 wrong usage.
+// Exit status: 0 done, 1 failed, 2 wrong usage.
 #include <Debug/TOVException.h>
 #include <TOVProcess/TOVEvent.h>
 #include <TOVProcess/TOVEventCondition.h>
 #include <TOVString/TOVStringA.h>
+#include <Text/TOVStandardOutput.h>
 #include <Timer/TOVTimer.h>
 
 #include <cmath>
@@ -107,7 +108,7 @@ int main(int nArguments, char** aszArguments)
     try
     {
         RunLoop(nMilliseconds);
-        return 0;
+        return TOVShownText::FinishProgram("tovframes", 0);
     }
     // GCOVR_EXCL_START: the system of the tests has time events.
     catch (const TOVDebug::CTOVAssertException&)

@@ -2,11 +2,13 @@
 //
 //   tovlogpage PAGE.html
 //
-// HtmlListener.cpp is what a program of your own would take over. Exit status: 0 done, 1 the page cannot be written,
-// 2 wrong usage.
+// HtmlListener.cpp is what a program of your own would take over. Exit status: 0 done, 1 the page or the result cannot
+// be written, 2 wrong usage.
 #include "HtmlListener.h"
 
 #include <Debug/TOVBase.h>
+#include <Text/TOVShownText.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <cstdio>
 
@@ -42,11 +44,12 @@ int main(int nArguments, char** aszArguments)
     CHtmlListener oListener(aszArguments[1]);
     oListener.Register();
     Work();
+    const std::string sPage = TOVShownText::Printable(aszArguments[1]);
     if (!oListener.IsOpen() || oListener.HasLostLines())
     {
-        std::fprintf(stderr, "tovlogpage: %s cannot be written\n", aszArguments[1]);
+        std::fprintf(stderr, "tovlogpage: %s cannot be written\n", sPage.c_str());
         return 1;
     }
-    std::printf("Open %s in a browser.\n", aszArguments[1]);
-    return 0;
+    std::printf("Open %s in a browser.\n", sPage.c_str());
+    return TOVShownText::FinishProgram("tovlogpage", 0);
 }

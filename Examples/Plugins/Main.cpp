@@ -3,8 +3,11 @@
 //   tovfilter TEXT PLUGIN...
 //
 // Filter.h is what the author of a plug-in needs, and PluginDatabase.cpp what a program of your own would take over.
-// Exit status: 0 done, 1 a plug-in cannot be used, 2 wrong usage.
+// Exit status: 0 done, 1 a plug-in cannot be used, or the result cannot be written, 2 wrong usage.
 #include "PluginDatabase.h"
+
+#include <Text/TOVShownText.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <cstdio>
 #include <vector>
@@ -14,9 +17,9 @@ namespace
 // Plug-ins find this descriptor by its name, so that it must be there before the first of them.
 const CTOVClass s_oFilterClass("IFilter", &CTOVRefCount::GetClass());
 
-const char* Shown(const CTOVStringA& oText)
+std::string Shown(const CTOVStringA& oText)
 {
-    return oText.IsEmpty() ? "" : ~oText;
+    return TOVShownText::Printable(oText.IsEmpty() ? "" : ~oText);
 }
 
 // Loads all plug-ins, then sends the text through one after the other. They are unloaded at the end.
@@ -31,14 +34,14 @@ void SendThrough(CPluginDatabase& oDatabase, CTOVStringA oText, const std::vecto
         }
         catch (const CPluginError& oError)
         {
-            throw CPluginError(std::string(szFile) + " " + oError.what());
+            throw CPluginError(TOVShownText::Printable(szFile) + " " + oError.what());
         }
     }
     for (const CTOVHandle& oPlugin : aPlugins)
     {
         const IFilter& oFilter = FilterOf(oPlugin);
         oText = oFilter.Apply(oText);
-        std::printf("%-15s %s\n", oFilter.GetRuntimeClass().GetName(), Shown(oText));
+        std::printf("%-15s %s\n", oFilter.GetRuntimeClass().GetName(), Shown(oText).c_str());
     }
 }
 } // namespace
@@ -62,5 +65,5 @@ int main(int nArguments, char** aszArguments)
         nStatus = 1;
     }
     std::printf("%d plug-ins are still loaded\n", oDatabase.GetNumPlugins());
-    return nStatus;
+    return TOVShownText::FinishProgram("tovfilter", nStatus);
 }

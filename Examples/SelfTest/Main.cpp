@@ -4,7 +4,8 @@
 //   tovwords --self-test       runs the program's own suite
 //   tovwords --test-library    runs the suites of the library, one case of which fails by design
 //
-// Exit status: 0 done, 1 a test has failed, 2 wrong usage.
+// Exit status: 0 done, 1 a test has failed or the result cannot be written, 2 wrong
+// usage.
 #include <TOVString/TOVStringA.h>
 #include <Test/TOVCountingTracker.h>
 #include <Test/TOVSimpleTestRunner.h>
@@ -13,6 +14,7 @@
 #include <Test/TOVTestHost.h>
 #include <Test/TOVTestSuiteDefinition.h>
 #include <Test/TOVTestSuiteFactory.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <cstdio>
 
@@ -100,16 +102,10 @@ long RunRegistered()
     std::printf("%ld suites, %d cases failed\n", TOVTest::CTOVTestSuiteFactory::GetNumSuites(), nFailed);
     return nFailed;
 }
-} // namespace
 
-int main(int nArguments, char** aszArguments)
+// Does what the argument asks for, and returns the exit status.
+int Do(const CTOVStringA& oText)
 {
-    if (nArguments != 2)
-    {
-        std::fputs("usage: tovwords TEXT | --self-test | --test-library\n", stderr);
-        return 2;
-    }
-    const CTOVStringA oText(aszArguments[1]);
     if (oText.Compare("--self-test") == 0)
     {
         CWordsTest oSuite;
@@ -119,4 +115,15 @@ int main(int nArguments, char** aszArguments)
         return RunRegistered() == 0 ? 0 : 1;
     std::printf("%d words\n", CountWords(oText));
     return 0;
+}
+} // namespace
+
+int main(int nArguments, char** aszArguments)
+{
+    if (nArguments != 2)
+    {
+        std::fputs("usage: tovwords TEXT | --self-test | --test-library\n", stderr);
+        return 2;
+    }
+    return TOVShownText::FinishProgram("tovwords", Do(aszArguments[1]));
 }

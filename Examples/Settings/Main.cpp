@@ -9,15 +9,22 @@
 
 #include <Debug/TOVException.h>
 #include <TOVPlatform/TOVFile.h>
+#include <Text/TOVShownText.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <cstdio>
 
 namespace
 {
+std::string Shown(const CTOVStringA& oText)
+{
+    return TOVShownText::Printable(oText.IsEmpty() ? "" : ~oText);
+}
+
 void Show(const sSettings& oSettings)
 {
     std::printf("width  %d\nheight %d\ntabs   %d\nfont   %s\n", oSettings.oWindow.nWidth, oSettings.oWindow.nHeight,
-                oSettings.oEditor.nTabWidth, oSettings.oEditor.oFont.IsEmpty() ? "" : ~oSettings.oEditor.oFont);
+                oSettings.oEditor.nTabWidth, Shown(oSettings.oEditor.oFont).c_str());
 }
 
 int* FindNumber(sSettings& oSettings, const CTOVStringA& oName)
@@ -65,21 +72,22 @@ int main(int nArguments, char** aszArguments)
         {
             if (!Change(oSettings, aszArguments[2], aszArguments[3]))
             {
-                std::fprintf(stderr, "tovsettings: %s cannot be %s\n", aszArguments[2], aszArguments[3]);
+                std::fprintf(stderr, "tovsettings: %s cannot be %s\n", TOVShownText::Printable(aszArguments[2]).c_str(),
+                             TOVShownText::Printable(aszArguments[3]).c_str());
                 return 2;
             }
             SaveSettings(oSettings, szFile);
         }
         Show(oSettings);
-        return 0;
+        return TOVShownText::FinishProgram("tovsettings", 0);
     }
     catch (const std::exception& oError)
     {
-        std::fprintf(stderr, "tovsettings: %s: %s\n", szFile, oError.what());
+        std::fprintf(stderr, "tovsettings: %s: %s\n", TOVShownText::Printable(szFile).c_str(), oError.what());
     }
     catch (const CTOVException&)
     {
-        std::fprintf(stderr, "tovsettings: %s cannot be opened\n", szFile);
+        std::fprintf(stderr, "tovsettings: %s cannot be opened\n", TOVShownText::Printable(szFile).c_str());
     }
     return 1;
 }

@@ -3,11 +3,13 @@
 //
 //   tovlines FILE...
 //
-// WorkerPool.cpp is what a program of your own would take over. Exit status: 0 done, 1 a file cannot be read, 2 wrong
-// usage.
+// WorkerPool.cpp is what a program of your own would take over. Exit status: 0 done, 1 a file cannot be read, or the
+// result cannot be written, 2 wrong usage.
 #include "WorkerPool.h"
 
 #include <TOVPlatform/TOVFile.h>
+#include <Text/TOVShownText.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -60,15 +62,16 @@ int main(int nArguments, char** aszArguments)
     const std::vector<long> aLines = CountAll(aszFiles);
     for (std::size_t i = 0; i < aszFiles.size(); ++i)
     {
+        const std::string sFile = TOVShownText::Printable(aszFiles[i]);
         if (aLines[i] == CANNOT_BE_READ)
         {
-            std::fprintf(stderr, "tovlines: %s cannot be read\n", aszFiles[i]);
+            std::fprintf(stderr, "tovlines: %s cannot be read\n", sFile.c_str());
             nStatus = 1;
             continue;
         }
-        std::printf("%8ld %s\n", aLines[i], aszFiles[i]);
+        std::printf("%8ld %s\n", aLines[i], sFile.c_str());
         lSum += aLines[i];
     }
     std::printf("%8ld lines\n", lSum);
-    return nStatus;
+    return TOVShownText::FinishProgram("tovlines", nStatus);
 }

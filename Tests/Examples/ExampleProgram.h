@@ -3,15 +3,22 @@
 
 #include "Support/TOVChildProcess.h"
 
-// Runs the example of this name to its end, with standard error apart.
-inline sChildResult RunExample(const std::string& sName, const std::vector<std::string>& aArguments,
+// The example of this name.
+inline sProgram ExampleProgram(const std::string& sName, const std::vector<std::string>& aArguments,
                                const std::string& sFolder = "")
 {
     sProgram oProgram;
     oProgram.aCommand = {PathBesideThisProgram(sName + TOV_PROGRAM_SUFFIX)};
     oProgram.aCommand.insert(oProgram.aCommand.end(), aArguments.begin(), aArguments.end());
     oProgram.sFolder = sFolder;
-    return RunProgram(oProgram, eErrorsApart);
+    return oProgram;
+}
+
+// Runs the example of this name to its end, with standard error apart.
+inline sChildResult RunExample(const std::string& sName, const std::vector<std::string>& aArguments,
+                               const std::string& sFolder = "")
+{
+    return RunProgram(ExampleProgram(sName, aArguments, sFolder), eErrorsApart);
 }
 
 // It says nothing on standard output, complains in this line, and ends with this status.

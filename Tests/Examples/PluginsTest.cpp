@@ -41,6 +41,13 @@ TEST(PluginsTest, FiltersAnEmptyText)
     EXPECT_EQ("CUpperFilter    \nCReverseFilter  \n" + ALL_GONE, oResult.sOutput);
 }
 
+TEST(PluginsTest, ShowTheControlCharactersOfTheTextAsNumbers)
+{
+    EXPECT_EQ("CUpperFilter    \\x1b[2J\n" + ALL_GONE,
+              RunExample("tovfilter", {"\x1b[2j", Plugin("tovupper")}).sOutput);
+    EXPECT_EQ("tovfilter: a\\x1b[2J cannot be loaded\n", RunExample("tovfilter", {"abc", "a\x1b[2J"}).sErrors);
+}
+
 TEST(PluginsTest, UnloadsEverythingAfterAPluginThatCannotBeUsed)
 {
     const std::string sOther = Plugin("OtherPlugin");

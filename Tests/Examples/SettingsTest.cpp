@@ -99,6 +99,15 @@ TEST_F(SettingsTest, KeepsAnEmptyText)
     EXPECT_EQ("width  640\nheight 400\ntabs   4\nfont   \n", Run().sOutput);
 }
 
+TEST_F(SettingsTest, ShowsTheControlCharactersOfATextAsNumbers)
+{
+    const std::string sFont = "\x1b[2J";
+
+    EXPECT_EQ("width  640\nheight 400\ntabs   4\nfont   \\x1b[2J\n", Run({"font", sFont}).sOutput);
+    EXPECT_NE(std::string::npos, ReadWholeFile(m_sFile).find(sFont));
+    ExpectComplaint("tovsettings: \\x1b[2J cannot be \\x07", 2, Run({sFont, "\a"}));
+}
+
 TEST_F(SettingsTest, NoticesEachPlaceWhereAFileCanBeCutOff)
 {
     const std::string sWhole = NewestFile();

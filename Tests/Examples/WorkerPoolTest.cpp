@@ -114,6 +114,13 @@ TEST(WorkerPoolTest, NamesAFileThatCannotBeRead)
     EXPECT_EQ("tovlines: missing cannot be read\n", oResult.sErrors);
 }
 
+TEST(WorkerPoolTest, ShowsTheControlCharactersOfNamesAsNumbers)
+{
+    const sChildResult oResult = RunExample("tovlines", {"a\x1b[2J"});
+
+    EXPECT_EQ("tovlines: a\\x1b[2J cannot be read\n", oResult.sErrors);
+}
+
 TEST(WorkerPoolTest, TellsItsUsage)
 {
     ExpectComplaint("usage: tovlines FILE...", 2, RunExample("tovlines", {}));

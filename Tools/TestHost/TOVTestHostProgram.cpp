@@ -10,10 +10,12 @@
 #include <TestHost/TOVTestSystem.h>
 #include <TestHost/TOVTestText.h>
 #include <TestHost/TOVTestWorkers.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <stdexcept>
 
@@ -200,7 +202,7 @@ int ExitOf(const sTestRecord& oRecord)
 // Throws if anything that was printed has not arrived.
 void FinishOutput()
 {
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+    if (!TOVShownText::FinishOutput())
         throw std::runtime_error("cannot write all of standard output");
 }
 
@@ -219,6 +221,25 @@ int FinishReports(const CLI::App& oProgram, CTOVTestRecorder& oRecorder)
         Complain(oProgram, oError);
         return eExitUsage;
     }
+}
+
+// Returns the exit status if the arguments are wrong, or ask for a text alone. Throws if that text has not arrived.
+std::optional<int> Parse(CLI::App& oProgram, int nArguments, char** aszArguments, sOptions& oOptions)
+{
+    try
+    {
+        oProgram.parse(nArguments, aszArguments);
+        CheckReports(oOptions);
+        oOptions.oRun.oChoice.bShuffle |= oProgram.count("--seed") > 0;
+        return std::nullopt;
+    }
+    catch (const CLI::ParseError& oError)
+    {
+        if (oProgram.exit(oError) != 0)
+            return eExitUsage;
+    }
+    FinishOutput();
+    return eExitPassed;
 }
 
 int RunAndReport(const CLI::App& oProgram, sOptions& oOptions, char** aszArguments)
@@ -260,17 +281,8 @@ int RunTestHost(int nArguments, char** aszArguments)
     Define(oProgram, oOptions);
     try
     {
-        oProgram.parse(nArguments, aszArguments);
-        CheckReports(oOptions);
-        oOptions.oRun.oChoice.bShuffle |= oProgram.count("--seed") > 0;
-    }
-    catch (const CLI::ParseError& oError)
-    {
-        return oProgram.exit(oError) == 0 ? eExitPassed : eExitUsage;
-    }
-
-    try
-    {
+        if (const std::optional<int> nExit = Parse(oProgram, nArguments, aszArguments, oOptions))
+            return *nExit;
         return pParent != nullptr ? RunAsWorker(oOptions, *pParent) : RunAndReport(oProgram, oOptions, aszArguments);
     }
     catch (const std::exception& oError)

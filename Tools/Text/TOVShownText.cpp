@@ -1,6 +1,7 @@
 #include <Text/TOVShownText.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 
 namespace TOVShownText

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -26,10 +25,4 @@ void MoveShown(std::string_view& sText, std::string& sTarget, tReader pfRead = &
 
 // Returns a text in a form for one line.
 std::string Printable(std::string_view sText);
-
-// Returns whether everything that was printed has arrived. Part of it may still have been in the buffer.
-inline bool FinishOutput()
-{
-    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-}
 } // namespace TOVShownText

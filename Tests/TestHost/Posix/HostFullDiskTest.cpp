@@ -3,14 +3,20 @@
 
 namespace
 {
-// Runs tovtest with a library of suites. Standard output is full, so that the result has standard error alone.
-sHostRun RunWithFullOutput(const std::string& sSuites, const std::vector<std::string>& aArguments = {})
+// Standard output is full, so that the result has standard error alone.
+sHostRun RunWithFullOutput(sProgram oProgram)
 {
-    sProgram oProgram = HostProgram({PathOfSuites(sSuites)});
     oProgram.aCommand.insert(oProgram.aCommand.begin(), {"/bin/sh", "-c", "exec \"$0\" \"$@\" > /dev/full"});
-    oProgram.aCommand.insert(oProgram.aCommand.end(), aArguments.begin(), aArguments.end());
     const sChildResult oResult = RunProgram(oProgram);
     return {oResult.nExitCode, WithoutTimes(oResult.sOutput)};
+}
+
+// Runs tovtest with a library of suites.
+sHostRun RunSuitesWithFullOutput(const std::string& sSuites, const std::vector<std::string>& aArguments = {})
+{
+    sProgram oProgram = HostProgram({PathOfSuites(sSuites)});
+    oProgram.aCommand.insert(oProgram.aCommand.end(), aArguments.begin(), aArguments.end());
+    return RunWithFullOutput(oProgram);
 }
 } // namespace
 
@@ -33,23 +39,30 @@ TEST(HostFullDiskTest, IsLessThanACrash)
 
 TEST(HostFullDiskTest, TakesNoReportForPeopleInSilence)
 {
-    EXPECT_TRUE(IsRefused(RunWithFullOutput("SuitesPassing"), "cannot write all of standard output"));
+    EXPECT_TRUE(IsRefused(RunSuitesWithFullOutput("SuitesPassing"), "cannot write all of standard output"));
 }
 
 TEST(HostFullDiskTest, TakesNoProtocolAndNoListInSilence)
 {
-    EXPECT_TRUE(IsRefused(RunWithFullOutput("SuitesPassing", {"--list"}), "cannot write all of standard output"));
+    EXPECT_TRUE(IsRefused(RunSuitesWithFullOutput("SuitesPassing", {"--list"}), "cannot write all of standard output"));
     // What a case prints goes to standard error then.
-    const sHostRun oRun = RunWithFullOutput("SuitesPassing", {"--tap"});
+    const sHostRun oRun = RunSuitesWithFullOutput("SuitesPassing", {"--tap"});
     EXPECT_EQ(2, oRun.nExitCode);
     EXPECT_EQ("tovtest: cannot write all of standard output", LastLineOf(oRun.sOutput));
 }
 
 TEST(HostFullDiskTest, IsToldOnceForAReportOnStandardOutput)
 {
-    const sHostRun oRun = RunWithFullOutput("SuitesPassing", {"--junit", "-"});
+    const sHostRun oRun = RunSuitesWithFullOutput("SuitesPassing", {"--junit", "-"});
 
     EXPECT_EQ(2, oRun.nExitCode);
     EXPECT_EQ("tovtest: cannot write all of standard output", LastLineOf(oRun.sOutput));
     EXPECT_EQ(oRun.sOutput.find("cannot write"), oRun.sOutput.rfind("cannot write"));
+}
+
+TEST(HostFullDiskTest, TakesNoVersionAndNoHelpInSilence)
+{
+    for (const char* szOption : {"--version", "--help"})
+        EXPECT_TRUE(IsRefused(RunWithFullOutput(HostProgram({szOption})), "cannot write all of standard output"))
+            << szOption;
 }
