@@ -8,7 +8,6 @@
 #include "Settings.h"
 
 #include <Debug/TOVException.h>
-#include <TOVPlatform/TOVFile.h>
 #include <Text/TOVShownText.h>
 #include <Text/TOVStandardOutput.h>
 
@@ -66,7 +65,7 @@ int main(int nArguments, char** aszArguments)
     try
     {
         sSettings oSettings;
-        if (TOVPlatform::TOVFile::DoesExist(szFile))
+        if (HasSettings(szFile))
             oSettings = LoadSettings(szFile);
         if (nArguments == 4)
         {

@@ -1,9 +1,12 @@
 #include "Settings.h"
 
+#include "SettingsSystem.h"
+
+#include <TOVPlatform/TOVFile.h>
 #include <TOVStream/TOVReadFileStream.h>
 #include <TOVStream/TOVWriteFileStream.h>
 
-#include <filesystem>
+#include <cstdio>
 
 // The file in version 2 of both sections; every number takes four bytes:
 //
@@ -83,6 +86,58 @@ void Transfer(ITOVStream& oStream, sSettings& oSettings)
     oSettings.oEditor.Transfer(oStream);
     TransferMark(oStream, END);
 }
+
+// A new file that shall replace another one. The destructor removes it if it has not done so.
+class CReplacement
+{
+public:
+    explicit CReplacement(const std::string& sFile) : m_sFile(sFile)
+    {
+        constexpr int MAX_NAMES = 100;
+        SettingsSystem::eCreation eResult = SettingsSystem::eTaken;
+        for (int i = 0; i < MAX_NAMES && eResult == SettingsSystem::eTaken; ++i)
+        {
+            m_sNew = sFile + (i > 0 ? "." + std::to_string(i) : "") + ".new";
+            eResult = SettingsSystem::Create(m_sNew.c_str(), sFile.c_str());
+        }
+        if (eResult != SettingsSystem::eCreated)
+            throw CSettingsError("no new file can be made beside it");
+    }
+    ~CReplacement()
+    {
+        if (!m_bInPlace)
+            std::remove(m_sNew.c_str());
+    }
+    CReplacement(const CReplacement&) = delete;
+    CReplacement& operator=(const CReplacement&) = delete;
+
+    const char* GetName() const { return m_sNew.c_str(); }
+
+    void PutInPlace()
+    {
+        m_bInPlace = SettingsSystem::Replace(m_sNew.c_str(), m_sFile.c_str());
+        if (!m_bInPlace)
+            throw CSettingsError("it cannot be replaced");
+    }
+
+private:
+    const std::string m_sFile;
+    std::string m_sNew;
+    bool m_bInPlace = false;
+};
+
+// A stream does not tell that the disk is full.
+void ReadBack(const char* szNewFile)
+{
+    try
+    {
+        LoadSettings(szNewFile);
+    }
+    catch (const CSettingsError&)
+    {
+        throw CSettingsError("the new file cannot be written");
+    }
+}
 } // namespace
 
 void sWindowSettings::Transfer(ITOVStream& oStream)
@@ -111,14 +166,19 @@ sSettings LoadSettings(const std::string& sFile)
     return oSettings;
 }
 
+bool HasSettings(const std::string& sFile)
+{
+    return TOVPlatform::TOVFile::DoesExist(sFile.c_str()) || !SettingsSystem::IsAbsent(sFile.c_str());
+}
+
 void SaveSettings(const sSettings& oSettings, const std::string& sFile)
 {
-    const std::string sNewFile = sFile + ".new";
+    CReplacement oNew(SettingsSystem::TargetOf(sFile));
     {
         sSettings oWritten = oSettings;
-        CTOVWriteFileStream oStream(sNewFile.c_str());
+        CTOVWriteFileStream oStream(oNew.GetName());
         Transfer(oStream, oWritten);
     }
-    LoadSettings(sNewFile); // throws if the disk was full
-    std::filesystem::rename(sNewFile, sFile);
+    ReadBack(oNew.GetName());
+    oNew.PutInPlace();
 }

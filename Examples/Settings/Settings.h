@@ -43,6 +43,12 @@ struct sSettings
 // CSettingsError if the file is none of these, or ends too early.
 sSettings LoadSettings(const std::string& sFile);
 
-// Writes the newest form. The file is replaced in one step, after the new one has been read back: if anything fails, an
-// exception of the standard library or of the library's streams says so, and the old file is still there.
+// Returns false if there is no such file. A file of which the system does not tell whether it exists counts as one, so
+// that the defaults do not replace it.
+bool HasSettings(const std::string& sFile);
+
+// Writes the newest form. The file is replaced in one step, after the new one has been read back: if anything fails,
+// CSettingsError or an exception of the library's streams says so, the old file is still there, and the new one is
+// removed. The new file never takes the place of any other, a link leads to the new file as it led to the old one, and
+// the permissions of the old file remain.
 void SaveSettings(const sSettings& oSettings, const std::string& sFile);
