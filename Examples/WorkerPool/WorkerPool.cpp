@@ -3,6 +3,7 @@
 #include <Debug/TOVDebug.h>
 #include <TOVProcess/TOVThread.h>
 
+#include <limits>
 #include <stdexcept>
 
 namespace
@@ -43,31 +44,57 @@ private:
     CWorkerPool& m_oPool;
 };
 
-CWorkerPool::CWorkerPool(int nWorkers)
+CWorkerPool::CWorkerPool(int nWorkers) : m_oTurns(0, std::numeric_limits<int>::max())
 {
+    // Everything that needs memory comes before the first thread, which would use what an exception destroys.
     for (int i = 0; i < nWorkers; ++i)
+        m_aWorkers.push_back(std::make_unique<CWorker>(*this));
+    int nStarted = 0;
+    try
     {
-        auto pWorker = std::make_unique<CWorker>(*this);
-        if (pWorker->Start(0, TOVPlatform::TOVThread::eThreadPriorityNormal))
-            m_aWorkers.push_back(std::move(pWorker));
+        for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
+            nStarted += pWorker->Start(0, TOVPlatform::TOVThread::eThreadPriorityNormal) ? 1 : 0;
     }
-    if (m_aWorkers.empty())
+    catch (...)
+    {
+        EndWorkers();
+        throw;
+    }
+    if (nStarted == 0)
         throw std::runtime_error("no thread can be started");
 }
 
 CWorkerPool::~CWorkerPool()
 {
-    for (std::size_t i = 0; i < m_aWorkers.size(); ++i)
-        m_oTasks.Enqueue(nullptr);
-    for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
-        pWorker->Stop(true, FOREVER);
+    EndWorkers();
+}
+
+void CWorkerPool::Add(const tTask& fnTask)
+{
+    m_oTasks.Enqueue(std::make_shared<const tTask>(fnTask));
+    m_oTurns.Unlock(1);
 }
 
 void CWorkerPool::Work()
 {
-    for (tTask fnTask = m_oTasks.Dequeue(); fnTask != nullptr; fnTask = m_oTasks.Dequeue())
+    for (tTaskPointer pTask = Take(); pTask != nullptr; pTask = Take())
     {
         if (!m_bCancelled)
-            Do(fnTask);
+            Do(*pTask);
     }
+}
+
+// Returns null when the worker has to end: it has a turn, and there is no task.
+CWorkerPool::tTaskPointer CWorkerPool::Take()
+{
+    m_oTurns.Lock();
+    const std::lock_guard<std::mutex> oGuard(m_oTaking);
+    return m_oTasks.IsEmpty() ? nullptr : m_oTasks.Dequeue();
+}
+
+void CWorkerPool::EndWorkers()
+{
+    m_oTurns.Unlock(static_cast<long>(m_aWorkers.size()));
+    for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
+        pWorker->Stop(true, FOREVER);
 }

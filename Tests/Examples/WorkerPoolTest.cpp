@@ -1,4 +1,5 @@
 #include "Examples/ExampleProgram.h"
+#include "Support/TOVAllocationCounter.h"
 
 #include "../Examples/WorkerPool/WorkerPool.h"
 
@@ -79,6 +80,64 @@ TEST(WorkerPoolTest, RefusesToBeWithoutAThread)
 {
     EXPECT_THROW(CWorkerPool(0), std::runtime_error);
 }
+
+TEST(WorkerPoolTest, DoesTheTasksThatTasksAddAtTheEnd)
+{
+    CGate oEnding;
+    std::atomic<int> nDone(0);
+    {
+        CWorkerPool oPool(1);
+        oPool.Add([&] {
+            oEnding.Wait();
+            oPool.Add([&nDone] { ++nDone; });
+        });
+        oEnding.Open();
+    }
+
+    EXPECT_EQ(1, nDone);
+}
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST(WorkerPoolTest, EndsWithoutMemory)
+{
+    std::atomic<int> nDone(0);
+    auto pPool = std::make_unique<CWorkerPool>(3);
+    for (int i = 0; i < 10; ++i)
+        pPool->Add([&nDone] { ++nDone; });
+    {
+        const CAllocationFailure oFailure;
+        pPool.reset();
+    }
+
+    EXPECT_EQ(10, nDone);
+}
+
+TEST(WorkerPoolTest, IsUnchangedByATaskForWhichThereIsNoMemory)
+{
+    std::atomic<int> nDone(0);
+    unsigned long ulRefused = 0;
+    {
+        CWorkerPool oPool(1);
+        const CWorkerPool::tTask fnTask = [&nDone] { ++nDone; };
+        for (bool bAdded = false; !bAdded;)
+        {
+            const CAllocationFailure oFailure(ulRefused);
+            try
+            {
+                oPool.Add(fnTask);
+                bAdded = true;
+            }
+            catch (const std::bad_alloc&)
+            {
+                ++ulRefused;
+            }
+        }
+    }
+
+    EXPECT_GT(ulRefused, 0u);
+    EXPECT_EQ(1, nDone);
+}
+#endif
 
 TEST(WorkerPoolTest, CountsTheLinesOfAllFilesInTheirOrder)
 {

@@ -1,0 +1,57 @@
+// The threads of the pool, which this system lists.
+#include "Examples/ExampleProgram.h"
+#include "Support/TOVAllocationCounter.h"
+
+#include "../Examples/WorkerPool/WorkerPool.h"
+
+#include <stdexcept>
+#include <thread>
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+namespace
+{
+std::ptrdiff_t CountThreads()
+{
+    const std::filesystem::directory_iterator oThreads("/proc/self/task");
+    return std::distance(begin(oThreads), end(oThreads));
+}
+
+// A thread that has ended stays in the list for a moment.
+bool AreThereSoon(std::ptrdiff_t nThreads)
+{
+    const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (CountThreads() != nThreads && std::chrono::steady_clock::now() < oDeadline)
+        std::this_thread::yield();
+    return CountThreads() == nThreads;
+}
+
+// Returns whether a pool can be made while only so many blocks can be allocated.
+bool CanBeMadeWith(unsigned long ulBlocks)
+{
+    try
+    {
+        const CAllocationFailure oFailure(ulBlocks);
+        const CWorkerPool oPool(3);
+        return true;
+    }
+    catch (const std::exception&)
+    {
+        return false;
+    }
+}
+} // namespace
+
+TEST(WorkerPoolThreadsTest, EndWhenTheMemoryForTheOthersIsExhausted)
+{
+    const std::ptrdiff_t nThreads = CountThreads();
+    unsigned long ulBlocks = 0;
+    while (!CanBeMadeWith(ulBlocks))
+    {
+        ASSERT_TRUE(AreThereSoon(nThreads)) << ulBlocks;
+        ++ulBlocks;
+    }
+
+    EXPECT_GT(ulBlocks, 3u);
+    EXPECT_TRUE(AreThereSoon(nThreads));
+}
+#endif
