@@ -32,8 +32,10 @@ long CountLines(const char* szFile)
     char aBlock[16384];
     while (const unsigned long ulSize = File::Read(hFile, aBlock, 1, sizeof aBlock))
         lLines += static_cast<long>(std::count(aBlock, aBlock + ulSize, '\n'));
+    // Read returns the same at the end of the file and where the system fails to read it.
+    const bool bFailed = std::ferror(File::CTOVHandleManager::Instance().GetFile(hFile)) != 0;
     File::Close(hFile);
-    return lLines;
+    return bFailed ? CANNOT_BE_READ : lLines;
 }
 
 // Each task writes one element, which nobody reads before the pool has ended.
