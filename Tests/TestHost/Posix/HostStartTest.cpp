@@ -1,7 +1,16 @@
 // How tovtest is started: under another name, with signals that are ignored, and as a worker by mistake.
+#include "Support/TOVAllocationCounter.h"
 #include "TestHost/HostInstruments.h"
 
+#include <TestHost/TOVTestSystem.h>
+
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -47,3 +56,35 @@ TEST(HostStartTest, IsNoWorkerWithoutAParent)
     EXPECT_EQ(
         2, RunByShell("TOV_TEST_WORKER=7 exec \"$0\" \"$@\" 7< /dev/null", {PathOfSuites("SuitesPassing")}).nExitCode);
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TOV_CHILD(WaitsToBeEnded)
+{
+    for (;;)
+        ::pause();
+}
+
+// In a process of its own, since the link changes what signals do.
+TOV_CHILD(EndsAWorkerWithoutMemory)
+{
+    std::vector<char*> aszArguments;
+    sProgram oWorker = ScenarioProgram("WaitsToBeEnded");
+    for (std::string& sArgument : oWorker.aCommand)
+        aszArguments.push_back(sArgument.data());
+    aszArguments.push_back(nullptr);
+    std::unique_ptr<TOVTestHost::ITOVWorkerLink> pLink = TOVTestHost::StartWorker(aszArguments.data());
+    {
+        const CAllocationFailure oFailure;
+        pLink.reset();
+    }
+    std::puts(::waitpid(-1, nullptr, 0) < 0 && errno == ECHILD ? "no child is left" : "a child is left");
+}
+
+TEST(HostStartTest, EndsAWorkerWithoutMemory)
+{
+    const sChildResult oResult = RunChild("EndsAWorkerWithoutMemory");
+
+    EXPECT_EQ(0, oResult.nExitCode);
+    EXPECT_EQ("no child is left\n", oResult.sOutput);
+}
+#endif

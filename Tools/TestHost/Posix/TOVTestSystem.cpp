@@ -125,7 +125,7 @@ public:
         if (s_nWorker >= 0)
         {
             ::kill(m_nWorker, SIGKILL);
-            CWorkerLink::WaitForEnd();
+            Reap();
         }
         ::close(m_nSocket);
     }
@@ -150,14 +150,7 @@ public:
 
     sWorkerEnd WaitForEnd() override
     {
-        EndTransfers();
-        siginfo_t oInfo = {};
-        while (::waitid(P_PID, static_cast<id_t>(m_nWorker), &oInfo, WEXITED | WNOWAIT) != 0 && errno == EINTR)
-        {
-        }
-        s_nWorker = -1; // a signal must not reach another process that gets the number
-        int nStatus = 0;
-        ::waitpid(m_nWorker, &nStatus, 0);
+        const int nStatus = Reap();
         if (s_nAsked != 0)
             return {s_nAsked == SIGINT ? "was interrupted" : "was terminated", true};
         if (WIFSIGNALED(nStatus))
@@ -174,6 +167,21 @@ public:
 
 private:
     void EndTransfers() { ::shutdown(m_nSocket, SHUT_RDWR); }
+
+    // Waits until the worker has ended, and returns its status. The destructor also runs while memory is exhausted, so
+    // that this allocates nothing.
+    int Reap()
+    {
+        EndTransfers();
+        siginfo_t oInfo = {};
+        while (::waitid(P_PID, static_cast<id_t>(m_nWorker), &oInfo, WEXITED | WNOWAIT) != 0 && errno == EINTR)
+        {
+        }
+        s_nWorker = -1; // a signal must not reach another process that gets the number
+        int nStatus = 0;
+        ::waitpid(m_nWorker, &nStatus, 0);
+        return nStatus;
+    }
 
     static std::string DescribeSignal(int nSignal)
     {
