@@ -4,6 +4,11 @@ namespace
 {
 typedef ITOVRefCount* (*tCreatePlugin)();
 
+struct sRelease
+{
+    void operator()(ITOVRefCount* pObject) const { pObject->Release(); }
+};
+
 IFilter* AskForFilter(ITOVRefCount* pObject)
 {
     return static_cast<IFilter*>(pObject->QueryInterface(IFilter::GetClass()));
@@ -33,25 +38,24 @@ void CPluginDatabase::RemoveHandle(long lHandle)
 
 CTOVHandle CPluginDatabase::Load(const char* szFile)
 {
-    auto pModule = std::make_unique<CModule>(szFile);
-    if (!pModule->IsLoaded())
+    // The entry comes first, so that the object is released before its code is unloaded, and that nothing needs memory
+    // once the handle counts.
+    std::map<long, sPlugin> aLoaded;
+    sPlugin& oPlugin = aLoaded[m_lNextHandle];
+    oPlugin.pModule = std::make_unique<CModule>(szFile);
+    if (!oPlugin.pModule->IsLoaded())
         throw CPluginError("cannot be loaded");
-    const auto fnCreate = reinterpret_cast<tCreatePlugin>(pModule->Find("CreatePlugin"));
+    const auto fnCreate = reinterpret_cast<tCreatePlugin>(oPlugin.pModule->Find("CreatePlugin"));
     if (fnCreate == nullptr)
         throw CPluginError("is no plug-in");
 
-    ITOVRefCount* const pObject = fnCreate();
-    if (AskForFilter(pObject) == nullptr)
-    {
-        const std::string sClass = pObject->GetRuntimeClass().GetName();
-        pObject->Release();
-        throw CPluginError("is no filter but a " + sClass);
-    }
-    const long lHandle = m_lNextHandle++;
-    m_aPlugins[lHandle] = {std::move(pModule), pObject};
-    const CTOVHandle oHandle = NewHandle(lHandle, pObject);
-    pObject->Release(); // the reference with which it was made: from here on the handles have all
-    return oHandle;
+    // The reference with which it was made: after this function the handles have all.
+    const std::unique_ptr<ITOVRefCount, sRelease> pObject(fnCreate());
+    if (AskForFilter(pObject.get()) == nullptr)
+        throw CPluginError(std::string("is no filter but a ") + pObject->GetRuntimeClass().GetName());
+    oPlugin.pObject = pObject.get();
+    m_aPlugins.merge(aLoaded);
+    return NewHandle(m_lNextHandle++, pObject.get());
 }
 
 IFilter& FilterOf(const CTOVHandle& oHandle)

@@ -28,7 +28,8 @@ public:
     // Unloads the plug-in whose object is gone. The last handle calls it.
     void RemoveHandle(long lHandle) override;
 
-    // Throws CPluginError if the file cannot be loaded, is no plug-in, or has an object that is no filter.
+    // Throws CPluginError if the file cannot be loaded, is no plug-in, or has an object that is no filter. After any
+    // exception, nothing is left of the plug-in.
     CTOVHandle Load(const char* szFile);
 
     int GetNumPlugins() const { return static_cast<int>(m_aPlugins.size()); }
@@ -37,7 +38,7 @@ private:
     struct sPlugin
     {
         std::unique_ptr<CModule> pModule;
-        ITOVRefCount* pObject; // belongs to the handles
+        ITOVRefCount* pObject = nullptr; // belongs to the handles
     };
 
     std::map<long, sPlugin> m_aPlugins;

@@ -1,4 +1,5 @@
 #include "Examples/ExampleProgram.h"
+#include "Support/TOVAllocationCounter.h"
 
 #include <PluginDatabase.h>
 
@@ -93,6 +94,35 @@ TEST(PluginsTest, AreKnownByTheirNumberAndTheirObject)
     EXPECT_EQ(0, oDatabase.GetNumPlugins());
     EXPECT_FALSE(oDatabase.GetHandle(0L).IsValid());
 }
+
+#if TOV_CAN_FAIL_ALLOCATIONS
+TEST(PluginsTest, LeaveNothingBehindWhenMemoryIsExhausted)
+{
+    CPluginDatabase oDatabase;
+    const std::string sFile = Plugin("tovupper");
+    const CTOVHandle oFirst = oDatabase.Load(sFile.c_str()); // what the system itself keeps of a library, it has now
+    long lKept = 0;
+    bool bLoaded = false;
+    for (unsigned long ulBlocks = 0; !bLoaded && lKept == 0; ++ulBlocks)
+    {
+        const CAllocationCounter oCounter;
+        try
+        {
+            const CAllocationFailure oFailure(ulBlocks);
+            const CTOVHandle oSecond = oDatabase.Load(sFile.c_str());
+            bLoaded = true;
+        }
+        catch (const std::exception&)
+        {
+        }
+        lKept = oCounter.Kept();
+    }
+
+    EXPECT_TRUE(bLoaded);
+    EXPECT_EQ(0, lKept);
+    EXPECT_EQ(1, oDatabase.GetNumPlugins());
+}
+#endif
 
 TEST(PluginsTest, TellsItsUsage)
 {
