@@ -149,6 +149,14 @@ TEST_F(SettingsTest, RefusesNamesAndValuesThatItDoesNotKnow)
     EXPECT_FALSE(std::filesystem::exists(m_sFile));
 }
 
+TEST_F(SettingsTest, TellsThatAFolderIsMissing)
+{
+    const std::string sFile = m_oFolder.File("missing/settings.dat");
+
+    ExpectComplaint("tovsettings: " + sFile + ": no new file can be made beside it", 1,
+                    RunExample("tovsettings", {sFile, "width", "800"}));
+}
+
 TEST_F(SettingsTest, TellsThatAFileCannotBeOpened)
 {
     ExpectComplaint("tovsettings: " + m_oFolder.Path() + " cannot be opened", 1,

@@ -13,8 +13,9 @@ struct sTestRecord;
 // seen, and bytes that are not valid UTF-8, become \n, \t or \xNN.
 std::string OneLine(const std::string& sText);
 
-// Returns the text as the content of an XML or HTML element, or of an attribute between double quotes. The same
-// characters become \xNN, among which are all that XML does not allow, and the others keep their meaning.
+// Returns the text as the content of an XML or HTML element, or of an attribute between double quotes. Line
+// ends and tabs keep their meaning; of the other characters the same become \xNN, and with them all that XML does not
+// allow.
 std::string Markup(const std::string& sText);
 
 // Returns the text in the same way, but with its lines as they are. It is of use in an element only.
