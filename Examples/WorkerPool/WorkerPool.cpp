@@ -46,27 +46,22 @@ private:
 
 CWorkerPool::CWorkerPool(int nWorkers) : m_oTurns(0, std::numeric_limits<int>::max())
 {
-    // Everything that needs memory comes before the first thread, which would use what an exception destroys.
+    // Everything that needs memory comes before the first thread, which would use what an exception destroys. Start
+    // throws nothing.
     for (int i = 0; i < nWorkers; ++i)
         m_aWorkers.push_back(std::make_unique<CWorker>(*this));
     int nStarted = 0;
-    try
-    {
-        for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
-            nStarted += pWorker->Start(0, TOVPlatform::TOVThread::eThreadPriorityNormal) ? 1 : 0;
-    }
-    catch (...)
-    {
-        EndWorkers();
-        throw;
-    }
+    for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
+        nStarted += pWorker->Start(0, TOVPlatform::TOVThread::eThreadPriorityNormal) ? 1 : 0;
     if (nStarted == 0)
         throw std::runtime_error("no thread can be started");
 }
 
 CWorkerPool::~CWorkerPool()
 {
-    EndWorkers();
+    m_oTurns.Unlock(static_cast<long>(m_aWorkers.size()));
+    for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
+        pWorker->Stop(true, FOREVER);
 }
 
 void CWorkerPool::Add(const tTask& fnTask)
@@ -90,11 +85,4 @@ CWorkerPool::tTaskPointer CWorkerPool::Take()
     m_oTurns.Lock();
     const std::lock_guard<std::mutex> oGuard(m_oTaking);
     return m_oTasks.IsEmpty() ? nullptr : m_oTasks.Dequeue();
-}
-
-void CWorkerPool::EndWorkers()
-{
-    m_oTurns.Unlock(static_cast<long>(m_aWorkers.size()));
-    for (const std::unique_ptr<CWorker>& pWorker : m_aWorkers)
-        pWorker->Stop(true, FOREVER);
 }

@@ -42,7 +42,6 @@ private:
 
     void Work();
     tTaskPointer Take();
-    void EndWorkers();
 
     CTOVSafeQueue<tTaskPointer> m_oTasks;
     CTOVSemaphore m_oTurns; // one for each task, and in the end one for each worker
