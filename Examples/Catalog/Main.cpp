@@ -5,6 +5,7 @@
 #include "Console.h"
 
 #include <Debug/TOVException.h>
+#include <Text/TOVStandardOutput.h>
 
 #include <CLI/CLI.hpp>
 
@@ -235,13 +236,6 @@ int Run(int nArguments, char** aszArguments)
         return CheckList(ToVerifyOptions(oOptions), g_bStop);
     return List(oOptions);
 }
-
-// Throws if the report could not be written.
-void FinishOutput()
-{
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
-        throw CCatalogError("standard output cannot be written");
-}
 } // namespace
 
 int main(int nArguments, char** aszArguments)
@@ -249,7 +243,8 @@ int main(int nArguments, char** aszArguments)
     try
     {
         const int nStatus = Run(nArguments, aszArguments);
-        FinishOutput();
+        if (!TOVShownText::FinishOutput())
+            throw CCatalogError("standard output cannot be written");
         return nStatus;
     }
     catch (const std::exception& oError)

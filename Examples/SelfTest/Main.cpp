@@ -4,8 +4,7 @@
 //   tovwords --self-test       runs the program's own suite
 //   tovwords --test-library    runs the suites of the library, one case of which fails by design
 //
-// Exit status: 0 done, 1 a test has failed or the result cannot be written, 2 wrong
-// usage.
+// Exit status: 0 done, 1 a test has failed or the result cannot be written, 2 wrong usage.
 #include <TOVString/TOVStringA.h>
 #include <Test/TOVCountingTracker.h>
 #include <Test/TOVSimpleTestRunner.h>
