@@ -138,9 +138,9 @@ TEST(CTOVMSDevLoggerPanicTest, AWidthInAPanicsMessageAsksForNoLongText)
             1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(), PREFIX + std::string(szMessage)))
             << szMessage;
     }
-    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"%1000d%.2d"});
+    const sObservedChild oChild = RunDebugged("PanicsWithPercentSigns", {"%1000d%-+8.4lld|"});
     EXPECT_EQ(1, std::count(oChild.aDebuggerTexts.begin(), oChild.aDebuggerTexts.end(),
-                            PREFIX + std::string(999, ' ') + "000"));
+                            PREFIX + std::string(999, ' ') + "0+0000   |"));
 }
 
 // The argument behind "=" is the format; without one there is no format.
