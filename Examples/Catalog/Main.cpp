@@ -227,7 +227,7 @@ int Run(int nArguments, char** aszArguments)
     CatchEndSignals(&StopWork);
     if (pCreate->parsed())
     {
-        IgnoreClosedPipes(); // the new file must not be left behind
+        IgnoreClosedPipes(); // such a pipe would leave the new file behind
         return Create(oOptions);
     }
     if (pVerify->parsed())

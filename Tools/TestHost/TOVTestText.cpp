@@ -54,45 +54,34 @@ const char* EntityOf(char cCharacter)
     }
 }
 
-// Reports are in UTF-8 on every system.
-void MoveShown(std::string_view& sText, std::string& sTarget)
+// Returns the text with the escape of each character that has one, and the others as they are shown. Reports are in
+// UTF-8 on every system.
+std::string Escaped(const std::string& sText, const char* (*pfEscapeOf)(char))
 {
-    TOVShownText::MoveShown(sText, sTarget, &TOVShownText::ReadUtf8);
+    std::string sEscaped;
+    for (std::string_view sLeft = sText; !sLeft.empty();)
+    {
+        const char* const szEscape = pfEscapeOf(sLeft[0]);
+        if (szEscape == nullptr)
+        {
+            TOVShownText::MoveShown(sLeft, sEscaped, &TOVShownText::ReadUtf8);
+            continue;
+        }
+        sEscaped += szEscape;
+        sLeft.remove_prefix(1);
+    }
+    return sEscaped;
 }
 } // namespace
 
 std::string OneLine(const std::string& sText)
 {
-    std::string sLine;
-    for (std::string_view sLeft = sText; !sLeft.empty();)
-    {
-        const char* const szEscape = NameOfControl(sLeft[0]);
-        if (szEscape == nullptr)
-        {
-            MoveShown(sLeft, sLine);
-            continue;
-        }
-        sLine += szEscape;
-        sLeft.remove_prefix(1);
-    }
-    return sLine;
+    return Escaped(sText, &NameOfControl);
 }
 
 std::string Markup(const std::string& sText)
 {
-    std::string sMarkup;
-    for (std::string_view sLeft = sText; !sLeft.empty();)
-    {
-        const char* const szEntity = EntityOf(sLeft[0]);
-        if (szEntity == nullptr)
-        {
-            MoveShown(sLeft, sMarkup);
-            continue;
-        }
-        sMarkup += szEntity;
-        sLeft.remove_prefix(1);
-    }
-    return sMarkup;
+    return Escaped(sText, &EntityOf);
 }
 
 std::string MarkupOfLines(const std::string& sText)
