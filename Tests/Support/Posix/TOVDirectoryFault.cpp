@@ -1,4 +1,4 @@
-// In every module of the process the program's readdir, stat and statx go before those of the C library.
+// In every module of the process the program's readdir and statx go before those of the C library.
 #include "Support/TOVDirectoryFault.h"
 
 #include <cerrno>
@@ -13,13 +13,6 @@ static thread_local unsigned long s_ulGoodEntries = ULONG_MAX;
 static thread_local std::string* s_pBadName = nullptr;
 static thread_local int s_nError = 0;
 static thread_local int s_nGoodFlags = 0; // with these, the status can be had
-
-static bool IsRefused(const char* szName, int nFlags)
-{
-    const char* szSlash = std::strrchr(szName, '/');
-    return s_pBadName != nullptr && *s_pBadName == (szSlash != nullptr ? szSlash + 1 : szName) &&
-           (nFlags & s_nGoodFlags) == 0;
-}
 
 struct CDirectoryFault::sHook
 {
@@ -69,23 +62,12 @@ extern "C" __attribute__((visibility("default"))) int statx(int nFolder, const c
     typedef int (*tStatus)(int, const char*, int, unsigned int, struct statx*);
     static const tStatus s_fnStatus = reinterpret_cast<tStatus>(::dlsym(RTLD_NEXT, "statx"));
 
-    if (IsRefused(szName, nFlags))
+    const char* szSlash = std::strrchr(szName, '/');
+    if (s_pBadName != nullptr && *s_pBadName == (szSlash != nullptr ? szSlash + 1 : szName) &&
+        (nFlags & s_nGoodFlags) == 0)
     {
         errno = s_nError;
         return -1;
     }
     return s_fnStatus(nFolder, szName, nFlags, nMask, pStatus);
-}
-
-extern "C" __attribute__((visibility("default"))) int stat(const char* szName, struct stat* pStatus) noexcept
-{
-    typedef int (*tStatus)(const char*, struct stat*);
-    static const tStatus s_fnStatus = reinterpret_cast<tStatus>(::dlsym(RTLD_NEXT, "stat"));
-
-    if (IsRefused(szName, 0))
-    {
-        errno = s_nError;
-        return -1;
-    }
-    return s_fnStatus(szName, pStatus);
 }
