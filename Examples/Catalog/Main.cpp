@@ -227,7 +227,7 @@ int Run(int nArguments, char** aszArguments)
     CatchEndSignals(&StopWork);
     if (pCreate->parsed())
     {
-        IgnoreClosedPipes(); // such a pipe would leave the new file behind
+        IgnoreClosedPipes(); // one would end the program before it removes its new file
         return Create(oOptions);
     }
     if (pVerify->parsed())
