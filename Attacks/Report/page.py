@@ -5,7 +5,9 @@ HEAD = """# Reliability
 `./attack` has written this page. It attacks the library from every side; each line of the table is one of the goals. A
 figure is measured by the command beside it, and comes from the commit and the day that are named there (a + means: with
 changes that were not committed). `./attack NAME` measures the figures of one attack anew, and `./attack --page` writes
-the page anew from `Attacks/Results`. [Attacks/README.md](../Attacks/README.md) tells how to add an attack.
+the page anew from `Attacks/Results`. An attack that takes many hours notes what it has done, and a later run goes on from
+there: the time beside its figures is that of the last run. [Attacks/README.md](../Attacks/README.md) tells how to add an
+attack.
 """
 
 NO_REASON = "No reason is given."
@@ -36,8 +38,8 @@ def state_text(row):
 
 def totals(rows):
     count = {state: sum(row.state == state for row in rows) for state in ("yes", "no", "in part", "not measured")}
-    return (f"**Of {len(rows)} goals, {count['yes']} are reached, {count['no']} fall short, {count['in part']} are measured "
-            f"in part, and {count['not measured']} are not measured.**")
+    return (f"**Goals: {len(rows)}. Reached: {count['yes']}. Short of a figure: {count['no']}. Measured in part: "
+            f"{count['in part']}. Not measured: {count['not measured']}.**")
 
 
 def origins(row):
