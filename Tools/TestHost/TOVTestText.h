@@ -14,8 +14,8 @@ struct sTestRecord;
 std::string OneLine(const std::string& sText);
 
 // Returns the text as the content of an XML or HTML element, or of an attribute between double quotes. Line
-// ends and tabs keep their meaning; of the other characters the same become \xNN, and with them all that XML does not
-// allow.
+// ends and tabs keep their meaning; of the other characters, those that OneLine escapes become \xNN, and with them all
+// that XML does not allow.
 std::string Markup(const std::string& sText);
 
 // Returns the text in the same way, but with its lines as they are. It is of use in an element only.

@@ -4,6 +4,7 @@
 
 #include "../Examples/WorkerPool/WorkerPool.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <thread>
 
@@ -16,13 +17,17 @@ std::ptrdiff_t CountThreads()
     return std::distance(begin(oThreads), end(oThreads));
 }
 
-// A thread that has ended stays in the list for a moment, also one of an earlier case when they are counted first.
-bool AreNoMoreSoon(std::ptrdiff_t nThreads)
+// A thread that has ended stays in the list for a moment. It may have been of an earlier case, and among those that
+// were counted first: then fewer are left, which is the number from there on.
+bool AreNoMoreSoon(std::ptrdiff_t& nThreads)
 {
     const auto oDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (CountThreads() > nThreads && std::chrono::steady_clock::now() < oDeadline)
+    std::ptrdiff_t nNow = CountThreads();
+    for (; nNow > nThreads && std::chrono::steady_clock::now() < oDeadline; nNow = CountThreads())
         std::this_thread::yield();
-    return CountThreads() <= nThreads;
+    const bool bNoMore = nNow <= nThreads;
+    nThreads = std::min(nThreads, nNow);
+    return bNoMore;
 }
 
 // Returns whether a pool can be made while only so many blocks can be allocated.
@@ -43,7 +48,7 @@ bool CanBeMadeWith(unsigned long ulBlocks)
 
 TEST(WorkerPoolThreadsTest, EndWhenTheMemoryForTheOthersIsExhausted)
 {
-    const std::ptrdiff_t nThreads = CountThreads();
+    std::ptrdiff_t nThreads = CountThreads();
     unsigned long ulBlocks = 0;
     while (!CanBeMadeWith(ulBlocks))
     {
